@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "HVXmlElement.h"
+
+#include <QtCore/QPointer>
+
+#include <utility>
+
+namespace Hovlets {
+
+/*!
+ * \brief Owns what a look-up handed over: the entry, and the root above it.
+ *
+ * The two are deleted one after the other, since an index of the host's own need not return the
+ * entry below the root. Either may be null or deleted by others in the meantime.
+ */
+class HVContentTree
+{
+    Q_DISABLE_COPY(HVContentTree)
+
+public:
+    explicit HVContentTree(HVXmlElement *entry = nullptr, HVXmlElement *root = nullptr)
+        : m_entry(entry)
+        , m_root(root)
+    {
+    }
+
+    HVContentTree(HVContentTree &&other) noexcept { swap(other); }
+
+    HVContentTree &operator=(HVContentTree &&other) noexcept
+    {
+        swap(other);
+        return *this;
+    }
+
+    ~HVContentTree()
+    {
+        delete m_entry.data();
+        delete m_root.data();
+    }
+
+    HVXmlElement *entry() const { return m_entry; }
+    HVXmlElement *root() const { return m_root; }
+
+    /// Gives the ownership up.
+    void release()
+    {
+        m_entry.clear();
+        m_root.clear();
+    }
+
+private:
+    void swap(HVContentTree &other) noexcept
+    {
+        std::swap(m_entry, other.m_entry);
+        std::swap(m_root, other.m_root);
+    }
+
+    QPointer<HVXmlElement> m_entry;
+    QPointer<HVXmlElement> m_root;
+};
+
+} // namespace Hovlets

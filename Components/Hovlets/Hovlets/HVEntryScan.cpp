@@ -1,0 +1,174 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HVEntryScan.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstring>
+#include <string_view>
+
+namespace Hovlets {
+
+namespace {
+
+using Bytes = std::string_view;
+
+constexpr Bytes Space = " \t\r\n";
+constexpr Bytes EntryTag = "<hovlet";
+
+bool isSpace(char c)
+{
+    return Space.find(c) != Bytes::npos;
+}
+
+bool startsWith(Bytes text, Bytes prefix)
+{
+    return text.substr(0, prefix.size()) == prefix;
+}
+
+void skipSpace(Bytes &text)
+{
+    text.remove_prefix(std::min(text.find_first_not_of(Space), text.size()));
+}
+
+/// Drops \a text up to the end of \a mark; false when there is none.
+bool skipPast(Bytes &text, Bytes mark)
+{
+    const size_t at = text.find(mark);
+    if (at == Bytes::npos)
+        return false;
+    text.remove_prefix(at + mark.size());
+    return true;
+}
+
+/// Whether an XML declaration leaves the file in UTF-8, in the spelling that leaves no doubt.
+bool declaresUtf8(Bytes declaration)
+{
+    const size_t at = declaration.find("encoding");
+    if (at == Bytes::npos)
+        return true;
+    if (declaration.rfind("encoding") != at)
+        return false;
+    const Bytes value = declaration.substr(at);
+    return qstrnicmp(value.data(), "encoding=\"UTF-8\"", 16) == 0
+            || qstrnicmp(value.data(), "encoding='UTF-8'", 16) == 0;
+}
+
+/// Whether the file is plain UTF-8 up to its root element, without a document type declaration.
+bool hasPlainProlog(Bytes text)
+{
+    if (startsWith(text, "\xEF\xBB\xBF"))
+        text.remove_prefix(3);
+    if (startsWith(text, "<?xml")) {
+        const Bytes declaration = text.substr(0, text.find("?>"));
+        if (!declaresUtf8(declaration) || !skipPast(text, "?>"))
+            return false;
+    }
+    while (true) {
+        skipSpace(text);
+        if (startsWith(text, "<!--")) {
+            if (!skipPast(text, "-->"))
+                return false;
+        } else if (startsWith(text, "<?")) {
+            if (!skipPast(text, "?>"))
+                return false;
+        } else {
+            // A root in another encoding does not go on with a letter after its "<".
+            return text.size() > 1 && text[0] == '<' && std::isalpha(static_cast<uchar>(text[1]));
+        }
+    }
+}
+
+/// Whether the value can only read as it stands, and not as \a key.
+bool differs(Bytes value, Bytes key)
+{
+    return value != key && value.find('&') == Bytes::npos;
+}
+
+/*!
+ * Whether the start tag of an entry, whose attributes begin \a text, carries \a key or may do so.
+ *
+ * An entry without a key has the empty one.
+ */
+bool tagMayCarry(Bytes text, Bytes key)
+{
+    bool hasKey = false;
+    while (true) {
+        skipSpace(text);
+        if (text.empty())
+            return true;
+        if (text[0] == '>' || text[0] == '/')
+            return !hasKey && key.empty();
+
+        const Bytes name = text.substr(0, text.find_first_of(" \t\r\n=/>\"'"));
+        text.remove_prefix(name.size());
+        skipSpace(text);
+        if (name.empty() || text.empty() || text[0] != '=')
+            return true;
+        text.remove_prefix(1);
+        skipSpace(text);
+        if (text.empty() || (text[0] != '"' && text[0] != '\''))
+            return true;
+        const char quote = text[0];
+        text.remove_prefix(1);
+        const size_t end = text.find(quote);
+        if (end == Bytes::npos)
+            return true;
+        if (name == "key") {
+            hasKey = true;
+            if (!differs(text.substr(0, end), key))
+                return true;
+        }
+        text.remove_prefix(end + 1);
+    }
+}
+
+/// The next entry tag at or after \a from; goes by the one letter of it that is rare in text.
+const char *findEntryTag(const char *from, const char *end)
+{
+    constexpr size_t Rare = EntryTag.find('v');
+    const char *at = from + Rare;
+    while (at < end) {
+        at = static_cast<const char *>(std::memchr(at, 'v', static_cast<size_t>(end - at)));
+        if (!at)
+            return nullptr;
+        const char *tag = at - Rare;
+        if (static_cast<size_t>(end - tag) > EntryTag.size()
+            && std::memcmp(tag, EntryTag.data(), EntryTag.size()) == 0)
+            return tag;
+        ++at;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+HVEntryScan::HVEntryScan(const QString &key)
+    : m_key(key.toUtf8())
+    // Broken UTF-8 reads as U+FFFD, so a key that holds one may stand as any such bytes; a key
+    // that UTF-8 cannot hold comes back as another one.
+    , m_plainKey(!key.contains(QChar::ReplacementCharacter) && QString::fromUtf8(m_key) == key)
+{
+}
+
+bool HVEntryScan::mayHold(const QByteArray &file) const
+{
+    const Bytes text(file.constData(), static_cast<size_t>(file.size()));
+    const Bytes key(m_key.constData(), static_cast<size_t>(m_key.size()));
+    if (!m_plainKey || !hasPlainProlog(text))
+        return true;
+
+    const char *end = text.data() + text.size();
+    int roots = 0;
+    for (const char *tag = findEntryTag(text.data(), end); tag; tag = findEntryTag(tag + 1, end)) {
+        const char *after = tag + EntryTag.size();
+        const Bytes rest(after, static_cast<size_t>(end - after));
+        // A root inside the root counts as an entry, whatever the key.
+        if (*after == 's' && ++roots > 1)
+            return true;
+        if ((isSpace(*after) || *after == '>' || *after == '/') && tagMayCarry(rest, key))
+            return true;
+    }
+    return false;
+}
+
+} // namespace Hovlets

@@ -1,0 +1,307 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HVIndex.h"
+
+#include "HVContext.h"
+#include "HVControlFiles.h"
+#include "HVEntryScan.h"
+#include "HVXmlElement.h"
+#include "HVXmlParser.h"
+
+#include <QXmlAttributes>
+#include <QXmlInputSource>
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QMap>
+#include <QtCore/QPointer>
+#include <QtCore/QRegularExpression>
+
+namespace Hovlets {
+
+class HVIndex::Private
+{
+public:
+    QPointer<HVContext> context;
+    QStringList dataPaths;
+    HVControlFiles controlFiles;
+    QMap<QString, QStringList> packages; // name to folders, in the order first seen
+    bool inUpdate = false;
+};
+
+namespace {
+
+/// The bytes of a file, without a detour through a buffer; nothing when it cannot be read.
+QByteArray readAll(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+        return {};
+    return file.readAll();
+}
+
+QList<QObject *> parse(HVXmlParser &parser, const QByteArray &bytes)
+{
+    QXmlInputSource source;
+    source.setData(bytes);
+    return parser.read(source);
+}
+
+/// Builds the entry whose key is \a userData, with all below it, and its root.
+int entryShouldGenerate(const QString &qName, const QXmlAttributes &attributes, void *userData)
+{
+    if (qName == QLatin1String("hovlet")) {
+        const auto *key = static_cast<const QString *>(userData);
+        return attributes.value(QStringLiteral("key")) == *key
+                ? HVXmlParser::GenerateAsk | HVXmlParser::GenerateAll
+                : HVXmlParser::SkipElement | HVXmlParser::SkipChildren;
+    }
+    if (qName == QLatin1String("hovlets"))
+        return HVXmlParser::GenerateAsk;
+    return HVXmlParser::SkipElement | HVXmlParser::SkipChildren;
+}
+
+/// Builds the record of a key-data file whose name is \a userData, and its root.
+int keyDataShouldGenerate(const QString &qName, const QXmlAttributes &attributes, void *userData)
+{
+    if (qName == QLatin1String("key")) {
+        const auto *key = static_cast<const QString *>(userData);
+        return attributes.value(QStringLiteral("name")) == *key
+                ? HVXmlParser::GenerateAsk | HVXmlParser::GenerateAll
+                : HVXmlParser::SkipElement | HVXmlParser::SkipChildren;
+    }
+    if (qName == QLatin1String("hovletkeys"))
+        return HVXmlParser::GenerateAsk;
+    return HVXmlParser::SkipElement | HVXmlParser::SkipChildren;
+}
+
+} // namespace
+
+HVIndex::HVIndex(HVContext *context, const QStringList &dataPaths)
+    : d(std::make_unique<Private>())
+{
+    d->context = context;
+    d->dataPaths = dataPaths;
+}
+
+HVIndex::~HVIndex() = default;
+
+bool HVIndex::open()
+{
+    return true;
+}
+
+bool HVIndex::setup()
+{
+    if (context().get(HVKeyClearIndexOnSetup, true).toBool())
+        clear();
+    return true;
+}
+
+bool HVIndex::clear()
+{
+    return true;
+}
+
+bool HVIndex::close()
+{
+    return true;
+}
+
+bool HVIndex::remove()
+{
+    return true;
+}
+
+HVXmlElement *HVIndex::retrieve(const QString &key, const QLocale &locale, QString &path,
+                                int &depth, HVXmlElement *&root)
+{
+    for (const HVControlFiles::File &file : d->controlFiles) {
+        if (HVXmlElement *entry = load(key, file.first, locale, root)) {
+            depth = qMax(1, file.second);
+            path = QFileInfo(file.first).absolutePath();
+            return entry;
+        }
+    }
+    return nullptr;
+}
+
+bool HVIndex::store(HVXmlElement *element, const QLocale &locale, const QString &path, int depth)
+{
+    Q_UNUSED(element)
+    Q_UNUSED(locale)
+    d->controlFiles.append({ path, depth });
+    return true;
+}
+
+void HVIndex::startUpdate()
+{
+    d->inUpdate = true;
+}
+
+void HVIndex::endUpdate()
+{
+    d->inUpdate = false;
+}
+
+bool HVIndex::isInUpdate() const
+{
+    return d->inUpdate;
+}
+
+QStringList HVIndex::keys()
+{
+    QStringList keys;
+    HVXmlParser parser(&HVIndex::indexDataShouldGenerateElement);
+    for (const HVControlFiles::File &file : d->controlFiles) {
+        QFile device(file.first);
+        if (!device.open(QIODevice::ReadOnly))
+            continue;
+        const QList<QObject *> objects = parse(parser, device.readAll());
+        Q_ASSERT_X(!objects.isEmpty(), "HVIndex::keys", "a control file without a root element");
+        if (objects.isEmpty())
+            continue;
+        for (QObject *child : objects.constFirst()->children()) {
+            const auto *entry = qobject_cast<HVXmlElement *>(child);
+            if (entry && entry->hasAttribute(QStringLiteral("key")))
+                keys += entry->attribute(QStringLiteral("key"));
+        }
+        qDeleteAll(objects);
+    }
+    return keys;
+}
+
+void HVIndex::indexControlFile(const QString &file, const QString &location)
+{
+    const int depth = d->controlFiles.depthBelow(file, location);
+    if (depth < 0 || !HVControlFiles::isControlFile(file))
+        return;
+    if (d->controlFiles.prepend({ file, depth }))
+        mapControlFile(file, location);
+}
+
+void HVIndex::mapControlFile(const QString &file, const QString &location)
+{
+    Q_UNUSED(file)
+    QStringList &folders = d->packages[packageNameForLocation(location)];
+    if (!folders.contains(location))
+        folders.append(location);
+}
+
+QString HVIndex::packageNameForLocation(const QString &location) const
+{
+    const QString suffix = context().get(HVKeyPackageSuffix, QStringLiteral("hovlets")).toString();
+    QFileInfo info(location);
+    while (!info.filePath().isEmpty() && !info.isRoot()) {
+        if (info.suffix() == suffix && info.isDir())
+            return info.completeBaseName();
+        info.setFile(info.absolutePath());
+    }
+    return {};
+}
+
+HVXmlElement *HVIndex::load(const QString &key, const QString &file, const QLocale &locale,
+                            HVXmlElement *&root)
+{
+    const QByteArray bytes = readAll(file);
+    if (bytes.isEmpty() || !HVEntryScan(key).mayHold(bytes))
+        return nullptr;
+
+    QString wanted = key;
+    HVXmlParser parser(&entryShouldGenerate, &wanted);
+    parser.registerElement(QStringLiteral("HVXmlElement"), &HVXmlElement::staticMetaObject);
+    const QList<QObject *> objects = parse(parser, bytes);
+    auto *top = objects.size() == 1 ? qobject_cast<HVXmlElement *>(objects.constFirst()) : nullptr;
+    auto *entry = top && top->children().size() == 1 && parser.isClosed()
+            ? qobject_cast<HVXmlElement *>(top->children().constFirst())
+            : nullptr;
+    const QString fileLocale = top ? top->attribute(QStringLiteral("locale")) : QString();
+    if (!entry || (!fileLocale.isEmpty() && QLocale(fileLocale) != locale)) {
+        qDeleteAll(objects);
+        return nullptr;
+    }
+
+    root = top;
+    loadKeyData(key, file, entry);
+    entry->setAttribute(QStringLiteral("HVLocation"), file);
+    // The missing letter is deliberate: content and hosts read the attribute by this name.
+    entry->setAttribute(QStringLiteral("HVPackagName"), packageNameForLocation(file));
+    return entry;
+}
+
+void HVIndex::loadKeyData(const QString &key, const QString &location, HVXmlElement *element)
+{
+    Q_UNUSED(location)
+    const QString file = context().get(HVKeyKeyDataFile, QString()).toString();
+    if (file.isEmpty() || !QFile::exists(file))
+        return;
+
+    QString wanted = key;
+    HVXmlParser parser(&keyDataShouldGenerate, &wanted);
+    parser.registerElement(QStringLiteral("HVXmlElement"), &HVXmlElement::staticMetaObject);
+    const QList<QObject *> objects = parse(parser, readAll(file));
+    const auto *record = objects.isEmpty() || objects.constFirst()->children().isEmpty()
+            ? nullptr
+            : qobject_cast<HVXmlElement *>(objects.constFirst()->children().constFirst());
+    const QStringList names = record ? record->attributeNames() : QStringList();
+    for (const QString &name : names) {
+        if (name != QLatin1String("name"))
+            element->setAttribute(name, record->attribute(name));
+    }
+    qDeleteAll(objects);
+}
+
+QStringList HVIndex::componentPathsForPackageNamed(const QString &name) const
+{
+    QStringList paths = d->packages.value(name);
+    const QString extra = context().get(HVKeyExtraComponentPath, QVariant()).toString();
+    if (!extra.isEmpty())
+        paths.append(extra);
+    return paths;
+}
+
+QStringList HVIndex::componentPathsForElement(const HVXmlElement *element,
+                                              const QString &fileName) const
+{
+    if (!element)
+        return {};
+    QStringList paths =
+            componentPathsForPackageNamed(element->attribute(QStringLiteral("HVPackagName")));
+    const auto *root = qobject_cast<const HVXmlElement *>(element->parent());
+    const QString search = root ? root->attribute(QStringLiteral("search")) : QString();
+    if (!search.isEmpty()) {
+        static const QRegularExpression separator(QStringLiteral("[,;\\s]+"));
+        const QStringList names = search.split(separator);
+        for (const QString &name : names)
+            paths += d->packages.value(name);
+    }
+    if (fileName.isEmpty())
+        return paths;
+
+    for (QString &path : paths)
+        path = QDir(path).absoluteFilePath(fileName);
+    return paths;
+}
+
+int HVIndex::indexDataShouldGenerateElement(const QString &qName, const QXmlAttributes &attributes,
+                                            void *userData)
+{
+    Q_UNUSED(attributes)
+    Q_UNUSED(userData)
+    return qName == QLatin1String("hovlet") || qName == QLatin1String("hovlets")
+            ? HVXmlParser::GenerateAsk
+            : HVXmlParser::SkipElement;
+}
+
+HVContext &HVIndex::context()
+{
+    return const_cast<HVContext &>(std::as_const(*this).context());
+}
+
+const HVContext &HVIndex::context() const
+{
+    if (!d->context)
+        d->context = new HVContext(const_cast<HVIndex *>(this));
+    return *d->context;
+}
+
+} // namespace Hovlets

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtCore/QObject>
+#include <QtGui/QColor>
+#include <QtGui/QFont>
+
+namespace Hovlets {
+
+/*!
+ * \brief The desktop's tooltip colours and the application's font, for QML as "hovletTheme".
+ *
+ * Qt Quick offers the application's palette alone, whose colours are not those of tooltips. The
+ * values are read at creation and by refresh(), which every show and every change of the
+ * application's palette or font calls. GUI thread only; owned by the view.
+ */
+class HVToolTipTheme : public QObject
+{
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(HVToolTipTheme)
+    Q_PROPERTY(QColor base READ base NOTIFY changed)
+    Q_PROPERTY(QColor text READ text NOTIFY changed)
+    Q_PROPERTY(QColor link READ link NOTIFY changed)
+    Q_PROPERTY(QFont font READ font NOTIFY changed)
+
+public:
+    explicit HVToolTipTheme(QObject *parent);
+
+    /// Background of tooltips.
+    QColor base() const { return m_base; }
+
+    /// Text on it.
+    QColor text() const { return m_text; }
+
+    /// The palette's colour of links, which need not be readable on the background.
+    QColor link() const { return m_link; }
+
+    /// The application's font.
+    QFont font() const { return m_font; }
+
+    /// Reads the desktop's values anew; changed() tells when one differs.
+    void refresh();
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    QColor m_base;
+    QColor m_text;
+    QColor m_link;
+    QFont m_font;
+};
+
+} // namespace Hovlets

@@ -1,0 +1,303 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HVView.h"
+
+#include "HVContentTree.h"
+#include "HVIndex.h"
+#include "HVInterface.h"
+#include "HVManager.h"
+#include "HVToolTipTheme.h"
+
+#include <QtCore/QEvent>
+#include <QtCore/QFileInfo>
+#include <QtCore/QPointer>
+#include <QtCore/QUrl>
+#include <QtGui/QGuiApplication>
+#include <QtQml/QQmlContext>
+#include <QtQml/QQmlEngine>
+#include <QtQuick/QQuickItem>
+
+namespace Hovlets {
+
+class HVView::Private
+{
+public:
+    void debug(const QString &message) const
+    {
+        if (manager)
+            manager->handleMessage(HVMessageDebug, message);
+    }
+
+    QVariant setting(contextKey key, const QVariant &defaultValue) const
+    {
+        return manager ? std::as_const(*manager).context().get(key, defaultValue) : defaultValue;
+    }
+
+    QPointer<HVManager> manager;
+    HVContentTree content;
+    HVToolTipTheme *theme = nullptr; // child of the view
+    QString packageRoot;
+    bool stayOpen = false;
+    bool reserved = false;
+};
+
+namespace {
+
+Qt::CursorShape cursorShape(const QString &name)
+{
+    if (name == QLatin1String("PointingHandCursor"))
+        return Qt::PointingHandCursor;
+    if (name == QLatin1String("IBeamCursor"))
+        return Qt::IBeamCursor;
+    if (name == QLatin1String("BlankCursor"))
+        return Qt::BlankCursor;
+    return Qt::ArrowCursor;
+}
+
+/// "title 12:3:text", without reading placeholders in the text.
+QString errorMessage(const QString &title, const QQmlError &error)
+{
+    return QStringLiteral("%1 %2:%3:%4")
+            .arg(title, QString::number(error.line()), QString::number(error.column()),
+                 error.description());
+}
+
+} // namespace
+
+HVView::HVView(HVManager *manager, QWidget *parent)
+    : QQuickWidget(parent)
+    , d(std::make_unique<Private>())
+{
+    d->manager = manager;
+    d->theme = new HVToolTipTheme(this);
+    connect(engine(), &QQmlEngine::warnings, this, &HVView::handleWarnings);
+    engine()->rootContext()->setContextProperty(QStringLiteral("hovletTheme"), d->theme);
+    setResizeMode(QQuickWidget::SizeViewToRootObject);
+}
+
+HVView::~HVView()
+{
+    // The QML goes before the content that it shows, so that none of it is left to complain.
+    setSource(QUrl());
+}
+
+HVXmlElement *HVView::content()
+{
+    return d->content.entry();
+}
+
+const HVXmlElement *HVView::content() const
+{
+    return d->content.entry();
+}
+
+void HVView::setContent(HVXmlElement *element)
+{
+    HVXmlElement *root = element == d->content.entry() ? d->content.root() : nullptr;
+    d->content.release();
+    d->content = HVContentTree(element, root);
+}
+
+void HVView::setContentTree(HVContentTree tree)
+{
+    d->content.release();
+    d->content = std::move(tree);
+}
+
+HVContentTree HVView::takeContentTree()
+{
+    return std::move(d->content);
+}
+
+QDir HVView::packageRoot() const
+{
+    return QDir(d->packageRoot);
+}
+
+void HVView::setPackageRoot(const QDir &dir)
+{
+    d->packageRoot = dir.absolutePath();
+}
+
+bool HVView::stayOpen() const
+{
+    return d->stayOpen;
+}
+
+void HVView::setStayOpen(bool value)
+{
+    d->stayOpen = value;
+    Q_EMIT stayOpenChanged();
+}
+
+bool HVView::reserved() const
+{
+    return d->reserved;
+}
+
+void HVView::setReserved(bool value)
+{
+    if (d->reserved == value)
+        return;
+    d->reserved = value;
+    Q_EMIT reservedChanged();
+}
+
+bool HVView::documentationAvailable() const
+{
+    return d->setting(HVKeyDocumentationEnabled, QVariant()).toBool();
+}
+
+QString HVView::uiRootFilePath() const
+{
+    if (d->setting(HVKeySimpleMode, false).toBool()) {
+        return findComponent(QStringLiteral("simple"), HVKeySimpleUiFile,
+                             QStringLiteral("ui/SimpleTooltip.qml"), QString());
+    }
+    return findComponent(QStringLiteral("ui"), HVKeyRichUiFile, QStringLiteral("ui/HovletsUI.qml"),
+                         QString());
+}
+
+QString HVView::categoryPath(const QString &attribute, const QString &fallback,
+                             contextKey key) const
+{
+    QString path;
+    if (const HVXmlElement *element = content()) {
+        const auto *parent = qobject_cast<const HVXmlElement *>(element->parent());
+        if (element->hasAttribute(attribute))
+            path = element->attribute(attribute);
+        else if (parent && parent->hasAttribute(attribute))
+            path = parent->attribute(attribute);
+    }
+    return path.isEmpty() ? d->setting(key, fallback).toString() : path;
+}
+
+QString HVView::findComponent(const QString &attribute, contextKey key, const QString &fallback,
+                              const QString &relativePath) const
+{
+    const QString category = categoryPath(attribute, fallback, key);
+    if (!d->manager || !content())
+        return category;
+    const QStringList candidates =
+            d->manager->index()->componentPathsForElement(content(), category);
+    for (const QString &candidate : candidates) {
+        const QFileInfo file(relativePath.isEmpty()
+                                     ? candidate
+                                     : QDir(candidate).absoluteFilePath(relativePath));
+        if (file.exists())
+            return file.absoluteFilePath();
+    }
+    return category;
+}
+
+QString HVView::resourceDirectoryPath() const
+{
+    return categoryPath(QStringLiteral("resource"), QStringLiteral("Resources"),
+                        HVKeyResourceFolder);
+}
+
+void HVView::setItemCursor(QQuickItem *object, const QString &shape, const QString &tag)
+{
+    Q_UNUSED(tag)
+    if (!object)
+        return;
+    if (shape.isEmpty())
+        object->unsetCursor();
+    else
+        object->setCursor(cursorShape(shape));
+}
+
+void HVView::debugLog(const QString &msg)
+{
+    d->debug(msg);
+}
+
+bool HVView::openExternalResource(const QString &resourceLocator)
+{
+    return d->manager && d->manager->openExternalResource(resourceLocator);
+}
+
+QString HVView::interpolate(const QString &string)
+{
+    return d->manager ? d->manager->interpolate(string) : string;
+}
+
+void HVView::setOverrideCursor(const QString &shape)
+{
+    QGuiApplication::setOverrideCursor(cursorShape(shape));
+}
+
+void HVView::restoreOverrideCursor()
+{
+    QGuiApplication::restoreOverrideCursor();
+}
+
+QString HVView::translate(const QString &string, const QString &context)
+{
+    HVInterface *host = d->manager ? d->manager->interface() : nullptr;
+    return host ? host->translateString(string, context) : string;
+}
+
+QString HVView::findResource(const QString &relativePath)
+{
+    return findComponent(QStringLiteral("resources"), HVKeyResourceFolder,
+                         QStringLiteral("Resources"), relativePath);
+}
+
+void HVView::refreshTheme()
+{
+    d->theme->refresh();
+}
+
+void HVView::statusHasChanged(DECLARATIVEVIEW_STATUS s)
+{
+    if (s != QQuickWidget::Error)
+        return;
+    const QList<QQmlError> found = errors();
+    for (const QQmlError &error : found)
+        d->debug(errorMessage(QStringLiteral("Error"), error));
+}
+
+void HVView::loadQML(const QString &path)
+{
+    if (!QFileInfo::exists(path)) {
+        d->debug(QStringLiteral("Can't find :%1").arg(path));
+        return;
+    }
+    const QUrl url = QUrl::fromLocalFile(path);
+    if (url != source())
+        setSource(url);
+}
+
+void HVView::handleWarnings(const QList<QQmlError> &warnings)
+{
+    for (const QQmlError &warning : warnings)
+        d->debug(errorMessage(QStringLiteral("QML Warning"), warning));
+}
+
+void HVView::resetState()
+{
+    if (QQuickItem *root = rootObject())
+        root->setProperty("state", QString());
+}
+
+void HVView::managerContextSettingDidChange(HVContextKey key)
+{
+    if (key == HVKeyDocumentationEnabled)
+        Q_EMIT documentationAvailableChanged();
+}
+
+void HVView::resizeEvent(QResizeEvent *event)
+{
+    QQuickWidget::resizeEvent(event);
+    if (rootObject())
+        Q_EMIT contentSizeChanged();
+}
+
+void HVView::changeEvent(QEvent *event)
+{
+    QQuickWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange)
+        refreshTheme();
+}
+
+} // namespace Hovlets

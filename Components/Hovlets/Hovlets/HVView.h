@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "HVContext.h"
+#include "HVXmlElement.h"
+
+#include <QtCore/QDir>
+#include <QtQml/QQmlError>
+#include <QtQuickWidgets/QQuickWidget>
+
+#include <memory>
+
+class QQuickItem;
+
+namespace Hovlets {
+
+class HVContentTree;
+class HVManager;
+
+/// The type in which the slot statusHasChanged() has always been declared.
+typedef QQuickWidget::Status DECLARATIVEVIEW_STATUS;
+
+/*!
+ * \brief Runs the QML user interface of the current content and is what that QML sees of the
+ * library, as "hovletView".
+ *
+ * It takes the size of the QML's root item. Failures become messages of HVMessageDebug; nothing
+ * here raises an error. Created by the manager, owned by its popup; a view that outlives the
+ * manager sends no messages and finds nothing. GUI thread only.
+ */
+class HVView : public QQuickWidget
+{
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(HVView)
+    Q_PROPERTY(bool stayOpen READ stayOpen WRITE setStayOpen NOTIFY stayOpenChanged)
+    Q_PROPERTY(bool reserved READ reserved WRITE setReserved NOTIFY reservedChanged)
+    Q_PROPERTY(Hovlets::HVXmlElement *content READ content WRITE setContent NOTIFY contentChanged)
+    Q_PROPERTY(bool documentationAvailable READ documentationAvailable NOTIFY
+                       documentationAvailableChanged)
+    Q_PROPERTY(QString resourceDirectory READ resourceDirectoryPath)
+
+public:
+    HVView(HVManager *manager, QWidget *parent);
+
+    /// Deletes the content that is still set.
+    ~HVView() override;
+
+    HVXmlElement *content();
+    const HVXmlElement *content() const;
+
+    /// Stores the pointer and no more: whoever replaces content deletes the old one.
+    void setContent(HVXmlElement *element);
+
+    /// Sets the content that a look-up handed over, entry and root.
+    void setContentTree(HVContentTree tree);
+
+    /// Takes the content out; it is deleted with the returned object.
+    HVContentTree takeContentTree();
+
+    QDir packageRoot() const;
+    void setPackageRoot(const QDir &dir);
+
+    /// QML asks that the popup not hide by itself.
+    bool stayOpen() const;
+
+    /// Tells of every call, also when nothing changes: content relies on it.
+    void setStayOpen(bool value);
+
+    /// QML asks that the popup be kept as a window.
+    bool reserved() const;
+    void setReserved(bool value);
+
+    bool documentationAvailable() const;
+
+    /// Path of the QML file to run for the content; the category path when no file is there.
+    QString uiRootFilePath() const;
+
+    /*!
+     * Where components of a kind lie: the attribute of the content, else of its parent element,
+     * else the setting \a key with its default \a fallback.
+     */
+    QString categoryPath(const QString &attribute, const QString &fallback, contextKey key) const;
+
+    /*!
+     * The first existing file \a relativePath (or category path, when that is empty) in the
+     * content's search folders; the category path when there is none.
+     */
+    QString findComponent(const QString &attribute, contextKey key, const QString &fallback,
+                          const QString &relativePath) const;
+
+    /// The category path of the resources. Goes by "resource", where findResource() goes by
+    /// "resources"; content relies on the difference.
+    QString resourceDirectoryPath() const;
+
+    /// Sets the cursor that \a object shows; an empty \a shape removes it. \a tag is not used.
+    Q_INVOKABLE void setItemCursor(QQuickItem *object, const QString &shape, const QString &tag);
+    Q_INVOKABLE void debugLog(const QString &msg);
+    Q_INVOKABLE bool openExternalResource(const QString &resourceLocator);
+
+    /// The text with its placeholders "%(name)s" filled.
+    Q_INVOKABLE QString interpolate(const QString &string);
+
+    /// Pushes a cursor for the whole application; QML pairs it with restoreOverrideCursor().
+    Q_INVOKABLE void setOverrideCursor(const QString &shape);
+    Q_INVOKABLE void restoreOverrideCursor();
+    Q_INVOKABLE QString translate(const QString &string, const QString &context);
+
+    /// Path of a file in the package's resources, as written; the category path if not found.
+    Q_INVOKABLE QString findResource(const QString &relativePath);
+
+    /// Reads the desktop's tooltip colours and the application's font anew.
+    void refreshTheme();
+
+public Q_SLOTS:
+    /// Sends the view's errors as messages. Connected to nothing by the library.
+    void statusHasChanged(DECLARATIVEVIEW_STATUS s);
+
+    /// Runs the QML file, unless it runs already. A missing file leaves what runs.
+    void loadQML(const QString &path);
+    void handleWarnings(const QList<QQmlError> &warnings);
+
+    /// Puts the QML's root item back into its default state.
+    void resetState();
+
+    /// Tells QML that HVKeyDocumentationEnabled changed. Connected to nothing by the library.
+    void managerContextSettingDidChange(HVContextKey key);
+
+Q_SIGNALS:
+    void stayOpenChanged();
+    void reservedChanged();
+    void contentChanged();
+    void contentSizeChanged();
+    void documentationAvailableChanged();
+    void resourceDirectoryChanged();
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+    void changeEvent(QEvent *event) override;
+
+private:
+    class Private;
+    std::unique_ptr<Private> d;
+};
+
+} // namespace Hovlets

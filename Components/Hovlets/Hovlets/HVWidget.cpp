@@ -1,0 +1,369 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HVWidget.h"
+
+#include "HVContentTree.h"
+#include "HVContext.h"
+#include "HVManager.h"
+#include "HVView.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QEvent>
+#include <QtCore/QFileInfo>
+#include <QtCore/QPointer>
+#include <QtCore/QPropertyAnimation>
+#include <QtCore/QTimer>
+#include <QtGui/QCursor>
+#include <QtGui/QGuiApplication>
+#include <QtGui/QScreen>
+#include <QtGui/QWindow>
+#include <QtQml/QQmlContext>
+#include <QtQml/QQmlEngine>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QVBoxLayout>
+
+namespace Hovlets {
+
+namespace {
+
+constexpr Qt::WindowFlags PinnedHints =
+        Qt::WindowTitleHint | Qt::CustomizeWindowHint | Qt::WindowCloseButtonHint;
+constexpr qreal FadeStart = 0.1;
+
+/// What to call a pinned popup: content may carry its title in any of three places.
+QString titleOf(const HVXmlElement *content)
+{
+    if (!content)
+        return {};
+    QString title = content->property("title").toString();
+    if (title.isEmpty())
+        title = content->attribute(QStringLiteral("title"));
+    const HVXmlElement *child = content->childElement(QStringLiteral("title"));
+    if (title.isEmpty() && child)
+        title = child->content().simplified();
+    return title;
+}
+
+} // namespace
+
+class HVWidget::Private
+{
+public:
+    QVariant setting(contextKey key, const QVariant &defaultValue) const
+    {
+        return manager ? std::as_const(*manager).context().get(key, defaultValue) : defaultValue;
+    }
+
+    QPointer<HVView> view;
+    QPointer<QWidget> referenceWidget;
+    QPropertyAnimation *opacityAnimation = nullptr; // child
+    QTimer *hideTimer = nullptr; // child
+    QPointer<HVManager> manager;
+    bool pinned = false;
+};
+
+HVWidget::HVWidget(HVManager *manager, QWidget *parent, QWidget *referenceWidget)
+    : QWidget(parent)
+    , d(std::make_unique<Private>())
+{
+    d->manager = manager;
+    d->referenceWidget = referenceWidget;
+    d->opacityAnimation = new QPropertyAnimation(this, "windowOpacity", this);
+    d->hideTimer = new QTimer(this);
+    d->hideTimer->setSingleShot(true);
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    if (!d->setting(HVKeyPopupIsWindow, false).toBool())
+        setWindowFlags(Qt::ToolTip);
+    connect(d->hideTimer, &QTimer::timeout, this, &HVWidget::hideAnimated);
+}
+
+HVWidget::~HVWidget()
+{
+    setView(nullptr);
+}
+
+void HVWidget::setView(HVView *view)
+{
+    delete d->view;
+    d->view = view;
+    if (!view)
+        return;
+    connect(view, &HVView::reservedChanged, this, &HVWidget::contentReservedChanged);
+    connect(view, &HVView::contentSizeChanged, this, &HVWidget::contentResized);
+    view->installEventFilter(this);
+    view->move(0, 0);
+}
+
+HVView *HVWidget::view() const
+{
+    return d->view;
+}
+
+HVManager *HVWidget::manager() const
+{
+    return d->manager;
+}
+
+QWidget *HVWidget::referenceWidget() const
+{
+    return d->referenceWidget;
+}
+
+void HVWidget::showWithContent(QObject *reference, const QPoint &pos, HVXmlElement *content,
+                               const QString &rootPath)
+{
+    if (!content || !d->view)
+        return;
+    d->referenceWidget =
+            reference && reference->isWidgetType() ? static_cast<QWidget *>(reference) : nullptr;
+    d->view->setPackageRoot(QDir(rootPath));
+    // Deleted on return, when the QML has the new content to look at.
+    HVContentTree replaced;
+    if (d->view->content() != content)
+        replaced = d->view->takeContentTree();
+    d->view->setContent(content);
+    const QFileInfo ui(d->view->uiRootFilePath());
+    move(pos);
+    if (isVisible())
+        reposition();
+
+    d->view->refreshTheme();
+    // At once, so that no binding sees the new content with the old folder.
+    d->view->engine()->rootContext()->setContextProperties({
+            { QStringLiteral("hovlet"), QVariant::fromValue<QObject *>(content) },
+            { QStringLiteral("dataLocation"), rootPath },
+            { QStringLiteral("hovletView"), QVariant::fromValue<QObject *>(d->view) },
+    });
+    d->view->loadQML(ui.absoluteFilePath());
+    // A countdown that began on the way from the last control must not hide this one's popup.
+    if (isVisible())
+        checkMousePosition(QCursor::pos());
+    showAnimated();
+}
+
+void HVWidget::showAnimated()
+{
+    if (isVisible()) {
+        endFadeOut();
+        return;
+    }
+    // Wayland takes a tooltip for one only when it belongs to a window.
+    if (d->referenceWidget && isWindow()) {
+        create();
+        windowHandle()->setTransientParent(d->referenceWidget->window()->windowHandle());
+    }
+    const int duration = d->setting(HVKeyShowFadeDuration, 0).toInt();
+    if (duration == 0) {
+        setWindowOpacity(1.0);
+        show();
+        return;
+    }
+    setWindowOpacity(FadeStart);
+    show();
+    contentResized();
+    d->opacityAnimation->setDuration(duration);
+    d->opacityAnimation->setStartValue(FadeStart);
+    d->opacityAnimation->setEndValue(1.0);
+    d->opacityAnimation->start(QAbstractAnimation::KeepWhenStopped);
+}
+
+void HVWidget::hideAnimated()
+{
+    if (!isVisible() || d->opacityAnimation->state() != QAbstractAnimation::Stopped)
+        return;
+    const int duration = d->setting(HVKeyHideFadeDuration, 300).toInt();
+    if (duration == 0) {
+        hideAnimationFinished();
+        return;
+    }
+    d->opacityAnimation->setDuration(duration);
+    d->opacityAnimation->setStartValue(windowOpacity());
+    d->opacityAnimation->setEndValue(0.0);
+    connect(d->opacityAnimation, &QPropertyAnimation::finished, this,
+            &HVWidget::hideAnimationFinished);
+    d->opacityAnimation->start(QAbstractAnimation::KeepWhenStopped);
+    d->hideTimer->stop();
+}
+
+void HVWidget::hideAnimationFinished()
+{
+    if (d->view)
+        d->view->resetState();
+    hide();
+}
+
+/// Keeps a popup that was fading out. A fade-in, which ends at full opacity anyway, goes on.
+void HVWidget::endFadeOut()
+{
+    const bool fadesOut = d->opacityAnimation->state() != QAbstractAnimation::Stopped
+            && qFuzzyIsNull(d->opacityAnimation->endValue().toReal());
+    if (!fadesOut)
+        return;
+    disconnect(d->opacityAnimation, &QPropertyAnimation::finished, this,
+               &HVWidget::hideAnimationFinished);
+    d->opacityAnimation->stop();
+    setWindowOpacity(1.0);
+    checkMousePosition(QCursor::pos());
+}
+
+void HVWidget::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    if (!isSafe(QCursor::pos()))
+        setTimer();
+    reposition();
+}
+
+void HVWidget::hideEvent(QHideEvent *event)
+{
+    QWidget::hideEvent(event);
+    disconnect(d->opacityAnimation, &QPropertyAnimation::finished, this,
+               &HVWidget::hideAnimationFinished);
+    // Neither a fade nor a countdown of this show may touch the next one.
+    d->opacityAnimation->stop();
+    d->hideTimer->stop();
+}
+
+void HVWidget::setTimer()
+{
+    d->hideTimer->stop();
+    if (d->pinned || (d->view && d->view->stayOpen()))
+        return;
+    const float delay = d->setting(HVKeyHideDelay, 3000).toFloat();
+    if (delay > 0)
+        d->hideTimer->start(static_cast<int>(delay));
+}
+
+void HVWidget::checkMousePosition(const QPoint &pos)
+{
+    if (isSafe(pos))
+        d->hideTimer->stop();
+    else if (!d->hideTimer->isActive())
+        setTimer();
+}
+
+bool HVWidget::isSafe(const QPoint &pos) const
+{
+    if (d->referenceWidget && QApplication::widgetAt(pos) == d->referenceWidget)
+        return true;
+    const QSize margin = d->setting(HVKeySafeMargin, QSize(20, 20)).toSize();
+    return QRect(mapToGlobal(QPoint(0, 0)), frameGeometry().size())
+            .adjusted(-margin.width(), -margin.height(), margin.width(), margin.height())
+            .contains(pos);
+}
+
+QRect HVWidget::findVisibleGeometry(QRect geometry, bool *move) const
+{
+    const QScreen *screen =
+            d->referenceWidget ? d->referenceWidget->screen() : QGuiApplication::primaryScreen();
+    const QRect area = screen ? screen->availableGeometry() : geometry;
+    const QPoint before = geometry.topLeft();
+    // Bottom and right come last and win: of a popup too large for the screen they are in view.
+    if (geometry.top() < area.top())
+        geometry.moveTop(area.top());
+    if (geometry.left() < area.left())
+        geometry.moveLeft(area.left());
+    if (geometry.bottom() > area.bottom())
+        geometry.moveBottom(area.bottom());
+    if (geometry.right() > area.right())
+        geometry.moveRight(area.right());
+    if (move)
+        *move = geometry.topLeft() != before;
+    return geometry;
+}
+
+void HVWidget::reposition()
+{
+    bool shifted = false;
+    const QRect geometry = findVisibleGeometry(window()->frameGeometry(), &shifted);
+    if (shifted)
+        window()->move(geometry.topLeft());
+}
+
+/// The window that is the popup's to resize and close; null when it is docked inside another.
+QWidget *HVWidget::ownWindow()
+{
+    if (isWindow())
+        return this;
+    return parentWidget()->isWindow() ? parentWidget() : nullptr;
+}
+
+void HVWidget::contentResized()
+{
+    if (!d->view)
+        return;
+    // The extra pixel is deliberate: user interfaces rely on it to show their last border line.
+    constexpr QSize Extra(1, 1);
+    const QSize size = d->view->size();
+    setFixedSize(size + Extra);
+    QWidget *own = ownWindow();
+    if (!own)
+        return;
+    QSize ownSize = size;
+    if (own != this) {
+        const QMargins margins = own->layout() ? own->layout()->contentsMargins() : QMargins();
+        ownSize = size.grownBy(margins);
+        own->setFixedSize(ownSize + Extra);
+    }
+    const QRect client = own->geometry();
+    const QRect frame = own->frameGeometry();
+    bool shifted = false;
+    const QRect visible = findVisibleGeometry(QRect(frame.topLeft(), ownSize), &shifted);
+    if (shifted)
+        own->move(visible.left(), visible.top() - (client.top() - frame.top()));
+}
+
+void HVWidget::contentReservedChanged()
+{
+    QWidget *container = nullptr;
+    if (!d->view || !d->view->reserved() || !d->manager || !d->manager->reserve(this, container))
+        return;
+    endFadeOut();
+    d->pinned = true;
+    d->hideTimer->stop();
+    const QPoint position = pos();
+    if (container)
+        dock(container, position);
+    else
+        becomeToolWindow(position);
+}
+
+void HVWidget::dock(QWidget *container, const QPoint &position)
+{
+    setParent(container, Qt::WindowFlags());
+    if (!container->layout()) {
+        auto *layout = new QVBoxLayout(container);
+        layout->setContentsMargins(0, 0, 0, 0);
+    }
+    const HVXmlElement *content = d->view->content();
+    container->setWindowTitle(content ? content->attribute(QStringLiteral("title")) : QString());
+    container->layout()->addWidget(this);
+    container->setWindowFlags(container->windowFlags() | PinnedHints);
+    show();
+    contentResized();
+    container->move(position);
+    container->show();
+}
+
+void HVWidget::becomeToolWindow(const QPoint &position)
+{
+    setAttribute(Qt::WA_DeleteOnClose);
+    setParent(d->referenceWidget ? d->referenceWidget->window() : nullptr, Qt::Tool | PinnedHints);
+    setWindowModality(Qt::NonModal);
+    setWindowTitle(titleOf(d->view->content()));
+    move(position);
+    show();
+}
+
+/// QML closes the window around it with hovletView.close(): closing the view alone would leave an
+/// empty frame.
+bool HVWidget::eventFilter(QObject *object, QEvent *event)
+{
+    if (object != d->view || event->type() != QEvent::Close)
+        return QWidget::eventFilter(object, event);
+    event->ignore();
+    QWidget *own = ownWindow();
+    (own ? own : this)->close();
+    return true;
+}
+
+} // namespace Hovlets

@@ -1,0 +1,263 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HVXmlParser.h"
+
+#include "HVXmlElement.h"
+
+#include <QtCore/QDebug>
+#include <QtCore/QMap>
+#include <QtCore/QMetaMethod>
+#include <QtCore/QMetaProperty>
+#include <QtCore/QPointer>
+#include <QXmlInputSource>
+
+namespace Hovlets {
+
+namespace {
+
+// The reader recurses per element: about 1,100 levels overflow a stack of 512 KB.
+constexpr int MaxDepth = 512;
+
+// Content is text that people read; repeated entities can blow a small file up to gigabytes.
+constexpr qint64 MaxCharacters = 64 * 1024 * 1024;
+
+// The reader expands an entity to at most 4,096 characters but an attribute to any number of them,
+// in memory, before it hands it over. So many references end in some 500 MB.
+constexpr int MaxEntityReferences = 65536;
+
+struct StackEntry
+{
+    QPointer<QObject> object;
+    int mode = 0;
+};
+
+void log(const QString &message)
+{
+    qDebug().noquote() << message;
+}
+
+bool isEntityBomb(const QString &document)
+{
+    return document.contains(QLatin1String("<!ENTITY"))
+            && document.count(QLatin1Char('&')) > MaxEntityReferences;
+}
+
+/// Writes the attributes to the properties of their names; false when a property is missing.
+bool writeAttributes(const QMetaObject *metaObject, QObject *object, const QXmlAttributes &atts)
+{
+    for (int i = 0; i < atts.count(); ++i) {
+        const QString name = atts.localName(i);
+        const int property = metaObject->indexOfProperty(name.toLatin1().constData());
+        if (property < 0) {
+            log(QStringLiteral("No Property named %1 on %2")
+                        .arg(name, QLatin1String(metaObject->className())));
+            return false;
+        }
+        if (object && !metaObject->property(property).write(object, QVariant(atts.value(i)))) {
+            log(QStringLiteral("Could not write \"%1\" to property %2 of %3")
+                        .arg(atts.value(i), name, QLatin1String(metaObject->className())));
+        }
+    }
+    return true;
+}
+
+void writeIfPresent(QObject *object, const char *name, const QString &value)
+{
+    const QMetaObject *metaObject = object->metaObject();
+    const int property = metaObject->indexOfProperty(name);
+    if (property >= 0)
+        metaObject->property(property).write(object, value.trimmed());
+}
+
+} // namespace
+
+class HVXmlParser::Private
+{
+public:
+    /// An object of the class, or null with the reason in the debug output.
+    QObject *create(const QMetaObject *metaObject, QObject *parent, const QString &localName,
+                    const QXmlAttributes &atts) const;
+
+    QMap<QString, const QMetaObject *> elements;
+    const QMetaObject *defaultElement = &HVXmlElement::staticMetaObject;
+    QList<StackEntry> stack;
+    QList<QPointer<QObject>> orphans; // built below a skipped element: nobody else knows them
+    Callback callback = nullptr;
+    void *userData = nullptr;
+    int mode = GenerateAsk;
+    qint64 delivered = 0;
+};
+
+QObject *HVXmlParser::Private::create(const QMetaObject *metaObject, QObject *parent,
+                                      const QString &localName, const QXmlAttributes &atts) const
+{
+    QObject *object =
+            metaObject->newInstance(Q_ARG(QObject *, parent), Q_ARG(QXmlAttributes, atts));
+    if (object)
+        return object;
+
+    std::unique_ptr<QObject> plain(metaObject->newInstance(Q_ARG(QObject *, parent)));
+    if (!writeAttributes(metaObject, plain.get(), atts))
+        return nullptr;
+    if (!plain)
+        log(QStringLiteral("Could not find object for element: %1").arg(localName));
+    return plain.release();
+}
+
+HVXmlParser::HVXmlParser(Callback callback, void *userData)
+    : d(std::make_unique<Private>())
+{
+    d->callback = callback;
+    d->userData = userData;
+    // Text around entities then comes in pieces, so that a flood of them is stopped on its way.
+    setFeature(QStringLiteral("http://qt-project.org/xml/features/report-start-end-entity"), true);
+}
+
+HVXmlParser::~HVXmlParser()
+{
+    for (const StackEntry &entry : std::as_const(d->stack))
+        delete entry.object.data();
+    for (const QPointer<QObject> &orphan : std::as_const(d->orphans))
+        delete orphan.data();
+}
+
+void HVXmlParser::registerElement(const QString &tag, const QMetaObject *metaObject)
+{
+    d->elements.insert(tag, metaObject);
+}
+
+void HVXmlParser::unregisterElement(const QString &tag)
+{
+    d->elements.remove(tag);
+}
+
+const QMetaObject *HVXmlParser::metaObjectForElement(const QString &tag) const
+{
+    return d->elements.value(tag, nullptr);
+}
+
+void HVXmlParser::setDefaultElement(const QMetaObject *metaObject)
+{
+    Q_ASSERT(metaObject);
+    d->defaultElement = metaObject;
+}
+
+const QMetaObject *HVXmlParser::defaultElement() const
+{
+    return d->defaultElement;
+}
+
+QList<QObject *> HVXmlParser::read(const QXmlInputSource *source)
+{
+    d->mode = GenerateAsk;
+    d->delivered = 0;
+    d->stack.clear();
+    HVXmlElement holder;
+    d->stack.append({ &holder, GenerateAsk });
+
+    setContentHandler(this);
+    setErrorHandler(this);
+    if (isEntityBomb(source->data())) {
+        fatalError(QXmlParseException(QStringLiteral("too many entity references"), 1, 1));
+        return {};
+    }
+    parse(source);
+
+    const QList<QObject *> objects = holder.children();
+    for (QObject *object : objects)
+        object->setParent(nullptr);
+    return objects;
+}
+
+QList<QObject *> HVXmlParser::read(const QXmlInputSource &source)
+{
+    return read(&source);
+}
+
+bool HVXmlParser::isClosed() const
+{
+    return d->stack.size() <= 1;
+}
+
+bool HVXmlParser::startElement(const QString &namespaceURI, const QString &localName,
+                               const QString &qName, const QXmlAttributes &atts)
+{
+    if (d->stack.size() > MaxDepth)
+        return false;
+    for (int i = 0; i < atts.count(); ++i)
+        d->delivered += atts.value(i).size();
+    if (d->delivered > MaxCharacters)
+        return false;
+
+    int generate = d->mode;
+    if (generate & SkipChildren) {
+        d->stack.append({ nullptr, SkipChildren });
+        return true;
+    }
+    if ((generate & GenerateAsk) && d->callback)
+        generate = d->callback(qName, atts, d->userData);
+    if (generate & SkipChildren)
+        d->mode = SkipChildren;
+    else
+        d->mode = generate & GenerateAll ? GenerateAll : GenerateAsk;
+    if (generate & SkipElement) {
+        d->stack.append({ nullptr, d->mode });
+        return true;
+    }
+
+    QObject *parent = d->stack.isEmpty() ? nullptr : d->stack.constLast().object.data();
+    const QMetaObject *registered = metaObjectForElement(localName);
+    QObject *object =
+            d->create(registered ? registered : d->defaultElement, parent, localName, atts);
+    if (!object)
+        return false;
+    if (!parent)
+        d->orphans.append(object);
+    writeIfPresent(object, "tagNameSpace", namespaceURI);
+    writeIfPresent(object, "tagName", qName);
+    d->stack.append({ object, d->mode });
+    return true;
+}
+
+bool HVXmlParser::endElement(const QString &namespaceURI, const QString &localName,
+                             const QString &qName)
+{
+    Q_UNUSED(namespaceURI)
+    Q_UNUSED(localName)
+    Q_UNUSED(qName)
+    if (!d->stack.isEmpty())
+        d->stack.removeLast();
+    if (!d->stack.isEmpty())
+        d->mode = d->stack.constLast().mode;
+    return true;
+}
+
+bool HVXmlParser::characters(const QString &ch)
+{
+    d->delivered += ch.size();
+    if (d->delivered > MaxCharacters)
+        return false;
+
+    QObject *object = d->stack.isEmpty() ? nullptr : d->stack.constLast().object.data();
+    if (!object)
+        return true;
+    const int method = object->metaObject()->indexOfMethod("appendContent(QString)");
+    if (method >= 0)
+        object->metaObject()->method(method).invoke(object, Qt::DirectConnection,
+                                                    Q_ARG(QString, ch));
+    return true;
+}
+
+bool HVXmlParser::ignorableWhitespace(const QString &ch)
+{
+    return characters(ch);
+}
+
+bool HVXmlParser::fatalError(const QXmlParseException &exception)
+{
+    log(QStringLiteral("Fatal error at %1,%2 : %3")
+                .arg(QString::number(exception.lineNumber()),
+                     QString::number(exception.columnNumber()), exception.message()));
+    return false;
+}
+
+} // namespace Hovlets

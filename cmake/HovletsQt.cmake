@@ -1,0 +1,20 @@
+# SPDX-License-Identifier: Apache-2.0
+# Finds the Qt to build with and its modules. The SAX reader lives in another module in each.
+
+set(_names Qt6 Qt5)
+if(HOVLETS_QT_MAJOR)
+    set(_names Qt${HOVLETS_QT_MAJOR})
+endif()
+find_package(QT NAMES ${_names} REQUIRED COMPONENTS Core)
+
+set(HOVLETS_QT Qt${QT_VERSION_MAJOR})
+if(QT_VERSION_MAJOR EQUAL 6)
+    set(_minimum 6.4)
+    set(HOVLETS_QT_SAX Core5Compat)
+else()
+    set(_minimum 5.15)
+    set(HOVLETS_QT_SAX Xml)
+endif()
+find_package(${HOVLETS_QT} ${_minimum} REQUIRED
+    COMPONENTS Core Gui Widgets Qml Quick QuickWidgets ${HOVLETS_QT_SAX})
+message(STATUS "Hovlets is built with Qt ${QT_VERSION}")

@@ -1,0 +1,26 @@
+# SPDX-License-Identifier: Apache-2.0
+# What every target of the project is compiled with.
+
+function(hovlets_target target)
+    target_compile_features(${target} PUBLIC cxx_std_17)
+    set_target_properties(${target} PROPERTIES
+        AUTOMOC ON
+        CXX_EXTENSIONS OFF
+        CXX_VISIBILITY_PRESET hidden
+        VISIBILITY_INLINES_HIDDEN ON)
+    target_compile_definitions(${target} PRIVATE
+        QT_NO_CAST_FROM_ASCII
+        QT_NO_CAST_TO_ASCII
+        QT_NO_FOREACH
+        QT_NO_KEYWORDS
+        # Qt 5.15 deprecates the SAX reader, which Qt 6 goes on to ship in a module of its own.
+        QT_DEPRECATED_WARNINGS_SINCE=0x050E00)
+    target_compile_options(${target} PRIVATE
+        $<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:-Wall -Wextra -Wpedantic>
+        $<$<AND:$<BOOL:${HOVLETS_WERROR}>,$<CXX_COMPILER_ID:GNU,Clang,AppleClang>>:-Werror>)
+    if(HOVLETS_SANITIZE)
+        target_compile_options(${target} PRIVATE
+            -fsanitize=${HOVLETS_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+        target_link_options(${target} PRIVATE -fsanitize=${HOVLETS_SANITIZE})
+    endif()
+endfunction()
