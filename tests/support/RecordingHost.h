@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "HVContext.h"
+#include "HVInterface.h"
+#include "HVManager.h"
+
+#include <QtCore/QList>
+#include <QtCore/QPair>
+#include <QtCore/QPointer>
+#include <QtWidgets/QWidget>
+
+#include <memory>
+
+namespace Hovlets {
+class HVView;
+class HVWidget;
+} // namespace Hovlets
+
+/*!
+ * \brief A host that notes what the library asks of it and answers as told.
+ *
+ * An interface keeps its manager to itself, so this one makes a second manager, with the given
+ * settings and content, for tests to work with; the base class's own has neither.
+ */
+class RecordingHost : public Hovlets::HVInterface
+{
+    Q_OBJECT
+
+public:
+    RecordingHost(HVContext &context, const QStringList &dataPaths,
+                  Hovlets::HVIndex *index = nullptr);
+
+    ~RecordingHost() override;
+
+    Hovlets::HVManager *manager();
+
+    /// The current popup and its view, null before the first show.
+    Hovlets::HVWidget *popup();
+    Hovlets::HVView *view();
+
+    void forgetMessages();
+
+    /// The texts of the messages of one type.
+    QStringList messagesOf(Hovlets::HVMessageType type) const;
+
+    QWidget *createWindow(Hovlets::HVWindowType type) override;
+    bool openExternalResource(Hovlets::HVExternalResourceType type,
+                              const QString &resource) override;
+    void handleMessage(Hovlets::HVMessageType type, const QString &message) override;
+    QString translateString(const QString &text, const QString &context) override;
+    QString shortCutForObject(const QString &key, QObject *object,
+                              const QString &shortcut) override;
+
+    QList<QPair<Hovlets::HVMessageType, QString>> messages;
+    QList<QPair<Hovlets::HVExternalResourceType, QString>> opened;
+    QList<Hovlets::HVWindowType> windowsAskedFor;
+    QStringList shortcutsAskedFor; // keys
+
+    QPointer<QWidget> container; // answer of createWindow()
+    bool opens = true; // answer of openExternalResource()
+    QString shortcut; // answer of shortCutForObject(); null gives back the content's own
+
+private:
+    std::unique_ptr<Hovlets::HVManager> m_manager;
+};
