@@ -18,7 +18,7 @@ namespace {
 constexpr int MaxDepth = 512;
 
 // Content is text that people read; repeated entities can blow a small file up to gigabytes.
-constexpr qint64 MaxCharacters = 64 * 1024 * 1024;
+constexpr qint64 MaxCharacters = qint64 { 64 } * 1024 * 1024;
 
 // The reader expands an entity to at most 4,096 characters but an attribute to any number of them,
 // in memory, before it hands it over. So many references end in some 500 MB.
