@@ -1,10 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVManager.h"
 
+#include "HVContentLocale.h"
 #include "HVContentTree.h"
+#include "HVContentTranslator.h"
 #include "HVContext.h"
+#include "HVExternalResource.h"
+#include "HVHoverPopup.h"
 #include "HVIndex.h"
 #include "HVInterpolation.h"
+#include "HVPackageFiles.h"
+#include "HVPinnedPopups.h"
+#include "HVQmlTypes.h"
 #include "HVQtCompat.h"
 #include "HVView.h"
 #include "HVWidget.h"
@@ -12,15 +19,8 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QElapsedTimer>
-#include <QtCore/QFileInfo>
-#include <QtCore/QPointer>
-#include <QtCore/QTranslator>
-#include <QtCore/QUrl>
 #include <QtGui/QHelpEvent>
-#include <QtQml/qqml.h>
 #include <QtWidgets/QApplication>
-
-#include <algorithm>
 
 namespace Hovlets {
 
@@ -34,32 +34,20 @@ public:
     {
     }
 
-    HVXmlElement *content() const
-    {
-        return widget && widget->view() ? widget->view()->content() : nullptr;
-    }
-
-    /// Drops popups that the user has closed.
-    void forgetClosedPopups() { reservedWidgets.removeAll(QPointer<HVWidget>()); }
-
     HVInterface *interface; // not owned
     QStringList dataPaths;
     QStringList loadedDirectories; // canonical, most recent first
     HVContext context;
     QMap<QString, QVariant> globalProperties;
-    QPointer<HVWidget> widget; // the current popup
     std::unique_ptr<HVIndex> ownIndex;
     HVIndex *index = nullptr; // the host's, or ownIndex
-    QList<QPointer<HVWidget>> reservedWidgets;
     bool eventFilterInstalled = false;
-    QTranslator *translator = nullptr; // child of the manager, never installed
-    QString translationFile;
+    HVContentTranslator translator;
+    HVPinnedPopups pinned;
+    HVHoverPopup popup;
 };
 
 namespace {
-
-constexpr auto ControlFileFilter = "*.xml";
-constexpr QDir::Filters Listed = QDir::NoSymLinks | QDir::Readable | QDir::NoDotAndDotDot;
 
 QString seconds(const QElapsedTimer &timer)
 {
@@ -71,34 +59,6 @@ void setAlwaysShowToolTips(bool on)
     const QWidgetList windows = QApplication::topLevelWidgets();
     for (QWidget *window : windows)
         window->setAttribute(Qt::WA_AlwaysShowToolTips, on);
-}
-
-void registerQmlTypes()
-{
-    static const int element =
-            qmlRegisterType<HVXmlElement>("com.zandor.hovlets.qml", 1, 0, "HVXmlElement");
-    Q_UNUSED(element)
-}
-
-QList<QPointer<HVWidget>> &dismissedPopups()
-{
-    static QList<QPointer<HVWidget>> popups;
-    return popups;
-}
-
-/*!
- * Deletes \a popup later, at the latest with the application: a host that deletes its interface
- * after exec() has no event loop left to do it.
- */
-void dismiss(HVWidget *popup)
-{
-    popup->deleteLater();
-    dismissedPopups().append(popup);
-    qAddPostRoutine([] {
-        for (const QPointer<HVWidget> &left : std::as_const(dismissedPopups()))
-            delete left.data();
-        dismissedPopups().clear();
-    });
 }
 
 } // namespace
@@ -121,8 +81,7 @@ HVManager::HVManager(HVInterface *interface, HVContext &context, const QStringLi
     QElapsedTimer timer;
     timer.start();
     loadDataPath(dataPaths);
-    handleMessage(HVMessageInformation,
-                  QStringLiteral("Indexed packages in %1 seconds").arg(seconds(timer)));
+    inform(QStringLiteral("Indexed packages in %1 seconds").arg(seconds(timer)));
 
     registerQmlTypes();
     if (d->context.get(HVKeyTrackHover, false).toBool()) {
@@ -136,8 +95,6 @@ HVManager::~HVManager()
     if (d->eventFilterInstalled && QCoreApplication::instance())
         QCoreApplication::instance()->removeEventFilter(this);
     setAlwaysShowToolTips(false);
-    if (d->widget)
-        dismiss(d->widget);
 }
 
 HVContext &HVManager::context()
@@ -162,7 +119,7 @@ HVInterface *HVManager::interface()
 
 HVWidget *HVManager::widget()
 {
-    return d->widget;
+    return d->popup.widget();
 }
 
 QStringList HVManager::searchPaths()
@@ -183,14 +140,11 @@ void HVManager::loadDataPath(const QStringList &paths)
         const QDir directory(QFileInfo(path).absoluteFilePath());
         const QString filter = QStringLiteral("*.%1").arg(
                 d->context.get(HVKeyPackageSuffix, QStringLiteral("hovlets")).toString());
-        handleMessage(HVMessageInformation,
-                      QStringLiteral("indexing packages (%2) in %1 ")
-                              .arg(directory.absolutePath(), filter));
-        const QFileInfoList packages =
-                directory.entryInfoList({ filter }, QDir::Dirs | Listed, QDir::NoSort);
+        inform(QStringLiteral("indexing packages (%2) in %1 ")
+                       .arg(directory.absolutePath(), filter));
+        const QList<QFileInfo> packages = packagesIn(directory, filter);
         for (const QFileInfo &package : packages)
             loadPackage(package);
-
         const QString canonical = directory.canonicalPath();
         if (!d->loadedDirectories.contains(canonical))
             d->loadedDirectories.prepend(canonical);
@@ -200,24 +154,15 @@ void HVManager::loadDataPath(const QStringList &paths)
 void HVManager::loadPackage(const QFileInfo &package)
 {
     const QDir directory(package.absoluteFilePath());
-    handleMessage(HVMessageInformation,
-                  QStringLiteral("indexing control files in %1").arg(directory.absolutePath()));
+    inform(QStringLiteral("indexing control files in %1").arg(directory.absolutePath()));
     const QFileInfo control(directory.absoluteFilePath(
             d->context.get(HVKeyControlFolderName, QStringLiteral("Control")).toString()));
-    handleMessage(
-            HVMessageInformation,
-            QStringLiteral("looking for control files in :%1").arg(control.absoluteFilePath()));
+    inform(QStringLiteral("looking for control files in :%1").arg(control.absoluteFilePath()));
 
-    // No entry is a symbolic link, so the folder's canonical path serves all its files.
-    const QDir canonicalFolder(control.canonicalFilePath());
-    const QString canonicalPackage = package.canonicalFilePath();
-    const QStringList files = QDir(control.absoluteFilePath())
-                                      .entryList({ QLatin1String(ControlFileFilter) },
-                                                 QDir::Files | Listed, QDir::NoSort);
-    for (const QString &name : files) {
-        const QString file = canonicalFolder.filePath(name);
-        handleMessage(HVMessageInformation, QStringLiteral("found control file :%1").arg(file));
-        indexControFile(file, canonicalPackage);
+    const QStringList files = controlFilesIn(control);
+    for (const QString &file : files) {
+        inform(QStringLiteral("found control file :%1").arg(file));
+        indexControFile(file, package.canonicalFilePath());
     }
 }
 
@@ -228,22 +173,12 @@ void HVManager::indexControFile(const QString &file, const QString &package)
 
 QLocale HVManager::currentLocale()
 {
-    for (const contextKey key : { HVKeyLocale, HVKeyFallbackLocale }) {
-        const QString name = d->context.get(key, QString()).toString();
-        if (!name.isEmpty())
-            return QLocale(name);
-    }
-    return QLocale::system();
+    return translationLocale(d->context);
 }
 
 void HVManager::initializeTooltipWindow(QWidget *parent)
 {
-    if (d->widget) {
-        d->widget->setParent(parent);
-        return;
-    }
-    d->widget = new HVWidget(this, parent, nullptr);
-    d->widget->setView(new HVView(this, d->widget));
+    d->popup.prepare(this, parent);
 }
 
 bool HVManager::eventFilter(QObject *object, QEvent *event)
@@ -260,8 +195,8 @@ bool HVManager::eventFilter(QObject *object, QEvent *event)
     case QEvent::ToolTip:
         return show(keyForObject(object), static_cast<QHelpEvent *>(event)->globalPos(), object);
     case QEvent::ApplicationDeactivate:
-        if (d->widget)
-            d->widget->hide();
+        if (widget())
+            widget()->hide();
         break;
     default:
         break;
@@ -272,127 +207,91 @@ bool HVManager::eventFilter(QObject *object, QEvent *event)
 bool HVManager::mouseMoveEventFilter(QObject *object, QMouseEvent *event)
 {
     Q_UNUSED(object)
-    if (d->widget && d->widget->isVisible())
-        d->widget->checkMousePosition(globalPosition(*event));
+    if (d->popup.isVisible())
+        widget()->checkMousePosition(globalPosition(*event));
     return false;
 }
 
 bool HVManager::mouseButtonEventFilter(QObject *object, QMouseEvent *event)
 {
     Q_UNUSED(event)
-    if (!object || !object->isWidgetType() || !d->widget || !d->widget->isVisible())
-        return false;
-    const auto *clicked = static_cast<QWidget *>(object);
-    if (clicked == d->widget || d->widget->isAncestorOf(clicked))
-        return false;
-    if (d->widget->view() && d->widget->view()->stayOpen())
-        d->widget->activateWindow();
-    else
-        d->widget->hide();
+    if (object && object->isWidgetType())
+        d->popup.widgetWasClicked(static_cast<QWidget *>(object));
     return false;
 }
 
-/// Whether the popup is on screen with the content for \a key.
-bool HVManager::isShowing(const QString &key) const
+/// Whether the settings let anything be shown at this moment.
+bool HVManager::mayShow() const
 {
-    const HVXmlElement *content = d->content();
-    return content && d->widget->isVisible() && content->attribute(QStringLiteral("key")) == key;
-}
-
-/// What becomes of the popup when there is nothing to show for the control under the mouse.
-bool HVManager::keepOrHide(const QPoint &position, const QWidget *hovered)
-{
-    if (!d->widget->isVisible())
+    if (d->context.get(HVKeySuspended, false).toBool())
         return false;
-    if (d->widget->isSafe(position) && (!hovered || hovered->toolTip().isEmpty())) {
-        d->widget->showAnimated();
-        return true;
-    }
-    d->widget->hideAnimated();
-    return false;
+    const int modifiers = d->context.get(HVKeyRequiredModifiers, 0).toInt();
+    return modifiers == 0 || static_cast<int>(QApplication::keyboardModifiers()) == modifiers;
 }
 
 bool HVManager::show(const QString &key, const QPoint &position, QObject *object)
 {
-    handleMessage(HVMessageInformation, QStringLiteral("looking for Hovlet for key:%1").arg(key));
-    if (d->context.get(HVKeySuspended, false).toBool())
+    inform(QStringLiteral("looking for Hovlet for key:%1").arg(key));
+    if (!mayShow())
         return false;
-    const int modifiers = d->context.get(HVKeyRequiredModifiers, 0).toInt();
-    if (modifiers != 0 && static_cast<int>(QApplication::keyboardModifiers()) != modifiers)
-        return false;
-
     auto *hovered = object && object->isWidgetType() ? static_cast<QWidget *>(object) : nullptr;
     initializeTooltipWindow(nullptr);
-    if (isShowing(key)) {
-        d->widget->showAnimated(); // it may be fading out
-        return true;
-    }
+    HVHoverPopup &popup = d->popup;
+    if (popup.isShowing(key))
+        return popup.keep();
 
     QString path;
     int depth = 1;
     HVXmlElement *root = nullptr;
     HVXmlElement *element = retrieve(key, path, depth, root);
     if (!element) {
-        const QString locale =
-                d->context.get(HVKeyFallbackLocale, QStringLiteral("en_US")).toString();
         const QString fallbackKey = d->context.get(HVKeyFallbackKey, QString()).toString();
-        if (isShowing(fallbackKey)) {
-            d->widget->showAnimated();
-            return true;
-        }
+        if (popup.isShowing(fallbackKey))
+            return popup.keep();
         root = nullptr;
         if (!fallbackKey.isNull())
-            element = d->index->retrieve(fallbackKey, QLocale(locale), path, depth, root);
+            element = d->index->retrieve(fallbackKey, fallbackContentLocale(d->context), path,
+                                         depth, root);
     }
     if (!element)
-        return keepOrHide(position, hovered);
+        return popup.keepOrHide(position, hovered);
 
-    HVView *view = d->widget->view();
     HVContentTree found(element, root);
-    if (view->content() == element)
+    if (popup.content() == element)
         found.release(); // an index of the host's own may hand the same tree out again
     if (!root)
-        return keepOrHide(position, hovered);
-    if (view->content() == element && d->widget->isVisible()) {
-        d->widget->showAnimated();
-        return true;
-    }
+        return popup.keepOrHide(position, hovered);
+    if (popup.content() == element && popup.isVisible())
+        return popup.keep();
 
     // Deleted on return, when the QML has the new content to look at.
     HVContentTree replaced;
-    if (view->content() != element) {
-        replaced = view->takeContentTree();
-        view->setContentTree(std::move(found));
+    if (popup.content() != element) {
+        replaced = popup.view()->takeContentTree();
+        popup.view()->setContentTree(std::move(found));
     }
     const QString shortcut = d->interface->shortCutForObject(
             key, object, element->attribute(QStringLiteral("shortcut")));
     if (!shortcut.isEmpty())
         element->setAttribute(QStringLiteral("shortcut"), shortcut);
-
-    QDir base(path);
-    for (int level = 1; level < depth; ++level)
-        base.cdUp();
-    d->widget->showWithContent(object, tooltipPosition(position, hovered), element,
-                               base.canonicalPath());
-    d->widget->raise();
+    widget()->showWithContent(object, tooltipPosition(position, hovered), element,
+                              folderAbove(path, depth - 1));
+    widget()->raise();
     return true;
 }
 
 HVXmlElement *HVManager::retrieve(const QString &key, QString &path, int &depth,
                                   HVXmlElement *&element)
 {
-    const QString fallback = QStringLiteral("en_US");
-    const QString preferred = d->context.get(HVKeyLocale, fallback).toString();
-    const QString other = d->context.get(HVKeyFallbackLocale, fallback).toString();
     QElapsedTimer timer;
     timer.start();
-    HVXmlElement *result = d->index->retrieve(key, QLocale(preferred), path, depth, element);
+    HVXmlElement *result =
+            d->index->retrieve(key, preferredContentLocale(d->context), path, depth, element);
     if (!result)
-        result = d->index->retrieve(key, QLocale(other), path, depth, element);
+        result = d->index->retrieve(key, fallbackContentLocale(d->context), path, depth, element);
     if (!result)
         return nullptr;
-    handleMessage(HVMessageInformation,
-                  QStringLiteral("Retrieved %1 in %2 seconds").arg(key, seconds(timer)));
+    inform(QStringLiteral("Retrieved %1 in %2 seconds").arg(key, seconds(timer)));
     return result;
 }
 
@@ -405,36 +304,34 @@ QPoint HVManager::tooltipPosition(const QPoint &position, QWidget *widget)
 
 bool HVManager::reserve(HVWidget *widget, QWidget *&container)
 {
-    if (!widget || widget != d->widget)
+    if (!widget || widget != d->popup.widget())
         return false;
     container = d->interface->createWindow(HVReservedWindow);
-    d->reservedWidgets.append(widget);
-    d->widget = nullptr;
+    d->pinned.add(widget);
+    d->popup.release();
     initializeTooltipWindow(nullptr);
     return true;
 }
 
 void HVManager::raise()
 {
-    d->forgetClosedPopups();
-    for (auto it = d->reservedWidgets.crbegin(); it != d->reservedWidgets.crend(); ++it)
-        (*it)->raise();
+    d->pinned.raise();
 }
 
 void HVManager::setStayOnTop(bool on)
 {
-    d->forgetClosedPopups();
-    for (auto it = d->reservedWidgets.crbegin(); it != d->reservedWidgets.crend(); ++it) {
-        HVWidget *popup = *it;
-        popup->setWindowFlags(popup->windowFlags().setFlag(Qt::WindowStaysOnTopHint, on));
-        popup->show(); // a change of flags hides a window
-    }
+    d->pinned.setStayOnTop(on);
 }
 
 void HVManager::handleMessage(HVMessageType type, const QString &message)
 {
     if (d->interface && type <= d->context.get(HVKeyMessageLevel, HVMessageWarning).toInt())
         d->interface->handleMessage(type, message);
+}
+
+void HVManager::inform(const QString &message)
+{
+    handleMessage(HVMessageInformation, message);
 }
 
 void HVManager::setGlobalProperty(const QString &name, const QVariant &value)
@@ -458,13 +355,11 @@ QString HVManager::hovletAttribute(const QString &key, const QString &attribute,
     const auto answer = [&](const HVXmlElement &element) {
         return element.hasAttribute(attribute) ? element.attribute(attribute) : defaultValue;
     };
-    QList<QPointer<HVWidget>> popups = d->reservedWidgets;
-    popups.prepend(d->widget);
-    for (const QPointer<HVWidget> &popup : std::as_const(popups)) {
-        const HVXmlElement *content = popup && popup->view() ? popup->view()->content() : nullptr;
-        if (content && content->attribute(QStringLiteral("key")) == key)
-            return answer(*content);
-    }
+    const HVXmlElement *current = d->popup.content();
+    if (!current || current->attribute(QStringLiteral("key")) != key)
+        current = d->pinned.contentFor(key);
+    if (current)
+        return answer(*current);
 
     QString path;
     int depth = 1;
@@ -483,34 +378,20 @@ QString HVManager::keyForObject(QObject *object)
 
 QString HVManager::translateString(const QString &text, const QString &context)
 {
-    if (!d->widget || !d->widget->view())
+    const HVView *view = d->popup.view();
+    if (!view)
         return text;
     const QString name = d->context.get(HVKeyTranslationName, QStringLiteral("Hovlets")).toString();
-    const QString path = d->widget->view()->findComponent(
+    const QString file = view->findComponent(
             QStringLiteral("l10n_name"), HVKeyTranslationFolder, QStringLiteral("l10n"),
             QStringLiteral("%1_%2.qm").arg(name, currentLocale().name()));
-    if (!d->translator)
-        d->translator = new QTranslator(this);
-    if (path != d->translationFile) {
-        d->translationFile.clear();
-        if (!d->translator->load(path))
-            return text;
-        d->translationFile = path;
-    }
-    return d->translator->translate(context.toUtf8().constData(), text.toUtf8().constData());
+    return d->translator.translate(file, text, context);
 }
 
 bool HVManager::openExternalResource(const QString &resource)
 {
-    const QUrl url(resource, QUrl::StrictMode);
-    HVExternalResourceType type = HVDocumentationResource;
-    if (url.isValid() && !url.scheme().isEmpty())
-        type = HVUrlResource;
-    else if (resource.contains(QLatin1Char('/')))
-        type = HVFileResource;
-    const contextKey gate =
-            type == HVDocumentationResource ? HVKeyDocumentationEnabled : HVKeyLinksEnabled;
-    return d->context.get(gate, true).toBool()
+    const HVExternalResourceType type = externalResourceType(resource);
+    return d->context.get(externalResourceGate(type), true).toBool()
             && d->interface->openExternalResource(type, resource);
 }
 

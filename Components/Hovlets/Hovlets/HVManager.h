@@ -139,8 +139,8 @@ protected:
     void initializeTooltipWindow(QWidget *parent);
 
 private:
-    bool isShowing(const QString &key) const;
-    bool keepOrHide(const QPoint &position, const QWidget *hovered);
+    void inform(const QString &message);
+    bool mayShow() const;
 
     class Private;
     std::unique_ptr<Private> d;

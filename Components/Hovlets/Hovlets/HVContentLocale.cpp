@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HVContentLocale.h"
+
+#include "HVContext.h"
+
+namespace Hovlets {
+
+QLocale preferredContentLocale(const HVContext &context)
+{
+    return QLocale(context.get(HVKeyLocale, QStringLiteral("en_US")).toString());
+}
+
+QLocale fallbackContentLocale(const HVContext &context)
+{
+    return QLocale(context.get(HVKeyFallbackLocale, QStringLiteral("en_US")).toString());
+}
+
+QLocale translationLocale(const HVContext &context)
+{
+    for (const contextKey key : { HVKeyLocale, HVKeyFallbackLocale }) {
+        const QString name = context.get(key, QString()).toString();
+        if (!name.isEmpty())
+            return QLocale(name);
+    }
+    return QLocale::system();
+}
+
+} // namespace Hovlets

@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HVHoverPopup.h"
+
+#include "HVView.h"
+#include "HVWidget.h"
+#include "HVXmlElement.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QList>
+
+namespace Hovlets {
+
+namespace {
+
+QList<QPointer<HVWidget>> &dismissedPopups()
+{
+    static QList<QPointer<HVWidget>> popups;
+    return popups;
+}
+
+/*!
+ * Deletes \a popup later, at the latest with the application: a host that deletes its interface
+ * after exec() has no event loop left to do it.
+ */
+void dismiss(HVWidget *popup)
+{
+    popup->deleteLater();
+    dismissedPopups().append(popup);
+    qAddPostRoutine([] {
+        for (const QPointer<HVWidget> &left : std::as_const(dismissedPopups()))
+            delete left.data();
+        dismissedPopups().clear();
+    });
+}
+
+} // namespace
+
+HVHoverPopup::~HVHoverPopup()
+{
+    if (m_widget)
+        dismiss(m_widget);
+}
+
+void HVHoverPopup::prepare(HVManager *manager, QWidget *parent)
+{
+    if (m_widget) {
+        m_widget->setParent(parent);
+        return;
+    }
+    m_widget = new HVWidget(manager, parent, nullptr);
+    m_widget->setView(new HVView(manager, m_widget));
+}
+
+void HVHoverPopup::release()
+{
+    m_widget.clear();
+}
+
+HVWidget *HVHoverPopup::widget() const
+{
+    return m_widget;
+}
+
+HVView *HVHoverPopup::view() const
+{
+    return m_widget ? m_widget->view() : nullptr;
+}
+
+HVXmlElement *HVHoverPopup::content() const
+{
+    return view() ? view()->content() : nullptr;
+}
+
+bool HVHoverPopup::isVisible() const
+{
+    return m_widget && m_widget->isVisible();
+}
+
+bool HVHoverPopup::isShowing(const QString &key) const
+{
+    return isVisible() && content() && content()->attribute(QStringLiteral("key")) == key;
+}
+
+bool HVHoverPopup::keep()
+{
+    m_widget->showAnimated();
+    return true;
+}
+
+bool HVHoverPopup::keepOrHide(const QPoint &position, const QWidget *hovered)
+{
+    if (!isVisible())
+        return false;
+    if (m_widget->isSafe(position) && (!hovered || hovered->toolTip().isEmpty()))
+        return keep();
+    m_widget->hideAnimated();
+    return false;
+}
+
+void HVHoverPopup::widgetWasClicked(const QWidget *widget)
+{
+    if (!isVisible() || widget == m_widget || m_widget->isAncestorOf(widget))
+        return;
+    if (view() && view()->stayOpen())
+        m_widget->activateWindow();
+    else
+        m_widget->hide();
+}
+
+} // namespace Hovlets

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtCore/QPointer>
+#include <QtCore/QString>
+
+class QPoint;
+class QWidget;
+
+namespace Hovlets {
+
+class HVManager;
+class HVView;
+class HVWidget;
+class HVXmlElement;
+
+/*!
+ * \brief The one popup that comes and goes with the mouse.
+ *
+ * There is none before the first prepare(). The popup is owned and deleted later, until release()
+ * gives it up to the user.
+ */
+class HVHoverPopup
+{
+    Q_DISABLE_COPY_MOVE(HVHoverPopup)
+
+public:
+    HVHoverPopup() = default;
+    ~HVHoverPopup();
+
+    /// Makes the popup if there is none; otherwise gives it \a parent.
+    void prepare(HVManager *manager, QWidget *parent);
+
+    /// Forgets the popup, which lives on by itself.
+    void release();
+
+    /// Null before the first prepare().
+    HVWidget *widget() const;
+    HVView *view() const;
+    HVXmlElement *content() const;
+
+    bool isVisible() const;
+
+    /// Whether it is on screen with the content for \a key.
+    bool isShowing(const QString &key) const;
+
+    /// Keeps a visible popup on screen even when it is fading out; always true.
+    bool keep();
+
+    /*!
+     * What becomes of it when there is nothing to show for \a hovered, the widget at \a position.
+     *
+     * It stays, and true is returned, while the mouse is near it, unless the widget has an ordinary
+     * tooltip to show.
+     */
+    bool keepOrHide(const QPoint &position, const QWidget *hovered);
+
+    /// A click on \a widget hides the popup or activates it, unless the widget is part of it.
+    void widgetWasClicked(const QWidget *widget);
+
+private:
+    QPointer<HVWidget> m_widget;
+};
+
+} // namespace Hovlets

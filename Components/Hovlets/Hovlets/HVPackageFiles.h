@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtCore/QFileInfo>
+#include <QtCore/QList>
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
+class QDir;
+
+// Where packages and their control files lie on disk. Symbolic links and what cannot be read are
+// left out, silently; the order is the file system's.
+
+namespace Hovlets {
+
+/// The package folders in the data path \a directory, by a wildcard such as "*.hovlets".
+QList<QFileInfo> packagesIn(const QDir &directory, const QString &filter);
+
+/// Canonical paths of the control files in \a folder; those in its sub-folders do not count.
+QStringList controlFilesIn(const QFileInfo &folder);
+
+/// The folder \a levels above \a path, canonical; a null string when it does not exist.
+QString folderAbove(const QString &path, int levels);
+
+} // namespace Hovlets
