@@ -11,7 +11,9 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QPointer>
 #include <QtCore/QPropertyAnimation>
+#include <QtCore/QSignalBlocker>
 #include <QtCore/QTimer>
+#include <QtCore/QVector>
 #include <QtGui/QCursor>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QScreen>
@@ -127,12 +129,19 @@ void HVWidget::showWithContent(QObject *reference, const QPoint &pos, HVXmlEleme
         reposition();
 
     d->view->refreshTheme();
-    // At once, so that no binding sees the new content with the old folder.
-    d->view->engine()->rootContext()->setContextProperties({
-            { QStringLiteral("hovlet"), QVariant::fromValue<QObject *>(content) },
-            { QStringLiteral("dataLocation"), rootPath },
-            { QStringLiteral("hovletView"), QVariant::fromValue<QObject *>(d->view) },
-    });
+    QQmlContext *context = d->view->engine()->rootContext();
+    const QVector<QQmlContext::PropertyPair> properties {
+        { QStringLiteral("hovlet"), QVariant::fromValue<QObject *>(content) },
+        { QStringLiteral("dataLocation"), rootPath },
+        { QStringLiteral("hovletView"), QVariant::fromValue<QObject *>(d->view) },
+    };
+    {
+        // Each property has the bindings run when it is set. All three are in place before the
+        // first runs, so that none sees the new content with the old folder.
+        const QSignalBlocker silent(context);
+        context->setContextProperties(properties);
+    }
+    context->setContextProperties(properties);
     d->view->loadQML(ui.absoluteFilePath());
     // A countdown that began on the way from the last control must not hide this one's popup.
     if (isVisible())
@@ -152,7 +161,7 @@ void HVWidget::showAnimated()
         windowHandle()->setTransientParent(d->referenceWidget->window()->windowHandle());
     }
     const int duration = d->setting(HVKeyShowFadeDuration, 0).toInt();
-    if (duration == 0) {
+    if (duration <= 0) {
         setWindowOpacity(1.0);
         show();
         return;
@@ -171,7 +180,7 @@ void HVWidget::hideAnimated()
     if (!isVisible() || d->opacityAnimation->state() != QAbstractAnimation::Stopped)
         return;
     const int duration = d->setting(HVKeyHideFadeDuration, 300).toInt();
-    if (duration == 0) {
+    if (duration <= 0) {
         hideAnimationFinished();
         return;
     }
@@ -228,9 +237,10 @@ void HVWidget::setTimer()
     d->hideTimer->stop();
     if (d->pinned || (d->view && d->view->stayOpen()))
         return;
+    constexpr float Longest = 1e9F; // 11 days; an int holds it
     const float delay = d->setting(HVKeyHideDelay, 3000).toFloat();
     if (delay > 0)
-        d->hideTimer->start(static_cast<int>(delay));
+        d->hideTimer->start(static_cast<int>(qMin(delay, Longest)));
 }
 
 void HVWidget::checkMousePosition(const QPoint &pos)
@@ -256,30 +266,34 @@ QRect HVWidget::findVisibleGeometry(QRect geometry, bool *move) const
     const QScreen *screen =
             d->referenceWidget ? d->referenceWidget->screen() : QGuiApplication::primaryScreen();
     const QRect area = screen ? screen->availableGeometry() : geometry;
-    const QPoint before = geometry.topLeft();
+    bool shifted = false;
+    const auto shift = [&](bool needed, void (QRect::*edgeTo)(int), int edge) {
+        if (needed)
+            (geometry.*edgeTo)(edge);
+        shifted |= needed;
+    };
     // Bottom and right come last and win: of a popup too large for the screen they are in view.
-    if (geometry.top() < area.top())
-        geometry.moveTop(area.top());
-    if (geometry.left() < area.left())
-        geometry.moveLeft(area.left());
-    if (geometry.bottom() > area.bottom())
-        geometry.moveBottom(area.bottom());
-    if (geometry.right() > area.right())
-        geometry.moveRight(area.right());
+    shift(geometry.top() < area.top(), &QRect::moveTop, area.top());
+    shift(geometry.left() < area.left(), &QRect::moveLeft, area.left());
+    shift(geometry.bottom() > area.bottom(), &QRect::moveBottom, area.bottom());
+    shift(geometry.right() > area.right(), &QRect::moveRight, area.right());
     if (move)
-        *move = geometry.topLeft() != before;
+        *move = shifted;
     return geometry;
 }
 
 void HVWidget::reposition()
 {
+    QWidget *own = ownWindow();
+    if (!own)
+        return;
     bool shifted = false;
-    const QRect geometry = findVisibleGeometry(window()->frameGeometry(), &shifted);
+    const QRect geometry = findVisibleGeometry(own->frameGeometry(), &shifted);
     if (shifted)
-        window()->move(geometry.topLeft());
+        own->move(geometry.topLeft());
 }
 
-/// The window that is the popup's to resize and close; null when it is docked inside another.
+/// The window that is the popup's to move, resize and close; null when it is docked inside another.
 QWidget *HVWidget::ownWindow()
 {
     if (isWindow())
@@ -317,7 +331,8 @@ void HVWidget::contentReservedChanged()
     QWidget *container = nullptr;
     if (!d->view || !d->view->reserved() || !d->manager || !d->manager->reserve(this, container))
         return;
-    endFadeOut();
+    d->opacityAnimation->stop();
+    setWindowOpacity(1.0);
     d->pinned = true;
     d->hideTimer->stop();
     const QPoint position = pos();
@@ -340,7 +355,8 @@ void HVWidget::dock(QWidget *container, const QPoint &position)
     container->setWindowFlags(container->windowFlags() | PinnedHints);
     show();
     contentResized();
-    container->move(position);
+    if (container->isWindow())
+        container->move(position);
     container->show();
 }
 

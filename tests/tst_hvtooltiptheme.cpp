@@ -1,0 +1,143 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HVToolTipTheme.h"
+#include "PopupBench.h"
+#include "TestMain.h"
+
+#include <QtQml/QQmlContext>
+#include <QtQml/QQmlEngine>
+#include <QtQuick/QQuickItem>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QToolTip>
+
+using namespace Hovlets;
+
+class tst_HVToolTipTheme : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m_toolTips = QToolTip::palette();
+        m_application = QApplication::palette();
+        m_font = QApplication::font();
+    }
+
+    void cleanup()
+    {
+        QToolTip::setPalette(m_toolTips);
+        QApplication::setPalette(m_application);
+        QApplication::setFont(m_font);
+    }
+
+    void shouldTellTheColoursOfToolTipsAndTheFontOfTheApplication()
+    {
+        QToolTip::setPalette(palette());
+        const HVToolTipTheme theme(nullptr);
+        QCOMPARE(theme.base(), QColor(Qt::darkBlue));
+        QCOMPARE(theme.text(), QColor(Qt::yellow));
+        QCOMPARE(theme.link(), QColor(Qt::cyan));
+        QCOMPARE(theme.font(), QApplication::font());
+    }
+
+    void shouldTellOfAChangeOnce()
+    {
+        HVToolTipTheme theme(nullptr);
+        QSignalSpy changed(&theme, &HVToolTipTheme::changed);
+        theme.refresh();
+        QCOMPARE(changed.count(), 0);
+        QToolTip::setPalette(palette());
+        QCOMPARE(changed.count(), 0);
+        theme.refresh();
+        theme.refresh();
+        QCOMPARE(changed.count(), 1);
+        QCOMPARE(theme.base(), QColor(Qt::darkBlue));
+    }
+
+    void shouldTellOfEachValue_data()
+    {
+        QTest::addColumn<int>("role");
+        QTest::newRow("base") << int(QPalette::ToolTipBase);
+        QTest::newRow("text") << int(QPalette::ToolTipText);
+        QTest::newRow("link") << int(QPalette::Link);
+    }
+
+    void shouldTellOfEachValue()
+    {
+        QFETCH(int, role);
+        HVToolTipTheme theme(nullptr);
+        QSignalSpy changed(&theme, &HVToolTipTheme::changed);
+        QPalette changedPalette = QToolTip::palette();
+        changedPalette.setColor(QPalette::ColorRole(role), QColor(1, 2, 3));
+        QToolTip::setPalette(changedPalette);
+        theme.refresh();
+        QCOMPARE(changed.count(), 1);
+    }
+
+    void shouldReachQml()
+    {
+        PopupBench bench;
+        const QString ui = bench.ui("Themed.qml", R"(import QtQuick 2.15
+Rectangle {
+    width: 100; height: 100; color: hovletTheme.base
+    property color text: hovletTheme.text
+    property color link: hovletTheme.link
+    property int size: hovletTheme.font.pointSize
+})");
+        bench.popup->showWithContent(&bench.control, QPoint(),
+                                     bench.content(QStringLiteral("a"), ui), QString());
+        const QObject *root = bench.view->rootObject();
+        QVERIFY(root);
+        QCOMPARE(root->property("color").value<QColor>(),
+                 QToolTip::palette().toolTipBase().color());
+        QCOMPARE(root->property("size").toInt(), QApplication::font().pointSize());
+
+        // Nothing tells of a new palette of tooltips; the next show sees it.
+        QToolTip::setPalette(palette());
+        bench.popup->showWithContent(&bench.control, QPoint(),
+                                     bench.content(QStringLiteral("b"), ui), QString());
+        QCOMPARE(root->property("color").value<QColor>(), QColor(Qt::darkBlue));
+        QCOMPARE(root->property("text").value<QColor>(), QColor(Qt::yellow));
+        QCOMPARE(root->property("link").value<QColor>(), QColor(Qt::cyan));
+    }
+
+    void shouldFollowTheApplicationWhileThePopupIsShown()
+    {
+        PopupBench bench;
+        const QString ui = bench.ui("Themed.qml", R"(import QtQuick 2.15
+Rectangle {
+    width: 100; height: 100; color: hovletTheme.base
+    property int size: hovletTheme.font.pointSize
+})");
+        bench.popup->showWithContent(&bench.control, QPoint(),
+                                     bench.content(QStringLiteral("a"), ui), QString());
+        const QObject *root = bench.view->rootObject();
+        QFont font = QApplication::font();
+        font.setPointSize(font.pointSize() + 5);
+        QApplication::setFont(font);
+        QTRY_COMPARE(root->property("size").toInt(), font.pointSize());
+
+        QToolTip::setPalette(palette());
+        QPalette dark = QApplication::palette();
+        dark.setColor(QPalette::Window, Qt::black);
+        QApplication::setPalette(dark);
+        QTRY_COMPARE(root->property("color").value<QColor>(), QColor(Qt::darkBlue));
+    }
+
+private:
+    static QPalette palette()
+    {
+        QPalette palette = QToolTip::palette();
+        palette.setColor(QPalette::ToolTipBase, Qt::darkBlue);
+        palette.setColor(QPalette::ToolTipText, Qt::yellow);
+        palette.setColor(QPalette::Link, Qt::cyan);
+        return palette;
+    }
+
+    QPalette m_toolTips;
+    QPalette m_application;
+    QFont m_font;
+};
+
+HOVLETS_TEST_MAIN(tst_HVToolTipTheme)
+#include "tst_hvtooltiptheme.moc"
