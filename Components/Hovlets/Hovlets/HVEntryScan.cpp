@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <cstring>
 #include <string_view>
 
 namespace Hovlets {
@@ -18,6 +17,11 @@ constexpr Bytes EntryTag = "<hovlet";
 bool isSpace(char c)
 {
     return Space.find(c) != Bytes::npos;
+}
+
+bool endsName(char c)
+{
+    return isSpace(c) || c == '=' || c == '/' || c == '>' || c == '"' || c == '\'';
 }
 
 bool startsWith(Bytes text, Bytes prefix)
@@ -87,19 +91,19 @@ bool differs(Bytes value, Bytes key)
 /*!
  * Whether the start tag of an entry, whose attributes begin \a text, carries \a key or may do so.
  *
- * An entry without a key has the empty one.
+ * An entry without a key has the empty one; of several the parser takes the first.
  */
 bool tagMayCarry(Bytes text, Bytes key)
 {
-    bool hasKey = false;
     while (true) {
         skipSpace(text);
         if (text.empty())
             return true;
         if (text[0] == '>' || text[0] == '/')
-            return !hasKey && key.empty();
+            return key.empty();
 
-        const Bytes name = text.substr(0, text.find_first_of(" \t\r\n=/>\"'"));
+        const auto nameEnd = std::find_if(text.begin(), text.end(), endsName);
+        const Bytes name = text.substr(0, static_cast<size_t>(nameEnd - text.begin()));
         text.remove_prefix(name.size());
         skipSpace(text);
         if (name.empty() || text.empty() || text[0] != '=')
@@ -110,34 +114,15 @@ bool tagMayCarry(Bytes text, Bytes key)
             return true;
         const char quote = text[0];
         text.remove_prefix(1);
-        const size_t end = text.find(quote);
-        if (end == Bytes::npos)
+        // No value holds a "<": tags never overlap, so that the whole search stays linear.
+        const char ends[] = { quote, '<' };
+        const size_t end = text.find_first_of(Bytes(ends, sizeof ends));
+        if (end == Bytes::npos || text[end] == '<')
             return true;
-        if (name == "key") {
-            hasKey = true;
-            if (!differs(text.substr(0, end), key))
-                return true;
-        }
+        if (name == "key")
+            return !differs(text.substr(0, end), key);
         text.remove_prefix(end + 1);
     }
-}
-
-/// The next entry tag at or after \a from; goes by the one letter of it that is rare in text.
-const char *findEntryTag(const char *from, const char *end)
-{
-    constexpr size_t Rare = EntryTag.find('v');
-    const char *at = from + Rare;
-    while (at < end) {
-        at = static_cast<const char *>(std::memchr(at, 'v', static_cast<size_t>(end - at)));
-        if (!at)
-            return nullptr;
-        const char *tag = at - Rare;
-        if (static_cast<size_t>(end - tag) > EntryTag.size()
-            && std::memcmp(tag, EntryTag.data(), EntryTag.size()) == 0)
-            return tag;
-        ++at;
-    }
-    return nullptr;
 }
 
 } // namespace
@@ -157,15 +142,14 @@ bool HVEntryScan::mayHold(const QByteArray &file) const
     if (!m_plainKey || !hasPlainProlog(text))
         return true;
 
-    const char *end = text.data() + text.size();
     int roots = 0;
-    for (const char *tag = findEntryTag(text.data(), end); tag; tag = findEntryTag(tag + 1, end)) {
-        const char *after = tag + EntryTag.size();
-        const Bytes rest(after, static_cast<size_t>(end - after));
+    for (Bytes rest = text; skipPast(rest, EntryTag);) {
+        if (rest.empty())
+            return false;
         // A root inside the root counts as an entry, whatever the key.
-        if (*after == 's' && ++roots > 1)
+        if (rest[0] == 's' && ++roots > 1)
             return true;
-        if ((isSpace(*after) || *after == '>' || *after == '/') && tagMayCarry(rest, key))
+        if ((isSpace(rest[0]) || rest[0] == '>' || rest[0] == '/') && tagMayCarry(rest, key))
             return true;
     }
     return false;
