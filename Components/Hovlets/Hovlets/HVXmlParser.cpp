@@ -52,7 +52,7 @@ bool writeAttributes(const QMetaObject *metaObject, QObject *object, const QXmlA
                         .arg(name, QLatin1String(metaObject->className())));
             return false;
         }
-        if (object && !metaObject->property(property).write(object, QVariant(atts.value(i)))) {
+        if (!metaObject->property(property).write(object, QVariant(atts.value(i)))) {
             log(QStringLiteral("Could not write \"%1\" to property %2 of %3")
                         .arg(atts.value(i), name, QLatin1String(metaObject->className())));
         }

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+#include <QtCore/QtGlobal>
+
+/*!
+ * \brief Takes the debug output of its lifetime; warnings and worse go where they always go.
+ *
+ * One at a time.
+ */
+class DebugLog
+{
+    Q_DISABLE_COPY_MOVE(DebugLog)
+
+public:
+    DebugLog()
+    {
+        s_lines = &m_lines;
+        s_previous = qInstallMessageHandler(&DebugLog::take);
+    }
+
+    ~DebugLog()
+    {
+        qInstallMessageHandler(s_previous);
+        s_lines = nullptr;
+    }
+
+    QStringList lines() const { return m_lines; }
+
+    /// The number of documents that the parser did not read to their end.
+    int fatalErrors() const
+    {
+        return int(m_lines.filter(QStringLiteral("Fatal error at ")).size());
+    }
+
+private:
+    static void take(QtMsgType type, const QMessageLogContext &context, const QString &message)
+    {
+        if (type == QtDebugMsg)
+            s_lines->append(message);
+        else
+            s_previous(type, context, message);
+    }
+
+    static inline QStringList *s_lines = nullptr;
+    static inline QtMessageHandler s_previous = nullptr;
+
+    QStringList m_lines;
+};
