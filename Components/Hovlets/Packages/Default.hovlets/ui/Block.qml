@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: Apache-2.0
+import QtQuick 2.15
+
+// One block of the body, below the one before.
+Item {
+    id: block
+
+    required property Theme theme
+    // What to show; see Content.js.
+    required property var content
+    required property Block previous
+
+    readonly property real lowerEdge: y + height
+    // The greatest natural width of this block and all before.
+    readonly property real widest: Math.max(previous ? previous.widest : 0,
+                                            loader.item ? loader.item.naturalWidth : 0)
+
+    signal linkFollowed(string locator)
+
+    // No Column: positioners lay out with the next frame, when the popup has its size already.
+    y: previous ? previous.lowerEdge + (height > 0 && previous.lowerEdge > 0 ? distance() : 0) : 0
+    height: loader.height
+
+    function distance() {
+        var linksOnly = content.kind === "link" && previous.content.kind === "link";
+        return linksOnly ? theme.smallGap : theme.gap;
+    }
+
+    Loader {
+        id: loader
+        width: block.width
+        sourceComponent: {
+            switch (block.content.kind) {
+            case "link": return link;
+            case "image": return image;
+            case "clip": return clip;
+            default: return paragraph;
+            }
+        }
+    }
+
+    Component {
+        id: paragraph
+        Paragraph {
+            objectName: "paragraph"
+            theme: block.theme
+            source: block.content.text
+            format: block.content.format
+            color: block.content.muted ? theme.secondary : theme.text
+            onLinkFollowed: function(locator) { block.linkFollowed(locator); }
+        }
+    }
+    Component {
+        id: link
+        LinkLine {
+            theme: block.theme
+            source: block.content.text
+            onClicked: block.linkFollowed(block.content.locator)
+        }
+    }
+    Component {
+        id: image
+        Picture {
+            source: block.content.source
+            description: block.content.text
+        }
+    }
+    Component {
+        id: clip
+        Clip {
+            locator: block.content.locator
+        }
+    }
+}

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: Apache-2.0
+import QtQuick 2.15
+
+// The blocks of an entry, one below the other.
+Item {
+    id: body
+
+    required property Theme theme
+    property alias blocks: repeater.model
+    readonly property real naturalWidth: last ? last.widest : 0
+
+    signal linkFollowed(string locator)
+
+    // The model is named for its notification: the items are there when it comes.
+    readonly property Item last: repeater.model && repeater.count > 0
+                                 ? repeater.itemAt(repeater.count - 1) : null
+
+    implicitHeight: last ? last.lowerEdge : 0
+
+    Repeater {
+        id: repeater
+
+        Block {
+            required property int index
+            required property var modelData
+
+            width: body.width
+            theme: body.theme
+            content: modelData
+            previous: index > 0 ? repeater.itemAt(index - 1) : null
+            onLinkFollowed: function(locator) { body.linkFollowed(locator); }
+        }
+    }
+}

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: Apache-2.0
+.pragma library
+
+// Smallest contrast at which text of ordinary size is easy to read.
+var READABLE = 4.5;
+
+function channel(value) {
+    return value <= 0.03928 ? value / 12.92 : Math.pow((value + 0.055) / 1.055, 2.4);
+}
+
+function luminance(colour) {
+    return 0.2126 * channel(colour.r) + 0.7152 * channel(colour.g) + 0.0722 * channel(colour.b);
+}
+
+/// From 1, the same brightness, to 21, black on white.
+function contrast(a, b) {
+    var first = luminance(a);
+    var second = luminance(b);
+    return (Math.max(first, second) + 0.05) / (Math.min(first, second) + 0.05);
+}
+
+function opaque(colour) {
+    return Qt.rgba(colour.r, colour.g, colour.b, 1);
+}
+
+/// The colour \a share of the way from \a from to \a to.
+function blend(from, to, share) {
+    return Qt.rgba(from.r + (to.r - from.r) * share, from.g + (to.g - from.g) * share,
+                   from.b + (to.b - from.b) * share, 1);
+}
+
+/// \a text, paled towards \a base by \a share at most, as far as it stays readable on \a base.
+function paled(text, base, share) {
+    for (var step = share; step > 0; step -= 0.05) {
+        var colour = blend(text, base, step);
+        if (contrast(colour, base) >= READABLE)
+            return colour;
+    }
+    return opaque(text);
+}
+
+/// A surface that stands out from \a base by \a share at most, on which \a text stays readable.
+function surface(base, text, share) {
+    for (var step = share; step > 0; step -= 0.01) {
+        var colour = blend(base, text, step);
+        if (contrast(text, colour) >= READABLE)
+            return colour;
+    }
+    return opaque(base);
+}

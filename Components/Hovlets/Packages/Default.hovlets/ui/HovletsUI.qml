@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: Apache-2.0
+import QtQuick 2.15
+import "Content.js" as Content
+
+/*
+ * The full popup. It shows entries of this form; nothing in it is obligatory but the key:
+ *
+ *   <hovlet key="save" title="Save" shortcut="Ctrl+S">
+ *     <p>Writes the document to its file.</p>
+ *     <p><![CDATA[Hold <b>Shift</b> to choose <i>another</i> file.]]></p>
+ *     <img src="save.png" alt="The Save dialogue"/>
+ *     <link href="https://example.org/save">About file formats</link>
+ *     <link href="SavingDocuments">Saving documents</link>
+ *   </hovlet>
+ *
+ * Attributes of the entry
+ *   title      the title; a child element <title> does as well
+ *   shortcut   the keyboard shortcut, shown as a key beside the title
+ *   clip       a clip in the package's resources; its place is at the top
+ *
+ * Child elements, shown in their order
+ *   <p>, <text>   a paragraph
+ *   <img>         a picture from the package's resources, at its size or scaled down to the popup's
+ *                 width; the text "alt" stands for a picture that is missing
+ *   <link>        a link to an address, a file (it contains "/") or a documentation topic, which is
+ *                 left out while no documentation is available; the label defaults to the address
+ *   others        a paragraph of their text, then their own children
+ *
+ * Paragraphs are plain text unless they hold one of the tags a, b, big, br, code, em, font, i, kbd,
+ * li, ol, p, s, samp, small, span, strong, sub, sup, tt, u, ul, or an entity such as &nbsp;. As
+ * elements of the control file tags would lose their place in the text: write the paragraph in
+ * CDATA, or its "<" as "&lt;". All other tags are shown as they are written. Runs of white space
+ * count as one space; <br> breaks a line.
+ *
+ * Every text is translated in the context of the entry's key, with its white space so reduced as
+ * source text, and shown untranslated where the translation file lacks it. Then its placeholders
+ * "%(name)s" are filled; their values are plain text.
+ */
+PopupFrame {
+    content: Content.read(hovlet, hovletView)
+    blocks: content.blocks
+    pinnable: true
+}

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: Apache-2.0
+import QtQuick 2.15
+
+// A shortcut, looking like a key: a face in a rim that is one pixel thicker below.
+Rectangle {
+    id: cap
+
+    required property Theme theme
+    property alias text: label.source
+    property real maximumWidth: naturalWidth
+    readonly property real naturalWidth: Math.max(label.naturalWidth + 2 * inset,
+                                                  Math.round(1.6 * theme.em))
+    readonly property int inset: Math.round(0.45 * theme.em)
+    readonly property int rise: Math.round(0.12 * theme.em)
+
+    width: Math.min(maximumWidth, naturalWidth)
+    height: label.height + 2 * rise + 1
+    radius: Math.round(0.3 * theme.em)
+    color: theme.border
+
+    Rectangle {
+        anchors { fill: cap; margins: 1; bottomMargin: 2 }
+        radius: cap.radius - 1
+        color: cap.theme.surface
+    }
+
+    Paragraph {
+        id: label
+        objectName: "shortcut"
+        theme: cap.theme
+        anchors { left: cap.left; right: cap.right; leftMargin: cap.inset; rightMargin: cap.inset }
+        y: cap.rise
+        font: cap.theme.keyFont
+        horizontalAlignment: Text.AlignHCenter
+    }
+}

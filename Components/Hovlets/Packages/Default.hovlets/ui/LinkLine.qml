@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: Apache-2.0
+import QtQuick 2.15
+
+// A link on a line of its own.
+Item {
+    id: line
+
+    required property Theme theme
+    property alias source: label.source
+    readonly property alias naturalWidth: label.naturalWidth
+
+    signal clicked()
+
+    implicitHeight: label.height
+
+    Paragraph {
+        id: label
+        objectName: "link"
+        theme: line.theme
+        anchors.left: line.left
+        width: Math.min(line.width, naturalWidth)
+        font: line.theme.linkFont
+        color: line.theme.link
+
+        Accessible.role: Accessible.Link
+        Accessible.name: source
+    }
+
+    MouseArea {
+        anchors.fill: label
+        cursorShape: Qt.PointingHandCursor
+        onClicked: line.clicked()
+    }
+}

@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: Apache-2.0
+import QtQuick 2.15
+import QtQuick.Window 2.15
+
+// A popup in the desktop's tooltip colours, as large as its content within limits; what is higher
+// scrolls. All sizes are settled as soon as the content is set: the popup is placed by them before
+// the first frame.
+Rectangle {
+    id: frame
+
+    // See Content.js.
+    property var content
+    property var blocks: []
+    property bool pinnable: false
+
+    readonly property Theme theme: Theme {}
+
+    // Without a title for company the key, which says at least what the popup is about.
+    readonly property bool showsKey: !content.title && !content.shortcut && blocks.length === 0
+    readonly property bool hasHeader: !header.isEmpty
+    readonly property int buttonSpace: pinnable ? theme.buttonSize + theme.smallGap : 0
+    readonly property int buttonMargin: Math.round(theme.padding - theme.smallGap / 2)
+    readonly property int headerButtonSpace: hasHeader ? buttonSpace : 0
+
+    // Beside text that scrolls, and where there is no title, the button has a column of its own.
+    readonly property bool scrolls: fullHeight > maximumHeight
+    readonly property int gutter: {
+        if (scrolls || !hasHeader)
+            return pinnable ? buttonSpace : scrolls ? theme.gap : 0;
+        return 0;
+    }
+
+    readonly property int margins: 2 * theme.padding
+    readonly property int maximumHeight: {
+        var available = Math.min(Screen.height, Screen.desktopAvailableHeight);
+        return available > 0 ? Math.max(margins + theme.buttonSize, Math.round(0.6 * available))
+                             : 100 * theme.em;
+    }
+    readonly property int maximumWidth: 26 * theme.em
+    readonly property int contentWidth:
+        Math.max(Math.min(7 * theme.em, maximumWidth - margins),
+                 Math.min(Math.ceil(Math.max(header.naturalWidth + headerButtonSpace,
+                                             body.naturalWidth)),
+                          maximumWidth - margins))
+    readonly property int fullHeight: Math.ceil(column.height) + margins
+
+    LayoutMirroring.enabled: Qt.application.layoutDirection === Qt.RightToLeft
+    LayoutMirroring.childrenInherit: true
+    Accessible.role: Accessible.ToolTip
+    Accessible.name: header.title
+
+    width: contentWidth + margins + gutter
+    height: Math.min(Math.max(fullHeight, pinnable ? theme.buttonSize + 2 * buttonMargin : 0),
+                     maximumHeight)
+    color: theme.base
+    border.color: theme.border
+
+    Flickable {
+        id: flickable
+        objectName: "flickable"
+        anchors { fill: frame; margins: 1 }
+        contentWidth: width
+        contentHeight: frame.fullHeight - 2
+        boundsBehavior: Flickable.StopAtBounds
+        interactive: frame.scrolls
+        clip: frame.scrolls
+
+        Item {
+            id: column
+            anchors { left: parent.left; leftMargin: frame.theme.padding - 1 }
+            y: frame.theme.padding - 1
+            width: frame.contentWidth
+            height: body.y + body.height
+
+            Header {
+                id: header
+                objectName: "header"
+                theme: frame.theme
+                anchors.left: column.left
+                width: column.width - frame.headerButtonSpace
+                height: implicitHeight
+                minimumHeight: frame.pinnable ? frame.theme.buttonSize - frame.theme.smallGap : 0
+                title: frame.content.title || (frame.showsKey ? frame.content.key : "")
+                titleColor: frame.showsKey ? theme.secondary : theme.text
+                shortcut: frame.content.shortcut
+            }
+
+            Body {
+                id: body
+                objectName: "body"
+                theme: frame.theme
+                blocks: frame.blocks
+                anchors.left: column.left
+                y: header.height > 0 && implicitHeight > 0 ? header.height + frame.theme.smallGap
+                                                           : header.height
+                width: column.width
+                height: implicitHeight
+                onLinkFollowed: function(locator) {
+                    if (hovletView)
+                        hovletView.openExternalResource(locator);
+                }
+            }
+        }
+    }
+
+    ScrollMark {
+        objectName: "scrollMark"
+        theme: frame.theme
+        flickable: flickable
+        visible: frame.scrolls
+        anchors { right: frame.right; rightMargin: frame.theme.smallGap }
+        trackTop: frame.pinnable ? buttonLoader.y + buttonLoader.height + frame.theme.smallGap
+                                 : frame.theme.smallGap
+        trackBottom: frame.height - frame.theme.smallGap
+    }
+
+    Loader {
+        id: buttonLoader
+        active: frame.pinnable
+        anchors { right: frame.right; rightMargin: Math.round(frame.theme.padding / 2) }
+        y: frame.buttonMargin
+        sourceComponent: WindowButton {
+            theme: frame.theme
+        }
+    }
+
+    // Every show begins at the top.
+    onContentChanged: flickable.contentY = 0
+}

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: Apache-2.0
+import QtQuick 2.15
+
+// A flat button; the icon is drawn by what is put inside.
+Rectangle {
+    id: button
+
+    required property Theme theme
+    property string description
+    readonly property color iconColor: area.containsMouse ? theme.text : theme.secondary
+
+    signal clicked()
+
+    width: theme.buttonSize
+    height: theme.buttonSize
+    radius: Math.round(0.3 * theme.em)
+    color: area.pressed ? theme.border : area.containsMouse ? theme.hoveredSurface : theme.base
+
+    Accessible.role: Accessible.Button
+    Accessible.name: description
+    Accessible.onPressAction: button.clicked()
+
+    MouseArea {
+        id: area
+        anchors.fill: button
+        hoverEnabled: true
+        onClicked: button.clicked()
+    }
+}

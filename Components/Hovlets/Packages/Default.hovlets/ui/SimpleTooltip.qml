@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: Apache-2.0
+import QtQuick 2.15
+import "Content.js" as Content
+
+// The simple popup: title, shortcut and the first paragraph. The format is described in
+// HovletsUI.qml.
+PopupFrame {
+    content: Content.read(hovlet, hovletView)
+    blocks: Content.firstParagraph(content.blocks)
+}
