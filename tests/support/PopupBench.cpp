@@ -2,6 +2,8 @@
 #include "PopupBench.h"
 
 #include <QtGui/QCursor>
+#include <QtGui/QGuiApplication>
+#include <QtGui/QScreen>
 #include <QtTest/QtTest>
 
 using namespace Hovlets;
@@ -19,6 +21,8 @@ PopupBench::PopupBench()
     QCursor::setPos(control.geometry().center());
     m_roots = std::make_unique<QObject>();
     popup = std::make_unique<HVWidget>(host->manager(), nullptr, nullptr);
+    // Window systems do not frame tooltip windows; the offscreen platform does unless told.
+    popup->setWindowFlag(Qt::FramelessWindowHint);
     view = new HVView(host->manager(), popup.get());
     popup->setView(view);
     host->forgetMessages();
@@ -50,9 +54,14 @@ void PopupBench::show(const QPoint &position)
     popup->showWithContent(&control, position, content(QStringLiteral("a")), folder.path());
 }
 
+QPoint PopupBench::away()
+{
+    return QGuiApplication::primaryScreen()->geometry().bottomRight() - QPoint(5, 5);
+}
+
 void PopupBench::moveMouseAway()
 {
-    QCursor::setPos(790, 790);
+    QCursor::setPos(away());
 }
 
 int PopupBench::countdown() const

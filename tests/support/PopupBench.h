@@ -42,7 +42,8 @@ public:
     /// Shows new content for the control at \a position.
     void show(const QPoint &position = { 100, 100 });
 
-    /// Moves the mouse where nothing is safe.
+    /// A point of the screen where nothing is safe, and the mouse moved there.
+    static QPoint away();
     static void moveMouseAway();
 
     /// Whether the countdown to hiding runs, and how long it is; -1 when it does not run.

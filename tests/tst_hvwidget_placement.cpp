@@ -1,0 +1,271 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "PopupBench.h"
+#include "TestMain.h"
+
+#include <QtCore/QDir>
+#include <QtGui/QScreen>
+#include <QtQuick/QQuickItem>
+#include <QtWidgets/QApplication>
+
+using namespace Hovlets;
+
+class tst_HVWidgetPlacement : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { m_bench = std::make_unique<PopupBench>(); }
+    void cleanup() { m_bench.reset(); }
+
+    void shouldShiftARectangleIntoTheAvailableArea_data()
+    {
+        const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
+        const int left = area.left();
+        const int top = area.top();
+        const int right = area.right();
+        const int bottom = area.bottom();
+        QTest::addColumn<QRect>("geometry");
+        QTest::addColumn<QRect>("expected");
+        QTest::addColumn<bool>("moves");
+
+        const QSize size(50, 40);
+        const QRect inside(QPoint(left + 100, top + 100), size);
+        QTest::newRow("inside") << inside << inside << false;
+        QTest::newRow("the whole area") << area << area << false;
+
+        const QRect topLeft(QPoint(left, top), size);
+        const QRect topRight(QPoint(right - 49, top), size);
+        const QRect bottomLeft(QPoint(left, bottom - 39), size);
+        const QRect bottomRight(QPoint(right - 49, bottom - 39), size);
+        QTest::newRow("just in at top left") << topLeft << topLeft << false;
+        QTest::newRow("just in at bottom right") << bottomRight << bottomRight << false;
+        QTest::newRow("above") << topLeft.translated(9, -1) << topLeft.translated(9, 0) << true;
+        QTest::newRow("left") << topLeft.translated(-1, 9) << topLeft.translated(0, 9) << true;
+        QTest::newRow("below") << bottomLeft.translated(9, 1) << bottomLeft.translated(9, 0)
+                               << true;
+        QTest::newRow("right") << topRight.translated(1, 9) << topRight.translated(0, 9) << true;
+        QTest::newRow("out at top left") << topLeft.translated(-500, -500) << topLeft << true;
+        QTest::newRow("out at top right") << topRight.translated(500, -500) << topRight << true;
+        QTest::newRow("out at bottom left")
+                << bottomLeft.translated(-500, 500) << bottomLeft << true;
+        QTest::newRow("out at bottom right")
+                << bottomRight.translated(500, 500) << bottomRight << true;
+
+        // The bottom and the right win over the top and the left.
+        QTest::newRow("too high") << QRect(left + 10, top + 10, 50, area.height() + 25)
+                                  << QRect(left + 10, top - 25, 50, area.height() + 25) << true;
+        QTest::newRow("too wide") << QRect(left + 10, top + 10, area.width() + 15, 50)
+                                  << QRect(left - 15, top + 10, area.width() + 15, 50) << true;
+        const QSize large = area.size() + QSize(15, 25);
+        QTest::newRow("too large") << QRect(QPoint(left - 500, top + 500), large)
+                                   << QRect(QPoint(left - 15, top - 25), large) << true;
+        // Shifted down first and up again then: that is a shift, too.
+        QTest::newRow("too large, in place") << QRect(QPoint(left - 15, top - 25), large)
+                                             << QRect(QPoint(left - 15, top - 25), large) << true;
+    }
+
+    void shouldShiftARectangleIntoTheAvailableArea()
+    {
+        QFETCH(QRect, geometry);
+        QFETCH(bool, moves);
+        bool moved = !moves;
+        QTEST(m_bench->popup->findVisibleGeometry(geometry, &moved), "expected");
+        QCOMPARE(moved, moves);
+        QTEST(m_bench->popup->findVisibleGeometry(geometry), "expected");
+    }
+
+    void shouldStayOnTheScreen_data()
+    {
+        const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
+        QTest::addColumn<QPoint>("position");
+        QTest::addColumn<QPoint>("expected");
+        const QPoint last = area.bottomRight() - QPoint(200, 100); // of 201 x 101
+        QTest::newRow("inside") << QPoint(50, 60) << QPoint(50, 60);
+        QTest::newRow("top left") << area.topLeft() - QPoint(30, 30) << area.topLeft();
+        QTest::newRow("top right")
+                << QPoint(last.x() + 30, area.top() - 30) << QPoint(last.x(), area.top());
+        QTest::newRow("bottom left")
+                << QPoint(area.left() - 30, last.y() + 30) << QPoint(area.left(), last.y());
+        QTest::newRow("bottom right") << last + QPoint(30, 30) << last;
+        QTest::newRow("one pixel") << last + QPoint(1, 1) << last;
+    }
+
+    void shouldStayOnTheScreen()
+    {
+        QFETCH(QPoint, position);
+        m_bench->show(position);
+        QCOMPARE(m_bench->popup->size(), QSize(201, 101));
+        QTEST(m_bench->popup->pos(), "expected");
+    }
+
+    void shouldStayOnTheScreenWhenItIsMovedWhileVisible()
+    {
+        const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
+        m_bench->show(QPoint(50, 60));
+        m_bench->show(area.bottomRight());
+        QCOMPARE(m_bench->popup->geometry().bottomRight(), area.bottomRight());
+        m_bench->popup->move(area.topLeft() - QPoint(5, 5));
+        m_bench->popup->reposition();
+        QCOMPARE(m_bench->popup->pos(), area.topLeft());
+    }
+
+    void shouldEndAtTheBottomWhenItIsTooHigh()
+    {
+        const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
+        const QString ui =
+                m_bench->ui("High.qml", PackageFolder::userInterface(50, area.height() + 30));
+        m_bench->popup->showWithContent(&m_bench->control, QPoint(10, 10),
+                                        m_bench->content(QStringLiteral("a"), ui), QString());
+        QCOMPARE(m_bench->popup->geometry().bottom(), area.bottom());
+        QCOMPARE(m_bench->popup->y(), area.bottom() - area.height() - 30);
+        QCOMPARE(m_bench->popup->x(), 10);
+    }
+
+    void shouldFollowTheSizeOfTheUserInterface()
+    {
+        m_bench->show();
+        // One pixel more on purpose, in each direction.
+        QCOMPARE(m_bench->popup->size(), QSize(201, 101));
+        QCOMPARE(m_bench->popup->minimumSize(), QSize(201, 101));
+        QCOMPARE(m_bench->popup->maximumSize(), QSize(201, 101));
+        QCOMPARE(m_bench->view->size(), QSize(200, 100));
+        QCOMPARE(m_bench->view->pos(), QPoint(0, 0));
+
+        m_bench->view->rootObject()->setProperty("width", 320);
+        m_bench->view->rootObject()->setProperty("height", 50);
+        QTRY_COMPARE(m_bench->popup->size(), QSize(321, 51));
+        m_bench->view->rootObject()->setProperty("width", 10);
+        m_bench->view->rootObject()->setProperty("height", 5);
+        QTRY_COMPARE(m_bench->popup->size(), QSize(11, 6));
+    }
+
+    void shouldStayOnTheScreenWhenItGrows()
+    {
+        const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
+        m_bench->show(area.bottomRight() - QPoint(200, 100));
+        m_bench->view->rootObject()->setProperty("width", 300);
+        m_bench->view->rootObject()->setProperty("height", 200);
+        QTRY_COMPARE(m_bench->popup->size(), QSize(301, 201));
+        // The view is inside; the extra pixel need not be.
+        QCOMPARE(m_bench->popup->pos(), area.bottomRight() - QPoint(299, 199));
+    }
+
+    void shouldTakeTheSizeOfAUserInterfaceShownLater()
+    {
+        m_bench->show();
+        const QString ui = m_bench->ui("Other.qml", PackageFolder::userInterface(40, 300));
+        m_bench->popup->showWithContent(&m_bench->control, QPoint(10, 10),
+                                        m_bench->content(QStringLiteral("b"), ui), QString());
+        QTRY_COMPARE(m_bench->popup->size(), QSize(41, 301));
+    }
+
+    void shouldCallAMarginAroundItselfSafe_data()
+    {
+        QTest::addColumn<QPoint>("offset"); // from the popup's top-left corner, 201 x 101
+        QTest::addColumn<bool>("safe");
+        QTest::newRow("inside") << QPoint(100, 50) << true;
+        QTest::newRow("left, 20") << QPoint(-20, 50) << true;
+        QTest::newRow("left, 21") << QPoint(-21, 50) << false;
+        QTest::newRow("top, 20") << QPoint(100, -20) << true;
+        QTest::newRow("top, 21") << QPoint(100, -21) << false;
+        QTest::newRow("right, 20") << QPoint(200 + 20, 50) << true;
+        QTest::newRow("right, 21") << QPoint(200 + 21, 50) << false;
+        QTest::newRow("bottom, 20") << QPoint(100, 100 + 20) << true;
+        QTest::newRow("bottom, 21") << QPoint(100, 100 + 21) << false;
+        QTest::newRow("top-left corner") << QPoint(-20, -20) << true;
+        QTest::newRow("bottom-right corner") << QPoint(220, 120) << true;
+    }
+
+    void shouldCallAMarginAroundItselfSafe()
+    {
+        QFETCH(QPoint, offset);
+        m_bench->control.hide();
+        m_bench->show(QPoint(200, 200));
+        QTEST(m_bench->popup->isSafe(QPoint(200, 200) + offset), "safe");
+    }
+
+    void shouldTakeTheMarginFromTheSettings()
+    {
+        m_bench->control.hide();
+        m_bench->show(QPoint(200, 200));
+        m_bench->context().set(HVKeySafeMargin, QSize(5, 50));
+        QVERIFY(m_bench->popup->isSafe(QPoint(195, 150)));
+        QVERIFY(!m_bench->popup->isSafe(QPoint(194, 210)));
+        QVERIFY(!m_bench->popup->isSafe(QPoint(210, 149)));
+        QVERIFY(m_bench->popup->isSafe(QPoint(405, 350)));
+        QVERIFY(!m_bench->popup->isSafe(QPoint(406, 350)));
+        QVERIFY(!m_bench->popup->isSafe(QPoint(405, 351)));
+    }
+
+    void shouldReckonWithTheFrameOfAWindow()
+    {
+        m_bench->control.hide();
+        HVWidget &popup = *m_bench->popup;
+        popup.setWindowFlag(Qt::FramelessWindowHint, false);
+        m_bench->show(QPoint(200, 200));
+        const int frame = popup.geometry().top() - popup.frameGeometry().top();
+        QVERIFY(frame > 0);
+        QCOMPARE(popup.pos(), QPoint(200, 200));
+
+        // From the client area's corner, but of the frame's size.
+        const QPoint corner = popup.geometry().topLeft();
+        QVERIFY(popup.isSafe(corner - QPoint(20, 20)));
+        QVERIFY(!popup.isSafe(corner - QPoint(21, 20)));
+        const QSize size = popup.frameGeometry().size();
+        QVERIFY(popup.isSafe(corner + QPoint(size.width() + 19, size.height() + 19)));
+        QVERIFY(!popup.isSafe(corner + QPoint(size.width() + 19, size.height() + 20)));
+
+        // Room for the view below the frame's top, then as much higher as that is thick.
+        const int bottom = QGuiApplication::primaryScreen()->availableGeometry().bottom();
+        popup.move(10, bottom);
+        popup.contentResized();
+        QCOMPARE(popup.pos(), QPoint(10, bottom - 99 - frame));
+    }
+
+    void shouldCallItsControlSafe()
+    {
+        m_bench->show(QPoint(10, 10));
+        QVERIFY(m_bench->popup->isSafe(m_bench->control.geometry().center()));
+        QVERIFY(m_bench->popup->isSafe(m_bench->control.geometry().bottomRight()));
+        QVERIFY(!m_bench->popup->isSafe(m_bench->control.geometry().bottomRight() + QPoint(1, 1)));
+
+        QWidget other;
+        other.setGeometry(500, 500, 50, 50);
+        other.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&other));
+        QVERIFY(!m_bench->popup->isSafe(other.geometry().center()));
+    }
+
+    void shouldNotTakeNoWidgetForNoControl()
+    {
+        m_bench->popup->showWithContent(nullptr, QPoint(10, 10),
+                                        m_bench->content(QStringLiteral("a")), QString());
+        const QPoint nowhere = PopupBench::away();
+        QVERIFY(!QApplication::widgetAt(nowhere));
+        QVERIFY(!m_bench->popup->isSafe(nowhere));
+    }
+
+    void shouldOutliveTheManagerWithTheDefaults()
+    {
+        m_bench->context().set(HVKeySafeMargin, QSize(50, 50));
+        m_bench->control.hide();
+        m_bench->show(QPoint(200, 200));
+        m_bench->host.reset();
+        QVERIFY(!m_bench->popup->manager());
+        QVERIFY(m_bench->popup->isSafe(QPoint(180, 180)));
+        QVERIFY(!m_bench->popup->isSafe(QPoint(179, 180)));
+        m_bench->popup->setTimer();
+        QCOMPARE(m_bench->countdown(), 3000);
+        QCOMPARE(m_bench->view->findResource(QStringLiteral("x")), QStringLiteral("Resources"));
+        m_bench->view->setReserved(true); // nobody is there to grant it
+        QVERIFY(m_bench->popup->isWindow());
+        m_bench->show(QPoint(100, 100));
+        m_bench->popup->hide();
+    }
+
+private:
+    std::unique_ptr<PopupBench> m_bench;
+};
+
+HOVLETS_TEST_MAIN(tst_HVWidgetPlacement)
+#include "tst_hvwidget_placement.moc"
