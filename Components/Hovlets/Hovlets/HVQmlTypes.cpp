@@ -1,17 +1,36 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVQmlTypes.h"
 
+#include "HVScrollBarComponent.h"
+#include "HVStyledRectangleComponent.h"
+#include "HVVideoComponent.h"
 #include "HVXmlElement.h"
 
 #include <QtQml/qqml.h>
 
 namespace Hovlets {
 
+namespace {
+
+constexpr auto Module = "com.zandor.hovlets.qml";
+
+template <typename Type> void registerType(const char *name)
+{
+    qmlRegisterType<Type>(Module, 1, 0, name);
+}
+
+} // namespace
+
 void registerQmlTypes()
 {
-    static const int element =
-            qmlRegisterType<HVXmlElement>("com.zandor.hovlets.qml", 1, 0, "HVXmlElement");
-    Q_UNUSED(element)
+    static const bool once = [] {
+        registerType<HVVideoComponent>("HVVideoComponent");
+        registerType<HVXmlElement>("HVXmlElement");
+        registerType<HVStyledRectangleComponent>("HVStyledRectangle");
+        registerType<HVScrollBarComponent>("HVScrollBar");
+        return true;
+    }();
+    Q_UNUSED(once)
 }
 
 } // namespace Hovlets

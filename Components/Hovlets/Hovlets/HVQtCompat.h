@@ -4,6 +4,7 @@
 // The only place that knows which Qt it is built with.
 
 #include <QtCore/QPoint>
+#include <QtGui/QHoverEvent>
 #include <QtGui/QMouseEvent>
 
 namespace Hovlets {
@@ -15,6 +16,28 @@ inline QPoint globalPosition(const QMouseEvent &event)
     return event.globalPosition().toPoint();
 #else
     return event.globalPos();
+#endif
+}
+
+/// The same event, to hand to a widget of the item's size.
+inline QMouseEvent mouseEventLike(const QMouseEvent &event)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    return { event.type(),   event.position(), event.scenePosition(), event.globalPosition(),
+             event.button(), event.buttons(),  event.modifiers() };
+#else
+    return { event.type(),   event.localPos(), event.windowPos(), event.screenPos(),
+             event.button(), event.buttons(),  event.modifiers() };
+#endif
+}
+
+/// Likewise for hovering.
+inline QHoverEvent hoverEventLike(QEvent::Type type, const QHoverEvent &event)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    return { type, event.position(), event.globalPosition(), event.oldPosF(), event.modifiers() };
+#else
+    return { type, event.posF(), event.oldPosF(), event.modifiers() };
 #endif
 }
 

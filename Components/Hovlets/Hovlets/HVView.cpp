@@ -15,6 +15,7 @@
 #include <QtQml/QQmlContext>
 #include <QtQml/QQmlEngine>
 #include <QtQuick/QQuickItem>
+#include <QtWidgets/QApplication>
 
 namespace Hovlets {
 
@@ -241,6 +242,18 @@ QString HVView::findResource(const QString &relativePath)
 {
     return findComponent(QStringLiteral("resources"), HVKeyResourceFolder,
                          QStringLiteral("Resources"), relativePath);
+}
+
+QList<HVView *> HVView::viewsOf(const QQuickWindow *window)
+{
+    QList<HVView *> views;
+    const QWidgetList widgets = window ? QApplication::allWidgets() : QWidgetList();
+    for (QWidget *widget : widgets) {
+        auto *view = qobject_cast<HVView *>(widget);
+        if (view && view->quickWindow() == window)
+            views.append(view);
+    }
+    return views;
 }
 
 void HVView::refreshTheme()

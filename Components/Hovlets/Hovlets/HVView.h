@@ -11,6 +11,7 @@
 #include <memory>
 
 class QQuickItem;
+class QQuickWindow;
 
 namespace Hovlets {
 
@@ -107,6 +108,9 @@ public:
 
     /// Path of a file in the package's resources, as written; the category path if not found.
     Q_INVOKABLE QString findResource(const QString &relativePath);
+
+    /// The views that show \a window: one, or none.
+    static QList<HVView *> viewsOf(const QQuickWindow *window);
 
     /// Reads the desktop's tooltip colours and the application's font anew.
     void refreshTheme();

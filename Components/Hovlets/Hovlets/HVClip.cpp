@@ -1,0 +1,183 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HVClip.h"
+
+#include <QtCore/QThread>
+#include <QtCore/QtMath>
+
+#include <algorithm>
+
+namespace Hovlets {
+
+namespace {
+
+constexpr int MostThreads = 4; // more gain little on clips of this size and cost memory each
+constexpr qint64 MostPixels = qint64 { 8192 } * 8192; // 256 MB a picture
+constexpr double FastestRate = 240.0; // pictures/s; above, containers tell clock ticks
+constexpr double UsualRate = 25.0;
+
+double number(AVRational rational)
+{
+    return rational.den == 0 ? 0.0 : av_q2d(rational);
+}
+
+bool isRate(AVRational rational)
+{
+    const double rate = number(rational);
+    return rate > 0.0 && rate <= FastestRate;
+}
+
+int interrupted(void *opaque)
+{
+    return (*static_cast<HVClip::Interrupted *>(opaque))() ? 1 : 0;
+}
+
+bool isClip(const AVStream &stream)
+{
+    return stream.codecpar->codec_type == AVMEDIA_TYPE_VIDEO
+            && (stream.disposition & AV_DISPOSITION_ATTACHED_PIC) == 0;
+}
+
+/// The index of the stream to play, with its decoder. The cover of a piece of music is no clip.
+int findClip(AVFormatContext *format, const AVCodec **codec)
+{
+    const int best = av_find_best_stream(format, AVMEDIA_TYPE_VIDEO, -1, -1, codec, 0);
+    if (best < 0 || isClip(*format->streams[best]))
+        return best;
+    for (unsigned int i = 0; i < format->nb_streams; ++i) {
+        if (!isClip(*format->streams[i]))
+            continue;
+        *codec = avcodec_find_decoder(format->streams[i]->codecpar->codec_id);
+        if (*codec)
+            return static_cast<int>(i);
+    }
+    return AVERROR_STREAM_NOT_FOUND;
+}
+
+} // namespace
+
+HVClip::HVClip(Interrupted interrupted)
+    : m_interrupted(std::move(interrupted))
+{
+}
+
+HVClip::~HVClip() = default;
+
+const char *HVClip::open(const QString &filePath)
+{
+    AVFormatContext *format = avformat_alloc_context();
+    if (!format)
+        return "Could not open media at: %1";
+    format->interrupt_callback = { &interrupted, &m_interrupted };
+    // Frees the context when it fails.
+    if (avformat_open_input(&format, filePath.toUtf8().constData(), nullptr, nullptr) < 0)
+        return "Could not open media at: %1";
+    m_format.reset(format);
+    if (avformat_find_stream_info(format, nullptr) < 0)
+        return "Could not find any stream information in media at: %1";
+
+    const AVCodec *codec = nullptr;
+    const int index = findClip(format, &codec);
+    if (index < 0)
+        return "Could not find a video stream in %1";
+    m_stream = format->streams[index];
+
+    m_codec.reset(avcodec_alloc_context3(codec));
+    if (!m_codec || avcodec_parameters_to_context(m_codec.get(), m_stream->codecpar) < 0)
+        return "Could not open codec for stream in: %1";
+    m_codec->pkt_timebase = m_stream->time_base;
+    m_codec->max_pixels = MostPixels;
+    m_codec->thread_count = std::clamp(QThread::idealThreadCount(), 1, MostThreads);
+    if (avcodec_open2(m_codec.get(), codec, nullptr) < 0)
+        return "Could not open codec for stream in: %1";
+
+    m_decoded.reset(av_frame_alloc());
+    m_packet.reset(av_packet_alloc());
+    if (!m_decoded || !m_packet)
+        return "Could not allocate original frame in %1";
+    if (m_codec->width <= 0 || m_codec->height <= 0)
+        return "Could not allocate rgb frame in %1";
+    m_converter = HVPictureConverter(size());
+    if (!m_converter.prepare(m_codec->width, m_codec->height, m_codec->pix_fmt))
+        return "Could not get a swscale context for %1";
+    return nullptr;
+}
+
+QImage HVClip::nextPicture()
+{
+    return receive() ? m_converter.convert(*m_decoded) : QImage();
+}
+
+/// Decodes until there is a picture; false at the end.
+bool HVClip::receive()
+{
+    while (!m_interrupted()) {
+        const int result = avcodec_receive_frame(m_codec.get(), m_decoded.get());
+        if (result >= 0)
+            return true;
+        if (result == AVERROR_EOF || (m_draining && result == AVERROR(EAGAIN)))
+            return false;
+        if (!m_draining && !feed())
+            return false;
+    }
+    return false;
+}
+
+/// Gives the decoder one packet of the stream, or the news that there are no more.
+bool HVClip::feed()
+{
+    do {
+        av_packet_unref(m_packet.get());
+        if (av_read_frame(m_format.get(), m_packet.get()) < 0) {
+            m_draining = true;
+            return avcodec_send_packet(m_codec.get(), nullptr) >= 0;
+        }
+    } while (m_packet->stream_index != m_stream->index);
+    // A packet that the decoder refuses is damaged; the next may be whole.
+    const int result = avcodec_send_packet(m_codec.get(), m_packet.get());
+    av_packet_unref(m_packet.get());
+    return result != AVERROR(ENOMEM);
+}
+
+void HVClip::seek(double seconds, bool backward)
+{
+    const double base = number(m_stream->time_base);
+    seekTo(base > 0.0 ? static_cast<qint64>(seconds / base) : 0,
+           backward ? AVSEEK_FLAG_BACKWARD : 0);
+    avcodec_flush_buffers(m_codec.get());
+    m_draining = false;
+}
+
+void HVClip::seekTo(qint64 target, int flags)
+{
+    av_seek_frame(m_format.get(), m_stream->index, target, flags);
+}
+
+QSize HVClip::size() const
+{
+    return { m_codec->width, m_codec->height };
+}
+
+double HVClip::duration() const
+{
+    if (m_stream->duration != AV_NOPTS_VALUE)
+        return number(m_stream->time_base) * static_cast<double>(m_stream->duration);
+    if (m_format->duration != AV_NOPTS_VALUE)
+        return static_cast<double>(m_format->duration) / AV_TIME_BASE;
+    return 0.0;
+}
+
+double HVClip::timeBase() const
+{
+    return number(m_codec->time_base);
+}
+
+double HVClip::frameRate() const
+{
+    for (const AVRational rate : { m_stream->r_frame_rate, m_stream->avg_frame_rate }) {
+        if (isRate(rate))
+            return number(rate);
+    }
+    return UsualRate;
+}
+
+} // namespace Hovlets

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HVImageNode.h"
+
+#include <QtGui/QImage>
+#include <QtQuick/QQuickWindow>
+#include <QtQuick/QSGImageNode>
+
+#include <memory>
+
+namespace Hovlets {
+
+QSGNode *updateImageNode(QSGNode *node, QQuickWindow *window, const QImage &image,
+                         const QPointF &topLeft)
+{
+    std::unique_ptr<QSGNode> old(node);
+    if (image.isNull() || !window)
+        return nullptr;
+    std::unique_ptr<QSGTexture> texture(window->createTextureFromImage(image));
+    if (!texture)
+        return nullptr;
+
+    auto *imageNode = static_cast<QSGImageNode *>(old ? old.get() : window->createImageNode());
+    imageNode->setOwnsTexture(true);
+    imageNode->setTexture(texture.release());
+    imageNode->setFiltering(QSGTexture::Nearest);
+    imageNode->setRect(QRectF(topLeft, QSizeF(image.size()) / image.devicePixelRatio()));
+    old.release();
+    return imageNode;
+}
+
+} // namespace Hovlets

@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HVPictureConverter.h"
+
+namespace Hovlets {
+
+namespace {
+
+constexpr int Alignment = 64; // bytes; the widest vectors that the conversion writes
+
+bool hasAlpha(AVPixelFormat format)
+{
+    const AVPixFmtDescriptor *descriptor = av_pix_fmt_desc_get(format);
+    return descriptor && (descriptor->flags & (AV_PIX_FMT_FLAG_ALPHA | AV_PIX_FMT_FLAG_PAL)) != 0;
+}
+
+void freePixels(void *pixels)
+{
+    av_free(pixels);
+}
+
+} // namespace
+
+HVPictureConverter::HVPictureConverter(QSize size)
+    : m_size(size)
+{
+}
+
+bool HVPictureConverter::prepare(int width, int height, AVPixelFormat format)
+{
+    if (m_context && width == m_width && height == m_height && format == m_format)
+        return true;
+    m_width = width;
+    m_height = height;
+    m_format = format;
+    m_colorSpace = -1;
+    m_colorRange = -1;
+    m_context.reset(sws_alloc_context());
+    if (!m_context)
+        return false;
+    SwsContext *context = m_context.get();
+    av_opt_set_int(context, "srcw", width, 0);
+    av_opt_set_int(context, "srch", height, 0);
+    av_opt_set_int(context, "src_format", format, 0);
+    av_opt_set_int(context, "dstw", m_size.width(), 0);
+    av_opt_set_int(context, "dsth", m_size.height(), 0);
+    av_opt_set_int(context, "dst_format", AV_PIX_FMT_RGB32, 0);
+    av_opt_set_int(context, "sws_flags", SWS_BICUBIC, 0);
+    // Where MPEG-2 and all that came after it have the colour samples of this format.
+    if (format == AV_PIX_FMT_YUV420P)
+        av_opt_set_int(context, "src_v_chr_pos", 128, 0);
+    if (sws_init_context(context, nullptr, nullptr) < 0)
+        m_context.reset();
+    return m_context != nullptr;
+}
+
+void HVPictureConverter::setColors(const AVFrame &picture)
+{
+    if (picture.colorspace == m_colorSpace && picture.color_range == m_colorRange)
+        return;
+    m_colorSpace = picture.colorspace;
+    m_colorRange = picture.color_range;
+    int *inverse = nullptr;
+    int *table = nullptr;
+    int sourceRange = 0;
+    int range = 0;
+    int brightness = 0;
+    int contrast = 0;
+    int saturation = 0;
+    if (sws_getColorspaceDetails(m_context.get(), &inverse, &sourceRange, &table, &range,
+                                 &brightness, &contrast, &saturation)
+        < 0) {
+        return; // RGB needs no matrix
+    }
+    const int *matrix = sws_getCoefficients(picture.colorspace);
+    if (picture.color_range != AVCOL_RANGE_UNSPECIFIED)
+        sourceRange = picture.color_range == AVCOL_RANGE_JPEG;
+    sws_setColorspaceDetails(m_context.get(), matrix, sourceRange, matrix, range, brightness,
+                             contrast, saturation);
+}
+
+QImage HVPictureConverter::convert(const AVFrame &picture)
+{
+    const auto format = static_cast<AVPixelFormat>(picture.format);
+    if (!prepare(picture.width, picture.height, format))
+        return {};
+    setColors(picture);
+
+    uint8_t *planes[4] = {};
+    int lineSizes[4] = {};
+    if (av_image_alloc(planes, lineSizes, m_size.width(), m_size.height(), AV_PIX_FMT_RGB32,
+                       Alignment)
+        < 0) {
+        return {};
+    }
+    QImage image(planes[0], m_size.width(), m_size.height(), lineSizes[0], QImage::Format_ARGB32,
+                 &freePixels, planes[0]);
+    if (image.isNull()) {
+        av_free(planes[0]);
+        return {};
+    }
+    if (sws_scale(m_context.get(), picture.data, picture.linesize, 0, picture.height, planes,
+                  lineSizes)
+        <= 0) {
+        return {};
+    }
+    if (hasAlpha(format))
+        return std::move(image).convertToFormat(QImage::Format_RGB32);
+    image.reinterpretAsFormat(QImage::Format_RGB32);
+    return image;
+}
+
+} // namespace Hovlets

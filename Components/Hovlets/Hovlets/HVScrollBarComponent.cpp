@@ -1,0 +1,193 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HVScrollBarComponent.h"
+
+#include "HVQtCompat.h"
+
+#include <QtGui/QHoverEvent>
+#include <QtGui/QMouseEvent>
+#include <QtGui/QPainter>
+#include <QtGui/QWheelEvent>
+#include <QtWidgets/QScrollBar>
+
+namespace {
+
+constexpr float Scale = 100.0F;
+
+int hundredths(float value)
+{
+    return static_cast<int>(value * Scale);
+}
+
+float fromHundredths(int value)
+{
+    return static_cast<float>(value) / Scale;
+}
+
+} // namespace
+
+HVScrollBarComponent::HVScrollBarComponent(QQuickItem *parent)
+    : QQuickPaintedItem(parent)
+    , m_scrollBar(std::make_unique<QScrollBar>())
+{
+    m_scrollBar->setAttribute(Qt::WA_DontShowOnScreen);
+    m_scrollBar->setAttribute(Qt::WA_Hover);
+    m_scrollBar->installEventFilter(this);
+    setAcceptedMouseButtons(Qt::LeftButton | Qt::MiddleButton);
+    setAcceptHoverEvents(true);
+    connect(m_scrollBar.get(), &QScrollBar::valueChanged, this,
+            &HVScrollBarComponent::scrollBarPositionChanged);
+    connect(m_scrollBar.get(), &QScrollBar::valueChanged, this, [this] { update(); });
+    connect(m_scrollBar.get(), &QScrollBar::rangeChanged, this, [this] { update(); });
+    m_scrollBar->show();
+}
+
+HVScrollBarComponent::~HVScrollBarComponent() = default;
+
+float HVScrollBarComponent::start() const
+{
+    return fromHundredths(m_scrollBar->minimum());
+}
+
+void HVScrollBarComponent::setStart(float value)
+{
+    m_scrollBar->setMinimum(hundredths(value));
+    Q_EMIT startChanged();
+}
+
+float HVScrollBarComponent::end() const
+{
+    return fromHundredths(m_scrollBar->maximum());
+}
+
+void HVScrollBarComponent::setEnd(float value)
+{
+    m_scrollBar->setMaximum(hundredths(value));
+    Q_EMIT endChanged();
+}
+
+float HVScrollBarComponent::position() const
+{
+    return fromHundredths(m_scrollBar->value());
+}
+
+void HVScrollBarComponent::setPosition(float value)
+{
+    setPositionExternal(value);
+    Q_EMIT positionChanged();
+}
+
+void HVScrollBarComponent::setPositionExternal(float value)
+{
+    m_scrollBar->setValue(hundredths(value));
+}
+
+bool HVScrollBarComponent::orientHorizontal() const
+{
+    return m_scrollBar->orientation() == Qt::Horizontal;
+}
+
+void HVScrollBarComponent::setOrientHorizontal(bool horizontal)
+{
+    m_scrollBar->setOrientation(horizontal ? Qt::Horizontal : Qt::Vertical);
+    Q_EMIT orientHorizontalChanged();
+    update();
+}
+
+float HVScrollBarComponent::scrollBarWidth() const
+{
+    return static_cast<float>(orientHorizontal() ? m_scrollBar->height() : m_scrollBar->width());
+}
+
+void HVScrollBarComponent::updateDimensions()
+{
+    m_scrollBar->setFixedSize(static_cast<int>(width()), static_cast<int>(height()));
+    update();
+}
+
+void HVScrollBarComponent::scrollBarPositionChanged(int value)
+{
+    Q_UNUSED(value)
+    Q_EMIT positionChanged();
+}
+
+void HVScrollBarComponent::paint(QPainter *painter)
+{
+    m_scrollBar->render(painter, QPoint(), QRegion(),
+                        QWidget::DrawWindowBackground | QWidget::DrawChildren);
+}
+
+void HVScrollBarComponent::itemChange(ItemChange change, const ItemChangeData &value)
+{
+    if (m_scrollBar && change == ItemVisibleHasChanged)
+        m_scrollBar->setVisible(value.boolValue);
+    if (m_scrollBar && change == ItemOpacityHasChanged)
+        m_scrollBar->setWindowOpacity(value.realValue);
+    QQuickPaintedItem::itemChange(change, value);
+}
+
+bool HVScrollBarComponent::eventFilter(QObject *object, QEvent *event)
+{
+    const QEvent::Type type = event->type();
+    if (type == QEvent::StyleChange || type == QEvent::PaletteChange
+        || type == QEvent::UpdateRequest)
+        update();
+    return QQuickPaintedItem::eventFilter(object, event);
+}
+
+/// Straight to the scroll bar: sent through the application, it would pass for a click outside
+/// the popup, of which the scroll bar is no child.
+void HVScrollBarComponent::hand(QEvent &event)
+{
+    m_scrollBar->event(&event);
+    update();
+}
+
+void HVScrollBarComponent::handMouse(const QMouseEvent &event)
+{
+    QMouseEvent handed = Hovlets::mouseEventLike(event);
+    hand(handed);
+}
+
+void HVScrollBarComponent::mousePressEvent(QMouseEvent *event)
+{
+    setKeepMouseGrab(true); // no list around it may take the drag over
+    handMouse(*event);
+}
+
+void HVScrollBarComponent::mouseMoveEvent(QMouseEvent *event)
+{
+    handMouse(*event);
+}
+
+void HVScrollBarComponent::mouseReleaseEvent(QMouseEvent *event)
+{
+    setKeepMouseGrab(false);
+    handMouse(*event);
+}
+
+void HVScrollBarComponent::wheelEvent(QWheelEvent *event)
+{
+    QWheelEvent handed(event->position(), event->globalPosition(), event->pixelDelta(),
+                       event->angleDelta(), event->buttons(), event->modifiers(), event->phase(),
+                       event->inverted());
+    hand(handed);
+    event->setAccepted(handed.isAccepted());
+}
+
+void HVScrollBarComponent::hoverEnterEvent(QHoverEvent *event)
+{
+    QHoverEvent handed = Hovlets::hoverEventLike(QEvent::HoverEnter, *event);
+    hand(handed);
+}
+
+void HVScrollBarComponent::hoverMoveEvent(QHoverEvent *event)
+{
+    QHoverEvent handed = Hovlets::hoverEventLike(QEvent::HoverMove, *event);
+    hand(handed);
+}
+
+void HVScrollBarComponent::hoverLeaveEvent(QHoverEvent *event)
+{
+    QHoverEvent handed = Hovlets::hoverEventLike(QEvent::HoverLeave, *event);
+    hand(handed);
+}

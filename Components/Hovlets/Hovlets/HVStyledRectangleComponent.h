@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtCore/QString>
+#include <QtGui/QColor>
+#include <QtGui/QImage>
+#include <QtQuick/QQuickItem>
+
+namespace Hovlets {
+
+/*!
+ * \brief A bordered rectangle in the colours of the desktop's tooltips or windows.
+ *
+ * The border's right and bottom lines lie just outside the item, at x = width and y = height. In
+ * the style of windows only an item without a parent paints, one pixel larger on each side. GUI
+ * thread only.
+ */
+class HVStyledRectangleComponent : public QQuickItem
+{
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(HVStyledRectangleComponent)
+    Q_PROPERTY(QString element READ element WRITE setElement NOTIFY elementChanged)
+    Q_PROPERTY(QColor textColor READ textColor NOTIFY textColorChanged)
+    Q_PROPERTY(bool toolTipStyle READ toolTipStyle WRITE setToolTipStyle NOTIFY toolTipStyleChanged)
+
+public:
+    explicit HVStyledRectangleComponent(QQuickItem *parent = nullptr);
+    ~HVStyledRectangleComponent() override;
+
+    /// "PE_Widget" or "PE_Frame". Does not change the painting.
+    QString element() const;
+
+    /// An unknown name changes nothing.
+    void setElement(const QString &element);
+
+    /// Of text on the rectangle: black in the style of tooltips.
+    QColor textColor() const;
+
+    bool toolTipStyle() const;
+    void setToolTipStyle(bool toolTipStyle);
+
+    /// Paints the rectangle, the item's top-left corner at (0, 0).
+    void paint(QPainter *painter) const;
+
+Q_SIGNALS:
+    void elementChanged();
+    void textColorChanged();
+    void toolTipStyleChanged();
+
+protected:
+    QSGNode *updatePaintNode(QSGNode *node, UpdatePaintNodeData *data) override;
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    void geometryChange(const QRectF &newGeometry, const QRectF &oldGeometry) override;
+#else
+    void geometryChanged(const QRectF &newGeometry, const QRectF &oldGeometry) override;
+#endif
+    void itemChange(ItemChange change, const ItemChangeData &value) override;
+
+private:
+    bool isPainted() const;
+    QRectF outline() const;
+
+    int m_elementCode;
+    QString m_element;
+    bool m_toolTipStyle = false;
+};
+
+} // namespace Hovlets

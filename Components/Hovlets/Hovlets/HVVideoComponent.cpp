@@ -1,0 +1,213 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HVVideoComponent.h"
+
+#include "HVImageNode.h"
+#include "HVVideoController.h"
+#include "HVVideoSourceFFMPEG.h"
+#include "HVView.h"
+
+#include <QtCore/QFileInfo>
+#include <QtCore/QUrl>
+#include <QtQuick/QQuickWindow>
+
+namespace Hovlets {
+
+HVVideoComponent::HVVideoComponent(QQuickItem *parent)
+    : QQuickItem(parent)
+    , m_source(new HVVideoSourceFFMPEG(this))
+    , m_controller(new HVVideoController(m_source, this))
+{
+    setFlag(QQuickItem::ItemHasContents);
+    connect(m_controller, &HVVideoController::displayFrame, this, &HVVideoComponent::frameReady);
+    connect(m_controller, &HVVideoController::stateChanged, this,
+            &HVVideoComponent::sourceChangedState);
+    connect(m_controller, &HVVideoController::positionChanged, this,
+            &HVVideoComponent::controllerPositionChanged);
+    connect(m_controller, &HVVideoController::heightChanged, this,
+            &HVVideoComponent::contentHeightChanged);
+    connect(m_controller, &HVVideoController::widthChanged, this,
+            &HVVideoComponent::contentWidthChanged);
+    connect(m_controller, &HVVideoController::loadProgressChanged, this,
+            &HVVideoComponent::loadProgressChanged);
+    m_controller->start(QThread::InheritPriority);
+    m_source->start(QThread::InheritPriority);
+}
+
+HVVideoComponent::~HVVideoComponent()
+{
+    if (m_controller)
+        m_controller->quit();
+    m_source->quit();
+    m_source->wait();
+    if (m_controller)
+        m_controller->wait();
+}
+
+QString HVVideoComponent::source() const
+{
+    return m_sourceName;
+}
+
+void HVVideoComponent::setSource(const QString &name)
+{
+    if (name.isEmpty()) {
+        m_controller->setSource(QUrl(name));
+        m_sourceName = name;
+    }
+    const QList<HVView *> views = HVView::viewsOf(window());
+    for (HVView *view : views) {
+        const QString path = view->findResource(name);
+        m_sourceName = name;
+        if (QFileInfo(path).isFile())
+            m_controller->setSource(QUrl::fromLocalFile(path));
+        setFrame(HVVideoFrame());
+    }
+}
+
+HVVideoComponent::VideoState HVVideoComponent::state() const
+{
+    switch (m_controller->state()) {
+    case HVVideoController::Paused:
+        return pausedState;
+    case HVVideoController::Playing:
+        return playingState;
+    }
+    return resetState;
+}
+
+void HVVideoComponent::setState(VideoState state)
+{
+    switch (state) {
+    case resetState:
+        m_controller->streamEnded();
+        break;
+    case pausedState:
+        pause();
+        break;
+    case playingState:
+        play();
+        break;
+    }
+}
+
+void HVVideoComponent::play()
+{
+    m_controller->play();
+}
+
+void HVVideoComponent::pause()
+{
+    m_controller->pause();
+}
+
+void HVVideoComponent::rewindToStart()
+{
+    m_controller->pause();
+    m_controller->setProgress(0.0);
+    Q_EMIT progressChanged();
+    Q_EMIT positionChanged();
+}
+
+qlonglong HVVideoComponent::position() const
+{
+    return static_cast<qlonglong>(m_controller->position());
+}
+
+void HVVideoComponent::setPosition(qlonglong position)
+{
+    m_controller->setPosition(static_cast<quint64>(position));
+}
+
+double HVVideoComponent::progress() const
+{
+    return m_controller->progress();
+}
+
+void HVVideoComponent::setProgress(double progress)
+{
+    m_controller->setProgress(progress);
+}
+
+QString HVVideoComponent::searchPath() const
+{
+    return m_searchPath;
+}
+
+void HVVideoComponent::setSearchPath(const QString &path)
+{
+    m_searchPath = path;
+    Q_EMIT searchPathChanged();
+}
+
+bool HVVideoComponent::scrubbing() const
+{
+    return m_controller->isScrubbing();
+}
+
+void HVVideoComponent::setScrubbing(bool scrubbing)
+{
+    m_controller->setScrubbing(scrubbing);
+}
+
+double HVVideoComponent::contentHeight() const
+{
+    return m_controller->frameHeight();
+}
+
+double HVVideoComponent::contentWidth() const
+{
+    return m_controller->frameWidth();
+}
+
+double HVVideoComponent::loadProgress() const
+{
+    return m_controller->loadProgress();
+}
+
+void HVVideoComponent::frameReady()
+{
+    const HVVideoFrame frame = m_controller->currentFrame();
+    if (frame.isNull())
+        return;
+    setFrame(frame);
+    if (frame.height() != m_knownHeight) {
+        Q_EMIT heightChanged();
+        m_knownHeight = frame.height();
+    }
+    const double progress = m_controller->progress();
+    if (progress != m_knownProgress) {
+        m_knownProgress = progress;
+        Q_EMIT progressChanged();
+        Q_EMIT positionChanged();
+    }
+}
+
+void HVVideoComponent::sourceChangedState()
+{
+    Q_EMIT stateChanged();
+}
+
+void HVVideoComponent::controllerPositionChanged()
+{
+    m_knownProgress = m_controller->progress();
+    Q_EMIT positionChanged();
+    Q_EMIT progressChanged();
+}
+
+void HVVideoComponent::setFrame(const HVVideoFrame &frame)
+{
+    m_frame = frame;
+    m_frameIsNew = true;
+    update();
+}
+
+QSGNode *HVVideoComponent::updatePaintNode(QSGNode *node, UpdatePaintNodeData *data)
+{
+    Q_UNUSED(data)
+    if (node && !m_frameIsNew)
+        return node;
+    m_frameIsNew = false;
+    return updateImageNode(node, window(), m_frame, QPointF());
+}
+
+} // namespace Hovlets

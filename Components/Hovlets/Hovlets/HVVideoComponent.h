@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "HVVideoFrame.h"
+
+#include <QtCore/QPointer>
+#include <QtCore/QString>
+#include <QtQuick/QQuickItem>
+
+namespace Hovlets {
+
+class HVVideoController;
+class HVVideoSourceFFMPEG;
+
+/*!
+ * \brief The QML item that shows a clip of the popup's content.
+ *
+ * Each item has a source and a controller, each with a thread of its own, and stops both when it is
+ * destroyed. The picture is drawn from (0, 0) at its own size, also where the item is smaller; QML
+ * sizes the item by contentWidth and contentHeight. GUI thread only.
+ */
+class HVVideoComponent : public QQuickItem
+{
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(HVVideoComponent)
+    Q_PROPERTY(QString source READ source WRITE setSource NOTIFY sourceChanged)
+    Q_PROPERTY(VideoState state READ state WRITE setState NOTIFY stateChanged)
+    Q_PROPERTY(qlonglong position READ position WRITE setPosition NOTIFY positionChanged)
+    Q_PROPERTY(double progress READ progress WRITE setProgress NOTIFY progressChanged)
+    Q_PROPERTY(QString searchPath READ searchPath WRITE setSearchPath NOTIFY searchPathChanged)
+    Q_PROPERTY(bool scrubbing READ scrubbing WRITE setScrubbing NOTIFY scrubbingChanged)
+    Q_PROPERTY(double contentHeight READ contentHeight NOTIFY contentHeightChanged)
+    Q_PROPERTY(double contentWidth READ contentWidth NOTIFY contentWidthChanged)
+    Q_PROPERTY(double loadProgress READ loadProgress NOTIFY loadProgressChanged)
+
+public:
+    enum VideoState { resetState = 0, pausedState = 1, playingState = 2 };
+    Q_ENUM(VideoState)
+
+    explicit HVVideoComponent(QQuickItem *parent = nullptr);
+    ~HVVideoComponent() override;
+
+    QString source() const;
+
+    /*!
+     * Loads the clip that the popup's view finds in the content's resources, and clears the
+     * picture.
+     *
+     * Does so once the item is in a view: set it from Component.onCompleted or later. A name that
+     * is not found leaves what plays. Emits nothing.
+     */
+    void setSource(const QString &name);
+
+    VideoState state() const;
+    void setState(VideoState state);
+
+    /// The index of the picture.
+    qlonglong position() const;
+    void setPosition(qlonglong position);
+
+    /// The position as a part of the clip, 0 to 1.
+    double progress() const;
+    void setProgress(double progress);
+
+    /// Kept for content that sets it; look-ups go through the view.
+    QString searchPath() const;
+    void setSearchPath(const QString &path);
+
+    /// The user drags the position: the end of the stream does not pause.
+    bool scrubbing() const;
+    void setScrubbing(bool scrubbing);
+
+    /// Of the clip, in pixels; 200 x 150 before the first.
+    double contentHeight() const;
+    double contentWidth() const;
+    double loadProgress() const;
+
+public Q_SLOTS:
+    void frameReady();
+    void play();
+    void pause();
+    void sourceChangedState();
+    void rewindToStart();
+    void controllerPositionChanged();
+
+Q_SIGNALS:
+    void sourceChanged();
+    void stateChanged();
+    void positionChanged();
+    void progressChanged();
+    void heightChanged();
+    void searchPathChanged();
+    void scrubbingChanged();
+    void contentHeightChanged();
+    void contentWidthChanged();
+    void loadProgressChanged();
+
+protected:
+    QSGNode *updatePaintNode(QSGNode *node, UpdatePaintNodeData *data) override;
+
+private:
+    void setFrame(const HVVideoFrame &frame);
+
+    HVVideoSourceFFMPEG *m_source; // child
+    QPointer<HVVideoController> m_controller; // child
+    HVVideoFrame m_frame;
+    bool m_frameIsNew = false; // not uploaded yet
+    double m_knownHeight = 0.0;
+    double m_knownProgress = 0.0;
+    QString m_searchPath;
+    QString m_sourceName;
+};
+
+} // namespace Hovlets

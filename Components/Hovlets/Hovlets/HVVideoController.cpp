@@ -1,0 +1,338 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HVVideoController.h"
+
+#include "HVIdleWait.h"
+#include "HVVideoSource.h"
+
+#include <QtCore/QDebug>
+#include <QtCore/QRecursiveMutex>
+
+#include <algorithm>
+
+namespace Hovlets {
+
+namespace {
+
+constexpr int LockTime = 100; // ms
+constexpr unsigned long IdleTime = 100; // ms
+constexpr unsigned long QuitTime = 10000; // ms
+constexpr double UsualRate = 25.0; // pictures/s, where a source tells none
+
+} // namespace
+
+class HVVideoController::Private
+{
+public:
+    double frameDuration() const
+    {
+        const double rate = source->frameRate();
+        return 1.0 / (rate > 0.0 ? rate : UsualRate);
+    }
+
+    HVVideoSource *source = nullptr;
+
+    // Guarded by controllerMutex.
+    mutable QRecursiveMutex controllerMutex;
+    quint64 displayedPosition = 0;
+    quint64 position = 0;
+    bool shouldQuit = false;
+    bool needFrame = true;
+    bool scrubbing = false;
+    QDateTime lastFrameDisplayTime;
+    State state = Paused;
+
+    // Shared with the source, whose pictures end the wait for the first one.
+    std::shared_ptr<HVIdleWait> idle = std::make_shared<HVIdleWait>();
+    HVIdleWait pace; // between two pictures; only quitting ends it early
+};
+
+HVVideoController::HVVideoController(HVVideoSource *source, QObject *parent)
+    : QThread(parent)
+    , d(std::make_unique<Private>())
+{
+    d->source = source;
+    setObjectName(QStringLiteral("Controller"));
+    connect(this, &QThread::finished, this, &QObject::deleteLater);
+    if (!source)
+        return;
+    source->setFrameWaiter(d->idle);
+    connect(source, &HVVideoSource::streamEnded, this, &HVVideoController::streamEnded);
+    connect(source, &HVVideoSource::sourceLoaded, this, &HVVideoController::sourceLoaded);
+    connect(source, &HVVideoSource::loadProgressChanged, this,
+            &HVVideoController::loadProgressChanged);
+}
+
+HVVideoController::~HVVideoController()
+{
+    setShouldQuit();
+}
+
+void HVVideoController::play()
+{
+    {
+        const QMutexLocker locker(&d->controllerMutex);
+        d->state = Playing;
+        if (d->source && d->position >= d->source->totalFrameCount())
+            setProgress(0.0);
+    }
+    d->idle->wake();
+    Q_EMIT stateChanged();
+}
+
+void HVVideoController::pause()
+{
+    setState(Paused);
+}
+
+void HVVideoController::setState(State state)
+{
+    {
+        const QMutexLocker locker(&d->controllerMutex);
+        d->state = state;
+    }
+    d->idle->wake();
+    Q_EMIT stateChanged();
+}
+
+HVVideoController::State HVVideoController::state() const
+{
+    const QMutexLocker locker(&d->controllerMutex);
+    return d->state;
+}
+
+void HVVideoController::close()
+{
+    if (d->source)
+        d->source->close();
+}
+
+bool HVVideoController::setSource(const QUrl &url)
+{
+    setNeedFrame(true);
+    streamEnded();
+    setPosition(0);
+    setState(Paused);
+    if (!d->source || !d->source->setSource(url))
+        return false;
+    const QMutexLocker locker(&d->controllerMutex);
+    d->position = 0;
+    d->needFrame = true;
+    return true;
+}
+
+QUrl HVVideoController::source() const
+{
+    return d->source ? d->source->source() : QUrl();
+}
+
+void HVVideoController::setPosition(quint64 position)
+{
+    {
+        const QMutexLocker locker(&d->controllerMutex);
+        d->position = position;
+        d->displayedPosition = position - 1; // wraps at 0, where one picture is to come as well
+    }
+    setNeedFrame(true);
+    Q_EMIT positionChanged();
+}
+
+quint64 HVVideoController::position() const
+{
+    const QMutexLocker locker(&d->controllerMutex);
+    return d->position;
+}
+
+void HVVideoController::setProgress(double progress)
+{
+    const auto frames = static_cast<double>(frameCount());
+    // QML may write anything; only what an index can hold converts.
+    const double position = std::clamp(frames * progress, 0.0, 4294967295.0);
+    setPosition(position > 0.0 ? static_cast<quint64>(position) : 0);
+}
+
+double HVVideoController::progress() const
+{
+    const quint64 total = frameCount();
+    return total == 0 ? 0.0 : static_cast<double>(position()) / static_cast<double>(total);
+}
+
+double HVVideoController::loadProgress() const
+{
+    if (!d->source)
+        return 0.0;
+    const quint64 total = d->source->totalFrameCount();
+    return total == 0
+            ? qQNaN()
+            : static_cast<double>(d->source->loadedFrameCount()) / static_cast<double>(total);
+}
+
+quint64 HVVideoController::frameCount() const
+{
+    return d->source ? d->source->totalFrameCount() : 0;
+}
+
+double HVVideoController::frameWidth() const
+{
+    return d->source ? d->source->frameWidth() : 0.0;
+}
+
+double HVVideoController::frameHeight() const
+{
+    return d->source ? d->source->frameHeight() : 0.0;
+}
+
+HVVideoFrame HVVideoController::currentFrame()
+{
+    const QMutexLocker locker(&d->controllerMutex);
+    d->displayedPosition = d->position;
+    return getFrame(d->position);
+}
+
+HVVideoFrame HVVideoController::getFrame(quint64 index)
+{
+    const QMutexLocker locker(&d->controllerMutex);
+    return d->source ? d->source->getFrame(static_cast<unsigned int>(index)) : HVVideoFrame();
+}
+
+void HVVideoController::setScrubbing(bool scrubbing)
+{
+    const QMutexLocker locker(&d->controllerMutex);
+    d->scrubbing = scrubbing;
+}
+
+bool HVVideoController::isScrubbing() const
+{
+    const QMutexLocker locker(&d->controllerMutex);
+    return d->scrubbing;
+}
+
+void HVVideoController::setNeedFrame(bool need)
+{
+    {
+        const QMutexLocker locker(&d->controllerMutex);
+        d->needFrame = need;
+    }
+    d->idle->wake();
+}
+
+QDateTime HVVideoController::lastFrameDisplayTime() const
+{
+    const QMutexLocker locker(&d->controllerMutex);
+    return d->lastFrameDisplayTime;
+}
+
+void HVVideoController::setLastFrameDisplayTime(const QDateTime &time)
+{
+    const QMutexLocker locker(&d->controllerMutex);
+    d->lastFrameDisplayTime = time;
+}
+
+void HVVideoController::setShouldQuit()
+{
+    {
+        const QMutexLocker locker(&d->controllerMutex);
+        d->shouldQuit = true;
+    }
+    d->idle->wake();
+    d->pace.wake();
+}
+
+bool HVVideoController::shouldQuit() const
+{
+    if (!d->controllerMutex.tryLock(LockTime))
+        return false;
+    const bool shouldQuit = d->shouldQuit;
+    d->controllerMutex.unlock();
+    return shouldQuit;
+}
+
+void HVVideoController::quit()
+{
+    setShouldQuit();
+    if (wait(QuitTime))
+        return;
+    qDebug() << "HVVideoController did not quit in a timely fashion";
+    terminate();
+    if (!wait(QuitTime))
+        qDebug() << "HVVideoController did not quit at all";
+}
+
+void HVVideoController::streamEnded()
+{
+    if (!isScrubbing())
+        setState(Paused);
+    Q_EMIT loadProgressChanged();
+    setNeedFrame(true);
+}
+
+void HVVideoController::sourceLoaded()
+{
+    setNeedFrame(true);
+    Q_EMIT widthChanged();
+    Q_EMIT heightChanged();
+    Q_EMIT loadProgressChanged();
+}
+
+void HVVideoController::run()
+{
+    while (!shouldQuit()) {
+        if (!d->source || !d->controllerMutex.tryLock(LockTime))
+            continue;
+        const bool isAvailable = d->source->isFrameAvailable(d->position);
+        if (d->state == Playing && isAvailable) {
+            d->needFrame = false;
+            d->controllerMutex.unlock();
+            presentFrame(); // paces
+            continue;
+        }
+        if (d->state == Playing) {
+            // Playback never waits for the decoder.
+            if (d->source->totalFrameCount() >= d->position)
+                pause();
+        } else if (d->needFrame && isAvailable && !d->source->getFrame(0).isNull()) {
+            d->needFrame = false;
+            presentFrame();
+        }
+        d->controllerMutex.unlock();
+        d->idle->sleep(IdleTime);
+    }
+}
+
+void HVVideoController::presentFrame()
+{
+    double sleep = 0.0; // s
+    {
+        QMutexLocker locker(&d->controllerMutex);
+        if (d->state != Playing) {
+            locker.unlock();
+            Q_EMIT displayFrame();
+            return;
+        }
+        const quint64 loaded = d->source->loadedFrameCount();
+        if (d->displayedPosition == d->position && d->position >= loaded)
+            return;
+
+        const double frameDuration = d->frameDuration();
+        const double due = static_cast<double>(d->position - d->displayedPosition) * frameDuration;
+        const QDateTime now = QDateTime::currentDateTime();
+        const QDateTime &last = d->lastFrameDisplayTime;
+        // Microseconds against seconds, on purpose: a picture that is late by a millisecond is
+        // followed at the clip's pace, and only a burst within one is slowed down.
+        const double elapsed = (static_cast<double>(last.daysTo(now)) * 86400000.0
+                                + static_cast<double>(last.time().msecsTo(now.time())))
+                * 1000.0;
+        const double remaining = due - std::min(due, elapsed);
+        sleep = std::max(remaining, frameDuration);
+        if (d->position < loaded) {
+            ++d->position;
+            locker.unlock();
+            Q_EMIT displayFrame();
+            Q_EMIT positionChanged();
+            setLastFrameDisplayTime(QDateTime::currentDateTime());
+        }
+    }
+    if (sleep > 0.0)
+        d->pace.sleep(static_cast<unsigned long>(sleep * 1000.0));
+}
+
+} // namespace Hovlets

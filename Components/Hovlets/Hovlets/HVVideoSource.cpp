@@ -1,0 +1,230 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HVVideoSource.h"
+
+#include "HVIdleWait.h"
+#include "HVVideoFrameCache.h"
+
+#include <QtCore/QDebug>
+#include <QtCore/QMap>
+#include <QtCore/QRecursiveMutex>
+
+#include <deque>
+
+namespace Hovlets {
+
+namespace {
+
+constexpr unsigned long IdleTime = 100; // ms
+constexpr unsigned long QuitTime = 10000; // ms
+
+} // namespace
+
+class HVVideoSource::Private
+{
+public:
+    quint64 length() const { return cache ? cache->length() : 0; }
+
+    // Guarded by stateMutex.
+    mutable QRecursiveMutex stateMutex;
+    QUrl source;
+    bool shouldQuit = false;
+    Action action = IdleAction;
+    std::deque<std::unique_ptr<HVVideoSourceChange>> changes;
+
+    // Guarded by frameMutex.
+    mutable QRecursiveMutex frameMutex;
+    std::shared_ptr<HVVideoFrameCache> cache;
+    QMap<QString, std::shared_ptr<HVVideoFrameCache>> caches; // clips to keep: none so far
+    std::weak_ptr<HVIdleWait> frameWaiter;
+
+    HVIdleWait idle;
+};
+
+HVVideoSource::HVVideoSource(QObject *parent)
+    : QThread(parent)
+    , d(std::make_unique<Private>())
+{
+}
+
+HVVideoSource::~HVVideoSource()
+{
+    quit();
+}
+
+void HVVideoSource::close()
+{
+    // An empty address is not valid, so that this asks for nothing; subclasses do the closing.
+    setSource(QUrl());
+}
+
+void HVVideoSource::changeSetAction(Action action)
+{
+    if (action == NoAction)
+        return;
+    {
+        const QMutexLocker locker(&d->stateMutex);
+        d->action = action;
+    }
+    Q_EMIT actionChanged();
+}
+
+void HVVideoSource::changeSetSource(const QUrl &url)
+{
+    const QMutexLocker locker(&d->stateMutex);
+    d->source = url;
+}
+
+bool HVVideoSource::setSource(const QUrl &url)
+{
+    {
+        const QMutexLocker locker(&d->stateMutex);
+        if (!url.isValid() || url == d->source)
+            return false;
+        d->changes.push_back(std::make_unique<HVVideoSourceSourceChange>(url));
+    }
+    d->idle.wake();
+    return true;
+}
+
+void HVVideoSource::setAction(Action action)
+{
+    {
+        const QMutexLocker locker(&d->stateMutex);
+        d->changes.push_back(std::make_unique<HVVideoSourceChange>(action));
+    }
+    d->idle.wake();
+}
+
+void HVVideoSource::setShouldQuit()
+{
+    {
+        const QMutexLocker locker(&d->stateMutex);
+        d->shouldQuit = true;
+    }
+    d->idle.wake();
+}
+
+bool HVVideoSource::shouldQuit() const
+{
+    const QMutexLocker locker(&d->stateMutex);
+    return d->shouldQuit;
+}
+
+void HVVideoSource::quit()
+{
+    setShouldQuit();
+    if (wait(QuitTime))
+        return;
+    qDebug() << "HVVideoSource did not quit in a timely fashion";
+    terminate();
+    if (!wait(QuitTime))
+        qDebug() << "HVVideoSource did not quit at all";
+}
+
+QUrl HVVideoSource::source() const
+{
+    const QMutexLocker locker(&d->stateMutex);
+    return d->source;
+}
+
+HVVideoSource::Action HVVideoSource::action() const
+{
+    const QMutexLocker locker(&d->stateMutex);
+    return d->action;
+}
+
+HVVideoFrame HVVideoSource::getFrame(unsigned int index) const
+{
+    const QMutexLocker locker(&d->frameMutex);
+    return index < d->length() ? d->cache->frame(index) : HVVideoFrame();
+}
+
+bool HVVideoSource::isFrameAvailable(quint64 index) const
+{
+    const QMutexLocker locker(&d->frameMutex);
+    return d->length() > index;
+}
+
+quint64 HVVideoSource::loadedFrameCount() const
+{
+    const QMutexLocker locker(&d->frameMutex);
+    return d->length();
+}
+
+quint64 HVVideoSource::totalFrameCount() const
+{
+    return loadedFrameCount();
+}
+
+void HVVideoSource::setupSource()
+{
+    const QUrl url = source();
+    const QString name = url.toString();
+    bool isNew = false;
+    {
+        const QMutexLocker locker(&d->frameMutex);
+        const auto kept = d->caches.value(name);
+        isNew = !kept;
+        d->cache = kept ? kept : std::make_shared<HVVideoFrameCache>(name);
+    }
+    if (isNew)
+        setAction(url.isEmpty() ? IdleAction : DecodeAction);
+    Q_EMIT sourceChanged();
+}
+
+void HVVideoSource::clearChanges()
+{
+    const QMutexLocker locker(&d->stateMutex);
+    d->changes.clear();
+}
+
+void HVVideoSource::pushFrame(const HVVideoFrame &frame)
+{
+    std::shared_ptr<HVIdleWait> waiter;
+    {
+        const QMutexLocker locker(&d->frameMutex);
+        if (!d->cache)
+            return;
+        d->cache->addFrame(frame);
+        waiter = d->frameWaiter.lock();
+    }
+    if (waiter)
+        waiter->wake();
+}
+
+void HVVideoSource::notifyStreamEnded()
+{
+    Q_EMIT streamEnded();
+}
+
+void HVVideoSource::setFrameWaiter(const std::shared_ptr<HVIdleWait> &waiter)
+{
+    const QMutexLocker locker(&d->frameMutex);
+    d->frameWaiter = waiter;
+}
+
+bool HVVideoSource::loadSource()
+{
+    Q_EMIT sourceLoaded();
+    return true;
+}
+
+void HVVideoSource::processActionQueue()
+{
+    std::unique_ptr<HVVideoSourceChange> change;
+    {
+        const QMutexLocker locker(&d->stateMutex);
+        if (d->changes.empty())
+            return;
+        change = std::move(d->changes.front());
+        d->changes.pop_front();
+    }
+    change->apply(this);
+}
+
+void HVVideoSource::idle()
+{
+    d->idle.sleep(IdleTime);
+}
+
+} // namespace Hovlets

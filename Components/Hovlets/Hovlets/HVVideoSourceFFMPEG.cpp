@@ -1,0 +1,246 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HVVideoSourceFFMPEG.h"
+
+#include "HVClip.h"
+
+#include <QtCore/QDebug>
+#include <QtCore/QRecursiveMutex>
+
+#include <mutex>
+
+namespace Hovlets {
+
+class HVVideoSourceFFMPEG::Private
+{
+public:
+    explicit Private(HVVideoSourceFFMPEG *owner)
+        : owner(owner)
+    {
+    }
+
+    bool openMedia();
+    void releaseMedia();
+    bool decodeNextFrame();
+    double advanceClock();
+
+    HVVideoSourceFFMPEG *owner;
+
+    // Guarded by decoderMutex, which is taken before the mutexes of HVVideoSource, never after.
+    mutable QRecursiveMutex decoderMutex;
+    QString filePath;
+    std::unique_ptr<HVClip> clip; // null when closed
+    QSizeF size = QSizeF(200, 150); // of the last clip: the item shows its picture to the end
+    double videoClock = 0.0; // s, of the next picture
+    qint64 seekTarget = 0;
+    int seekFlags = 0;
+    double progress = 0.0;
+    double duration = 0.0; // s
+    double timeBase = 0.0; // s
+    double frameRate = 0.0; // pictures per second
+};
+
+HVVideoSourceFFMPEG::HVVideoSourceFFMPEG(QObject *parent)
+    : HVVideoSource(parent)
+    , d(std::make_unique<Private>(this))
+{
+    setObjectName(QStringLiteral("FFMPEG"));
+    static std::once_flag once;
+    std::call_once(once, [] { av_log_set_level(AV_LOG_QUIET); });
+}
+
+HVVideoSourceFFMPEG::~HVVideoSourceFFMPEG()
+{
+    quit();
+}
+
+void HVVideoSourceFFMPEG::run()
+{
+    while (!shouldQuit()) {
+        processActionQueue();
+        switch (action()) {
+        case NoAction:
+            break;
+        case StopAction:
+            return;
+        case LoadAction:
+            loadSource();
+            break;
+        case CloseAction:
+            close();
+            setAction(IdleAction);
+            break;
+        case SeekAction: {
+            const QMutexLocker locker(&d->decoderMutex);
+            if (d->clip)
+                d->clip->seekTo(d->seekTarget, d->seekFlags);
+            else
+                setAction(IdleAction);
+            break;
+        }
+        case DecodeAction:
+            if (!d->decodeNextFrame())
+                setAction(IdleAction);
+            break;
+        case IdleAction:
+            idle();
+            break;
+        }
+    }
+}
+
+bool HVVideoSourceFFMPEG::loadSource()
+{
+    if (source().isEmpty()) {
+        {
+            const QMutexLocker locker(&d->decoderMutex);
+            d->filePath.clear();
+        }
+        setAction(IdleAction);
+        close();
+        return false;
+    }
+    setupSource();
+    {
+        const QMutexLocker locker(&d->decoderMutex);
+        d->filePath = source().toLocalFile();
+    }
+    const bool loaded = d->openMedia() && HVVideoSource::loadSource();
+    setAction(loaded ? DecodeAction : IdleAction);
+    return loaded;
+}
+
+bool HVVideoSourceFFMPEG::Private::openMedia()
+{
+    const QMutexLocker locker(&decoderMutex);
+    releaseMedia();
+    auto opened = std::make_unique<HVClip>([this] { return owner->shouldQuit(); });
+    if (const char *message = opened->open(filePath)) {
+        qDebug().noquote() << QString::fromLatin1(message).arg(filePath);
+        return false;
+    }
+    clip = std::move(opened);
+    size = clip->size();
+    duration = clip->duration();
+    timeBase = clip->timeBase();
+    frameRate = clip->frameRate();
+    return true;
+}
+
+void HVVideoSourceFFMPEG::Private::releaseMedia()
+{
+    const QMutexLocker locker(&decoderMutex);
+    clip.reset();
+}
+
+/// Puts the next picture into the cache; false at the end of the clip.
+bool HVVideoSourceFFMPEG::Private::decodeNextFrame()
+{
+    HVVideoFrame frame;
+    {
+        const QMutexLocker locker(&decoderMutex);
+        if (!clip) {
+            if (owner->action() != IdleAction)
+                owner->setAction(IdleAction);
+            return false;
+        }
+        const QImage picture = clip->nextPicture();
+        if (!picture.isNull()) {
+            frame = HVVideoFrame(picture, 0);
+            frame.setPts(advanceClock());
+            progress = duration > 0.0 ? frame.pts() / duration : 0.0;
+        } else {
+            releaseMedia();
+        }
+    }
+    if (frame.isNull()) {
+        if (!owner->shouldQuit())
+            owner->notifyStreamEnded();
+        return false;
+    }
+    owner->pushFrame(frame);
+    return true;
+}
+
+/// The time of a picture. Time stamps in files are often wrong; the frame rate is not.
+double HVVideoSourceFFMPEG::Private::advanceClock()
+{
+    const double pts = videoClock;
+    videoClock += 1.0 / frameRate;
+    return pts;
+}
+
+void HVVideoSourceFFMPEG::close()
+{
+    d->releaseMedia();
+    HVVideoSource::close();
+}
+
+bool HVVideoSourceFFMPEG::isOpen()
+{
+    const QMutexLocker locker(&d->decoderMutex);
+    return d->clip != nullptr;
+}
+
+double HVVideoSourceFFMPEG::getTime()
+{
+    return static_cast<double>(av_gettime()) / 1e6;
+}
+
+void HVVideoSourceFFMPEG::changeSetPosition(quint64 frame)
+{
+    {
+        const QMutexLocker locker(&d->decoderMutex);
+        if (d->clip) {
+            const double before = d->videoClock;
+            d->videoClock = static_cast<double>(frame) / d->frameRate;
+            d->clip->seek(d->videoClock, before > d->videoClock);
+        } else {
+            d->videoClock = 0.0;
+            d->progress = 0.0;
+        }
+    }
+    Q_EMIT positionChanged();
+}
+
+double HVVideoSourceFFMPEG::duration()
+{
+    const QMutexLocker locker(&d->decoderMutex);
+    return d->duration;
+}
+
+double HVVideoSourceFFMPEG::timeBase()
+{
+    const QMutexLocker locker(&d->decoderMutex);
+    return d->timeBase;
+}
+
+double HVVideoSourceFFMPEG::frameRate()
+{
+    const QMutexLocker locker(&d->decoderMutex);
+    return d->frameRate;
+}
+
+double HVVideoSourceFFMPEG::frameWidth() const
+{
+    const QMutexLocker locker(&d->decoderMutex);
+    return d->size.width();
+}
+
+double HVVideoSourceFFMPEG::frameHeight() const
+{
+    const QMutexLocker locker(&d->decoderMutex);
+    return d->size.height();
+}
+
+quint64 HVVideoSourceFFMPEG::position()
+{
+    return 0;
+}
+
+double HVVideoSourceFFMPEG::progress()
+{
+    const QMutexLocker locker(&d->decoderMutex);
+    return d->progress;
+}
+
+} // namespace Hovlets
