@@ -12,6 +12,8 @@ HVContentTranslator::~HVContentTranslator() = default;
 QString HVContentTranslator::translate(const QString &file, const QString &text,
                                        const QString &context)
 {
+    if (file.isEmpty())
+        return text;
     if (!m_translator)
         m_translator = std::make_unique<QTranslator>();
     if (file != m_file) {

@@ -8,14 +8,21 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QList>
 
+#include <utility>
+
 namespace Hovlets {
 
 namespace {
 
-QList<QPointer<HVWidget>> &dismissedPopups()
+QList<QPointer<HVWidget>> dismissedPopups;
+bool deletionIsArranged = false; // with the present application
+
+void deleteDismissedPopups()
 {
-    static QList<QPointer<HVWidget>> popups;
-    return popups;
+    deletionIsArranged = false;
+    const QList<QPointer<HVWidget>> popups = std::exchange(dismissedPopups, {});
+    for (const QPointer<HVWidget> &popup : popups)
+        delete popup.data();
 }
 
 /*!
@@ -25,12 +32,11 @@ QList<QPointer<HVWidget>> &dismissedPopups()
 void dismiss(HVWidget *popup)
 {
     popup->deleteLater();
-    dismissedPopups().append(popup);
-    qAddPostRoutine([] {
-        for (const QPointer<HVWidget> &left : std::as_const(dismissedPopups()))
-            delete left.data();
-        dismissedPopups().clear();
-    });
+    dismissedPopups.removeAll(QPointer<HVWidget>()); // those that the event loop has deleted
+    dismissedPopups.append(popup);
+    if (!deletionIsArranged)
+        qAddPostRoutine(&deleteDismissedPopups);
+    deletionIsArranged = true;
 }
 
 } // namespace

@@ -5,6 +5,8 @@
 #include "HVWidget.h"
 #include "HVXmlElement.h"
 
+#include <algorithm>
+
 namespace Hovlets {
 
 void HVPinnedPopups::add(HVWidget *popup)
@@ -15,18 +17,21 @@ void HVPinnedPopups::add(HVWidget *popup)
 void HVPinnedPopups::raise()
 {
     forgetClosed();
-    for (auto it = m_popups.crbegin(); it != m_popups.crend(); ++it)
-        (*it)->raise();
+    std::for_each(m_popups.crbegin(), m_popups.crend(),
+                  [](const QPointer<HVWidget> &popup) { popup->raise(); });
 }
 
 void HVPinnedPopups::setStayOnTop(bool on)
 {
     forgetClosed();
-    for (auto it = m_popups.crbegin(); it != m_popups.crend(); ++it) {
-        HVWidget *popup = *it;
+    // Showing a window runs code of others, which may close or pin a popup meanwhile.
+    const QList<QPointer<HVWidget>> popups = m_popups;
+    std::for_each(popups.crbegin(), popups.crend(), [on](const QPointer<HVWidget> &popup) {
+        if (!popup)
+            return;
         popup->setWindowFlags(popup->windowFlags().setFlag(Qt::WindowStaysOnTopHint, on));
         popup->show(); // a change of flags hides a window
-    }
+    });
 }
 
 HVXmlElement *HVPinnedPopups::contentFor(const QString &key) const
