@@ -1,0 +1,234 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HoverScene.h"
+#include "TestMain.h"
+
+using namespace Hovlets;
+
+namespace {
+
+QString text(const char *latin1)
+{
+    return QString::fromLatin1(latin1);
+}
+
+QMouseEvent mouseMove(const QPoint &global)
+{
+    return QMouseEvent(QEvent::MouseMove, QPointF(), QPointF(global), Qt::NoButton, Qt::NoButton,
+                       Qt::NoModifier);
+}
+
+/// Whether the popup counts down to hiding.
+bool countsDown(const HVWidget *popup)
+{
+    return popup->findChild<QTimer *>(QString(), Qt::FindDirectChildrenOnly)->isActive();
+}
+
+} // namespace
+
+class tst_HVManagerHover : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    // What comes from the application's events
+
+    void shouldShowThePopupInPlaceOfTheTooltip()
+    {
+        HoverScene scene;
+        scene.start();
+        QVERIFY(HoverScene::rest(*scene.control));
+        QVERIFY(scene.isShowing());
+        QCOMPARE(scene.shownKey(), text("a"));
+        QCOMPARE(scene.popup()->pos(), HoverScene::Position + QPoint(35, 30));
+        QCOMPARE(scene.popup()->referenceWidget(), scene.control);
+    }
+
+    void shouldLetTheTooltipThroughWithoutContent()
+    {
+        HoverScene scene;
+        scene.start();
+        scene.control->setObjectName(text("unknown"));
+        QVERIFY(!HoverScene::rest(*scene.control));
+        QVERIFY(!scene.isShowing());
+        QCOMPARE(scene.host().messagesOf(HVMessageInformation).value(0),
+                 text("looking for Hovlet for key:unknown"));
+        QVERIFY(scene.host().messagesOf(HVMessageError).isEmpty());
+        QVERIFY(scene.host().messagesOf(HVMessageWarning).isEmpty());
+    }
+
+    void shouldAskTheHostForTheKey()
+    {
+        class Host : public RecordingHost
+        {
+        public:
+            using RecordingHost::RecordingHost;
+            QString keyForObject(QObject *object) override
+            {
+                return text("b") + object->property("suffix").toString();
+            }
+        };
+        PackageFolder packages;
+        packages.addPackage(text("P"), { text("b!") });
+        HVContext context;
+        context.set(HVKeyTrackHover, true);
+        Host host(context, { packages.path() });
+        Control control(text("other"));
+        control.setProperty("suffix", text("!"));
+        QCOMPARE(host.manager()->keyForObject(&control), text("b!"));
+        QVERIFY(HoverScene::rest(control));
+        QCOMPARE(host.view()->content()->attribute(text("key")), text("b!"));
+    }
+
+    void shouldShowForAnObjectThatIsNoWidget()
+    {
+        HoverScene scene;
+        scene.start();
+        QObject object;
+        object.setObjectName(text("b"));
+        QHelpEvent event(QEvent::ToolTip, {}, HoverScene::Position);
+        QVERIFY(QCoreApplication::sendEvent(&object, &event));
+        QCOMPARE(scene.shownKey(), text("b"));
+        QCOMPARE(scene.popup()->referenceWidget(), nullptr);
+        QVERIFY(scene.manager().show(text("a"), {}, nullptr));
+        QCOMPARE(scene.shownKey(), text("a"));
+    }
+
+    void shouldNotWatchTheMouseUnlessTheSettingsSaySo()
+    {
+        HoverScene scene;
+        scene.context().set(HVKeyTrackHover, false);
+        scene.start();
+        QVERIFY(!HoverScene::rest(*scene.control));
+        QCOMPARE(scene.popup(), nullptr);
+
+        QVERIFY(scene.show(text("a")));
+        QTest::mouseClick(scene.control, Qt::LeftButton);
+        QVERIFY(scene.isShowing());
+        QEvent deactivate(QEvent::ApplicationDeactivate);
+        QCoreApplication::sendEvent(qApp, &deactivate);
+        QVERIFY(scene.isShowing());
+
+        // Too late: it is looked at when the library starts.
+        scene.context().set(HVKeyTrackHover, true);
+        QTest::mouseClick(scene.control, Qt::LeftButton);
+        QVERIFY(scene.isShowing());
+    }
+
+    void shouldHideAtOnceWhenTheApplicationIsLeft()
+    {
+        HoverScene scene;
+        scene.context().set(HVKeyHideFadeDuration, 100000);
+        QEvent deactivate(QEvent::ApplicationDeactivate);
+        scene.start();
+        QCoreApplication::sendEvent(qApp, &deactivate);
+        QCOMPARE(scene.popup(), nullptr);
+        QVERIFY(scene.show(text("a")));
+        QCoreApplication::sendEvent(qApp, &deactivate);
+        QVERIFY(!scene.isShowing());
+    }
+
+    // Clicks
+
+    void shouldHideAtAClickOutside_data()
+    {
+        QTest::addColumn<QEvent::Type>("type");
+        QTest::addColumn<bool>("hides");
+        QTest::newRow("press") << QEvent::MouseButtonPress << true;
+        QTest::newRow("release") << QEvent::MouseButtonRelease << true;
+        QTest::newRow("double click") << QEvent::MouseButtonDblClick << false;
+        QTest::newRow("move") << QEvent::MouseMove << false;
+    }
+
+    void shouldHideAtAClickOutside()
+    {
+        QFETCH(QEvent::Type, type);
+        HoverScene scene;
+        scene.context().set(HVKeyHideFadeDuration, 100000);
+        QVERIFY(scene.show(text("a")));
+        QMouseEvent event(type, QPointF(1, 1), QPointF(1, 1), Qt::LeftButton, Qt::LeftButton,
+                          Qt::NoModifier);
+        QCoreApplication::sendEvent(scene.control, &event);
+        QTEST(!scene.isShowing(), "hides");
+        QCOMPARE(scene.control->presses, type == QEvent::MouseButtonPress ? 1 : 0);
+    }
+
+    void shouldStayAtAClickInside()
+    {
+        HoverScene scene;
+        QVERIFY(scene.show(text("a")));
+        QTest::mouseClick(scene.view(), Qt::LeftButton);
+        QVERIFY(scene.isShowing());
+        // Its own edge, outside of the view.
+        QTest::mouseClick(scene.popup(), Qt::LeftButton, {}, scene.popup()->rect().bottomRight());
+        QVERIFY(scene.isShowing());
+        QWidget deeper(scene.view());
+        QTest::mouseClick(&deeper, Qt::LeftButton);
+        QVERIFY(scene.isShowing());
+    }
+
+    void shouldTakeNoNoticeOfClicksOnOtherObjects()
+    {
+        HoverScene scene;
+        QVERIFY(scene.show(text("a")));
+        QMouseEvent event(QEvent::MouseButtonPress, QPointF(), QPointF(), Qt::LeftButton,
+                          Qt::LeftButton, Qt::NoModifier);
+        QObject object;
+        QVERIFY(!scene.manager().mouseButtonEventFilter(&object, &event));
+        QVERIFY(!scene.manager().mouseButtonEventFilter(nullptr, &event));
+        QVERIFY(scene.isShowing());
+        QVERIFY(!scene.manager().mouseButtonEventFilter(scene.control, &event));
+        QVERIFY(!scene.isShowing());
+    }
+
+    void shouldTakeNoNoticeOfTheMouseWithoutAPopup()
+    {
+        HoverScene scene;
+        QMouseEvent event = mouseMove({});
+        QVERIFY(!scene.manager().mouseButtonEventFilter(scene.control, &event));
+        QVERIFY(!scene.manager().mouseMoveEventFilter(scene.control, &event));
+        QCOMPARE(scene.popup(), nullptr);
+    }
+
+    void shouldActivateAPopupThatMustStayOpen()
+    {
+        HoverScene scene;
+        QVERIFY(scene.show(text("a")));
+        scene.view()->setStayOpen(true);
+        scene.window.activateWindow();
+        QTRY_COMPARE(QApplication::activeWindow(), &scene.window);
+        QTest::mousePress(scene.control, Qt::LeftButton);
+        QVERIFY(scene.isShowing());
+        QTRY_COMPARE(QApplication::activeWindow(), scene.popup());
+        QTest::mouseRelease(scene.control, Qt::LeftButton);
+        QVERIFY(scene.isShowing());
+    }
+
+    // Moves
+
+    void shouldTellAVisiblePopupWhereTheMouseIs()
+    {
+        HoverScene scene;
+        QVERIFY(scene.show(text("a")));
+        scene.context().set(HVKeyHideDelay, 100000);
+        QVERIFY(!countsDown(scene.popup()));
+        const QPoint away(700, 700);
+        const auto move = [&scene](QObject *object, const QPoint &position) {
+            QMouseEvent event = mouseMove(position);
+            return scene.manager().mouseMoveEventFilter(object, &event);
+        };
+        QVERIFY(!move(scene.control, away));
+        QVERIFY(countsDown(scene.popup()));
+        QVERIFY(!move(nullptr, scene.popup()->geometry().center()));
+        QVERIFY(!countsDown(scene.popup()));
+
+        QMouseEvent event = mouseMove(away);
+        QCoreApplication::sendEvent(scene.control, &event);
+        QVERIFY(countsDown(scene.popup()));
+        scene.popup()->hide();
+        QVERIFY(!move(scene.control, away));
+        QVERIFY(!countsDown(scene.popup()));
+    }
+};
+
+HOVLETS_TEST_MAIN(tst_HVManagerHover)
+#include "tst_hvmanager_hover.moc"

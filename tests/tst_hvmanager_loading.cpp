@@ -1,0 +1,295 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HVIndex.h"
+#include "PackageFolder.h"
+#include "RecordingHost.h"
+#include "TestMain.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QRegularExpression>
+
+using namespace Hovlets;
+
+namespace {
+
+QString text(const char *latin1)
+{
+    return QString::fromLatin1(latin1);
+}
+
+/// Notes what it is asked to do.
+class NotingIndex : public HVIndex
+{
+    Q_OBJECT
+
+public:
+    NotingIndex()
+        : HVIndex(nullptr, {})
+    {
+    }
+
+    bool open() override
+    {
+        notes += text("open");
+        return false;
+    }
+
+    void indexControlFile(const QString &file, const QString &location) override
+    {
+        notes += file + QLatin1Char(' ') + location;
+        HVIndex::indexControlFile(file, location);
+    }
+
+    QStringList notes;
+};
+
+} // namespace
+
+/// How packages and their control files are found.
+class tst_HVManagerLoading : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m_context = std::make_unique<HVContext>();
+        m_context->set(HVKeyMessageLevel, HVMessageInformation);
+        m_packages = std::make_unique<PackageFolder>();
+    }
+
+    void shouldOpenAGivenIndexBeforeItIsFilled()
+    {
+        m_packages->addPackage(text("P"), { text("a") });
+        NotingIndex index;
+        {
+            RecordingHost host(*m_context, { m_packages->path() }, &index);
+            const QString package = m_packages->path() + text("/P.hovlets");
+            QCOMPARE(index.notes,
+                     (QStringList { text("open"),
+                                    package + text("/Control/content.xml ") + package }));
+        }
+        QCOMPARE(index.keys(), QStringList { text("a") }); // it stays the host's
+    }
+
+    void shouldTellOfItsProgress()
+    {
+        m_packages->addPackage(text("P"), { text("a") });
+        const QString path = m_packages->path();
+        RecordingHost host(*m_context, { path });
+        const QStringList messages = host.messagesOf(HVMessageInformation);
+        QCOMPARE(messages.size(), host.messages.size());
+        QCOMPARE(messages.mid(0, 4),
+                 (QStringList {
+                         text("indexing packages (*.hovlets) in %1 ").arg(path),
+                         text("indexing control files in %1/P.hovlets").arg(path),
+                         text("looking for control files in :%1/P.hovlets/Control").arg(path),
+                         text("found control file :%1/P.hovlets/Control/content.xml").arg(path) }));
+        QCOMPARE(messages.size(), 5);
+        const QRegularExpression time(text("^Indexed packages in (\\d+(\\.\\d+)?) seconds$"));
+        const QRegularExpressionMatch match = time.match(messages.constLast());
+        QVERIFY2(match.hasMatch(), qPrintable(messages.constLast()));
+        QVERIFY(match.captured(1).toDouble() < 60);
+    }
+
+    void shouldTellTheTimeAlsoWithoutContent()
+    {
+        RecordingHost host(*m_context, { text("/no/such/folder") });
+        QCOMPARE(host.messages.size(), 1);
+        QVERIFY(host.messages.at(0).second.startsWith(text("Indexed packages in 0")));
+        QVERIFY(host.manager()->keys().isEmpty());
+    }
+
+    void shouldKeepProgressToItselfByDefault()
+    {
+        m_packages->addPackage(text("P"), { text("a") });
+        HVContext defaults;
+        RecordingHost host(defaults, { m_packages->path() });
+        QVERIFY(host.messages.isEmpty());
+    }
+
+    void shouldFindPackagesByTheirSuffix_data()
+    {
+        QTest::addColumn<QVariant>("suffix");
+        QTest::addColumn<QString>("filter");
+        QTest::addColumn<QStringList>("keys");
+        QTest::newRow("default") << QVariant() << "*.hovlets" << QStringList { text("x") };
+        QTest::newRow("another") << QVariant(text("pkg")) << "*.pkg" << QStringList { text("p") };
+    }
+
+    void shouldFindPackagesByTheirSuffix()
+    {
+        QFETCH(QVariant, suffix);
+        QFETCH(QString, filter);
+        const auto control = [](const char *key) {
+            return QByteArray("<hovlets><hovlet key=\"") + key + "\"/></hovlets>";
+        };
+        m_packages->add(text("x.hovlets/Control/c.xml"), control("x"));
+        m_packages->add(text("x/Control/c.xml"), control("plain"));
+        m_packages->add(text("p.pkg/Control/c.xml"), control("p"));
+        m_packages->add(text("deep/z.hovlets/Control/c.xml"), control("deep"));
+        m_packages->add(text("y.hovlets2/Control/c.xml"), control("longer"));
+        m_packages->add(text("f.hovlets.txt"), control("file"));
+        m_packages->add(text("y.pkg.hovlets.d"), control("file"));
+        PackageFolder other;
+        other.add(text("l.hovlets/Control/c.xml"), control("link"));
+        QVERIFY(QFile::link(other.path() + text("/l.hovlets"),
+                            m_packages->path() + text("/l.hovlets")));
+        m_packages->add(text("y.hovlets"), control("file"));
+        if (suffix.isValid())
+            m_context->set(HVKeyPackageSuffix, suffix);
+        RecordingHost host(*m_context, { m_packages->path() });
+        QCOMPARE(host.messagesOf(HVMessageInformation).at(0),
+                 text("indexing packages (%1) in %2 ").arg(filter, m_packages->path()));
+        QTEST(host.manager()->keys(), "keys");
+    }
+
+    void shouldReadTheControlFolderAlone()
+    {
+        const QByteArray control("<hovlets><hovlet key=\"sub\"/></hovlets>");
+        m_packages->addPackage(text("P"), { text("a") });
+        m_packages->add(text("P.hovlets/Control/sub/c.xml"), control);
+        m_packages->add(text("P.hovlets/Control/folder.xml/c.xml"), control);
+        m_packages->add(text("P.hovlets/Control/c.txt"), control);
+        m_packages->add(text("P.hovlets/c.xml"), control);
+        m_packages->add(text("P.hovlets/Control/.hidden.xml"), control);
+        m_packages->add(text(".hidden.hovlets/Control/c.xml"), control);
+        const QString outside = m_packages->add(text("outside.xml"), control);
+        QVERIFY(QFile::link(outside, m_packages->path() + text("/P.hovlets/Control/link.xml")));
+        RecordingHost host(*m_context, { m_packages->path() });
+        QCOMPARE(host.manager()->keys(), QStringList { text("a") });
+        QCOMPARE(host.messagesOf(HVMessageInformation).filter(text("found control file")).size(),
+                 1);
+        QCOMPARE(host.messagesOf(HVMessageInformation).filter(text("looking for")).size(), 1);
+    }
+
+    void shouldReadControlFilesWhateverTheCaseOfTheirSuffix()
+    {
+        m_packages->addPackage(text("P"), { text("a") });
+        m_packages->add(text("P.hovlets/Control/C.XML"),
+                        "<hovlets><hovlet key=\"capital\"/></hovlets>");
+        RecordingHost host(*m_context, { m_packages->path() });
+        QVERIFY(host.manager()->keys().contains(text("capital")));
+    }
+
+    void shouldReadTheControlFolderOfTheSettings()
+    {
+        m_packages->addPackage(text("P"), { text("a") });
+        m_packages->add(text("P.hovlets/Steuerung/c.xml"),
+                        "<hovlets><hovlet key=\"b\"/></hovlets>");
+        m_context->set(HVKeyControlFolderName, text("Steuerung"));
+        RecordingHost host(*m_context, { m_packages->path() });
+        QCOMPARE(host.manager()->keys(), QStringList { text("b") });
+        QVERIFY(host.messagesOf(HVMessageInformation)
+                        .contains(text("looking for control files in :%1/P.hovlets/Steuerung")
+                                          .arg(m_packages->path())));
+    }
+
+    void shouldAcceptAPackageWithoutControlFiles()
+    {
+        QVERIFY(QDir(m_packages->path()).mkpath(text("P.hovlets")));
+        RecordingHost host(*m_context, { m_packages->path() });
+        QVERIFY(host.manager()->keys().isEmpty());
+        QCOMPARE(host.messages.size(), 4); // no "found", and no failure
+        QCOMPARE(host.messagesOf(HVMessageInformation).size(), 4);
+    }
+
+    void shouldSkipWhatIsNoFolder()
+    {
+        m_packages->addPackage(text("P"), { text("a") });
+        const QString file = m_packages->add(text("file.txt"), "x");
+        RecordingHost host(*m_context,
+                           { text("/no/such/folder"), QString(), file, m_packages->path() });
+        QCOMPARE(host.manager()->keys(), QStringList { text("a") });
+        QCOMPARE(host.messagesOf(HVMessageInformation).filter(text("indexing packages")).size(), 1);
+    }
+
+    void shouldIndexPathsInTheirOrderAndAsOftenAsNamed()
+    {
+        PackageFolder second;
+        m_packages->addPackage(text("P"), { text("a") });
+        second.addPackage(text("Q"), { text("b") });
+        NotingIndex index;
+        RecordingHost host(*m_context, { m_packages->path(), second.path(), m_packages->path() },
+                           &index);
+        QCOMPARE(index.notes.size(), 4);
+        QVERIFY(index.notes.at(1).startsWith(m_packages->path()));
+        QVERIFY(index.notes.at(2).startsWith(second.path()));
+        QCOMPARE(index.notes.at(3), index.notes.at(1));
+    }
+
+    void shouldIndexPackagesInTheOrderOfTheFolder()
+    {
+        for (const char *name : { "c", "a", "d", "b", "e" })
+            m_packages->addPackage(text(name), { text(name) });
+        NotingIndex index;
+        RecordingHost host(*m_context, { m_packages->path() }, &index);
+        QStringList expected;
+        const QStringList names = QDir(m_packages->path()).entryList(QDir::Dirs, QDir::NoSort);
+        for (const QString &name : names) {
+            if (name.endsWith(text(".hovlets")))
+                expected += m_packages->path() + QLatin1Char('/') + name;
+        }
+        QStringList found;
+        for (const QString &note : index.notes.mid(1))
+            found += note.section(QLatin1Char(' '), 1);
+        QCOMPARE(found, expected);
+    }
+
+    void shouldHandCanonicalPathsToTheIndex()
+    {
+        m_packages->addPackage(text("P"), { text("a") });
+        PackageFolder other;
+        const QString link = other.path() + text("/link");
+        QVERIFY(QFile::link(m_packages->path(), link));
+        NotingIndex index;
+        RecordingHost host(*m_context, { link }, &index);
+        const QStringList messages = host.messagesOf(HVMessageInformation);
+        QCOMPARE(messages.at(0), text("indexing packages (*.hovlets) in %1 ").arg(link));
+        QCOMPARE(messages.at(1), text("indexing control files in %1/P.hovlets").arg(link));
+        const QString package = m_packages->path() + text("/P.hovlets");
+        QCOMPARE(messages.at(3), text("found control file :%1/Control/content.xml").arg(package));
+        QCOMPARE(index.notes.at(1), package + text("/Control/content.xml ") + package);
+    }
+
+    void shouldSpeakOfAbsolutePaths()
+    {
+        m_packages->addPackage(text("P"), { text("a") });
+        const QString before = QDir::currentPath();
+        QVERIFY(QDir::setCurrent(m_packages->path()));
+        RecordingHost host(*m_context, { text(".") });
+        host.manager()->loadPackage(QFileInfo(text("P.hovlets")));
+        QVERIFY(QDir::setCurrent(before));
+        const QStringList messages = host.messagesOf(HVMessageInformation);
+        QCOMPARE(messages.at(0),
+                 text("indexing packages (*.hovlets) in %1 ").arg(m_packages->path()));
+        const QString control = m_packages->path() + text("/P.hovlets/Control");
+        QCOMPARE(messages.at(6), text("looking for control files in :") + control);
+    }
+
+    void shouldTakeMoreContentLater()
+    {
+        RecordingHost host(*m_context, {});
+        HVManager &manager = *host.manager();
+        m_packages->addPackage(text("P"), { text("a") });
+        manager.loadDataPath({ m_packages->path() });
+        QCOMPARE(manager.keys(), QStringList { text("a") });
+
+        PackageFolder second;
+        second.addPackage(text("Q"), { text("b") });
+        manager.loadPackage(QFileInfo(second.path() + text("/Q.hovlets")));
+        QCOMPARE(manager.keys(), (QStringList { text("b"), text("a") }));
+
+        const QString file = second.addControlFile(text("R"), text("c"),
+                                                   "<hovlets><hovlet key=\"c\"/></hovlets>");
+        manager.indexControFile(file, second.path() + text("/R.hovlets"));
+        QCOMPARE(manager.keys(), (QStringList { text("c"), text("b"), text("a") }));
+    }
+
+private:
+    std::unique_ptr<HVContext> m_context;
+    std::unique_ptr<PackageFolder> m_packages;
+};
+
+HOVLETS_TEST_MAIN(tst_HVManagerLoading)
+#include "tst_hvmanager_loading.moc"

@@ -1,0 +1,257 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HoverScene.h"
+#include "TestMain.h"
+
+#include <QtQml/QQmlContext>
+#include <QtQml/QQmlEngine>
+#include <QtQuick/QQuickItem>
+#include <QtWidgets/QVBoxLayout>
+
+using namespace Hovlets;
+
+namespace {
+
+QString text(const char *latin1)
+{
+    return QString::fromLatin1(latin1);
+}
+
+/// Notes when a window is raised, as its children see it.
+class RaiseWatcher : public QObject
+{
+    Q_OBJECT
+
+public:
+    void watch(QWidget *widget, const QString &name)
+    {
+        widget->setObjectName(name);
+        widget->installEventFilter(this);
+    }
+
+    QStringList raised;
+
+protected:
+    bool eventFilter(QObject *object, QEvent *event) override
+    {
+        if (event->type() == QEvent::ZOrderChange)
+            raised += object->objectName();
+        return QObject::eventFilter(object, event);
+    }
+};
+
+} // namespace
+
+/// Popups that the user pins, and popups that outlive the manager.
+class tst_HVManagerPinned : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void shouldPinTheCurrentPopupAlone()
+    {
+        HoverScene scene;
+        QWidget container;
+        QWidget *answer = &container;
+        QVERIFY(!scene.manager().reserve(nullptr, answer)); // there is no popup either
+        QVERIFY(scene.show(text("a")));
+        HVWidget other(&scene.manager(), nullptr, nullptr);
+        QVERIFY(!scene.manager().reserve(&other, answer));
+        QVERIFY(!scene.manager().reserve(nullptr, answer));
+        QCOMPARE(answer, &container);
+        QVERIFY(scene.host().windowsAskedFor.isEmpty());
+
+        HVWidget *popup = scene.popup();
+        const std::unique_ptr<HVWidget> pinned(popup);
+        QVERIFY(scene.manager().reserve(popup, answer));
+        QCOMPARE(answer, nullptr); // the host has no window for it
+        QCOMPARE(scene.host().windowsAskedFor, QList<HVWindowType> { HVReservedWindow });
+        QVERIFY(!scene.manager().reserve(popup, answer)); // it is not current any more
+        QCOMPARE(scene.host().windowsAskedFor.size(), 1);
+    }
+
+    void shouldHaveAFreshPopupAtOnce()
+    {
+        HoverScene scene;
+        QVERIFY(scene.show(text("a")));
+        const std::unique_ptr<HVWidget> pinned(scene.pin());
+        QVERIFY(scene.popup());
+        QVERIFY(scene.popup() != pinned.get());
+        QVERIFY(scene.view() && !scene.view()->content());
+        QVERIFY(!scene.isShowing());
+        QVERIFY(pinned->isVisible());
+        QCOMPARE(pinned->windowType(), Qt::Tool);
+
+        QVERIFY(scene.show(text("a"))); // the same key, in the fresh popup
+        QVERIFY(scene.isShowing());
+        QTest::mouseClick(pinned.get(), Qt::LeftButton);
+        QVERIFY(!scene.isShowing());
+        QVERIFY(pinned->isVisible());
+        QCOMPARE(pinned->view()->content()->attribute(text("key")), text("a"));
+    }
+
+    void shouldPutThePopupIntoTheWindowOfTheHost()
+    {
+        HoverScene scene;
+        QWidget container;
+        scene.host().container = &container;
+        QVERIFY(scene.show(text("a")));
+        const HVWidget *pinned = scene.pin();
+        QCOMPARE(pinned->parentWidget(), &container);
+        QVERIFY(container.layout());
+        QVERIFY(container.isVisible());
+    }
+
+    void shouldRaiseThePinnedPopupsFromTheLastToTheFirst()
+    {
+        HoverScene scene;
+        QWidget container; // raising a child is to be seen in its parent
+        container.setLayout(new QVBoxLayout);
+        scene.host().container = &container;
+        RaiseWatcher watcher;
+        QList<HVWidget *> pinned;
+        for (const char *name : { "first", "second", "third" }) {
+            QVERIFY(scene.show(text("a")));
+            pinned += scene.pin();
+            watcher.watch(pinned.constLast(), text(name));
+        }
+        pinned.at(2)->lower();
+        watcher.raised.clear();
+        scene.manager().raise();
+        QCOMPARE(watcher.raised, (QStringList { text("third"), text("second"), text("first") }));
+        const QObjectList order = container.children();
+        QVERIFY(order.indexOf(pinned.at(0)) > order.indexOf(pinned.at(1)));
+        QVERIFY(order.indexOf(pinned.at(1)) > order.indexOf(pinned.at(2)));
+
+        delete pinned.at(1);
+        watcher.raised.clear();
+        pinned.at(0)->lower();
+        watcher.raised.clear();
+        scene.manager().raise();
+        QCOMPARE(watcher.raised, QStringList { text("first") }); // the other is on top already
+    }
+
+    void shouldKeepPinnedPopupsOnTop()
+    {
+        HoverScene scene;
+        QVERIFY(scene.show(text("a")));
+        const std::unique_ptr<HVWidget> first(scene.pin());
+        QVERIFY(scene.show(text("b")));
+        std::unique_ptr<HVWidget> second(scene.pin());
+        QVERIFY(scene.show(text("a")));
+        const Qt::WindowFlags before = first->windowFlags();
+        QVERIFY(!before.testFlag(Qt::WindowStaysOnTopHint));
+        const Qt::WindowFlags current = scene.popup()->windowFlags();
+
+        scene.manager().setStayOnTop(true);
+        QCOMPARE(first->windowFlags(), before | Qt::WindowStaysOnTopHint);
+        QVERIFY(second->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+        QVERIFY(first->isVisible() && second->isVisible());
+        QCOMPARE(scene.popup()->windowFlags(), current);
+
+        second.reset();
+        scene.manager().setStayOnTop(false);
+        QCOMPARE(first->windowFlags(), before);
+        QVERIFY(first->isVisible());
+        scene.manager().raise();
+    }
+
+    void shouldForgetPinnedPopupsThatTheUserCloses()
+    {
+        HoverScene scene;
+        QVERIFY(scene.show(text("a")));
+        QPointer<HVWidget> pinned = scene.pin();
+        pinned->close();
+        QTRY_VERIFY(!pinned);
+        scene.manager().raise();
+        scene.manager().setStayOnTop(true);
+        QCOMPARE(scene.manager().hovletAttribute(text("a"), text("key"), {}), text("a"));
+    }
+
+    void shouldPassOverPopupsThatCloseMeanwhile()
+    {
+        HoverScene scene;
+        QVERIFY(scene.show(text("a")));
+        QPointer<HVWidget> first = scene.pin();
+        QVERIFY(scene.show(text("b")));
+        const std::unique_ptr<HVWidget> second(scene.pin());
+
+        // Whoever sees the one come up closes the other.
+        class Closer : public QObject
+        {
+        public:
+            QPointer<HVWidget> other;
+
+        protected:
+            bool eventFilter(QObject *, QEvent *event) override
+            {
+                if (event->type() == QEvent::Show)
+                    delete other;
+                return false;
+            }
+        } closer;
+        closer.other = first;
+        second->installEventFilter(&closer);
+        scene.manager().setStayOnTop(true);
+        QVERIFY(!first);
+        QVERIFY(second->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+    }
+
+    // Popups that outlive the manager
+
+    void shouldLetPinnedPopupsLiveOnWithoutTheManager()
+    {
+        std::unique_ptr<HVWidget> pinned;
+        QPointer<HVWidget> current;
+        {
+            HoverScene scene;
+            scene.packages.add(
+                    text("Scene.hovlets/ui/HovletsUI.qml"),
+                    PackageFolder::userInterface(200, 100,
+                                                 "function use() {\n"
+                                                 "hovletView.debugLog(\"x\")\n"
+                                                 "hovletView.stayOpen = true\n"
+                                                 "return hovletView.interpolate(\"%(a)s\")"
+                                                 "+ hovletView.translate(\"t\", \"c\")"
+                                                 "+ hovletView.findResource(\"r\")"
+                                                 "+ hovletView.openExternalResource(\"e\") }"));
+            // For no control: it would go with the control's window.
+            QVERIFY(scene.manager().show(text("a"), HoverScene::Position, nullptr));
+            pinned.reset(scene.pin());
+            current = scene.popup();
+        }
+        QVERIFY(!current);
+        QVERIFY(pinned->isVisible());
+        QCOMPARE(pinned->manager(), nullptr);
+        QVariant used;
+        QVERIFY(QMetaObject::invokeMethod(pinned->view()->rootObject(), "use",
+                                          Q_RETURN_ARG(QVariant, used)));
+        QCOMPARE(used.toString(), text("%(a)stResourcesfalse"));
+        pinned->checkMousePosition({ 0, 0 });
+        pinned->reposition();
+        pinned->view()->setReserved(false);
+        pinned->view()->setReserved(true);
+        pinned->hideAnimated();
+    }
+
+    void shouldLetThePopupWaitForItsDeletion()
+    {
+        HVContext context;
+        PackageFolder packages;
+        packages.addPackage(text("P"), { text("a") });
+        auto host = std::make_unique<RecordingHost>(context, QStringList { packages.path() });
+        QVERIFY(host->manager()->show(text("a"), {}, nullptr));
+        QPointer<HVWidget> popup = host->popup();
+        host.reset();
+        QVERIFY(popup);
+        QVERIFY(popup->isVisible());
+        popup->checkMousePosition({ 700, 700 });
+        popup->hideAnimated();
+        popup->view()->setReserved(true);
+        QCOMPARE(popup->windowType(), Qt::ToolTip); // nobody is there to grant it
+        popup->showAnimated();
+        QTRY_VERIFY(!popup);
+    }
+};
+
+HOVLETS_TEST_MAIN(tst_HVManagerPinned)
+#include "tst_hvmanager_pinned.moc"
