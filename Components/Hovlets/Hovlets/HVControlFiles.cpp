@@ -56,7 +56,7 @@ int HVControlFiles::depthBelow(const QString &file, const QString &location)
     if (file == location)
         return 0;
     const QString folder = QFileInfo(file).absolutePath();
-    if (folder != m_folder || location != m_location) {
+    if (folder != m_folder || location != m_location || m_folderDepth < 0) {
         m_folder = folder;
         m_location = location;
         m_folderDepth = levelsUp(folder, location);

@@ -41,7 +41,7 @@ private:
     QList<File> m_files;
     QSet<File> m_known;
 
-    // The files of a folder come one after the other: its depth is looked up once.
+    // The files of a folder come one after the other: its depth, once found, is kept.
     QString m_folder;
     QString m_location;
     int m_folderDepth = -1;

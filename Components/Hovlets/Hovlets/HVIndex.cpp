@@ -269,7 +269,8 @@ QStringList HVIndex::componentPathsForElement(const HVXmlElement *element,
     const auto *root = qobject_cast<const HVXmlElement *>(element->parent());
     const QString search = root ? root->attribute(QStringLiteral("search")) : QString();
     if (!search.isEmpty()) {
-        static const QRegularExpression separator(QStringLiteral("[,;\\s]+"));
+        static const QRegularExpression separator(QStringLiteral("[,;\\s]+"),
+                                                  QRegularExpression::UseUnicodePropertiesOption);
         const QStringList names = search.split(separator);
         for (const QString &name : names)
             paths += d->packages.value(name);

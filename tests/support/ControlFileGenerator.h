@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtCore/QByteArray>
+#include <QtCore/QList>
+#include <QtCore/QRandomGenerator>
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
+/*!
+ * \brief Makes small control files that are hard to read right, the same ones for a seed.
+ *
+ * About half of them are well-formed. Entries carry few different keys, in many spellings, so that
+ * look-ups find what they want often enough.
+ */
+class ControlFileGenerator
+{
+public:
+    explicit ControlFileGenerator(quint32 seed);
+
+    /// Keys that look-ups may ask for, the odd ones included.
+    static QStringList keys();
+
+    QByteArray controlFile();
+
+private:
+    using Choices = QList<QByteArray>;
+
+    int below(int bound) { return int(m_random.bounded(bound)); }
+    bool oneIn(int number) { return below(number) == 0; }
+    QByteArray pick(const Choices &choices) { return choices.at(below(int(choices.size()))); }
+
+    QByteArray declaration();
+    QByteArray prolog();
+    QByteArray documentType();
+    QByteArray space();
+    QByteArray value();
+    QByteArray attribute();
+    QByteArray element(int depth);
+    QByteArray content(int depth);
+    QByteArray damaged(QByteArray file);
+    QByteArray encoded(const QByteArray &file);
+
+    QRandomGenerator m_random;
+    QByteArray m_key; // the one that most entries of the file carry
+};
