@@ -2,7 +2,13 @@
 #include "HVContext.h"
 #include "TestMain.h"
 
+#include <memory>
+#include <type_traits>
+
 using namespace Hovlets;
+
+// Keys travel as plain integers, which hosts may store as such.
+static_assert(std::is_same_v<HVContextKey, int>);
 
 class tst_HVContext : public QObject
 {
@@ -62,6 +68,26 @@ private Q_SLOTS:
         QCOMPARE(seen, (QStringList { QStringLiteral("will 25 1"), QStringLiteral("did 25 2") }));
     }
 
+    void shouldHoldANewKeyOnlyAfterTheWrite()
+    {
+        HVContext context;
+        QList<bool> held;
+        const auto look = [&](HVContextKey key) { held += context.contains(key); };
+        connect(&context, &HVContext::settingWillChange, this, look);
+        connect(&context, &HVContext::settingDidChange, this, look);
+        context.set(HVKeyLocale, QVariant());
+        QCOMPARE(held, (QList<bool> { false, true }));
+    }
+
+    void shouldBeDeletedWithItsParent()
+    {
+        auto parent = std::make_unique<QObject>();
+        const QPointer<HVContext> context(new HVContext(parent.get()));
+        QCOMPARE(context->parent(), parent.get());
+        parent.reset();
+        QVERIFY(!context);
+    }
+
     void shouldTellAlsoOfAnEqualValue()
     {
         HVContext context;
@@ -77,8 +103,8 @@ private Q_SLOTS:
     void shouldNameTheParameterOfItsSignals()
     {
         const QMetaObject &meta = HVContext::staticMetaObject;
-        for (const char *signal : { "settingDidChange(HVContextKey)",
-                                    "settingWillChange(HVContextKey)" }) {
+        for (const char *signal :
+             { "settingDidChange(HVContextKey)", "settingWillChange(HVContextKey)" }) {
             const int index = meta.indexOfSignal(signal);
             QVERIFY2(index >= 0, signal);
             QCOMPARE(meta.method(index).parameterNames(), QList<QByteArray> { "key" });
