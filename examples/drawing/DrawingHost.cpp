@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "DrawingHost.h"
+
+#include "HelpWindow.h"
+
+#include <QtGui/QCursor>
+#include <QtWidgets/QAbstractItemView>
+#include <QtWidgets/QMenu>
+#include <QtWidgets/QToolButton>
+// In another module in each major version of Qt.
+#include <QAction>
+
+using namespace Hovlets;
+
+namespace {
+
+/// The action behind a tool button or behind the entry of a menu that the mouse is on.
+QAction *actionOf(QObject *object)
+{
+    if (const auto *button = qobject_cast<QToolButton *>(object))
+        return button->defaultAction();
+    if (const auto *menu = qobject_cast<QMenu *>(object))
+        return menu->actionAt(menu->mapFromGlobal(QCursor::pos()));
+    return nullptr;
+}
+
+/// Whether \a viewport is that of an item view and the item under the mouse has a tooltip.
+bool isOverItemWithToolTip(const QWidget *viewport)
+{
+    const auto *view = qobject_cast<QAbstractItemView *>(viewport->parentWidget());
+    if (!view || view->viewport() != viewport)
+        return false;
+    const QModelIndex index = view->indexAt(viewport->mapFromGlobal(QCursor::pos()));
+    return !index.data(Qt::ToolTipRole).toString().isEmpty();
+}
+
+/// Qt names what it builds its controls from so: viewports, the line edit of a spin box.
+bool isPartOfControl(const QWidget *widget)
+{
+    return widget->objectName().startsWith(QLatin1String("qt_")) && widget->parentWidget();
+}
+
+} // namespace
+
+DrawingHost::DrawingHost(HVContext &context, const QStringList &dataPaths, HelpWindow &help)
+    : HVInterface(context, dataPaths)
+    , m_help(help)
+{
+}
+
+QWidget *DrawingHost::createWindow(HVWindowType type)
+{
+    if (type != HVReservedWindow || !m_pinnedParent)
+        return nullptr;
+    auto *window = new QWidget(m_pinnedParent, Qt::Tool);
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    return window;
+}
+
+QString DrawingHost::keyForObject(QObject *object)
+{
+    if (const QAction *action = actionOf(object))
+        return action->objectName();
+    auto *widget = qobject_cast<QWidget *>(object);
+    if (!widget || !isPartOfControl(widget))
+        return HVInterface::keyForObject(object);
+    // No key, no popup: the item's own tooltip shows.
+    if (isOverItemWithToolTip(widget))
+        return {};
+    return keyForObject(widget->parentWidget());
+}
+
+bool DrawingHost::openExternalResource(HVExternalResourceType type, const QString &resource)
+{
+    bool done = false;
+    if (type == HVDocumentationResource)
+        done = m_help.showTopic(resource);
+    else if (type == HVFileResource)
+        done = m_help.showFile(resource);
+    else
+        done = HVInterface::openExternalResource(type, resource);
+    Q_EMIT opened(done ? tr("Opened “%1”").arg(resource) : tr("Could not open “%1”").arg(resource));
+    return done;
+}
+
+QString DrawingHost::shortCutForObject(const QString &key, QObject *object, const QString &shortcut)
+{
+    const QAction *action = actionOf(object);
+    if (!action || action->shortcut().isEmpty())
+        return HVInterface::shortCutForObject(key, object, shortcut);
+    return action->shortcut().toString(QKeySequence::NativeText);
+}

@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "SettingsPanel.h"
+
+#include "DrawingHost.h"
+
+#include <Hovlets/HVContext.h>
+
+#include <QtWidgets/QCheckBox>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QFormLayout>
+#include <QtWidgets/QSpinBox>
+
+using namespace Hovlets;
+
+namespace {
+
+constexpr int LongestDuration = 20000; // ms
+constexpr int DurationStep = 100;
+
+} // namespace
+
+SettingsPanel::SettingsPanel(DrawingHost &host, QWidget *window)
+    : QWidget(window)
+    , m_host(host)
+{
+    auto *layout = new QFormLayout(this);
+    addLocale(layout);
+    addModifiers(layout);
+    addDuration(layout, tr("Hide after"), HVKeyHideDelay, 3000);
+    addDuration(layout, tr("Fade in"), HVKeyShowFadeDuration, 0);
+    addDuration(layout, tr("Fade out"), HVKeyHideFadeDuration, 300);
+    addSwitch(layout, tr("Simple popups"), HVKeySimpleMode, false);
+    addSwitch(layout, tr("Links to the guide"), HVKeyDocumentationEnabled, true);
+    addSwitch(layout, tr("Links to files and the web"), HVKeyLinksEnabled, true);
+    addFallback(layout);
+    addPinned(layout, window);
+    addSwitch(layout, tr("No popups at all"), HVKeySuspended, false);
+}
+
+void SettingsPanel::addLocale(QFormLayout *layout)
+{
+    auto *box = new QComboBox;
+    box->setObjectName(QStringLiteral("settingsLocale"));
+    box->addItem(tr("English"), QStringLiteral("en_US"));
+    box->addItem(tr("German"), QStringLiteral("de_DE"));
+    box->setCurrentIndex(box->findData(m_host.context().get(HVKeyLocale, box->itemData(0))));
+    connect(box, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+            [this, box](int index) { m_host.context().set(HVKeyLocale, box->itemData(index)); });
+    layout->addRow(tr("Language"), box);
+}
+
+void SettingsPanel::addModifiers(QFormLayout *layout)
+{
+    auto *box = new QComboBox;
+    box->addItem(tr("Always"), int(Qt::NoModifier));
+    box->addItem(tr("While Shift is held"), int(Qt::ShiftModifier));
+    box->addItem(tr("While Ctrl is held"), int(Qt::ControlModifier));
+    box->addItem(tr("While Alt is held"), int(Qt::AltModifier));
+    box->setToolTip(tr("Without the key, ordinary tooltips show instead."));
+    connect(box, QOverload<int>::of(&QComboBox::currentIndexChanged), this, [this, box](int index) {
+        m_host.context().set(HVKeyRequiredModifiers, box->itemData(index));
+    });
+    layout->addRow(tr("Show"), box);
+}
+
+void SettingsPanel::addDuration(QFormLayout *layout, const QString &label, int key,
+                                int defaultValue)
+{
+    auto *box = new QSpinBox;
+    box->setRange(0, LongestDuration);
+    box->setSingleStep(DurationStep);
+    box->setSuffix(tr(" ms"));
+    box->setValue(m_host.context().get(key, defaultValue).toInt());
+    connect(box, QOverload<int>::of(&QSpinBox::valueChanged), this,
+            [this, key](int value) { m_host.context().set(key, value); });
+    layout->addRow(label, box);
+}
+
+void SettingsPanel::addSwitch(QFormLayout *layout, const QString &label, int key, bool defaultValue)
+{
+    auto *box = new QCheckBox(label);
+    box->setChecked(m_host.context().get(key, defaultValue).toBool());
+    connect(box, &QCheckBox::toggled, this,
+            [this, key](bool on) { m_host.context().set(key, on); });
+    layout->addRow(box);
+}
+
+/// Off to begin with: a general text everywhere leaves no room for ordinary tooltips.
+void SettingsPanel::addFallback(QFormLayout *layout)
+{
+    auto *box = new QCheckBox(tr("General help elsewhere"));
+    box->setToolTip(tr("Shows a general text for controls that have none of their own."));
+    connect(box, &QCheckBox::toggled, this, [this](bool on) {
+        m_host.context().set(HVKeyFallbackKey, on ? QStringLiteral("generic") : QString());
+    });
+    layout->addRow(box);
+}
+
+void SettingsPanel::addPinned(QFormLayout *layout, QWidget *window)
+{
+    auto *box = new QCheckBox(tr("Pinned popups in a window"));
+    box->setToolTip(tr("Puts them into a window of the program's instead of their own."));
+    connect(box, &QCheckBox::toggled, this,
+            [this, window](bool on) { m_host.setPinnedParent(on ? window : nullptr); });
+    box->setChecked(true);
+    layout->addRow(box);
+}

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtWidgets/QWidget>
+
+class DrawingHost;
+class QFormLayout;
+
+/*!
+ * \brief Changes the library's settings while the program runs.
+ *
+ * Each control writes to the host's context; the next hover goes by it.
+ */
+class SettingsPanel : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// \a window is the parent of the windows for pinned popups.
+    SettingsPanel(DrawingHost &host, QWidget *window);
+
+private:
+    void addLocale(QFormLayout *layout);
+    void addModifiers(QFormLayout *layout);
+    void addDuration(QFormLayout *layout, const QString &label, int key, int defaultValue);
+    void addSwitch(QFormLayout *layout, const QString &label, int key, bool defaultValue);
+    void addFallback(QFormLayout *layout);
+    void addPinned(QFormLayout *layout, QWidget *window);
+
+    DrawingHost &m_host;
+};
