@@ -5,18 +5,25 @@
 #include "HVVideoSource.h"
 
 #include <QtCore/QDebug>
-#include <QtCore/QRecursiveMutex>
 
 #include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <condition_variable>
+#include <mutex>
 
 namespace Hovlets {
 
 namespace {
 
-constexpr int LockTime = 100; // ms
+using Mutex = std::recursive_timed_mutex; // one that thread checkers see through
+using Locker = std::lock_guard<Mutex>;
+
+constexpr std::chrono::milliseconds LockTime(100);
 constexpr unsigned long IdleTime = 100; // ms
 constexpr unsigned long QuitTime = 10000; // ms
 constexpr double UsualRate = 25.0; // pictures/s, where a source tells none
+constexpr double LongestRest = 3600.0; // s, where one tells next to none
 
 } // namespace
 
@@ -26,13 +33,45 @@ public:
     double frameDuration() const
     {
         const double rate = source->frameRate();
-        return 1.0 / (rate > 0.0 ? rate : UsualRate);
+        return 1.0 / (std::isfinite(rate) && rate > 0.0 ? rate : UsualRate);
+    }
+
+    bool tryLock() const
+    {
+        // By the system's clock: thread checkers do not know the call that goes by the steady one.
+        return controllerMutex.try_lock_until(std::chrono::system_clock::now() + LockTime);
+    }
+
+    /// How long to rest after the picture at the position, in seconds.
+    double restTime() const
+    {
+        const double duration = frameDuration();
+        const double due = static_cast<double>(position - displayedPosition) * duration;
+        const QDateTime now = QDateTime::currentDateTime();
+        const QDateTime &last = lastFrameDisplayTime;
+        // Microseconds against seconds, on purpose: a picture that is late by a millisecond is
+        // followed at the clip's pace, and only a burst within one is slowed down. A clock that was
+        // set back counts as no time at all.
+        const double elapsed = (static_cast<double>(last.daysTo(now)) * 86400000.0
+                                + static_cast<double>(last.time().msecsTo(now.time())))
+                * 1000.0;
+        const double remaining = due - std::min(due, std::max(elapsed, 0.0));
+        return std::min(std::max(remaining, duration), LongestRest);
+    }
+
+    /// Keeps the clip's pace; only pausing and quitting end it early.
+    void rest(double seconds)
+    {
+        std::unique_lock<Mutex> lock(controllerMutex);
+        restEnds.wait_for(lock, std::chrono::milliseconds(static_cast<qint64>(seconds * 1000.0)),
+                          [this] { return shouldQuit || state != Playing; });
     }
 
     HVVideoSource *source = nullptr;
 
     // Guarded by controllerMutex.
-    mutable QRecursiveMutex controllerMutex;
+    mutable Mutex controllerMutex;
+    std::condition_variable_any restEnds; // told of changes of shouldQuit and state
     quint64 displayedPosition = 0;
     quint64 position = 0;
     bool shouldQuit = false;
@@ -43,7 +82,6 @@ public:
 
     // Shared with the source, whose pictures end the wait for the first one.
     std::shared_ptr<HVIdleWait> idle = std::make_shared<HVIdleWait>();
-    HVIdleWait pace; // between two pictures; only quitting ends it early
 };
 
 HVVideoController::HVVideoController(HVVideoSource *source, QObject *parent)
@@ -70,7 +108,7 @@ HVVideoController::~HVVideoController()
 void HVVideoController::play()
 {
     {
-        const QMutexLocker locker(&d->controllerMutex);
+        const Locker locker(d->controllerMutex);
         d->state = Playing;
         if (d->source && d->position >= d->source->totalFrameCount())
             setProgress(0.0);
@@ -87,16 +125,17 @@ void HVVideoController::pause()
 void HVVideoController::setState(State state)
 {
     {
-        const QMutexLocker locker(&d->controllerMutex);
+        const Locker locker(d->controllerMutex);
         d->state = state;
     }
+    d->restEnds.notify_all();
     d->idle->wake();
     Q_EMIT stateChanged();
 }
 
 HVVideoController::State HVVideoController::state() const
 {
-    const QMutexLocker locker(&d->controllerMutex);
+    const Locker locker(d->controllerMutex);
     return d->state;
 }
 
@@ -114,7 +153,7 @@ bool HVVideoController::setSource(const QUrl &url)
     setState(Paused);
     if (!d->source || !d->source->setSource(url))
         return false;
-    const QMutexLocker locker(&d->controllerMutex);
+    const Locker locker(d->controllerMutex);
     d->position = 0;
     d->needFrame = true;
     return true;
@@ -128,7 +167,7 @@ QUrl HVVideoController::source() const
 void HVVideoController::setPosition(quint64 position)
 {
     {
-        const QMutexLocker locker(&d->controllerMutex);
+        const Locker locker(d->controllerMutex);
         d->position = position;
         d->displayedPosition = position - 1; // wraps at 0, where one picture is to come as well
     }
@@ -138,7 +177,7 @@ void HVVideoController::setPosition(quint64 position)
 
 quint64 HVVideoController::position() const
 {
-    const QMutexLocker locker(&d->controllerMutex);
+    const Locker locker(d->controllerMutex);
     return d->position;
 }
 
@@ -160,10 +199,10 @@ double HVVideoController::loadProgress() const
 {
     if (!d->source)
         return 0.0;
-    const quint64 total = d->source->totalFrameCount();
-    return total == 0
-            ? qQNaN()
-            : static_cast<double>(d->source->loadedFrameCount()) / static_cast<double>(total);
+    const auto total = static_cast<double>(d->source->totalFrameCount());
+    const auto loaded = static_cast<double>(d->source->loadedFrameCount());
+    // Both are the same number, but a picture may come between the two questions.
+    return total > 0.0 ? std::min(loaded / total, 1.0) : qQNaN();
 }
 
 quint64 HVVideoController::frameCount() const
@@ -183,33 +222,33 @@ double HVVideoController::frameHeight() const
 
 HVVideoFrame HVVideoController::currentFrame()
 {
-    const QMutexLocker locker(&d->controllerMutex);
+    const Locker locker(d->controllerMutex);
     d->displayedPosition = d->position;
     return getFrame(d->position);
 }
 
 HVVideoFrame HVVideoController::getFrame(quint64 index)
 {
-    const QMutexLocker locker(&d->controllerMutex);
+    const Locker locker(d->controllerMutex);
     return d->source ? d->source->getFrame(static_cast<unsigned int>(index)) : HVVideoFrame();
 }
 
 void HVVideoController::setScrubbing(bool scrubbing)
 {
-    const QMutexLocker locker(&d->controllerMutex);
+    const Locker locker(d->controllerMutex);
     d->scrubbing = scrubbing;
 }
 
 bool HVVideoController::isScrubbing() const
 {
-    const QMutexLocker locker(&d->controllerMutex);
+    const Locker locker(d->controllerMutex);
     return d->scrubbing;
 }
 
 void HVVideoController::setNeedFrame(bool need)
 {
     {
-        const QMutexLocker locker(&d->controllerMutex);
+        const Locker locker(d->controllerMutex);
         d->needFrame = need;
     }
     d->idle->wake();
@@ -217,33 +256,32 @@ void HVVideoController::setNeedFrame(bool need)
 
 QDateTime HVVideoController::lastFrameDisplayTime() const
 {
-    const QMutexLocker locker(&d->controllerMutex);
+    const Locker locker(d->controllerMutex);
     return d->lastFrameDisplayTime;
 }
 
 void HVVideoController::setLastFrameDisplayTime(const QDateTime &time)
 {
-    const QMutexLocker locker(&d->controllerMutex);
+    const Locker locker(d->controllerMutex);
     d->lastFrameDisplayTime = time;
 }
 
 void HVVideoController::setShouldQuit()
 {
     {
-        const QMutexLocker locker(&d->controllerMutex);
+        const Locker locker(d->controllerMutex);
         d->shouldQuit = true;
     }
+    d->restEnds.notify_all();
     d->idle->wake();
-    d->pace.wake();
 }
 
 bool HVVideoController::shouldQuit() const
 {
-    if (!d->controllerMutex.tryLock(LockTime))
+    if (!d->tryLock())
         return false;
-    const bool shouldQuit = d->shouldQuit;
-    d->controllerMutex.unlock();
-    return shouldQuit;
+    const Locker locker(d->controllerMutex, std::adopt_lock);
+    return d->shouldQuit;
 }
 
 void HVVideoController::quit()
@@ -276,63 +314,52 @@ void HVVideoController::sourceLoaded()
 void HVVideoController::run()
 {
     while (!shouldQuit()) {
-        if (!d->source || !d->controllerMutex.tryLock(LockTime))
+        if (!d->tryLock())
             continue;
-        const bool isAvailable = d->source->isFrameAvailable(d->position);
+        std::unique_lock<Mutex> locker(d->controllerMutex, std::adopt_lock);
+        const bool isAvailable = d->source && d->source->isFrameAvailable(d->position);
         if (d->state == Playing && isAvailable) {
             d->needFrame = false;
-            d->controllerMutex.unlock();
-            presentFrame(); // paces
+            locker.unlock();
+            presentFrame(); // rests
             continue;
         }
         if (d->state == Playing) {
             // Playback never waits for the decoder.
-            if (d->source->totalFrameCount() >= d->position)
+            if (frameCount() >= d->position)
                 pause();
         } else if (d->needFrame && isAvailable && !d->source->getFrame(0).isNull()) {
             d->needFrame = false;
             presentFrame();
         }
-        d->controllerMutex.unlock();
+        locker.unlock();
         d->idle->sleep(IdleTime);
     }
 }
 
 void HVVideoController::presentFrame()
 {
-    double sleep = 0.0; // s
-    {
-        QMutexLocker locker(&d->controllerMutex);
-        if (d->state != Playing) {
-            locker.unlock();
-            Q_EMIT displayFrame();
-            return;
-        }
-        const quint64 loaded = d->source->loadedFrameCount();
-        if (d->displayedPosition == d->position && d->position >= loaded)
-            return;
-
-        const double frameDuration = d->frameDuration();
-        const double due = static_cast<double>(d->position - d->displayedPosition) * frameDuration;
-        const QDateTime now = QDateTime::currentDateTime();
-        const QDateTime &last = d->lastFrameDisplayTime;
-        // Microseconds against seconds, on purpose: a picture that is late by a millisecond is
-        // followed at the clip's pace, and only a burst within one is slowed down.
-        const double elapsed = (static_cast<double>(last.daysTo(now)) * 86400000.0
-                                + static_cast<double>(last.time().msecsTo(now.time())))
-                * 1000.0;
-        const double remaining = due - std::min(due, elapsed);
-        sleep = std::max(remaining, frameDuration);
-        if (d->position < loaded) {
-            ++d->position;
-            locker.unlock();
-            Q_EMIT displayFrame();
-            Q_EMIT positionChanged();
-            setLastFrameDisplayTime(QDateTime::currentDateTime());
-        }
+    std::unique_lock<Mutex> locker(d->controllerMutex);
+    if (d->state != Playing) {
+        locker.unlock();
+        Q_EMIT displayFrame();
+        return;
     }
-    if (sleep > 0.0)
-        d->pace.sleep(static_cast<unsigned long>(sleep * 1000.0));
+    const quint64 loaded = frameCount();
+    if (d->displayedPosition == d->position && d->position >= loaded)
+        return;
+
+    const double rest = d->restTime();
+    const bool advances = d->position < loaded;
+    if (advances)
+        ++d->position;
+    locker.unlock();
+    if (advances) {
+        Q_EMIT displayFrame();
+        Q_EMIT positionChanged();
+        setLastFrameDisplayTime(QDateTime::currentDateTime());
+    }
+    d->rest(rest);
 }
 
 } // namespace Hovlets

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "HVVideoSource.h"
+
+#include <atomic>
+
+/// A source without a thread, whose pictures the test hands out. Picture i is i + 1 pixels wide.
+class FakeVideoSource : public Hovlets::HVVideoSource
+{
+public:
+    void close() override { ++closed; }
+    bool isOpen() override { return true; }
+    double getTime() override { return 0; }
+    void changeSetPosition(quint64 frame) override { Q_UNUSED(frame) }
+    double duration() override { return 0; }
+    double timeBase() override { return 0; }
+    double frameRate() override { return rate; }
+    double frameWidth() const override { return 64; }
+    double frameHeight() const override { return 48; }
+
+    void load() { Hovlets::HVVideoSource::loadSource(); }
+
+    /// Begins a clip of no pictures.
+    void begin()
+    {
+        setupSource();
+        clearChanges();
+    }
+
+    void push(int count = 1)
+    {
+        for (int i = 0; i < count; ++i) {
+            const int width = static_cast<int>(loadedFrameCount()) + 1;
+            pushFrame(Hovlets::HVVideoFrame(width, 1, QImage::Format_RGB32, 0));
+        }
+    }
+
+    std::atomic<double> rate { 200.0 };
+    std::atomic<int> closed { 0 };
+};

@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtCore/QMetaMethod>
+#include <QtCore/QMetaProperty>
+#include <QtCore/QObject>
+#include <QtCore/QStringList>
+
+#include <mutex>
+
+/*!
+ * \brief Notes the signals of an object as they are emitted, in whichever thread: QSignalSpy is not
+ * made for more than one.
+ */
+class SignalOrder
+{
+    Q_DISABLE_COPY_MOVE(SignalOrder)
+
+public:
+    SignalOrder() = default;
+    ~SignalOrder()
+    {
+        for (const auto &connection : m_connections)
+            QObject::disconnect(connection);
+    }
+
+    template <typename Sender, typename Signal>
+    void note(Sender *sender, Signal signal, const QString &name)
+    {
+        m_connections += QObject::connect(
+                sender, signal, sender, [this, name] { add(name); }, Qt::DirectConnection);
+    }
+
+    void add(const QString &name)
+    {
+        const std::lock_guard<std::mutex> locker(m_mutex);
+        m_names += name;
+    }
+
+    QStringList names() const
+    {
+        const std::lock_guard<std::mutex> locker(m_mutex);
+        return m_names;
+    }
+
+    int count(const QString &name) const { return int(names().count(name)); }
+
+    /// What was noted since the last call.
+    QStringList take()
+    {
+        const std::lock_guard<std::mutex> locker(m_mutex);
+        return std::exchange(m_names, {});
+    }
+
+private:
+    mutable std::mutex m_mutex;
+    QStringList m_names;
+    QList<QMetaObject::Connection> m_connections;
+};
+
+/// The signatures of a class's own methods of one kind, in their order.
+inline QStringList ownMethods(const QMetaObject &type, QMetaMethod::MethodType kind)
+{
+    QStringList signatures;
+    for (int i = type.methodOffset(); i < type.methodCount(); ++i) {
+        if (type.method(i).methodType() == kind)
+            signatures += QString::fromLatin1(type.method(i).methodSignature());
+    }
+    return signatures;
+}
+
+/// "type name rw notify" of a class's own properties, in their order.
+inline QStringList ownProperties(const QMetaObject &type)
+{
+    QStringList properties;
+    for (int i = type.propertyOffset(); i < type.propertyCount(); ++i) {
+        const QMetaProperty property = type.property(i);
+        properties +=
+                QStringLiteral("%1 %2 %3%4 %5")
+                        .arg(QLatin1String(property.typeName()), QLatin1String(property.name()),
+                             property.isReadable() ? QStringLiteral("r") : QString(),
+                             property.isWritable() ? QStringLiteral("w") : QString(),
+                             QLatin1String(property.notifySignal().name()));
+    }
+    return properties;
+}

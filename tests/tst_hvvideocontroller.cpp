@@ -1,0 +1,367 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "DebugLog.h"
+#include "FakeVideoSource.h"
+#include "HVVideoController.h"
+#include "SignalOrder.h"
+#include "TestMain.h"
+
+#include <cmath>
+#include <limits>
+#include <memory>
+
+using namespace Hovlets;
+
+Q_DECLARE_METATYPE(Hovlets::HVVideoController::State)
+
+namespace {
+
+constexpr quint64 AllBits = std::numeric_limits<quint64>::max();
+
+} // namespace
+
+class tst_HVVideoController : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m_source = std::make_unique<FakeVideoSource>();
+        m_source->begin();
+        m_controller = new HVVideoController(m_source.get(), nullptr);
+        watch();
+    }
+
+    void cleanup()
+    {
+        if (m_controller) {
+            m_controller->quit();
+            delete m_controller.data();
+        }
+        m_source.reset();
+        m_seen.reset();
+    }
+
+    void shouldListItsSignalsAndSlotsInOrder()
+    {
+        const QMetaObject &type = HVVideoController::staticMetaObject;
+        const QStringList signalNames {
+            QStringLiteral("displayFrame()"),    QStringLiteral("stateChanged()"),
+            QStringLiteral("positionChanged()"), QStringLiteral("widthChanged()"),
+            QStringLiteral("heightChanged()"),   QStringLiteral("loadProgressChanged()")
+        };
+        QCOMPARE(ownMethods(type, QMetaMethod::Signal), signalNames);
+        QCOMPARE(
+                ownMethods(type, QMetaMethod::Slot),
+                QStringList({ QStringLiteral("streamEnded()"), QStringLiteral("sourceLoaded()") }));
+        QCOMPARE(int(HVVideoController::Paused), 0);
+        QCOMPARE(int(HVVideoController::Playing), 1);
+    }
+
+    void shouldBeginPausedAtTheStart()
+    {
+        QCOMPARE(m_controller->objectName(), QStringLiteral("Controller"));
+        QCOMPARE(m_controller->state(), HVVideoController::Paused);
+        QCOMPARE(m_controller->position(), quint64(0));
+        QVERIFY(!m_controller->isScrubbing());
+        QVERIFY(!m_controller->shouldQuit());
+        QVERIFY(m_controller->lastFrameDisplayTime().isNull());
+        QVERIFY(!m_controller->isRunning());
+        QVERIFY(m_controller->source().isEmpty());
+    }
+
+    void shouldTellOfEachChangeOfState_data()
+    {
+        QTest::addColumn<HVVideoController::State>("state");
+        QTest::newRow("playing") << HVVideoController::Playing;
+        QTest::newRow("paused, as before") << HVVideoController::Paused;
+    }
+
+    void shouldTellOfEachChangeOfState()
+    {
+        QFETCH(HVVideoController::State, state);
+        m_controller->setState(state);
+        QCOMPARE(m_controller->state(), state);
+        QCOMPARE(m_seen->take(), QStringList { QStringLiteral("state") });
+    }
+
+    void shouldPause()
+    {
+        m_controller->setState(HVVideoController::Playing);
+        m_seen->take();
+        m_controller->pause();
+        QCOMPARE(m_controller->state(), HVVideoController::Paused);
+        QCOMPARE(m_seen->take(), QStringList { QStringLiteral("state") });
+    }
+
+    void shouldPlayFromWhereItIs()
+    {
+        m_source->push(4);
+        m_controller->setPosition(3);
+        m_seen->take();
+        m_controller->play();
+        QCOMPARE(m_controller->state(), HVVideoController::Playing);
+        QCOMPARE(m_controller->position(), quint64(3));
+        QCOMPARE(m_seen->take(), QStringList { QStringLiteral("state") });
+    }
+
+    void shouldPlayAFinishedClipFromTheBeginning_data()
+    {
+        QTest::addColumn<quint64>("position");
+        QTest::newRow("end") << quint64(4);
+        QTest::newRow("far behind the end") << AllBits;
+    }
+
+    void shouldPlayAFinishedClipFromTheBeginning()
+    {
+        QFETCH(quint64, position);
+        m_source->push(4);
+        m_controller->setPosition(position);
+        m_seen->take();
+        m_controller->play();
+        QCOMPARE(m_controller->position(), quint64(0));
+        QCOMPARE(m_seen->take(),
+                 QStringList({ QStringLiteral("position"), QStringLiteral("state") }));
+    }
+
+    void shouldCloseTheSource()
+    {
+        m_controller->close();
+        QCOMPARE(m_source->closed.load(), 1);
+    }
+
+    void shouldBePausedAtTheStartOfANewClip()
+    {
+        m_source->push(4);
+        m_controller->setPosition(2);
+        m_controller->setState(HVVideoController::Playing);
+        m_seen->take();
+        const QUrl url(QStringLiteral("file:///clip"));
+        QVERIFY(m_controller->setSource(url));
+        QCOMPARE(m_controller->position(), quint64(0));
+        QCOMPARE(m_controller->state(), HVVideoController::Paused);
+        QCOMPARE(m_seen->take(),
+                 QStringList({ QStringLiteral("state"), QStringLiteral("loadProgress"),
+                               QStringLiteral("position"), QStringLiteral("state") }));
+        QVERIFY(m_controller->source().isEmpty()); // until the source has taken it up
+        m_source->changeSetSource(url);
+        QCOMPARE(m_controller->source(), url);
+    }
+
+    void shouldPauseAtTheStartEvenWhenTheSourceRefuses()
+    {
+        m_source->push(4);
+        m_controller->setPosition(2);
+        m_controller->setState(HVVideoController::Playing);
+        QVERIFY(!m_controller->setSource(QUrl()));
+        QCOMPARE(m_controller->position(), quint64(0));
+        QCOMPARE(m_controller->state(), HVVideoController::Paused);
+    }
+
+    void shouldPauseForANewClipWhileScrubbingToo()
+    {
+        m_controller->setState(HVVideoController::Playing);
+        m_controller->setScrubbing(true);
+        m_seen->take();
+        QVERIFY(m_controller->setSource(QUrl(QStringLiteral("file:///clip"))));
+        QCOMPARE(m_controller->state(), HVVideoController::Paused);
+        QCOMPARE(m_seen->take(),
+                 QStringList({ QStringLiteral("loadProgress"), QStringLiteral("position"),
+                               QStringLiteral("state") }));
+    }
+
+    void shouldTruncateWhatItIsSetTo_data()
+    {
+        QTest::addColumn<double>("progress");
+        QTest::addColumn<quint64>("position");
+        QTest::newRow("start") << 0.0 << quint64(0);
+        QTest::newRow("truncated") << 0.5999 << quint64(5);
+        QTest::newRow("end, behind the last picture") << 1.0 << quint64(10);
+        QTest::newRow("beyond") << 1.5 << quint64(15);
+        QTest::newRow("before") << -1.0 << quint64(0);
+        QTest::newRow("no number") << std::nan("") << quint64(0);
+        QTest::newRow("infinite") << HUGE_VAL << quint64(4294967295);
+    }
+
+    void shouldTruncateWhatItIsSetTo()
+    {
+        QFETCH(double, progress);
+        m_source->push(10);
+        m_controller->setProgress(progress);
+        QTEST(m_controller->position(), "position");
+        QCOMPARE(m_seen->take(), QStringList { QStringLiteral("position") });
+    }
+
+    void shouldTellItsProgress()
+    {
+        m_controller->setPosition(3);
+        QCOMPARE(m_controller->progress(), 0.0);
+        QVERIFY(std::isnan(m_controller->loadProgress()));
+        QCOMPARE(m_controller->frameCount(), quint64(0));
+        m_source->push(12);
+        QCOMPARE(m_controller->progress(), 0.25);
+        QCOMPARE(m_controller->loadProgress(), 1.0);
+        QCOMPARE(m_controller->frameCount(), quint64(12));
+        QCOMPARE(m_controller->frameWidth(), 64.0);
+        QCOMPARE(m_controller->frameHeight(), 48.0);
+    }
+
+    void shouldGiveThePictures()
+    {
+        m_source->push(3);
+        QCOMPARE(m_controller->currentFrame().width(), 1);
+        m_controller->setPosition(2);
+        QCOMPARE(m_controller->currentFrame().width(), 3);
+        QCOMPARE(m_controller->getFrame(1).width(), 2);
+        QVERIFY(m_controller->getFrame(3).isNull());
+        QCOMPARE(m_controller->getFrame(quint64(1) << 32).width(), 1); // 32 bits count
+        m_controller->setPosition((quint64(1) << 32) + 1);
+        QCOMPARE(m_controller->currentFrame().width(), 2);
+    }
+
+    void shouldDoNothingWithoutASource()
+    {
+        HVVideoController controller(nullptr, nullptr);
+        controller.play();
+        QCOMPARE(controller.state(), HVVideoController::Playing);
+        controller.close();
+        QVERIFY(!controller.setSource(QUrl(QStringLiteral("file:///clip"))));
+        QVERIFY(controller.source().isEmpty());
+        QCOMPARE(controller.loadProgress(), 0.0);
+        QCOMPARE(controller.progress(), 0.0);
+        QVERIFY(controller.currentFrame().isNull());
+    }
+
+    void shouldPauseWhereTheStreamEnds_data()
+    {
+        QTest::addColumn<bool>("scrubbing");
+        QTest::newRow("playing") << false;
+        QTest::newRow("scrubbing") << true;
+    }
+
+    void shouldPauseWhereTheStreamEnds()
+    {
+        QFETCH(bool, scrubbing);
+        m_controller->setState(HVVideoController::Playing);
+        m_controller->setScrubbing(scrubbing);
+        QCOMPARE(m_controller->isScrubbing(), scrubbing);
+        m_seen->take();
+        m_source->notifyStreamEnded();
+        QStringList expected { QStringLiteral("loadProgress") };
+        if (!scrubbing)
+            expected.prepend(QStringLiteral("state"));
+        QCOMPARE(m_seen->take(), expected);
+        QCOMPARE(m_controller->state(),
+                 scrubbing ? HVVideoController::Playing : HVVideoController::Paused);
+    }
+
+    void shouldTellThatTheSourceIsLoaded()
+    {
+        m_source->load();
+        QCOMPARE(m_seen->take(),
+                 QStringList({ QStringLiteral("width"), QStringLiteral("height"),
+                               QStringLiteral("loadProgress") }));
+    }
+
+    void shouldPassOnTheProgressOfLoading()
+    {
+        Q_EMIT m_source->loadProgressChanged();
+        QCOMPARE(m_seen->take(), QStringList { QStringLiteral("loadProgress") });
+    }
+
+    void shouldAnnounceThePictureWhilePaused()
+    {
+        m_controller->presentFrame();
+        QCOMPARE(m_seen->take(), QStringList { QStringLiteral("display") });
+        QCOMPARE(m_controller->position(), quint64(0));
+        QVERIFY(m_controller->lastFrameDisplayTime().isNull());
+    }
+
+    void shouldGoOnByOnePictureWhilePlaying()
+    {
+        m_source->push(2);
+        m_controller->play();
+        m_seen->take();
+        const QDateTime before = QDateTime::currentDateTime();
+        m_controller->presentFrame();
+        QCOMPARE(m_seen->take(),
+                 QStringList({ QStringLiteral("display"), QStringLiteral("position") }));
+        QCOMPARE(m_controller->position(), quint64(1));
+        QVERIFY(m_controller->lastFrameDisplayTime() >= before);
+        QVERIFY(m_controller->lastFrameDisplayTime() <= QDateTime::currentDateTime());
+    }
+
+    void shouldPresentNothingBehindTheLastPicture_data()
+    {
+        QTest::addColumn<bool>("displayed");
+        QTest::newRow("seen by the display") << true;
+        QTest::newRow("not yet seen") << false;
+    }
+
+    void shouldPresentNothingBehindTheLastPicture()
+    {
+        QFETCH(bool, displayed);
+        m_source->push(2);
+        m_controller->setPosition(2);
+        if (displayed)
+            QVERIFY(m_controller->currentFrame().isNull());
+        m_controller->setState(HVVideoController::Playing);
+        m_seen->take();
+        m_controller->presentFrame();
+        QCOMPARE(m_seen->take(), QStringList());
+        QCOMPARE(m_controller->position(), quint64(2));
+    }
+
+    void shouldKeepTheTimeOfTheLastPicture()
+    {
+        const QDateTime time = QDateTime::currentDateTime().addDays(-2);
+        m_controller->setLastFrameDisplayTime(time);
+        QCOMPARE(m_controller->lastFrameDisplayTime(), time);
+    }
+
+    void shouldQuitWithoutAWord()
+    {
+        const DebugLog log;
+        m_controller->start();
+        m_controller->quit();
+        QVERIFY(m_controller->isFinished());
+        QVERIFY(m_controller->shouldQuit());
+        QCOMPARE(log.lines(), QStringList());
+    }
+
+    void shouldNotStartAfterQuitting()
+    {
+        m_source->push();
+        m_controller->setShouldQuit();
+        m_controller->start();
+        QVERIFY(m_controller->wait());
+        QCOMPARE(m_seen->take(), QStringList());
+    }
+
+    void shouldDeleteItselfWhenTheThreadIsDone()
+    {
+        m_controller->start();
+        m_controller->setShouldQuit();
+        QTRY_VERIFY(!m_controller);
+    }
+
+private:
+    void watch()
+    {
+        m_seen = std::make_unique<SignalOrder>();
+        HVVideoController *c = m_controller;
+        m_seen->note(c, &HVVideoController::displayFrame, QStringLiteral("display"));
+        m_seen->note(c, &HVVideoController::stateChanged, QStringLiteral("state"));
+        m_seen->note(c, &HVVideoController::positionChanged, QStringLiteral("position"));
+        m_seen->note(c, &HVVideoController::widthChanged, QStringLiteral("width"));
+        m_seen->note(c, &HVVideoController::heightChanged, QStringLiteral("height"));
+        m_seen->note(c, &HVVideoController::loadProgressChanged, QStringLiteral("loadProgress"));
+    }
+
+    std::unique_ptr<FakeVideoSource> m_source;
+    QPointer<HVVideoController> m_controller;
+    std::unique_ptr<SignalOrder> m_seen;
+};
+
+HOVLETS_TEST_MAIN(tst_HVVideoController)
+#include "tst_hvvideocontroller.moc"
