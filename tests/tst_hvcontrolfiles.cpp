@@ -88,6 +88,13 @@ private Q_SLOTS:
         QTest::newRow("megabytes of tags that are none")
                 << QByteArray("< ").repeated(5 * 1024 * 1024) << false;
 
+        QTest::newRow("behind a long comment")
+                << QByteArray("<!--" + QByteArray(10000, 'x') + "-->\n<hovlets>") << true;
+        QTest::newRow("behind many lines")
+                << QByteArray(QByteArray("<!-- line -->\n").repeated(1000) + "<hovlets>") << true;
+        QTest::newRow("across four kilobytes")
+                << QByteArray(QByteArray(4090, '\n') + "<hovlets>") << true;
+
         // A line is looked at in pieces of about 1,024 bytes.
         QTest::newRow("far in a long line")
                 << QByteArray("<!--" + QByteArray(3000, 'x') + "--><hovlets>") << true;
@@ -133,6 +140,8 @@ private Q_SLOTS:
                                   << QStringLiteral("/Foo.hovlets/a.xml") << 0;
         QTest::newRow("through a link") << QStringLiteral("/Link.hovlets/Control/a.xml")
                                         << QStringLiteral("/Link.hovlets") << 2;
+        QTest::newRow("by another name than the link")
+                << QStringLiteral("/Link.hovlets/Control/a.xml") << package << -1;
         QTest::newRow("elsewhere") << QStringLiteral("/Bar.hovlets/a.xml") << package << -1;
         QTest::newRow("other case")
                 << QStringLiteral("/Foo.hovlets/a.xml") << QStringLiteral("/foo.hovlets") << -1;

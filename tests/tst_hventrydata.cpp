@@ -141,6 +141,21 @@ private Q_SLOTS:
         QCOMPARE(absolute.count(QStringLiteral("/a.qml")), folders.size());
     }
 
+    void shouldTakeAnEmptyNameForThatOfFoldersInNoPackage()
+    {
+        index("Q", "a", "<hovlets/>");
+        m_index->mapControlFile(QString(), m_folder->path());
+        HVXmlElement root;
+        HVXmlElement element(&root);
+        element.setAttribute(QStringLiteral("HVPackagName"), QStringLiteral("Q"));
+        root.setAttribute(QStringLiteral("search"), QStringLiteral("Q ,; Q"));
+        QCOMPARE(m_index->componentPathsForElement(&element, QString()),
+                 (QStringList { package("Q"), package("Q"), package("Q") }));
+        root.setAttribute(QStringLiteral("search"), QStringLiteral(", Q"));
+        QCOMPARE(m_index->componentPathsForElement(&element, QString()),
+                 (QStringList { package("Q"), m_folder->path(), package("Q") }));
+    }
+
     void shouldFindNoPathsForAnElementOfNoPackage()
     {
         index("P", "a", "<hovlets/>");

@@ -207,6 +207,7 @@ private Q_SLOTS:
         const QString secondPackage = other.path() + QStringLiteral("/Foo.hovlets");
         m_index->indexControlFile(second, secondPackage);
         const QStringList folders { package("Foo"), secondPackage };
+        m_index->mapControlFile(QString(), package("Foo"));
         QCOMPARE(m_index->componentPathsForPackageNamed(QStringLiteral("Foo")), folders);
 
         // What is not taken as a control file does not count as a package either.
@@ -232,13 +233,16 @@ private Q_SLOTS:
         QCOMPARE(m_index->componentPathsForPackageNamed(QStringLiteral("Foo")),
                  QStringList { package("Foo") });
 
-        m_folder->addControlFile(QStringLiteral("Bar"), QStringLiteral("a"), {});
+        m_folder->add(QStringLiteral("Out.other/In.hovlets/a.xml"), {});
+        const QString inner = m_folder->path() + QStringLiteral("/Out.other/In.hovlets");
         m_context->set(HVKeyPackageSuffix, QStringLiteral("other"));
-        m_index->mapControlFile(QString(), package("Bar"));
+        m_index->mapControlFile(QString(), inner);
         m_context->set(HVKeyPackageSuffix, QStringLiteral("hovlets"));
-        m_index->mapControlFile(QString(), package("Bar"));
-        QCOMPARE(m_index->componentPathsForPackageNamed(QStringLiteral("Bar")),
-                 QStringList { package("Bar") });
+        m_index->mapControlFile(QString(), inner);
+        for (const char *name : { "Out", "In" }) {
+            QCOMPARE(m_index->componentPathsForPackageNamed(QLatin1String(name)),
+                     QStringList { inner });
+        }
     }
 
     void shouldNameThePackageOfALocation_data()

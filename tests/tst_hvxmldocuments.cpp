@@ -184,10 +184,57 @@ private Q_SLOTS:
         HVXmlParser parser;
         QCOMPARE(element(read(parser, body))->content().size(), 70000);
 
+        const QByteArray parameters = QByteArray("<!-- %e; -->").repeated(70000);
+        for (const QByteArray &flood : { body, QByteArray(parameters + "<a/>") }) {
+            DebugLog log;
+            QVERIFY(read(parser, "<!DOCTYPE a [<!ENTITY e 'x'>]>" + flood).empty());
+            QCOMPARE(log.lines(),
+                     QStringList {
+                             QStringLiteral("Fatal error at 1,1 : too many entity references") });
+        }
+    }
+
+    void shouldTakeTextWithEntitiesInPieces()
+    {
+        // A flood is then stopped on its way instead of gathered first.
+        struct Pieces : HVXmlParser
+        {
+            bool characters(const QString &ch) override
+            {
+                longest = qMax(longest, int(ch.size()));
+                return HVXmlParser::characters(ch);
+            }
+            int longest = 0;
+        } parser;
+        const int size = 100 * 2048;
+        QCOMPARE(element(read(parser, entityFlood(size, "<a>", "</a>")))->content().size(), size);
+        QVERIFY2(parser.longest < 10000, qPrintable(QString::number(parser.longest)));
+    }
+
+    void shouldRefuseAnEntityThatGrowsByItsReferences_data()
+    {
+        QTest::addColumn<QByteArray>("document"); // %1: the entity, %2: the references
+        QTest::newRow("attribute")
+                << QByteArray("<!DOCTYPE a [<!ENTITY e \"%1\">]><a><b k=\"%2\"/></a>");
+        QTest::newRow("text") << QByteArray("<!DOCTYPE a [<!ENTITY e \"%1\">]><a>%2</a>");
+        QTest::newRow("entity") << QByteArray(
+                "<!DOCTYPE a [<!ENTITY % e \"%1\"><!ENTITY f \"%2\">]><a/>");
+    }
+
+    void shouldRefuseAnEntityThatGrowsByItsReferences()
+    {
+        QFETCH(QByteArray, document);
+        const QByteArray reference = document.contains('f') ? "%e;" : "&e;";
+        document.replace("%2", reference.repeated(1000));
+        HVXmlParser parser(&skipAll);
+        read(parser, QByteArray(document).replace("%1", QByteArray(50000, 'a')));
+        QVERIFY(parser.isClosed());
+
         DebugLog log;
-        QVERIFY(read(parser, "<!DOCTYPE a [<!ENTITY e 'x'>]>" + body).empty());
-        QCOMPARE(log.lines(),
-                 QStringList { QStringLiteral("Fatal error at 1,1 : too many entity references") });
+        read(parser, QByteArray(document).replace("%1", QByteArray(100000, 'a')));
+        QCOMPARE(log.fatalErrors(), 1);
+        QVERIFY2(log.lines().constFirst().startsWith(QLatin1String("Fatal error at 1,100")),
+                 qPrintable(log.lines().constFirst()));
     }
 
     void shouldNotGrowByEntitiesOfEntities()

@@ -20,8 +20,8 @@ constexpr int MaxDepth = 512;
 // Content is text that people read; repeated entities can blow a small file up to gigabytes.
 constexpr qint64 MaxCharacters = qint64 { 64 } * 1024 * 1024;
 
-// The reader expands an entity to at most 4,096 characters but an attribute to any number of them,
-// in memory, before it hands it over. So many references end in some 500 MB.
+// The reader expands entities of an attribute in memory before it hands the value over, those
+// within entities to at most 4,096 characters each: so many references end in some 500 MB.
 constexpr int MaxEntityReferences = 65536;
 
 struct StackEntry
@@ -35,10 +35,12 @@ void log(const QString &message)
     qDebug().noquote() << message;
 }
 
-bool isEntityBomb(const QString &document)
+/// How often a document may refer to entities of its own; 0 when it has none.
+qint64 entityReferences(const QString &document)
 {
-    return document.contains(QLatin1String("<!ENTITY"))
-            && document.count(QLatin1Char('&')) > MaxEntityReferences;
+    if (!document.contains(QLatin1String("<!ENTITY")))
+        return 0;
+    return qint64(document.count(QLatin1Char('&'))) + document.count(QLatin1Char('%'));
 }
 
 /// Writes the attributes to the properties of their names; false when a property is missing.
@@ -84,7 +86,8 @@ public:
     Callback callback = nullptr;
     void *userData = nullptr;
     int mode = GenerateAsk;
-    qint64 delivered = 0;
+    qint64 delivered = 0; // characters
+    qint64 references = 0;
 };
 
 QObject *HVXmlParser::Private::create(const QMetaObject *metaObject, QObject *parent,
@@ -156,7 +159,9 @@ QList<QObject *> HVXmlParser::read(const QXmlInputSource *source)
 
     setContentHandler(this);
     setErrorHandler(this);
-    if (isEntityBomb(source->data())) {
+    setDeclHandler(this);
+    d->references = entityReferences(source->data());
+    if (d->references > MaxEntityReferences) {
         fatalError(QXmlParseException(QStringLiteral("too many entity references"), 1, 1));
         return {};
     }
@@ -250,6 +255,12 @@ bool HVXmlParser::characters(const QString &ch)
 bool HVXmlParser::ignorableWhitespace(const QString &ch)
 {
     return characters(ch);
+}
+
+bool HVXmlParser::internalEntityDecl(const QString &name, const QString &value)
+{
+    Q_UNUSED(name)
+    return value.size() * d->references <= MaxCharacters;
 }
 
 bool HVXmlParser::fatalError(const QXmlParseException &exception)

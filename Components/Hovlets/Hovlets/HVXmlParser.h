@@ -80,6 +80,10 @@ public:
                     const QString &qName) override;
     bool characters(const QString &ch) override;
     bool ignorableWhitespace(const QString &ch) override;
+
+    /// Refuses an entity that could grow beyond all bounds by the references in the document.
+    bool internalEntityDecl(const QString &name, const QString &value) override;
+
     bool fatalError(const QXmlParseException &exception) override;
 
 private:
