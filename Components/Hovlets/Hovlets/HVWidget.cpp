@@ -16,11 +16,14 @@
 #include <QtCore/QVector>
 #include <QtGui/QCursor>
 #include <QtGui/QGuiApplication>
+#include <QtGui/QPaintEvent>
+#include <QtGui/QPainter>
 #include <QtGui/QScreen>
 #include <QtGui/QWindow>
 #include <QtQml/QQmlContext>
 #include <QtQml/QQmlEngine>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QToolTip>
 #include <QtWidgets/QVBoxLayout>
 
 namespace Hovlets {
@@ -143,6 +146,9 @@ void HVWidget::showWithContent(QObject *reference, const QPoint &pos, HVXmlEleme
     }
     context->setContextProperties(properties);
     d->view->loadQML(ui.absoluteFilePath());
+    // QML that runs already resizes its view with the next turn of the event loop, after a frame
+    // at the old size and a place chosen by it.
+    d->view->resize(d->view->sizeHint());
     // A countdown that began on the way from the last control must not hide this one's popup.
     if (isVisible())
         checkMousePosition(QCursor::pos());
@@ -230,6 +236,13 @@ void HVWidget::hideEvent(QHideEvent *event)
     // Neither a fade nor a countdown of this show may touch the next one.
     d->opacityAnimation->stop();
     d->hideTimer->stop();
+}
+
+/// The rim beyond the view is part of the tooltip, also where windows have quite another colour.
+void HVWidget::paintEvent(QPaintEvent *event)
+{
+    QPainter(this).fillRect(event->rect(),
+                            QToolTip::palette().color(QPalette::Active, QPalette::ToolTipBase));
 }
 
 void HVWidget::setTimer()
