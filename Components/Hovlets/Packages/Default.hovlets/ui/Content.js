@@ -5,7 +5,8 @@
 
 var RICH_TAGS = "a|b|big|br|code|em|font|i|kbd|li|ol|p|s|samp|small|span|strong|sub|sup|tt|u|ul";
 var TAG_END = "(?:\\s[^<>]*)?/?>";
-var INLINE_ELEMENT = new RegExp("^(?:" + RICH_TAGS + ")$");
+// Those of them that mark words rather than blocks.
+var WORD_ELEMENT = /^(?:a|b|big|code|em|font|i|kbd|s|samp|small|span|strong|sub|sup|tt|u)$/;
 var MARKUP = new RegExp("</?(?:" + RICH_TAGS + ")" + TAG_END
                         + "|&(?:lt|gt|amp|quot|apos|nbsp|#[0-9]+|#x[0-9a-f]+);", "i");
 // What Qt's light-weight formatting shows as the full one does.
@@ -180,7 +181,7 @@ Reader.prototype.addElement = function(element) {
     } else {
         // Elements in a paragraph are no markup, as their place in the text is not known here:
         // their words follow it. What is more than a word becomes a block of its own.
-        var isWord = function(child) { return INLINE_ELEMENT.test(child.tagName); };
+        var isWord = function(child) { return WORD_ELEMENT.test(child.tagName); };
         var children = childrenOf(element);
         this.addParagraph(children.filter(isWord).reduce(function(text, child) {
             return text + " " + allText(child);

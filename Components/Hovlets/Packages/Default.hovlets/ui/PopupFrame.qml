@@ -36,7 +36,11 @@ Rectangle {
         return available > 0 ? Math.max(margins + theme.buttonSize, Math.round(0.6 * available))
                              : 100 * theme.em;
     }
-    readonly property int maximumWidth: 26 * theme.em
+    readonly property int maximumWidth: {
+        var available = Math.min(Screen.width, Screen.desktopAvailableWidth);
+        return available > 0 ? Math.min(26 * theme.em, Math.round(0.9 * available) - buttonSpace)
+                             : 26 * theme.em;
+    }
     readonly property int contentWidth:
         Math.max(Math.min(7 * theme.em, maximumWidth - margins),
                  Math.min(Math.ceil(Math.max(header.naturalWidth + headerButtonSpace,

@@ -5,6 +5,8 @@ import "Colours.js" as Colours
 // Colours, fonts and distances, all derived from the desktop's tooltip colours and the
 // application's font.
 QtObject {
+    id: theme
+
     readonly property color base: Colours.opaque(hovletTheme.base)
     readonly property color text: Colours.opaque(hovletTheme.text)
     readonly property color secondary: Colours.paled(text, base, 0.4)
@@ -15,28 +17,40 @@ QtObject {
     readonly property color hoveredSurface: Colours.surface(base, text, 0.15)
 
     readonly property font bodyFont: hovletTheme.font
-    readonly property font titleFont: variant(bodyFont, { weight: Font.Bold })
-    readonly property font linkFont: variant(bodyFont, { underline: true })
-    readonly property font keyFont: variant(bodyFont, { pointSize: bodyFont.pointSize * 0.9 })
+    property font titleFont
+    property font linkFont
+    property font keyFont
 
     // In pixels, also for a font whose size is in points.
-    readonly property int em: Math.max(1, bodyFont.pixelSize)
+    property int em: 1
     readonly property int padding: Math.round(0.75 * em)
     readonly property int gap: Math.round(0.6 * em)
     readonly property int smallGap: Math.round(0.35 * em)
     readonly property int buttonSize: Math.round(1.7 * em)
 
-    function variant(font, changes) {
-        var result = {
-            family: font.family,
-            pointSize: font.pointSize,
-            weight: font.weight,
-            italic: font.italic,
-            capitalization: font.capitalization,
-            letterSpacing: font.letterSpacing
-        };
-        for (var name in changes)
-            result[name] = changes[name];
-        return Qt.font(result);
+    // Knows its size once it has text.
+    readonly property Text ruler: Text {
+        text: "M"
+    }
+
+    onBodyFontChanged: derive()
+    Component.onCompleted: derive()
+
+    function derive() {
+        // Does not tell of its changes, so that there is no binding to it.
+        ruler.font = bodyFont;
+        em = Math.max(1, ruler.fontInfo.pixelSize);
+
+        // Copies that are changed keep the exact size, and what QML has no name for.
+        titleFont = bodyFont;
+        titleFont.weight = Font.Bold;
+        linkFont = bodyFont;
+        linkFont.underline = true;
+        keyFont = Qt.font({
+            family: bodyFont.family,
+            pixelSize: Math.max(1, Math.round(0.9 * em)),
+            weight: bodyFont.weight,
+            italic: bodyFont.italic
+        });
     }
 }

@@ -1,0 +1,384 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "DefaultUiBench.h"
+#include "TestMain.h"
+
+#include <QtCore/QPointer>
+#include <QtGui/QWheelEvent>
+#include <QtGui/QWindow>
+#include <QtQml/QQmlContext>
+#include <QtQml/QQmlEngine>
+
+using namespace Hovlets;
+
+/// What the default user interface shows of an entry, and what a user can do with it.
+class tst_DefaultUi : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void cleanup()
+    {
+        if (m_bench)
+            QCOMPARE(m_bench->complaints(), QStringList());
+        m_bench.reset();
+    }
+
+    void shouldShowTitleShortcutParagraphsAndLinks()
+    {
+        showEntry("title=\"Save\" shortcut=\"Ctrl+S\"",
+                  "<p>First</p><text>Second</text><link href=\"http://a.example/\">A</link>"
+                  "<link href=\"docs/b.html\"/>");
+        QCOMPARE(m_bench->texts("title"), list({ "Save" }));
+        QCOMPARE(m_bench->texts("shortcut"), list({ "Ctrl+S" }));
+        QCOMPARE(m_bench->texts("paragraph"), list({ "First", "Second" }));
+        QCOMPARE(m_bench->texts("link"), list({ "A", "docs/b.html" }));
+    }
+
+    void shouldTakeTheTitleFromAChildToo()
+    {
+        showEntry("", "<title>\n  From a\n child </title><p>Text</p>");
+        QCOMPARE(m_bench->texts("title"), list({ "From a child" }));
+        QCOMPARE(m_bench->texts("paragraph"), list({ "Text" }));
+    }
+
+    void shouldPreferTheTitleOfTheAttribute()
+    {
+        showEntry("title=\"Attribute\"", "<title>Child</title>");
+        QCOMPARE(m_bench->texts("title"), list({ "Attribute" }));
+        QCOMPARE(m_bench->texts("paragraph"), QStringList());
+    }
+
+    void shouldShowTheKeyOfAnEntryWithNothingElse()
+    {
+        showEntry("");
+        QCOMPARE(m_bench->texts("title"), list({ "key" }));
+    }
+
+    void shouldShowTheTextOfUnknownElements()
+    {
+        showEntry("title=\"T\"",
+                  "Own <section>Outer<p>Inner</p><p>Press <b>Shift</b></p></section>");
+        QCOMPARE(m_bench->texts("paragraph"), list({ "Own", "Outer", "Inner", "Press Shift" }));
+    }
+
+    void shouldShowMarkupAndPlainText_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QString>("format");
+        QTest::addColumn<QString>("shown");
+        const auto row = [](const char *name, const char *content, const char *format,
+                            const char *shown) {
+            QTest::newRow(name) << QByteArray(content) << QString::fromUtf8(format)
+                                << QString::fromUtf8(shown);
+        };
+        row("plain", "some text", "plain", "some text");
+        row("white space", "  some\n\ttext ", "plain", "some text");
+        row("brackets", "a &lt; b &gt; c", "plain", "a < b > c");
+        row("ampersand", "Q&amp;A &amp; more", "plain", "Q&A & more");
+        row("foreign tag", "an &lt;html> file", "plain", "an <html> file");
+        row("bold", "<![CDATA[a <b>b</b> c]]>", "styled", "a <b>b</b> c");
+        row("escaped", "a &lt;i>b&lt;/i>", "styled", "a <i>b</i>");
+        row("emphasis", "<![CDATA[<em>b</em>]]>", "styled", "<i>b</i>");
+        row("code", "<![CDATA[<code>b</code>]]>", "rich", "<code>b</code>");
+        row("entity", "<![CDATA[a &lt; b]]>", "styled", "a &lt; b");
+        row("stray bracket", "<![CDATA[a < b <b>c</b> <html>]]>", "styled",
+            "a &lt; b <b>c</b> &lt;html>");
+        row("list", "<![CDATA[<ul><li>a</li></ul>]]>", "rich", "<ul><li>a</li></ul>");
+    }
+
+    void shouldShowMarkupAndPlainText()
+    {
+        QFETCH(QByteArray, content);
+        showEntry("", "<p>" + content + "</p>");
+        QQuickItem *paragraph = m_bench->item("paragraph");
+        QVERIFY(paragraph);
+        QTEST(paragraph->property("format").toString(), "format");
+        QTEST(paragraph->property("source").toString(), "shown");
+    }
+
+    void shouldOpenALinkThatIsClicked()
+    {
+        showEntry("", "<link href=\"http://a.example/x\">A</link><link href=\"docs/b\">B</link>");
+        m_bench->click(m_bench->items(QStringLiteral("link")).value(1));
+        m_bench->click(m_bench->item("link"));
+        QCOMPARE(m_bench->host.opened.size(), 2);
+        QCOMPARE(m_bench->host.opened.at(0), qMakePair(HVFileResource, QStringLiteral("docs/b")));
+        QCOMPARE(m_bench->host.opened.at(1),
+                 qMakePair(HVUrlResource, QStringLiteral("http://a.example/x")));
+    }
+
+    void shouldOpenALinkInsideAText_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::newRow("styled") << QByteArray("see <a href=\"docs/a\">this page</a>.");
+        QTest::newRow("rich") << QByteArray("see <code>x</code> <a href=\"docs/a\">this page</a>.");
+    }
+
+    void shouldOpenALinkInsideAText()
+    {
+        QFETCH(QByteArray, content);
+        showEntry("", "<p><![CDATA[" + content + "]]></p>");
+        const QPointF position = m_bench->linkPosition(m_bench->item("paragraph"));
+        QVERIFY(!position.isNull());
+        QTest::mouseClick(m_bench->view(), Qt::LeftButton, {}, position.toPoint());
+        QCOMPARE(m_bench->host.opened.size(), 1);
+        QCOMPARE(m_bench->host.opened.first().second, QStringLiteral("docs/a"));
+    }
+
+    void shouldShowLinksToTopicsOnlyWhileTheyCanBeOpened_data()
+    {
+        QTest::addColumn<bool>("available");
+        QTest::newRow("available") << true;
+        QTest::newRow("not available") << false;
+    }
+
+    void shouldShowLinksToTopicsOnlyWhileTheyCanBeOpened()
+    {
+        QFETCH(bool, available);
+        make("",
+             "<link href=\"Topic\">T</link><link href=\"docs/file\">F</link>"
+             "<p><![CDATA[see <a href=\"Topic\">the topic</a>]]></p>");
+        m_bench->context().set(HVKeyDocumentationEnabled, available);
+        QVERIFY(m_bench->show());
+        QCOMPARE(m_bench->texts("link"), available ? list({ "T", "F" }) : list({ "F" }));
+        QCOMPARE(!m_bench->linkPosition(m_bench->item("paragraph")).isNull(), available);
+    }
+
+    void shouldShowAnImageOfTheResources_data()
+    {
+        QTest::addColumn<QString>("file");
+        for (const char *file : { "a.png", "sub folder/a b.png", "50%.png", "a#1?.png", "ä.png" })
+            QTest::newRow(file) << QString::fromUtf8(file);
+    }
+
+    void shouldShowAnImageOfTheResources()
+    {
+        QFETCH(QString, file);
+        make("", "<img src=\"" + file.toUtf8() + "\"/>");
+        addImage(file, QSize(40, 30));
+        QVERIFY(m_bench->show());
+        const QQuickItem *image = m_bench->item("image");
+        QVERIFY(image);
+        QCOMPARE(image->size(), QSizeF(40, 30));
+        QCOMPARE(m_bench->grab().pixelColor(m_bench->place(image).center().toPoint()),
+                 QColor(Qt::red));
+    }
+
+    void shouldScaleALargeImageToTheWidth()
+    {
+        make("", "<img src=\"large.png\"/>");
+        addImage(QStringLiteral("large.png"), QSize(3000, 300));
+        QVERIFY(m_bench->show());
+        const QQuickItem *image = m_bench->item("image");
+        QVERIFY(image);
+        QVERIFY(m_bench->root()->width() < 1000);
+        QVERIFY(m_bench->place(image).right() < m_bench->root()->width());
+        QVERIFY(qAbs(image->height() - image->width() / 10) <= 1);
+    }
+
+    void shouldLeaveNoHoleForAMissingImage()
+    {
+        showEntry("", "<p>A</p><p>B</p>");
+        const qreal height = m_bench->root()->height();
+        cleanup();
+        showEntry("", "<p>A</p><img src=\"missing.png\"/><img/><p>B</p>");
+        QVERIFY(!m_bench->item("image"));
+        QCOMPARE(m_bench->root()->height(), height);
+    }
+
+    void shouldShowTheDescriptionOfAMissingImage()
+    {
+        showEntry("", "<img src=\"missing.png\" alt=\"A picture\"/>");
+        QCOMPARE(m_bench->texts("paragraph"), list({ "A picture" }));
+    }
+
+    void shouldTakeNoRoomForAClip()
+    {
+        make("title=\"T\" clip=\"a.mp4\"", "<p>A</p>");
+        QVERIFY(m_bench->show());
+        const qreal height = m_bench->root()->height();
+        m_bench->folder.add(QStringLiteral("Test.hovlets/Resources/a.mp4"), "clip");
+        m_bench->host.popup()->hide();
+        QVERIFY(m_bench->show());
+        QCOMPARE(m_bench->root()->height(), height);
+    }
+
+    void shouldTranslateInTheContextOfTheKey()
+    {
+        make("title=\"Save\"", "<p>Some\n text</p><p>Unknown</p>");
+        m_bench->host.translation = [](const QString &text, const QString &context) {
+            return text == QLatin1String("Unknown") ? QString() : context + QLatin1Char('/') + text;
+        };
+        QVERIFY(m_bench->show());
+        QCOMPARE(m_bench->texts("title"), list({ "key/Save" }));
+        QCOMPARE(m_bench->texts("paragraph"), list({ "key/Some text", "Unknown" }));
+    }
+
+    void shouldFillPlaceholders()
+    {
+        make("title=\"Save %(name)s\" shortcut=\"%(shortcut)s\"",
+             "<p>Plain %(name)s %(unknown)s</p><p><![CDATA[<b>Markup</b> %(name)s]]></p>");
+        m_bench->host.manager()->setGlobalProperty(QStringLiteral("name"), QStringLiteral("<b>&"));
+        m_bench->host.manager()->setGlobalProperty(QStringLiteral("shortcut"),
+                                                   QStringLiteral("F2"));
+        QVERIFY(m_bench->show());
+        QCOMPARE(m_bench->texts("title"), list({ "Save <b>&" }));
+        QCOMPARE(m_bench->texts("shortcut"), list({ "F2" }));
+        QCOMPARE(m_bench->texts("paragraph"),
+                 list({ "Plain <b>& %(unknown)s", "<b>Markup</b> &lt;b>&amp;" }));
+    }
+
+    void shouldPinAndThenClose()
+    {
+        showEntry("title=\"Save\"");
+        QPointer<HVWidget> popup = m_bench->host.popup();
+        QQuickItem *root = m_bench->root();
+        QVERIFY(!m_bench->item("close"));
+        m_bench->click(m_bench->item("pin"));
+        QVERIFY(m_bench->host.popup() != popup);
+        QVERIFY(popup->view()->reserved());
+        QVERIFY(DefaultUiBench::itemsOf(root, QStringLiteral("pin")).isEmpty());
+        const QQuickItem *close = DefaultUiBench::itemsOf(root, QStringLiteral("close")).value(0);
+        QVERIFY(close);
+        const QPointF place =
+                close->mapToItem(root, QPointF(close->width() / 2, close->height() / 2));
+        QTest::mouseClick(popup->view(), Qt::LeftButton, {}, place.toPoint());
+        QTRY_VERIFY(popup.isNull());
+    }
+
+    void shouldScrollLongContent_data()
+    {
+        QTest::addColumn<bool>("wheel");
+        QTest::newRow("wheel") << true;
+        QTest::newRow("drag") << false;
+    }
+
+    void shouldScrollLongContent()
+    {
+        QFETCH(bool, wheel);
+        m_bench = std::make_unique<DefaultUiBench>(longEntry("long") + longEntry("other"));
+        QVERIFY(m_bench->show(QStringLiteral("long")));
+        QVERIFY(QTest::qWaitForWindowExposed(m_bench->host.popup()));
+        QQuickItem *flickable = m_bench->item("flickable");
+        QVERIFY(m_bench->item("scrollMark"));
+        QVERIFY(flickable->property("contentHeight").toReal() > 2 * m_bench->root()->height());
+        const qreal markAtTop = m_bench->item("scrollMark")->y();
+        wheel ? turnWheel() : drag();
+        QTRY_VERIFY(flickable->property("contentY").toReal() > 0);
+        QVERIFY(m_bench->item("scrollMark")->y() > markAtTop);
+
+        QVERIFY(m_bench->show(QStringLiteral("other")));
+        QCOMPARE(flickable->property("contentY").toReal(), 0.0);
+    }
+
+    void shouldNotScrollContentThatFits()
+    {
+        showEntry("title=\"Save\"", "<p>Text</p>");
+        QVERIFY(!m_bench->item("scrollMark"));
+        turnWheel();
+        QCOMPARE(m_bench->item("flickable")->property("contentY").toReal(), 0.0);
+    }
+
+    void shouldFollowContentThatIsReplacedWhileShown()
+    {
+        m_bench = std::make_unique<DefaultUiBench>(
+                DefaultUiBench::entry("title=\"A\" shortcut=\"F1\"",
+                                      "<p>1</p><p>2</p><link href=\"a/b\"/>", "a")
+                + DefaultUiBench::entry("title=\"B\"", "<p>3</p>", "b"));
+        for (const char *key : { "a", "b", "a" }) {
+            QVERIFY(m_bench->show(QString::fromLatin1(key)));
+            m_bench->settle();
+        }
+        QCOMPARE(m_bench->texts("paragraph"), list({ "1", "2" }));
+        QVERIFY(m_bench->show(QStringLiteral("b")));
+        QCOMPARE(m_bench->texts("title"), list({ "B" }));
+        QCOMPARE(m_bench->texts("shortcut"), QStringList());
+        QCOMPARE(m_bench->texts("paragraph"), list({ "3" }));
+        QCOMPARE(m_bench->texts("link"), QStringList());
+    }
+
+    void shouldBearTheLossOfItsContent()
+    {
+        showEntry("title=\"A\" shortcut=\"F1\"", "<p>1</p><link href=\"a/b\"/>");
+        m_bench->view()->engine()->rootContext()->setContextProperty(
+                QStringLiteral("hovlet"), QVariant::fromValue<QObject *>(nullptr));
+        m_bench->settle();
+        QCOMPARE(m_bench->texts("title"), QStringList());
+        QCOMPARE(m_bench->texts("paragraph"), QStringList());
+        QVERIFY(m_bench->root()->width() > 0);
+        QVERIFY(m_bench->root()->height() > 0);
+    }
+
+    void shouldShowTitleShortcutAndFirstParagraphInSimpleMode()
+    {
+        make("title=\"Save\" shortcut=\"Ctrl+S\"", "<link href=\"a/b\"/><p>First</p><p>Second</p>");
+        m_bench->context().set(HVKeySimpleMode, true);
+        QVERIFY(m_bench->show());
+        QCOMPARE(m_bench->texts("title"), list({ "Save" }));
+        QCOMPARE(m_bench->texts("shortcut"), list({ "Ctrl+S" }));
+        QCOMPARE(m_bench->texts("paragraph"), list({ "First" }));
+        QCOMPARE(m_bench->texts("link"), QStringList());
+        QVERIFY(!m_bench->item("pin"));
+    }
+
+private:
+    void make(const QByteArray &attributes, const QByteArray &children)
+    {
+        m_bench = std::make_unique<DefaultUiBench>(DefaultUiBench::entry(attributes, children));
+    }
+
+    void showEntry(const QByteArray &attributes, const QByteArray &children = {})
+    {
+        make(attributes, children);
+        QVERIFY(m_bench->show());
+    }
+
+    static QByteArray longEntry(const QByteArray &key)
+    {
+        return DefaultUiBench::entry("title=\"T\"",
+                                     "<p>" + QByteArray("word ").repeated(2000) + "</p>", key);
+    }
+
+    static QStringList list(std::initializer_list<const char *> texts)
+    {
+        QStringList result;
+        for (const char *text : texts)
+            result += QString::fromUtf8(text);
+        return result;
+    }
+
+    void addImage(const QString &file, const QSize &size)
+    {
+        const QString path =
+                m_bench->folder.add(QStringLiteral("Test.hovlets/Resources/") + file, {});
+        QImage image(size, QImage::Format_RGB32);
+        image.fill(Qt::red);
+        QVERIFY(image.save(path));
+    }
+
+    QPoint middle() { return m_bench->view()->rect().center(); }
+
+    void turnWheel()
+    {
+        QWheelEvent event(middle(), m_bench->view()->mapToGlobal(middle()), {}, { 0, -240 },
+                          Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(m_bench->view(), &event);
+    }
+
+    /// Through the window, as QTest moves the mouse of a widget without its buttons, and at the
+    /// speed of a hand: Qt 5 takes moves at the same instant for none.
+    void drag()
+    {
+        QWindow *window = m_bench->host.popup()->windowHandle();
+        QTest::mousePress(window, Qt::LeftButton, {}, middle());
+        for (int distance = 10; distance <= 60; distance += 10)
+            QTest::mouseMove(window, middle() - QPoint(0, distance), 20);
+        QTest::mouseRelease(window, Qt::LeftButton, {}, middle() - QPoint(0, 60));
+    }
+
+    std::unique_ptr<DefaultUiBench> m_bench;
+};
+
+HOVLETS_TEST_MAIN(tst_DefaultUi)
+
+#include "tst_defaultui.moc"

@@ -1,0 +1,377 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "DefaultUiBench.h"
+#include "TestMain.h"
+
+#include <QtGui/QScreen>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QToolTip>
+
+using namespace Hovlets;
+
+/// Colours, fonts, sizes and layout of the default user interface.
+class tst_DefaultUiLooks : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m_palette = QToolTip::palette();
+        m_font = QApplication::font();
+    }
+
+    void cleanup()
+    {
+        if (m_bench)
+            QCOMPARE(m_bench->complaints(), QStringList());
+        m_bench.reset();
+        QToolTip::setPalette(m_palette);
+        QApplication::setFont(m_font);
+        QApplication::setLayoutDirection(Qt::LeftToRight);
+    }
+
+    void shouldBeReadableInTheColoursOfToolTips_data()
+    {
+        QTest::addColumn<QColor>("base");
+        QTest::addColumn<QColor>("text");
+        QTest::newRow("light") << QColor(0xf7f7f7) << QColor(0x232629);
+        QTest::newRow("dark") << QColor(0x2a2e32) << QColor(0xfcfcfc);
+        QTest::newRow("yellow") << QColor(0xffffdc) << QColor(Qt::black);
+        QTest::newRow("low contrast") << QColor(0xffffff) << QColor(0x707070);
+    }
+
+    void shouldBeReadableInTheColoursOfToolTips()
+    {
+        QFETCH(QColor, base);
+        QFETCH(QColor, text);
+        setColours(base, text, Qt::blue);
+        // Large letters have pixels in the full colour.
+        setPixelSize(40);
+        showEntry("title=\"HHH\" shortcut=\"HHH\"", "<p>HHH</p><img alt=\"HHH\" src=\"-\"/>");
+        QVERIFY(m_bench->show());
+        const QImage image = m_bench->grab();
+        QCOMPARE(image.pixelColor(image.width() / 2, 3), base);
+
+        const QRectF badge = m_bench->place(m_bench->item("badge"));
+        const QColor face = image.pixelColor(qRound(badge.left()) + 12, qRound(badge.top()) + 4);
+        QVERIFY(face != base || DefaultUiBench::contrast(text, base) < 5);
+        QVERIFY(readable(m_bench->item("shortcut"), face));
+        QVERIFY(readable(m_bench->item("title"), base));
+        const QList<QQuickItem *> paragraphs = m_bench->items(QStringLiteral("paragraph"));
+        QCOMPARE(paragraphs.size(), 2);
+        QVERIFY(readable(paragraphs.at(0), base));
+        QVERIFY(readable(paragraphs.at(1), base));
+        QVERIFY(readable(m_bench->item("pin"), base));
+    }
+
+    void shouldFollowAChangeOfTheColours()
+    {
+        setColours(Qt::white, Qt::black, Qt::blue);
+        showEntry("title=\"A\"");
+        setColours(Qt::black, Qt::white, Qt::blue);
+        m_bench->view()->refreshTheme();
+        const QImage image = m_bench->grab();
+        QCOMPARE(image.pixelColor(image.width() / 2, 3), QColor(Qt::black));
+    }
+
+    void shouldUseTheColourOfLinksWhereItIsReadable_data()
+    {
+        QTest::addColumn<QColor>("link");
+        QTest::addColumn<QColor>("shown");
+        QTest::newRow("readable") << QColor(0x0000ff) << QColor(0x0000ff);
+        QTest::newRow("too pale") << QColor(0x7fa0ff) << QColor(0x101010);
+        QTest::newRow("invisible") << QColor(Qt::white) << QColor(0x101010);
+    }
+
+    void shouldUseTheColourOfLinksWhereItIsReadable()
+    {
+        QFETCH(QColor, link);
+        QFETCH(QColor, shown);
+        setColours(Qt::white, QColor(0x101010), link);
+        showEntry("",
+                  "<link href=\"a/b\">HHH</link><p><![CDATA[<a href='a/b'>HHH</a>]]></p>"
+                  "<p><![CDATA[<tt></tt><a href='a/b'>HHH</a>]]></p>");
+        setPixelSize(40);
+        m_bench->view()->refreshTheme();
+        m_bench->settle();
+        const QQuickItem *line = m_bench->item("link");
+        QCOMPARE(strongestOn(line, Qt::white), shown);
+        QVERIFY(line->property("font").value<QFont>().underline());
+        const QList<QQuickItem *> paragraphs = m_bench->items(QStringLiteral("paragraph"));
+        QCOMPARE(paragraphs.size(), 2);
+        for (const QQuickItem *paragraph : paragraphs)
+            QCOMPARE(strongestOn(paragraph, Qt::white), shown);
+    }
+
+    void shouldFollowTheFont_data()
+    {
+        QTest::addColumn<bool>("pixels");
+        QTest::newRow("in pixels") << true;
+        QTest::newRow("in points") << false;
+    }
+
+    void shouldFollowTheFont()
+    {
+        QFETCH(bool, pixels);
+        QFont font(QStringLiteral("DejaVu Serif"));
+        const auto setSize = [&](int size) {
+            pixels ? font.setPixelSize(size) : font.setPointSize(size);
+            QApplication::setFont(font);
+        };
+        setSize(9);
+        showEntry("title=\"Title\" shortcut=\"F1\"",
+                  "<p>" + QByteArray("word ").repeated(40) + "</p>");
+        const QSizeF small = m_bench->root()->size();
+        QCOMPARE(m_bench->item("paragraph")->property("font").value<QFont>().family(),
+                 QStringLiteral("DejaVu Serif"));
+        setSize(18);
+        QTRY_VERIFY(qAbs(m_bench->root()->width() - 2 * small.width()) < 0.1 * small.width());
+        for (const char *name : { "title", "paragraph", "shortcut" }) {
+            const QFont shown = m_bench->item(name)->property("font").value<QFont>();
+            QCOMPARE(shown.family(), QStringLiteral("DejaVu Serif"));
+        }
+        const auto pixelSize = [&](const char *name) {
+            return QFontInfo(m_bench->item(name)->property("font").value<QFont>()).pixelSize();
+        };
+        QCOMPARE(pixelSize("title"), QFontInfo(font).pixelSize());
+        QCOMPARE(pixelSize("paragraph"), QFontInfo(font).pixelSize());
+        QCOMPARE(pixelSize("shortcut"), qRound(0.9 * QFontInfo(font).pixelSize()));
+        QVERIFY(m_bench->item("title")->property("font").value<QFont>().bold());
+    }
+
+    void shouldMirrorRightToLeftLayouts_data()
+    {
+        QTest::addColumn<bool>("mirrored");
+        QTest::newRow("left to right") << false;
+        QTest::newRow("right to left") << true;
+    }
+
+    void shouldMirrorRightToLeftLayouts()
+    {
+        QFETCH(bool, mirrored);
+        QApplication::setLayoutDirection(mirrored ? Qt::RightToLeft : Qt::LeftToRight);
+        showEntry("title=\"Title\" shortcut=\"F1\"",
+                  "<p>A paragraph that is wider than its title.</p><link href=\"a/b\"/>"
+                  "<p><![CDATA[<tt>rich</tt>]]></p>");
+        const auto start = [&](const QRectF &place) {
+            return mirrored ? m_bench->root()->width() - place.right() : place.left();
+        };
+        const qreal title = start(m_bench->place(m_bench->item("title")));
+        const qreal badge = start(m_bench->place(m_bench->item("badge")));
+        const qreal pin = start(m_bench->place(m_bench->item("pin")));
+        QVERIFY(title < badge);
+        QVERIFY(badge < pin);
+        QCOMPARE(start(m_bench->place(m_bench->item("link"))), title);
+        const QList<QQuickItem *> paragraphs = m_bench->items(QStringLiteral("paragraph"));
+        for (const QQuickItem *paragraph : paragraphs) {
+            QCOMPARE(start(m_bench->place(paragraph)), title);
+            // The short one's letters, too, are at the start of its line.
+            const QRectF place = m_bench->place(paragraph);
+            QRectF firstHalf(place.topLeft(), QSizeF(place.width() / 2, place.height()));
+            if (mirrored)
+                firstHalf.moveRight(place.right());
+            const QColor base = m_palette.color(QPalette::ToolTipBase);
+            QVERIFY(m_bench->strongest(firstHalf, base) != base);
+        }
+    }
+
+    void shouldPutTheShortcutBesideTheTitleWhereThereIsRoom_data()
+    {
+        QTest::addColumn<QByteArray>("title");
+        QTest::addColumn<bool>("beside");
+        QTest::newRow("short title") << QByteArray("Save") << true;
+        QTest::newRow("long title") << QByteArray("Save ").repeated(10) << false;
+    }
+
+    void shouldPutTheShortcutBesideTheTitleWhereThereIsRoom()
+    {
+        QFETCH(QByteArray, title);
+        QFETCH(bool, beside);
+        showEntry("title=\"" + title + "\" shortcut=\"Ctrl+S\"");
+        const QRectF titlePlace = m_bench->place(m_bench->item("title"));
+        const QRectF badge = m_bench->place(m_bench->item("badge"));
+        QCOMPARE(badge.left() > titlePlace.right(), beside);
+        QCOMPARE(badge.top() >= titlePlace.bottom(), !beside);
+    }
+
+    void shouldBeAsWideAsItsContent()
+    {
+        showEntry("title=\"Undo\"");
+        const qreal narrow = m_bench->root()->width();
+        m_bench.reset();
+        showEntry("title=\"Undo\"", "<p>" + QByteArray("word ").repeated(100) + "</p>");
+        const qreal em = QFontInfo(QApplication::font()).pixelSize();
+        QVERIFY(m_bench->root()->width() > 2 * narrow);
+        QVERIFY(m_bench->root()->width() <= 27 * em);
+        QVERIFY(narrow >= 7 * em);
+    }
+
+    void shouldKeepAllTextInside_data()
+    {
+        QTest::addColumn<QByteArray>("attributes");
+        QTest::addColumn<QByteArray>("children");
+        const QByteArray title("title=\"The title\" ");
+        const QByteArray shortcut("shortcut=\"Ctrl+S\" ");
+        const auto row = [](const char *name, const QByteArray &attributes,
+                            const QByteArray &children = {}) {
+            QTest::newRow(name) << attributes << children;
+        };
+        row("all", title + shortcut, "<p>Text</p><link href=\"a/b\">Link</link>");
+        row("empty", "");
+        row("title alone", title);
+        row("shortcut alone", shortcut);
+        row("no title", "", "<p>Text</p>");
+        row("shortcut and text", shortcut, "<p>Text</p>");
+        row("no body", title + shortcut);
+        row("10,000 characters", title, "<p>" + QByteArray("word ").repeated(2000) + "</p>");
+        row("long title", "title=\"" + QByteArray("word ").repeated(2000) + '"');
+        row("long word", title, "<p>" + QByteArray(300, 'w') + "</p>");
+        row("long word in markup", title,
+            "<p><![CDATA[<code>" + QByteArray(300, 'w') + "</code>]]></p>");
+        row("long word as title", "title=\"" + QByteArray(300, 'w') + "\" " + shortcut);
+        row("long word as shortcut", title + "shortcut=\"" + QByteArray(300, 'w') + '"');
+        row("long word as link", title, "<link href=\"a/" + QByteArray(300, 'w') + "\"/>");
+        row("unknown elements", title, "<x>One<y>Two</y></x><z/>");
+        row("missing image", title, "<img src=\"missing.png\"/><p>Text</p>");
+        row("many links", title, QByteArray("<link href=\"a/b\">A link</link>").repeated(60));
+        row("lists", title,
+            "<p><![CDATA[<ul><li>One</li><li>" + QByteArray("two ").repeated(50)
+                    + "</li></ul>]]></p>");
+        row("other scripts", "title=\"保存\" shortcut=\"שמירה\"",
+            "<p>שומר את המסמך</p><p>" + QByteArray("文書を保存します").repeated(20) + "</p>");
+    }
+
+    void shouldKeepAllTextInside()
+    {
+        QFETCH(QByteArray, attributes);
+        QFETCH(QByteArray, children);
+        for (const auto direction : { Qt::LeftToRight, Qt::RightToLeft }) {
+            for (const bool simple : { false, true }) {
+                QApplication::setLayoutDirection(direction);
+                make(attributes, children);
+                m_bench->context().set(HVKeySimpleMode, simple);
+                QVERIFY(m_bench->show());
+                m_bench->settle();
+                checkTexts();
+                QVERIFY(m_bench->root()->height()
+                        <= 0.6 * QGuiApplication::primaryScreen()->availableSize().height() + 1);
+                QCOMPARE(m_bench->complaints(), QStringList());
+            }
+        }
+    }
+
+    void shouldHaveItsSizeAtOnce()
+    {
+        const QByteArray words = QByteArray("word ").repeated(30);
+        m_bench = std::make_unique<DefaultUiBench>(
+                DefaultUiBench::entry("title=\"Title\" shortcut=\"F1\"",
+                                      "<p>" + words + "</p><link href=\"a/b\"/><p><![CDATA[<tt>"
+                                              + words + "</tt>]]></p>",
+                                      "large")
+                + DefaultUiBench::entry("title=\"Title\"", {}, "small")
+                + DefaultUiBench::entry("", "<p>" + words.repeated(100) + "</p>", "long"));
+        for (const char *key : { "large", "small", "long", "small", "large" }) {
+            QVERIFY(m_bench->show(QString::fromLatin1(key)));
+            const QSizeF size = m_bench->root()->size();
+            QCOMPARE(m_bench->view()->size(), size.toSize());
+            QCOMPARE(m_bench->host.popup()->size(), size.toSize() + QSize(1, 1));
+            m_bench->settle();
+            QCOMPARE(m_bench->root()->size(), size);
+            QCOMPARE(m_bench->view()->size(), size.toSize());
+        }
+    }
+
+    void shouldHaveItsSizeAtOnceAfterItWasHidden()
+    {
+        m_bench = std::make_unique<DefaultUiBench>(
+                DefaultUiBench::entry("title=\"A title, and more\"", "<p>Text</p>", "a")
+                + DefaultUiBench::entry("title=\"T\"", {}, "b"));
+        QVERIFY(m_bench->show(QStringLiteral("a")));
+        m_bench->settle();
+        m_bench->host.popup()->hide();
+        QVERIFY(m_bench->show(QStringLiteral("b")));
+        QCOMPARE(m_bench->host.popup()->size(), m_bench->root()->size().toSize() + QSize(1, 1));
+    }
+
+    void shouldHaveNoRimInAnotherColour()
+    {
+        setColours(QColor(0x2a2e32), Qt::white, Qt::blue);
+        showEntry("title=\"Title\"");
+        const QImage image = m_bench->host.popup()->grab().toImage();
+        QCOMPARE(image.size(), m_bench->view()->size() + QSize(1, 1));
+        QCOMPARE(image.pixelColor(image.width() - 1, 5), QColor(0x2a2e32));
+        QCOMPARE(image.pixelColor(5, image.height() - 1), QColor(0x2a2e32));
+    }
+
+private:
+    void make(const QByteArray &attributes, const QByteArray &children)
+    {
+        m_bench = std::make_unique<DefaultUiBench>(DefaultUiBench::entry(attributes, children));
+    }
+
+    void showEntry(const QByteArray &attributes, const QByteArray &children = {})
+    {
+        make(attributes, children);
+        QVERIFY(m_bench->show());
+    }
+
+    static void setColours(const QColor &base, const QColor &text, const QColor &link)
+    {
+        QPalette palette;
+        palette.setColor(QPalette::ToolTipBase, base);
+        palette.setColor(QPalette::ToolTipText, text);
+        palette.setColor(QPalette::Link, link);
+        QToolTip::setPalette(palette);
+    }
+
+    static void setPixelSize(int size)
+    {
+        QFont font = QApplication::font();
+        font.setPixelSize(size);
+        QApplication::setFont(font);
+    }
+
+    QColor strongestOn(const QQuickItem *item, const QColor &base)
+    {
+        return m_bench->strongest(m_bench->place(item), base);
+    }
+
+    bool readable(const QQuickItem *item, const QColor &base)
+    {
+        // Rounding to 8 bits may cost the last hundredths.
+        return DefaultUiBench::contrast(strongestOn(item, base), base) >= 4.45;
+    }
+
+    /// No text leaves the popup, is cut off, or lies on another or on the button.
+    void checkTexts()
+    {
+        const bool scrolls = m_bench->item("scrollMark");
+        const QQuickItem *pin = m_bench->item("pin");
+        const QList<QQuickItem *> texts = m_bench->textItems();
+        QVERIFY(!texts.isEmpty());
+        QList<QRectF> places;
+        for (const QQuickItem *text : texts) {
+            const QRectF place = m_bench->place(text);
+            QVERIFY(!text->property("truncated").toBool());
+            QVERIFY(text->property("contentWidth").toReal() <= text->width() + 0.5);
+            QVERIFY(text->property("contentHeight").toReal() <= text->height() + 0.5);
+            QVERIFY(place.left() > 0 && place.right() < m_bench->root()->width());
+            QVERIFY(place.top() > 0);
+            QVERIFY(scrolls || place.bottom() < m_bench->root()->height());
+            QVERIFY(!pin || !place.intersects(m_bench->place(pin)));
+            for (const QRectF &other : std::as_const(places))
+                QVERIFY(!place.intersects(other));
+            places.append(place);
+        }
+        const QQuickItem *flickable = m_bench->item("flickable");
+        QVERIFY(places.last().bottom() < flickable->property("contentHeight").toReal());
+    }
+
+    QPalette m_palette;
+    QFont m_font;
+    std::unique_ptr<DefaultUiBench> m_bench;
+};
+
+HOVLETS_TEST_MAIN(tst_DefaultUiLooks)
+
+#include "tst_defaultui_looks.moc"
