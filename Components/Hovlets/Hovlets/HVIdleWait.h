@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <QtCore/QDeadlineTimer>
-#include <QtCore/QMutex>
-#include <QtCore/QWaitCondition>
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
 
 namespace Hovlets {
 
@@ -19,22 +19,24 @@ public:
     /// Sleeps until woken, at the most \a milliseconds.
     void sleep(unsigned long milliseconds)
     {
-        QMutexLocker locker(&m_mutex);
-        const QDeadlineTimer deadline(static_cast<qint64>(milliseconds));
-        while (!m_awake && m_condition.wait(&m_mutex, deadline)) { }
+        std::unique_lock<std::mutex> lock(m_mutex);
+        m_condition.wait_for(lock, std::chrono::milliseconds(milliseconds),
+                             [this] { return m_awake; });
         m_awake = false;
     }
 
     void wake()
     {
-        const QMutexLocker locker(&m_mutex);
-        m_awake = true;
-        m_condition.wakeAll();
+        {
+            const std::lock_guard<std::mutex> locker(m_mutex);
+            m_awake = true;
+        }
+        m_condition.notify_all();
     }
 
 private:
-    QMutex m_mutex;
-    QWaitCondition m_condition;
+    std::mutex m_mutex;
+    std::condition_variable m_condition;
     bool m_awake = false;
 };
 

@@ -6,13 +6,16 @@
 
 #include <QtCore/QDebug>
 #include <QtCore/QMap>
-#include <QtCore/QRecursiveMutex>
 
 #include <deque>
+#include <mutex>
 
 namespace Hovlets {
 
 namespace {
+
+using Mutex = std::recursive_mutex; // one that thread checkers see through
+using Locker = std::lock_guard<Mutex>;
 
 constexpr unsigned long IdleTime = 100; // ms
 constexpr unsigned long QuitTime = 10000; // ms
@@ -25,14 +28,14 @@ public:
     quint64 length() const { return cache ? cache->length() : 0; }
 
     // Guarded by stateMutex.
-    mutable QRecursiveMutex stateMutex;
+    mutable Mutex stateMutex;
     QUrl source;
     bool shouldQuit = false;
     Action action = IdleAction;
     std::deque<std::unique_ptr<HVVideoSourceChange>> changes;
 
     // Guarded by frameMutex.
-    mutable QRecursiveMutex frameMutex;
+    mutable Mutex frameMutex;
     std::shared_ptr<HVVideoFrameCache> cache;
     QMap<QString, std::shared_ptr<HVVideoFrameCache>> caches; // clips to keep: none so far
     std::weak_ptr<HVIdleWait> frameWaiter;
@@ -62,7 +65,7 @@ void HVVideoSource::changeSetAction(Action action)
     if (action == NoAction)
         return;
     {
-        const QMutexLocker locker(&d->stateMutex);
+        const Locker locker(d->stateMutex);
         d->action = action;
     }
     Q_EMIT actionChanged();
@@ -70,14 +73,14 @@ void HVVideoSource::changeSetAction(Action action)
 
 void HVVideoSource::changeSetSource(const QUrl &url)
 {
-    const QMutexLocker locker(&d->stateMutex);
+    const Locker locker(d->stateMutex);
     d->source = url;
 }
 
 bool HVVideoSource::setSource(const QUrl &url)
 {
     {
-        const QMutexLocker locker(&d->stateMutex);
+        const Locker locker(d->stateMutex);
         if (!url.isValid() || url == d->source)
             return false;
         d->changes.push_back(std::make_unique<HVVideoSourceSourceChange>(url));
@@ -89,7 +92,7 @@ bool HVVideoSource::setSource(const QUrl &url)
 void HVVideoSource::setAction(Action action)
 {
     {
-        const QMutexLocker locker(&d->stateMutex);
+        const Locker locker(d->stateMutex);
         d->changes.push_back(std::make_unique<HVVideoSourceChange>(action));
     }
     d->idle.wake();
@@ -98,7 +101,7 @@ void HVVideoSource::setAction(Action action)
 void HVVideoSource::setShouldQuit()
 {
     {
-        const QMutexLocker locker(&d->stateMutex);
+        const Locker locker(d->stateMutex);
         d->shouldQuit = true;
     }
     d->idle.wake();
@@ -106,7 +109,7 @@ void HVVideoSource::setShouldQuit()
 
 bool HVVideoSource::shouldQuit() const
 {
-    const QMutexLocker locker(&d->stateMutex);
+    const Locker locker(d->stateMutex);
     return d->shouldQuit;
 }
 
@@ -123,31 +126,31 @@ void HVVideoSource::quit()
 
 QUrl HVVideoSource::source() const
 {
-    const QMutexLocker locker(&d->stateMutex);
+    const Locker locker(d->stateMutex);
     return d->source;
 }
 
 HVVideoSource::Action HVVideoSource::action() const
 {
-    const QMutexLocker locker(&d->stateMutex);
+    const Locker locker(d->stateMutex);
     return d->action;
 }
 
 HVVideoFrame HVVideoSource::getFrame(unsigned int index) const
 {
-    const QMutexLocker locker(&d->frameMutex);
+    const Locker locker(d->frameMutex);
     return index < d->length() ? d->cache->frame(index) : HVVideoFrame();
 }
 
 bool HVVideoSource::isFrameAvailable(quint64 index) const
 {
-    const QMutexLocker locker(&d->frameMutex);
+    const Locker locker(d->frameMutex);
     return d->length() > index;
 }
 
 quint64 HVVideoSource::loadedFrameCount() const
 {
-    const QMutexLocker locker(&d->frameMutex);
+    const Locker locker(d->frameMutex);
     return d->length();
 }
 
@@ -162,10 +165,11 @@ void HVVideoSource::setupSource()
     const QString name = url.toString();
     bool isNew = false;
     {
-        const QMutexLocker locker(&d->frameMutex);
-        const auto kept = d->caches.value(name);
-        isNew = !kept;
-        d->cache = kept ? kept : std::make_shared<HVVideoFrameCache>(name);
+        const Locker locker(d->frameMutex);
+        d->cache = d->caches.value(name);
+        isNew = !d->cache;
+        if (isNew)
+            d->cache = std::make_shared<HVVideoFrameCache>(name);
     }
     if (isNew)
         setAction(url.isEmpty() ? IdleAction : DecodeAction);
@@ -174,7 +178,7 @@ void HVVideoSource::setupSource()
 
 void HVVideoSource::clearChanges()
 {
-    const QMutexLocker locker(&d->stateMutex);
+    const Locker locker(d->stateMutex);
     d->changes.clear();
 }
 
@@ -182,7 +186,7 @@ void HVVideoSource::pushFrame(const HVVideoFrame &frame)
 {
     std::shared_ptr<HVIdleWait> waiter;
     {
-        const QMutexLocker locker(&d->frameMutex);
+        const Locker locker(d->frameMutex);
         if (!d->cache)
             return;
         d->cache->addFrame(frame);
@@ -199,7 +203,7 @@ void HVVideoSource::notifyStreamEnded()
 
 void HVVideoSource::setFrameWaiter(const std::shared_ptr<HVIdleWait> &waiter)
 {
-    const QMutexLocker locker(&d->frameMutex);
+    const Locker locker(d->frameMutex);
     d->frameWaiter = waiter;
 }
 
@@ -213,7 +217,7 @@ void HVVideoSource::processActionQueue()
 {
     std::unique_ptr<HVVideoSourceChange> change;
     {
-        const QMutexLocker locker(&d->stateMutex);
+        const Locker locker(d->stateMutex);
         if (d->changes.empty())
             return;
         change = std::move(d->changes.front());
@@ -224,6 +228,11 @@ void HVVideoSource::processActionQueue()
 
 void HVVideoSource::idle()
 {
+    {
+        const Locker locker(d->stateMutex);
+        if (!d->changes.empty())
+            return; // one wake may have come for several requests
+    }
     d->idle.sleep(IdleTime);
 }
 

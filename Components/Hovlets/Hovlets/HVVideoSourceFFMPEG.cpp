@@ -4,11 +4,17 @@
 #include "HVClip.h"
 
 #include <QtCore/QDebug>
-#include <QtCore/QRecursiveMutex>
 
 #include <mutex>
 
 namespace Hovlets {
+
+namespace {
+
+using Mutex = std::recursive_mutex; // one that thread checkers see through
+using Locker = std::lock_guard<Mutex>;
+
+} // namespace
 
 class HVVideoSourceFFMPEG::Private
 {
@@ -26,7 +32,7 @@ public:
     HVVideoSourceFFMPEG *owner;
 
     // Guarded by decoderMutex, which is taken before the mutexes of HVVideoSource, never after.
-    mutable QRecursiveMutex decoderMutex;
+    mutable Mutex decoderMutex;
     QString filePath;
     std::unique_ptr<HVClip> clip; // null when closed
     QSizeF size = QSizeF(200, 150); // of the last clip: the item shows its picture to the end
@@ -70,7 +76,7 @@ void HVVideoSourceFFMPEG::run()
             setAction(IdleAction);
             break;
         case SeekAction: {
-            const QMutexLocker locker(&d->decoderMutex);
+            const Locker locker(d->decoderMutex);
             if (d->clip)
                 d->clip->seekTo(d->seekTarget, d->seekFlags);
             else
@@ -92,7 +98,7 @@ bool HVVideoSourceFFMPEG::loadSource()
 {
     if (source().isEmpty()) {
         {
-            const QMutexLocker locker(&d->decoderMutex);
+            const Locker locker(d->decoderMutex);
             d->filePath.clear();
         }
         setAction(IdleAction);
@@ -101,7 +107,7 @@ bool HVVideoSourceFFMPEG::loadSource()
     }
     setupSource();
     {
-        const QMutexLocker locker(&d->decoderMutex);
+        const Locker locker(d->decoderMutex);
         d->filePath = source().toLocalFile();
     }
     const bool loaded = d->openMedia() && HVVideoSource::loadSource();
@@ -111,7 +117,7 @@ bool HVVideoSourceFFMPEG::loadSource()
 
 bool HVVideoSourceFFMPEG::Private::openMedia()
 {
-    const QMutexLocker locker(&decoderMutex);
+    const Locker locker(decoderMutex);
     releaseMedia();
     auto opened = std::make_unique<HVClip>([this] { return owner->shouldQuit(); });
     if (const char *message = opened->open(filePath)) {
@@ -128,7 +134,7 @@ bool HVVideoSourceFFMPEG::Private::openMedia()
 
 void HVVideoSourceFFMPEG::Private::releaseMedia()
 {
-    const QMutexLocker locker(&decoderMutex);
+    const Locker locker(decoderMutex);
     clip.reset();
 }
 
@@ -137,7 +143,7 @@ bool HVVideoSourceFFMPEG::Private::decodeNextFrame()
 {
     HVVideoFrame frame;
     {
-        const QMutexLocker locker(&decoderMutex);
+        const Locker locker(decoderMutex);
         if (!clip) {
             if (owner->action() != IdleAction)
                 owner->setAction(IdleAction);
@@ -177,7 +183,7 @@ void HVVideoSourceFFMPEG::close()
 
 bool HVVideoSourceFFMPEG::isOpen()
 {
-    const QMutexLocker locker(&d->decoderMutex);
+    const Locker locker(d->decoderMutex);
     return d->clip != nullptr;
 }
 
@@ -189,7 +195,7 @@ double HVVideoSourceFFMPEG::getTime()
 void HVVideoSourceFFMPEG::changeSetPosition(quint64 frame)
 {
     {
-        const QMutexLocker locker(&d->decoderMutex);
+        const Locker locker(d->decoderMutex);
         if (d->clip) {
             const double before = d->videoClock;
             d->videoClock = static_cast<double>(frame) / d->frameRate;
@@ -204,31 +210,31 @@ void HVVideoSourceFFMPEG::changeSetPosition(quint64 frame)
 
 double HVVideoSourceFFMPEG::duration()
 {
-    const QMutexLocker locker(&d->decoderMutex);
+    const Locker locker(d->decoderMutex);
     return d->duration;
 }
 
 double HVVideoSourceFFMPEG::timeBase()
 {
-    const QMutexLocker locker(&d->decoderMutex);
+    const Locker locker(d->decoderMutex);
     return d->timeBase;
 }
 
 double HVVideoSourceFFMPEG::frameRate()
 {
-    const QMutexLocker locker(&d->decoderMutex);
+    const Locker locker(d->decoderMutex);
     return d->frameRate;
 }
 
 double HVVideoSourceFFMPEG::frameWidth() const
 {
-    const QMutexLocker locker(&d->decoderMutex);
+    const Locker locker(d->decoderMutex);
     return d->size.width();
 }
 
 double HVVideoSourceFFMPEG::frameHeight() const
 {
-    const QMutexLocker locker(&d->decoderMutex);
+    const Locker locker(d->decoderMutex);
     return d->size.height();
 }
 
@@ -239,7 +245,7 @@ quint64 HVVideoSourceFFMPEG::position()
 
 double HVVideoSourceFFMPEG::progress()
 {
-    const QMutexLocker locker(&d->decoderMutex);
+    const Locker locker(d->decoderMutex);
     return d->progress;
 }
 
