@@ -19,9 +19,14 @@ QSGNode *updateImageNode(QSGNode *node, QQuickWindow *window, const QImage &imag
     if (!texture)
         return nullptr;
 
-    auto *imageNode = static_cast<QSGImageNode *>(old ? old.get() : window->createImageNode());
-    imageNode->setOwnsTexture(true);
+    if (!old)
+        old.reset(window->createImageNode());
+    auto *imageNode = static_cast<QSGImageNode *>(old.get());
+    // Only one of the scene graph's renderers frees a texture that another replaces.
+    const std::unique_ptr<QSGTexture> replaced(imageNode->texture());
+    imageNode->setOwnsTexture(false);
     imageNode->setTexture(texture.release());
+    imageNode->setOwnsTexture(true);
     imageNode->setFiltering(QSGTexture::Nearest);
     imageNode->setRect(QRectF(topLeft, QSizeF(image.size()) / image.devicePixelRatio()));
     old.release();

@@ -105,8 +105,8 @@ void HVStyledRectangleComponent::paint(QPainter *painter) const
 QSGNode *HVStyledRectangleComponent::updatePaintNode(QSGNode *node, UpdatePaintNodeData *data)
 {
     Q_UNUSED(data)
-    // The lines of an outline lie to the right of and below its coordinates.
-    const QRect area = outline().toRect().adjusted(0, 0, 1, 1);
+    // The lines of an outline lie around its coordinates.
+    const QRect area = outline().toRect().adjusted(-1, -1, 2, 2);
     QImage image;
     if (isPainted() && !area.isEmpty() && window()) {
         const qreal ratio = window()->effectiveDevicePixelRatio();
