@@ -10,6 +10,7 @@
 #include <QtCore/QEvent>
 #include <QtCore/QFileInfo>
 #include <QtCore/QPointer>
+#include <QtCore/QScopedValueRollback>
 #include <QtCore/QUrl>
 #include <QtGui/QGuiApplication>
 #include <QtQml/QQmlContext>
@@ -39,6 +40,7 @@ public:
     QString packageRoot;
     bool stayOpen = false;
     bool reserved = false;
+    bool reservedByQml = false;
 };
 
 namespace {
@@ -141,6 +143,17 @@ void HVView::setReserved(bool value)
         return;
     d->reserved = value;
     Q_EMIT reservedChanged();
+}
+
+bool HVView::isReservedByQml() const
+{
+    return d->reservedByQml;
+}
+
+void HVView::writeReserved(bool value)
+{
+    const QScopedValueRollback<bool> writing(d->reservedByQml, true);
+    setReserved(value);
 }
 
 bool HVView::documentationAvailable() const

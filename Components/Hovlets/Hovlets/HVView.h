@@ -34,7 +34,7 @@ class HVView : public QQuickWidget
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(HVView)
     Q_PROPERTY(bool stayOpen READ stayOpen WRITE setStayOpen NOTIFY stayOpenChanged)
-    Q_PROPERTY(bool reserved READ reserved WRITE setReserved NOTIFY reservedChanged)
+    Q_PROPERTY(bool reserved READ reserved WRITE writeReserved NOTIFY reservedChanged)
     Q_PROPERTY(Hovlets::HVXmlElement *content READ content WRITE setContent NOTIFY contentChanged)
     Q_PROPERTY(bool documentationAvailable READ documentationAvailable NOTIFY
                        documentationAvailableChanged)
@@ -70,6 +70,9 @@ public:
     /// QML asks that the popup be kept as a window.
     bool reserved() const;
     void setReserved(bool value);
+
+    /// Whether QML is setting the flag: its items must outlive the handler that does.
+    bool isReservedByQml() const;
 
     bool documentationAvailable() const;
 
@@ -142,6 +145,8 @@ protected:
     void changeEvent(QEvent *event) override;
 
 private:
+    void writeReserved(bool value);
+
     class Private;
     std::unique_ptr<Private> d;
 };

@@ -348,11 +348,19 @@ void HVWidget::contentReservedChanged()
     setWindowOpacity(1.0);
     d->pinned = true;
     d->hideTimer->stop();
-    const QPoint position = pos();
-    if (container)
-        dock(container, position);
+    setAttribute(Qt::WA_DeleteOnClose, !container); // now: it may be closed before it moves
+    // The view may rebuild its scene when it comes into another window, which must not delete the
+    // item whose handler pins the popup.
+    const auto move = [this, position = pos(), target = QPointer<QWidget>(container)] {
+        if (target)
+            dock(target, position);
+        else
+            becomeToolWindow(position);
+    };
+    if (d->view->isReservedByQml())
+        QMetaObject::invokeMethod(this, move, Qt::QueuedConnection);
     else
-        becomeToolWindow(position);
+        move();
 }
 
 void HVWidget::dock(QWidget *container, const QPoint &position)
@@ -375,7 +383,6 @@ void HVWidget::dock(QWidget *container, const QPoint &position)
 
 void HVWidget::becomeToolWindow(const QPoint &position)
 {
-    setAttribute(Qt::WA_DeleteOnClose);
     setParent(d->referenceWidget ? d->referenceWidget->window() : nullptr, Qt::Tool | PinnedHints);
     setWindowModality(Qt::NonModal);
     setWindowTitle(titleOf(d->view->content()));
