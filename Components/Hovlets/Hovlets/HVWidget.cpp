@@ -88,8 +88,10 @@ HVWidget::~HVWidget()
 
 void HVWidget::setView(HVView *view)
 {
-    delete d->view;
+    // Not while it is the view: what a dying widget still sends would find half of one.
+    HVView *old = d->view;
     d->view = view;
+    delete old;
     if (!view)
         return;
     connect(view, &HVView::reservedChanged, this, &HVWidget::contentReservedChanged);
