@@ -5,9 +5,9 @@
 #include <QtGui/QImage>
 
 /*!
- * \brief Colours the area around \a start whose pixels all have the colour found there.
+ * \brief Colours the area around \a start whose pixels have about the colour found there.
  *
- * \a image must have 32 bits per pixel. False when nothing changed: \a start lies outside, or the
+ * \a image must be ARGB32, premultiplied. False when nothing changed: \a start lies outside, or the
  * area has the colour already.
  */
 bool floodFill(QImage &image, const QPoint &start, const QColor &color);

@@ -31,8 +31,8 @@ bool HelpWindow::showTopic(const QString &topic)
         return false;
     if (!guide.readAll().contains("name=\"" + topic.toUtf8() + "\""))
         return false;
+    present(); // first: where the topic is depends on the window's width
     m_browser->setSource(QUrl(QStringLiteral("qrc:/") + Guide + QLatin1Char('#') + topic));
-    present();
     return true;
 }
 
