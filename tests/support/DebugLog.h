@@ -5,10 +5,12 @@
 #include <QtCore/QStringList>
 #include <QtCore/QtGlobal>
 
+#include <mutex>
+
 /*!
  * \brief Takes the debug output of its lifetime; warnings and worse go where they always go.
  *
- * One at a time.
+ * One at a time. Any thread may write.
  */
 class DebugLog
 {
@@ -27,23 +29,30 @@ public:
         s_lines = nullptr;
     }
 
-    QStringList lines() const { return m_lines; }
+    QStringList lines() const
+    {
+        const std::lock_guard<std::mutex> lock(s_mutex);
+        return m_lines;
+    }
 
     /// The number of documents that the parser did not read to their end.
     int fatalErrors() const
     {
-        return int(m_lines.filter(QStringLiteral("Fatal error at ")).size());
+        return int(lines().filter(QStringLiteral("Fatal error at ")).size());
     }
 
 private:
     static void take(QtMsgType type, const QMessageLogContext &context, const QString &message)
     {
-        if (type == QtDebugMsg)
-            s_lines->append(message);
-        else
+        if (type != QtDebugMsg) {
             s_previous(type, context, message);
+            return;
+        }
+        const std::lock_guard<std::mutex> lock(s_mutex);
+        s_lines->append(message);
     }
 
+    static inline std::mutex s_mutex;
     static inline QStringList *s_lines = nullptr;
     static inline QtMessageHandler s_previous = nullptr;
 

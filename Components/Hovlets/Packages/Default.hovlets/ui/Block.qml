@@ -68,7 +68,8 @@ Item {
     Component {
         id: clip
         Clip {
-            locator: block.content.locator
+            theme: block.theme
+            name: block.content.name
         }
     }
 }

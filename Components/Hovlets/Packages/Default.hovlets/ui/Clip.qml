@@ -1,13 +1,102 @@
 // SPDX-License-Identifier: Apache-2.0
 import QtQuick 2.15
+import QtQuick.Window 2.15
+import com.zandor.hovlets.qml 1.0
 
-// The place of the entry's clip, above all other blocks. It takes part in the layout as they do:
-// the width comes from outside, naturalWidth is the width it would like to have and implicitHeight
-// the height at its width. Of zero height it takes no room, not even a gap.
+// The entry's clip: its first picture, then it plays once. A click pauses it, plays on, or plays it
+// again; the bar below tells where it is and can be dragged. It has the size of the clip, or is
+// scaled down to the width that there is. A clip that cannot be opened takes no room.
 Item {
-    // Path of the clip's file.
-    property string locator
-    readonly property real naturalWidth: 0
+    id: clip
 
-    implicitHeight: 0
+    required property Theme theme
+    property string name
+    readonly property real naturalWidth: loaded ? video.contentWidth : 0
+
+    property bool loaded: false
+    // Until somebody else has taken over.
+    property bool playsByItself: true
+    // QML knows enumerators with a capital letter only.
+    readonly property int playingState: 2
+    readonly property bool playing: video.state === playingState
+    readonly property bool ended: video.progress >= 1
+    readonly property real factor: loaded ? Math.min(1, width / video.contentWidth) : 1
+    readonly property int shownWidth: Math.round(video.contentWidth * factor)
+    readonly property int shownHeight: Math.round(video.contentHeight * factor)
+
+    implicitHeight: loaded ? bar.y + bar.height : 0
+    visible: loaded
+
+    function toggle() {
+        playsByItself = false;
+        if (playing)
+            video.pause();
+        else
+            video.play();
+    }
+
+    HVVideoComponent {
+        id: video
+        objectName: "video"
+        x: picture.x
+        width: contentWidth
+        height: contentHeight
+        transformOrigin: Item.TopLeft
+        scale: clip.factor
+        // Clips are looked up through the window's view.
+        source: Window.window ? clip.name : ""
+        onContentWidthChanged: clip.loaded = true
+        // Playing does not wait for the decoder, and pauses when all is decoded: that is told here.
+        onLoadProgressChanged: {
+            if (clip.playsByItself && loadProgress === 1)
+                play();
+        }
+    }
+
+    MouseArea {
+        id: picture
+        objectName: "clipPicture"
+        x: Math.round((clip.width - width) / 2)
+        width: clip.shownWidth
+        height: clip.shownHeight
+        hoverEnabled: true
+        onClicked: clip.toggle()
+
+        Accessible.role: Accessible.Button
+        Accessible.name: clip.playing ? "Pause" : clip.ended ? "Play again" : "Play"
+        Accessible.onPressAction: clip.toggle()
+
+        PlayMark {
+            objectName: "playMark"
+            anchors.centerIn: parent
+            width: 2.6 * clip.theme.em
+            visible: !clip.playing && (!clip.playsByItself || clip.ended)
+        }
+    }
+
+    ProgressBar {
+        id: bar
+        objectName: "progressBar"
+        theme: clip.theme
+        x: picture.x
+        y: picture.height
+        width: picture.width
+        value: Math.min(1, video.progress)
+
+        property bool goesOn: false
+
+        onGrabbed: {
+            goesOn = clip.playing;
+            clip.playsByItself = false;
+            video.scrubbing = true;
+            video.pause();
+        }
+        // Just short of the end, where there is still a picture.
+        onDragged: function(value) { video.progress = Math.min(value, 0.9999); }
+        onReleased: {
+            video.scrubbing = false;
+            if (goesOn)
+                video.play();
+        }
+    }
 }

@@ -23,7 +23,7 @@ var LINK = /<a\s[^<>]*href\s*=\s*(?:"([^"]*)"|'([^']*)')[^<>]*>([\s\S]*?)<\/a\s*
  *       paragraph          text, format ("plain", "styled" or "rich"), muted
  *       link               text, locator
  *       image              source (URL), text (its description)
- *       clip               locator
+ *       clip               name (in the package's resources)
  */
 function read(entry, view) {
     var content = { title: "", shortcut: "", key: "", blocks: [] };
@@ -155,9 +155,8 @@ Reader.prototype.addImage = function(path, description) {
 };
 
 Reader.prototype.addClip = function(path) {
-    var found = this.resource(path);
-    if (found)
-        this.blocks.push({ kind: "clip", locator: found });
+    if (this.resource(path))
+        this.blocks.push({ kind: "clip", name: path });
 };
 
 /// The path of a file in the resources, or an empty string: the look-up itself then returns the

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: Apache-2.0
+import QtQuick 2.15
+
+// A triangle on a disc, readable on any picture.
+Rectangle {
+    id: mark
+
+    height: width
+    radius: width / 2
+    color: "#b0000000"
+    border { width: 1; color: "#80ffffff" }
+
+    // The right half of a square that stands on its corner.
+    Item {
+        x: Math.round(0.38 * mark.width)
+        y: Math.round((mark.height - height) / 2)
+        width: Math.round(0.26 * mark.width)
+        height: 2 * width
+        clip: true
+
+        Rectangle {
+            readonly property real side: parent.height / Math.SQRT2
+            x: -side / 2
+            y: (parent.height - side) / 2
+            width: side
+            height: side
+            rotation: 45
+            color: "white"
+            antialiasing: true
+        }
+    }
+}

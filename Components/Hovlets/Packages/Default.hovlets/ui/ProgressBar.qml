@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: Apache-2.0
+import QtQuick 2.15
+
+// A thin bar that shows a value from 0 to 1 and can be dragged to another.
+Item {
+    id: bar
+
+    required property Theme theme
+    property real value: 0
+
+    signal grabbed()
+    signal dragged(real value)
+    signal released()
+
+    height: Math.max(4, theme.smallGap)
+
+    Rectangle {
+        anchors.fill: bar
+        color: bar.theme.hoveredSurface
+    }
+    Rectangle {
+        objectName: "progressValue"
+        width: Math.round(bar.width * bar.value)
+        height: bar.height
+        color: bar.theme.link
+    }
+
+    MouseArea {
+        anchors { fill: bar; topMargin: -bar.theme.smallGap; bottomMargin: -bar.theme.smallGap }
+        preventStealing: true
+        onPressed: function(mouse) {
+            bar.grabbed();
+            drag(mouse.x);
+        }
+        onPositionChanged: function(mouse) { drag(mouse.x); }
+        onReleased: bar.released()
+        onCanceled: bar.released()
+
+        function drag(x) {
+            bar.dragged(bar.width > 0 ? Math.max(0, Math.min(1, x / bar.width)) : 0);
+        }
+    }
+}

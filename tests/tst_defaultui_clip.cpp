@@ -1,0 +1,186 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "ClipFolder.h"
+#include "DebugLog.h"
+#include "DefaultUiBench.h"
+#include "HVVideoComponent.h"
+#include "TestMain.h"
+
+#include <QtCore/QPointer>
+
+using namespace Hovlets;
+
+/// The clip of an entry in the default user interface.
+class tst_DefaultUiClip : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void cleanup()
+    {
+        if (m_bench)
+            QCOMPARE(m_bench->complaints(), QStringList());
+        m_bench.reset();
+    }
+
+    void shouldGrowByTheClip()
+    {
+        showClip(LongClip);
+        QTRY_VERIFY(picture());
+        QCOMPARE(picture()->size(), QSizeF(160, 90));
+        QVERIFY(m_bench->place(m_bench->item("progressBar")).top()
+                >= m_bench->place(picture()).bottom());
+        QVERIFY(QRectF(QPointF(), m_bench->root()->size())
+                        .contains(m_bench->place(m_bench->item("progressBar"))));
+        QTRY_COMPARE(m_bench->view()->size(), m_bench->root()->size().toSize());
+    }
+
+    void shouldScaleAWideClipDownToThePopup()
+    {
+        showClip("-s 1200x300 -t 0.2");
+        QTRY_VERIFY(picture());
+        QVERIFY(picture()->width() < 1000);
+        QVERIFY(qAbs(picture()->width() / picture()->height() - 4.0) < 0.05);
+        QVERIFY(QRectF(QPointF(), m_bench->root()->size()).contains(m_bench->place(picture())));
+    }
+
+    void shouldPlayByItselfToItsEndAndThenOfferToPlayAgain()
+    {
+        showClip(ShortClip);
+        QTRY_VERIFY(video());
+        QTRY_COMPARE(video()->state(), HVVideoComponent::playingState);
+        QTRY_COMPARE(video()->progress(), 1.0);
+        QTRY_COMPARE(video()->state(), HVVideoComponent::pausedState);
+        QTRY_VERIFY(m_bench->item("playMark"));
+
+        m_bench->click(picture());
+        QCOMPARE(video()->state(), HVVideoComponent::playingState);
+        QVERIFY(video()->progress() < 1.0);
+        QTRY_VERIFY(!m_bench->item("playMark"));
+        QTRY_COMPARE(video()->progress(), 1.0);
+    }
+
+    void shouldPauseAndGoOnByAClick()
+    {
+        showClip(LongClip);
+        QTRY_VERIFY(video());
+        QTRY_VERIFY(video()->position() > 3);
+        m_bench->click(picture());
+        QCOMPARE(video()->state(), HVVideoComponent::pausedState);
+        QTRY_VERIFY(m_bench->item("playMark"));
+        const qlonglong paused = video()->position();
+
+        m_bench->click(picture());
+        QCOMPARE(video()->state(), HVVideoComponent::playingState);
+        QTRY_VERIFY(video()->position() > paused + 3);
+    }
+
+    void shouldShowMovingPictures()
+    {
+        showClip(LongClip);
+        QTRY_VERIFY(video());
+        QTRY_VERIFY(video()->position() > 2);
+        m_bench->settle();
+        const QImage first = grabPicture();
+        QTRY_VERIFY(video()->position() > 20);
+        m_bench->settle();
+        QVERIFY(grabPicture() != first);
+        QVERIFY(m_bench->item("progressValue")->width() > 0);
+    }
+
+    void shouldFollowADragOfTheBar()
+    {
+        showClip(LongClip);
+        QTRY_VERIFY(video());
+        QTRY_COMPARE(video()->loadProgress(), 1.0);
+        QTRY_VERIFY(video()->position() > 2);
+        const QRectF bar = m_bench->place(m_bench->item("progressBar"));
+        const auto at = [&](double part) {
+            return QPointF(bar.left() + bar.width() * part, bar.center().y()).toPoint();
+        };
+        QTest::mousePress(m_bench->view(), Qt::LeftButton, {}, at(0.5));
+        QCOMPARE(video()->state(), HVVideoComponent::pausedState);
+        QVERIFY(video()->scrubbing());
+        QVERIFY(qAbs(video()->progress() - 0.5) < 0.05);
+        QTest::mouseMove(m_bench->view(), at(0.8));
+        QTRY_VERIFY(qAbs(video()->progress() - 0.8) < 0.05);
+        // Beyond the end there is no picture.
+        QTest::mouseMove(m_bench->view(), at(1.5));
+        QTRY_VERIFY(video()->progress() > 0.9);
+        QVERIFY(video()->progress() < 1.0);
+        QTest::mouseMove(m_bench->view(), at(0.1));
+        QTRY_VERIFY(qAbs(video()->progress() - 0.1) < 0.05);
+        QTest::mouseRelease(m_bench->view(), Qt::LeftButton, {}, at(0.1));
+        QVERIFY(!video()->scrubbing());
+        QCOMPARE(video()->state(), HVVideoComponent::playingState);
+    }
+
+    void shouldLeaveNoHoleWithoutAPlayableClip_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::newRow("missing") << QStringLiteral("missing.mp4");
+        QTest::newRow("not a clip") << QStringLiteral("text.mp4");
+    }
+
+    void shouldLeaveNoHoleWithoutAPlayableClip()
+    {
+        QFETCH(QString, name);
+        m_bench = std::make_unique<DefaultUiBench>(
+                DefaultUiBench::entry("title=\"T\" clip=\"" + name.toUtf8() + '"', "<p>Text</p>")
+                + DefaultUiBench::entry("title=\"T\"", "<p>Text</p>", "plain"));
+        const QString text = m_bench->folder.add(QStringLiteral("Test.hovlets/Resources/text.mp4"),
+                                                 "This is no clip.");
+        QVERIFY(m_bench->show(QStringLiteral("plain")));
+        const QSizeF plain = m_bench->root()->size();
+
+        const DebugLog log;
+        QVERIFY(m_bench->show());
+        if (name == QLatin1String("text.mp4"))
+            QTRY_COMPARE(log.lines(),
+                         QStringList(QStringLiteral("Could not open media at: ") + text));
+        m_bench->settle();
+        QCOMPARE(m_bench->root()->size(), plain);
+        QVERIFY(!picture());
+    }
+
+    void shouldEndThePlayingWithThePopup()
+    {
+        showClip(LongClip);
+        QTRY_VERIFY(video());
+        QTRY_COMPARE(video()->state(), HVVideoComponent::playingState);
+        const QPointer<HVVideoComponent> playing = video();
+        delete m_bench->view();
+        QVERIFY(!playing);
+        m_bench.reset();
+    }
+
+private:
+    static constexpr auto LongClip = "-s 160x90 -t 6 -r 25";
+    static constexpr auto ShortClip = "-s 160x90 -t 0.4 -r 25";
+
+    void showClip(const QString &options)
+    {
+        m_bench = std::make_unique<DefaultUiBench>(
+                DefaultUiBench::entry("title=\"Clip\" clip=\"clip.mp4\"", "<p>Text</p>"));
+        const QString made = m_clips.make(
+                QStringLiteral("%1.mp4").arg(qHash(options)),
+                QStringLiteral("-f lavfi -i testsrc2 -pix_fmt yuv420p %1").arg(options));
+        QVERIFY(!made.isEmpty());
+        m_bench->folder.add(QStringLiteral("Test.hovlets/Resources/clip.mp4"),
+                            ClipFolder::read(made));
+        QVERIFY(m_bench->show());
+    }
+
+    void showClip(const char *options) { showClip(QString::fromLatin1(options)); }
+
+    HVVideoComponent *video() { return qobject_cast<HVVideoComponent *>(m_bench->item("video")); }
+
+    QQuickItem *picture() { return m_bench->item("clipPicture"); }
+
+    QImage grabPicture() { return m_bench->grab().copy(m_bench->place(picture()).toRect()); }
+
+    std::unique_ptr<DefaultUiBench> m_bench;
+    ClipFolder m_clips;
+};
+
+HOVLETS_TEST_MAIN(tst_DefaultUiClip)
+#include "tst_defaultui_clip.moc"
