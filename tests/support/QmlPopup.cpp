@@ -6,6 +6,15 @@
 #include <QtCore/QProcess>
 #include <QtTest/QtTest>
 
+using namespace Hovlets;
+
+void QmlPopup::trackHover()
+{
+    settings.set(HVKeyTrackHover, true);
+    settings.set(HVKeyHideDelay, 0);
+    host = std::make_unique<RecordingHost>(settings, QStringList { folder.path() });
+}
+
 void QmlPopup::show(const QByteArray &body, int width, int height)
 {
     folder.add(QStringLiteral("Pack.hovlets/ui/HovletsUI.qml"),

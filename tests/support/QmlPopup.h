@@ -14,6 +14,9 @@
 class QmlPopup : public HoverBench
 {
 public:
+    /// Has the manager watch the mouse, with popups that do not hide because it is elsewhere.
+    void trackHover();
+
     /// Shows \a body in a popup of the given size.
     void show(const QByteArray &body, int width = 300, int height = 200);
 

@@ -9,18 +9,27 @@
 #include <QtGui/QWheelEvent>
 #include <QtWidgets/QScrollBar>
 
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
 namespace {
 
-constexpr float Scale = 100.0F;
+constexpr double Scale = 100.0;
 
+/// Truncates. QML may write anything; what no integer holds becomes the nearest, not a number 0.
 int hundredths(float value)
 {
-    return static_cast<int>(value * Scale);
+    using Limits = std::numeric_limits<int>;
+    const double scaled = value * Scale;
+    if (std::isnan(scaled))
+        return 0;
+    return static_cast<int>(std::clamp<double>(scaled, Limits::min(), Limits::max()));
 }
 
 float fromHundredths(int value)
 {
-    return static_cast<float>(value) / Scale;
+    return static_cast<float>(value / Scale);
 }
 
 } // namespace
@@ -30,6 +39,7 @@ HVScrollBarComponent::HVScrollBarComponent(QQuickItem *parent)
     , m_scrollBar(std::make_unique<QScrollBar>())
 {
     m_scrollBar->setAttribute(Qt::WA_DontShowOnScreen);
+    m_scrollBar->setAttribute(Qt::WA_QuitOnClose, false); // no window that keeps the host running
     m_scrollBar->setAttribute(Qt::WA_Hover);
     m_scrollBar->installEventFilter(this);
     setAcceptedMouseButtons(Qt::LeftButton | Qt::MiddleButton);
@@ -165,6 +175,16 @@ void HVScrollBarComponent::mouseReleaseEvent(QMouseEvent *event)
     handMouse(*event);
 }
 
+/// Without a release, as when the popup hides below a held button, the bar would scroll on. After
+/// one it is nothing to the bar.
+void HVScrollBarComponent::mouseUngrabEvent()
+{
+    setKeepMouseGrab(false);
+    QMouseEvent release(QEvent::MouseButtonRelease, QPointF(), QPointF(), QPointF(), Qt::LeftButton,
+                        Qt::NoButton, Qt::NoModifier);
+    hand(release);
+}
+
 void HVScrollBarComponent::wheelEvent(QWheelEvent *event)
 {
     QWheelEvent handed(event->position(), event->globalPosition(), event->pixelDelta(),
@@ -176,6 +196,7 @@ void HVScrollBarComponent::wheelEvent(QWheelEvent *event)
 
 void HVScrollBarComponent::hoverEnterEvent(QHoverEvent *event)
 {
+    m_scrollBar->setAttribute(Qt::WA_UnderMouse); // what styles go by to paint it hovered
     QHoverEvent handed = Hovlets::hoverEventLike(QEvent::HoverEnter, *event);
     hand(handed);
 }
@@ -188,6 +209,7 @@ void HVScrollBarComponent::hoverMoveEvent(QHoverEvent *event)
 
 void HVScrollBarComponent::hoverLeaveEvent(QHoverEvent *event)
 {
+    m_scrollBar->setAttribute(Qt::WA_UnderMouse, false);
     QHoverEvent handed = Hovlets::hoverEventLike(QEvent::HoverLeave, *event);
     hand(handed);
 }

@@ -196,6 +196,8 @@ void HVVideoComponent::controllerPositionChanged()
 
 void HVVideoComponent::setFrame(const HVVideoFrame &frame)
 {
+    if (frame.cacheKey() == m_frame.cacheKey())
+        return; // a picture may be delivered more than once
     m_frame = frame;
     m_frameIsNew = true;
     update();

@@ -35,10 +35,14 @@ public:
     mutable Mutex decoderMutex;
     QString filePath;
     std::unique_ptr<HVClip> clip; // null when closed
-    QSizeF size = QSizeF(200, 150); // of the last clip: the item shows its picture to the end
     double videoClock = 0.0; // s, of the next picture
     qint64 seekTarget = 0;
     int seekFlags = 0;
+
+    // Guarded by factsMutex, which is taken last. The decoder holds its own mutex nearly all the
+    // time, and nobody who asks for one of these may wait for it: the user interface does.
+    mutable std::mutex factsMutex;
+    QSizeF size = QSizeF(200, 150); // of the last clip: the item shows its picture to the end
     double progress = 0.0;
     double duration = 0.0; // s
     double timeBase = 0.0; // s
@@ -125,6 +129,7 @@ bool HVVideoSourceFFMPEG::Private::openMedia()
         return false;
     }
     clip = std::move(opened);
+    const std::lock_guard<std::mutex> factsLocker(factsMutex);
     size = clip->size();
     duration = clip->duration();
     timeBase = clip->timeBase();
@@ -153,6 +158,7 @@ bool HVVideoSourceFFMPEG::Private::decodeNextFrame()
         if (!picture.isNull()) {
             frame = HVVideoFrame(picture, 0);
             frame.setPts(advanceClock());
+            const std::lock_guard<std::mutex> factsLocker(factsMutex);
             progress = duration > 0.0 ? frame.pts() / duration : 0.0;
         } else {
             releaseMedia();
@@ -171,7 +177,7 @@ bool HVVideoSourceFFMPEG::Private::decodeNextFrame()
 double HVVideoSourceFFMPEG::Private::advanceClock()
 {
     const double pts = videoClock;
-    videoClock += 1.0 / frameRate;
+    videoClock += 1.0 / owner->frameRate();
     return pts;
 }
 
@@ -198,10 +204,11 @@ void HVVideoSourceFFMPEG::changeSetPosition(quint64 frame)
         const Locker locker(d->decoderMutex);
         if (d->clip) {
             const double before = d->videoClock;
-            d->videoClock = static_cast<double>(frame) / d->frameRate;
+            d->videoClock = static_cast<double>(frame) / frameRate();
             d->clip->seek(d->videoClock, before > d->videoClock);
         } else {
             d->videoClock = 0.0;
+            const std::lock_guard<std::mutex> factsLocker(d->factsMutex);
             d->progress = 0.0;
         }
     }
@@ -210,31 +217,31 @@ void HVVideoSourceFFMPEG::changeSetPosition(quint64 frame)
 
 double HVVideoSourceFFMPEG::duration()
 {
-    const Locker locker(d->decoderMutex);
+    const std::lock_guard<std::mutex> locker(d->factsMutex);
     return d->duration;
 }
 
 double HVVideoSourceFFMPEG::timeBase()
 {
-    const Locker locker(d->decoderMutex);
+    const std::lock_guard<std::mutex> locker(d->factsMutex);
     return d->timeBase;
 }
 
 double HVVideoSourceFFMPEG::frameRate()
 {
-    const Locker locker(d->decoderMutex);
+    const std::lock_guard<std::mutex> locker(d->factsMutex);
     return d->frameRate;
 }
 
 double HVVideoSourceFFMPEG::frameWidth() const
 {
-    const Locker locker(d->decoderMutex);
+    const std::lock_guard<std::mutex> locker(d->factsMutex);
     return d->size.width();
 }
 
 double HVVideoSourceFFMPEG::frameHeight() const
 {
-    const Locker locker(d->decoderMutex);
+    const std::lock_guard<std::mutex> locker(d->factsMutex);
     return d->size.height();
 }
 
@@ -245,7 +252,7 @@ quint64 HVVideoSourceFFMPEG::position()
 
 double HVVideoSourceFFMPEG::progress()
 {
-    const Locker locker(d->decoderMutex);
+    const std::lock_guard<std::mutex> locker(d->factsMutex);
     return d->progress;
 }
 
