@@ -96,7 +96,8 @@ const char *HVClip::open(const QString &filePath)
         return "Could not allocate original frame in %1";
     if (m_codec->width <= 0 || m_codec->height <= 0)
         return "Could not allocate rgb frame in %1";
-    m_converter = HVPictureConverter(size());
+    m_size = QSize(m_codec->width, m_codec->height);
+    m_converter = HVPictureConverter(m_size);
     if (!m_converter.prepare(m_codec->width, m_codec->height, m_codec->pix_fmt))
         return "Could not get a swscale context for %1";
     return nullptr;
@@ -114,7 +115,9 @@ bool HVClip::receive()
         const int result = avcodec_receive_frame(m_codec.get(), m_decoded.get());
         if (result >= 0)
             return true;
-        if (result == AVERROR_EOF || (m_draining && result == AVERROR(EAGAIN)))
+        if (result == AVERROR_EOF || result == AVERROR(ENOMEM))
+            return false;
+        if (m_draining && result == AVERROR(EAGAIN))
             return false;
         if (!m_draining && !feed())
             return false;
@@ -152,11 +155,6 @@ void HVClip::seekTo(qint64 target, int flags)
     av_seek_frame(m_format.get(), m_stream->index, target, flags);
 }
 
-QSize HVClip::size() const
-{
-    return { m_codec->width, m_codec->height };
-}
-
 double HVClip::duration() const
 {
     if (m_stream->duration != AV_NOPTS_VALUE)
@@ -168,7 +166,9 @@ double HVClip::duration() const
 
 double HVClip::timeBase() const
 {
-    return number(m_codec->time_base);
+    // Today's decoders seldom tell theirs: it is what one picture takes.
+    const double base = number(m_codec->time_base);
+    return base > 0.0 ? base : 1.0 / frameRate();
 }
 
 double HVClip::frameRate() const

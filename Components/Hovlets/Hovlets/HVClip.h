@@ -42,7 +42,8 @@ public:
     void seek(double seconds, bool backward);
     void seekTo(qint64 target, int flags);
 
-    QSize size() const;
+    /// That of the first picture; those of another size are scaled to it.
+    QSize size() const { return m_size; }
 
     /// In seconds; 0 when unknown.
     double duration() const;
@@ -61,6 +62,7 @@ private:
     HVFfmpegPtr<AVFrame> m_decoded;
     HVFfmpegPtr<AVPacket> m_packet;
     HVPictureConverter m_converter;
+    QSize m_size;
     AVStream *m_stream = nullptr; // the format context's
     bool m_draining = false;
 };

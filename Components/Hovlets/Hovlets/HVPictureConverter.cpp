@@ -13,6 +13,13 @@ bool hasAlpha(AVPixelFormat format)
     return descriptor && (descriptor->flags & (AV_PIX_FMT_FLAG_ALPHA | AV_PIX_FMT_FLAG_PAL)) != 0;
 }
 
+/// The colour matrix of a picture. RGB and what is untagged take the one of standard definition.
+const int *matrixOf(const AVFrame &picture)
+{
+    const bool isTagged = picture.colorspace != AVCOL_SPC_RGB;
+    return sws_getCoefficients(isTagged ? picture.colorspace : SWS_CS_DEFAULT);
+}
+
 void freePixels(void *pixels)
 {
     av_free(pixels);
@@ -34,7 +41,7 @@ bool HVPictureConverter::prepare(int width, int height, AVPixelFormat format)
     m_format = format;
     m_colorSpace = -1;
     m_colorRange = -1;
-    m_context.reset(sws_alloc_context());
+    m_context.reset(sws_isSupportedInput(format) ? sws_alloc_context() : nullptr);
     if (!m_context)
         return false;
     SwsContext *context = m_context.get();
@@ -71,7 +78,7 @@ void HVPictureConverter::setColors(const AVFrame &picture)
         < 0) {
         return; // RGB needs no matrix
     }
-    const int *matrix = sws_getCoefficients(picture.colorspace);
+    const int *matrix = matrixOf(picture);
     if (picture.color_range != AVCOL_RANGE_UNSPECIFIED)
         sourceRange = picture.color_range == AVCOL_RANGE_JPEG;
     sws_setColorspaceDetails(m_context.get(), matrix, sourceRange, matrix, range, brightness,

@@ -125,7 +125,8 @@ bool HVVideoSourceFFMPEG::Private::openMedia()
     releaseMedia();
     auto opened = std::make_unique<HVClip>([this] { return owner->shouldQuit(); });
     if (const char *message = opened->open(filePath)) {
-        qDebug().noquote() << QString::fromLatin1(message).arg(filePath);
+        if (!owner->shouldQuit()) // which ends an opening as well
+            qDebug().noquote() << QString::fromLatin1(message).arg(filePath);
         return false;
     }
     clip = std::move(opened);

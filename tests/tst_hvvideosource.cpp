@@ -1,0 +1,571 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "DebugLog.h"
+#include "FakeVideoSource.h"
+#include "HVIdleWait.h"
+#include "SignalOrder.h"
+#include "TestMain.h"
+
+#include <QtCore/QSemaphore>
+
+#include <limits>
+#include <memory>
+#include <thread>
+#include <type_traits>
+#include <vector>
+
+using namespace Hovlets;
+
+static_assert(std::is_base_of_v<QThread, HVVideoSource>);
+static_assert(std::is_base_of_v<HVVideoSourceChange, ::HVVideoSourceSourceChange>);
+static_assert(std::has_virtual_destructor_v<HVVideoSourceChange>);
+static_assert(std::is_same_v<decltype(std::declval<HVVideoSource &>().getTime()), double>);
+
+namespace {
+
+constexpr int LongWait = 30000; // ms; only a failure waits so long
+
+/// Lets the test do what is a subclass's, and notes what changes call.
+class Source : public FakeVideoSource
+{
+public:
+    ~Source() override { quit(); }
+
+    void close() override { HVVideoSource::close(); }
+
+    using HVVideoSource::idle;
+    using HVVideoSource::loadSource;
+    using HVVideoSource::processActionQueue;
+
+    void changeSetAction(Action action) override
+    {
+        calls.add(QStringLiteral("action %1").arg(int(action)));
+        HVVideoSource::changeSetAction(action);
+    }
+
+    void changeSetSource(const QUrl &url) override
+    {
+        calls.add(QStringLiteral("source %1").arg(url.toString()));
+        HVVideoSource::changeSetSource(url);
+    }
+
+    SignalOrder calls;
+
+protected:
+    void run() override
+    {
+        while (!shouldQuit()) {
+            processActionQueue();
+            if (action() == StopAction)
+                return;
+            idle();
+        }
+    }
+};
+
+QUrl clipUrl(int number = 1)
+{
+    return QUrl(QStringLiteral("file:///clips/%1.mp4").arg(number));
+}
+
+/// Does \a work in a thread of its own; false when that thread is held up.
+template <typename Work> bool doesElsewhere(std::vector<std::thread> *threads, Work work)
+{
+    auto done = std::make_shared<QSemaphore>();
+    threads->emplace_back([done, work] {
+        work();
+        done->release();
+    });
+    return done->tryAcquire(1, LongWait);
+}
+
+} // namespace
+
+class tst_HVVideoSource : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m_source = std::make_unique<Source>();
+        m_seen = std::make_unique<SignalOrder>();
+        m_seen->note(m_source.get(), &HVVideoSource::frameReady, QStringLiteral("frameReady"));
+        m_seen->note(m_source.get(), &HVVideoSource::sourceChanged,
+                     QStringLiteral("sourceChanged"));
+        m_seen->note(m_source.get(), &HVVideoSource::streamEnded, QStringLiteral("streamEnded"));
+        m_seen->note(m_source.get(), &HVVideoSource::sourceLoaded, QStringLiteral("sourceLoaded"));
+        m_seen->note(m_source.get(), &HVVideoSource::actionChanged,
+                     QStringLiteral("actionChanged"));
+        m_seen->note(m_source.get(), &HVVideoSource::positionChanged,
+                     QStringLiteral("positionChanged"));
+        m_seen->note(m_source.get(), &HVVideoSource::loadProgressChanged,
+                     QStringLiteral("loadProgressChanged"));
+    }
+
+    void cleanup()
+    {
+        m_seen.reset();
+        m_source.reset();
+    }
+
+    void shouldNumberItsActions()
+    {
+        QCOMPARE(int(HVVideoSource::NoAction), -1);
+        QCOMPARE(int(HVVideoSource::StopAction), 0);
+        QCOMPARE(int(HVVideoSource::LoadAction), 1);
+        QCOMPARE(int(HVVideoSource::CloseAction), 2);
+        QCOMPARE(int(HVVideoSource::SeekAction), 3);
+        QCOMPARE(int(HVVideoSource::DecodeAction), 4);
+        QCOMPARE(int(HVVideoSource::IdleAction), 5);
+    }
+
+    void shouldListItsSignalsInOrder()
+    {
+        QCOMPARE(ownMethods(HVVideoSource::staticMetaObject, QMetaMethod::Signal),
+                 QStringList({ QStringLiteral("frameReady()"), QStringLiteral("sourceChanged()"),
+                               QStringLiteral("streamEnded()"), QStringLiteral("sourceLoaded()"),
+                               QStringLiteral("actionChanged()"),
+                               QStringLiteral("positionChanged()"),
+                               QStringLiteral("loadProgressChanged()") }));
+    }
+
+    void shouldBeginIdleWithoutAClip()
+    {
+        QVERIFY(m_source->source().isEmpty());
+        QVERIFY(!m_source->shouldQuit());
+        QVERIFY(!m_source->isRunning());
+        QCOMPARE(m_source->action(), HVVideoSource::IdleAction);
+        QCOMPARE(m_source->loadedFrameCount(), quint64(0));
+        QCOMPARE(m_source->totalFrameCount(), quint64(0));
+        QVERIFY(!m_source->isFrameAvailable(0));
+        QVERIFY(m_source->getFrame(0).isNull());
+        m_source->processActionQueue();
+        QVERIFY(m_source->calls.names().isEmpty());
+        QVERIFY(m_seen->names().isEmpty());
+    }
+
+    void shouldBelongToItsParent()
+    {
+        QObject parent;
+        class Child : public FakeVideoSource
+        {
+        public:
+            using FakeVideoSource::FakeVideoSource;
+        };
+        auto *child = new Child;
+        child->setParent(&parent);
+        QCOMPARE(child->parent(), &parent);
+    }
+
+    void shouldTellTheKindsOfChange()
+    {
+        HVVideoSourceChange change(HVVideoSource::SeekAction);
+        QCOMPARE(change.changeType(), 1);
+        QCOMPARE(change.action, HVVideoSource::SeekAction);
+
+        ::HVVideoSourceSourceChange sourceChange(clipUrl());
+        QCOMPARE(sourceChange.changeType(), 3);
+        QCOMPARE(sourceChange.action, HVVideoSource::LoadAction);
+        QCOMPARE(sourceChange.url, clipUrl());
+        QCOMPARE(static_cast<HVVideoSourceChange &>(sourceChange).changeType(), 3);
+    }
+
+    void shouldApplyAChangeOfTheAction()
+    {
+        HVVideoSourceChange(HVVideoSource::CloseAction).apply(m_source.get());
+        QCOMPARE(m_source->calls.names(), QStringList(QStringLiteral("action 2")));
+        QCOMPARE(m_source->action(), HVVideoSource::CloseAction);
+    }
+
+    void shouldApplyAChangeOfTheSourceBeforeItsAction()
+    {
+        ::HVVideoSourceSourceChange(clipUrl()).apply(m_source.get());
+        QCOMPARE(m_source->calls.names(),
+                 QStringList({ QStringLiteral("source ") + clipUrl().toString(),
+                               QStringLiteral("action 1") }));
+        QCOMPARE(m_source->source(), clipUrl());
+        QCOMPARE(m_source->action(), HVVideoSource::LoadAction);
+        QCOMPARE(m_seen->names(), QStringList(QStringLiteral("actionChanged")));
+    }
+
+    void shouldIgnoreNoAction()
+    {
+        m_source->changeSetAction(HVVideoSource::DecodeAction);
+        m_seen->take();
+        m_source->changeSetAction(HVVideoSource::NoAction);
+        QCOMPARE(m_source->action(), HVVideoSource::DecodeAction);
+        QVERIFY(m_seen->names().isEmpty());
+    }
+
+    void shouldTellOfEveryActionEvenTheSame()
+    {
+        for (int action = HVVideoSource::StopAction; action <= HVVideoSource::IdleAction; ++action)
+            m_source->changeSetAction(HVVideoSource::Action(action));
+        m_source->changeSetAction(HVVideoSource::IdleAction);
+        QCOMPARE(m_seen->count(QStringLiteral("actionChanged")), 7);
+        QCOMPARE(m_source->action(), HVVideoSource::IdleAction);
+    }
+
+    void shouldStoreTheSourceSilently()
+    {
+        m_source->changeSetSource(clipUrl());
+        QCOMPARE(m_source->source(), clipUrl());
+        QVERIFY(m_seen->names().isEmpty());
+    }
+
+    void shouldRefuseWhatIsNoNewClip_data()
+    {
+        QTest::addColumn<QUrl>("url");
+        QTest::newRow("empty") << QUrl();
+        QTest::newRow("invalid") << QUrl(QStringLiteral("http://[broken"));
+        QTest::newRow("current") << clipUrl(7);
+    }
+
+    void shouldRefuseWhatIsNoNewClip()
+    {
+        QFETCH(QUrl, url);
+        m_source->changeSetSource(clipUrl(7));
+        m_source->calls.take();
+        QVERIFY(!m_source->setSource(url));
+        m_source->processActionQueue();
+        QVERIFY(m_source->calls.names().isEmpty());
+        QCOMPARE(m_source->source(), clipUrl(7));
+    }
+
+    void shouldQueueAClipWithoutTouchingTheCurrentOne()
+    {
+        m_source->changeSetSource(clipUrl(7));
+        m_source->changeSetAction(HVVideoSource::DecodeAction);
+        QVERIFY(m_source->setSource(clipUrl()));
+        QCOMPARE(m_source->source(), clipUrl(7));
+        QCOMPARE(m_source->action(), HVVideoSource::DecodeAction);
+        m_source->processActionQueue();
+        QCOMPARE(m_source->source(), clipUrl());
+        QCOMPARE(m_source->action(), HVVideoSource::LoadAction);
+    }
+
+    void shouldQueueTheSameClipTwiceBeforeItIsCurrent()
+    {
+        QVERIFY(m_source->setSource(clipUrl()));
+        QVERIFY(m_source->setSource(clipUrl()));
+        m_source->processActionQueue();
+        QVERIFY(!m_source->setSource(clipUrl()));
+        m_source->processActionQueue();
+        QCOMPARE(m_source->calls.count(QStringLiteral("source ") + clipUrl().toString()), 2);
+        m_source->processActionQueue();
+        QCOMPARE(m_source->calls.count(QStringLiteral("source ") + clipUrl().toString()), 2);
+    }
+
+    void shouldApplyOneChangeAtATimeInOrder()
+    {
+        m_source->setAction(HVVideoSource::SeekAction);
+        m_source->setSource(clipUrl());
+        m_source->setAction(HVVideoSource::NoAction);
+        m_source->setAction(HVVideoSource::IdleAction);
+        QVERIFY(m_source->calls.names().isEmpty());
+
+        const QList<QStringList> steps {
+            { QStringLiteral("action 3") },
+            { QStringLiteral("source ") + clipUrl().toString(), QStringLiteral("action 1") },
+            { QStringLiteral("action -1") },
+            { QStringLiteral("action 5") },
+            {},
+        };
+        for (const QStringList &step : steps) {
+            m_source->processActionQueue();
+            QCOMPARE(m_source->calls.take(), step);
+        }
+    }
+
+    void shouldForgetQueuedChanges()
+    {
+        m_source->setAction(HVVideoSource::SeekAction);
+        m_source->setSource(clipUrl());
+        m_source->clearChanges();
+        m_source->processActionQueue();
+        QVERIFY(m_source->calls.names().isEmpty());
+        m_source->setAction(HVVideoSource::DecodeAction);
+        m_source->processActionQueue();
+        QCOMPARE(m_source->calls.names(), QStringList(QStringLiteral("action 4")));
+    }
+
+    void shouldAskForNothingWhenClosed()
+    {
+        m_source->changeSetSource(clipUrl());
+        m_source->calls.take();
+        m_source->close();
+        m_source->processActionQueue();
+        QVERIFY(m_source->calls.names().isEmpty());
+        QCOMPARE(m_source->source(), clipUrl());
+    }
+
+    void shouldPrepareForAClip_data()
+    {
+        QTest::addColumn<QUrl>("url");
+        QTest::addColumn<int>("action");
+        QTest::newRow("clip") << clipUrl() << int(HVVideoSource::DecodeAction);
+        QTest::newRow("none") << QUrl() << int(HVVideoSource::IdleAction);
+    }
+
+    void shouldPrepareForAClip()
+    {
+        QFETCH(QUrl, url);
+        QFETCH(int, action);
+        m_source->setupSource();
+        m_source->push(3);
+        m_source->clearChanges();
+        m_source->changeSetSource(url);
+        m_source->calls.take();
+        m_seen->take();
+        // Whoever hears of the new source finds its cache and its request.
+        connect(m_source.get(), &HVVideoSource::sourceChanged, this, [this] {
+            m_source->calls.add(QStringLiteral("%1 pictures").arg(m_source->loadedFrameCount()));
+            m_source->processActionQueue();
+        });
+
+        m_source->setupSource();
+        QCOMPARE(m_source->calls.names(),
+                 QStringList({ QStringLiteral("0 pictures"),
+                               QStringLiteral("action %1").arg(action) }));
+        QCOMPARE(m_seen->names(),
+                 QStringList({ QStringLiteral("sourceChanged"), QStringLiteral("actionChanged") }));
+        m_source->processActionQueue();
+        QCOMPARE(m_source->calls.names().size(), 2); // no further request
+    }
+
+    void shouldBeginAnewWhenTheSameClipIsPreparedAgain()
+    {
+        m_source->changeSetSource(clipUrl());
+        m_source->setupSource();
+        m_source->push(3);
+        m_source->setupSource();
+        QCOMPARE(m_source->loadedFrameCount(), quint64(0));
+    }
+
+    void shouldHandOutItsPictures()
+    {
+        m_source->setupSource();
+        QVERIFY(!m_source->isFrameAvailable(0));
+        QVERIFY(m_source->getFrame(0).isNull());
+        for (quint64 count = 1; count <= 3; ++count) {
+            HVVideoFrame frame(int(count), 1, QImage::Format_RGB32, 0);
+            frame.setPts(double(count) / 10);
+            m_source->pushFrame(frame);
+            QCOMPARE(m_source->loadedFrameCount(), count);
+            QCOMPARE(m_source->totalFrameCount(), count);
+            QVERIFY(m_source->isFrameAvailable(count - 1));
+            QVERIFY(!m_source->isFrameAvailable(count));
+        }
+        for (unsigned int i = 0; i < 3; ++i) {
+            QCOMPARE(m_source->getFrame(i).width(), int(i) + 1);
+            QCOMPARE(m_source->getFrame(i).pts(), (i + 1) / 10.0);
+        }
+        QVERIFY(m_source->getFrame(3).isNull());
+        QVERIFY(m_source->getFrame(std::numeric_limits<unsigned int>::max()).isNull());
+        QVERIFY(!m_source->isFrameAvailable(quint64(1) << 32));
+        QVERIFY(!m_source->isFrameAvailable(std::numeric_limits<quint64>::max()));
+        QCOMPARE(m_seen->count(QStringLiteral("frameReady")), 0);
+        QCOMPARE(m_seen->count(QStringLiteral("loadProgressChanged")), 0);
+    }
+
+    void shouldDropPicturesThatComeBeforeAClip()
+    {
+        m_source->pushFrame(HVVideoFrame(1, 1, QImage::Format_RGB32, 0));
+        QCOMPARE(m_source->loadedFrameCount(), quint64(0));
+    }
+
+    void shouldTellWhenItIsLoaded()
+    {
+        QVERIFY(m_source->loadSource());
+        QCOMPARE(m_seen->names(), QStringList(QStringLiteral("sourceLoaded")));
+    }
+
+    void shouldTellOfTheEndOfTheStream()
+    {
+        m_source->notifyStreamEnded();
+        QCOMPARE(m_seen->names(), QStringList(QStringLiteral("streamEnded")));
+    }
+
+    void shouldHoldNoLockWhileItTells()
+    {
+        std::vector<std::thread> threads;
+        int answered = 0;
+        const auto useElsewhere = [this, &threads, &answered] {
+            if (doesElsewhere(&threads, [this] {
+                    m_source->setSource(clipUrl(9));
+                    m_source->getFrame(0);
+                    m_source->source();
+                }))
+                ++answered;
+        };
+        connect(m_source.get(), &HVVideoSource::actionChanged, this, useElsewhere);
+        connect(m_source.get(), &HVVideoSource::sourceChanged, this, useElsewhere);
+        connect(m_source.get(), &HVVideoSource::streamEnded, this, useElsewhere);
+        connect(m_source.get(), &HVVideoSource::sourceLoaded, this, useElsewhere);
+        m_source->setAction(HVVideoSource::IdleAction);
+        m_source->processActionQueue();
+        m_source->setupSource();
+        m_source->notifyStreamEnded();
+        m_source->loadSource();
+        for (std::thread &thread : threads)
+            thread.join();
+        QCOMPARE(answered, 4);
+    }
+
+    void shouldLetItsCallersComeBackWhileItLocks()
+    {
+        // A subclass may hold a mutex and call back: they are recursive where they are taken.
+        m_source->changeSetSource(clipUrl());
+        connect(m_source.get(), &HVVideoSource::actionChanged, this, [this] {
+            m_source->clearChanges();
+            m_source->setSource(clipUrl(2));
+        });
+        m_source->setAction(HVVideoSource::IdleAction);
+        m_source->processActionQueue();
+        m_source->calls.take();
+        m_source->processActionQueue();
+        QCOMPARE(m_source->source(), clipUrl(2));
+    }
+
+    void shouldLoseNoRequestOfManyThreads()
+    {
+        constexpr int Threads = 4;
+        constexpr int Requests = 250;
+        m_source->start();
+        std::vector<std::thread> threads;
+        for (int i = 0; i < Threads; ++i) {
+            threads.emplace_back([this, i] {
+                for (int k = 0; k < Requests; ++k) {
+                    if (k % 2 == 0)
+                        m_source->setAction(HVVideoSource::SeekAction);
+                    else
+                        m_source->setSource(clipUrl(i * Requests + k));
+                    m_source->loadedFrameCount();
+                    m_source->action();
+                }
+            });
+        }
+        for (std::thread &thread : threads)
+            thread.join();
+        // 100 s of idling, if requests did not end it; each clip is an action as well.
+        QTRY_COMPARE_WITH_TIMEOUT(m_seen->count(QStringLiteral("actionChanged")),
+                                  Threads * Requests, LongWait);
+        QCOMPARE(m_source->calls.count(QStringLiteral("action 3")), Threads * Requests / 2);
+    }
+
+    void shouldApplyChangesOnItsOwnThread()
+    {
+        QThread *applier = nullptr;
+        connect(
+                m_source.get(), &HVVideoSource::actionChanged, this,
+                [&applier] { applier = QThread::currentThread(); }, Qt::DirectConnection);
+        m_source->start();
+        m_source->setAction(HVVideoSource::StopAction);
+        QVERIFY(m_source->wait(LongWait));
+        QCOMPARE(applier, m_source.get());
+    }
+
+    void shouldSayNothingWhenItQuitsInTime_data()
+    {
+        QTest::addColumn<bool>("isStarted");
+        QTest::newRow("running") << true;
+        QTest::newRow("never started") << false;
+    }
+
+    void shouldSayNothingWhenItQuitsInTime()
+    {
+        QFETCH(bool, isStarted);
+        const DebugLog log;
+        if (isStarted) {
+            m_source->start();
+            QTRY_VERIFY(m_source->isRunning());
+        }
+        m_source->quit();
+        QVERIFY(m_source->shouldQuit());
+        QVERIFY(!m_source->isRunning());
+        QCOMPARE(m_source->isFinished(), isStarted);
+        m_source->quit();
+        QVERIFY(log.lines().isEmpty());
+    }
+
+    void shouldLeaveItsLoopAtOnceWhenToldToQuitBefore()
+    {
+        m_source->setAction(HVVideoSource::SeekAction);
+        m_source->setShouldQuit();
+        m_source->start();
+        QVERIFY(m_source->wait(LongWait));
+        QVERIFY(m_source->calls.names().isEmpty());
+    }
+
+    void shouldEndItsThreadWhenDestroyed()
+    {
+        const DebugLog log;
+        m_source->start();
+        m_source->setAction(HVVideoSource::SeekAction);
+        bool isEnded = false;
+        connect(
+                m_source.get(), &QThread::finished, this, [&isEnded] { isEnded = true; },
+                Qt::DirectConnection);
+        m_seen.reset();
+        m_source.reset();
+        QVERIFY(isEnded);
+        QVERIFY(log.lines().isEmpty());
+    }
+
+    void shouldWakeWhoeverWaitsForAPicture()
+    {
+        auto waiter = std::make_shared<HVIdleWait>();
+        m_source->setupSource();
+        m_source->setFrameWaiter(waiter);
+        QSemaphore awake;
+        std::thread thread([&waiter, &awake] {
+            waiter->sleep(LongWait * 4);
+            awake.release();
+        });
+        m_source->push();
+        const bool isWoken = awake.tryAcquire(1, LongWait);
+        waiter->wake();
+        thread.join();
+        QVERIFY(isWoken);
+        waiter.reset();
+        m_source->push(); // nobody is left to wake
+    }
+
+    void shouldRememberAWakeThatComesBeforeTheSleep()
+    {
+        HVIdleWait idleWait;
+        idleWait.wake();
+        idleWait.wake();
+        QSemaphore first;
+        QSemaphore second;
+        std::thread thread([&] {
+            idleWait.sleep(LongWait * 4);
+            first.release();
+            idleWait.sleep(LongWait * 4); // both wakes are spent
+            second.release();
+        });
+        const bool isFirstOver = first.tryAcquire(1, LongWait);
+        const bool isSecondOver = second.tryAcquire(1, 20);
+        idleWait.wake();
+        const bool isWoken = isSecondOver || second.tryAcquire(1, LongWait);
+        idleWait.wake();
+        thread.join();
+        QVERIFY(isFirstOver);
+        QVERIFY(!isSecondOver);
+        QVERIFY(isWoken);
+    }
+
+    void shouldEndASleepByItself()
+    {
+        HVIdleWait().sleep(1);
+        m_source->idle();
+    }
+
+private:
+    std::unique_ptr<Source> m_source;
+    std::unique_ptr<SignalOrder> m_seen;
+};
+
+HOVLETS_TEST_MAIN(tst_HVVideoSource)
+
+#include "tst_hvvideosource.moc"
