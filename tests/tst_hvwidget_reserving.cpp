@@ -171,6 +171,19 @@ private Q_SLOTS:
         QVERIFY(container->isVisible());
     }
 
+    void shouldNotMoveAContainerInsideAWindow()
+    {
+        QWidget main;
+        main.setGeometry(30, 30, 400, 300);
+        auto *container = new QWidget(&main);
+        container->setGeometry(10, 20, 300, 200);
+        m_bench->host->container = container;
+        main.show();
+        const QPointer<HVWidget> popup = pin();
+        QVERIFY(popup->isVisible());
+        QCOMPARE(container->geometry(), QRect(10, 20, 300, 200));
+    }
+
     void shouldCloseTheContainerWhenQmlClosesTheView()
     {
         auto *container = new QWidget;

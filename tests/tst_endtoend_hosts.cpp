@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HoverTest.h"
+#include "Pointer.h"
+#include "TestMain.h"
+
+#include <QtGui/QHelpEvent>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QToolTip>
+
+using namespace Hovlets;
+
+namespace {
+
+/// A host that watches the mouse by itself and tells the library.
+class ForwardingHost : public HVInterface
+{
+public:
+    ForwardingHost(HVContext &settings, const QStringList &paths)
+        : HVInterface(settings, paths)
+    {
+        qApp->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject *object, QEvent *event) override
+    {
+        switch (event->type()) {
+        case QEvent::MouseMove:
+            return mouseMoveEventFilter(object, static_cast<QMouseEvent *>(event));
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonRelease:
+            return mouseButtonEventFilter(object, static_cast<QMouseEvent *>(event));
+        case QEvent::ToolTip:
+            return show(keyForObject(object), static_cast<QHelpEvent *>(event)->globalPos(),
+                        object);
+        default:
+            return false;
+        }
+    }
+};
+
+HVWidget *anyPopup()
+{
+    for (QWidget *window : QApplication::topLevelWidgets()) {
+        if (auto *popup = qobject_cast<HVWidget *>(window))
+            return popup;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+/// What a host decides about hovering, with a real pointer.
+class tst_EndToEndHosts : public HoverTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void shouldShowWhileExactlyTheRequiredKeysAreHeld()
+    {
+        const QString shift = QStringLiteral("shift");
+        const QString control = QStringLiteral("ctrl");
+        m_host->manager()->context().set(HVKeyRequiredModifiers, int(Qt::ShiftModifier));
+        QVERIFY(restOn("a"));
+        QVERIFY(!popup() || !popup()->isVisible());
+
+        Pointer::press(shift);
+        Pointer::press(control);
+        const bool asked = restOn("b");
+        const bool withBoth = popup() && popup()->isVisible();
+        Pointer::release(control);
+        const bool shown = hover("a");
+        Pointer::release(shift);
+        QVERIFY(asked);
+        QVERIFY(!withBoth);
+        QVERIFY(shown);
+    }
+
+    void shouldLeaveAllToTooltipsWhileSuspended()
+    {
+        m_host->manager()->context().set(HVKeySuspended, true);
+        m_window->button("a").setToolTip(QStringLiteral("Plain"));
+        QVERIFY(rest(m_window->centerOf("a"),
+                     [&] { return isToolTipShown(QStringLiteral("Plain")); }));
+        QVERIFY(!popup() || !popup()->isVisible());
+    }
+
+    void shouldSpeakTheLanguageOfTheUser()
+    {
+        m_host->manager()->context().set(HVKeyLocale, QStringLiteral("de_DE"));
+        QVERIFY(hover("a"));
+        QCOMPARE(title(), QStringLiteral("Deutsch"));
+        QVERIFY(hover("b"));
+        QCOMPARE(title(), QStringLiteral("Title of b"));
+    }
+
+    void shouldFallBackToAnotherLanguage()
+    {
+        m_host->manager()->context().set(HVKeyFallbackLocale, QStringLiteral("de_DE"));
+        QVERIFY(hover("a"));
+        QCOMPARE(title(), QStringLiteral("Title of a"));
+        QVERIFY(hover("unknown"));
+        QCOMPARE(title(), QStringLiteral("Auch das"));
+    }
+
+    void shouldShowTheFallbackForAnUnknownControl()
+    {
+        m_host->manager()->context().set(HVKeyFallbackKey, QStringLiteral("b"));
+        QVERIFY(rest(m_window->centerOf("unknown"), [&] { return isShowing("b"); }));
+        QVERIFY(!QToolTip::isVisible());
+    }
+
+    void shouldShowForADisabledControl() { QVERIFY(hover("disabled")); }
+
+    void shouldServeAHostThatForwardsItsEvents()
+    {
+        m_host.reset();
+        HVContext settings;
+        settings.set(HVKeyHideFadeDuration, 0);
+        settings.set(HVKeyHideDelay, 60000);
+        const ForwardingHost host(settings, { m_folder.path() });
+        HVWidget *popup = nullptr;
+        QVERIFY(rest(m_window->centerOf("a"), [&] {
+            popup = anyPopup();
+            return popup && popup->isVisible();
+        }));
+        const auto *hideTimer = popup->findChild<QTimer *>(QString(), Qt::FindDirectChildrenOnly);
+        stopAskingForTooltips();
+        Pointer::moveTo(m_window->mapToGlobal(QPoint(390, 120)));
+        QTRY_VERIFY(hideTimer->isActive());
+        Pointer::moveTo(m_window->centerOf("a"));
+        QTRY_VERIFY(!hideTimer->isActive());
+        QVERIFY(popup->isVisible());
+        Pointer::click();
+        QTRY_VERIFY(!popup->isVisible());
+    }
+};
+
+HOVLETS_TEST_MAIN(tst_EndToEndHosts)
+#include "tst_endtoend_hosts.moc"
