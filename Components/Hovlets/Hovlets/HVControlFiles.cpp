@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVControlFiles.h"
 
-#include <QtCore/QDir>
-#include <QtCore/QFile>
+#include "HVFileBytes.h"
+
 #include <QtCore/QFileInfo>
 #include <QtCore/QRegularExpression>
+
+#include <optional>
 
 namespace Hovlets {
 
@@ -22,6 +24,30 @@ int levelsUp(const QString &folder, const QString &location)
             return -1;
     }
     return -1;
+}
+
+/// Whether the first start tag in \a text is "hovlets"; nothing when no line holds a start tag.
+std::optional<bool> namesHovlets(const QByteArray &text)
+{
+    // Wants a character of the tag's rest on the same line: a root tag whose name ends its line is
+    // not recognised.
+    static const QRegularExpression startTag(QStringLiteral("<(\\w+)\\s*(\\w|>|/>)"),
+                                             QRegularExpression::UseUnicodePropertiesOption);
+    constexpr int LongestLine = 1023; // a longer one counts as several
+
+    QByteArray line;
+    for (int at = 0; at < text.size(); at += static_cast<int>(line.size())) {
+        line = text.mid(at, LongestLine);
+        const auto newline = line.indexOf('\n');
+        if (newline >= 0)
+            line.truncate(newline + 1);
+        if (!line.contains('<'))
+            continue;
+        const QRegularExpressionMatch match = startTag.match(QString::fromUtf8(line));
+        if (match.hasMatch())
+            return match.capturedView(1) == QLatin1String("hovlets");
+    }
+    return std::nullopt;
 }
 
 } // namespace
@@ -66,26 +92,16 @@ int HVControlFiles::depthBelow(const QString &file, const QString &location)
 
 bool HVControlFiles::isControlFile(const QString &file)
 {
-    // Wants a character of the tag's rest on the same line: a root tag whose name ends its line is
-    // not recognised.
-    static const QRegularExpression startTag(QStringLiteral("<(\\w+)\\s*(\\w|>|/>)"),
-                                             QRegularExpression::UseUnicodePropertiesOption);
-    constexpr qint64 LongestLine = 1024;
+    constexpr int Head = 4096; // holds the root tag of most files, and costs no more than its line
 
-    QFile device(file);
-    if (!device.open(QIODevice::ReadOnly))
-        return false;
-    while (!device.atEnd()) {
-        const QByteArray line = device.readLine(LongestLine);
-        if (line.isEmpty())
-            return false; // a read error, or a folder
-        if (!line.contains('<'))
-            continue;
-        const QRegularExpressionMatch match = startTag.match(QString::fromUtf8(line));
-        if (match.hasMatch())
-            return match.capturedView(1) == QLatin1String("hovlets");
-    }
-    return false;
+    QByteArray text = fileBytes(file, Head);
+    const bool isWhole = text.size() < Head;
+    if (!isWhole)
+        text.truncate(text.lastIndexOf('\n') + 1);
+    std::optional<bool> answer = namesHovlets(text);
+    if (!answer && !isWhole)
+        answer = namesHovlets(fileBytes(file));
+    return answer.value_or(false);
 }
 
 } // namespace Hovlets

@@ -4,6 +4,7 @@
 #include "HVContext.h"
 #include "HVControlFiles.h"
 #include "HVEntryScan.h"
+#include "HVFileBytes.h"
 #include "HVXmlElement.h"
 #include "HVXmlParser.h"
 
@@ -25,18 +26,16 @@ public:
     QStringList dataPaths;
     HVControlFiles controlFiles;
     QMap<QString, QStringList> packages; // name to folders, in the order first seen
+    // The files of a package come one after the other, and its name is looked up on disk.
+    QPair<QString, QString> lastMapped; // location, and the suffix in force
     bool inUpdate = false;
 };
 
 namespace {
 
-/// The bytes of a file, without a detour through a buffer; nothing when it cannot be read.
-QByteArray readAll(const QString &path)
+QString packageSuffix(const HVContext &context)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
-        return {};
-    return file.readAll();
+    return context.get(HVKeyPackageSuffix, QStringLiteral("hovlets")).toString();
 }
 
 QList<QObject *> parse(HVXmlParser &parser, const QByteArray &bytes)
@@ -182,14 +181,20 @@ void HVIndex::indexControlFile(const QString &file, const QString &location)
 void HVIndex::mapControlFile(const QString &file, const QString &location)
 {
     Q_UNUSED(file)
-    QStringList &folders = d->packages[packageNameForLocation(location)];
+    const QPair<QString, QString> package(location, packageSuffix(context()));
+    if (d->lastMapped == package)
+        return;
+    const QString name = packageNameForLocation(location);
+    if (!name.isNull()) // a folder that is not there yet may come
+        d->lastMapped = package;
+    QStringList &folders = d->packages[name];
     if (!folders.contains(location))
         folders.append(location);
 }
 
 QString HVIndex::packageNameForLocation(const QString &location) const
 {
-    const QString suffix = context().get(HVKeyPackageSuffix, QStringLiteral("hovlets")).toString();
+    const QString suffix = packageSuffix(context());
     QFileInfo info(location);
     while (!info.filePath().isEmpty() && !info.isRoot()) {
         if (info.suffix() == suffix && info.isDir())
@@ -202,7 +207,7 @@ QString HVIndex::packageNameForLocation(const QString &location) const
 HVXmlElement *HVIndex::load(const QString &key, const QString &file, const QLocale &locale,
                             HVXmlElement *&root)
 {
-    const QByteArray bytes = readAll(file);
+    const QByteArray bytes = fileBytes(file);
     if (bytes.isEmpty() || !HVEntryScan(key).mayHold(bytes))
         return nullptr;
 
@@ -238,7 +243,7 @@ void HVIndex::loadKeyData(const QString &key, const QString &location, HVXmlElem
     QString wanted = key;
     HVXmlParser parser(&keyDataShouldGenerate, &wanted);
     parser.registerElement(QStringLiteral("HVXmlElement"), &HVXmlElement::staticMetaObject);
-    const QList<QObject *> objects = parse(parser, readAll(file));
+    const QList<QObject *> objects = parse(parser, fileBytes(file));
     const auto *record = objects.isEmpty() || objects.constFirst()->children().isEmpty()
             ? nullptr
             : qobject_cast<HVXmlElement *>(objects.constFirst()->children().constFirst());

@@ -18,13 +18,16 @@ QList<QFileInfo> packagesIn(const QDir &directory, const QString &filter)
 
 QStringList controlFilesIn(const QFileInfo &folder)
 {
-    QStringList files =
-            QDir(folder.absoluteFilePath())
-                    .entryList({ QStringLiteral("*.xml") }, QDir::Files | Listed, QDir::NoSort);
+    // Not a name filter of QDir, whose regular expression doubles the time of the listing.
+    const QStringList names =
+            QDir(folder.absoluteFilePath()).entryList(QDir::Files | Listed, QDir::NoSort);
     // No entry is a symbolic link, so the folder's canonical path serves all its files.
     const QDir canonical(folder.canonicalFilePath());
-    for (QString &file : files)
-        file = canonical.filePath(file);
+    QStringList files;
+    for (const QString &name : names) {
+        if (name.endsWith(QLatin1String(".xml"), Qt::CaseInsensitive))
+            files += canonical.filePath(name);
+    }
     return files;
 }
 
