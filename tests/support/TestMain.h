@@ -9,8 +9,8 @@
  */
 int runTest(int argc, char **argv, QObject *(*create)());
 
-#define HOVLETS_TEST_MAIN(TestClass)                                                               \
-    int main(int argc, char **argv)                                                                \
-    {                                                                                              \
-        return runTest(argc, argv, []() -> QObject * { return new TestClass; });                   \
+#define HOVLETS_TEST_MAIN(TestClass) \
+    int main(int argc, char **argv) \
+    { \
+        return runTest(argc, argv, []() -> QObject * { return new TestClass; }); \
     }
