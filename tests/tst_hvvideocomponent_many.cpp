@@ -79,6 +79,7 @@ private Q_SLOTS:
         QCOMPARE(item->uploaded, 1);
 
         const auto *controller = item->findChild<HVVideoController *>();
+        QTRY_COMPARE_WITH_TIMEOUT(controller->frameCount(), quint64(200), 60000);
         item->play();
         QTRY_VERIFY(item->uploaded > 5);
         item->pause();

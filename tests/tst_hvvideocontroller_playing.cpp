@@ -86,9 +86,9 @@ private Q_SLOTS:
         QTRY_COMPARE(m_seen->names(), QStringList { QStringLiteral("display 0") });
         m_seen->take();
         m_controller->setPosition(3);
-        QTRY_COMPARE(m_seen->names(),
-                     QStringList({ QStringLiteral("position 3"), QStringLiteral("display 3") }));
-        m_seen->take();
+        QTRY_COMPARE(m_seen->count(QStringLiteral("display 3")), 1);
+        QCOMPARE(m_seen->count(QStringLiteral("position 3")), 1);
+        QCOMPARE(m_seen->take().size(), 2);
         m_controller->setNeedFrame(true);
         QTRY_COMPARE(m_seen->names(), QStringList { QStringLiteral("display 3") });
         m_seen->take();
@@ -176,11 +176,13 @@ private Q_SLOTS:
         m_controller->currentFrame();
         m_controller->play();
         QTRY_COMPARE(m_controller->state(), HVVideoController::Paused);
-        QStringList expected { QStringLiteral("state") };
+        QTRY_COMPARE(m_seen->count(QStringLiteral("state")), 2);
+        QStringList pictures = m_seen->take();
+        pictures.removeAll(QStringLiteral("state")); // comes from two threads, at any time
+        QStringList expected;
         for (int i = 1; i <= 5; ++i)
             expected << QStringLiteral("display %1").arg(i) << QStringLiteral("position %1").arg(i);
-        expected << QStringLiteral("state");
-        QTRY_COMPARE(m_seen->names(), expected);
+        QCOMPARE(pictures, expected);
         QCOMPARE(m_controller->progress(), 1.0);
     }
 

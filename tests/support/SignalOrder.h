@@ -7,6 +7,7 @@
 #include <QtCore/QStringList>
 
 #include <mutex>
+#include <vector>
 
 /*!
  * \brief Notes the signals of an object as they are emitted, in whichever thread: QSignalSpy is not
@@ -34,13 +35,13 @@ public:
     void add(const QString &name)
     {
         const std::lock_guard<std::mutex> locker(m_mutex);
-        m_names += name;
+        m_names.push_back(name);
     }
 
     QStringList names() const
     {
         const std::lock_guard<std::mutex> locker(m_mutex);
-        return m_names;
+        return list();
     }
 
     int count(const QString &name) const { return int(names().count(name)); }
@@ -49,12 +50,16 @@ public:
     QStringList take()
     {
         const std::lock_guard<std::mutex> locker(m_mutex);
-        return std::exchange(m_names, {});
+        const QStringList taken = list();
+        m_names.clear();
+        return taken;
     }
 
 private:
+    QStringList list() const { return QStringList(m_names.begin(), m_names.end()); }
+
     mutable std::mutex m_mutex;
-    QStringList m_names;
+    std::vector<QString> m_names; // not shared with the copies that are handed out
     QList<QMetaObject::Connection> m_connections;
 };
 
