@@ -141,6 +141,7 @@ private Q_SLOTS:
         RecordingHost host(*m_context, { m_packages->path() });
         QCOMPARE(host.messagesOf(HVMessageInformation).at(0),
                  text("indexing packages (%1) in %2 ").arg(filter, m_packages->path()));
+        QCOMPARE(host.messagesOf(HVMessageInformation).filter(text("indexing control")).size(), 1);
         QTEST(host.manager()->keys(), "keys");
     }
 

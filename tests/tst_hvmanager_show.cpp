@@ -101,6 +101,29 @@ private Q_SLOTS:
         QCOMPARE(popup->pos(), QPoint(135, 140));
     }
 
+    void shouldRaiseThePopupWithEachShow()
+    {
+        class Watcher : public QObject
+        {
+        public:
+            int raises = 0;
+
+        protected:
+            bool eventFilter(QObject *, QEvent *event) override
+            {
+                raises += event->type() == QEvent::ZOrderChange ? 1 : 0;
+                return false;
+            }
+        } watcher;
+        HoverScene scene;
+        QVERIFY(scene.show(text("a")));
+        scene.popup()->installEventFilter(&watcher);
+        QVERIFY(scene.show(text("b")));
+        QCOMPARE(watcher.raises, 1);
+        QVERIFY(scene.show(text("b"))); // nothing to do
+        QCOMPARE(watcher.raises, 1);
+    }
+
     void shouldOffsetThePopupFromTheCursor()
     {
         HoverScene scene;

@@ -299,6 +299,7 @@ private Q_SLOTS:
         scene.context().set(HVKeyTranslationFolder, text(""));
         QVERIFY(scene.show(text("b")));
         QCOMPARE(translate(scene), text("Open")); // no folder, so no file
+        QCOMPARE(translate(scene), text("Open")); // nor the next time
     }
 
     void shouldKeepItsTranslationsFromTheApplication()

@@ -11,6 +11,7 @@
 #include <atomic>
 #include <climits>
 #include <memory>
+#include <mutex>
 #include <vector>
 
 using namespace Hovlets;
@@ -36,7 +37,12 @@ public:
                 this, &HVVideoSource::actionChanged, this,
                 [this] { actions.add(QString::number(action())); }, Qt::DirectConnection);
     }
-    ~Source() override { quit(); }
+    ~Source() override
+    {
+        // So that thread checkers see it: QThread::wait() goes by a lock of QtCore's own.
+        quit();
+        const std::lock_guard<std::mutex> locker(m_running);
+    }
 
     using HVVideoSourceFFMPEG::loadSource;
 
@@ -70,6 +76,16 @@ public:
 
     SignalOrder seen;
     SignalOrder actions;
+
+protected:
+    void run() override
+    {
+        const std::lock_guard<std::mutex> locker(m_running);
+        HVVideoSourceFFMPEG::run();
+    }
+
+private:
+    std::mutex m_running;
 };
 
 } // namespace
@@ -576,7 +592,7 @@ void tst_HVVideoSourceFFMPEG::shouldEndWhileItDecodes()
 {
     const DebugLog log;
     for (int i = 0; i < 50; ++i) {
-        Source source;
+        HVVideoSourceFFMPEG source;
         source.setSource(QUrl::fromLocalFile(endless()));
         source.start();
         if (i % 2 == 0)

@@ -29,8 +29,7 @@ QSGNode *updateImageNode(QSGNode *node, QQuickWindow *window, const QImage &imag
     imageNode->setOwnsTexture(true);
     imageNode->setFiltering(QSGTexture::Nearest);
     imageNode->setRect(QRectF(topLeft, QSizeF(image.size()) / image.devicePixelRatio()));
-    old.release();
-    return imageNode;
+    return old.release();
 }
 
 } // namespace Hovlets

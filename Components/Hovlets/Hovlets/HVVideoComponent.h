@@ -34,7 +34,7 @@ class HVVideoComponent : public QQuickItem
     Q_PROPERTY(double loadProgress READ loadProgress NOTIFY loadProgressChanged)
 
 public:
-    enum VideoState { resetState = 0, pausedState = 1, playingState = 2 };
+    enum VideoState : int { resetState = 0, pausedState = 1, playingState = 2 };
     Q_ENUM(VideoState)
 
     explicit HVVideoComponent(QQuickItem *parent = nullptr);

@@ -29,7 +29,7 @@ class HVVideoController : public QThread
     Q_DISABLE_COPY_MOVE(HVVideoController)
 
 public:
-    enum State { Paused = 0, Playing = 1 };
+    enum State : int { Paused = 0, Playing = 1 };
 
     /// \a source is not owned and must outlive the thread.
     HVVideoController(HVVideoSource *source, QObject *parent);
