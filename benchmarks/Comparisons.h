@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <benchmark/benchmark.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+/*!
+ * \brief Prints the benchmarks as they finish, and at the end what they say about each other.
+ *
+ * Times depend on the machine; only ratios of two that ran side by side mean something elsewhere.
+ */
+class Comparisons : public benchmark::ConsoleReporter
+{
+public:
+    Comparisons()
+        : ConsoleReporter(OO_Tabular)
+    {
+    }
+
+    /*!
+     * Adds a line to the closing table: \a ours against the fastest of \a peers, which is to stay
+     * at or below \a limit. Names are those of registered benchmarks.
+     */
+    void add(const std::string &ours, const std::vector<std::string> &peers, double limit);
+
+    void ReportRuns(const std::vector<Run> &runs) override;
+
+    /// The table; lines whose benchmarks did not run are left out.
+    void printTable() const;
+
+private:
+    struct Comparison
+    {
+        std::string ours;
+        std::vector<std::string> peers;
+        double limit;
+    };
+
+    /// Median over the repetitions in seconds, or 0 when the benchmark did not run.
+    double median(const std::string &name) const;
+    double best(const std::string &name) const;
+    std::string fastest(const std::vector<std::string> &names) const;
+
+    std::vector<Comparison> m_comparisons;
+    std::map<std::string, std::vector<double>> m_seconds; // by name, one per repetition
+};

@@ -1,0 +1,156 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Comparisons.h"
+#include "GeneratedContent.h"
+#include "HVContext.h"
+#include "HVIndex.h"
+#include "HVXmlElement.h"
+#include "ParserPeers.h"
+#include "PlainFile.h"
+#include "Suites.h"
+
+#include <QtCore/QByteArrayMatcher>
+
+#include <cstring>
+
+namespace {
+
+using SearchBytes = bool (*)(std::string_view text, const std::string &key);
+
+struct Peer
+{
+    const char *name;
+    SearchBytes find;
+};
+
+bool findWithMemmem(std::string_view text, const std::string &key)
+{
+    return memmem(text.data(), text.size(), key.data(), key.size()) != nullptr;
+}
+
+bool findWithStringView(std::string_view text, const std::string &key)
+{
+    return text.find(key) != std::string_view::npos;
+}
+
+bool findWithQByteArray(std::string_view text, const std::string &key)
+{
+    return QByteArray::fromRawData(text.data(), static_cast<int>(text.size()))
+            .contains(QByteArray::fromRawData(key.data(), static_cast<int>(key.size())));
+}
+
+constexpr Peer Searches[] = {
+    { "memmem", findWithMemmem },
+    { "string_view::find", findWithStringView },
+    { "QByteArray::contains", findWithQByteArray },
+};
+
+constexpr Peer Parsers[] = {
+    { "pugixml", findWithPugixml },
+    { "libxml2 SAX", findWithLibxml2 },
+    { "expat", findWithExpat },
+    { "QXmlStreamReader", findWithQXmlStreamReader },
+};
+
+constexpr int Files = 1000;
+constexpr int FileSize = 27000; // the last entry of a file passes it: 28 MB in all
+
+const GeneratedContent &content()
+{
+    static const GeneratedContent content(Files, FileSize, 20);
+    return content;
+}
+
+/// A look-up of one key, by the library and by its peers.
+class LookUp
+{
+public:
+    LookUp(const char *name, const QString &key, bool hit)
+        : m_prefix(std::string("look-up ") + name + '/')
+        , m_key(key)
+        , m_hit(hit)
+    {
+    }
+
+    void registerAll(Comparisons &comparisons) const
+    {
+        const std::string ours = m_prefix + "Hovlets";
+        add(ours, [look = *this](benchmark::State &state) { look.retrieve(state); });
+
+        std::vector<std::string> searches;
+        // Every file holds the empty key as plain bytes; its attribute is what one would look for.
+        const std::string bytes = m_key.isEmpty() ? "key=\"\"" : m_key.toStdString();
+        for (const Peer &peer : Searches)
+            searches.push_back(addPeer(std::string("read + ") + peer.name, peer.find, bytes));
+        comparisons.add(ours, searches, 1.5);
+        for (const Peer &peer : Parsers) {
+            const std::string name = std::string("read + ") + peer.name;
+            comparisons.add(ours, { addPeer(name, peer.find, m_key.toStdString()) }, 1.0);
+        }
+    }
+
+private:
+    template <typename Function> static void add(const std::string &name, Function &&function)
+    {
+        benchmark::RegisterBenchmark(name.c_str(), std::forward<Function>(function))
+                ->Unit(benchmark::kMillisecond)
+                ->UseRealTime();
+    }
+
+    std::string addPeer(const std::string &name, SearchBytes find, const std::string &key) const
+    {
+        add(m_prefix + name,
+            [find, key, hit = m_hit](benchmark::State &state) { scan(state, find, key, hit); });
+        return m_prefix + name;
+    }
+
+    void retrieve(benchmark::State &state) const
+    {
+        HVContext context;
+        Hovlets::HVIndex index(&context, {});
+        for (const QString &file : content().files())
+            index.store(nullptr, QLocale(), file, 2);
+        for (auto _ : state) {
+            QString path;
+            int depth = 0;
+            Hovlets::HVXmlElement *root = nullptr;
+            Hovlets::HVXmlElement *entry =
+                    index.retrieve(m_key, QLocale(QStringLiteral("en_US")), path, depth, root);
+            if ((entry != nullptr) != m_hit)
+                state.SkipWithError("wrong answer");
+            if (entry)
+                delete root;
+        }
+    }
+
+    static void scan(benchmark::State &state, SearchBytes find, const std::string &key, bool hit)
+    {
+        std::vector<std::string> paths;
+        for (const QString &file : content().files())
+            paths.push_back(file.toStdString());
+        PlainFile file;
+        for (auto _ : state) {
+            bool found = false;
+            for (size_t i = 0; i < paths.size() && !found; ++i)
+                found = find(file.readAll(paths[i]), key);
+            if (found != hit)
+                state.SkipWithError("wrong answer");
+        }
+    }
+
+    std::string m_prefix;
+    QString m_key;
+    bool m_hit;
+};
+
+} // namespace
+
+void registerLookUpBenchmarks(Comparisons &comparisons)
+{
+    // What a mouse over a control without content asks for: a name that Qt itself gives.
+    LookUp("miss", QStringLiteral("qt_scrollarea_viewport"), false).registerAll(comparisons);
+    LookUp("miss, key like others", QStringLiteral("mainWindow.dialog12.noSuchControl"), false)
+            .registerAll(comparisons);
+    LookUp("miss, empty key", QString(), false).registerAll(comparisons);
+    LookUp("hit in the last file", GeneratedContent::key(Files - 1, 0), true)
+            .registerAll(comparisons);
+}

@@ -1,0 +1,266 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Comparisons.h"
+#include "GeneratedContent.h"
+#include "HVContext.h"
+#include "HVIndex.h"
+#include "HVInterface.h"
+#include "HVManager.h"
+#include "HVView.h"
+#include "HVWidget.h"
+#include "HVXmlElement.h"
+#include "Suites.h"
+#include "ToolTipPeer.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QEventLoop>
+#include <QtCore/QFileInfo>
+#include <QtCore/QTimer>
+#include <QtQuick/QQuickWindow>
+
+#include <chrono>
+#include <memory>
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr QPoint Position(100, 100);
+
+double secondsSince(Clock::time_point start)
+{
+    return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+/// Runs the event loop until the view has rendered its next frame, as a user waits for it.
+bool waitForFrame(QQuickWidget &view)
+{
+    constexpr int Patience = 10000;
+    bool rendered = false;
+    QEventLoop loop;
+    QTimer::singleShot(Patience, &loop, &QEventLoop::quit);
+    QObject::connect(view.quickWindow(), &QQuickWindow::afterRendering, &loop, [&] {
+        rendered = true;
+        loop.quit();
+    });
+    loop.exec();
+    return rendered;
+}
+
+/// Renders at once, without the pause that Qt makes before a frame: the work alone.
+bool drawAtOnce(QQuickWidget &view)
+{
+    return !view.grabFramebuffer().isNull();
+}
+
+using TakePicture = bool (*)(QQuickWidget &view);
+
+/// A package with a control file of some entries, and the user interface to show them with.
+class Package
+{
+public:
+    /// The default user interface.
+    Package()
+        : m_content(1, FileSize, 1)
+        , m_components(QStringLiteral(HOVLETS_PACKAGES "/Default.hovlets"))
+    {
+    }
+
+    explicit Package(const QByteArray &userInterface)
+        : m_content(1, FileSize, 1)
+        , m_components(folder())
+    {
+        GeneratedContent::write(m_components + UserInterface, userInterface);
+    }
+
+    QStringList dataPaths() const { return { m_content.path() }; }
+    QString folder() const { return m_content.packageFolder(0); }
+    QString controlFile() const { return m_content.files().constFirst(); }
+
+    /// The folder with the user interface.
+    QString components() const { return m_components; }
+    QUrl userInterface() const { return QUrl::fromLocalFile(m_components + UserInterface); }
+
+    static QString key(int entry) { return GeneratedContent::key(0, entry); }
+
+private:
+    static constexpr int FileSize = 3000;
+    static constexpr QLatin1String UserInterface = QLatin1String("/ui/HovletsUI.qml");
+
+    GeneratedContent m_content;
+    QString m_components;
+};
+
+/// The library over a package, without a popup yet.
+class Library
+{
+public:
+    explicit Library(const Package &package)
+        : m_host(m_context, {})
+        , m_manager(std::make_unique<Hovlets::HVManager>(&m_host, settings(package),
+                                                         package.dataPaths(), nullptr))
+    {
+    }
+
+    ~Library()
+    {
+        m_manager.reset();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+
+    bool show(int entry, TakePicture take)
+    {
+        return m_manager->show(Package::key(entry), Position, nullptr)
+                && take(*m_manager->widget()->view());
+    }
+
+private:
+    HVContext &settings(const Package &package)
+    {
+        m_context.set(Hovlets::HVKeyHideDelay, 0);
+        m_context.set(Hovlets::HVKeyExtraComponentPath, package.components());
+        return m_context;
+    }
+
+    HVContext m_context;
+    Hovlets::HVInterface m_host;
+    std::unique_ptr<Hovlets::HVManager> m_manager;
+};
+
+/// A bare tooltip over the same package; its content is there before the measurement begins.
+class Bare
+{
+public:
+    explicit Bare(const Package &package)
+        : m_package(package)
+        , m_index(&m_context, {})
+    {
+        for (int entry = 0; entry < 2; ++entry) {
+            Hovlets::HVXmlElement *root = nullptr;
+            m_entries[entry] = m_index.load(Package::key(entry), package.controlFile(),
+                                            QLocale(QStringLiteral("en_US")), root);
+            m_roots[entry].reset(root);
+        }
+    }
+
+    ~Bare() { m_popup.reset(); }
+
+    bool show(int entry, TakePicture take)
+    {
+        if (!m_popup)
+            m_popup = std::make_unique<ToolTipPeer>();
+        m_popup->show(m_entries[entry], m_package.folder(), m_package.userInterface(), Position);
+        return take(*m_popup);
+    }
+
+private:
+    const Package &m_package;
+    HVContext m_context;
+    Hovlets::HVIndex m_index;
+    Hovlets::HVXmlElement *m_entries[2] = {};
+    std::unique_ptr<Hovlets::HVXmlElement> m_roots[2];
+    std::unique_ptr<ToolTipPeer> m_popup;
+};
+
+/// From a look-up to the first picture, with nothing there but the content's index.
+template <typename Popup>
+void showCold(benchmark::State &state, const Package &package, TakePicture take)
+{
+    for (auto _ : state) {
+        Popup popup(package);
+        const Clock::time_point start = Clock::now();
+        const bool shown = popup.show(0, take);
+        state.SetIterationTime(secondsSince(start));
+        if (!shown)
+            state.SkipWithError("no picture");
+    }
+}
+
+/// The same with a popup that is up and shows something else.
+template <typename Popup>
+void showWarm(benchmark::State &state, const Package &package, TakePicture take)
+{
+    Popup popup(package);
+    int entry = 0;
+    popup.show(entry, waitForFrame);
+    for (auto _ : state) {
+        entry = 1 - entry;
+        const Clock::time_point start = Clock::now();
+        const bool shown = popup.show(entry, take);
+        state.SetIterationTime(secondsSince(start));
+        if (!shown)
+            state.SkipWithError("no picture");
+    }
+}
+
+using Measure = void (*)(benchmark::State &, const Package &, TakePicture);
+
+void registerPair(Comparisons &comparisons, const std::string &prefix, Measure library,
+                  Measure bare, TakePicture take, const std::shared_ptr<Package> &package)
+{
+    const auto add = [&](const std::string &name, Measure measure) {
+        benchmark::RegisterBenchmark(name.c_str(),
+                                     [measure, take, package](benchmark::State &state) {
+                                         measure(state, *package, take);
+                                     })
+                ->Unit(benchmark::kMillisecond)
+                ->UseManualTime();
+        return name;
+    };
+    const std::string ours = add(prefix + "/Hovlets", library);
+    comparisons.add(ours, { add(prefix + "/bare QQuickWidget", bare) }, 1.2);
+}
+
+void registerFor(Comparisons &comparisons, const std::string &name,
+                 const std::shared_ptr<Package> &package)
+{
+    const std::pair<const char *, TakePicture> ends[] = {
+        { ", next frame", waitForFrame },
+        { ", drawn at once", drawAtOnce },
+    };
+    for (const auto &[end, take] : ends) {
+        registerPair(comparisons, "cold show, " + name + end, showCold<Library>, showCold<Bare>,
+                     take, package);
+        registerPair(comparisons, "warm show, " + name + end, showWarm<Library>, showWarm<Bare>,
+                     take, package);
+    }
+}
+
+constexpr auto SmallUserInterface = R"(import QtQuick 2.15
+
+Rectangle {
+    width: 400
+    height: column.height + 20
+    color: hovletTheme.base
+    border.color: hovletTheme.text
+
+    Column {
+        id: column
+        x: 10
+        y: 10
+        width: parent.width - 20
+        spacing: 6
+
+        Text {
+            width: parent.width
+            text: hovlet.attribute("title")
+            color: hovletTheme.text
+            font.bold: true
+            wrapMode: Text.Wrap
+        }
+        Text {
+            width: parent.width
+            text: hovlet.childElement("text").content
+            color: hovletTheme.text
+            wrapMode: Text.Wrap
+        }
+    }
+}
+)";
+
+} // namespace
+
+void registerShowBenchmarks(Comparisons &comparisons)
+{
+    registerFor(comparisons, "small QML", std::make_shared<Package>(SmallUserInterface));
+    registerFor(comparisons, "default QML", std::make_shared<Package>());
+}

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Comparisons.h"
+#include "Suites.h"
+
+#include <QtWidgets/QApplication>
+
+#include <vector>
+
+namespace {
+
+void setDefault(const char *variable, const char *value)
+{
+    if (!qEnvironmentVariableIsSet(variable))
+        qputenv(variable, value);
+}
+
+QtMessageHandler standardLog = nullptr;
+
+/// Keeps out what the offscreen platform says of itself whenever a window is shown.
+void logMessage(QtMsgType type, const QMessageLogContext &context, const QString &text)
+{
+    if (!text.startsWith(QLatin1String("This plugin does not support ")))
+        standardLog(type, context, text);
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    setDefault("QT_QPA_PLATFORM", "offscreen");
+    setDefault("QT_QUICK_BACKEND", "software");
+
+    // Interleaved, so that whatever else the machine does hits a benchmark and its peer alike.
+    char repetitions[] = "--benchmark_repetitions=9";
+    char interleaving[] = "--benchmark_enable_random_interleaving=true";
+    char duration[] = "--benchmark_min_time=0.05";
+    std::vector<char *> arguments { argv[0], repetitions, interleaving, duration };
+    arguments.insert(arguments.end(), argv + 1, argv + argc);
+    int count = static_cast<int>(arguments.size());
+    arguments.push_back(nullptr);
+    benchmark::Initialize(&count, arguments.data());
+    if (benchmark::ReportUnrecognizedArguments(count, arguments.data()))
+        return 1;
+
+    standardLog = qInstallMessageHandler(logMessage);
+    QApplication application(argc, argv);
+    Comparisons comparisons;
+    registerLookUpBenchmarks(comparisons);
+    registerStartUpBenchmarks(comparisons);
+    registerShowBenchmarks(comparisons);
+    benchmark::RunSpecifiedBenchmarks(&comparisons);
+    comparisons.printTable();
+    return 0;
+}
