@@ -69,6 +69,8 @@ private Q_SLOTS:
     {
         m_popup->show("");
         auto *item = new CountingItem(m_popup->view()->rootObject());
+        const auto *controller = item->findChild<HVVideoController *>();
+        QSignalSpy told(controller, &HVVideoController::loadProgressChanged);
         item->setSource(QStringLiteral("red.avi"));
         QTRY_VERIFY(isRed(m_popup->pixel(20, 20)));
         QTRY_COMPARE(item->uploaded, 1);
@@ -78,8 +80,8 @@ private Q_SLOTS:
         QVERIFY(item->painted > painted);
         QCOMPARE(item->uploaded, 1);
 
-        const auto *controller = item->findChild<HVVideoController *>();
-        QTRY_COMPARE_WITH_TIMEOUT(controller->frameCount(), quint64(200), 60000);
+        // Of the request, of the loading and of the end of the stream, which pauses.
+        QTRY_COMPARE_WITH_TIMEOUT(told.count(), 3, 60000);
         item->play();
         QTRY_VERIFY(item->uploaded > 5);
         item->pause();
