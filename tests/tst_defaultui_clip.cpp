@@ -148,7 +148,7 @@ private Q_SLOTS:
         QTRY_VERIFY(video());
         QTRY_COMPARE(video()->state(), HVVideoComponent::playingState);
         const QPointer<HVVideoComponent> playing = video();
-        delete m_bench->view();
+        m_bench->host.popup()->setView(nullptr);
         QTRY_VERIFY(!playing);
         m_bench.reset();
     }
