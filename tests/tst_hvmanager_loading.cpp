@@ -7,6 +7,11 @@
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QRegularExpression>
+#include <QtCore/QScopeGuard>
+
+#ifdef Q_OS_UNIX
+#    include <unistd.h>
+#endif
 
 using namespace Hovlets;
 
@@ -219,23 +224,47 @@ private Q_SLOTS:
         QCOMPARE(index.notes.at(3), index.notes.at(1));
     }
 
-    void shouldIndexPackagesInTheOrderOfTheFolder()
+    void shouldIndexByName()
     {
-        for (const char *name : { "c", "a", "d", "b", "e" })
+        for (const char *name : { "c", "A", "d", "b" })
             m_packages->addPackage(text(name), { text(name) });
+        for (const char *name : { "z", "Y", "x" })
+            m_packages->addControlFile(text("b"), text(name), "<hovlets/>");
         NotingIndex index;
         RecordingHost host(*m_context, { m_packages->path() }, &index);
-        QStringList expected;
-        const QStringList names = QDir(m_packages->path()).entryList(QDir::Dirs, QDir::NoSort);
-        for (const QString &name : names) {
-            if (name.endsWith(text(".hovlets")))
-                expected += m_packages->path() + QLatin1Char('/') + name;
-        }
         QStringList found;
         for (const QString &note : index.notes.mid(1))
-            found += note.section(QLatin1Char(' '), 1);
-        QCOMPARE(found, expected);
+            found += note.section(QLatin1Char(' '), 0, 0).mid(m_packages->path().size() + 1);
+        QCOMPARE(found,
+                 (QStringList { text("A.hovlets/Control/content.xml"),
+                                text("b.hovlets/Control/content.xml"),
+                                text("b.hovlets/Control/x.xml"), text("b.hovlets/Control/Y.xml"),
+                                text("b.hovlets/Control/z.xml"),
+                                text("c.hovlets/Control/content.xml"),
+                                text("d.hovlets/Control/content.xml") }));
     }
+
+#ifdef Q_OS_UNIX
+    void shouldPassOverFilesThatItMayNotRead()
+    {
+        m_packages->addPackage(text("P"), { text("a") });
+        const QString file = m_packages->addControlFile(text("P"), text("secret"), "<hovlets/>");
+        QVERIFY(QFile::setPermissions(file, QFile::WriteOwner));
+        NotingIndex index;
+        QVERIFY(QFile::setPermissions(m_packages->path(), QFile::Permissions(0x7755)));
+        // Whether a file may be read goes by the real user, and the superuser reads everything.
+        const uid_t user = ::getuid();
+        const auto restore = qScopeGuard([user] {
+            if (::setreuid(user, uid_t(-1)) != 0)
+                qFatal("The real user stays another one");
+        });
+        QVERIFY(user != 0 || ::setreuid(65534, uid_t(-1)) == 0);
+        RecordingHost host(*m_context, { m_packages->path() }, &index);
+        QCOMPARE(host.messagesOf(HVMessageInformation).filter(text("secret")), QStringList());
+        QCOMPARE(index.notes.filter(text("content.xml")).size(), 1);
+        QCOMPARE(index.notes.filter(text("secret.xml")).size(), 0);
+    }
+#endif
 
     void shouldHandCanonicalPathsToTheIndex()
     {

@@ -2,32 +2,89 @@
 #include "HVPackageFiles.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QFile>
+
+#include <algorithm>
+
+#ifdef Q_OS_LINUX
+#    include <dirent.h>
+#    include <fcntl.h>
+#    include <sys/stat.h>
+#    include <unistd.h>
+
+#    include <memory>
+#endif
 
 namespace Hovlets {
 
 namespace {
 
 constexpr QDir::Filters Listed = QDir::NoSymLinks | QDir::Readable | QDir::NoDotAndDotDot;
+constexpr QLatin1String ControlFileEnding(".xml");
+
+#ifdef Q_OS_LINUX
+
+/// By its entry alone where the file system tells the type in it, as the common ones do.
+bool isRegularFile(int folder, const dirent &entry)
+{
+    if (entry.d_type != DT_UNKNOWN)
+        return entry.d_type == DT_REG;
+    struct stat status = {};
+    return ::fstatat(folder, entry.d_name, &status, AT_SYMLINK_NOFOLLOW) == 0
+            && S_ISREG(status.st_mode);
+}
+
+/// What QDir lists, in a third of its time: it asks for each file by its whole path, and makes two
+/// objects of it. Start-up spends most of its time here.
+QStringList listedFiles(const QString &path)
+{
+    const std::unique_ptr<DIR, int (*)(DIR *)> folder(
+            ::opendir(QFile::encodeName(path).constData()), &::closedir);
+    if (!folder)
+        return {};
+    const int descriptor = ::dirfd(folder.get());
+    QStringList names;
+    while (const dirent *entry = ::readdir(folder.get())) {
+        const QString name = QFile::decodeName(entry->d_name);
+        if (name.endsWith(ControlFileEnding, Qt::CaseInsensitive)
+            && !name.startsWith(QLatin1Char('.')) && isRegularFile(descriptor, *entry)
+            && ::faccessat(descriptor, entry->d_name, R_OK, 0) == 0)
+            names += name;
+    }
+    return names;
+}
+
+#else
+
+QStringList listedFiles(const QString &path)
+{
+    return QDir(path).entryList({ QLatin1Char('*') + ControlFileEnding }, QDir::Files | Listed,
+                                QDir::Unsorted);
+}
+
+#endif
+
+bool isBefore(const QString &left, const QString &right)
+{
+    const int order = left.compare(right, Qt::CaseInsensitive);
+    return order != 0 ? order < 0 : left < right;
+}
 
 } // namespace
 
 QList<QFileInfo> packagesIn(const QDir &directory, const QString &filter)
 {
-    return directory.entryInfoList({ filter }, QDir::Dirs | Listed, QDir::NoSort);
+    return directory.entryInfoList({ filter }, QDir::Dirs | Listed, QDir::Name | QDir::IgnoreCase);
 }
 
 QStringList controlFilesIn(const QFileInfo &folder)
 {
-    // Not a name filter of QDir, whose regular expression doubles the time of the listing.
-    const QStringList names =
-            QDir(folder.absoluteFilePath()).entryList(QDir::Files | Listed, QDir::NoSort);
+    QStringList files = listedFiles(folder.absoluteFilePath());
+    std::sort(files.begin(), files.end(), &isBefore);
     // No entry is a symbolic link, so the folder's canonical path serves all its files.
     const QDir canonical(folder.canonicalFilePath());
-    QStringList files;
-    for (const QString &name : names) {
-        if (name.endsWith(QLatin1String(".xml"), Qt::CaseInsensitive))
-            files += canonical.filePath(name);
-    }
+    for (QString &file : files)
+        file = canonical.filePath(file);
     return files;
 }
 

@@ -8,8 +8,8 @@
 
 class QDir;
 
-// Where packages and their control files lie on disk. Symbolic links and what cannot be read are
-// left out, silently; the order is the file system's.
+// Where packages and their control files lie on disk. What is hidden, a symbolic link or not to be
+// read is left out, silently. They come by name, so that the same entry answers on every machine.
 
 namespace Hovlets {
 
