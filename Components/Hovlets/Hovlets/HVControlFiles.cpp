@@ -18,12 +18,23 @@ int levelsUp(const QString &folder, const QString &location)
     const QString target = QFileInfo(location).canonicalFilePath();
     int levels = 0;
     for (QFileInfo info(folder); !target.isEmpty(); info.setFile(info.absolutePath()), ++levels) {
-        if (info.canonicalFilePath() == target)
+        if (info.filePath() == location || info.canonicalFilePath() == target)
             return levels;
         if (info.isRoot() || info.filePath().isEmpty())
             return -1;
     }
     return -1;
+}
+
+/// Whether some "<" in \a line may begin a start tag: those of declarations and comments do not.
+bool mayHoldStartTag(const QByteArray &line)
+{
+    for (auto at = line.indexOf('<'); at >= 0; at = line.indexOf('<', at + 1)) {
+        const char next = at + 1 < line.size() ? line.at(at + 1) : '\n';
+        if (next != '?' && next != '!' && next != '/' && next != '\n')
+            return true;
+    }
+    return false;
 }
 
 /// Whether the first start tag in \a text is "hovlets"; nothing when no line holds a start tag.
@@ -41,7 +52,7 @@ std::optional<bool> namesHovlets(const QByteArray &text)
         const auto newline = line.indexOf('\n');
         if (newline >= 0)
             line.truncate(newline + 1);
-        if (!line.contains('<'))
+        if (!mayHoldStartTag(line))
             continue;
         const QRegularExpressionMatch match = startTag.match(QString::fromUtf8(line));
         if (match.hasMatch())
