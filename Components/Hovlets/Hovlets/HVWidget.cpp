@@ -4,6 +4,7 @@
 #include "HVContentTree.h"
 #include "HVContext.h"
 #include "HVManager.h"
+#include "HVPinning.h"
 #include "HVView.h"
 
 #include <QtCore/QDir>
@@ -23,30 +24,14 @@
 #include <QtQml/QQmlContext>
 #include <QtQml/QQmlEngine>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QLayout>
 #include <QtWidgets/QToolTip>
-#include <QtWidgets/QVBoxLayout>
 
 namespace Hovlets {
 
 namespace {
 
-constexpr Qt::WindowFlags PinnedHints =
-        Qt::WindowTitleHint | Qt::CustomizeWindowHint | Qt::WindowCloseButtonHint;
 constexpr qreal FadeStart = 0.1;
-
-/// What to call a pinned popup: content may carry its title in any of three places.
-QString titleOf(const HVXmlElement *content)
-{
-    if (!content)
-        return {};
-    QString title = content->property("title").toString();
-    if (title.isEmpty())
-        title = content->attribute(QStringLiteral("title"));
-    const HVXmlElement *child = content->childElement(QStringLiteral("title"));
-    if (title.isEmpty() && child)
-        title = child->content().simplified();
-    return title;
-}
 
 } // namespace
 
@@ -355,41 +340,14 @@ void HVWidget::contentReservedChanged()
     // item whose handler pins the popup.
     const auto move = [this, position = pos(), target = QPointer<QWidget>(container)] {
         if (target)
-            dock(target, position);
+            dockPopup(*this, *target, position);
         else
-            becomeToolWindow(position);
+            makeToolWindow(*this, position);
     };
     if (d->view->isReservedByQml())
         QMetaObject::invokeMethod(this, move, Qt::QueuedConnection);
     else
         move();
-}
-
-void HVWidget::dock(QWidget *container, const QPoint &position)
-{
-    setParent(container, Qt::WindowFlags());
-    if (!container->layout()) {
-        auto *layout = new QVBoxLayout(container);
-        layout->setContentsMargins(0, 0, 0, 0);
-    }
-    const HVXmlElement *content = d->view->content();
-    container->setWindowTitle(content ? content->attribute(QStringLiteral("title")) : QString());
-    container->layout()->addWidget(this);
-    container->setWindowFlags(container->windowFlags() | PinnedHints);
-    show();
-    contentResized();
-    if (container->isWindow())
-        container->move(position);
-    container->show();
-}
-
-void HVWidget::becomeToolWindow(const QPoint &position)
-{
-    setParent(d->referenceWidget ? d->referenceWidget->window() : nullptr, Qt::Tool | PinnedHints);
-    setWindowModality(Qt::NonModal);
-    setWindowTitle(titleOf(d->view->content()));
-    move(position);
-    show();
 }
 
 /// QML closes the window around it with hovletView.close(): closing the view alone would leave an

@@ -90,8 +90,6 @@ protected:
     bool eventFilter(QObject *object, QEvent *event) override;
 
 private:
-    void dock(QWidget *container, const QPoint &position);
-    void becomeToolWindow(const QPoint &position);
     void endFadeOut();
     QWidget *ownWindow();
 
