@@ -1,0 +1,50 @@
+# SPDX-License-Identifier: Apache-2.0
+# What `cmake --install` lays out, in components from which HovletsPackages makes packages:
+#
+#   Runtime  the library
+#   Data     the default packages
+#   Headers  headers and the CMake package "Hovlets"
+#   Dev      what a host links with: the CMake package and the pkg-config file of one Qt
+#   Tools    the program for authors
+#
+# The builds for Qt 6 and Qt 5 can share a prefix: what they do not both name after their Qt (Data,
+# Headers and Tools) is the same in both.
+
+include(CMakePackageConfigHelpers)
+
+set(HOVLETS_PACKAGES_DIR "${CMAKE_INSTALL_DATADIR}/hovlets/packages")
+set(_config_dir "${CMAKE_INSTALL_LIBDIR}/cmake")
+set(_library "Hovlets${HOVLETS_QT}")
+
+install(TARGETS Hovlets EXPORT HovletsTargets
+    LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT Runtime NAMELINK_COMPONENT Dev
+    RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT Runtime
+    ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT Dev
+    PUBLIC_HEADER DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/Hovlets" COMPONENT Headers
+    INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
+install(DIRECTORY Components/Hovlets/Packages/
+    DESTINATION "${HOVLETS_PACKAGES_DIR}" COMPONENT Data)
+
+# find_package(Hovlets) takes the package of the host's Qt.
+install(EXPORT HovletsTargets NAMESPACE Hovlets:: FILE "${_library}Targets.cmake"
+    DESTINATION "${_config_dir}/${_library}" COMPONENT Dev)
+configure_package_config_file(cmake/HovletsQtConfig.cmake.in "${_library}Config.cmake"
+    INSTALL_DESTINATION "${_config_dir}/${_library}"
+    PATH_VARS HOVLETS_PACKAGES_DIR)
+configure_file(cmake/HovletsConfig.cmake.in HovletsConfig.cmake @ONLY)
+write_basic_package_version_file(HovletsConfigVersion.cmake
+    COMPATIBILITY SameMajorVersion ARCH_INDEPENDENT)
+write_basic_package_version_file("${_library}ConfigVersion.cmake" COMPATIBILITY SameMajorVersion)
+install(FILES "${CMAKE_CURRENT_BINARY_DIR}/${_library}Config.cmake"
+              "${CMAKE_CURRENT_BINARY_DIR}/${_library}ConfigVersion.cmake"
+    DESTINATION "${_config_dir}/${_library}" COMPONENT Dev)
+install(FILES "${CMAKE_CURRENT_BINARY_DIR}/HovletsConfig.cmake"
+              "${CMAKE_CURRENT_BINARY_DIR}/HovletsConfigVersion.cmake"
+    DESTINATION "${_config_dir}/Hovlets" COMPONENT Headers)
+
+# A relative prefix lets an installed tree be moved.
+file(RELATIVE_PATH HOVLETS_PC_PREFIX
+    "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig" "${CMAKE_INSTALL_PREFIX}")
+configure_file(cmake/Hovlets.pc.in "${_library}.pc" @ONLY)
+install(FILES "${CMAKE_CURRENT_BINARY_DIR}/${_library}.pc"
+    DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig" COMPONENT Dev)
