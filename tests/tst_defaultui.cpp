@@ -3,8 +3,6 @@
 #include "TestMain.h"
 
 #include <QtCore/QPointer>
-#include <QtGui/QWheelEvent>
-#include <QtGui/QWindow>
 #include <QtQml/QQmlContext>
 #include <QtQml/QQmlEngine>
 
@@ -246,39 +244,6 @@ private Q_SLOTS:
         QTRY_VERIFY(popup.isNull());
     }
 
-    void shouldScrollLongContent_data()
-    {
-        QTest::addColumn<bool>("wheel");
-        QTest::newRow("wheel") << true;
-        QTest::newRow("drag") << false;
-    }
-
-    void shouldScrollLongContent()
-    {
-        QFETCH(bool, wheel);
-        m_bench = std::make_unique<DefaultUiBench>(longEntry("long") + longEntry("other"));
-        QVERIFY(m_bench->show(QStringLiteral("long")));
-        QVERIFY(QTest::qWaitForWindowExposed(m_bench->host.popup()));
-        QQuickItem *flickable = m_bench->item("flickable");
-        QVERIFY(m_bench->item("scrollMark"));
-        QVERIFY(flickable->property("contentHeight").toReal() > 2 * m_bench->root()->height());
-        const qreal markAtTop = m_bench->item("scrollMark")->y();
-        wheel ? turnWheel() : drag();
-        QTRY_VERIFY(flickable->property("contentY").toReal() > 0);
-        QVERIFY(m_bench->item("scrollMark")->y() > markAtTop);
-
-        QVERIFY(m_bench->show(QStringLiteral("other")));
-        QCOMPARE(flickable->property("contentY").toReal(), 0.0);
-    }
-
-    void shouldNotScrollContentThatFits()
-    {
-        showEntry("title=\"Save\"", "<p>Text</p>");
-        QVERIFY(!m_bench->item("scrollMark"));
-        turnWheel();
-        QCOMPARE(m_bench->item("flickable")->property("contentY").toReal(), 0.0);
-    }
-
     void shouldFollowContentThatIsReplacedWhileShown()
     {
         m_bench = std::make_unique<DefaultUiBench>(
@@ -333,12 +298,6 @@ private:
         QVERIFY(m_bench->show());
     }
 
-    static QByteArray longEntry(const QByteArray &key)
-    {
-        return DefaultUiBench::entry("title=\"T\"",
-                                     "<p>" + QByteArray("word ").repeated(2000) + "</p>", key);
-    }
-
     static QStringList list(std::initializer_list<const char *> texts)
     {
         QStringList result;
@@ -354,26 +313,6 @@ private:
         QImage image(size, QImage::Format_RGB32);
         image.fill(Qt::red);
         QVERIFY(image.save(path));
-    }
-
-    QPoint middle() { return m_bench->view()->rect().center(); }
-
-    void turnWheel()
-    {
-        QWheelEvent event(middle(), m_bench->view()->mapToGlobal(middle()), {}, { 0, -240 },
-                          Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-        QCoreApplication::sendEvent(m_bench->view(), &event);
-    }
-
-    /// Through the window, as QTest moves the mouse of a widget without its buttons, and at the
-    /// speed of a hand: Qt 5 takes moves at the same instant for none.
-    void drag()
-    {
-        QWindow *window = m_bench->host.popup()->windowHandle();
-        QTest::mousePress(window, Qt::LeftButton, {}, middle());
-        for (int distance = 10; distance <= 60; distance += 10)
-            QTest::mouseMove(window, middle() - QPoint(0, distance), 20);
-        QTest::mouseRelease(window, Qt::LeftButton, {}, middle() - QPoint(0, 60));
     }
 
     std::unique_ptr<DefaultUiBench> m_bench;

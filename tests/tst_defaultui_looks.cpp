@@ -345,7 +345,7 @@ private:
     /// No text leaves the popup, is cut off, or lies on another or on the button.
     void checkTexts()
     {
-        const bool scrolls = m_bench->item("scrollMark");
+        const bool scrolls = m_bench->item("scrollBar");
         const QQuickItem *pin = m_bench->item("pin");
         const QList<QQuickItem *> texts = m_bench->textItems();
         QVERIFY(!texts.isEmpty());

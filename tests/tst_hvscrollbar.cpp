@@ -40,7 +40,9 @@ private Q_SLOTS:
                  QStringList({ QStringLiteral("startChanged()"), QStringLiteral("endChanged()"),
                                QStringLiteral("positionChanged()"),
                                QStringLiteral("orientHorizontalChanged()"),
-                               QStringLiteral("scrollBarWidthChanged()") }));
+                               QStringLiteral("scrollBarWidthChanged()"),
+                               QStringLiteral("pageStepChanged()"),
+                               QStringLiteral("singleStepChanged()") }));
         QCOMPARE(ownMethods(type, QMetaMethod::Slot),
                  QStringList { QStringLiteral("scrollBarPositionChanged(int)") });
         QCOMPARE(ownMethods(type, QMetaMethod::Method),
@@ -51,7 +53,25 @@ private Q_SLOTS:
                                QStringLiteral("float end rw endChanged"),
                                QStringLiteral("float position rw positionChanged"),
                                QStringLiteral("bool orientHorizontal rw orientHorizontalChanged"),
-                               QStringLiteral("float scrollBarWidth r scrollBarWidthChanged") }));
+                               QStringLiteral("float scrollBarWidth r scrollBarWidthChanged"),
+                               QStringLiteral("float pageStep rw pageStepChanged"),
+                               QStringLiteral("float singleStep rw singleStepChanged") }));
+    }
+
+    void shouldStepByHundredthsToo()
+    {
+        QCOMPARE(m_item->pageStep(), 0.1F);
+        QCOMPARE(m_item->singleStep(), 0.01F);
+        QSignalSpy page(m_item.get(), &HVScrollBarComponent::pageStepChanged);
+        QSignalSpy single(m_item.get(), &HVScrollBarComponent::singleStepChanged);
+        m_item->setPageStep(2.999F);
+        m_item->setSingleStep(0.5F);
+        QCOMPARE(m_bar->pageStep(), 299);
+        QCOMPARE(m_bar->singleStep(), 50);
+        QCOMPARE(m_item->pageStep(), 2.99F);
+        QCOMPARE(m_item->singleStep(), 0.5F);
+        QCOMPARE(page.count(), 1);
+        QCOMPARE(single.count(), 1);
     }
 
     void shouldTruncateToHundredths_data()

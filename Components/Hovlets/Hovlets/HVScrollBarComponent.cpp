@@ -108,6 +108,28 @@ float HVScrollBarComponent::scrollBarWidth() const
     return static_cast<float>(orientHorizontal() ? m_scrollBar->height() : m_scrollBar->width());
 }
 
+float HVScrollBarComponent::pageStep() const
+{
+    return fromHundredths(m_scrollBar->pageStep());
+}
+
+void HVScrollBarComponent::setPageStep(float value)
+{
+    m_scrollBar->setPageStep(hundredths(value));
+    Q_EMIT pageStepChanged();
+}
+
+float HVScrollBarComponent::singleStep() const
+{
+    return fromHundredths(m_scrollBar->singleStep());
+}
+
+void HVScrollBarComponent::setSingleStep(float value)
+{
+    m_scrollBar->setSingleStep(hundredths(value));
+    Q_EMIT singleStepChanged();
+}
+
 void HVScrollBarComponent::updateDimensions()
 {
     m_scrollBar->setFixedSize(static_cast<int>(width()), static_cast<int>(height()));

@@ -24,6 +24,8 @@ class HVScrollBarComponent : public QQuickPaintedItem
     Q_PROPERTY(bool orientHorizontal READ orientHorizontal WRITE setOrientHorizontal NOTIFY
                        orientHorizontalChanged)
     Q_PROPERTY(float scrollBarWidth READ scrollBarWidth NOTIFY scrollBarWidthChanged)
+    Q_PROPERTY(float pageStep READ pageStep WRITE setPageStep NOTIFY pageStepChanged)
+    Q_PROPERTY(float singleStep READ singleStep WRITE setSingleStep NOTIFY singleStepChanged)
 
 public:
     explicit HVScrollBarComponent(QQuickItem *parent = nullptr);
@@ -43,6 +45,18 @@ public:
     /// The bar's thickness, in pixels.
     float scrollBarWidth() const;
 
+    /*!
+     * How far a click beside the slider moves it: the part of the range that is in view. The
+     * slider's length tells it. 0.1 unless set, which suits no range of pixels.
+     */
+    float pageStep() const;
+    void setPageStep(float value);
+
+    /// How far a click on an arrow moves the slider; the wheel moves it by several. 0.01 if not
+    /// set.
+    float singleStep() const;
+    void setSingleStep(float value);
+
     /// Gives the bar the item's size. The bar keeps its size until this is called.
     Q_INVOKABLE void updateDimensions();
 
@@ -60,6 +74,8 @@ Q_SIGNALS:
     void positionChanged();
     void orientHorizontalChanged();
     void scrollBarWidthChanged();
+    void pageStepChanged();
+    void singleStepChanged();
 
 protected:
     void itemChange(ItemChange change, const ItemChangeData &value) override;

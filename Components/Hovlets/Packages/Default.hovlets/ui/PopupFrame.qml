@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 import QtQuick 2.15
 import QtQuick.Window 2.15
+import com.zandor.hovlets.qml 1.0
 
-// A popup in the desktop's tooltip colours, as large as its content within limits; what is higher
-// scrolls. All sizes are settled as soon as the content is set: the popup is placed by them before
+// A popup that looks like the desktop's tooltips, as large as its content within limits; what is
+// higher scrolls. All sizes are settled as soon as the content is set: the popup is placed by them before
 // the first frame.
 Rectangle {
     id: frame
@@ -24,11 +25,8 @@ Rectangle {
 
     // Beside text that scrolls, and where there is no title, the button has a column of its own.
     readonly property bool scrolls: fullHeight > maximumHeight
-    readonly property int gutter: {
-        if (scrolls || !hasHeader)
-            return pinnable ? buttonSpace : scrolls ? theme.gap : 0;
-        return 0;
-    }
+    readonly property int gutter: Math.max(pinnable && (scrolls || !hasHeader) ? buttonSpace : 0,
+                                           scrolls ? scrollBar.width + theme.smallGap : 0)
 
     readonly property int margins: 2 * theme.padding
     readonly property int maximumHeight: {
@@ -57,7 +55,26 @@ Rectangle {
     height: Math.min(Math.max(fullHeight, pinnable ? theme.buttonSize + 2 * buttonMargin : 0),
                      maximumHeight)
     color: theme.base
-    border.color: theme.border
+
+    // The desktop's own tooltip. Its line is black and would be lost on a dark ground: it lies just
+    // outside, and the one on top is in the theme's colour.
+    HVStyledRectangle {
+        objectName: "background"
+        readonly property color base: frame.theme.base
+
+        x: -1
+        y: -1
+        width: frame.width + 1
+        height: frame.height + 1
+        toolTipStyle: true
+        onBaseChanged: update()
+    }
+    Rectangle {
+        objectName: "border"
+        anchors.fill: frame
+        color: "transparent"
+        border.color: frame.theme.border
+    }
 
     Flickable {
         id: flickable
@@ -107,15 +124,17 @@ Rectangle {
         }
     }
 
-    ScrollMark {
-        objectName: "scrollMark"
-        theme: frame.theme
+    PopupScrollBar {
+        id: scrollBar
+        objectName: "scrollBar"
+        readonly property int upperEdge: frame.pinnable ? buttonLoader.y + buttonLoader.height : 1
+
         flickable: flickable
+        line: 1.5 * frame.theme.em
         visible: frame.scrolls
-        anchors { right: frame.right; rightMargin: frame.theme.smallGap }
-        trackTop: frame.pinnable ? buttonLoader.y + buttonLoader.height + frame.theme.smallGap
-                                 : frame.theme.smallGap
-        trackBottom: frame.height - frame.theme.smallGap
+        anchors { right: frame.right; rightMargin: 1 }
+        y: upperEdge
+        height: frame.height - 1 - upperEdge
     }
 
     Loader {

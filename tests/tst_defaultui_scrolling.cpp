@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "DefaultUiBench.h"
+#include "TestMain.h"
+
+#include <QtGui/QWheelEvent>
+#include <QtGui/QWindow>
+
+using namespace Hovlets;
+
+/// Content that is higher than the popup may be.
+class tst_DefaultUiScrolling : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void cleanup()
+    {
+        if (m_bench)
+            QCOMPARE(m_bench->complaints(), QStringList());
+        m_bench.reset();
+    }
+
+    void shouldScrollLongContent_data()
+    {
+        QTest::addColumn<QString>("how");
+        for (const char *how : { "wheel", "wheel on the bar", "page", "slider" })
+            QTest::newRow(how) << QString::fromLatin1(how);
+    }
+
+    void shouldScrollLongContent()
+    {
+        QFETCH(QString, how);
+        m_bench = std::make_unique<DefaultUiBench>(longEntry("long") + longEntry("other"));
+        QVERIFY(m_bench->show(QStringLiteral("long")));
+        QVERIFY(QTest::qWaitForWindowExposed(m_bench->host.popup()));
+        QQuickItem *flickable = m_bench->item("flickable");
+        const QQuickItem *bar = m_bench->item("scrollBar");
+        QVERIFY(bar);
+        const qreal hidden = flickable->property("contentHeight").toReal() - flickable->height();
+        QVERIFY(hidden > m_bench->root()->height());
+        QVERIFY(qAbs(bar->property("end").toReal() - hidden) < 0.011);
+        QCOMPARE(bar->property("position").toReal(), 0.0);
+
+        const QRectF place = m_bench->place(bar);
+        if (how == QLatin1String("wheel"))
+            turnWheel(m_bench->place(flickable).center());
+        else if (how == QLatin1String("wheel on the bar"))
+            turnWheel(place.center());
+        else if (how == QLatin1String("page"))
+            QTest::mouseClick(m_bench->view(), Qt::LeftButton, {},
+                              (place.bottomLeft() + QPointF(bar->width() / 2, -30)).toPoint());
+        else
+            drag(place.topLeft() + QPointF(bar->width() / 2, 30), 40);
+        QTRY_VERIFY(flickable->property("contentY").toReal() > 10);
+        QTRY_VERIFY(!flickable->property("moving").toBool());
+        QVERIFY(qAbs(bar->property("position").toReal() - flickable->property("contentY").toReal())
+                < 0.011);
+        if (how == QLatin1String("page"))
+            QCOMPARE(flickable->property("contentY").toReal(), flickable->height());
+
+        QVERIFY(m_bench->show(QStringLiteral("other")));
+        QCOMPARE(flickable->property("contentY").toReal(), 0.0);
+        QCOMPARE(bar->property("position").toReal(), 0.0);
+    }
+
+    void shouldLeaveThePlaceOfTheTextAloneThatItScrolledTo()
+    {
+        m_bench = std::make_unique<DefaultUiBench>(longEntry("key"));
+        QVERIFY(m_bench->show());
+        QQuickItem *flickable = m_bench->item("flickable");
+        for (const qreal y : { 12.34, 0.29, 57.999, 100.0 }) {
+            QVERIFY(flickable->setProperty("contentY", y));
+            m_bench->settle();
+            QCOMPARE(flickable->property("contentY").toReal(), y);
+        }
+    }
+
+    void shouldGiveTheScrollBarAColumnOfItsOwn()
+    {
+        m_bench = std::make_unique<DefaultUiBench>(longEntry("key"));
+        QVERIFY(m_bench->show());
+        const QRectF bar = m_bench->place(m_bench->item("scrollBar"));
+        const QSizeF popup = m_bench->root()->size();
+        QVERIFY(bar.width() >= 8 && bar.height() > popup.height() / 2);
+        QVERIFY(bar.right() < popup.width() && bar.bottom() < popup.height());
+        QVERIFY(!bar.intersects(m_bench->place(m_bench->item("pin"))));
+        QVERIFY(!bar.intersects(m_bench->place(m_bench->item("body"))));
+    }
+
+    void shouldNotScrollContentThatFits()
+    {
+        m_bench = std::make_unique<DefaultUiBench>(
+                DefaultUiBench::entry("title=\"Save\"", "<p>Text</p>"));
+        QVERIFY(m_bench->show());
+        QVERIFY(!m_bench->item("scrollBar"));
+        turnWheel(QPointF(20, 20));
+        QCOMPARE(m_bench->item("flickable")->property("contentY").toReal(), 0.0);
+    }
+
+private:
+    static QByteArray longEntry(const QByteArray &key)
+    {
+        return DefaultUiBench::entry("title=\"T\"",
+                                     "<p>" + QByteArray("word ").repeated(2000) + "</p>", key);
+    }
+
+    void turnWheel(const QPointF &at)
+    {
+        QWheelEvent event(at, m_bench->view()->mapToGlobal(at.toPoint()), {}, { 0, -240 },
+                          Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(m_bench->view(), &event);
+    }
+
+    /// Through the window: QTest moves the mouse of a widget without its buttons.
+    void drag(const QPointF &from, int down)
+    {
+        QWindow *window = m_bench->host.popup()->windowHandle();
+        QTest::mousePress(window, Qt::LeftButton, {}, from.toPoint());
+        for (int distance = 10; distance <= down; distance += 10)
+            QTest::mouseMove(window, from.toPoint() + QPoint(0, distance));
+        QTest::mouseRelease(window, Qt::LeftButton, {}, from.toPoint() + QPoint(0, down));
+    }
+
+    std::unique_ptr<DefaultUiBench> m_bench;
+};
+
+HOVLETS_TEST_MAIN(tst_DefaultUiScrolling)
+
+#include "tst_defaultui_scrolling.moc"
