@@ -19,8 +19,8 @@ HVScrollBar {
     singleStep: line
     width: scrollBarWidth
 
-    onWidthChanged: updateDimensions()
-    onHeightChanged: updateDimensions()
+    onWidthChanged: resize()
+    onHeightChanged: resize()
     onEndChanged: follow()
     onPositionChanged: {
         if (inStep)
@@ -30,8 +30,14 @@ HVScrollBar {
         inStep = false;
     }
     Component.onCompleted: {
-        updateDimensions();
+        resize();
         follow();
+    }
+
+    // Not before the item has the bar's width, which would be lost.
+    function resize() {
+        if (width > 0 && height > 0)
+            updateDimensions();
     }
 
     function follow() {
