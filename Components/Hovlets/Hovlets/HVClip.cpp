@@ -105,7 +105,31 @@ const char *HVClip::open(const QString &filePath)
 
 QImage HVClip::nextPicture()
 {
-    return receive() ? m_converter.convert(*m_decoded) : QImage();
+    if (!m_converting.valid()) {
+        if (!receive())
+            return {};
+        if (m_isFirst) { // shown at once, without waiting for the second
+            m_isFirst = false;
+            return m_converter.convert(*m_decoded);
+        }
+        startConverting();
+    }
+    const bool isMore = receive();
+    QImage picture = m_converting.get();
+    if (isMore && !picture.isNull())
+        startConverting();
+    return picture;
+}
+
+/// Hands the decoded picture on. Where no thread is to be had, it is converted when it is fetched.
+void HVClip::startConverting()
+{
+    HVFfmpegPtr<AVFrame> picture(av_frame_alloc());
+    if (picture)
+        av_frame_move_ref(picture.get(), m_decoded.get());
+    m_converting = std::async([this, picture = std::move(picture)] {
+        return picture ? m_converter.convert(*picture) : QImage();
+    });
 }
 
 /// Decodes until there is a picture; false at the end.
@@ -143,6 +167,7 @@ bool HVClip::feed()
 
 void HVClip::seek(double seconds, bool backward)
 {
+    m_converting = {}; // a picture from before the jump
     const double base = number(m_stream->time_base);
     seekTo(base > 0.0 ? static_cast<qint64>(seconds / base) : 0,
            backward ? AVSEEK_FLAG_BACKWARD : 0);

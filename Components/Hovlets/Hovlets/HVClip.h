@@ -9,13 +9,15 @@
 #include <QtGui/QImage>
 
 #include <functional>
+#include <future>
 
 namespace Hovlets {
 
 /*!
  * \brief An open clip file: reads, decodes and converts its first video stream, picture by picture.
  *
- * One thread at a time. Closing is destroying.
+ * One thread at a time. From the second picture on it works ahead: while one is converted, on a
+ * thread of its own, the next is decoded. Closing is destroying.
  */
 class HVClip
 {
@@ -55,6 +57,7 @@ public:
 private:
     bool receive();
     bool feed();
+    void startConverting();
 
     Interrupted m_interrupted;
     HVFfmpegPtr<AVFormatContext> m_format;
@@ -62,6 +65,8 @@ private:
     HVFfmpegPtr<AVFrame> m_decoded;
     HVFfmpegPtr<AVPacket> m_packet;
     HVPictureConverter m_converter;
+    std::future<QImage> m_converting; // ends before what it works with
+    bool m_isFirst = true;
     QSize m_size;
     AVStream *m_stream = nullptr; // the format context's
     bool m_draining = false;
