@@ -1,0 +1,381 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HVContext.h"
+#include "HVIndex.h"
+#include "HVView.h"
+#include "HVWidget.h"
+#include "HVXmlElement.h"
+#include "PackageFolder.h"
+#include "RecordingHost.h"
+#include "TestMain.h"
+
+#include <QtCore/QDirIterator>
+#include <QtCore/QFile>
+#include <QtCore/QRegularExpression>
+#include <QtCore/QTranslator>
+#include <QtCore/QXmlStreamReader>
+#include <QtQuick/QQuickItem>
+
+#include <memory>
+
+using namespace Hovlets;
+
+namespace {
+
+const QDir Source(QStringLiteral(HOVLETS_SOURCE));
+const QDir Blocks(QStringLiteral(HOVLETS_DOC_BLOCKS));
+
+QString read(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("cannot read %s", qPrintable(path));
+    return QString::fromUtf8(file.readAll());
+}
+
+struct Block
+{
+    QString file, document, language, word;
+    QString text() const { return read(Blocks.filePath(file)); }
+};
+
+QList<Block> allBlocks()
+{
+    QList<Block> blocks;
+    const QStringList lines =
+            read(Blocks.filePath(QStringLiteral("manifest"))).split(QLatin1Char('\n'));
+    for (const QString &line : lines) {
+        const QStringList words = line.split(QLatin1Char(' '));
+        if (words.size() == 6)
+            blocks.append({ words.at(0), words.at(1), words.at(3), words.at(4) });
+    }
+    return blocks;
+}
+
+/// Rows for the blocks in one language.
+void addRows(const QString &language)
+{
+    QTest::addColumn<QString>("word");
+    QTest::addColumn<QString>("text");
+    int rows = 0;
+    const QList<Block> blocks = allBlocks();
+    for (const Block &block : blocks) {
+        if (block.language != language)
+            continue;
+        QTest::newRow(qPrintable(block.file)) << block.word << block.text();
+        ++rows;
+    }
+    QVERIFY(rows > 0);
+}
+
+bool isWellFormed(const QString &xml)
+{
+    QXmlStreamReader reader(xml);
+    while (!reader.atEnd())
+        reader.readNext();
+    return !reader.hasError();
+}
+
+/// The values of an attribute in every element named \a tag, or an empty list for malformed text.
+QStringList attributesOf(const QString &xml, const QString &tag, const QString &attribute)
+{
+    QStringList values;
+    QXmlStreamReader reader(xml);
+    while (!reader.atEnd()) {
+        if (reader.readNext() == QXmlStreamReader::StartElement && reader.name() == tag
+            && reader.attributes().hasAttribute(attribute))
+            values.append(reader.attributes().value(attribute).toString());
+    }
+    return reader.hasError() ? QStringList() : values;
+}
+
+QString rootOf(const QString &xml)
+{
+    QXmlStreamReader reader(xml);
+    return reader.readNextStartElement() ? reader.name().toString() : QString();
+}
+
+/// A full control file for what a block shows of one.
+QString controlFile(const QString &word, const QString &text)
+{
+    if (word == QLatin1String("children")) {
+        return controlFile(QStringLiteral("entry"),
+                           QStringLiteral("<hovlet key=\"key\">") + text
+                                   + QStringLiteral("</hovlet>"));
+    }
+    if (word == QLatin1String("entry"))
+        return QStringLiteral("<hovlets search=\"Default\">\n") + text
+                + QStringLiteral("</hovlets>");
+    return text;
+}
+
+std::unique_ptr<RecordingHost> hostOf(const PackageFolder &folder, HVContext settings)
+{
+    settings.set(HVKeyMessageLevel, HVMessageDebug);
+    settings.set(HVKeyHideFadeDuration, 0);
+    return std::make_unique<RecordingHost>(
+            settings, QStringList { QStringLiteral(HOVLETS_PACKAGES), folder.path() });
+}
+
+/// What QML and files that are missing have given cause to say, but for resources and addresses.
+QStringList complaints(const RecordingHost &host)
+{
+    return host.messagesOf(HVMessageDebug);
+}
+
+/// "Name of a setting" to its number, as the rows of a table have them.
+QMap<QString, QString> settingsIn(const QString &text, const QString &pattern)
+{
+    QMap<QString, QString> settings;
+    auto matches =
+            QRegularExpression(pattern, QRegularExpression::MultilineOption).globalMatch(text);
+    while (matches.hasNext()) {
+        const auto match = matches.next();
+        settings.insert(match.captured(1),
+                        match.captured(2) + QLatin1Char(' ') + match.captured(3));
+    }
+    return settings;
+}
+
+/// The anchors that the headings of a document make.
+QStringList anchorsOf(const QString &markdown)
+{
+    QStringList anchors;
+    auto headings =
+            QRegularExpression(QStringLiteral("^#+ +(.+)$"), QRegularExpression::MultilineOption)
+                    .globalMatch(markdown);
+    while (headings.hasNext()) {
+        QString anchor = headings.next().captured(1).trimmed().toLower();
+        anchor.remove(QRegularExpression(QStringLiteral("[^-a-z0-9_ ]")));
+        anchors.append(anchor.replace(QLatin1Char(' '), QLatin1Char('-')));
+    }
+    return anchors;
+}
+
+} // namespace
+
+class TestDocs : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void shouldHaveARuleForEveryBlock();
+    void shouldShowXmlThatTheLibraryReads_data() { addRows(QStringLiteral("xml")); }
+    void shouldShowXmlThatTheLibraryReads();
+    void shouldShowQmlThatRuns_data() { addRows(QStringLiteral("qml")); }
+    void shouldShowQmlThatRuns();
+    void shouldListEverySetting_data();
+    void shouldListEverySetting();
+    void shouldLinkToWhatIsThere_data();
+    void shouldLinkToWhatIsThere();
+
+private:
+    void checkControlFile(const QString &text, bool serves);
+    void checkKeyData(const QString &text);
+    void checkTranslation(const QString &text);
+};
+
+void TestDocs::shouldHaveARuleForEveryBlock()
+{
+    const QHash<QString, QStringList> rules {
+        { QStringLiteral("cpp"),
+          { QStringLiteral("-"), QStringLiteral("body"), QStringLiteral("class") } },
+        { QStringLiteral("xml"),
+          { QStringLiteral("-"), QStringLiteral("entry"), QStringLiteral("children"),
+            QStringLiteral("broken") } },
+        { QStringLiteral("qml"), { QStringLiteral("-"), QStringLiteral("part") } },
+        { QStringLiteral("cmake"), { QStringLiteral("-") } },
+        { QStringLiteral("sh"), { QStringLiteral("-") } },
+        { QStringLiteral("text"), { QStringLiteral("-") } },
+    };
+    const QList<Block> blocks = allBlocks();
+    QVERIFY(blocks.size() > 10);
+    for (const Block &block : blocks) {
+        QVERIFY2(rules.value(block.language).contains(block.word),
+                 qPrintable(QStringLiteral("%1: no rule for “%2 %3”")
+                                    .arg(block.file, block.language, block.word)));
+    }
+}
+
+void TestDocs::checkControlFile(const QString &text, bool serves)
+{
+    PackageFolder folder;
+    folder.addControlFile(QStringLiteral("Doc"), QStringLiteral("doc"), text.toUtf8());
+    HVContext settings;
+    const QStringList locales =
+            attributesOf(text, QStringLiteral("hovlets"), QStringLiteral("locale"));
+    if (!locales.isEmpty())
+        settings.set(HVKeyLocale, locales.first());
+    const auto host = hostOf(folder, settings);
+    if (!serves) {
+        auto keys = QRegularExpression(QStringLiteral("<hovlet [^>]*key=\"([^\"]*)\""))
+                            .globalMatch(text);
+        QVERIFY(keys.hasNext());
+        while (keys.hasNext()) {
+            const QString key = keys.next().captured(1);
+            QVERIFY2(!host->manager()->show(key, QPoint(), nullptr), qPrintable(key));
+        }
+        return;
+    }
+    const QStringList keys = attributesOf(text, QStringLiteral("hovlet"), QStringLiteral("key"));
+    if (keys.isEmpty()) { // one that only makes its package known
+        QVERIFY(rootOf(text) == QLatin1String("hovlets"));
+        return;
+    }
+    const bool usesDefault = attributesOf(text, QStringLiteral("hovlets"), QStringLiteral("search"))
+                                     .join(QLatin1Char(' '))
+                                     .contains(QLatin1String("Default"));
+    for (const QString &key : keys) {
+        QVERIFY2(host->manager()->show(key, QPoint(), nullptr), qPrintable(key));
+        QCOMPARE(host->view()->content()->attribute(QStringLiteral("key")), key);
+        if (usesDefault)
+            QCOMPARE(complaints(*host), QStringList());
+    }
+}
+
+void TestDocs::checkKeyData(const QString &text)
+{
+    PackageFolder folder;
+    HVContext settings;
+    settings.set(HVKeyKeyDataFile, folder.add(QStringLiteral("keys.xml"), text.toUtf8()));
+    HVIndex index(&settings, {});
+    const QStringList keys = attributesOf(text, QStringLiteral("key"), QStringLiteral("name"));
+    QVERIFY(!keys.isEmpty());
+    for (const QString &key : keys) {
+        HVXmlElement element;
+        index.loadKeyData(key, QString(), &element);
+        QVERIFY2(!element.attributeNames().isEmpty(), qPrintable(key));
+    }
+}
+
+void TestDocs::checkTranslation(const QString &text)
+{
+    PackageFolder folder;
+    const QString source = folder.add(QStringLiteral("doc.ts"), text.toUtf8());
+    const QString lrelease = QStringLiteral(HOVLETS_LRELEASE);
+    if (lrelease.isEmpty())
+        QSKIP("lrelease is not installed");
+    const QString compiled = folder.path() + QStringLiteral("/doc.qm");
+    QCOMPARE(QProcess::execute(
+                     lrelease,
+                     { QStringLiteral("-silent"), source, QStringLiteral("-qm"), compiled }),
+             0);
+    QTranslator translator;
+    QVERIFY(translator.load(compiled));
+    const auto one = [&](const char *tag) {
+        return QRegularExpression(QStringLiteral("<%1>([^<]*)<").arg(QLatin1String(tag)))
+                .match(text)
+                .captured(1);
+    };
+    QCOMPARE(translator.translate(qPrintable(one("name")), qPrintable(one("source"))),
+             one("translation"));
+}
+
+void TestDocs::shouldShowXmlThatTheLibraryReads()
+{
+    QFETCH(QString, word);
+    QFETCH(QString, text);
+    const QString file = controlFile(word, text);
+    if (word == QLatin1String("broken"))
+        return checkControlFile(file, false);
+    QVERIFY(isWellFormed(file));
+    const QString root = rootOf(file);
+    if (root == QLatin1String("hovletkeys"))
+        checkKeyData(file);
+    else if (root == QLatin1String("TS"))
+        checkTranslation(file);
+    else
+        checkControlFile(file, true);
+}
+
+void TestDocs::shouldShowQmlThatRuns()
+{
+    QFETCH(QString, word);
+    QFETCH(QString, text);
+    if (word == QLatin1String("part")) {
+        text = QStringLiteral("import QtQuick 2.15\nimport QtQuick.Window 2.15\nimport "
+                              "com.zandor.hovlets.qml 1.0\n"
+                              "Item {\n    width: 300\n    height: 200\n")
+                + text + QLatin1Char('}');
+    }
+    PackageFolder folder;
+    folder.addControlFile(
+            QStringLiteral("Doc"), QStringLiteral("doc"),
+            "<hovlets>\n<hovlet key=\"pen\" title=\"Pen\" shortcut=\"P\"><p>Draws a line.</p>"
+            "<p>Colours.</p></hovlet>\n<hovlet key=\"other\"/>\n</hovlets>");
+    folder.add(QStringLiteral("Doc.hovlets/ui/HovletsUI.qml"), text.toUtf8());
+    const auto host = hostOf(folder, HVContext());
+    // The second content replaces the first while the same QML runs.
+    for (const char *key : { "pen", "other" }) {
+        QVERIFY(host->manager()->show(QLatin1String(key), QPoint(), nullptr));
+        QQuickItem *root = host->view()->rootObject();
+        QVERIFY2(root, qPrintable(complaints(*host).join(QLatin1Char('\n'))));
+        QVERIFY(root->width() > 0 && root->height() > 0);
+        QVERIFY(!host->view()->grabFramebuffer().isNull());
+        QCOMPARE(complaints(*host), QStringList());
+    }
+    host->popup()->hideAnimated();
+    QCOMPARE(complaints(*host), QStringList());
+}
+
+void TestDocs::shouldListEverySetting_data()
+{
+    QTest::addColumn<QString>("document");
+    QTest::newRow("README.md") << "README.md";
+    QTest::newRow("settings.md") << "docs/settings.md";
+}
+
+/// Name, number and type of every setting are those of the header.
+void TestDocs::shouldListEverySetting()
+{
+    QFETCH(QString, document);
+    const QString header =
+            read(Source.filePath(QStringLiteral("Components/Hovlets/Hovlets/HVContext.h")));
+    QMap<QString, QString> wanted;
+    auto matches =
+            QRegularExpression(QStringLiteral("/// (\\w+)[,:][^{}]*?\\b(HVKey\\w+) = (\\d+)"))
+                    .globalMatch(header);
+    while (matches.hasNext()) {
+        const auto match = matches.next();
+        wanted.insert(match.captured(2), match.captured(3) + QLatin1Char(' ') + match.captured(1));
+    }
+    QCOMPARE(int(wanted.size()),
+             int(header.count(QRegularExpression(QStringLiteral("HVKey\\w+ = \\d+")))));
+    QCOMPARE(settingsIn(read(Source.filePath(document)),
+                        QStringLiteral("^\\| `(HVKey\\w+)` \\| (\\d+) \\| (\\w+)")),
+             wanted);
+}
+
+void TestDocs::shouldLinkToWhatIsThere_data()
+{
+    QTest::addColumn<QString>("path");
+    const QStringList names { QStringLiteral("README.md"), QStringLiteral("CONTRIBUTING.md") };
+    for (const QString &name : names)
+        QTest::newRow(qPrintable(name)) << Source.filePath(name);
+    QDirIterator docs(Source.filePath(QStringLiteral("docs")), { QStringLiteral("*.md") },
+                      QDir::Files);
+    while (docs.hasNext()) {
+        const QString path = docs.next();
+        QTest::newRow(qPrintable(Source.relativeFilePath(path))) << path;
+    }
+}
+
+void TestDocs::shouldLinkToWhatIsThere()
+{
+    QFETCH(QString, path);
+    const QString document = read(path);
+    auto links = QRegularExpression(QStringLiteral("\\]\\(([^)\\s]+)\\)")).globalMatch(document);
+    while (links.hasNext()) {
+        const QString link = links.next().captured(1);
+        if (link.contains(QLatin1String("://")))
+            continue;
+        const QString file = link.section(QLatin1Char('#'), 0, 0);
+        const QString target = file.isEmpty() ? path : QFileInfo(path).dir().filePath(file);
+        QVERIFY2(QFileInfo::exists(target), qPrintable(link));
+        if (link.contains(QLatin1Char('#')))
+            QVERIFY2(anchorsOf(read(target)).contains(link.section(QLatin1Char('#'), 1)),
+                     qPrintable(link));
+    }
+}
+
+HOVLETS_TEST_MAIN(TestDocs)
+#include "tst_docs.moc"
