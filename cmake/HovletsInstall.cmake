@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: Apache-2.0
 # What `cmake --install` lays out, in components from which HovletsPackages makes packages:
 #
-#   Runtime  the library
+#   Runtime  the library, and the one of helpers for hosts
 #   Data     the default packages
 #   Headers  headers and the CMake package "Hovlets"
 #   Dev      what a host links with: the CMake package and the pkg-config file of one Qt
@@ -21,6 +21,12 @@ install(TARGETS Hovlets EXPORT HovletsTargets
     RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT Runtime
     ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT Dev
     PUBLIC_HEADER DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/Hovlets" COMPONENT Headers
+    INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
+install(TARGETS HovletsAssist EXPORT HovletsTargets
+    LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT Runtime NAMELINK_COMPONENT Dev
+    RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT Runtime
+    ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT Dev
+    PUBLIC_HEADER DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/HovletsAssist" COMPONENT Headers
     INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
 install(DIRECTORY Components/Hovlets/Packages/
     DESTINATION "${HOVLETS_PACKAGES_DIR}" COMPONENT Data)
@@ -45,6 +51,8 @@ install(FILES "${CMAKE_CURRENT_BINARY_DIR}/HovletsConfig.cmake"
 # A relative prefix lets an installed tree be moved.
 file(RELATIVE_PATH HOVLETS_PC_PREFIX
     "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig" "${CMAKE_INSTALL_PREFIX}")
-configure_file(cmake/Hovlets.pc.in "${_library}.pc" @ONLY)
-install(FILES "${CMAKE_CURRENT_BINARY_DIR}/${_library}.pc"
-    DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig" COMPONENT Dev)
+foreach(_module IN ITEMS Hovlets HovletsAssist)
+    configure_file(cmake/${_module}.pc.in "${_module}${HOVLETS_QT}.pc" @ONLY)
+    install(FILES "${CMAKE_CURRENT_BINARY_DIR}/${_module}${HOVLETS_QT}.pc"
+        DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig" COMPONENT Dev)
+endforeach()

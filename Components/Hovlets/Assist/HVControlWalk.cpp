@@ -1,0 +1,180 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HVControlWalk.h"
+
+#include "HVCoverageOverlay.h"
+
+#include <QtCore/QHash>
+#include <QtCore/QVariant>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QGroupBox>
+#include <QtWidgets/QMenu>
+#include <QtWidgets/QWidget>
+// In another module in each major version of Qt.
+#include <QAction>
+
+#include <algorithm>
+
+namespace Hovlets {
+
+namespace {
+
+constexpr int LongestLabel = 80;
+
+bool inheritsAny(const QObject *object, const QStringList &classes)
+{
+    return std::any_of(classes.begin(), classes.end(), [object](const QString &name) {
+        return object->inherits(name.toLatin1().constData());
+    });
+}
+
+/// Controls whose child widgets are parts of them.
+bool isClosed(const QWidget *widget)
+{
+    static const QStringList classes {
+        QStringLiteral("QAbstractButton"),  QStringLiteral("QAbstractItemView"),
+        QStringLiteral("QAbstractSlider"),  QStringLiteral("QAbstractSpinBox"),
+        QStringLiteral("QCalendarWidget"),  QStringLiteral("QComboBox"),
+        QStringLiteral("QKeySequenceEdit"), QStringLiteral("QLineEdit"),
+        QStringLiteral("QPlainTextEdit"),   QStringLiteral("QTabBar"),
+        QStringLiteral("QTextEdit")
+    };
+    return inheritsAny(widget, classes);
+}
+
+/// Widgets that hold controls, whatever their focus policy.
+bool isContainer(const QWidget *widget)
+{
+    static const QStringList classes {
+        QStringLiteral("QDockWidget"), QStringLiteral("QLabel"),     QStringLiteral("QMainWindow"),
+        QStringLiteral("QMdiArea"),    QStringLiteral("QMenu"),      QStringLiteral("QMenuBar"),
+        QStringLiteral("QScrollArea"), QStringLiteral("QSizeGrip"),  QStringLiteral("QSplitter"),
+        QStringLiteral("QStatusBar"),  QStringLiteral("QTabWidget"), QStringLiteral("QToolBar"),
+        QStringLiteral("QToolBox"),
+    };
+    const auto *group = qobject_cast<const QGroupBox *>(widget);
+    return (group && !group->isCheckable()) || inheritsAny(widget, classes);
+}
+
+bool isInteractive(const QWidget *widget)
+{
+    return !widget->toolTip().isEmpty()
+            || (!isContainer(widget) && (isClosed(widget) || widget->focusPolicy() != Qt::NoFocus));
+}
+
+/// Qt names what it builds its controls from so.
+bool isPart(const QWidget *widget)
+{
+    return widget->objectName().startsWith(QLatin1String("qt_"));
+}
+
+/// Of all that Qt builds its controls from, these alone hold widgets of the host's.
+bool holdsHostWidgets(const QWidget *part)
+{
+    return part->objectName() == QLatin1String("qt_scrollarea_viewport")
+            || part->inherits("QStackedWidget");
+}
+
+bool isPopupOrToolTip(const QWidget *widget)
+{
+    return widget->inherits("Hovlets::HVWidget") || widget->inherits("QTipLabel")
+            || widget->inherits("QComboBoxPrivateContainer")
+            || (widget->isWindow() && widget->windowType() == Qt::SplashScreen);
+}
+
+class Walk
+{
+public:
+    Walk(const QStringList &ignored, const std::function<void(const HVVisibleObject &)> &visit)
+        : m_ignored(ignored)
+        , m_visit(visit)
+    {
+    }
+
+    void enter(QWidget *widget, const QString &name, const QStringList &parents)
+    {
+        if (!widget->isVisible() || isPopupOrToolTip(widget) || isOverlay(widget)
+            || inheritsAny(widget, m_ignored))
+            return;
+        if (!isPart(widget)) {
+            const QRect area(widget->mapTo(widget->window(), QPoint(0, 0)), widget->size());
+            m_visit({ widget, widget, area, isInteractive(widget), name, parents });
+        }
+        if (const auto *menu = qobject_cast<QMenu *>(widget))
+            enterEntries(menu, parents + QStringList { name });
+        if (!isClosed(widget) && (!isPart(widget) || holdsHostWidgets(widget)))
+            enterChildren(widget, parents + QStringList { name });
+    }
+
+    void enterWindows()
+    {
+        QHash<QString, int> nameless;
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        for (QWidget *window : windows)
+            enter(window, nameOf(window, nameless), {});
+    }
+
+private:
+    static QString nameOf(const QObject *object, QHash<QString, int> &nameless)
+    {
+        if (!object->objectName().isEmpty())
+            return object->objectName();
+        const QString name = QLatin1String(object->metaObject()->className());
+        return QStringLiteral("%1[%2]").arg(name).arg(nameless[name]++);
+    }
+
+    void enterChildren(const QWidget *widget, const QStringList &parents)
+    {
+        QHash<QString, int> nameless;
+        const QObjectList children = widget->children();
+        for (QObject *object : children) {
+            auto *child = object->isWidgetType() ? static_cast<QWidget *>(object) : nullptr;
+            if (!child || child->isWindow())
+                continue;
+            enter(child, nameOf(child, nameless), parents);
+        }
+    }
+
+    void enterEntries(const QMenu *menu, const QStringList &parents)
+    {
+        QHash<QString, int> nameless;
+        const QList<QAction *> actions = menu->actions();
+        for (QAction *action : actions) {
+            if (!action->isVisible() || action->isSeparator() || action->menu())
+                continue;
+            QRect area = menu->actionGeometry(action);
+            area.moveTopLeft(menu->mapTo(menu->window(), area.topLeft()));
+            m_visit({ action, const_cast<QMenu *>(menu), area, true, nameOf(action, nameless),
+                      parents });
+        }
+    }
+
+    const QStringList &m_ignored;
+    const std::function<void(const HVVisibleObject &)> &m_visit;
+};
+
+} // namespace
+
+void walkVisibleObjects(const QStringList &ignoredClasses,
+                        const std::function<void(const HVVisibleObject &)> &visit)
+{
+    Walk(ignoredClasses, visit).enterWindows();
+}
+
+QString labelOf(const QObject *object)
+{
+    // Of other widgets the text is what the user has typed.
+    const bool hasWords = object->inherits("QAbstractButton") || object->inherits("QAction")
+            || object->inherits("QLabel");
+    for (const char *property : { "text", "title", "accessibleName", "toolTip" }) {
+        if (!hasWords && qstrcmp(property, "text") == 0)
+            continue;
+        // A mark before the letter of the keyboard is none of the words.
+        const QString text = object->property(property).toString().remove(QLatin1Char('&'));
+        const QString line = text.section(QLatin1Char('\n'), 0, 0).simplified();
+        if (!line.isEmpty())
+            return line.left(LongestLabel);
+    }
+    return {};
+}
+
+} // namespace Hovlets

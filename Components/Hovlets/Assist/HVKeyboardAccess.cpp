@@ -1,0 +1,281 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <HovletsAssist/HVKeyboardAccess.h>
+
+#include "HVEntryLookup.h"
+#include "HVPopupPlace.h"
+#include "HVPopupWindow.h"
+
+#include <Hovlets/HVContext.h>
+#include <Hovlets/HVInterface.h>
+
+#include <QtCore/QPointer>
+#include <QtCore/QSize>
+#include <QtCore/QTimer>
+#include <QtGui/QAccessible>
+#include <QtGui/QKeyEvent>
+#include <QtGui/QMouseEvent>
+#include <QtGui/QScreen>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QMenu>
+// In another module in each major version of Qt.
+#include <QAction>
+
+namespace Hovlets {
+
+namespace {
+
+/// What has a hovlet to open.
+struct Target
+{
+    QString key; // empty: nothing to open
+    QObject *object = nullptr; // a widget or an action
+    QWidget *widget = nullptr; // the object, or the menu that it is in
+    QRect area; // global
+};
+
+QRect globalArea(const QWidget *widget, const QRect &area)
+{
+    return { widget->mapToGlobal(area.topLeft()), area.size() };
+}
+
+Target entryOf(HVInterface &host, QMenu *menu)
+{
+    QAction *action = menu->activeAction();
+    const QString key = action ? host.keyForObject(action) : QString();
+    if (!hasEntry(host, key))
+        return {};
+    return { key, action, menu, globalArea(menu, menu->actionGeometry(action)) };
+}
+
+/// The nearest of the widget and its parents that has an entry, as far as its window.
+Target nearestWithEntry(HVInterface &host, QWidget *widget)
+{
+    for (QWidget *w = widget; w; w = w->isWindow() ? nullptr : w->parentWidget()) {
+        const QString key = host.keyForObject(w);
+        if (hasEntry(host, key))
+            return { key, w, w, globalArea(w, w->rect()) };
+    }
+    const QString fallback = fallbackKey(host);
+    if (!widget || fallback.isEmpty())
+        return {};
+    return { fallback, widget, widget, globalArea(widget, widget->rect()) };
+}
+
+Target findTarget(HVInterface &host)
+{
+    if (host.context().get(HVKeySuspended, false).toBool())
+        return {};
+    if (auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget()))
+        return entryOf(host, menu);
+    QWidget *widget = QApplication::focusWidget();
+    return nearestWithEntry(host, widget ? widget : QApplication::activeWindow());
+}
+
+bool isKey(const QKeyEvent &event, const QKeySequence &key)
+{
+    const int modifiers = int(event.modifiers() & ~Qt::KeypadModifier);
+    return !key.isEmpty() && QKeySequence(modifiers | event.key()) == key;
+}
+
+} // namespace
+
+class Q_DECL_HIDDEN HVKeyboardAccess::Private
+{
+public:
+    bool wantsOpenKey(const QKeyEvent &event) const;
+    bool wantsEscape(const QKeyEvent &event) const;
+    void hideWithEscape();
+    void place();
+    void keepWithoutMouse();
+    void announce();
+
+    QPointer<HVInterface> host;
+    HVKeyboardAccessSettings settings;
+    bool enabled = true;
+
+    // What open() opened.
+    QPointer<QWidget> popup;
+    QPointer<QWidget> focus; // where the focus was
+    QPointer<QWidget> control; // what it is beside, or the menu with that
+    QRect area; // global
+    QString key; // that it shows
+    QMetaObject::Connection menuMoves;
+
+    QString announced; // what screen readers were told last, of the popup on screen
+};
+
+bool HVKeyboardAccess::Private::wantsOpenKey(const QKeyEvent &event) const
+{
+    if (!isKey(event, settings.openKey))
+        return false;
+    const bool isShowing = popup && popup->isVisible() && shownKey(popup) == key;
+    return isShowing || findTarget(*host).object;
+}
+
+bool HVKeyboardAccess::Private::wantsEscape(const QKeyEvent &event) const
+{
+    return settings.escapeHides && event.key() == Qt::Key_Escape
+            && event.modifiers() == Qt::NoModifier && (visiblePopup() || pinnedPopupWithFocus());
+}
+
+void HVKeyboardAccess::Private::hideWithEscape()
+{
+    if (QWidget *shown = visiblePopup())
+        shown->hide();
+    else if (QWidget *pinned = pinnedPopupWithFocus())
+        closePinnedPopup(pinned);
+}
+
+/// The popup goes where the library put it, below the control, unless it covers that there.
+void HVKeyboardAccess::Private::place()
+{
+    if (!popup || !control)
+        return;
+    const QRect screen = control->screen()->availableGeometry();
+    popup->move(placeBeside(area, popup->frameGeometry().size(), screen));
+}
+
+/// The countdown that began because the mouse is elsewhere ends as if the mouse were on the popup.
+/// It begins anew when the mouse moves.
+void HVKeyboardAccess::Private::keepWithoutMouse()
+{
+    const QPoint local = popup->rect().center();
+    const QPoint global = popup->mapToGlobal(local);
+    QMouseEvent onPopup(QEvent::MouseMove, local, local, global, Qt::NoButton, Qt::NoButton,
+                        Qt::NoModifier);
+    host->mouseMoveEventFilter(popup, &onPopup);
+}
+
+void HVKeyboardAccess::Private::announce()
+{
+    QWidget *shown = enabled && settings.announce && host ? visiblePopup() : nullptr;
+    const HVPopupWords words = shown ? wordsOf(shown) : HVPopupWords();
+    const QString all = words.title + QLatin1Char('\n') + words.text;
+    if (!shown || all == announced)
+        return;
+    announced = all;
+    shown->setAccessibleName(words.title);
+    shown->setAccessibleDescription(words.text);
+    // Qt leaves these out for windows that are tooltips.
+    QAccessibleEvent isShown(shown, QAccessible::ObjectShow);
+    QAccessible::updateAccessibility(&isShown);
+    QAccessibleEvent isNews(shown, QAccessible::Alert);
+    QAccessible::updateAccessibility(&isNews);
+}
+
+HVKeyboardAccess::HVKeyboardAccess(HVInterface &host, const HVKeyboardAccessSettings &settings,
+                                   QObject *parent)
+    : QObject(parent)
+    , d(std::make_unique<Private>())
+{
+    d->host = &host;
+    d->settings = settings;
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget *, QWidget *now) {
+        const bool intoPopup = now && d->popup && d->popup->isAncestorOf(now);
+        if (now != d->focus && now != d->popup && !intoPopup)
+            close();
+    });
+    qApp->installEventFilter(this);
+}
+
+HVKeyboardAccess::~HVKeyboardAccess() = default;
+
+void HVKeyboardAccess::setEnabled(bool enabled)
+{
+    if (!enabled)
+        close();
+    d->enabled = enabled;
+}
+
+bool HVKeyboardAccess::isEnabled() const
+{
+    return d->enabled;
+}
+
+bool HVKeyboardAccess::open()
+{
+    if (!d->host || !d->enabled)
+        return false;
+    const Target target = findTarget(*d->host);
+    if (!target.object)
+        return false;
+    const QSize offset = d->host->context().get(HVKeyCursorOffset, QSize(35, 30)).toSize();
+    const QPoint below = target.area.bottomLeft() - QPoint(offset.width(), offset.height());
+    if (!d->host->show(target.key, below, target.object) || !visiblePopup())
+        return false;
+
+    d->popup = visiblePopup();
+    d->focus = QApplication::focusWidget();
+    d->control = target.widget;
+    d->area = target.area;
+    d->key = shownKey(d->popup);
+    d->place();
+    d->keepWithoutMouse();
+    disconnect(d->menuMoves);
+    if (auto *menu = qobject_cast<QMenu *>(target.widget))
+        d->menuMoves = connect(menu, &QMenu::hovered, this, &HVKeyboardAccess::close);
+    return true;
+}
+
+void HVKeyboardAccess::close()
+{
+    if (isOpen())
+        d->popup->hide();
+    d->popup.clear();
+}
+
+bool HVKeyboardAccess::isOpen() const
+{
+    return d->popup && d->popup->isVisible() && !isPinned(d->popup) && shownKey(d->popup) == d->key;
+}
+
+bool HVKeyboardAccess::eventFilter(QObject *object, QEvent *event)
+{
+    if (!d->host || !d->enabled)
+        return false;
+    switch (event->type()) {
+    case QEvent::ShortcutOverride: { // accepted, the key comes as such and is no shortcut
+        const auto *key = static_cast<QKeyEvent *>(event);
+        if (!d->wantsEscape(*key) && !d->wantsOpenKey(*key))
+            return false;
+        event->accept();
+        return true;
+    }
+    case QEvent::KeyPress: {
+        const auto *key = static_cast<QKeyEvent *>(event);
+        if (d->wantsEscape(*key)) {
+            d->hideWithEscape();
+            return true;
+        }
+        if (!d->wantsOpenKey(*key))
+            return false;
+        if (key->isAutoRepeat())
+            return true;
+        if (isOpen())
+            close();
+        else
+            open();
+        return true;
+    }
+    case QEvent::Hide:
+        if (object == d->control)
+            close();
+        else if (isPopup(object))
+            d->announced.clear();
+        return false;
+    case QEvent::Show:
+    case QEvent::Move:
+    case QEvent::Resize:
+        if (!isPopup(object))
+            return false;
+        // Later: then it has the content, and the place that the library gives it.
+        QTimer::singleShot(0, this, [this] { d->announce(); });
+        if (event->type() == QEvent::Resize && object == d->popup && isOpen())
+            QTimer::singleShot(0, this, [this] { isOpen() ? d->place() : void(); });
+        return false;
+    default:
+        return false;
+    }
+}
+
+} // namespace Hovlets

@@ -1,0 +1,387 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HVContext.h"
+#include "HVInterface.h"
+#include "HVView.h"
+#include "HVWidget.h"
+#include "HVXmlElement.h"
+#include "PackageFolder.h"
+#include "TestMain.h"
+
+#include <HovletsAssist/HVKeyboardAccess.h>
+
+#include <QtGui/QAccessible>
+#include <QtWidgets/QtWidgets>
+// In other modules in each major version of Qt.
+#include <QAction>
+#include <QShortcut>
+
+#include <memory>
+
+using namespace Hovlets;
+
+namespace {
+
+QString text(const char *latin1)
+{
+    return QString::fromLatin1(latin1);
+}
+
+/// A window with controls "a" and "nobody", a group "b" with "inside", and a host with entries for
+/// "a", "b" and "generic". The mouse is far from all of them.
+class Scene
+{
+public:
+    explicit Scene(const HVKeyboardAccessSettings &wanted = {})
+    {
+        QCursor::setPos(780, 780);
+        packages.addPackage(text("Scene"), { text("a"), text("b"), text("generic") });
+        packages.addControlFile(
+                text("Scene"), text("words"),
+                "<hovlets locale='en_US'><hovlet key='words' title='Pen' shortcut='P'>"
+                "<p>Draws &lt;b>%(width)s pixels&lt;/b> wide.</p><img alt='A pen'/></hovlet>"
+                "</hovlets>");
+        settings.set(HVKeyTrackHover, true);
+        settings.set(HVKeyHideDelay, 20);
+        settings.set(HVKeyHideFadeDuration, 0);
+        host = std::make_unique<HVInterface>(settings, QStringList { packages.path() });
+        host->setGlobalProperty(text("width"), 3);
+        access = std::make_unique<HVKeyboardAccess>(*host, wanted);
+
+        a = add<QPushButton>("a", &window);
+        nobody = add<QPushButton>("nobody", &window);
+        group = add<QGroupBox>("b", &window);
+        group->setFixedSize(200, 60);
+        inside = new QLineEdit(group);
+        inside->setObjectName(text("inside"));
+        window.setGeometry(20, 20, 250, 200);
+    }
+
+    ~Scene()
+    {
+        access.reset();
+        host.reset();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+
+    template <typename Widget> Widget *add(const char *name, QWidget *parent)
+    {
+        auto *widget = new Widget;
+        widget->setObjectName(text(name));
+        if (!parent->layout())
+            new QVBoxLayout(parent);
+        parent->layout()->addWidget(widget);
+        return widget;
+    }
+
+    void show(QWidget *focused, QWidget *shown = nullptr)
+    {
+        QWidget &top = shown ? *shown : window;
+        top.show();
+        top.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&top));
+        focused->setFocus();
+        QCOMPARE(QApplication::focusWidget(), focused);
+    }
+
+    static HVWidget *popup()
+    {
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        for (QWidget *widget : windows) {
+            auto *popup = qobject_cast<HVWidget *>(widget);
+            if (popup && popup->isVisible() && !popup->view()->reserved())
+                return popup;
+        }
+        return nullptr;
+    }
+
+    static QString shownKey()
+    {
+        return popup() ? popup()->view()->content()->attribute(text("key")) : QString();
+    }
+
+    /// As the platform sends it: shortcuts see it first.
+    static void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        QTest::keyClick(QApplication::activeWindow()->windowHandle(), key, modifiers);
+    }
+
+    static void pressOpenKey() { press(Qt::Key_F1, Qt::ControlModifier); }
+
+    PackageFolder packages;
+    HVContext settings;
+    std::unique_ptr<HVInterface> host;
+    std::unique_ptr<HVKeyboardAccess> access;
+    QWidget window;
+    QPushButton *a;
+    QPushButton *nobody;
+    QGroupBox *group;
+    QLineEdit *inside;
+};
+
+QRect onScreen(const QWidget *widget)
+{
+    return { widget->mapToGlobal(QPoint(0, 0)), widget->size() };
+}
+
+/// Counts the Escapes that get through to it.
+class Dialog : public QDialog
+{
+public:
+    using QDialog::QDialog;
+    int escapes = 0;
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override
+    {
+        if (event->key() == Qt::Key_Escape)
+            ++escapes;
+    }
+};
+
+QList<QAccessible::Event> announced;
+
+} // namespace
+
+/// In place of Qt's own, which tells nobody on the offscreen platform: that has no accessibility.
+void QAccessible::updateAccessibility(QAccessibleEvent *event)
+{
+    if (qobject_cast<HVWidget *>(event->object()))
+        announced += event->type();
+}
+
+class tst_HVKeyboardAccess : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void shouldOpenTheHovletOfTheControlWithTheFocus()
+    {
+        Scene scene;
+        scene.show(scene.a);
+        scene.pressOpenKey();
+        QCOMPARE(scene.shownKey(), text("a"));
+        QVERIFY(scene.access->isOpen());
+        QVERIFY(!onScreen(scene.popup()).intersects(onScreen(scene.a)));
+        QCOMPARE(scene.popup()->referenceWidget(), scene.a);
+    }
+
+    void shouldOpenTheHovletOfTheNearestParent()
+    {
+        Scene scene;
+        scene.show(scene.inside);
+        scene.pressOpenKey();
+        QCOMPARE(scene.shownKey(), text("b"));
+    }
+
+    void shouldOpenTheFallbackWhereNobodyHasAnEntry()
+    {
+        Scene scene;
+        scene.show(scene.nobody);
+        scene.pressOpenKey();
+        QVERIFY(!scene.popup());
+        scene.host->context().set(HVKeyFallbackKey, text("generic"));
+        scene.pressOpenKey();
+        QCOMPARE(scene.shownKey(), text("generic"));
+        scene.pressOpenKey();
+        QVERIFY(!scene.popup());
+    }
+
+    void shouldCloseWithTheSameKey()
+    {
+        Scene scene;
+        scene.show(scene.a);
+        scene.pressOpenKey();
+        scene.pressOpenKey();
+        QVERIFY(!scene.popup());
+        QVERIFY(!scene.access->isOpen());
+        scene.pressOpenKey();
+        QCOMPARE(scene.shownKey(), text("a"));
+    }
+
+    void shouldCloseWhenTheFocusMoves()
+    {
+        Scene scene;
+        scene.show(scene.a);
+        scene.pressOpenKey();
+        QVERIFY(scene.popup());
+        scene.nobody->setFocus();
+        QVERIFY(!scene.popup());
+    }
+
+    void shouldCloseWhenTheControlGoes()
+    {
+        Scene scene;
+        scene.show(scene.inside);
+        scene.pressOpenKey();
+        QVERIFY(scene.popup());
+        scene.group->hide();
+        QVERIFY(!scene.popup());
+    }
+
+    void shouldStayWhileTheMouseRestsElsewhere()
+    {
+        Scene scene;
+        scene.show(scene.a);
+        QVERIFY(scene.host->show(text("a"), QPoint(400, 400), scene.a));
+        QTRY_VERIFY(!scene.popup()); // as it goes without the key, after the delay
+        scene.pressOpenKey();
+        QVERIFY(scene.popup());
+        auto *timer = scene.popup()->findChild<QTimer *>(QString(), Qt::FindDirectChildrenOnly);
+        QVERIFY(!timer->isActive()); // no countdown runs
+        QMouseEvent move(QEvent::MouseMove, QPointF(), QPointF(), QPointF(780, 780), Qt::NoButton,
+                         Qt::NoButton, Qt::NoModifier);
+        QApplication::sendEvent(&scene.window, &move);
+        QVERIFY(timer->isActive()); // the mouse has its say again
+        QTRY_VERIFY(!scene.popup());
+    }
+
+    void shouldHideThePopupWithEscape()
+    {
+        Scene scene;
+        Dialog dialog;
+        auto *button = scene.add<QPushButton>("a", &dialog);
+        scene.show(button, &dialog);
+        scene.press(Qt::Key_Escape);
+        QCOMPARE(dialog.escapes, 1); // no popup: the dialog's
+        QVERIFY(scene.host->show(text("a"), QPoint(400, 400), button)); // as hovering does
+        scene.press(Qt::Key_Escape);
+        QVERIFY(!scene.popup());
+        QCOMPARE(dialog.escapes, 1);
+        scene.press(Qt::Key_Escape);
+        QCOMPARE(dialog.escapes, 2);
+    }
+
+    void shouldComeBeforeShortcuts()
+    {
+        Scene scene;
+        QShortcut escape(QKeySequence(Qt::Key_Escape), &scene.window);
+        QShortcut help(QKeySequence(text("Ctrl+F1")), &scene.window);
+        QSignalSpy escapes(&escape, &QShortcut::activated), helps(&help, &QShortcut::activated);
+        scene.show(scene.a);
+        scene.pressOpenKey();
+        QVERIFY(scene.popup());
+        scene.press(Qt::Key_Escape);
+        QVERIFY(!scene.popup());
+        QCOMPARE(escapes.count() + helps.count(), 0);
+        scene.press(Qt::Key_Escape);
+        QCOMPARE(escapes.count(), 1);
+        scene.nobody->setFocus();
+        scene.pressOpenKey(); // nothing to open
+        QCOMPARE(helps.count(), 1);
+    }
+
+    void shouldCloseAPinnedPopupOnlyWithTheFocus()
+    {
+        Scene scene;
+        scene.show(scene.a);
+        scene.pressOpenKey();
+        QPointer<HVWidget> pinned = scene.popup();
+        pinned->view()->setReserved(true);
+        QVERIFY(!scene.access->isOpen());
+        scene.show(scene.a);
+        scene.press(Qt::Key_Escape);
+        QVERIFY(pinned && pinned->isVisible());
+        pinned->activateWindow();
+        QTRY_COMPARE(QApplication::activeWindow(), pinned.data());
+        // No window is left to release the key in.
+        QTest::keyPress(pinned->windowHandle(), Qt::Key_Escape);
+        QTRY_VERIFY(!pinned);
+    }
+
+    void shouldOpenTheHovletOfTheChosenMenuEntry()
+    {
+        Scene scene;
+        scene.show(scene.a);
+        QMenu menu;
+        QAction *action = menu.addAction(text("One"));
+        action->setObjectName(text("b"));
+        menu.addAction(text("Two"));
+        menu.popup(QPoint(100, 100));
+        menu.setActiveAction(action);
+        QTest::keyClick(&menu, Qt::Key_F1, Qt::ControlModifier);
+        QCOMPARE(scene.shownKey(), text("b"));
+        QTest::keyClick(&menu, Qt::Key_Escape);
+        QVERIFY(!scene.popup());
+        QVERIFY(menu.isVisible());
+        QTest::keyClick(&menu, Qt::Key_F1, Qt::ControlModifier);
+        QCOMPARE(scene.shownKey(), text("b"));
+        menu.close();
+        QVERIFY(!scene.popup());
+    }
+
+    void shouldRefuseWhatTheSettingsRefuse()
+    {
+        Scene scene;
+        scene.show(scene.a);
+        scene.host->context().set(HVKeySuspended, true);
+        scene.pressOpenKey();
+        QVERIFY(!scene.popup());
+    }
+
+    void shouldLeaveKeysAloneWhenOff()
+    {
+        Scene scene;
+        scene.show(scene.a);
+        scene.access->setEnabled(false);
+        scene.pressOpenKey();
+        QVERIFY(!scene.popup());
+        QVERIFY(scene.host->show(text("a"), QPoint(400, 400), scene.a));
+        scene.press(Qt::Key_Escape);
+        QVERIFY(scene.popup());
+    }
+
+    void shouldTakeAnotherKey()
+    {
+        HVKeyboardAccessSettings wanted;
+        wanted.openKey = QKeySequence(text("Alt+H"));
+        Scene scene(wanted);
+        scene.show(scene.a);
+        scene.pressOpenKey();
+        QVERIFY(!scene.popup());
+        scene.press(Qt::Key_H, Qt::AltModifier);
+        QCOMPARE(scene.shownKey(), text("a"));
+    }
+
+    void shouldTakeNoStandardKey()
+    {
+        const QKeySequence key = HVKeyboardAccessSettings().openKey;
+        QCOMPARE(key, QKeySequence(Qt::CTRL | Qt::Key_F1));
+        const QMetaEnum keys = QMetaEnum::fromType<QKeySequence::StandardKey>();
+        for (int i = 0; i < keys.keyCount(); ++i) {
+            const auto standard = QKeySequence::StandardKey(keys.value(i));
+            QVERIFY2(!QKeySequence::keyBindings(standard).contains(key), keys.key(i));
+        }
+        QVERIFY(QKeySequence::keyBindings(QKeySequence::WhatsThis)
+                        .contains(QKeySequence(Qt::SHIFT | Qt::Key_F1)));
+    }
+
+    void shouldTellScreenReaders()
+    {
+        announced.clear();
+        Scene scene;
+        scene.host->context().set(HVKeyHideDelay, 0); // it stays
+        scene.show(scene.a);
+        QVERIFY(scene.host->show(text("words"), QPoint(300, 300), scene.a));
+        QTRY_COMPARE(announced.count(QAccessible::Alert), 1);
+        QVERIFY(announced.contains(QAccessible::ObjectShow));
+        QCOMPARE(scene.popup()->accessibleName(), text("Pen"));
+        QCOMPARE(scene.popup()->accessibleDescription(), text("P\nDraws 3 pixels wide.\nA pen"));
+        // Other content in the popup that is on screen is news as well.
+        QVERIFY(scene.host->show(text("a"), QPoint(310, 310), scene.nobody));
+        QTRY_COMPARE(announced.count(QAccessible::Alert), 2);
+        QCOMPARE(scene.popup()->accessibleName(), text("Title of a"));
+    }
+
+    void shouldDoNothingWithoutTheInterface()
+    {
+        Scene scene;
+        scene.show(scene.a);
+        scene.host.reset();
+        QVERIFY(!scene.access->open());
+        scene.pressOpenKey();
+        QVERIFY(!scene.popup());
+    }
+};
+
+HOVLETS_TEST_MAIN(tst_HVKeyboardAccess)
+#include "tst_hvkeyboardaccess.moc"
