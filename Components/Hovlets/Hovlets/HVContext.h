@@ -94,34 +94,66 @@ class HOVLETS_EXPORT HVContext : public QObject
     Q_OBJECT
 
 public:
-    /// An empty context.
+    /*!
+     * An empty context.
+     * \param parent owner of the object, as of any QObject; null for none
+     */
     explicit HVContext(QObject *parent = nullptr);
 
-    /// A context of its own with \a other's settings; no parent, no name, no connections.
+    /*!
+     * A context of its own; no parent, no name, no connections.
+     * \param other whose settings are taken over
+     */
     HVContext(const HVContext &other);
 
     ~HVContext() override;
 
-    /// Takes over \a other's settings and drops all others. Emits nothing.
+    /*!
+     * Drops all settings and takes over others. Emits nothing.
+     * \param other whose settings are taken over
+     * \return this context
+     */
     HVContext &operator=(const HVContext &other);
 
-    /// Whether \a key was ever set, be it to an invalid value.
+    /*!
+     * Whether a setting was ever written, be it with an invalid value.
+     * \param key number of the setting
+     * \return true when it was
+     */
     bool contains(const HVContextKey &key) const;
 
-    /// The value of \a key, or \a defaultValue when it was never set.
+    /*!
+     * The value of a setting.
+     * \param key number of the setting
+     * \param defaultValue what to answer when it was never set
+     * \return the value as it was written, invalid ones included
+     */
     QVariant get(const HVContextKey &key, const QVariant &defaultValue) const;
 
-    /// Every key that was set, in ascending order.
+    /*!
+     * The settings that were written.
+     * \return their keys, in ascending order
+     */
     QList<HVContextKey> keys() const;
 
-    /// Stores \a value. Both signals are emitted on every call, also for an equal value.
+    /*!
+     * Writes a setting. Both signals are emitted on every call, also for an equal value.
+     * \param key number of the setting
+     * \param value what to store; it is converted where it is read
+     */
     void set(const HVContextKey &key, const QVariant &value);
 
 Q_SIGNALS:
-    /// Before a write: get() still gives the old value.
+    /*!
+     * Before a write: get() still gives the old value.
+     * \param key number of the setting
+     */
     void settingWillChange(HVContextKey key);
 
-    /// After a write: get() gives the new value.
+    /*!
+     * After a write: get() gives the new value.
+     * \param key number of the setting
+     */
     void settingDidChange(HVContextKey key);
 
 private:

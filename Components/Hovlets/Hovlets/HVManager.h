@@ -38,7 +38,13 @@ class HOVLETS_EXPORT HVManager : public QObject
     Q_DISABLE_COPY_MOVE(HVManager)
 
 public:
-    /// See HVInterface. \a context is copied; \a index is not owned, null makes one.
+    /*!
+     * Indexes the packages and, with HVKeyTrackHover, starts to watch the mouse.
+     * \param interface the host; not owned, and lives longer
+     * \param context the settings; they are copied
+     * \param dataPaths folders of packages; those that do not exist are skipped silently
+     * \param index where content is looked up; not owned. Null makes one
+     */
     HVManager(HVInterface *interface, HVContext &context, const QStringList &dataPaths,
               HVIndex *index);
 
@@ -49,93 +55,174 @@ public:
      */
     ~HVManager() override;
 
+    /// \copydoc HVInterface::context()
     HVContext &context();
+
+    /// \copydoc HVInterface::context() const
     const HVContext &context() const;
+
+    /*!
+     * Where content is looked up.
+     * \return the host's index, or the manager's own
+     */
     HVIndex *index();
+
+    /*!
+     * The host.
+     * \return as given at construction
+     */
     HVInterface *interface();
 
-    /// The current popup, null before the first show.
+    /*!
+     * The current popup.
+     * \return the manager's; null before the first show
+     */
     HVWidget *widget();
 
-    /// The data paths as given at construction.
+    /*!
+     * The data paths.
+     * \return as given at construction
+     */
     QStringList searchPaths();
 
+    /// \copydoc HVInterface::keys
     QStringList keys();
 
-    /// Indexes the packages in each of \a paths; a host may add paths later.
+    /*!
+     * Indexes the packages in folders; a host may add paths later.
+     * \param paths folders of packages; those that do not exist are skipped silently
+     */
     void loadDataPath(const QStringList &paths);
 
-    /// Indexes the control files of one package folder; those in sub-folders are left out.
+    /*!
+     * Indexes the control files of one package; those in sub-folders are left out.
+     * \param package the package folder
+     */
     void loadPackage(const QFileInfo &package);
 
+    /*!
+     * Hands a control file to the index. (The name is spelled so on purpose: hosts call it.)
+     * \param file canonical path of the control file
+     * \param package canonical path of its package folder
+     */
     void indexControFile(const QString &file, const QString &package);
 
-    /// HVKeyLocale, else HVKeyFallbackLocale, else the system's.
+    /*!
+     * The locale of translation files.
+     * \return HVKeyLocale, else HVKeyFallbackLocale, else the system's
+     */
     QLocale currentLocale();
 
-    /// Tell the popup where the mouse is. Always false, so that the event goes on.
+    /// \copydoc HVInterface::mouseMoveEventFilter
     bool mouseMoveEventFilter(QObject *object, QMouseEvent *event);
 
-    /// A click outside hides the popup, or activates one that must stay open. Always false.
+    /// \copydoc HVInterface::mouseButtonEventFilter
     bool mouseButtonEventFilter(QObject *object, QMouseEvent *event);
 
-    /// See HVInterface::show().
+    /// \copydoc HVInterface::show
     bool show(const QString &key, const QPoint &position, QObject *object);
 
     /*!
-     * The entry for \a key in the preferred locale, else in the fallback locale, else null.
+     * The entry for a key in the preferred locale, else in the fallback locale.
      *
-     * The caller owns and deletes both, the entry and \a element, its root. \a path and \a depth
-     * are those of its control file, see HVIndex::retrieve().
+     * The caller owns and deletes both, the entry and its root.
+     *
+     * \param key the content key
+     * \param[out] path the folder of the control file
+     * \param[out] depth its number of folder levels below the package
+     * \param[out] element the root of the returned tree, not to be used after a null answer
+     * \return the entry, or null
      */
     HVXmlElement *retrieve(const QString &key, QString &path, int &depth, HVXmlElement *&element);
 
-    /// Top-left corner of the popup for a cursor at \a position; \a widget is not looked at.
+    /*!
+     * Where the popup goes before it is moved into the screen: HVKeyCursorOffset from the cursor.
+     * \param position where the cursor is: global, in pixels
+     * \param widget not looked at
+     * \return the popup's top-left corner: global, in pixels
+     */
     QPoint tooltipPosition(const QPoint &position, QWidget *widget);
 
     /*!
-     * Lets \a widget, the current popup, live on by itself; false for any other.
+     * Lets the current popup live on by itself, and makes a new one.
      *
-     * \a container is the host's window for it, or null.
+     * \param widget the popup
+     * \param[out] container the host's window for it, or null; written on success only
+     * \return false when it is not the current popup
      */
     bool reserve(HVWidget *widget, QWidget *&container);
 
     /// Raises all pinned popups.
     void raise();
 
-    /// Keeps all pinned popups above other windows, or no longer.
+    /*!
+     * Keeps all pinned popups above other windows, or no longer.
+     * \param on whether to
+     */
     void setStayOnTop(bool on);
 
-    /// Passes the message to the host unless HVKeyMessageLevel is below its type.
+    /*!
+     * Passes a message to the host unless HVKeyMessageLevel is below its type.
+     * \param type its severity
+     * \param message the text
+     */
     void handleMessage(HVMessageType type, const QString &message);
 
+    /// \copydoc HVInterface::setGlobalProperty
     void setGlobalProperty(const QString &name, const QVariant &value);
 
-    /// \a text with its placeholders "%(name)s" filled from the global properties.
+    /*!
+     * Fills the placeholders "%(name)s" of a text from the global properties.
+     * \param text the text
+     * \return the text; placeholders without a value stay in it
+     */
     QString interpolate(const QString &text);
+
+    /*!
+     * Fills the placeholders "%(name)s" of a text.
+     * \param text the text
+     * \param values the values by their names; they may hold placeholders themselves
+     * \return the text; placeholders without a value stay in it
+     */
     QString interpolate(const QString &text, const QMap<QString, QVariant> &values);
 
-    /// See HVInterface::hovletAttribute(); content on screen answers without a look-up.
+    /// \copydoc HVInterface::hovletAttribute
     QString hovletAttribute(const QString &key, const QString &attribute,
                             const QString &defaultValue);
 
+    /// \copydoc HVInterface::keyForObject
     QString keyForObject(QObject *object);
 
     /*!
      * The translation from the content package's file for the current locale.
      *
-     * Without such a file it is \a text; with a file that lacks the text it is empty. Content
-     * relies on the difference.
+     * \param text the source text
+     * \param context its context, by which equal texts are told apart
+     * \return without such a file, or before the first show, \a text; with a file that lacks it, an
+     * empty string. Content relies on the difference
      */
     QString translateString(const QString &text, const QString &context);
 
-    /// Tells addresses, files and topics apart and has the host open what the settings allow.
+    /*!
+     * Tells addresses, files and topics apart and has the host open what the settings allow.
+     * \param resource an address, a path or the name of a topic
+     * \return whether the host opened it
+     */
     bool openExternalResource(const QString &resource);
 
 protected:
+    /*!
+     * Watches the application with HVKeyTrackHover.
+     * \param object whose event it is
+     * \param event any event of the application
+     * \return true for a tooltip event in whose place a popup shows
+     */
     bool eventFilter(QObject *object, QEvent *event) override;
 
-    /// Makes the popup on first use; later gives it the parent.
+    /*!
+     * Makes the popup on first use; later gives it the parent.
+     * \param parent null makes it a window
+     */
     void initializeTooltipWindow(QWidget *parent);
 
 private:
