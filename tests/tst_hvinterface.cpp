@@ -211,6 +211,7 @@ private Q_SLOTS:
         QCOMPARE(interface.createWindow(HVReservedWindow), nullptr);
         QObject object;
         QCOMPARE(interface.keyForObject(&object), QString());
+        QCOMPARE(interface.keyForObject(nullptr), QString());
         object.setObjectName(text("Name"));
         QCOMPARE(interface.keyForObject(&object), text("Name"));
         QCOMPARE(interface.shortCutForObject(text("a"), &object, text("F3")), text("F3"));

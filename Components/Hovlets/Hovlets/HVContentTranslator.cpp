@@ -1,13 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVContentTranslator.h"
 
+#include "HVContentLocale.h"
+#include "HVContext.h"
+#include "HVView.h"
+
 #include <QtCore/QTranslator>
 
 namespace Hovlets {
 
-HVContentTranslator::HVContentTranslator() = default;
-
-HVContentTranslator::~HVContentTranslator() = default;
+HVContentTranslator::HVContentTranslator(QObject *owner)
+    : m_owner(owner)
+{
+}
 
 QString HVContentTranslator::translate(const QString &file, const QString &text,
                                        const QString &context)
@@ -15,7 +20,7 @@ QString HVContentTranslator::translate(const QString &file, const QString &text,
     if (file.isEmpty())
         return text;
     if (!m_translator)
-        m_translator = std::make_unique<QTranslator>();
+        m_translator = new QTranslator(m_owner);
     if (file != m_file) {
         m_file.clear();
         if (!m_translator->load(file))
@@ -23,6 +28,14 @@ QString HVContentTranslator::translate(const QString &file, const QString &text,
         m_file = file;
     }
     return m_translator->translate(context.toUtf8().constData(), text.toUtf8().constData());
+}
+
+QString translationFile(const HVView &view, const HVContext &context)
+{
+    const QString name = context.get(HVKeyTranslationName, QStringLiteral("Hovlets")).toString();
+    return view.findComponent(
+            QStringLiteral("l10n_name"), HVKeyTranslationFolder, QStringLiteral("l10n"),
+            QStringLiteral("%1_%2.qm").arg(name, translationLocale(context).name()));
 }
 
 } // namespace Hovlets

@@ -3,11 +3,13 @@
 
 #include <QtCore/QString>
 
-#include <memory>
-
+class HVContext;
+class QObject;
 class QTranslator;
 
 namespace Hovlets {
+
+class HVView;
 
 /*!
  * \brief Translates texts of content with the translation file of its package.
@@ -18,8 +20,8 @@ namespace Hovlets {
 class HVContentTranslator
 {
 public:
-    HVContentTranslator();
-    ~HVContentTranslator();
+    /// Its translator becomes a child of \a owner.
+    explicit HVContentTranslator(QObject *owner);
 
     /*!
      * The translation of \a text in \a context by \a file.
@@ -30,8 +32,12 @@ public:
     QString translate(const QString &file, const QString &text, const QString &context);
 
 private:
-    std::unique_ptr<QTranslator> m_translator; // made at first use
+    QObject *m_owner;
+    QTranslator *m_translator = nullptr; // made at first use, the owner's
     QString m_file; // null while none is loaded
 };
+
+/// Where the package of the content in \a view has its translations for the current locale.
+QString translationFile(const HVView &view, const HVContext &context);
 
 } // namespace Hovlets

@@ -52,7 +52,7 @@ QWidget *HVInterface::createWindow(HVWindowType type)
 
 QString HVInterface::keyForObject(QObject *object)
 {
-    return object->objectName();
+    return object ? object->objectName() : QString();
 }
 
 bool HVInterface::openExternalResource(HVExternalResourceType type, const QString &resource)

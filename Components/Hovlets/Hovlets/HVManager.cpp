@@ -27,10 +27,12 @@ namespace Hovlets {
 class HVManager::Private
 {
 public:
-    Private(HVInterface *interface, const HVContext &context, const QStringList &dataPaths)
+    Private(HVManager *manager, HVInterface *interface, const HVContext &context,
+            const QStringList &dataPaths)
         : interface(interface)
         , dataPaths(dataPaths)
         , context(context)
+        , translator(manager)
     {
     }
 
@@ -66,7 +68,7 @@ void setAlwaysShowToolTips(bool on)
 HVManager::HVManager(HVInterface *interface, HVContext &context, const QStringList &dataPaths,
                      HVIndex *index)
     : QObject(nullptr)
-    , d(std::make_unique<Private>(interface, context, dataPaths))
+    , d(std::make_unique<Private>(this, interface, context, dataPaths))
 {
     if (!index) {
         d->ownIndex = std::make_unique<HVIndex>(&d->context, dataPaths);
@@ -220,7 +222,6 @@ bool HVManager::mouseButtonEventFilter(QObject *object, QMouseEvent *event)
     return false;
 }
 
-/// Whether the settings let anything be shown at this moment.
 bool HVManager::mayShow() const
 {
     if (d->context.get(HVKeySuspended, false).toBool())
@@ -231,10 +232,12 @@ bool HVManager::mayShow() const
 
 bool HVManager::show(const QString &key, const QPoint &position, QObject *object)
 {
+    // Messages and questions run code of the host, which may delete the control or show another.
+    const QPointer<QObject> control(object);
+    const QPointer<QWidget> hovered(qobject_cast<QWidget *>(object));
     inform(QStringLiteral("looking for Hovlet for key:%1").arg(key));
     if (!mayShow())
         return false;
-    auto *hovered = object && object->isWidgetType() ? static_cast<QWidget *>(object) : nullptr;
     initializeTooltipWindow(nullptr);
     HVHoverPopup &popup = d->popup;
     if (popup.isShowing(key))
@@ -270,11 +273,15 @@ bool HVManager::show(const QString &key, const QPoint &position, QObject *object
         replaced = popup.view()->takeContentTree();
         popup.view()->setContentTree(std::move(found));
     }
-    const QString shortcut = d->interface->shortCutForObject(
-            key, object, element->attribute(QStringLiteral("shortcut")));
+    const QPointer<HVXmlElement> shown(element);
+    const QString written = element->attribute(QStringLiteral("shortcut"));
+    const QString shortcut =
+            d->interface ? d->interface->shortCutForObject(key, control, written) : written;
+    if (!shown || popup.content() != shown)
+        return popup.isShowing(key);
     if (!shortcut.isEmpty())
         element->setAttribute(QStringLiteral("shortcut"), shortcut);
-    widget()->showWithContent(object, tooltipPosition(position, hovered), element,
+    widget()->showWithContent(control, tooltipPosition(position, hovered), element,
                               folderAbove(path, depth - 1));
     widget()->raise();
     return true;
@@ -289,9 +296,8 @@ HVXmlElement *HVManager::retrieve(const QString &key, QString &path, int &depth,
             d->index->retrieve(key, preferredContentLocale(d->context), path, depth, element);
     if (!result)
         result = d->index->retrieve(key, fallbackContentLocale(d->context), path, depth, element);
-    if (!result)
-        return nullptr;
-    inform(QStringLiteral("Retrieved %1 in %2 seconds").arg(key, seconds(timer)));
+    if (result)
+        inform(QStringLiteral("Retrieved %1 in %2 seconds").arg(key, seconds(timer)));
     return result;
 }
 
@@ -306,7 +312,10 @@ bool HVManager::reserve(HVWidget *widget, QWidget *&container)
 {
     if (!widget || widget != d->popup.widget())
         return false;
-    container = d->interface->createWindow(HVReservedWindow);
+    QWidget *window = d->interface ? d->interface->createWindow(HVReservedWindow) : nullptr;
+    if (widget != d->popup.widget())
+        return false; // the popup did not live to see the host's answer
+    container = window;
     d->pinned.add(widget);
     d->popup.release();
     initializeTooltipWindow(nullptr);
@@ -373,26 +382,20 @@ QString HVManager::hovletAttribute(const QString &key, const QString &attribute,
 
 QString HVManager::keyForObject(QObject *object)
 {
-    return d->interface->keyForObject(object);
+    return d->interface ? d->interface->keyForObject(object) : QString();
 }
 
 QString HVManager::translateString(const QString &text, const QString &context)
 {
     const HVView *view = d->popup.view();
-    if (!view)
-        return text;
-    const QString name = d->context.get(HVKeyTranslationName, QStringLiteral("Hovlets")).toString();
-    const QString file = view->findComponent(
-            QStringLiteral("l10n_name"), HVKeyTranslationFolder, QStringLiteral("l10n"),
-            QStringLiteral("%1_%2.qm").arg(name, currentLocale().name()));
-    return d->translator.translate(file, text, context);
+    return view ? d->translator.translate(translationFile(*view, d->context), text, context) : text;
 }
 
 bool HVManager::openExternalResource(const QString &resource)
 {
     const HVExternalResourceType type = externalResourceType(resource);
     return d->context.get(externalResourceGate(type), true).toBool()
-            && d->interface->openExternalResource(type, resource);
+            && d->interface && d->interface->openExternalResource(type, resource);
 }
 
 } // namespace Hovlets
