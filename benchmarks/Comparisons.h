@@ -3,6 +3,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <limits>
 #include <map>
 #include <string>
 #include <vector>
@@ -26,6 +27,19 @@ public:
      */
     void add(const std::string &ours, const std::vector<std::string> &peers, double limit);
 
+    /// No target: the line is there to be looked at.
+    static constexpr double NoLimit = std::numeric_limits<double>::infinity();
+
+    /// Adds a line: how much longer \a ours takes than \a peer, at most \a limit, in seconds.
+    void addDelay(const std::string &ours, const std::string &peer, double limit);
+
+    /*!
+     * Adds a line with a ratio that a benchmark measures beside its time, at most \a limit.
+     * \a ratio is read when the table is printed; 0 leaves the line out.
+     */
+    void addFigure(const std::string &name, const std::string &peer, const double &ratio,
+                   double limit);
+
     void ReportRuns(const std::vector<Run> &runs) override;
 
     /// The table; lines whose benchmarks did not run are left out.
@@ -44,6 +58,20 @@ private:
     double best(const std::string &name) const;
     std::string fastest(const std::vector<std::string> &names) const;
 
+    struct Figure
+    {
+        std::string name;
+        std::string peer;
+        const double *ratio;
+        double limit;
+    };
+
+    bool printRatios() const;
+    bool printFigures() const;
+    bool printDelays() const;
+
     std::vector<Comparison> m_comparisons;
+    std::vector<Comparison> m_delays;
+    std::vector<Figure> m_figures;
     std::map<std::string, std::vector<double>> m_seconds; // by name, one per repetition
 };

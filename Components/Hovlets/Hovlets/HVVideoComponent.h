@@ -46,8 +46,8 @@ public:
      * Loads the clip that the popup's view finds in the content's resources, and clears the
      * picture.
      *
-     * Does so once the item is in a view: set it from Component.onCompleted or later. A name that
-     * is not found leaves what plays. Emits nothing.
+     * An item outside a view finds nothing: QML sets it once the item has a window. A name that is
+     * not found leaves what plays. Emits nothing.
      */
     void setSource(const QString &name);
 

@@ -1,0 +1,194 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "BenchmarkClip.h"
+#include "Comparisons.h"
+#include "GeneratedContent.h"
+#include "HVContext.h"
+#include "HVInterface.h"
+#include "HVManager.h"
+#include "HVVideoComponent.h"
+#include "HVVideoController.h"
+#include "HVView.h"
+#include "HVWidget.h"
+#include "Suites.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QDeadlineTimer>
+#include <QtCore/QFile>
+#include <QtCore/QTimer>
+#include <QtGui/QImage>
+#include <QtQuick/QQuickWindow>
+#include <QtQuick/QSGImageNode>
+#include <QtQuickWidgets/QQuickWidget>
+
+#include <ctime>
+#include <memory>
+
+using namespace Hovlets;
+
+namespace {
+
+constexpr int Steps = 60; // pictures shown per iteration
+constexpr int Patience = 60000; // ms
+
+/// The time that the processor has spent on the calling thread, in seconds.
+double threadSeconds()
+{
+    timespec time = {};
+    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
+}
+
+template <typename Condition> bool waitUntil(Condition isMet)
+{
+    const QDeadlineTimer deadline(Patience);
+    QTimer wakeUp; // for what changes on another thread, without an event
+    wakeUp.start(1);
+    while (!isMet() && !deadline.hasExpired())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    return isMet();
+}
+
+/// A popup with nothing in it but the clip, which is decoded.
+class ClipPopup
+{
+public:
+    explicit ClipPopup(const QString &clip)
+        : m_content(1, 1000, 1)
+    {
+        const QString package = m_content.packageFolder(0);
+        GeneratedContent::write(package + QStringLiteral("/ui/HovletsUI.qml"),
+                                "import QtQuick 2.15\n"
+                                "import QtQuick.Window 2.15\n"
+                                "import com.zandor.hovlets.qml 1.0\n"
+                                "Item {\n"
+                                "    width: 640; height: 360\n"
+                                "    HVVideoComponent { source: Window.window ? 'clip.mp4' : '' }\n"
+                                "}\n");
+        GeneratedContent::write(package + QStringLiteral("/Resources/clip.mp4"), {});
+        QFile::remove(package + QStringLiteral("/Resources/clip.mp4"));
+        QFile::copy(clip, package + QStringLiteral("/Resources/clip.mp4"));
+        HVContext context;
+        context.set(HVKeyHideDelay, 0);
+        m_host = std::make_unique<HVInterface>(context, QStringList());
+        m_manager = std::make_unique<HVManager>(m_host.get(), context,
+                                                QStringList { m_content.path() }, nullptr);
+        m_manager->show(GeneratedContent::key(0, 0), QPoint(100, 100), nullptr);
+    }
+
+    QQuickWidget *view() { return popup()->view(); }
+
+    /// Null when the clip does not come.
+    HVVideoComponent *video()
+    {
+        QQuickItem *root = popup()->view()->rootObject();
+        auto *video = root ? root->findChild<HVVideoComponent *>() : nullptr;
+        if (!video || !waitUntil([video] { return video->loadProgress() == 1; }))
+            return nullptr;
+        // A position is one of a picture that is decoded.
+        const bool isDecoded = waitUntil([video] {
+            video->setPosition(Steps);
+            return video->position() == Steps;
+        });
+        return isDecoded ? video : nullptr;
+    }
+
+private:
+    HVWidget *popup() { return m_manager->widget(); }
+
+    GeneratedContent m_content;
+    std::unique_ptr<HVInterface> m_host;
+    std::unique_ptr<HVManager> m_manager;
+};
+
+/// Shows an image as it is, and nothing else.
+class ImageItem : public QQuickItem
+{
+public:
+    ImageItem() { setFlag(ItemHasContents); }
+
+    void setImage(const QImage &image)
+    {
+        m_image = image;
+        update();
+    }
+
+protected:
+    QSGNode *updatePaintNode(QSGNode *old, UpdatePaintNodeData *) override
+    {
+        auto *node = static_cast<QSGImageNode *>(old);
+        if (!node) {
+            node = window()->createImageNode();
+            node->setOwnsTexture(true);
+        }
+        node->setTexture(window()->createTextureFromImage(m_image));
+        node->setRect(QRectF(QPointF(), m_image.size()));
+        return node;
+    }
+
+private:
+    QImage m_image;
+};
+
+void showPictures(benchmark::State &state, BenchmarkClip &clip)
+{
+    ClipPopup popup(clip.path());
+    HVVideoComponent *video = popup.video();
+    if (!video) {
+        state.SkipWithError("the clip was not shown");
+        return;
+    }
+    // Later than the item's own connection: the item has the picture when this is told.
+    bool isTold = false;
+    QObject::connect(video->findChild<HVVideoController *>(), &HVVideoController::displayFrame,
+                     video, [&isTold] { isTold = true; });
+    for (auto _ : state) {
+        const double start = threadSeconds();
+        for (int picture = 0; picture < Steps; ++picture) {
+            isTold = false;
+            video->setPosition(picture);
+            if (!waitUntil([&isTold] { return isTold; }))
+                state.SkipWithError("a picture was not shown");
+            popup.view()->grabFramebuffer();
+        }
+        state.SetIterationTime((threadSeconds() - start) / Steps);
+    }
+}
+
+void showImages(benchmark::State &state)
+{
+    QQuickWidget widget;
+    widget.resize(BenchmarkClip::Width, BenchmarkClip::Height);
+    ImageItem item;
+    item.setParentItem(widget.quickWindow()->contentItem());
+    widget.show();
+    std::vector<QImage> images;
+    for (int index = 0; index < Steps; ++index) {
+        images.emplace_back(BenchmarkClip::Width, BenchmarkClip::Height, QImage::Format_RGB32);
+        images.back().fill(qRgb(4 * index, 128, 255 - 4 * index));
+    }
+    for (auto _ : state) {
+        const double start = threadSeconds();
+        for (const QImage &image : images) {
+            item.setImage(image);
+            QCoreApplication::processEvents();
+            widget.grabFramebuffer();
+        }
+        state.SetIterationTime((threadSeconds() - start) / Steps);
+    }
+}
+
+} // namespace
+
+void registerPictureBenchmarks(Comparisons &comparisons, const std::shared_ptr<BenchmarkClip> &clip)
+{
+    const std::string group = "picture shown, GUI thread/";
+    const auto add = [](const std::string &name, auto run) {
+        benchmark::RegisterBenchmark(name.c_str(), run)
+                ->Unit(benchmark::kMillisecond)
+                ->UseManualTime()
+                ->Iterations(1);
+    };
+    add(group + "Hovlets", [clip](benchmark::State &state) { showPictures(state, *clip); });
+    add(group + "bare item", [](benchmark::State &state) { showImages(state); });
+    comparisons.add(group + "Hovlets", { group + "bare item" }, Comparisons::NoLimit);
+}

@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "BenchmarkClip.h"
+#include "Comparisons.h"
+#include "HVClip.h"
+#include "HVIdleWait.h"
+#include "HVVideoController.h"
+#include "HVVideoSourceFFMPEG.h"
+#include "Suites.h"
+
+#include <QtCore/QFile>
+#include <QtCore/QProcess>
+#include <QtCore/QSemaphore>
+#include <QtCore/QThread>
+#include <QtCore/QUrl>
+
+#include <unistd.h>
+
+#include <chrono>
+#include <memory>
+
+using namespace Hovlets;
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr int Patience = 60000; // ms
+
+// Set by the benchmark of the whole clip, as it runs; 0 before.
+double pictureMemory = 0;
+double processMemory = 0;
+
+double secondsSince(Clock::time_point start)
+{
+    return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+/// What the process holds in memory, in bytes.
+double residentBytes()
+{
+    QFile file(QStringLiteral("/proc/self/statm"));
+    if (!file.open(QIODevice::ReadOnly))
+        return 0;
+    const double pages = file.readAll().split(' ').value(1).toDouble();
+    return pages * static_cast<double>(::sysconf(_SC_PAGESIZE));
+}
+
+/// Beside what the pictures need at the least, 32 bits a pixel.
+void noteMemory(const HVVideoSource &source, double residentBefore)
+{
+    double bytes = 0;
+    for (unsigned int index = 0; index < source.loadedFrameCount(); ++index)
+        bytes += static_cast<double>(source.getFrame(index).sizeInBytes());
+    const double needed =
+            4.0 * BenchmarkClip::Width * BenchmarkClip::Height * BenchmarkClip::Pictures;
+    pictureMemory = bytes / needed;
+    processMemory = (residentBytes() - residentBefore) / needed;
+}
+
+/// From the request to the last picture in the cache.
+void cacheWholeClip(benchmark::State &state, const std::shared_ptr<BenchmarkClip> &clip)
+{
+    const QUrl url = QUrl::fromLocalFile(clip->path());
+    for (auto _ : state) {
+        const double resident = residentBytes();
+        QSemaphore ended;
+        HVVideoSourceFFMPEG source;
+        QObject::connect(
+                &source, &HVVideoSource::streamEnded, &source, [&ended] { ended.release(); },
+                Qt::DirectConnection);
+        source.start();
+        const Clock::time_point start = Clock::now();
+        source.setSource(url);
+        const bool isEnded = ended.tryAcquire(1, Patience);
+        state.SetIterationTime(secondsSince(start));
+        if (!isEnded || source.loadedFrameCount() != BenchmarkClip::Pictures)
+            state.SkipWithError("wrong number of pictures");
+        if (pictureMemory == 0)
+            noteMemory(source, resident);
+    }
+}
+
+/// The ffmpeg program, with as many threads to decode with as the library takes.
+void convertWithProgram(benchmark::State &state, const std::shared_ptr<BenchmarkClip> &clip,
+                        const QStringList &extra)
+{
+    const QString threads = QString::number(qBound(1, QThread::idealThreadCount(), 4));
+    const QStringList arguments = QStringList { QStringLiteral("-nostdin"),
+                                                QStringLiteral("-v"),
+                                                QStringLiteral("error"),
+                                                QStringLiteral("-threads"),
+                                                threads,
+                                                QStringLiteral("-i"),
+                                                clip->path() }
+            + extra + QStringList { QStringLiteral("-pix_fmt"), QStringLiteral("bgra"),
+                                    QStringLiteral("-f"),       QStringLiteral("rawvideo"),
+                                    QStringLiteral("-y"),       QStringLiteral("/dev/null") };
+    for (auto _ : state) {
+        const Clock::time_point start = Clock::now();
+        const int status = QProcess::execute(QStringLiteral("ffmpeg"), arguments);
+        state.SetIterationTime(secondsSince(start));
+        if (status != 0)
+            state.SkipWithError("ffmpeg failed");
+    }
+}
+
+/// From the request to the moment at which the display is told to fetch the first picture.
+void showFirstPicture(benchmark::State &state, const std::shared_ptr<BenchmarkClip> &clip)
+{
+    const QUrl url = QUrl::fromLocalFile(clip->path());
+    for (auto _ : state) {
+        QSemaphore displayed;
+        HVVideoSourceFFMPEG source;
+        // Deletes itself when its thread has ended.
+        auto *controller = new HVVideoController(&source, nullptr);
+        QObject::connect(
+                controller, &HVVideoController::displayFrame, controller,
+                [&displayed] { displayed.release(); }, Qt::DirectConnection);
+        controller->start();
+        source.start();
+        const Clock::time_point start = Clock::now();
+        controller->setSource(url);
+        const bool isDisplayed = displayed.tryAcquire(1, Patience);
+        state.SetIterationTime(secondsSince(start));
+        if (!isDisplayed)
+            state.SkipWithError("no picture");
+        controller->quit();
+        source.quit();
+        controller->wait();
+    }
+}
+
+/// Opening the clip and decoding its first picture, without threads, requests and clocks.
+void decodeFirstPicture(benchmark::State &state, const std::shared_ptr<BenchmarkClip> &clip)
+{
+    const QString path = clip->path();
+    for (auto _ : state) {
+        HVClip opened([] { return false; });
+        const Clock::time_point start = Clock::now();
+        const bool isOpen = !opened.open(path);
+        const QImage picture = isOpen ? opened.nextPicture() : QImage();
+        state.SetIterationTime(secondsSince(start));
+        if (picture.isNull())
+            state.SkipWithError("no picture");
+    }
+}
+
+template <typename Run> void add(const std::string &name, Run run)
+{
+    benchmark::RegisterBenchmark(name.c_str(), run)->Unit(benchmark::kMillisecond)->UseManualTime();
+}
+
+} // namespace
+
+void registerVideoBenchmarks(Comparisons &comparisons)
+{
+    const auto clip = std::make_shared<BenchmarkClip>();
+
+    const std::string whole = "clip, 640 x 360, 300 pictures/";
+    add(whole + "Hovlets", [clip](benchmark::State &state) { cacheWholeClip(state, clip); });
+    add(whole + "ffmpeg", [clip](benchmark::State &state) { convertWithProgram(state, clip, {}); });
+    add(whole + "ffmpeg, one picture", [clip](benchmark::State &state) {
+        convertWithProgram(state, clip, { QStringLiteral("-frames:v"), QStringLiteral("1") });
+    });
+    comparisons.add(whole + "Hovlets", { whole + "ffmpeg" }, 1.0);
+    comparisons.addFigure("memory of its pictures", "4 bytes a pixel", pictureMemory, 1.02);
+    comparisons.addFigure("memory of the process for it", "4 bytes a pixel", processMemory,
+                          Comparisons::NoLimit);
+
+    const std::string first = "clip, first picture/";
+    add(first + "Hovlets", [clip](benchmark::State &state) { showFirstPicture(state, clip); });
+    add(first + "decoding it",
+        [clip](benchmark::State &state) { decodeFirstPicture(state, clip); });
+    constexpr double MostDelay = 0.020; // s
+    comparisons.addDelay(first + "Hovlets", first + "decoding it", MostDelay);
+
+    registerPictureBenchmarks(comparisons, clip);
+}
