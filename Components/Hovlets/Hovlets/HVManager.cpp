@@ -160,7 +160,6 @@ void HVManager::loadPackage(const QFileInfo &package)
     const QFileInfo control(directory.absoluteFilePath(
             d->context.get(HVKeyControlFolderName, QStringLiteral("Control")).toString()));
     inform(QStringLiteral("looking for control files in :%1").arg(control.absoluteFilePath()));
-
     const QStringList files = controlFilesIn(control);
     for (const QString &file : files) {
         inform(QStringLiteral("found control file :%1").arg(file));
