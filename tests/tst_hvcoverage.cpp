@@ -222,6 +222,26 @@ private Q_SLOTS:
         QVERIFY(!control(coverage.report(), "it").isEmpty());
     }
 
+    void shouldLabelAControlWithWhatAPersonReads()
+    {
+        Scene scene;
+        HVCoverage coverage(*scene.host);
+        auto *field = scene.add<QLineEdit>("field");
+        field->setText(text("secret"));
+        scene.window.show();
+        const auto label = [&] {
+            return control(coverage.report(), "field")[text("label")].toString();
+        };
+        QCOMPARE(label(), QString()); // never what the user has typed
+        field->setToolTip(text("The name\nin full"));
+        QCOMPARE(label(), text("The name"));
+        scene.add<QLabel>("")->setBuddy(field);
+        scene.window.findChild<QLabel *>()->setText(text("&Name:"));
+        QCOMPARE(label(), text("Name:"));
+        field->setAccessibleName(text("Name of the layer"));
+        QCOMPARE(label(), text("Name of the layer"));
+    }
+
     void shouldFindControlsInsideContainers()
     {
         Scene scene;

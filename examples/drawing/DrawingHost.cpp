@@ -14,9 +14,12 @@ using namespace Hovlets;
 
 namespace {
 
-/// The action behind a tool button or behind the entry of a menu that the mouse is on.
+/// The action behind a tool button or behind the entry of a menu that the mouse is on. The keyboard
+/// asks for the action itself.
 QAction *actionOf(QObject *object)
 {
+    if (auto *action = qobject_cast<QAction *>(object))
+        return action;
     if (const auto *button = qobject_cast<QToolButton *>(object))
         return button->defaultAction();
     if (const auto *menu = qobject_cast<QMenu *>(object))

@@ -48,7 +48,8 @@ QDockWidget *dock(const QString &title, const QString &name, QWidget *content)
 
 } // namespace
 
-MainWindow::MainWindow(DrawingHost &host, HelpWindow &help, bool dark)
+MainWindow::MainWindow(DrawingHost &host, HelpWindow &help, Hovlets::HVKeyboardAccess &keyboard,
+                       bool dark)
     : m_host(host)
     , m_help(help)
     , m_document(new Document(this))
@@ -67,7 +68,7 @@ MainWindow::MainWindow(DrawingHost &host, HelpWindow &help, bool dark)
     addStatusBar();
     connectCanvas();
     addPanels();
-    addSettings();
+    addSettings(keyboard);
     connectActions();
     m_actions->get(QStringLiteral("dark"))->setChecked(dark);
     m_actions->get(QStringLiteral("pen"))->trigger();
@@ -107,10 +108,10 @@ void MainWindow::addPanels()
     addDockWidget(Qt::RightDockWidgetArea, dock(tr("Panels"), QStringLiteral("panels"), panel));
 }
 
-void MainWindow::addSettings()
+void MainWindow::addSettings(Hovlets::HVKeyboardAccess &keyboard)
 {
     QDockWidget *settings = dock(tr("Popup settings"), QStringLiteral("settingsDock"),
-                                 new SettingsPanel(m_host, this));
+                                 new SettingsPanel(m_host, keyboard, this));
     addDockWidget(Qt::LeftDockWidgetArea, settings);
     settings->hide();
     connect(m_actions->get(QStringLiteral("settings")), &QAction::toggled, settings,

@@ -10,20 +10,24 @@ class DrawingHost;
 class HelpWindow;
 class QLabel;
 
+namespace Hovlets {
+class HVKeyboardAccess;
+}
+
 /// \brief The window of the program: canvas, panels, and what the menus do.
 class MainWindow : public QMainWindow
 {
     Q_OBJECT
 
 public:
-    /// \a host and \a help outlive the window.
-    MainWindow(DrawingHost &host, HelpWindow &help, bool dark);
+    /// \a host, \a help and \a keyboard outlive the window.
+    MainWindow(DrawingHost &host, HelpWindow &help, Hovlets::HVKeyboardAccess &keyboard, bool dark);
 
     void openFile(const QString &file);
 
 private:
     void addPanels();
-    void addSettings();
+    void addSettings(Hovlets::HVKeyboardAccess &keyboard);
     void addStatusBar();
     void connectActions();
     void connectCanvas();

@@ -39,11 +39,19 @@ Options readOptions(const QCoreApplication &application)
                            "is visible, with its centre on the screen."),
             QStringLiteral("file"));
 
+    const QCommandLineOption coverage(
+            QStringLiteral("coverage"),
+            QStringLiteral("At the end, write a report of the controls without a hovlet."),
+            QStringLiteral("file"));
+    const QCommandLineOption overlay(
+            QStringLiteral("coverage-overlay"),
+            QStringLiteral("Outline the controls: green with a hovlet, red without."));
+
     QCommandLineParser parser;
     parser.setApplicationDescription(
             QStringLiteral("A small drawing program with hovlets on its controls."));
     parser.addHelpOption();
-    parser.addOptions({ locale, dark, simple, verbose, geometry, controls });
+    parser.addOptions({ locale, dark, simple, verbose, geometry, controls, coverage, overlay });
     parser.addPositionalArgument(QStringLiteral("drawing"), QStringLiteral("A picture to open."),
                                  QStringLiteral("[drawing]"));
     parser.process(application);
@@ -55,6 +63,8 @@ Options readOptions(const QCoreApplication &application)
     options.verbose = parser.isSet(verbose);
     options.geometry = readGeometry(parser.value(geometry));
     options.controlsFile = parser.value(controls);
+    options.coverageFile = parser.value(coverage);
+    options.coverageOverlay = parser.isSet(overlay);
     options.drawing = parser.positionalArguments().value(0);
     if (parser.isSet(geometry) && options.geometry.isNull()) {
         qCritical("--geometry wants WxH+X+Y, such as 900x600+40+40");

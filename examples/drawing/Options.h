@@ -15,6 +15,8 @@ struct Options
     bool verbose = false;
     QRect geometry; // null: Qt's choice
     QString controlsFile;
+    QString coverageFile;
+    bool coverageOverlay = false;
     QString drawing;
 };
 

@@ -4,6 +4,7 @@
 #include "DrawingHost.h"
 
 #include <Hovlets/HVContext.h>
+#include <HovletsAssist/HVKeyboardAccess.h>
 
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QComboBox>
@@ -19,7 +20,7 @@ constexpr int DurationStep = 100;
 
 } // namespace
 
-SettingsPanel::SettingsPanel(DrawingHost &host, QWidget *window)
+SettingsPanel::SettingsPanel(DrawingHost &host, HVKeyboardAccess &keyboard, QWidget *window)
     : QWidget(window)
     , m_host(host)
 {
@@ -34,6 +35,7 @@ SettingsPanel::SettingsPanel(DrawingHost &host, QWidget *window)
     addSwitch(layout, tr("Links to files and the web"), HVKeyLinksEnabled, true);
     addFallback(layout);
     addPinned(layout, window);
+    addKeyboard(layout, keyboard);
     addSwitch(layout, tr("No popups at all"), HVKeySuspended, false);
 }
 
@@ -103,5 +105,14 @@ void SettingsPanel::addPinned(QFormLayout *layout, QWidget *window)
     connect(box, &QCheckBox::toggled, this,
             [this, window](bool on) { m_host.setPinnedParent(on ? window : nullptr); });
     box->setChecked(true);
+    layout->addRow(box);
+}
+
+void SettingsPanel::addKeyboard(QFormLayout *layout, HVKeyboardAccess &keyboard)
+{
+    auto *box = new QCheckBox(tr("Keys for popups"));
+    box->setToolTip(tr("Ctrl+F1 shows the popup of the control with the focus; Esc hides it."));
+    box->setChecked(keyboard.isEnabled());
+    connect(box, &QCheckBox::toggled, this, [&keyboard](bool on) { keyboard.setEnabled(on); });
     layout->addRow(box);
 }

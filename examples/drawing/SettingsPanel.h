@@ -6,6 +6,10 @@
 class DrawingHost;
 class QFormLayout;
 
+namespace Hovlets {
+class HVKeyboardAccess;
+}
+
 /*!
  * \brief Changes the library's settings while the program runs.
  *
@@ -17,7 +21,7 @@ class SettingsPanel : public QWidget
 
 public:
     /// \a window is the parent of the windows for pinned popups.
-    SettingsPanel(DrawingHost &host, QWidget *window);
+    SettingsPanel(DrawingHost &host, Hovlets::HVKeyboardAccess &keyboard, QWidget *window);
 
 private:
     void addLocale(QFormLayout *layout);
@@ -25,6 +29,7 @@ private:
     void addDuration(QFormLayout *layout, const QString &label, int key, int defaultValue);
     void addSwitch(QFormLayout *layout, const QString &label, int key, bool defaultValue);
     void addFallback(QFormLayout *layout);
+    void addKeyboard(QFormLayout *layout, Hovlets::HVKeyboardAccess &keyboard);
     void addPinned(QFormLayout *layout, QWidget *window);
 
     DrawingHost &m_host;

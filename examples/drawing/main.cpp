@@ -7,9 +7,12 @@
 #include "Theme.h"
 
 #include <Hovlets/HVContext.h>
+#include <HovletsAssist/HVCoverage.h>
+#include <HovletsAssist/HVKeyboardAccess.h>
 
 #include <QtWidgets/QApplication>
 
+#include <memory>
 #include <optional>
 
 namespace {
@@ -31,6 +34,17 @@ HVContext settingsFor(const Options &options)
     return settings;
 }
 
+/// A tool for those who write the hovlets, so it is there on demand only.
+std::unique_ptr<Hovlets::HVCoverage> coverageFor(const Options &options, DrawingHost &host)
+{
+    if (options.coverageFile.isEmpty() && !options.coverageOverlay)
+        return nullptr;
+    Hovlets::HVCoverageSettings settings;
+    settings.reportFile = options.coverageFile;
+    settings.overlay = options.coverageOverlay;
+    return std::make_unique<Hovlets::HVCoverage>(host, settings);
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -48,7 +62,10 @@ int main(int argc, char **argv)
                      { QStringLiteral(DEFAULT_PACKAGES), QStringLiteral(DRAWING_PACKAGES) }, help);
     host.setGlobalProperty(QStringLiteral("application"), QApplication::applicationDisplayName());
 
-    MainWindow window(host, help, options.dark);
+    Hovlets::HVKeyboardAccess keyboard(host);
+    const auto coverage = coverageFor(options, host);
+
+    MainWindow window(host, help, keyboard, options.dark);
     if (!options.drawing.isEmpty())
         window.openFile(options.drawing);
     if (!options.geometry.isNull()) {

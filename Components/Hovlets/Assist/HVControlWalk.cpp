@@ -7,6 +7,7 @@
 #include <QtCore/QVariant>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QGroupBox>
+#include <QtWidgets/QLabel>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QWidget>
 // In another module in each major version of Qt.
@@ -152,6 +153,19 @@ private:
     const std::function<void(const HVVisibleObject &)> &m_visit;
 };
 
+/// The text of the label that stands before a field.
+QString textOfBuddy(const QObject *object)
+{
+    if (!object->isWidgetType() || !object->parent())
+        return {};
+    const auto labels =
+            object->parent()->findChildren<QLabel *>(QString(), Qt::FindDirectChildrenOnly);
+    const auto label = std::find_if(labels.begin(), labels.end(), [object](const QLabel *label) {
+        return label->buddy() == object;
+    });
+    return label == labels.end() ? QString() : (*label)->text();
+}
+
 } // namespace
 
 void walkVisibleObjects(const QStringList &ignoredClasses,
@@ -165,12 +179,14 @@ QString labelOf(const QObject *object)
     // Of other widgets the text is what the user has typed.
     const bool hasWords = object->inherits("QAbstractButton") || object->inherits("QAction")
             || object->inherits("QLabel");
-    for (const char *property : { "text", "title", "accessibleName", "toolTip" }) {
-        if (!hasWords && qstrcmp(property, "text") == 0)
-            continue;
+    const auto property = [object](const char *name) { return object->property(name).toString(); };
+    const QString candidates[] { hasWords ? property("text") : QString(), property("title"),
+                                 property("accessibleName"), textOfBuddy(object),
+                                 property("toolTip") };
+    for (QString text : candidates) {
         // A mark before the letter of the keyboard is none of the words.
-        const QString text = object->property(property).toString().remove(QLatin1Char('&'));
-        const QString line = text.section(QLatin1Char('\n'), 0, 0).simplified();
+        const QString line =
+                text.remove(QLatin1Char('&')).section(QLatin1Char('\n'), 0, 0).simplified();
         if (!line.isEmpty())
             return line.left(LongestLabel);
     }
