@@ -10,6 +10,7 @@
 
 #include <QtCore/QDirIterator>
 #include <QtCore/QFile>
+#include <QtCore/QJsonDocument>
 #include <QtCore/QRegularExpression>
 #include <QtCore/QTranslator>
 #include <QtCore/QXmlStreamReader>
@@ -163,6 +164,8 @@ private Q_SLOTS:
     void shouldShowXmlThatTheLibraryReads();
     void shouldShowQmlThatRuns_data() { addRows(QStringLiteral("qml")); }
     void shouldShowQmlThatRuns();
+    void shouldShowJsonThatCanBeParsed_data() { addRows(QStringLiteral("json")); }
+    void shouldShowJsonThatCanBeParsed();
     void shouldListEverySetting_data();
     void shouldListEverySetting();
     void shouldLinkToWhatIsThere_data();
@@ -183,6 +186,7 @@ void TestDocs::shouldHaveARuleForEveryBlock()
           { QStringLiteral("-"), QStringLiteral("entry"), QStringLiteral("children"),
             QStringLiteral("broken") } },
         { QStringLiteral("qml"), { QStringLiteral("-"), QStringLiteral("part") } },
+        { QStringLiteral("json"), { QStringLiteral("-") } },
         { QStringLiteral("cmake"), { QStringLiteral("-") } },
         { QStringLiteral("sh"), { QStringLiteral("-") } },
         { QStringLiteral("text"), { QStringLiteral("-") } },
@@ -315,6 +319,14 @@ void TestDocs::shouldShowQmlThatRuns()
     }
     host->popup()->hideAnimated();
     QCOMPARE(complaints(*host), QStringList());
+}
+
+void TestDocs::shouldShowJsonThatCanBeParsed()
+{
+    QFETCH(QString, text);
+    QJsonParseError error;
+    QJsonDocument::fromJson(text.toUtf8(), &error);
+    QVERIFY2(error.error == QJsonParseError::NoError, qPrintable(error.errorString()));
 }
 
 void TestDocs::shouldListEverySetting_data()
