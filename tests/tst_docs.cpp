@@ -8,7 +8,7 @@
 #include "RecordingHost.h"
 #include "TestMain.h"
 
-#include <QtCore/QDirIterator>
+#include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QRegularExpression>
@@ -20,9 +20,10 @@
 
 using namespace Hovlets;
 
+// What the documentation shows; see README.md in the folder docs beside this file.
+
 namespace {
 
-const QDir Source(QStringLiteral(HOVLETS_SOURCE));
 const QDir Blocks(QStringLiteral(HOVLETS_DOC_BLOCKS));
 
 QString read(const QString &path)
@@ -123,35 +124,6 @@ QStringList complaints(const RecordingHost &host)
     return host.messagesOf(HVMessageDebug);
 }
 
-/// "Name of a setting" to its number, as the rows of a table have them.
-QMap<QString, QString> settingsIn(const QString &text, const QString &pattern)
-{
-    QMap<QString, QString> settings;
-    auto matches =
-            QRegularExpression(pattern, QRegularExpression::MultilineOption).globalMatch(text);
-    while (matches.hasNext()) {
-        const auto match = matches.next();
-        settings.insert(match.captured(1),
-                        match.captured(2) + QLatin1Char(' ') + match.captured(3));
-    }
-    return settings;
-}
-
-/// The anchors that the headings of a document make.
-QStringList anchorsOf(const QString &markdown)
-{
-    QStringList anchors;
-    auto headings =
-            QRegularExpression(QStringLiteral("^#+ +(.+)$"), QRegularExpression::MultilineOption)
-                    .globalMatch(markdown);
-    while (headings.hasNext()) {
-        QString anchor = headings.next().captured(1).trimmed().toLower();
-        anchor.remove(QRegularExpression(QStringLiteral("[^-a-z0-9_ ]")));
-        anchors.append(anchor.replace(QLatin1Char(' '), QLatin1Char('-')));
-    }
-    return anchors;
-}
-
 } // namespace
 
 class TestDocs : public QObject
@@ -166,10 +138,6 @@ private Q_SLOTS:
     void shouldShowQmlThatRuns();
     void shouldShowJsonThatCanBeParsed_data() { addRows(QStringLiteral("json")); }
     void shouldShowJsonThatCanBeParsed();
-    void shouldListEverySetting_data();
-    void shouldListEverySetting();
-    void shouldLinkToWhatIsThere_data();
-    void shouldLinkToWhatIsThere();
 
 private:
     void checkControlFile(const QString &text, bool serves);
@@ -327,66 +295,6 @@ void TestDocs::shouldShowJsonThatCanBeParsed()
     QJsonParseError error;
     QJsonDocument::fromJson(text.toUtf8(), &error);
     QVERIFY2(error.error == QJsonParseError::NoError, qPrintable(error.errorString()));
-}
-
-void TestDocs::shouldListEverySetting_data()
-{
-    QTest::addColumn<QString>("document");
-    QTest::newRow("README.md") << "README.md";
-    QTest::newRow("settings.md") << "docs/settings.md";
-}
-
-/// Name, number and type of every setting are those of the header.
-void TestDocs::shouldListEverySetting()
-{
-    QFETCH(QString, document);
-    const QString header =
-            read(Source.filePath(QStringLiteral("Components/Hovlets/Hovlets/HVContext.h")));
-    QMap<QString, QString> wanted;
-    auto matches =
-            QRegularExpression(QStringLiteral("/// (\\w+)[,:][^{}]*?\\b(HVKey\\w+) = (\\d+)"))
-                    .globalMatch(header);
-    while (matches.hasNext()) {
-        const auto match = matches.next();
-        wanted.insert(match.captured(2), match.captured(3) + QLatin1Char(' ') + match.captured(1));
-    }
-    QCOMPARE(int(wanted.size()),
-             int(header.count(QRegularExpression(QStringLiteral("HVKey\\w+ = \\d+")))));
-    QCOMPARE(settingsIn(read(Source.filePath(document)),
-                        QStringLiteral("^\\| `(HVKey\\w+)` \\| (\\d+) \\| (\\w+)")),
-             wanted);
-}
-
-void TestDocs::shouldLinkToWhatIsThere_data()
-{
-    QTest::addColumn<QString>("path");
-    const QStringList names { QStringLiteral("README.md"), QStringLiteral("CONTRIBUTING.md") };
-    for (const QString &name : names)
-        QTest::newRow(qPrintable(name)) << Source.filePath(name);
-    QDirIterator docs(Source.filePath(QStringLiteral("docs")), { QStringLiteral("*.md") },
-                      QDir::Files);
-    while (docs.hasNext()) {
-        const QString path = docs.next();
-        QTest::newRow(qPrintable(Source.relativeFilePath(path))) << path;
-    }
-}
-
-void TestDocs::shouldLinkToWhatIsThere()
-{
-    QFETCH(QString, path);
-    const QString document = read(path);
-    auto links = QRegularExpression(QStringLiteral("\\]\\(([^)\\s]+)\\)")).globalMatch(document);
-    while (links.hasNext()) {
-        const QString link = links.next().captured(1);
-        if (link.contains(QLatin1String("://")))
-            continue;
-        const QString file = link.section(QLatin1Char('#'), 0, 0);
-        const QString target = file.isEmpty() ? path : QFileInfo(path).dir().filePath(file);
-        QVERIFY2(QFileInfo::exists(target), qPrintable(link));
-        if (link.contains(QLatin1Char('#')))
-            QVERIFY2(anchorsOf(read(target)).contains(link.section(QLatin1Char('#'), 1)),
-                     qPrintable(link));
-    }
 }
 
 HOVLETS_TEST_MAIN(TestDocs)

@@ -1,0 +1,188 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HVScrollBarComponent.h"
+#include "HVStyledRectangleComponent.h"
+#include "HVToolTipTheme.h"
+#include "HVVideoComponent.h"
+#include "HVView.h"
+#include "HVXmlElement.h"
+#include "TestMain.h"
+
+#include <QtCore/QDirIterator>
+#include <QtCore/QFile>
+#include <QtCore/QMap>
+#include <QtCore/QMetaMethod>
+#include <QtCore/QMetaProperty>
+#include <QtCore/QRegularExpression>
+
+#include <utility>
+
+using namespace Hovlets;
+
+// Whether the documentation is complete, and its links lead somewhere.
+
+namespace {
+
+const QDir Source(QStringLiteral(HOVLETS_SOURCE));
+
+QString read(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("cannot read %s", qPrintable(path));
+    return QString::fromUtf8(file.readAll());
+}
+
+/// "Name of a setting" to its number, as the rows of a table have them.
+QMap<QString, QString> settingsIn(const QString &text, const QString &pattern)
+{
+    QMap<QString, QString> settings;
+    auto matches =
+            QRegularExpression(pattern, QRegularExpression::MultilineOption).globalMatch(text);
+    while (matches.hasNext()) {
+        const auto match = matches.next();
+        settings.insert(match.captured(1),
+                        match.captured(2) + QLatin1Char(' ') + match.captured(3));
+    }
+    return settings;
+}
+
+/// The anchors that the headings of a document make.
+QStringList anchorsOf(const QString &markdown)
+{
+    QStringList anchors;
+    auto headings =
+            QRegularExpression(QStringLiteral("^#+ +(.+)$"), QRegularExpression::MultilineOption)
+                    .globalMatch(markdown);
+    while (headings.hasNext()) {
+        QString anchor = headings.next().captured(1).trimmed().toLower();
+        anchor.remove(QRegularExpression(QStringLiteral("[^-a-z0-9_ ]")));
+        anchors.append(anchor.replace(QLatin1Char(' '), QLatin1Char('-')));
+    }
+    return anchors;
+}
+
+} // namespace
+
+class TestDocsReference : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void shouldListEverySetting_data();
+    void shouldListEverySetting();
+    void shouldTellOfAllThatQmlSees_data();
+    void shouldTellOfAllThatQmlSees();
+    void shouldTellOfEveryQuestionToTheHost();
+    void shouldLinkToWhatIsThere_data();
+    void shouldLinkToWhatIsThere();
+};
+
+void TestDocsReference::shouldListEverySetting_data()
+{
+    QTest::addColumn<QString>("document");
+    QTest::newRow("README.md") << "README.md";
+    QTest::newRow("settings.md") << "docs/settings.md";
+}
+
+/// Name, number and type of every setting are those of the header.
+void TestDocsReference::shouldListEverySetting()
+{
+    QFETCH(QString, document);
+    const QString header =
+            read(Source.filePath(QStringLiteral("Components/Hovlets/Hovlets/HVContext.h")));
+    QMap<QString, QString> wanted;
+    auto matches =
+            QRegularExpression(QStringLiteral("/// (\\w+)[,:][^{}]*?\\b(HVKey\\w+) = (\\d+)"))
+                    .globalMatch(header);
+    while (matches.hasNext()) {
+        const auto match = matches.next();
+        wanted.insert(match.captured(2), match.captured(3) + QLatin1Char(' ') + match.captured(1));
+    }
+    QCOMPARE(int(wanted.size()),
+             int(header.count(QRegularExpression(QStringLiteral("HVKey\\w+ = \\d+")))));
+    QCOMPARE(settingsIn(read(Source.filePath(document)),
+                        QStringLiteral("^\\| `(HVKey\\w+)` \\| (\\d+) \\| (\\w+)")),
+             wanted);
+}
+
+void TestDocsReference::shouldTellOfAllThatQmlSees_data()
+{
+    QTest::addColumn<const QMetaObject *>("type");
+    QTest::newRow("view") << &HVView::staticMetaObject;
+    QTest::newRow("entry") << &HVXmlElement::staticMetaObject;
+    QTest::newRow("clip") << &HVVideoComponent::staticMetaObject;
+    QTest::newRow("rectangle") << &HVStyledRectangleComponent::staticMetaObject;
+    QTest::newRow("scroll bar") << &HVScrollBarComponent::staticMetaObject;
+    QTest::newRow("theme") << &HVToolTipTheme::staticMetaObject;
+}
+
+/// Every property and method of a type, and every signal that is not that of a property.
+void TestDocsReference::shouldTellOfAllThatQmlSees()
+{
+    QFETCH(const QMetaObject *, type);
+    QStringList names, notifications;
+    for (int i = type->propertyOffset(); i < type->propertyCount(); ++i) {
+        names += QLatin1String(type->property(i).name());
+        notifications += QLatin1String(type->property(i).notifySignal().name());
+    }
+    for (int i = type->methodOffset(); i < type->methodCount(); ++i) {
+        const QString name = QLatin1String(type->method(i).name());
+        if (!notifications.contains(name))
+            names += name;
+    }
+    QVERIFY(names.size() > 2);
+    const QString document = read(Source.filePath(QStringLiteral("docs/qml.md")));
+    for (const QString &name : std::as_const(names)) {
+        QVERIFY2(document.contains(QRegularExpression(QStringLiteral("`%1[`(]").arg(name))),
+                 qPrintable(name));
+    }
+}
+
+void TestDocsReference::shouldTellOfEveryQuestionToTheHost()
+{
+    const QString document = read(Source.filePath(QStringLiteral("docs/hosts.md")));
+    auto questions = QRegularExpression(QStringLiteral("\\n    virtual [\\w *]*?(\\w+)\\("))
+                             .globalMatch(read(Source.filePath(
+                                     QStringLiteral("Components/Hovlets/Hovlets/HVInterface.h"))));
+    int count = 0;
+    for (; questions.hasNext(); ++count) {
+        const QString name = questions.next().captured(1);
+        QVERIFY2(document.contains(QStringLiteral("**`%1`**").arg(name)), qPrintable(name));
+    }
+    QCOMPARE(count, 6);
+}
+
+void TestDocsReference::shouldLinkToWhatIsThere_data()
+{
+    QTest::addColumn<QString>("path");
+    const QStringList names { QStringLiteral("README.md"), QStringLiteral("CONTRIBUTING.md") };
+    for (const QString &name : names)
+        QTest::newRow(qPrintable(name)) << Source.filePath(name);
+    QDirIterator docs(Source.filePath(QStringLiteral("docs")), { QStringLiteral("*.md") },
+                      QDir::Files);
+    while (docs.hasNext()) {
+        const QString path = docs.next();
+        QTest::newRow(qPrintable(Source.relativeFilePath(path))) << path;
+    }
+}
+
+void TestDocsReference::shouldLinkToWhatIsThere()
+{
+    QFETCH(QString, path);
+    const QString document = read(path);
+    auto links = QRegularExpression(QStringLiteral("\\]\\(([^)\\s]+)\\)")).globalMatch(document);
+    while (links.hasNext()) {
+        const QString link = links.next().captured(1);
+        if (link.contains(QLatin1String("://")))
+            continue;
+        const QString file = link.section(QLatin1Char('#'), 0, 0);
+        const QString target = file.isEmpty() ? path : QFileInfo(path).dir().filePath(file);
+        QVERIFY2(QFileInfo::exists(target), qPrintable(link));
+        if (link.contains(QLatin1Char('#')))
+            QVERIFY2(anchorsOf(read(target)).contains(link.section(QLatin1Char('#'), 1)),
+                     qPrintable(link));
+    }
+}
+
+HOVLETS_TEST_MAIN(TestDocsReference)
+#include "tst_docs_reference.moc"
