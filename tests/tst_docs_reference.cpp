@@ -18,6 +18,8 @@
 
 using namespace Hovlets;
 
+Q_DECLARE_METATYPE(const QMetaObject *)
+
 // Whether the documentation is complete, and its links lead somewhere.
 
 namespace {
