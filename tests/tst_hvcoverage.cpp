@@ -58,6 +58,21 @@ public:
     QPushButton *missing;
 };
 
+/// A host that notes which keys it was asked for.
+class AskedHost : public HVInterface
+{
+public:
+    using HVInterface::HVInterface;
+
+    QString keyForObject(QObject *object) override
+    {
+        asked += object->objectName();
+        return HVInterface::keyForObject(object);
+    }
+
+    QStringList asked;
+};
+
 QJsonObject find(const QJsonObject &report, const char *list, const QString &key)
 {
     const QJsonArray items = report[text(list)].toArray();
@@ -288,11 +303,16 @@ private Q_SLOTS:
     void shouldWalkByItselfWhenSomethingIsShown()
     {
         Scene scene;
-        HVCoverageSettings settings;
-        settings.overlay = true;
-        HVCoverage coverage(*scene.host, settings);
+        AskedHost host(scene.settings, QStringList { scene.packages.path() });
+        HVCoverage coverage(host);
         scene.window.show();
-        QTRY_VERIFY(overlayOf(scene.window)); // nothing here asked for a walk
+        QTRY_VERIFY(host.asked.contains(text("a"))); // nothing here asked for a walk
+        QDialog dialog;
+        (new QPushButton(&dialog))->setObjectName(text("later"));
+        dialog.show();
+        QTRY_VERIFY(host.asked.contains(text("later")));
+        scene.add<QPushButton>("more"); // in a window that was there
+        QTRY_VERIFY(host.asked.contains(text("more")));
     }
 
     void shouldAskForTheEntriesOfAnOpenMenu()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVContext.h"
 #include "HVInterface.h"
+#include "HVPopupPlace.h"
 #include "HVView.h"
 #include "HVWidget.h"
 #include "HVXmlElement.h"
@@ -163,6 +164,37 @@ private Q_SLOTS:
         QVERIFY(scene.access->isOpen());
         QVERIFY(!onScreen(scene.popup()).intersects(onScreen(scene.a)));
         QCOMPARE(scene.popup()->referenceWidget(), scene.a);
+    }
+
+    void shouldOpenAboveAControlAtTheBottomOfTheScreen()
+    {
+        Scene scene;
+        const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+        scene.window.move(20, screen.bottom() - 230);
+        scene.show(scene.inside);
+        scene.pressOpenKey();
+        QCOMPARE(scene.shownKey(), text("b"));
+        QVERIFY(onScreen(scene.popup()).bottom() < onScreen(scene.group).top());
+    }
+
+    void shouldPlaceThePopupBesideTheControl_data()
+    {
+        QTest::addColumn<QRect>("control");
+        QTest::addColumn<QPoint>("place"); // of a popup of 200 x 100 on a screen of 800 x 600
+        QTest::newRow("below") << QRect(100, 100, 50, 20) << QPoint(100, 126);
+        QTest::newRow("above") << QRect(100, 560, 50, 20) << QPoint(100, 454);
+        QTest::newRow("moved in from the right") << QRect(700, 100, 50, 20) << QPoint(600, 126);
+        QTest::newRow("moved in from the left") << QRect(-10, 100, 50, 20) << QPoint(0, 126);
+        QTest::newRow("right") << QRect(100, 20, 50, 560) << QPoint(156, 20);
+        QTest::newRow("left") << QRect(700, 20, 50, 560) << QPoint(494, 20);
+        QTest::newRow("over one that fills it") << QRect(0, 0, 800, 600) << QPoint(600, 500);
+    }
+
+    void shouldPlaceThePopupBesideTheControl()
+    {
+        QFETCH(QRect, control);
+        QFETCH(QPoint, place);
+        QCOMPARE(placeBeside(control, QSize(200, 100), QRect(0, 0, 800, 600)), place);
     }
 
     void shouldOpenTheHovletOfTheNearestParent()

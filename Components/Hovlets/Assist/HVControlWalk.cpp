@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVControlWalk.h"
 
-#include "HVCoverageOverlay.h"
-
 #include <QtCore/QHash>
 #include <QtCore/QVariant>
 #include <QtWidgets/QApplication>
@@ -93,8 +91,7 @@ public:
 
     void enter(QWidget *widget, const QString &name, const QStringList &parents)
     {
-        if (!widget->isVisible() || isPopupOrToolTip(widget) || isOverlay(widget)
-            || inheritsAny(widget, m_ignored))
+        if (!widget->isVisible() || isPopupOrToolTip(widget) || inheritsAny(widget, m_ignored))
             return;
         if (!isPart(widget)) {
             const QRect area(widget->mapTo(widget->window(), QPoint(0, 0)), widget->size());
