@@ -40,7 +40,8 @@ class HOVLETS_EXPORT HVManager : public QObject
 public:
     /*!
      * Indexes the packages and, with HVKeyTrackHover, starts to watch the mouse.
-     * \param interface the host; not owned, and lives longer
+     * \param interface the host; not owned, and lives longer. With null nobody is asked and nothing
+     * is told: no object has a key
      * \param context the settings; they are copied
      * \param dataPaths folders of packages; those that do not exist are skipped silently
      * \param index where content is looked up; not owned. Null makes one
@@ -227,7 +228,7 @@ protected:
 
 private:
     void inform(const QString &message);
-    bool mayShow() const;
+    bool mayShow() const; // as far as the settings go
 
     class Private;
     std::unique_ptr<Private> d;

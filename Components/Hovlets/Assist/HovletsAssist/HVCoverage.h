@@ -52,6 +52,12 @@ class HOVLETS_ASSIST_EXPORT HVCoverage : public QObject
     Q_DISABLE_COPY_MOVE(HVCoverage)
 
 public:
+    /*!
+     * Begins to watch.
+     * \param host the host's interface; not owned
+     * \param settings what to do; they are copied
+     * \param parent owner of the object, as of any QObject; null for none
+     */
     explicit HVCoverage(HVInterface &host, const HVCoverageSettings &settings = {},
                         QObject *parent = nullptr);
 
@@ -61,16 +67,38 @@ public:
     /// Walks the windows that are visible now; it happens by itself when something is shown.
     void walk();
 
-    /// Walks, and returns what was found so far. Empty when the interface is gone.
+    /*!
+     * Walks, and tells what was found so far.
+     * \return the report; empty when the interface is gone
+     */
     QJsonObject report();
 
-    /// Walks and writes the report to \a file; false when that, or the interface, fails.
+    /*!
+     * Walks and writes the report.
+     * \param file where to; one that is there is replaced
+     * \return false when that failed, or the interface is gone
+     */
     bool writeReport(const QString &file);
 
+    /*!
+     * Whether controls are outlined.
+     * \return as HVCoverageSettings::overlay or the last setOverlayVisible() has it
+     */
     bool isOverlayVisible() const;
+
+    /*!
+     * Outlines the controls, or no longer.
+     * \param visible whether to
+     */
     void setOverlayVisible(bool visible);
 
 protected:
+    /*!
+     * Watches the application.
+     * \param object whose event it is
+     * \param event any event of the application
+     * \return false, so that the event goes on to its target
+     */
     bool eventFilter(QObject *object, QEvent *event) override;
 
 private:

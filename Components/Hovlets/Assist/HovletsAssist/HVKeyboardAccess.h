@@ -52,24 +52,50 @@ class HOVLETS_ASSIST_EXPORT HVKeyboardAccess : public QObject
     Q_DISABLE_COPY_MOVE(HVKeyboardAccess)
 
 public:
+    /*!
+     * Begins to watch.
+     * \param host the host's interface; not owned
+     * \param settings the keys and what they do; they are copied
+     * \param parent owner of the object, as of any QObject; null for none
+     */
     explicit HVKeyboardAccess(HVInterface &host, const HVKeyboardAccessSettings &settings = {},
                               QObject *parent = nullptr);
     ~HVKeyboardAccess() override;
 
-    /// Off, it leaves every key alone and announces nothing. On to begin with.
+    /*!
+     * Off, it leaves every key alone and announces nothing. On to begin with.
+     * \param enabled whether it is on
+     */
     void setEnabled(bool enabled);
+
+    /*!
+     * Whether it is on.
+     * \return as the last setEnabled() has it
+     */
     bool isEnabled() const;
 
-    /// What the key does when no hovlet is open; false when there is none to show.
+    /*!
+     * What the key does when no hovlet is open.
+     * \return false when there is none to show
+     */
     bool open();
 
     /// Hides the popup that open() opened, if it still shows that.
     void close();
 
-    /// Whether a popup that open() opened is on screen.
+    /*!
+     * Whether a popup that open() opened is on screen.
+     * \return true while it is
+     */
     bool isOpen() const;
 
 protected:
+    /*!
+     * Watches the application.
+     * \param object whose event it is
+     * \param event any event of the application
+     * \return true for a key that was taken
+     */
     bool eventFilter(QObject *object, QEvent *event) override;
 
 private:
