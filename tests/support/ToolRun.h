@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtCore/QByteArray>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
+#include <QtCore/QProcess>
+#include <QtCore/QProcessEnvironment>
+#include <QtCore/QStringList>
+
+/*!
+ * \brief One run of the program for authors, to its end, without a display.
+ */
+class ToolRun
+{
+public:
+    explicit ToolRun(const QStringList &arguments)
+    {
+        QProcess process;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        for (const char *name : { "DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM" })
+            environment.remove(QLatin1String(name));
+        process.setProcessEnvironment(environment);
+        process.start(QStringLiteral(HOVLETS_PROGRAM), arguments);
+        if (!process.waitForFinished(60000) || process.exitStatus() != QProcess::NormalExit) {
+            error = process.errorString().toUtf8() + process.readAllStandardError();
+            return;
+        }
+        status = process.exitCode();
+        output = process.readAllStandardOutput();
+        error = process.readAllStandardError();
+    }
+
+    /// What it wrote as JSON; empty when it is none.
+    QJsonObject json() const { return QJsonDocument::fromJson(output).object(); }
+
+    int status = -1; // that of the program, or -1 when it did not end by itself
+    QByteArray output;
+    QByteArray error;
+};

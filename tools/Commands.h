@@ -1,0 +1,9 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+// Each command registers itself, with its options, from a source file of its own.
+
+class Program;
+
+void addListCommand(Program &program);
+void addShowCommand(Program &program);

@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Program.h"
+
+#include <QtCore/QJsonDocument>
+#include <QtWidgets/QApplication>
+
+#include <cstdio>
+
+namespace {
+
+/// The parser's notes are for hosts; the commands tell of what is wrong in their own words. A build
+/// machine has no session, of which Qt would warn at each run.
+void handleMessage(QtMsgType type, const QMessageLogContext &, const QString &message)
+{
+    const bool isOfTheSession = message.startsWith(QLatin1String("QStandardPaths:"));
+    if (type != QtDebugMsg && type != QtInfoMsg && !isOfTheSession)
+        std::fprintf(stderr, "hovlets: %s\n", qPrintable(message));
+}
+
+void write(const QByteArray &bytes)
+{
+    std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stdout);
+}
+
+} // namespace
+
+Program::Program()
+    : m_app("Checks, shows and lists hovlet content.", "hovlets")
+{
+    m_app.set_version_flag("--version", std::string("hovlets ") + HOVLETS_VERSION);
+    m_app.require_subcommand(1);
+    m_app.footer("PATH is a folder of packages (*.hovlets) or one package.\n"
+                 "Exit status: 0 clean, 1 findings, 2 wrong usage or a file that cannot be read.");
+}
+
+CLI::App &Program::add(const std::string &name, const std::string &description,
+                       const std::string &example, Run run, bool opensWindow)
+{
+    CLI::App *command = m_app.add_subcommand(name, description);
+    command->footer("Example:\n  hovlets " + name + " " + example);
+    command->callback([this, run = std::move(run), opensWindow] {
+        m_run = run;
+        m_opensWindow = opensWindow;
+    });
+    return *command;
+}
+
+int Program::run(int argc, char **argv)
+{
+    try {
+        m_app.parse(argc, argv);
+    } catch (const CLI::ParseError &error) {
+        return m_app.exit(error) == 0 ? Clean : Failed;
+    }
+    try {
+        return runCommand(argc, argv);
+    } catch (const ToolError &error) {
+        std::fprintf(stderr, "hovlets: %s\n", error.what());
+        return Failed;
+    }
+}
+
+int Program::runCommand(int argc, char **argv)
+{
+    if (!m_opensWindow && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    qInstallMessageHandler(&handleMessage);
+    const QApplication application(argc, argv);
+    return m_run();
+}
+
+void addPaths(CLI::App &command, std::vector<std::string> &paths)
+{
+    command.add_option("PATH", paths, "Folders of packages, or packages")->required();
+}
+
+void addFormat(CLI::App &command, std::string &format, const std::vector<std::string> &formats)
+{
+    format = formats.front();
+    command.add_option("--format", format, "How to print it")
+            ->check(CLI::IsMember(formats))
+            ->capture_default_str();
+}
+
+void printText(const QString &text)
+{
+    write(text.toUtf8());
+}
+
+void printJson(const QJsonObject &object)
+{
+    write(QJsonDocument(object).toJson());
+}

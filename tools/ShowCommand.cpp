@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Commands.h"
+#include "ContentIndex.h"
+#include "Program.h"
+#include "XmlDocument.h"
+
+#include <HVContentLocale.h>
+#include <HVContentTree.h>
+#include <HVXmlElement.h>
+
+#include <QtCore/QJsonArray>
+
+#include <memory>
+
+using namespace Hovlets;
+
+namespace {
+
+struct Options
+{
+    std::string key;
+    std::vector<std::string> paths;
+    std::string locale, fallbackLocale, fallbackKey, keyData, extraPath, format;
+};
+
+struct Answer
+{
+    HVXmlElement *entry = nullptr;
+    HVXmlElement *root = nullptr;
+    QString by;
+};
+
+HVContext contextOf(const Options &options)
+{
+    HVContext context;
+    const auto set = [&context](contextKey key, const std::string &value) {
+        if (!value.empty())
+            context.set(key, QString::fromStdString(value));
+    };
+    set(HVKeyLocale, options.locale);
+    set(HVKeyFallbackLocale, options.fallbackLocale);
+    set(HVKeyKeyDataFile, options.keyData);
+    set(HVKeyExtraComponentPath, options.extraPath);
+    return context;
+}
+
+/// The order in which a hover asks.
+Answer find(HVManager &manager, const Options &options)
+{
+    const QLocale preferred = preferredContentLocale(manager.context());
+    const QLocale fallback = fallbackContentLocale(manager.context());
+    const struct
+    {
+        std::string key;
+        QLocale locale;
+        QString by;
+    } attempts[] = {
+        { options.key, preferred, QStringLiteral("locale") },
+        { options.key, fallback, QStringLiteral("fallback locale") },
+        { options.fallbackKey, fallback, QStringLiteral("fallback key") },
+    };
+    for (const auto &attempt : attempts) {
+        QString path;
+        int depth = 0;
+        HVXmlElement *root = nullptr;
+        if (attempt.key.empty())
+            continue;
+        HVXmlElement *entry = manager.index()->retrieve(QString::fromStdString(attempt.key),
+                                                        attempt.locale, path, depth, root);
+        if (entry)
+            return { entry, root, attempt.by };
+    }
+    return {};
+}
+
+int lineOf(const QString &file, const QString &key)
+{
+    const XmlDocument document(file);
+    for (const XmlDocument::Element &element : document.elements()) {
+        if (element.name == QLatin1String("hovlet") && element.value(QStringLiteral("key")) == key)
+            return document.position(element.offset).line;
+    }
+    return 1;
+}
+
+int run(const Options &options)
+{
+    ContentIndex content(options.paths, contextOf(options));
+    const Answer answer = find(content.manager(), options);
+    if (!answer.entry) {
+        std::fprintf(stderr,
+                     "hovlets: no entry for \"%s\" in this locale or the fallback; "
+                     "'hovlets list' shows the keys there are\n",
+                     options.key.c_str());
+        return Findings;
+    }
+    const HVContentTree tree(answer.entry, answer.root);
+    const QString file = answer.entry->attribute(QStringLiteral("HVLocation"));
+    const int line = lineOf(file, answer.entry->attribute(QStringLiteral("key")));
+    const QStringList paths =
+            content.manager().index()->componentPathsForElement(answer.entry, QString());
+    const QString xml = answer.entry->toXml();
+    if (options.format == "json") {
+        printJson({ { QStringLiteral("file"), file },
+                    { QStringLiteral("line"), line },
+                    { QStringLiteral("answeredBy"), answer.by },
+                    { QStringLiteral("componentPaths"), QJsonArray::fromStringList(paths) },
+                    { QStringLiteral("xml"), xml } });
+        return Clean;
+    }
+    printText(
+            QStringLiteral("%1:%2\nanswered by: %3\n").arg(file, QString::number(line), answer.by));
+    for (const QString &path : paths)
+        printText(QStringLiteral("component path: %1\n").arg(path));
+    printText(xml.trimmed() + QLatin1Char('\n'));
+    return Clean;
+}
+
+} // namespace
+
+void addShowCommand(Program &program)
+{
+    const auto options = std::make_shared<Options>();
+    CLI::App &command = program.add("show", "Shows the entry that a host would get for a key.",
+                                    "--locale de_DE tool.pen examples/drawing/packages",
+                                    [options] { return run(*options); });
+    command.add_option("KEY", options->key, "The content key")->required();
+    addPaths(command, options->paths);
+    command.add_option("--locale", options->locale, "The host's locale (en_US)");
+    command.add_option("--fallback-locale", options->fallbackLocale,
+                       "The locale to take where that has no entry (en_US)");
+    command.add_option("--fallback-key", options->fallbackKey,
+                       "The key to take where neither has one");
+    command.add_option("--key-data", options->keyData, "The host's file of attributes by key");
+    command.add_option("--extra-path", options->extraPath, "The host's folder of components");
+    addFormat(command, options->format, { "text", "json" });
+}

@@ -1,0 +1,144 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "XmlDocument.h"
+
+#include "Program.h"
+
+#include <QtCore/QFile>
+#include <QtCore/QRegularExpression>
+
+#include <libxml/parser.h>
+#include <libxml/SAX2.h>
+#include <libxml/parserInternals.h>
+
+#include <algorithm>
+#include <memory>
+
+namespace {
+
+QString fromXml(const xmlChar *text)
+{
+    return QString::fromUtf8(reinterpret_cast<const char *>(text));
+}
+
+} // namespace
+
+struct XmlHandlers
+{
+    static void start(void *data, const xmlChar *name, const xmlChar **attributes)
+    {
+        auto *context = static_cast<xmlParserCtxtPtr>(data);
+        auto &document = *static_cast<XmlDocument *>(context->_private);
+        XmlDocument::Element element;
+        element.name = fromXml(name);
+        element.level = static_cast<int>(document.m_open.size());
+        // The parser stands behind the attributes, none of which may hold a "<" of its own.
+        const auto consumed = static_cast<int>(xmlByteConsumed(context));
+        element.offset =
+                std::max(0, static_cast<int>(document.m_bytes.lastIndexOf('<', consumed - 1)));
+        for (; attributes && attributes[0]; attributes += 2)
+            element.attributes.emplace_back(fromXml(attributes[0]), fromXml(attributes[1]));
+        document.m_open.push_back(document.m_elements.size());
+        document.m_elements.push_back(std::move(element));
+    }
+
+    static void end(void *data, const xmlChar *)
+    {
+        auto *context = static_cast<xmlParserCtxtPtr>(data);
+        static_cast<XmlDocument *>(context->_private)->m_open.pop_back();
+    }
+
+    static void text(void *data, const xmlChar *text, int length)
+    {
+        auto *context = static_cast<xmlParserCtxtPtr>(data);
+        auto &document = *static_cast<XmlDocument *>(context->_private);
+        if (!document.m_open.empty())
+            document.m_elements[document.m_open.back()].text +=
+                    QString::fromUtf8(reinterpret_cast<const char *>(text), length);
+    }
+
+    static void quiet(void *, const char *, ...) { }
+};
+
+bool XmlDocument::Element::has(const QString &attribute) const
+{
+    return std::any_of(attributes.begin(), attributes.end(),
+                       [&](const auto &pair) { return pair.first == attribute; });
+}
+
+QString XmlDocument::Element::value(const QString &attribute) const
+{
+    for (const auto &pair : attributes) {
+        if (pair.first == attribute)
+            return pair.second;
+    }
+    return {};
+}
+
+XmlDocument::XmlDocument(const QString &file)
+{
+    QFile device(file);
+    if (!device.open(QIODevice::ReadOnly)) {
+        throw ToolError(QStringLiteral("cannot read %1: %2; make it readable")
+                                .arg(file, device.errorString()));
+    }
+    m_bytes = device.readAll();
+    m_lines.push_back(0);
+    for (auto at = m_bytes.indexOf('\n'); at >= 0; at = m_bytes.indexOf('\n', at + 1))
+        m_lines.push_back(static_cast<int>(at) + 1);
+
+    xmlSAXHandler handlers = {};
+    // Entities are looked up as the library's parser does: those of the file, nothing outside.
+    handlers.startDocument = &xmlSAX2StartDocument;
+    handlers.internalSubset = &xmlSAX2InternalSubset;
+    handlers.entityDecl = &xmlSAX2EntityDecl;
+    handlers.getEntity = &xmlSAX2GetEntity;
+    handlers.startElement = &XmlHandlers::start;
+    handlers.endElement = &XmlHandlers::end;
+    handlers.characters = &XmlHandlers::text;
+    handlers.cdataBlock = &XmlHandlers::text;
+    handlers.warning = &XmlHandlers::quiet;
+    handlers.error = &XmlHandlers::quiet;
+    const std::unique_ptr<xmlParserCtxt, decltype(&xmlFreeParserCtxt)> context(
+            xmlCreateMemoryParserCtxt(m_bytes.constData(), static_cast<int>(m_bytes.size())),
+            &xmlFreeParserCtxt);
+    if (!context) {
+        m_error = QStringLiteral("the file is empty");
+        return;
+    }
+    xmlSAXHandler *own = context->sax;
+    context->sax = &handlers;
+    context->_private = this;
+    context->replaceEntities = 1; // in the values of attributes
+    xmlParseDocument(context.get());
+    context->sax = own;
+    xmlFreeDoc(context->myDoc);
+    context->myDoc = nullptr;
+    if (context->wellFormed)
+        return;
+    m_error = QString::fromUtf8(context->lastError.message).trimmed();
+    if (m_error.isEmpty())
+        m_error = QStringLiteral("not well-formed");
+    m_errorPosition = { std::max(1, context->lastError.line),
+                        std::max(1, context->lastError.int2) };
+}
+
+Position XmlDocument::position(int offset) const
+{
+    const auto next = std::upper_bound(m_lines.begin(), m_lines.end(), offset);
+    const int start = *std::prev(next);
+    return { static_cast<int>(next - m_lines.begin()),
+             static_cast<int>(QString::fromUtf8(m_bytes.mid(start, offset - start)).size()) + 1 };
+}
+
+Position XmlDocument::position(const Element &element, const QString &attribute) const
+{
+    const int end = static_cast<int>(m_bytes.indexOf('>', element.offset));
+    const QString tag = QString::fromUtf8(m_bytes.mid(element.offset, end - element.offset));
+    const QRegularExpression pattern(
+            QStringLiteral("\\s%1\\s*=").arg(QRegularExpression::escape(attribute)));
+    const auto match = pattern.match(tag);
+    const int skipped = match.hasMatch()
+            ? static_cast<int>(tag.left(match.capturedStart() + 1).toUtf8().size())
+            : 0;
+    return position(element.offset + skipped);
+}

@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Commands.h"
+#include "Program.h"
+
+int main(int argc, char **argv)
+{
+    Program program;
+    addListCommand(program);
+    addShowCommand(program);
+    return program.run(argc, argv);
+}
