@@ -6,4 +6,5 @@
 class Program;
 
 void addListCommand(Program &program);
+void addRenderCommand(Program &program);
 void addShowCommand(Program &program);

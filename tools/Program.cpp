@@ -13,7 +13,9 @@ namespace {
 void handleMessage(QtMsgType type, const QMessageLogContext &, const QString &message)
 {
     const bool isOfTheSession = message.startsWith(QLatin1String("QStandardPaths:"));
-    if (type != QtDebugMsg && type != QtInfoMsg && !isOfTheSession)
+    // What the offscreen platform says of itself whenever a window is shown.
+    const bool isOfThePlatform = message.startsWith(QLatin1String("This plugin does not support "));
+    if (type != QtDebugMsg && type != QtInfoMsg && !isOfTheSession && !isOfThePlatform)
         std::fprintf(stderr, "hovlets: %s\n", qPrintable(message));
 }
 

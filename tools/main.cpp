@@ -6,6 +6,7 @@ int main(int argc, char **argv)
 {
     Program program;
     addListCommand(program);
+    addRenderCommand(program);
     addShowCommand(program);
     return program.run(argc, argv);
 }

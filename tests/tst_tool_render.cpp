@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "PackageFolder.h"
+#include "TestMain.h"
+#include "ToolRun.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QJsonArray>
+#include <QtCore/QTemporaryDir>
+#include <QtGui/QImage>
+
+namespace {
+
+QString text(const char *latin1)
+{
+    return QString::fromLatin1(latin1);
+}
+
+} // namespace
+
+/// Pictures of popups, taken by the program.
+class tst_ToolRender : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m_folder = std::make_unique<PackageFolder>();
+        m_pictures = std::make_unique<QTemporaryDir>();
+        write("Pen");
+        m_folder->addControlFile(text("Draw"), text("Draw.de"),
+                                 "<hovlets locale=\"de_DE\" search=\"Default\">"
+                                 "<hovlet key=\"pen\" title=\"Ein breiterer Stift\"/></hovlets>");
+    }
+
+    void shouldTakeAPictureOfAPopup()
+    {
+        const QImage picture = render({});
+        QVERIFY(!picture.isNull());
+        QVERIFY(picture.width() > 80 && picture.height() > 30);
+        QVERIFY(picture.pixelColor(3, 3).lightness() > 200);
+        QCOMPARE(render({}), picture); // each time the same
+    }
+
+    void shouldLookAsAsked_data()
+    {
+        QTest::addColumn<QStringList>("options");
+        QTest::newRow("dark") << QStringList { text("--palette"), text("dark") };
+        QTest::newRow("twice as large") << QStringList { text("--scale"), text("2") };
+        QTest::newRow("large font") << QStringList { text("--font-size"), text("20") };
+        QTest::newRow("simple") << QStringList { text("--simple") };
+        QTest::newRow("German") << QStringList { text("--locale"), text("de_DE") };
+        QTest::newRow("placeholder") << QStringList { text("--property"), text("n=A long name") };
+    }
+
+    void shouldLookAsAsked()
+    {
+        QFETCH(QStringList, options);
+        const QImage usual = render({});
+        const QImage other = render(options);
+        QVERIFY(!other.isNull());
+        QVERIFY(other != usual);
+        if (options.contains(text("dark")))
+            QVERIFY(other.pixelColor(3, 3).lightness() < 80);
+        if (options.contains(text("--scale")))
+            QCOMPARE(other.size(), 2 * usual.size());
+    }
+
+    void shouldPutAllKeysOnASheet()
+    {
+        const QImage one = render({});
+        const QString file = m_pictures->filePath(text("sheet.png"));
+        const ToolRun run({ text("render"), text("--all"), m_folder->path(), text("-o"), file });
+        QCOMPARE(run.error, QByteArray());
+        QCOMPARE(run.status, 0);
+        const QImage sheet(file);
+        QVERIFY(sheet.width() > one.width() && sheet.height() > one.height());
+    }
+
+    void shouldTellWhichPicturesChanged()
+    {
+        const QString expected = m_pictures->filePath(text("expected"));
+        const QStringList compare { text("render"),   text("--compare"), expected,
+                                    m_folder->path(), text("--format"),  text("json") };
+        const ToolRun made({ text("render"), m_folder->path(), text("--output-dir"), expected });
+        QCOMPARE(made.status, 0);
+        QCOMPARE(QDir(expected).entryList(QDir::Files),
+                 (QStringList { text("eraser%2Fsoft.png"), text("pen.png") }));
+        const ToolRun same(compare);
+        QCOMPARE(same.error, QByteArray());
+        QCOMPARE(same.status, 0);
+
+        write("Pencil");
+        QVERIFY(QFile::rename(expected + text("/eraser%2Fsoft.png"), expected + text("/gone.png")));
+        const ToolRun changed(compare);
+        QCOMPARE(changed.status, 1);
+        QCOMPARE(changed.json().value(text("changed")).toArray(), QJsonArray { text("pen") });
+        QCOMPARE(changed.json().value(text("added")).toArray(), QJsonArray { text("eraser/soft") });
+        QCOMPARE(changed.json().value(text("missing")).toArray(), QJsonArray { text("gone") });
+        const ToolRun tolerant(compare + QStringList { text("--tolerance"), text("1") });
+        QCOMPARE(tolerant.json().value(text("changed")).toArray(), QJsonArray());
+    }
+
+    void shouldTellWhatIsWrongWithTheQml()
+    {
+        m_folder->add(text("Draw.hovlets/ui/HovletsUI.qml"),
+                      "import QtQuick 2.15\nItem { nonsense }");
+        const ToolRun run(arguments({}));
+        QVERIFY(run.status != 0);
+        QVERIFY2(run.error.contains("HovletsUI.qml:2"), run.error.constData());
+    }
+
+    void shouldRefuseWhatItCannotDo_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QByteArray>("words");
+        QTest::newRow("unknown key")
+                << QStringList { text("nowhere"), text("PATH"), text("-o"), text("x.png") }
+                << QByteArray("no entry for the key \"nowhere\"");
+        QTest::newRow("no output")
+                << QStringList { text("pen"), text("PATH") } << QByteArray("-o FILE.png");
+        QTest::newRow("not writable")
+                << QStringList { text("pen"), text("PATH"), text("-o"), text("/proc/x/y.png") }
+                << QByteArray("/proc/x/y.png cannot be written");
+        QTest::newRow("nothing to compare with")
+                << QStringList { text("--compare"), text("/no/such"), text("PATH") }
+                << QByteArray("/no/such is not a folder");
+        QTest::newRow("no value") << QStringList {
+            text("pen"), text("PATH"), text("-o"), text("/dev/null"), text("--property"), text("n")
+        } << QByteArray("NAME=VALUE");
+    }
+
+    void shouldRefuseWhatItCannotDo()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QByteArray, words);
+        const ToolRun run(QStringList { text("render") }
+                          + arguments.replaceInStrings(text("PATH"), m_folder->path()));
+        QCOMPARE(run.status, 2);
+        QVERIFY2(run.error.contains(words), run.error.constData());
+        QCOMPARE(run.error.count('\n'), 1);
+    }
+
+private:
+    void write(const QByteArray &title)
+    {
+        m_folder->addControlFile(
+                text("Draw"), text("Draw"),
+                "<hovlets locale=\"en_US\" search=\"Default\">"
+                "<hovlet key=\"pen\" title=\""
+                        + title
+                        + "\"><p>Draws with %(n)s.</p><p>More.</p></hovlet>"
+                          "<hovlet key=\"eraser/soft\" title=\"Eraser\"/></hovlets>");
+    }
+
+    QStringList arguments(const QStringList &options)
+    {
+        return QStringList { text("render"), text("pen"), m_folder->path(), text("-o"),
+                             m_pictures->filePath(text("pen.png")) }
+        + options;
+    }
+
+    QImage render(const QStringList &options)
+    {
+        const ToolRun run(arguments(options));
+        if (run.status != 0)
+            qWarning("%s", run.error.constData());
+        return QImage(m_pictures->filePath(text("pen.png")));
+    }
+
+    std::unique_ptr<PackageFolder> m_folder;
+    std::unique_ptr<QTemporaryDir> m_pictures;
+};
+
+HOVLETS_TEST_MAIN(tst_ToolRender)
+
+#include "tst_tool_render.moc"

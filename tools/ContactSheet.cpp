@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "ContactSheet.h"
+
+#include <QtGui/QFontMetrics>
+#include <QtGui/QPainter>
+#include <QtGui/QPalette>
+#include <QtWidgets/QApplication>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr int Gap = 16; // pixels
+
+struct Column
+{
+    int x = Gap;
+    int width = 0;
+    int height = Gap;
+    std::vector<size_t> pictures;
+};
+
+/// Each picture goes to the column that is the lowest so far, so that the sheet ends evenly.
+std::vector<Column> columnsOf(const std::vector<NamedPicture> &pictures, int nameHeight)
+{
+    const auto count = static_cast<size_t>(
+            std::max(1.0, std::ceil(std::sqrt(static_cast<double>(pictures.size())))));
+    std::vector<Column> columns(count);
+    for (size_t index = 0; index < pictures.size(); ++index) {
+        Column &column = *std::min_element(
+                columns.begin(), columns.end(),
+                [](const Column &a, const Column &b) { return a.height < b.height; });
+        const QImage &picture = pictures[index].second;
+        column.width = std::max(column.width, picture.width());
+        column.height += nameHeight + picture.height() + Gap;
+        column.pictures.push_back(index);
+    }
+    int x = Gap;
+    for (Column &column : columns) {
+        column.x = x;
+        x += column.width > 0 ? column.width + Gap : 0;
+    }
+    return columns;
+}
+
+} // namespace
+
+QImage contactSheet(const std::vector<NamedPicture> &pictures)
+{
+    const QFontMetrics metrics(QApplication::font());
+    const int nameHeight = metrics.height() + Gap / 4;
+    const std::vector<Column> columns = columnsOf(pictures, nameHeight);
+    const Column &last = columns.back();
+    const int height =
+            std::max_element(columns.begin(), columns.end(), [](const Column &a, const Column &b) {
+                return a.height < b.height;
+            })->height;
+    QImage sheet(last.x + std::max(last.width, Gap) + Gap, height, QImage::Format_RGB32);
+    sheet.fill(QApplication::palette().color(QPalette::Window));
+    QPainter painter(&sheet);
+    painter.setPen(QApplication::palette().color(QPalette::WindowText));
+    for (const Column &column : columns) {
+        int y = Gap;
+        for (const size_t index : column.pictures) {
+            const auto &[name, picture] = pictures[index];
+            painter.drawText(column.x, y + metrics.ascent(),
+                             metrics.elidedText(name, Qt::ElideRight, picture.width()));
+            y += nameHeight;
+            painter.drawImage(column.x, y, picture);
+            y += picture.height() + Gap;
+        }
+    }
+    return sheet;
+}

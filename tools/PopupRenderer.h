@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "ContentIndex.h"
+
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+#include <QtGui/QImage>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+/// How a popup is to look.
+struct PopupLook
+{
+    std::string locale;
+    std::string fallbackLocale;
+    bool dark = false;
+    bool simple = false;
+    double fontSize = 0; // points; 0 is the desktop's
+};
+
+/*!
+ * \brief Takes pictures of popups, as the library shows them.
+ *
+ * A clip is on its first picture, and nothing moves: the same content gives the same picture. One
+ * at a time: it sets the application's style, palette and font.
+ */
+class PopupRenderer
+{
+public:
+    PopupRenderer(const std::vector<std::string> &paths, const PopupLook &look);
+    ~PopupRenderer();
+
+    /// What a placeholder stands for.
+    void setProperty(const QString &name, const QString &value);
+
+    /// Each key once, sorted.
+    QStringList keys();
+
+    /// Throws a ToolError when nothing is shown for \a key.
+    QImage render(const QString &key);
+
+    /// What the popups complained about so far: mistakes in QML, files that are not found.
+    QStringList complaints() const;
+
+private:
+    class Host;
+
+    std::unique_ptr<Host> m_host;
+    std::unique_ptr<ContentIndex> m_content;
+};

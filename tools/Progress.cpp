@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Progress.h"
+
+#include <unistd.h>
+
+#include <cstdio>
+
+Progress::Progress(const QString &work, int steps)
+    : m_work(work)
+    , m_steps(steps)
+    , m_isShown(::isatty(STDERR_FILENO) == 1)
+{
+}
+
+Progress::~Progress()
+{
+    if (m_isShown)
+        std::fprintf(stderr, "\r\033[K");
+}
+
+void Progress::step()
+{
+    ++m_done;
+    if (m_isShown)
+        std::fprintf(stderr, "\r\033[K%s %d of %d", qPrintable(m_work), m_done, m_steps);
+}

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtCore/QString>
+
+/// Shows on a terminal how far some longer work is; elsewhere it is silent.
+class Progress
+{
+public:
+    Progress(const QString &work, int steps);
+    ~Progress();
+    Progress(const Progress &) = delete;
+    Progress &operator=(const Progress &) = delete;
+
+    void step();
+
+private:
+    QString m_work;
+    int m_steps;
+    int m_done = 0;
+    bool m_isShown;
+};

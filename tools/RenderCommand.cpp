@@ -1,0 +1,208 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Commands.h"
+#include "ContactSheet.h"
+#include "PictureComparison.h"
+#include "PopupRenderer.h"
+#include "Program.h"
+#include "Progress.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QJsonArray>
+#include <QtCore/QTemporaryDir>
+
+#include <cstdio>
+#include <memory>
+
+namespace {
+
+struct Options
+{
+    std::vector<std::string> arguments;
+    std::string output;
+    std::string folder;
+    std::string compare;
+    std::string palette = "light";
+    std::string format;
+    double tolerance = 0;
+    bool all = false;
+    std::vector<std::string> properties;
+    PopupLook look;
+};
+
+void save(const QImage &picture, const QString &file)
+{
+    const QDir folder = QFileInfo(file).dir();
+    if (!folder.mkpath(QStringLiteral(".")) || !picture.save(file, "PNG"))
+        throw ToolError(QStringLiteral("%1 cannot be written; is its folder writable?").arg(file));
+}
+
+/// A key may hold what a file name may not.
+QString fileNameOf(const QString &key)
+{
+    QByteArray name = key.toUtf8().toPercentEncoding(" ()+,");
+    return QString::fromLatin1(name) + QStringLiteral(".png");
+}
+
+std::vector<NamedPicture> renderAll(PopupRenderer &renderer)
+{
+    const QStringList keys = renderer.keys();
+    if (keys.isEmpty())
+        throw ToolError(QStringLiteral("There are no entries in these folders; "
+                                       "`hovlets check` tells why files are not read"));
+    std::vector<NamedPicture> pictures;
+    Progress progress(QStringLiteral("rendering"), static_cast<int>(keys.size()));
+    for (const QString &key : keys) {
+        pictures.emplace_back(key, renderer.render(key));
+        progress.step();
+    }
+    return pictures;
+}
+
+/// What became of the pictures in \a folder.
+struct Changes
+{
+    QStringList changed, added, missing;
+
+    bool isEmpty() const { return changed.isEmpty() && added.isEmpty() && missing.isEmpty(); }
+};
+
+Changes compare(const std::vector<NamedPicture> &pictures, const QDir &expected, double tolerance)
+{
+    if (!expected.exists())
+        throw ToolError(QStringLiteral("%1 is not a folder; make it with --output-dir")
+                                .arg(expected.path()));
+    const QTemporaryDir scratch;
+    QStringList unseen = expected.entryList({ QStringLiteral("*.png") }, QDir::Files);
+    Changes changes;
+    for (const auto &[key, picture] : pictures) {
+        const QString name = fileNameOf(key);
+        if (unseen.removeAll(name) == 0) {
+            changes.added += key;
+            continue;
+        }
+        save(picture, scratch.filePath(name));
+        if (pictureDifference(expected.filePath(name), scratch.filePath(name)) > tolerance)
+            changes.changed += key;
+    }
+    for (const QString &name : std::as_const(unseen))
+        changes.missing +=
+                QString::fromUtf8(QByteArray::fromPercentEncoding(name.chopped(4).toLatin1()));
+    return changes;
+}
+
+int report(const Changes &changes, const std::string &format)
+{
+    if (format == "json") {
+        printJson({ { QStringLiteral("changed"), QJsonArray::fromStringList(changes.changed) },
+                    { QStringLiteral("added"), QJsonArray::fromStringList(changes.added) },
+                    { QStringLiteral("missing"), QJsonArray::fromStringList(changes.missing) } });
+    } else {
+        const auto print = [](const char *what, const QStringList &keys) {
+            for (const QString &key : keys)
+                printText(QStringLiteral("%1\t%2\n").arg(QLatin1String(what), key));
+        };
+        print("changed", changes.changed);
+        print("added", changes.added);
+        print("missing", changes.missing);
+    }
+    return changes.isEmpty() ? Clean : Findings;
+}
+
+int renderOne(const Options &options, PopupRenderer &renderer)
+{
+    const QString key = QString::fromLocal8Bit(options.arguments.front().c_str());
+    save(renderer.render(key), QString::fromLocal8Bit(options.output.c_str()));
+    return Clean;
+}
+
+int renderMany(const Options &options, PopupRenderer &renderer)
+{
+    const std::vector<NamedPicture> pictures = renderAll(renderer);
+    if (!options.output.empty())
+        save(contactSheet(pictures), QString::fromLocal8Bit(options.output.c_str()));
+    if (!options.folder.empty()) {
+        const QDir folder(QString::fromLocal8Bit(options.folder.c_str()));
+        for (const auto &[key, picture] : pictures)
+            save(picture, folder.filePath(fileNameOf(key)));
+    }
+    if (options.compare.empty())
+        return Clean;
+    const QDir expected(QString::fromLocal8Bit(options.compare.c_str()));
+    return report(compare(pictures, expected, options.tolerance), options.format);
+}
+
+int run(Options &options)
+{
+    const bool many = options.all || !options.folder.empty() || !options.compare.empty();
+    std::vector<std::string> paths = options.arguments;
+    if (!many) {
+        if (paths.size() < 2 || options.output.empty())
+            throw ToolError(QStringLiteral("Give a key, one or more paths, and -o FILE.png; "
+                                           "or --all for all keys. See `hovlets render --help`"));
+        paths.erase(paths.begin());
+    }
+    if (many && options.output.empty() && options.folder.empty() && options.compare.empty())
+        throw ToolError(QStringLiteral("Say where the pictures are to go: -o FILE.png for a "
+                                       "contact sheet, or --output-dir DIR"));
+    options.look.dark = options.palette == "dark";
+    PopupRenderer renderer(paths, options.look);
+    for (const std::string &property : options.properties) {
+        const QString text = QString::fromLocal8Bit(property.c_str());
+        const auto equals = text.indexOf(QLatin1Char('='));
+        if (equals <= 0)
+            throw ToolError(QStringLiteral("--property %1: write NAME=VALUE").arg(text));
+        renderer.setProperty(text.left(equals), text.mid(equals + 1));
+    }
+    const int status = many ? renderMany(options, renderer) : renderOne(options, renderer);
+    const QStringList complaints = renderer.complaints();
+    for (const QString &complaint : complaints)
+        std::fprintf(stderr, "hovlets: %s\n", qPrintable(complaint));
+    return complaints.isEmpty() ? status : Findings;
+}
+
+} // namespace
+
+void addRenderCommand(Program &program)
+{
+    const auto options = std::make_shared<Options>();
+    CLI::App &command = program.add(
+            "render", "Takes pictures of popups, without a display.",
+            "pen examples/drawing/packages -o pen.png\n"
+            "  hovlets render --all examples/drawing/packages -o sheet.png --palette dark\n"
+            "  hovlets render --compare pictures examples/drawing/packages",
+            [options] { return run(*options); });
+    command.add_option("KEY_PATH", options->arguments,
+                       "A key and where to look for it; with --all, --output-dir or --compare only "
+                       "paths")
+            ->required();
+    command.add_option("-o,--output", options->output,
+                       "The PNG file to write; of several keys, a contact sheet");
+    command.add_flag("--all", options->all, "All keys");
+    command.add_option("--output-dir", options->folder, "Writes a picture per key to this folder");
+    command.add_option("--compare", options->compare,
+                       "Tells which pictures differ from those in this folder");
+    command.add_option("--tolerance", options->tolerance,
+                       "The part of a picture's pixels that may differ, 0 to 1")
+            ->check(CLI::Range(0.0, 1.0))
+            ->capture_default_str();
+    command.add_option("--locale", options->look.locale, "The preferred locale, such as de_DE");
+    command.add_option("--fallback-locale", options->look.fallbackLocale,
+                       "The locale of entries that are missing in the preferred one");
+    command.add_option("--palette", options->palette, "The colours of the desktop")
+            ->check(CLI::IsMember({ "light", "dark" }))
+            ->capture_default_str();
+    command.add_option_function<double>(
+                   "--scale",
+                   [](const double &scale) { // read when the application starts
+                       qputenv("QT_SCALE_FACTOR", QByteArray::number(scale));
+                   },
+                   "The scaling of the screen, such as 2")
+            ->check(CLI::Range(0.5, 8.0));
+    command.add_option("--font-size", options->look.fontSize, "The size of the font, in points")
+            ->check(CLI::Range(4.0, 96.0));
+    command.add_flag("--simple", options->look.simple, "The simple popup");
+    command.add_option("--property", options->properties,
+                       "NAME=VALUE, what a placeholder %(NAME)s stands for; once for each");
+    addFormat(command, options->format, { "text", "json" });
+}
