@@ -5,6 +5,8 @@
 
 class Program;
 
+void addCoverageCommand(Program &program);
+void addImportCommand(Program &program);
 void addListCommand(Program &program);
 void addRenderCommand(Program &program);
 void addShowCommand(Program &program);

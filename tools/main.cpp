@@ -5,6 +5,8 @@
 int main(int argc, char **argv)
 {
     Program program;
+    addCoverageCommand(program);
+    addImportCommand(program);
     addListCommand(program);
     addRenderCommand(program);
     addShowCommand(program);

@@ -1,0 +1,144 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Commands.h"
+#include "Program.h"
+
+#include <QtCore/QFile>
+#include <QtCore/QJsonArray>
+#include <QtCore/QJsonDocument>
+
+#include <memory>
+
+namespace {
+
+struct Options
+{
+    std::vector<std::string> reports;
+    std::string format;
+    int mostMissing = 0;
+};
+
+QJsonObject readReport(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        throw ToolError(QStringLiteral("%1 cannot be read: %2").arg(path, file.errorString()));
+    QJsonParseError error;
+    const QJsonObject report = QJsonDocument::fromJson(file.readAll(), &error).object();
+    if (error.error != QJsonParseError::NoError)
+        throw ToolError(QStringLiteral("%1 is no JSON: %2 at byte %3")
+                                .arg(path, error.errorString())
+                                .arg(error.offset));
+    constexpr int Version = 1;
+    if (report.value(QLatin1String("format")).toString() != QLatin1String("hovlets-coverage")
+        || report.value(QLatin1String("version")).toInt() != Version)
+        throw ToolError(QStringLiteral("%1 is no coverage report of version 1; a host writes one "
+                                       "with Hovlets::HVCoverage")
+                                .arg(path));
+    return report;
+}
+
+/// Those objects of the list \a name whose flag \a what is \a value.
+QJsonArray those(const QJsonObject &report, const char *name, const char *what, bool value)
+{
+    QJsonArray found;
+    const QJsonArray all = report.value(QLatin1String(name)).toArray();
+    for (const QJsonValue &one : all) {
+        if (one.toObject().value(QLatin1String(what)).toBool() == value)
+            found += one;
+    }
+    return found;
+}
+
+/// What a reader knows the control by.
+QString nameOf(const QJsonObject &control)
+{
+    for (const char *name : { "key", "objectName", "label" }) {
+        const QString value = control.value(QLatin1String(name)).toString();
+        if (!value.isEmpty())
+            return value;
+    }
+    return QStringLiteral("(no name)");
+}
+
+QString placeOf(const QJsonObject &control)
+{
+    QStringList place { control.value(QLatin1String("window")).toString() };
+    const QJsonArray parents = control.value(QLatin1String("parents")).toArray();
+    for (const QJsonValue &parent : parents)
+        place += parent.toString();
+    return place.join(QStringLiteral(" > "));
+}
+
+struct Result
+{
+    QJsonArray missing, unasked;
+    int controls = 0;
+    int entries = 0;
+};
+
+void printResult(const Result &result)
+{
+    for (const QJsonValue &value : result.missing) {
+        const QJsonObject control = value.toObject();
+        const bool falls = control.value(QLatin1String("answeredByFallback")).toBool();
+        printText(QStringLiteral("missing\t%1\t%2\t%3%4\n")
+                          .arg(nameOf(control), control.value(QLatin1String("class")).toString(),
+                               placeOf(control),
+                               falls ? QStringLiteral("\tthe fallback answers") : QString()));
+    }
+    for (const QJsonValue &entry : result.unasked)
+        printText(QStringLiteral("unasked\t%1\n")
+                          .arg(entry.toObject().value(QLatin1String("key")).toString()));
+    printText(QStringLiteral("%1 of %2 controls have no entry; no control asked for %3 of %4 "
+                             "entries\n")
+                      .arg(result.missing.size())
+                      .arg(result.controls)
+                      .arg(result.unasked.size())
+                      .arg(result.entries));
+}
+
+int run(const Options &options)
+{
+    Result result;
+    for (const std::string &path : options.reports) {
+        const QJsonObject report = readReport(QString::fromLocal8Bit(path.c_str()));
+        const QJsonArray missing = those(report, "controls", "covered", false);
+        for (const QJsonValue &control : missing)
+            result.missing += control;
+        const QJsonArray unasked = those(report, "entries", "asked", false);
+        for (const QJsonValue &entry : unasked) {
+            // The fallback is there for controls without a key.
+            if (!entry.toObject().value(QLatin1String("isFallback")).toBool())
+                result.unasked += entry;
+        }
+        result.controls +=
+                static_cast<int>(report.value(QLatin1String("controls")).toArray().size());
+        result.entries += static_cast<int>(report.value(QLatin1String("entries")).toArray().size());
+    }
+    if (options.format == "json")
+        printJson({ { QStringLiteral("missing"), result.missing },
+                    { QStringLiteral("unasked"), result.unasked },
+                    { QStringLiteral("controls"), result.controls },
+                    { QStringLiteral("entries"), result.entries } });
+    else
+        printResult(result);
+    return result.missing.size() > options.mostMissing ? Findings : Clean;
+}
+
+} // namespace
+
+void addCoverageCommand(Program &program)
+{
+    const auto options = std::make_shared<Options>();
+    CLI::App &command = program.add(
+            "coverage",
+            "Tells from a running host's report which controls have no entry, and which entries no "
+            "control asked for.",
+            "coverage.json --max-missing 10", [options] { return run(*options); });
+    command.add_option("REPORT", options->reports, "Reports that hosts wrote")->required();
+    command.add_option("--max-missing", options->mostMissing,
+                       "With more controls without an entry than this, the exit status is 1")
+            ->check(CLI::NonNegativeNumber)
+            ->capture_default_str();
+    addFormat(command, options->format, { "text", "json" });
+}

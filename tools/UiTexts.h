@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtCore/QHash>
+#include <QtCore/QPair>
+#include <QtCore/QString>
+
+#include <vector>
+
+/// What a Qt Designer file says of one widget or action.
+struct UiEntry
+{
+    QString name; // of the object
+    QString context; // of its translations: the form's class
+    QString toolTip = {}, statusTip = {}, whatsThis = {};
+};
+
+/// The named objects of a form that have any of these texts. Throws a ToolError.
+std::vector<UiEntry> readForm(const QString &path);
+
+/// Adds \a entry, or to an entry of its name the texts that this lacks.
+void addEntry(std::vector<UiEntry> &entries, const UiEntry &entry);
+
+/// Without markup, white space collapsed.
+QString plainText(const QString &text);
+
+/*!
+ * \brief The finished translations of a Qt Linguist file.
+ */
+class UiTranslation
+{
+public:
+    /// Throws a ToolError for a file that cannot be read, or that names no language.
+    explicit UiTranslation(const QString &path);
+
+    QString locale() const { return m_locale; }
+
+    /// \a text itself when it is not translated.
+    QString translate(const QString &context, const QString &text) const;
+
+    /// Whether any of the entry's texts is translated.
+    bool hasAny(const UiEntry &entry) const;
+
+private:
+    QString m_locale;
+    QHash<QPair<QString, QString>, QString> m_texts; // by context and source text
+};
