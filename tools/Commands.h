@@ -5,6 +5,7 @@
 
 class Program;
 
+void addCheckCommand(Program &program);
 void addCoverageCommand(Program &program);
 void addImportCommand(Program &program);
 void addListCommand(Program &program);

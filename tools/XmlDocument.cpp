@@ -56,6 +56,18 @@ struct XmlHandlers
                     QString::fromUtf8(reinterpret_cast<const char *>(text), length);
     }
 
+    /// The first mistake counts: what follows may come of it.
+    static void error(void *data, const char *, ...)
+    {
+        auto *context = static_cast<xmlParserCtxtPtr>(data);
+        auto &document = *static_cast<XmlDocument *>(context->_private);
+        if (!document.m_error.isEmpty())
+            return;
+        document.m_error = QString::fromUtf8(context->lastError.message).trimmed();
+        document.m_errorPosition = { std::max(1, context->lastError.line),
+                                     std::max(1, context->lastError.int2) };
+    }
+
     static void quiet(void *, const char *, ...) { }
 };
 
@@ -97,7 +109,7 @@ XmlDocument::XmlDocument(const QString &file)
     handlers.characters = &XmlHandlers::text;
     handlers.cdataBlock = &XmlHandlers::text;
     handlers.warning = &XmlHandlers::quiet;
-    handlers.error = &XmlHandlers::quiet;
+    handlers.error = &XmlHandlers::error;
     const std::unique_ptr<xmlParserCtxt, decltype(&xmlFreeParserCtxt)> context(
             xmlCreateMemoryParserCtxt(m_bytes.constData(), static_cast<int>(m_bytes.size())),
             &xmlFreeParserCtxt);
@@ -114,12 +126,9 @@ XmlDocument::XmlDocument(const QString &file)
     xmlFreeDoc(context->myDoc);
     context->myDoc = nullptr;
     if (context->wellFormed)
-        return;
-    m_error = QString::fromUtf8(context->lastError.message).trimmed();
-    if (m_error.isEmpty())
+        m_error.clear();
+    else if (m_error.isEmpty())
         m_error = QStringLiteral("not well-formed");
-    m_errorPosition = { std::max(1, context->lastError.line),
-                        std::max(1, context->lastError.int2) };
 }
 
 Position XmlDocument::position(int offset) const

@@ -5,6 +5,7 @@
 int main(int argc, char **argv)
 {
     Program program;
+    addCheckCommand(program);
     addCoverageCommand(program);
     addImportCommand(program);
     addListCommand(program);

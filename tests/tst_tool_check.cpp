@@ -1,0 +1,339 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "ClipFolder.h"
+#include "PackageFolder.h"
+#include "TestMain.h"
+#include "ToolRun.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QJsonArray>
+#include <QtCore/QXmlStreamReader>
+#include <QtTest/QtTest>
+
+namespace {
+
+QStringList arguments(const char *format, const QString &path)
+{
+    return { QStringLiteral("check"), QStringLiteral("--format"), QLatin1String(format), path };
+}
+
+/// "CODE FILE-NAME:LINE" of each finding.
+QStringList found(const QStringList &options, const QString &path)
+{
+    const ToolRun run(QStringList(arguments("json", path)) + options);
+    const QJsonArray findings = run.json().value(QLatin1String("findings")).toArray();
+    QStringList lines;
+    for (const auto &value : findings) {
+        const QJsonObject finding = value.toObject();
+        const QString name = QFileInfo(finding.value(QLatin1String("file")).toString()).fileName();
+        lines += QStringLiteral("%1 %2:%3")
+                         .arg(finding.value(QLatin1String("code")).toString(), name)
+                         .arg(finding.value(QLatin1String("line")).toInt());
+    }
+    if (run.status != (lines.isEmpty() ? 0 : 1))
+        lines += QStringLiteral("status %1: ").arg(run.status) + QString::fromUtf8(run.error);
+    return lines;
+}
+
+QByteArray control(const QByteArray &entries, const QByteArray &attributes = {})
+{
+    return "<hovlets search=\"Default\" " + attributes + ">\n" + entries + "\n</hovlets>\n";
+}
+
+} // namespace
+
+class tst_ToolCheck : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void shouldFindOneThingInAControlFile_data();
+    void shouldFindOneThingInAControlFile();
+    void shouldTellWhyAFileIsNotIndexed_data();
+    void shouldTellWhyAFileIsNotIndexed();
+    void shouldFindSymbolicLinks();
+    void shouldFindEntriesThatAnotherFileHides_data();
+    void shouldFindEntriesThatAnotherFileHides();
+    void shouldFindLocalesWithoutEntries();
+    void shouldFindMediaBeyondTheLimits();
+    void shouldFindClipsThatCannotBeOpened();
+    void shouldFindKeyDataOfNoEntry();
+    void shouldBeContentWithWhatIsShipped_data();
+    void shouldBeContentWithWhatIsShipped();
+    void shouldWriteSarif();
+    void shouldWriteJunit();
+    void shouldListTheCodes();
+};
+
+void tst_ToolCheck::shouldFindOneThingInAControlFile_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QStringList>("expected");
+    const auto row = [](const char *name, const QByteArray &content, const char *expected) {
+        QTest::newRow(name) << content
+                            << QString::fromUtf8(expected).split(QLatin1Char(','),
+                                                                 Qt::SkipEmptyParts);
+    };
+    row("nothing",
+        control("<hovlet key='a' title='%(name)s'><p>100 % (of it)</p>"
+                "<link href='https://example.org'/><link href='help/a.html'/>"
+                "<link href='Topic'/></hovlet>",
+                "locale='en_US'"),
+        "");
+    row("not well-formed", control("<hovlet key='a'><p></hovlet>"), "HV101 File.xml:2");
+    row("no key", control("<hovlet title='a'/>"), "HV201 File.xml:2");
+    row("key twice", control("<hovlet key='a'/>\n<hovlet key='a'/>"), "HV202 File.xml:3");
+    row("nonsense as locale", control("<hovlet key='a'/>", "locale='nonsense'"),
+        "HV204 File.xml:1,HV207 File.xml:2");
+    row("locale of no territory", control("<hovlet key='a'/>", "locale='en_QQ'"),
+        "HV204 File.xml:1");
+    row("location", control("<hovlet key='a' HVLocation='x'/>"), "HV205 File.xml:2");
+    row("package name", control("<hovlet key='a'\n HVPackagName='x'/>"), "HV205 File.xml:3");
+    row("unknown package", "<hovlets search='Default; Elsewhere'>\n<hovlet key='a'/></hovlets>",
+        "HV206 File.xml:1");
+    row("missing clip", control("<hovlet key='a' clip='a.mp4'/>"), "HV301 File.xml:2");
+    row("missing picture", control("<hovlet key='a'>\n<img src='a.png'/></hovlet>"),
+        "HV301 File.xml:3");
+    row("picture without a name", control("<hovlet key='a'>\n<img src=''/></hovlet>"),
+        "HV301 File.xml:3");
+    row("broken picture", control("<hovlet key='a'><img src='broken.png'/></hovlet>"),
+        "HV302 File.xml:2");
+    row("no user interface", "<hovlets >\n<hovlet key='a'/><hovlet key='b'/></hovlets>",
+        "HV306 File.xml:1");
+    row("user interface is a folder", control("<hovlet key='a'/>", "ui='Resources'"),
+        "HV307 File.xml:1");
+    row("placeholder in an attribute", control("<hovlet key='a' title='%(name)'/>"),
+        "HV401 File.xml:2");
+    row("placeholder in a text", control("<hovlet key='a'>\n<p>%(na me)s</p></hovlet>"),
+        "HV401 File.xml:3");
+    row("no link", control("<hovlet key='a'><link>a</link></hovlet>"), "HV402 File.xml:2");
+    row("drive", control("<hovlet key='a'><link href='C:/a'/></hovlet>"), "HV402 File.xml:2");
+    row("no scheme", control("<hovlet key='a'><link href='www.example.org'/></hovlet>"),
+        "HV402 File.xml:2");
+    row("blank in an address",
+        control("<hovlet key='a'><link href='https://exa mple.org'/></hovlet>"),
+        "HV402 File.xml:2");
+    row("link in a text",
+        control("<hovlet key='a'><p><![CDATA[<a href='C:\\x'>x</a>]]></p></hovlet>"),
+        "HV402 File.xml:2");
+}
+
+void tst_ToolCheck::shouldFindOneThingInAControlFile()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QStringList, expected);
+    PackageFolder folder;
+    folder.addControlFile(QStringLiteral("Package"), QStringLiteral("File"), content);
+    folder.add(QStringLiteral("Package.hovlets/Resources/broken.png"), "no picture");
+    QCOMPARE(found({}, folder.path()), expected);
+}
+
+void tst_ToolCheck::shouldTellWhyAFileIsNotIndexed_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("expected");
+    const QByteArray good = control("<hovlet key='b'/>");
+    QTest::newRow("wrong root") << "P.hovlets/Control/A.xml" << QByteArray("\n<hovlet key='a'/>")
+                                << "HV102 A.xml:2";
+    QTest::newRow("empty") << "P.hovlets/Control/A.xml" << QByteArray() << "HV101 A.xml:1";
+    QTest::newRow("below the control folder")
+            << "P.hovlets/Control/more/A.xml" << good << "HV110 A.xml:1";
+    QTest::newRow("beside the control folder") << "P.hovlets/A.xml" << good << "HV110 A.xml:1";
+    QTest::newRow("other ending") << "P.hovlets/Control/A.txt" << good << "HV111 A.txt:1";
+    QTest::newRow("package suffix") << "Other/Control/A.xml" << good << "HV112 Other:1";
+    QTest::newRow("hidden") << "P.hovlets/Control/.A.xml" << good << "HV113 .A.xml:1";
+    QTest::newRow("line end") << "P.hovlets/Control/A.xml"
+                              << QByteArray("<?xml version='1.0'?>\n<hovlets\nsearch='Default'/>")
+                              << "HV114 A.xml:2";
+    QTest::newRow("UTF-16") << "P.hovlets/Control/A.xml"
+                            << QByteArray("\xff\xfe<\0h\0o\0v\0l\0e\0t\0s\0 \0/\0>\0", 24)
+                            << "HV115 A.xml:1";
+}
+
+void tst_ToolCheck::shouldTellWhyAFileIsNotIndexed()
+{
+    QFETCH(QString, path);
+    QFETCH(QByteArray, content);
+    QFETCH(QString, expected);
+    PackageFolder folder;
+    folder.addControlFile(QStringLiteral("P"), QStringLiteral("P"), control("<hovlet key='a'/>"));
+    folder.add(path, content);
+    QCOMPARE(found({}, folder.path()), QStringList { expected });
+}
+
+void tst_ToolCheck::shouldFindSymbolicLinks()
+{
+    PackageFolder folder;
+    const QString file = folder.addControlFile(QStringLiteral("P"), QStringLiteral("P"),
+                                               control("<hovlet key='a'/>"));
+    QVERIFY(QFile::link(file, QFileInfo(file).path() + QStringLiteral("/A.xml")));
+    QVERIFY(QFile::link(folder.path() + QStringLiteral("/P.hovlets"),
+                        folder.path() + QStringLiteral("/Q.hovlets")));
+    QCOMPARE(
+            found({}, folder.path()),
+            (QStringList { QStringLiteral("HV113 A.xml:1"), QStringLiteral("HV113 Q.hovlets:1") }));
+}
+
+void tst_ToolCheck::shouldFindEntriesThatAnotherFileHides_data()
+{
+    QTest::addColumn<QByteArray>("first");
+    QTest::addColumn<QByteArray>("later");
+    QTest::addColumn<bool>("hidden");
+    QTest::newRow("same locale") << QByteArray("locale='en_US'") << QByteArray("locale='en_US'")
+                                 << true;
+    QTest::newRow("same locale in other words")
+            << QByteArray("locale='en'") << QByteArray("locale='en_US'") << true;
+    QTest::newRow("all locales later") << QByteArray("locale='en_US'") << QByteArray() << true;
+    QTest::newRow("all locales first") << QByteArray() << QByteArray("locale='en_US'") << false;
+    QTest::newRow("other locale") << QByteArray("locale='en_US'") << QByteArray("locale='de_DE'")
+                                  << false;
+}
+
+void tst_ToolCheck::shouldFindEntriesThatAnotherFileHides()
+{
+    QFETCH(QByteArray, first);
+    QFETCH(QByteArray, later);
+    QFETCH(bool, hidden);
+    PackageFolder folder;
+    const QString package = QStringLiteral("P");
+    folder.addControlFile(package, QStringLiteral("A"), control("<hovlet key='a'/>", first));
+    folder.addControlFile(package, QStringLiteral("B"), control("<hovlet key='a'/>", later));
+    const QStringList expected =
+            hidden ? QStringList { QStringLiteral("HV203 A.xml:2") } : QStringList();
+    QCOMPARE(found({}, folder.path()), expected);
+}
+
+void tst_ToolCheck::shouldFindLocalesWithoutEntries()
+{
+    PackageFolder folder;
+    const QString package = QStringLiteral("P");
+    folder.addControlFile(package, QStringLiteral("A"),
+                          control("<hovlet key='a'/>", "locale='en_US'"));
+    folder.addControlFile(package, QStringLiteral("B"),
+                          control("<hovlet key='b'/>", "locale='de_DE'"));
+    QCOMPARE(found({}, folder.path()), QStringList { QStringLiteral("HV207 B.xml:2") });
+    QCOMPARE(found({ QStringLiteral("--fallback-locale"), QStringLiteral("de_DE"),
+                     QStringLiteral("--locale"), QStringLiteral("en_US") },
+                   folder.path()),
+             (QStringList { QStringLiteral("HV207 A.xml:2"), QStringLiteral("HV208 B.xml:2") }));
+}
+
+void tst_ToolCheck::shouldFindMediaBeyondTheLimits()
+{
+    ClipFolder clips;
+    const QString clip = clips.clip(QStringLiteral("a.mp4"), QStringLiteral("64x48"),
+                                    QStringLiteral("-t 2 -c:v mpeg4"));
+    PackageFolder folder;
+    folder.addControlFile(QStringLiteral("P"), QStringLiteral("A"),
+                          control("<hovlet key='a' clip='a.mp4'/>"));
+    folder.add(QStringLiteral("P.hovlets/Resources/a.mp4"), ClipFolder::read(clip));
+    QCOMPARE(found({}, folder.path()), QStringList());
+    QCOMPARE(found({ QStringLiteral("--max-seconds"), QStringLiteral("0.3") }, folder.path()),
+             QStringList { QStringLiteral("HV304 A.xml:2") });
+    QCOMPARE(found({ QStringLiteral("--max-megabytes"), QStringLiteral("0.001") }, folder.path()),
+             QStringList { QStringLiteral("HV305 A.xml:2") });
+}
+
+void tst_ToolCheck::shouldFindClipsThatCannotBeOpened()
+{
+    PackageFolder folder;
+    folder.addControlFile(QStringLiteral("P"), QStringLiteral("A"),
+                          control("<hovlet key='a' clip='a.mp4'/>"));
+    folder.add(QStringLiteral("P.hovlets/Resources/a.mp4"), "no clip");
+    QCOMPARE(found({}, folder.path()), QStringList { QStringLiteral("HV303 A.xml:2") });
+}
+
+void tst_ToolCheck::shouldFindKeyDataOfNoEntry()
+{
+    PackageFolder folder;
+    folder.addControlFile(QStringLiteral("P"), QStringLiteral("A"), control("<hovlet key='a'/>"));
+    const QString data = folder.add(QStringLiteral("keys.xml"),
+                                    "<hovletkeys>\n<key name='a' since='1'/>\n"
+                                    "<key name='b' HVLocation='x'/></hovletkeys>");
+    QCOMPARE(found({ QStringLiteral("--key-data"), data }, folder.path()),
+             (QStringList { QStringLiteral("HV209 keys.xml:3"),
+                            QStringLiteral("HV205 keys.xml:3") }));
+    const ToolRun missing(
+            QStringList(arguments("text", folder.path()))
+            + QStringList { QStringLiteral("--key-data"), QStringLiteral("none.xml") });
+    QCOMPARE(missing.status, 2);
+    QVERIFY2(missing.error.contains("none.xml"), missing.error.constData());
+}
+
+void tst_ToolCheck::shouldBeContentWithWhatIsShipped_data()
+{
+    QTest::addColumn<QString>("path");
+    for (const char *path :
+         { "Components/Hovlets/Packages", "examples/minimal/content", "examples/drawing/packages" })
+        QTest::newRow(path) << QStringLiteral(HOVLETS_SOURCE_DIR "/") + QLatin1String(path);
+}
+
+void tst_ToolCheck::shouldBeContentWithWhatIsShipped()
+{
+    QFETCH(QString, path);
+    QStringList options;
+    if (QFile::exists(path + QStringLiteral("/keys.xml")))
+        options = QStringList { QStringLiteral("--key-data"), path + QStringLiteral("/keys.xml") };
+    QCOMPARE(found(options, path), QStringList());
+}
+
+void tst_ToolCheck::shouldWriteSarif()
+{
+    PackageFolder folder;
+    folder.addControlFile(QStringLiteral("P"), QStringLiteral("A"), control("<hovlet/>"));
+    const ToolRun run(arguments("sarif", folder.path()));
+    QCOMPARE(run.status, 1);
+    QCOMPARE(run.json().value(QLatin1String("version")).toString(), QStringLiteral("2.1.0"));
+    const QJsonObject log = run.json().value(QLatin1String("runs")).toArray().first().toObject();
+    const QJsonObject result = log.value(QLatin1String("results")).toArray().first().toObject();
+    QCOMPARE(result.value(QLatin1String("ruleId")).toString(), QStringLiteral("HV201"));
+    QCOMPARE(result.value(QLatin1String("level")).toString(), QStringLiteral("error"));
+    const QJsonObject place = result.value(QLatin1String("locations"))
+                                      .toArray()
+                                      .first()
+                                      .toObject()
+                                      .value(QLatin1String("physicalLocation"))
+                                      .toObject();
+    QCOMPARE(place.value(QLatin1String("region"))
+                     .toObject()
+                     .value(QLatin1String("startLine"))
+                     .toInt(),
+             2);
+    const QString uri = place.value(QLatin1String("artifactLocation"))
+                                .toObject()
+                                .value(QLatin1String("uri"))
+                                .toString();
+    QVERIFY2(uri.startsWith(QLatin1String("file:///")) && uri.endsWith(QLatin1String("A.xml")),
+             qPrintable(uri));
+}
+
+void tst_ToolCheck::shouldWriteJunit()
+{
+    PackageFolder folder;
+    folder.addControlFile(QStringLiteral("P"), QStringLiteral("A"), control("<hovlet/>"));
+    folder.addControlFile(QStringLiteral("P"), QStringLiteral("B"), control("<hovlet key='a'/>"));
+    const ToolRun run(arguments("junit", folder.path()));
+    QXmlStreamReader xml(run.output);
+    QStringList names;
+    while (!xml.atEnd()) {
+        if (xml.readNext() == QXmlStreamReader::StartElement)
+            names += xml.name().toString();
+    }
+    QVERIFY2(!xml.hasError(), qPrintable(xml.errorString()));
+    QCOMPARE(names.mid(0, 2),
+             (QStringList { QStringLiteral("testsuites"), QStringLiteral("testsuite") }));
+    QCOMPARE(names.count(QStringLiteral("testcase")), 2);
+    QCOMPARE(names.count(QStringLiteral("failure")), 1);
+    QVERIFY(run.output.contains("HV201"));
+}
+
+void tst_ToolCheck::shouldListTheCodes()
+{
+    const ToolRun run({ QStringLiteral("check"), QStringLiteral("--list-codes") });
+    QCOMPARE(run.status, 0);
+    QVERIFY2(run.output.startsWith("HV101\terror\t"), run.output.constData());
+}
+
+HOVLETS_TEST_MAIN(tst_ToolCheck)
+#include "tst_tool_check.moc"

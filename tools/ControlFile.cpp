@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "ControlFile.h"
+
+#include <QtCore/QRegularExpression>
+
+#include <algorithm>
+
+ControlFile::ControlFile(const QString &path, const QString &package)
+    : m_path(path)
+    , m_package(package)
+    , m_document(path)
+{
+    if (root())
+        m_locale = root()->value(QStringLiteral("locale"));
+    for (const Element &element : m_document.elements()) {
+        if (element.level == 1 && element.name == QLatin1String("hovlet"))
+            m_entries.push_back({ element.value(QStringLiteral("key")), &element, {} });
+        else if (element.level > 1 && !m_entries.empty() && m_entries.back().element < &element)
+            m_entries.back().below.push_back(&element);
+    }
+}
+
+const ControlFile::Element *ControlFile::root() const
+{
+    return m_document.elements().empty() ? nullptr : &m_document.elements().front();
+}
+
+bool ControlFile::isFor(const QLocale &locale) const
+{
+    return isForAllLocales() || QLocale(m_locale) == locale;
+}
+
+bool ControlFile::serves(const QString &key) const
+{
+    return m_document.isWellFormed()
+            && std::count_if(m_entries.begin(), m_entries.end(),
+                             [&](const Entry &entry) { return entry.key == key; })
+            == 1;
+}
+
+Position ControlFile::position(const Entry &entry) const
+{
+    return m_document.position(*entry.element, QStringLiteral("key"));
+}
+
+bool isKnownLocale(const QString &name)
+{
+    const QLocale locale(name);
+    if (locale.language() == QLocale::C)
+        return name == QLatin1String("C");
+    // A territory that is not known is left out, and another one taken in its place.
+    static const QRegularExpression territory(QStringLiteral("[-_]([A-Z]{2}|[0-9]{3})\\b"));
+    const auto match = territory.match(name);
+    const bool isShort = !name.contains(QLatin1Char('_')) && !name.contains(QLatin1Char('-'));
+    return isShort
+            || (match.hasMatch()
+                && locale.name().section(QLatin1Char('_'), 1) == match.captured(1));
+}

@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "EntryCheck.h"
+
+#include "ControlFile.h"
+#include "Findings.h"
+
+#include <HVExternalResource.h>
+
+#include <QtCore/QRegularExpression>
+#include <QtCore/QSet>
+
+namespace {
+
+const QLatin1String OwnAttributes[] = { QLatin1String("HVLocation"),
+                                        QLatin1String("HVPackagName") };
+
+void checkRoot(const ControlFile &file, const QStringList &packages, FindingList &findings)
+{
+    const XmlDocument::Element &root = *file.root();
+    const XmlDocument &document = file.document();
+    if (!file.isForAllLocales() && !isKnownLocale(file.locale()))
+        findings.add("HV204", file.path(), document.position(root, QStringLiteral("locale")),
+                     QStringLiteral("\"%1\" is no locale").arg(file.locale()));
+    static const QRegularExpression separator(QStringLiteral("[,;\\s]+"));
+    const QStringList names = root.value(QStringLiteral("search")).split(separator);
+    for (const QString &name : names) {
+        if (!name.isEmpty() && !packages.contains(name))
+            findings.add("HV206", file.path(), document.position(root, QStringLiteral("search")),
+                         QStringLiteral("there is no package \"%1\"").arg(name));
+    }
+}
+
+void checkKey(const ControlFile &file, const ControlFile::Entry &entry, QSet<QString> &seen,
+              FindingList &findings)
+{
+    const Position position = file.position(entry);
+    if (entry.key.isEmpty())
+        return findings.add("HV201", file.path(), position,
+                            QStringLiteral("no control can ask for this entry"));
+    if (seen.contains(entry.key))
+        findings.add("HV202", file.path(), position,
+                     QStringLiteral("\"%1\" is a key of this file already").arg(entry.key));
+    seen.insert(entry.key);
+}
+
+void checkOwnAttributes(const QString &path, const XmlDocument &document,
+                        const XmlDocument::Element &element, FindingList &findings)
+{
+    for (const QLatin1String &name : OwnAttributes) {
+        if (element.has(name))
+            findings.add("HV205", path, document.position(element, name),
+                         QStringLiteral("the library sets \"%1\" itself").arg(name));
+    }
+}
+
+void checkPlaceholders(const QString &text, const ControlFile &file, Position position,
+                       FindingList &findings)
+{
+    static const QRegularExpression opened(
+            QStringLiteral("%\\([-_a-zA-Z0-9]*(?!\\)s)(?![-_a-zA-Z0-9])"));
+    const auto match = opened.match(text);
+    if (match.hasMatch())
+        findings.add("HV401", file.path(), position,
+                     QStringLiteral("the placeholder \"%1\" does not end in \")s\"")
+                             .arg(match.captured()));
+}
+
+/// What the library takes for a topic or a path although it hardly is one.
+bool isMistakenLink(const QString &link)
+{
+    static const QRegularExpression address(QStringLiteral("^[a-zA-Z][-+.a-zA-Z0-9]*:/"));
+    static const QRegularExpression drive(QStringLiteral("^[a-zA-Z]:[/\\\\]"));
+    if (link.trimmed().isEmpty() || drive.match(link).hasMatch())
+        return true;
+    switch (Hovlets::externalResourceType(link)) {
+    case Hovlets::HVUrlResource:
+        return false;
+    case Hovlets::HVFileResource:
+        return address.match(link).hasMatch();
+    default:
+        return link.startsWith(QLatin1String("www.")) || link.contains(QLatin1Char(':'))
+                || link.contains(QLatin1Char('\\'));
+    }
+}
+
+void checkLink(const QString &link, const ControlFile &file, Position position,
+               FindingList &findings)
+{
+    if (isMistakenLink(link))
+        findings.add(
+                "HV402", file.path(), position,
+                QStringLiteral("\"%1\" is neither an address, nor a path, nor a topic").arg(link));
+}
+
+void checkTexts(const ControlFile &file, const XmlDocument::Element &element, FindingList &findings)
+{
+    const XmlDocument &document = file.document();
+    for (const auto &attribute : element.attributes)
+        checkPlaceholders(attribute.second, file, document.position(element, attribute.first),
+                          findings);
+    const Position position = document.position(element.offset);
+    checkPlaceholders(element.text, file, position, findings);
+    if (element.name == QLatin1String("link"))
+        checkLink(element.value(QStringLiteral("href")), file,
+                  document.position(element, QStringLiteral("href")), findings);
+    static const QRegularExpression anchor(
+            QStringLiteral("<a\\s[^<>]*href\\s*=\\s*(?:\"([^\"]*)\"|'([^']*)')"));
+    auto links = anchor.globalMatch(element.text);
+    while (links.hasNext()) {
+        const auto match = links.next();
+        checkLink(match.captured(1) + match.captured(2), file, position, findings);
+    }
+}
+
+} // namespace
+
+void checkControlFile(const ControlFile &file, const QStringList &packages, FindingList &findings)
+{
+    const XmlDocument &document = file.document();
+    if (!document.isWellFormed())
+        findings.add("HV101", file.path(), document.errorPosition(), document.error());
+    if (!file.root())
+        return;
+    checkRoot(file, packages, findings);
+    QSet<QString> seen;
+    for (const ControlFile::Entry &entry : file.entries()) {
+        checkKey(file, entry, seen, findings);
+        checkOwnAttributes(file.path(), document, *entry.element, findings);
+        checkTexts(file, *entry.element, findings);
+        for (const XmlDocument::Element *element : entry.below)
+            checkTexts(file, *element, findings);
+    }
+}
+
+void checkKeyData(const QString &path, const ControlFiles &files, FindingList &findings)
+{
+    const XmlDocument document(path);
+    findings.addFile(path);
+    if (!document.isWellFormed())
+        return findings.add("HV101", path, document.errorPosition(), document.error());
+    if (document.elements().front().name != QLatin1String("hovletkeys"))
+        return findings.add("HV102", path,
+                            QStringLiteral("the root element of key data is "
+                                           "\"hovletkeys\""));
+    QSet<QString> keys;
+    for (const ControlFile &file : files) {
+        for (const ControlFile::Entry &entry : file.entries())
+            keys.insert(entry.key);
+    }
+    for (const XmlDocument::Element &element : document.elements()) {
+        if (element.name != QLatin1String("key"))
+            continue;
+        checkOwnAttributes(path, document, element, findings);
+        const QString key = element.value(QStringLiteral("name"));
+        if (!keys.contains(key))
+            findings.add("HV209", path, document.position(element, QStringLiteral("name")),
+                         QStringLiteral("no entry has the key \"%1\"").arg(key));
+    }
+}

@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Findings.h"
+
+#include <algorithm>
+#include <tuple>
+
+const std::vector<Rule> &rules()
+{
+    static const std::vector<Rule> all = {
+        { "HV101", "error", "not well-formed", "correct the XML here" },
+        { "HV102", "error", "wrong root element", "make \"hovlets\" the root element" },
+        { "HV103", "error", "does not match the schema", "correct what the schema names" },
+        { "HV110", "error", "not in the control folder", "move it into the folder Control" },
+        { "HV111", "error", "name does not end in .xml", "give it the ending .xml" },
+        { "HV112", "error", "folder without the package suffix",
+          "let the folder's name end in .hovlets" },
+        { "HV113", "error", "symbolic link or hidden", "put an ordinary file or folder there" },
+        { "HV114", "error", "root tag followed by a line end",
+          "write the first attribute or \">\" on the line of \"<hovlets\"" },
+        { "HV115", "error", "not UTF-8", "save the file as UTF-8" },
+        { "HV116", "error", "cannot be read", "make it readable" },
+        { "HV117", "warning", "no package in the folder",
+          "give a folder of packages (*.hovlets) or a package" },
+        { "HV201", "error", "entry without a key", "give the entry the attribute \"key\"" },
+        { "HV202", "error", "key twice in a file", "keep one: the library serves neither" },
+        { "HV203", "warning", "key shadowed by another file", "remove one of the two" },
+        { "HV204", "error", "unknown locale", "write a locale such as en_US" },
+        { "HV205", "error", "attribute of the library's own", "remove it" },
+        { "HV206", "error", "unknown package in \"search\"",
+          "name a package that has control files" },
+        { "HV207", "warning", "entry in a translation alone",
+          "add the entry for the fallback locale" },
+        { "HV208", "warning", "entry missing in a locale", "add the entry for the locale" },
+        { "HV209", "warning", "key data for an unknown key",
+          "correct the name, or add an entry for the key" },
+        { "HV301", "error", "missing resource", "put the file into the package's resources" },
+        { "HV302", "error", "unreadable picture", "save it as PNG or JPEG" },
+        { "HV303", "error", "unreadable clip", "encode it anew, for example as H.264 in MP4" },
+        { "HV304", "warning", "clip too long", "cut it, or raise --max-seconds" },
+        { "HV305", "warning", "file too large", "make it smaller, or raise --max-megabytes" },
+        { "HV306", "error", "missing user interface",
+          "name a package that has one in \"search\", such as Default" },
+        { "HV307", "error", "unreadable user interface", "make it readable, or put a file there" },
+        { "HV401", "error", "placeholder without an end", "write it as %(name)s" },
+        { "HV402", "error", "link to nothing",
+          "name an address with its scheme, a path with \"/\" or a topic" },
+    };
+    return all;
+}
+
+const Rule &rule(const QString &code)
+{
+    return *std::find_if(rules().begin(), rules().end(),
+                         [&](const Rule &rule) { return code == QLatin1String(rule.code); });
+}
+
+QString Finding::text() const
+{
+    return message + QStringLiteral("; ") + QLatin1String(rule().remedy);
+}
+
+void FindingList::addFile(const QString &file)
+{
+    if (!m_files.contains(file))
+        m_files += file;
+}
+
+void FindingList::add(const char *code, const QString &file, Position position,
+                      const QString &message)
+{
+    addFile(file);
+    m_findings += Finding { QLatin1String(code), file, position, message };
+}
+
+QList<Finding> FindingList::sorted() const
+{
+    QList<Finding> findings = m_findings;
+    std::stable_sort(
+            findings.begin(), findings.end(), [](const Finding &left, const Finding &right) {
+                return std::tie(left.file, left.position.line, left.position.column, left.code)
+                        < std::tie(right.file, right.position.line, right.position.column,
+                                   right.code);
+            });
+    return findings;
+}

@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "EntryCheck.h"
+
+class ContentIndex;
+
+struct MediaLimits
+{
+    double seconds = 60;
+    double megabytes = 20;
+};
+
+/// Checks the clips, pictures and user interfaces that entries name, found as the library does.
+void checkMedia(const ControlFiles &files, ContentIndex &content, const MediaLimits &limits,
+                FindingList &findings);

@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+#include <vector>
+
+class ContentIndex;
+class FindingList;
+
+/// Finds what lies in the paths like content and is not indexed, and says why.
+void checkPackages(const std::vector<std::string> &paths, const ContentIndex &content,
+                   FindingList &findings);
