@@ -81,6 +81,10 @@ void tst_ToolCheck::shouldFindOneThingInAControlFile_data()
                 "locale='en_US'"),
         "");
     row("not well-formed", control("<hovlet key='a'><p></hovlet>"), "HV101 File.xml:2");
+    row("other element in the root", control("<hovlet key='a'/>\n<hovlt key='b'/>"),
+        "HV103 File.xml:3");
+    row("text in the root", control("text"), "HV103 File.xml:1");
+    row("entry in an entry", control("<hovlet key='a'><hovlet/><any/></hovlet>"), "");
     row("no key", control("<hovlet title='a'/>"), "HV201 File.xml:2");
     row("key twice", control("<hovlet key='a'/>\n<hovlet key='a'/>"), "HV202 File.xml:3");
     row("nonsense as locale", control("<hovlet key='a'/>", "locale='nonsense'"),
@@ -254,6 +258,10 @@ void tst_ToolCheck::shouldFindKeyDataOfNoEntry()
     QCOMPARE(found({ QStringLiteral("--key-data"), data }, folder.path()),
              (QStringList { QStringLiteral("HV209 keys.xml:3"),
                             QStringLiteral("HV205 keys.xml:3") }));
+    const QString other =
+            folder.add(QStringLiteral("other.xml"), "<hovletkeys>\n<clef name='a'/></hovletkeys>");
+    QCOMPARE(found({ QStringLiteral("--key-data"), other }, folder.path()),
+             QStringList { QStringLiteral("HV103 other.xml:2") });
     const ToolRun missing(
             QStringList(arguments("text", folder.path()))
             + QStringList { QStringLiteral("--key-data"), QStringLiteral("none.xml") });

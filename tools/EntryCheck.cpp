@@ -3,6 +3,7 @@
 
 #include "ControlFile.h"
 #include "Findings.h"
+#include "SchemaCheck.h"
 
 #include <HVExternalResource.h>
 
@@ -122,6 +123,7 @@ void checkControlFile(const ControlFile &file, const QStringList &packages, Find
     if (!file.root())
         return;
     checkRoot(file, packages, findings);
+    checkSchema(QStringLiteral("hovlets"), file.path(), findings);
     QSet<QString> seen;
     for (const ControlFile::Entry &entry : file.entries()) {
         checkKey(file, entry, seen, findings);
@@ -142,6 +144,7 @@ void checkKeyData(const QString &path, const ControlFiles &files, FindingList &f
         return findings.add("HV102", path,
                             QStringLiteral("the root element of key data is "
                                            "\"hovletkeys\""));
+    checkSchema(QStringLiteral("hovletkeys"), path, findings);
     QSet<QString> keys;
     for (const ControlFile &file : files) {
         for (const ControlFile::Entry &entry : file.entries())

@@ -1,0 +1,9 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtCore/QString>
+
+class FindingList;
+
+/// Checks a well-formed file against the schema of the given name, "hovlets" or "hovletkeys".
+void checkSchema(const QString &schema, const QString &path, FindingList &findings);
