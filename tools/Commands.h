@@ -9,5 +9,6 @@ void addCheckCommand(Program &program);
 void addCoverageCommand(Program &program);
 void addImportCommand(Program &program);
 void addListCommand(Program &program);
+void addNewCommand(Program &program);
 void addRenderCommand(Program &program);
 void addShowCommand(Program &program);

@@ -9,6 +9,7 @@ int main(int argc, char **argv)
     addCoverageCommand(program);
     addImportCommand(program);
     addListCommand(program);
+    addNewCommand(program);
     addRenderCommand(program);
     addShowCommand(program);
     return program.run(argc, argv);
