@@ -142,6 +142,49 @@ private Q_SLOTS:
         QVERIFY(!picture());
     }
 
+    void shouldPauseWhileThePopupIsHidden()
+    {
+        showClip(LongClip);
+        QTRY_VERIFY(video());
+        QTRY_VERIFY(video()->position() > 2);
+        QWidget *popup = m_bench->view()->window();
+        const QPointer<HVVideoComponent> clip = video();
+        popup->hide();
+        QVERIFY(clip);
+        QCOMPARE(clip->state(), HVVideoComponent::pausedState);
+        const qlonglong paused = clip->position();
+
+        popup->show();
+        QCOMPARE(clip->state(), HVVideoComponent::playingState);
+        QTRY_VERIFY(clip->position() > paused + 2);
+    }
+
+    void shouldStayPausedWhenThePopupComesBack()
+    {
+        showClip(LongClip);
+        QTRY_VERIFY(video());
+        QTRY_VERIFY(video()->position() > 2);
+        m_bench->click(picture());
+        QCOMPARE(video()->state(), HVVideoComponent::pausedState);
+        const QPointer<HVVideoComponent> clip = video();
+        m_bench->view()->window()->hide();
+        m_bench->view()->window()->show();
+        QVERIFY(clip);
+        QCOMPARE(clip->state(), HVVideoComponent::pausedState);
+    }
+
+    void shouldNotBeginBehindAHiddenPopup()
+    {
+        showClip(LongClip);
+        QTRY_VERIFY(video());
+        const QPointer<HVVideoComponent> clip = video();
+        m_bench->view()->window()->hide();
+        QTRY_COMPARE(clip->loadProgress(), 1.0);
+        QCOMPARE(clip->state(), HVVideoComponent::pausedState);
+        m_bench->view()->window()->show();
+        QCOMPARE(clip->state(), HVVideoComponent::playingState);
+    }
+
     void shouldEndThePlayingWithThePopup()
     {
         showClip(LongClip);

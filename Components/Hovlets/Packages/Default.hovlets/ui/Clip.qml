@@ -4,8 +4,9 @@ import QtQuick.Window 2.15
 import com.zandor.hovlets.qml 1.0
 
 // The entry's clip: its first picture, then it plays once. A click pauses it, plays on, or plays it
-// again; the bar below tells where it is and can be dragged. It has the size of the clip, or is
-// scaled down to the width that there is. A clip that cannot be opened takes no room.
+// again; the bar below tells where it is and can be dragged. While the popup is hidden it pauses. It
+// has the size of the clip, or is scaled down to the width that there is. A clip that cannot be
+// opened takes no room.
 Item {
     id: clip
 
@@ -16,6 +17,9 @@ Item {
     property bool loaded: false
     // Until somebody else has taken over.
     property bool playsByItself: true
+    readonly property bool shown: Window.visibility !== Window.Hidden
+    // As soon as there is somebody to see it.
+    property bool playsWhenShown: false
     // QML knows enumerators with a capital letter only.
     readonly property int playingState: 2
     readonly property bool playing: video.state === playingState
@@ -26,6 +30,21 @@ Item {
 
     implicitHeight: loaded ? bar.y + bar.height : 0
     visible: loaded
+
+    onShownChanged: {
+        if (shown && playsWhenShown) {
+            play();
+        } else if (!shown && playing) {
+            playsWhenShown = true;
+            video.pause();
+        }
+    }
+
+    function play() {
+        playsWhenShown = !shown;
+        if (shown)
+            video.play();
+    }
 
     function toggle() {
         playsByItself = false;
@@ -49,7 +68,7 @@ Item {
         // Playing does not wait for the decoder, and pauses when all is decoded: that is told here.
         onLoadProgressChanged: {
             if (clip.playsByItself && loadProgress === 1)
-                play();
+                clip.play();
         }
     }
 
@@ -96,7 +115,7 @@ Item {
         onReleased: {
             video.scrubbing = false;
             if (goesOn)
-                video.play();
+                clip.play();
         }
     }
 }

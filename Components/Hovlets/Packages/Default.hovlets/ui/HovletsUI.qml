@@ -16,7 +16,8 @@ import "Content.js" as Content
  * Attributes of the entry
  *   title      the title; a child element <title> does as well
  *   shortcut   the keyboard shortcut, shown as a key beside the title
- *   clip       a clip in the package's resources, of any format that FFmpeg opens; shown at the top
+ *   clip       a clip in the package's resources, of any format that FFmpeg opens; shown at the top;
+ *              it pauses while the popup is hidden
  *
  * Child elements, shown in their order
  *   <p>, <text>   a paragraph
