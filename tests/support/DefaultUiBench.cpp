@@ -62,6 +62,8 @@ bool DefaultUiBench::show(const QString &key)
 QList<QQuickItem *> DefaultUiBench::itemsOf(QQuickItem *root, const QString &name)
 {
     QList<QQuickItem *> found;
+    if (!root)
+        return found;
     collect(
             root, [&](QQuickItem *item) { return item->objectName() == name; }, found);
     return found;
