@@ -9,6 +9,7 @@
 #include <HVXmlElement.h>
 
 #include <QtCore/QJsonArray>
+#include <QtCore/QXmlStreamWriter>
 
 #include <memory>
 
@@ -83,6 +84,32 @@ int lineOf(const QString &file, const QString &key)
     return 1;
 }
 
+/// With the texts, which an element keeps apart from its children.
+void write(QXmlStreamWriter &xml, const HVXmlElement &element)
+{
+    xml.writeStartElement(element.objectName());
+    const QStringList names = element.attributeNames();
+    for (const QString &name : names)
+        xml.writeAttribute(name, element.attribute(name));
+    const QString text = element.property("content").toString().trimmed();
+    if (!text.isEmpty())
+        xml.writeCharacters(text);
+    for (const QObject *child : element.children()) {
+        if (const auto *below = qobject_cast<const HVXmlElement *>(child))
+            write(xml, *below);
+    }
+    xml.writeEndElement();
+}
+
+QString xmlOf(const HVXmlElement &element)
+{
+    QString text;
+    QXmlStreamWriter xml(&text);
+    xml.setAutoFormatting(true);
+    write(xml, element);
+    return text;
+}
+
 int run(const Options &options)
 {
     ContentIndex content(options.paths, contextOf(options));
@@ -99,7 +126,7 @@ int run(const Options &options)
     const int line = lineOf(file, answer.entry->attribute(QStringLiteral("key")));
     const QStringList paths =
             content.manager().index()->componentPathsForElement(answer.entry, QString());
-    const QString xml = answer.entry->toXml();
+    const QString xml = xmlOf(*answer.entry);
     if (options.format == "json") {
         printJson({ { QStringLiteral("file"), file },
                     { QStringLiteral("line"), line },
