@@ -338,8 +338,7 @@ private:
 
     bool readable(const QQuickItem *item, const QColor &base)
     {
-        // Rounding to 8 bits may cost the last hundredths.
-        return DefaultUiBench::contrast(strongestOn(item, base), base) >= 4.45;
+        return DefaultUiBench::contrast(strongestOn(item, base), base) >= 4.5;
     }
 
     /// No text leaves the popup, is cut off, or lies on another or on the button.
