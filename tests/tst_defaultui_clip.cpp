@@ -182,7 +182,7 @@ private Q_SLOTS:
         QTRY_COMPARE(clip->loadProgress(), 1.0);
         QCOMPARE(clip->state(), HVVideoComponent::pausedState);
         m_bench->view()->window()->show();
-        QCOMPARE(clip->state(), HVVideoComponent::playingState);
+        QTRY_COMPARE(clip->state(), HVVideoComponent::playingState);
     }
 
     void shouldEndThePlayingWithThePopup()
