@@ -20,9 +20,9 @@ void ContentIndex::Index::indexControlFile(const QString &file, const QString &l
         files.prepend(file);
 }
 
-ContentIndex::ContentIndex(const std::vector<std::string> &paths, HVContext context,
+ContentIndex::ContentIndex(const std::vector<std::string> &paths, const HVContext &context,
                            Hovlets::HVInterface *host)
-    : m_context(std::move(context))
+    : m_context(context)
     , m_index(&m_context, {})
     , m_manager(host, m_context, {}, &m_index)
 {

@@ -20,7 +20,8 @@ class ContentIndex
 public:
     /// Throws a ToolError for a path that is no folder.
     /// \a host is told what the library has to say, and outlives the index.
-    explicit ContentIndex(const std::vector<std::string> &paths, HVContext context = HVContext(),
+    explicit ContentIndex(const std::vector<std::string> &paths,
+                          const HVContext &context = HVContext(),
                           Hovlets::HVInterface *host = nullptr);
 
     Hovlets::HVManager &manager() { return m_manager; }

@@ -42,7 +42,7 @@ QJsonArray those(const QJsonObject &report, const char *name, const char *what, 
 {
     QJsonArray found;
     const QJsonArray all = report.value(QLatin1String(name)).toArray();
-    for (const QJsonValue &one : all) {
+    for (const auto &one : all) {
         if (one.toObject().value(QLatin1String(what)).toBool() == value)
             found += one;
     }
@@ -64,7 +64,7 @@ QString placeOf(const QJsonObject &control)
 {
     QStringList place { control.value(QLatin1String("window")).toString() };
     const QJsonArray parents = control.value(QLatin1String("parents")).toArray();
-    for (const QJsonValue &parent : parents)
+    for (const auto &parent : parents)
         place += parent.toString();
     return place.join(QStringLiteral(" > "));
 }
@@ -78,7 +78,7 @@ struct Result
 
 void printResult(const Result &result)
 {
-    for (const QJsonValue &value : result.missing) {
+    for (const auto &value : result.missing) {
         const QJsonObject control = value.toObject();
         const bool falls = control.value(QLatin1String("answeredByFallback")).toBool();
         printText(QStringLiteral("missing\t%1\t%2\t%3%4\n")
@@ -86,7 +86,7 @@ void printResult(const Result &result)
                                placeOf(control),
                                falls ? QStringLiteral("\tthe fallback answers") : QString()));
     }
-    for (const QJsonValue &entry : result.unasked)
+    for (const auto &entry : result.unasked)
         printText(QStringLiteral("unasked\t%1\n")
                           .arg(entry.toObject().value(QLatin1String("key")).toString()));
     printText(QStringLiteral("%1 of %2 controls have no entry; no control asked for %3 of %4 "
@@ -103,10 +103,10 @@ int run(const Options &options)
     for (const std::string &path : options.reports) {
         const QJsonObject report = readReport(QString::fromLocal8Bit(path.c_str()));
         const QJsonArray missing = those(report, "controls", "covered", false);
-        for (const QJsonValue &control : missing)
+        for (const auto &control : missing)
             result.missing += control;
         const QJsonArray unasked = those(report, "entries", "asked", false);
-        for (const QJsonValue &entry : unasked) {
+        for (const auto &entry : unasked) {
             // The fallback is there for controls without a key.
             if (!entry.toObject().value(QLatin1String("isFallback")).toBool())
                 result.unasked += entry;

@@ -6,6 +6,7 @@
 #include <QtCore/QFile>
 #include <QtCore/QLocale>
 #include <QtCore/QXmlStreamReader>
+#include <QtGui/QTextDocument>
 #include <QtGui/QTextDocumentFragment>
 
 #include <algorithm>

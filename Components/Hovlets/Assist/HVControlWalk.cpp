@@ -123,7 +123,7 @@ private:
     void enterChildren(const QWidget *widget, const QStringList &parents)
     {
         QHash<QString, int> nameless;
-        const QObjectList children = widget->children();
+        const QObjectList &children = widget->children();
         for (QObject *object : children) {
             auto *child = object->isWidgetType() ? static_cast<QWidget *>(object) : nullptr;
             if (!child || child->isWindow())
