@@ -74,6 +74,52 @@ private Q_SLOTS:
         QTRY_VERIFY(video()->position() > paused + 3);
     }
 
+    void shouldPlayOnWhenTheDecoderEndsAfterAClick()
+    {
+        showClip(LongClip);
+        QTRY_VERIFY(video());
+        QTRY_COMPARE(video()->state(), HVVideoComponent::playingState);
+        m_bench->click(picture());
+        m_bench->click(picture());
+        QCOMPARE(video()->state(), HVVideoComponent::playingState);
+        video()->setState(HVVideoComponent::resetState); // as at the end of the stream
+        QCOMPARE(video()->state(), HVVideoComponent::playingState);
+
+        m_bench->click(picture()); // a clip that the user paused stays so
+        video()->setState(HVVideoComponent::resetState);
+        QCOMPARE(video()->state(), HVVideoComponent::pausedState);
+    }
+
+    void shouldStayOnTheFirstPictureWithReducedMotion_data()
+    {
+        QTest::addColumn<QVariant>("value");
+        QTest::addColumn<bool>("still");
+        QTest::newRow("true") << QVariant(true) << true;
+        QTest::newRow("1") << QVariant(1) << true;
+        QTest::newRow("false") << QVariant(false) << false;
+        QTest::newRow("0") << QVariant(0) << false;
+    }
+
+    void shouldStayOnTheFirstPictureWithReducedMotion()
+    {
+        QFETCH(QVariant, value);
+        QFETCH(bool, still);
+        showClip(LongClip, { QStringLiteral("reducedMotion"), value });
+        QTRY_VERIFY(video());
+        if (!still) {
+            QTRY_COMPARE(video()->state(), HVVideoComponent::playingState);
+            return;
+        }
+        QTRY_VERIFY(m_bench->item("playMark"));
+        QTRY_COMPARE(video()->loadProgress(), 1.0);
+        Q_EMIT video()->loadProgressChanged();
+        m_bench->settle();
+        QCOMPARE(video()->state(), HVVideoComponent::pausedState);
+        QCOMPARE(video()->position(), 0);
+        m_bench->click(picture());
+        QTRY_VERIFY(video()->position() > 3);
+    }
+
     void shouldShowMovingPictures()
     {
         showClip(LongClip);
@@ -200,7 +246,9 @@ private:
     static constexpr auto LongClip = "-s 160x90 -t 6 -r 25";
     static constexpr auto ShortClip = "-s 160x90 -t 0.4 -r 25";
 
-    void showClip(const QString &options)
+    using Property = QPair<QString, QVariant>; // of the host
+
+    void showClip(const QString &options, const Property &property = {})
     {
         m_bench = std::make_unique<DefaultUiBench>(
                 DefaultUiBench::entry("title=\"Clip\" clip=\"clip.mp4\"", "<p>Text</p>"));
@@ -210,10 +258,15 @@ private:
         QVERIFY(!made.isEmpty());
         m_bench->folder.add(QStringLiteral("Test.hovlets/Resources/clip.mp4"),
                             ClipFolder::read(made));
+        if (!property.first.isEmpty())
+            m_bench->host.manager()->setGlobalProperty(property.first, property.second);
         QVERIFY(m_bench->show());
     }
 
-    void showClip(const char *options) { showClip(QString::fromLatin1(options)); }
+    void showClip(const char *options, const Property &property = {})
+    {
+        showClip(QString::fromLatin1(options), property);
+    }
 
     HVVideoComponent *video() { return qobject_cast<HVVideoComponent *>(m_bench->item("video")); }
 

@@ -15,8 +15,15 @@ Item {
     readonly property real naturalWidth: loaded ? video.contentWidth : 0
 
     property bool loaded: false
-    // Until somebody else has taken over.
-    property bool playsByItself: true
+    // For those who cannot bear motion: the host's word for it. Unset, it is the placeholder itself.
+    readonly property bool still: {
+        var value = hovletView ? hovletView.interpolate("%(reducedMotion)s") : "";
+        return value === "true" || value === "1";
+    }
+    // Whether it is to play, by itself or because the user said so last.
+    property bool wanted: !still
+    // The user has taken over, or has to.
+    property bool touched: still
     readonly property bool shown: Window.visibility !== Window.Hidden
     // As soon as there is somebody to see it.
     property bool playsWhenShown: false
@@ -47,11 +54,12 @@ Item {
     }
 
     function toggle() {
-        playsByItself = false;
-        if (playing)
-            video.pause();
-        else
+        touched = true;
+        wanted = !playing;
+        if (wanted)
             video.play();
+        else
+            video.pause();
     }
 
     HVVideoComponent {
@@ -67,7 +75,7 @@ Item {
         onContentWidthChanged: clip.loaded = true
         // Playing does not wait for the decoder, and pauses when all is decoded: that is told here.
         onLoadProgressChanged: {
-            if (clip.playsByItself && loadProgress === 1)
+            if (clip.wanted && loadProgress === 1)
                 clip.play();
         }
     }
@@ -89,7 +97,7 @@ Item {
             objectName: "playMark"
             anchors.centerIn: parent
             width: 2.6 * clip.theme.em
-            visible: !clip.playing && (!clip.playsByItself || clip.ended)
+            visible: !clip.playing && (clip.touched || clip.ended)
         }
     }
 
@@ -106,7 +114,8 @@ Item {
 
         onGrabbed: {
             goesOn = clip.playing;
-            clip.playsByItself = false;
+            clip.touched = true;
+            clip.wanted = false;
             video.scrubbing = true;
             video.pause();
         }
@@ -114,6 +123,7 @@ Item {
         onDragged: function(value) { video.progress = Math.min(value, 0.9999); }
         onReleased: {
             video.scrubbing = false;
+            clip.wanted = goesOn;
             if (goesOn)
                 clip.play();
         }

@@ -36,6 +36,9 @@ import "Content.js" as Content
  * Every text is translated in the context of the entry's key, with its white space so reduced as
  * source text, and shown untranslated where the translation file lacks it. Then its placeholders
  * "%(name)s" are filled; their values are plain text.
+ *
+ * With the global property "reducedMotion" set to true by the host a clip stays on its first picture
+ * until it is clicked. Nothing else in the popup moves by itself.
  */
 PopupFrame {
     content: Content.read(hovlet, hovletView)
