@@ -396,6 +396,16 @@ void tst_HVClip::shouldTellWhyItCannotOpen_data()
     QTest::newRow("unknown codec") << withoutCodec() << noStream;
     QTest::newRow("too large") << m_clips.make(QStringLiteral("large.mkv"), Square.arg(8194))
                                << noCodec;
+    QTest::newRow("too large, which its pictures alone tell")
+            << m_clips.make(QStringLiteral("large.png"),
+                            QStringLiteral("-f lavfi -i color=size=8194x8192 -frames:v 1 "
+                                           "-pix_fmt monob"))
+            << noPicture;
+    QTest::newRow("too many streams")
+            << m_clips.make(QStringLiteral("many.mkv"),
+                            QStringLiteral("-f lavfi -i color=size=16x16:duration=0.04 -c:v ffv1")
+                                    + QStringLiteral(" -map 0").repeated(65))
+            << noMedia;
     QTest::newRow("no size") << withoutFirstPicture() << noPicture;
     QTest::newRow("no pixel format") << withoutPictures() << noConversion;
 }

@@ -5,6 +5,7 @@
 #include <QtCore/QtMath>
 
 #include <algorithm>
+#include <vector>
 
 namespace Hovlets {
 
@@ -12,6 +13,7 @@ namespace {
 
 constexpr int MostThreads = 4; // more gain little on clips of this size and cost memory each
 constexpr qint64 MostPixels = qint64 { 8192 } * 8192; // 256 MB a picture
+constexpr int MostStreams = 64; // in a file; each costs memory before anything is known of it
 constexpr double FastestRate = 240.0; // pictures/s; above, containers tell clock ticks
 constexpr double UsualRate = 25.0;
 
@@ -53,6 +55,19 @@ int findClip(AVFormatContext *format, const AVCodec **codec)
     return AVERROR_STREAM_NOT_FOUND;
 }
 
+/// As avformat_find_stream_info(), which decodes as well, within what a picture may take.
+int findStreams(AVFormatContext *format)
+{
+    const std::size_t count = format->nb_streams; // it may find more, beyond these options
+    std::vector<AVDictionary *> options(count, nullptr);
+    for (AVDictionary *&each : options)
+        av_dict_set_int(&each, "max_pixels", MostPixels, 0);
+    const int result = avformat_find_stream_info(format, options.data());
+    for (AVDictionary *&each : options)
+        av_dict_free(&each);
+    return result;
+}
+
 } // namespace
 
 HVClip::HVClip(Interrupted interrupted)
@@ -68,11 +83,12 @@ const char *HVClip::open(const QString &filePath)
     if (!format)
         return "Could not open media at: %1";
     format->interrupt_callback = { &interrupted, &m_interrupted };
+    format->max_streams = MostStreams;
     // Frees the context when it fails.
     if (avformat_open_input(&format, filePath.toUtf8().constData(), nullptr, nullptr) < 0)
         return "Could not open media at: %1";
     m_format.reset(format);
-    if (avformat_find_stream_info(format, nullptr) < 0)
+    if (findStreams(format) < 0)
         return "Could not find any stream information in media at: %1";
 
     const AVCodec *codec = nullptr;
