@@ -1,0 +1,142 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "DebugLog.h"
+#include "FakeVideoSource.h"
+#include "HVVideoController.h"
+#include "TestMain.h"
+
+#include <QtCore/QSemaphore>
+
+#include <mutex>
+#include <thread>
+
+using namespace Hovlets;
+
+namespace {
+
+constexpr int LongWait = 60000; // ms; only a failure waits so long
+
+/// A thread's work that quitting does not end, and that no one may terminate.
+class Busy
+{
+public:
+    void run()
+    {
+        const std::lock_guard<std::mutex> locker(m_running);
+        m_begun.release();
+        m_ended.tryAcquire(1, LongWait);
+    }
+
+    bool hasBegun() { return m_begun.tryAcquire(1, LongWait); }
+
+    /// Ends the work and waits for it so that thread checkers see it.
+    void end()
+    {
+        m_ended.release();
+        const std::lock_guard<std::mutex> locker(m_running);
+    }
+
+private:
+    QSemaphore m_begun;
+    QSemaphore m_ended;
+    std::mutex m_running;
+};
+
+class BusySource : public FakeVideoSource
+{
+public:
+    ~BusySource() override
+    {
+        busy.end();
+        wait();
+    }
+
+    Busy busy;
+
+protected:
+    void run() override
+    {
+        setTerminationEnabled(false);
+        busy.run();
+    }
+};
+
+class BusyController : public HVVideoController
+{
+public:
+    using HVVideoController::HVVideoController;
+    ~BusyController() override
+    {
+        busy.end();
+        wait();
+    }
+
+    Busy busy;
+
+protected:
+    void run() override
+    {
+        setTerminationEnabled(false);
+        busy.run();
+    }
+};
+
+/// What \a thread writes while it quits. Its work ends after so many lines.
+template <typename Thread> QStringList linesOfQuitting(Thread *thread, int patience)
+{
+    thread->start();
+    if (!thread->busy.hasBegun())
+        return { QStringLiteral("The thread did not begin") };
+    const DebugLog log;
+    std::thread quitting([thread] { thread->quit(); });
+    const bool isWritten =
+            QTest::qWaitFor([&] { return log.lines().size() >= patience; }, LongWait);
+    thread->busy.end();
+    quitting.join();
+    return isWritten ? log.lines() : QStringList();
+}
+
+} // namespace
+
+/// What is said of threads that do not end in time. They do end, so that nothing is terminated.
+class tst_HVVideo_Quit : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void shouldTellOfAThreadThatDoesNotEnd_data();
+    void shouldTellOfAThreadThatDoesNotEnd();
+};
+
+void tst_HVVideo_Quit::shouldTellOfAThreadThatDoesNotEnd_data()
+{
+    QTest::addColumn<bool>("isController");
+    QTest::addColumn<QStringList>("lines");
+    const QString sourceIsLate = QStringLiteral("HVVideoSource did not quit in a timely fashion");
+    const QString controllerIsLate =
+            QStringLiteral("HVVideoController did not quit in a timely fashion");
+    QTest::newRow("source, late") << false << QStringList { sourceIsLate };
+    QTest::newRow("source, for good")
+            << false
+            << QStringList { sourceIsLate, QStringLiteral("HVVideoSource did not quit at all") };
+    QTest::newRow("controller, late") << true << QStringList { controllerIsLate };
+    QTest::newRow("controller, for good")
+            << true
+            << QStringList { controllerIsLate,
+                             QStringLiteral("HVVideoController did not quit at all") };
+}
+
+void tst_HVVideo_Quit::shouldTellOfAThreadThatDoesNotEnd()
+{
+    QFETCH(bool, isController);
+    QFETCH(QStringList, lines);
+    const int patience = int(lines.size());
+    BusySource source;
+    BusyController controller(&source, nullptr);
+    QCOMPARE(isController ? linesOfQuitting(&controller, patience)
+                          : linesOfQuitting(&source, patience),
+             lines);
+}
+
+HOVLETS_TEST_MAIN(tst_HVVideo_Quit)
+
+#include "tst_hvvideo_quit.moc"
