@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "ClipFolder.h"
+#include "HVVideoSourceFFMPEG.h"
+#include "SignalOrder.h"
+
+#include <QtTest/QTest>
+
+#include <mutex>
+
+/// The clips that sources decode in tests.
+class DecodedClips : public ClipFolder
+{
+public:
+    static constexpr int Count = 10; ///< pictures of the usual one
+
+    /// Ten pictures of 64 x 48 at 25 a second.
+    QString usual() const
+    {
+        return clip(QStringLiteral("usual.mp4"), QStringLiteral("64x48"),
+                    QStringLiteral("-c:v libx264 -bf 3 -pix_fmt yuv420p"));
+    }
+
+    /// Twenty pictures of 32 x 18 at 50 a second.
+    QString other() const
+    {
+        return clip(QStringLiteral("other.avi"), QStringLiteral("32x18"),
+                    QStringLiteral("-vf fps=50 -c:v mjpeg -pix_fmt yuvj420p"));
+    }
+
+    /// Many more pictures than a test waits for; a small file and small pictures.
+    QString endless() const
+    {
+        return make(QStringLiteral("endless.avi"),
+                    QStringLiteral("-f lavfi -i color=size=16x16:rate=25:duration=8000 "
+                                   "-c:v mpeg4 -g 100"));
+    }
+};
+
+/// A source whose run can be told what to do next, and whose signals are noted.
+class DecodingSource : public Hovlets::HVVideoSourceFFMPEG
+{
+public:
+    static constexpr int Patience = 60000; ///< ms; only a failure waits so long
+
+    DecodingSource()
+    {
+        seen.note(this, &Hovlets::HVVideoSource::frameReady, QStringLiteral("frameReady"));
+        seen.note(this, &Hovlets::HVVideoSource::sourceChanged, QStringLiteral("sourceChanged"));
+        seen.note(this, &Hovlets::HVVideoSource::sourceLoaded, QStringLiteral("sourceLoaded"));
+        seen.note(this, &Hovlets::HVVideoSource::streamEnded, QStringLiteral("streamEnded"));
+        seen.note(this, &Hovlets::HVVideoSource::positionChanged,
+                  QStringLiteral("positionChanged"));
+        seen.note(this, &Hovlets::HVVideoSource::loadProgressChanged,
+                  QStringLiteral("loadProgressChanged"));
+        connect(
+                this, &Hovlets::HVVideoSource::actionChanged, this,
+                [this] { actions.add(QString::number(action())); }, Qt::DirectConnection);
+    }
+    ~DecodingSource() override
+    {
+        // So that thread checkers see it: QThread::wait() goes by a lock of QtCore's own.
+        quit();
+        const std::lock_guard<std::mutex> locker(m_running);
+    }
+
+    using Hovlets::HVVideoSourceFFMPEG::loadSource;
+
+    /// Asks for a clip and waits for its last picture.
+    bool decode(const QString &path)
+    {
+        const int ended = seen.count(QStringLiteral("streamEnded"));
+        if (!setSource(QUrl::fromLocalFile(path)))
+            return false;
+        start();
+        return QTest::qWaitFor(
+                [this, ended] {
+                    return seen.count(QStringLiteral("streamEnded")) == ended + 1
+                            && action() == IdleAction;
+                },
+                Patience);
+    }
+
+    /// Every picture in the cache, without padding.
+    QByteArray pictures() const
+    {
+        QByteArray bytes;
+        for (unsigned int i = 0; i < loadedFrameCount(); ++i) {
+            const Hovlets::HVVideoFrame frame = getFrame(i);
+            for (int y = 0; y < frame.height(); ++y)
+                bytes.append(reinterpret_cast<const char *>(frame.constScanLine(y)),
+                             frame.width() * 4);
+        }
+        return bytes;
+    }
+
+    SignalOrder seen;
+    SignalOrder actions;
+
+protected:
+    void run() override
+    {
+        const std::lock_guard<std::mutex> locker(m_running);
+        Hovlets::HVVideoSourceFFMPEG::run();
+    }
+
+private:
+    std::mutex m_running;
+};

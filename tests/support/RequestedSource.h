@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "FakeVideoSource.h"
+#include "SignalOrder.h"
+
+#include <QtCore/QUrl>
+
+#include <mutex>
+
+/// Lets the test do what is a subclass's, and notes what changes call.
+class RequestedSource : public FakeVideoSource
+{
+public:
+    ~RequestedSource() override { end(); }
+
+    /// Quits so that thread checkers see it: QThread::wait() goes by a lock of QtCore's own.
+    void end()
+    {
+        quit();
+        const std::lock_guard<std::mutex> locker(m_running);
+    }
+
+    void close() override { HVVideoSource::close(); }
+
+    using HVVideoSource::idle;
+    using HVVideoSource::loadSource;
+    using HVVideoSource::processActionQueue;
+
+    void changeSetAction(Action action) override
+    {
+        calls.add(QStringLiteral("action %1").arg(int(action)));
+        HVVideoSource::changeSetAction(action);
+    }
+
+    void changeSetSource(const QUrl &url) override
+    {
+        calls.add(QStringLiteral("source %1").arg(url.toString()));
+        HVVideoSource::changeSetSource(url);
+    }
+
+    SignalOrder calls;
+
+protected:
+    void run() override
+    {
+        const std::lock_guard<std::mutex> locker(m_running);
+        while (!shouldQuit()) {
+            processActionQueue();
+            if (action() == StopAction)
+                return;
+            idle();
+        }
+    }
+
+private:
+    std::mutex m_running;
+};
+
+inline QUrl clipUrl(int number = 1)
+{
+    return QUrl(QStringLiteral("file:///clips/%1.mp4").arg(number));
+}

@@ -1,0 +1,243 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "ClipFolder.h"
+#include "ClipPictures.h"
+#include "TestMain.h"
+
+#include <climits>
+
+using namespace ClipPictures;
+using namespace Hovlets;
+
+namespace {
+
+const QString Sound = QStringLiteral("-f lavfi -i sine=duration=0.4"); // makes it
+
+const QString Square = QStringLiteral(
+        "-f lavfi -i color=size=%1x8192:rate=25 -frames:v 1 -c:v ffv1 -pix_fmt gray");
+
+} // namespace
+
+/// What an opened clip tells of itself, and what cannot be opened.
+class tst_HVClip_Opening : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { av_log_set_level(AV_LOG_QUIET); }
+
+    void shouldTellThePicturesPerSecond_data();
+    void shouldTellThePicturesPerSecond();
+    void shouldAverageAnAbsurdRate();
+    void shouldTellItsTimes_data();
+    void shouldTellItsTimes();
+    void shouldTellWhyItCannotOpen_data();
+    void shouldTellWhyItCannotOpen();
+    void shouldOpenTheLargestPicture();
+    void shouldFailToOpenWhenInterrupted();
+    void shouldFailToOpenWithoutMemory();
+
+private:
+    QString withoutCodec() const;
+    QString withoutFirstPicture() const;
+    QString withoutPictures() const;
+
+    ClipFolder m_clips;
+};
+
+void tst_HVClip_Opening::shouldTellThePicturesPerSecond_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("options");
+    QTest::addColumn<double>("rate");
+    QTest::newRow("usual") << "rate.mp4"
+                           << "-c:v mpeg4" << 25.0;
+    QTest::newRow("NTSC") << "ntsc.mp4"
+                          << "-r 30000/1001 -c:v mpeg4" << 30000.0 / 1001;
+    QTest::newRow("slow") << "rate2.avi"
+                          << "-r 2 -t 2 -c:v mpeg4" << 2.0;
+    QTest::newRow("very slow") << "rate05.avi"
+                               << "-r 0.5 -t 4 -c:v mjpeg" << 0.5;
+    QTest::newRow("fast") << "rate60.mp4"
+                          << "-r 60 -c:v mpeg4" << 60.0;
+    QTest::newRow("fastest") << "rate240.mp4"
+                             << "-r 240 -c:v mpeg4" << 240.0;
+    QTest::newRow("raw") << "rate.h264"
+                         << "-c:v libx264" << 25.0;
+    QTest::newRow("still picture") << "rate.gif"
+                                   << "-frames:v 1" << 10.0;
+    QTest::newRow("absurd, without one") << "rate1000.mkv"
+                                         << "-r 1000 -t 0.05 -c:v ffv1" << 25.0;
+    QTest::newRow("absurd, with an absurd one")
+            << "rate500.mov"
+            << "-r 500 -c:v mjpeg -video_track_timescale 500" << 25.0;
+}
+
+void tst_HVClip_Opening::shouldTellThePicturesPerSecond()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, options);
+    QFETCH(double, rate);
+    const auto clip = newClip();
+    QCOMPARE(clip->open(m_clips.clip(name, QStringLiteral("64x48"), options)), nullptr);
+    QCOMPARE(clip->frameRate(), rate);
+}
+
+void tst_HVClip_Opening::shouldAverageAnAbsurdRate()
+{
+    // Two bursts a second apart: r_frame_rate tells the ticks of their clock.
+    const QString path = m_clips.clip(
+            QStringLiteral("burst.mov"), QStringLiteral("64x48"),
+            QStringLiteral("-vf settb=1/1000,setpts=N*2+gt(N\\,5)*1000 -vsync passthrough "
+                           "-enc_time_base 1/1000 -c:v mjpeg -video_track_timescale 1000"));
+    const auto clip = newClip();
+    QCOMPARE(clip->open(path), nullptr);
+    QVERIFY2(clip->frameRate() > 5.0 && clip->frameRate() < 12.0,
+             qPrintable(QString::number(clip->frameRate())));
+}
+
+void tst_HVClip_Opening::shouldTellItsTimes_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("options");
+    QTest::addColumn<double>("duration");
+    QTest::newRow("of the stream") << "times.mp4"
+                                   << "-c:v mpeg4" << 0.4;
+    QTest::newRow("of the file alone") << "times.mkv"
+                                       << "-c:v mpeg4" << 0.4;
+    QTest::newRow("untold") << "times.h264"
+                            << "-c:v libx264" << 0.0;
+}
+
+void tst_HVClip_Opening::shouldTellItsTimes()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, options);
+    QFETCH(double, duration);
+    const auto clip = newClip();
+    QCOMPARE(clip->open(m_clips.clip(name, QStringLiteral("64x48"), options)), nullptr);
+    QCOMPARE(clip->duration(), duration);
+    QCOMPARE(clip->timeBase(), 0.04);
+}
+
+void tst_HVClip_Opening::shouldTellWhyItCannotOpen_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QByteArray>("message");
+    const QByteArray noMedia = "Could not open media at: %1";
+    const QByteArray noStream = "Could not find a video stream in %1";
+    const QByteArray noCodec = "Could not open codec for stream in: %1";
+    const QByteArray noPicture = "Could not allocate rgb frame in %1";
+    const QByteArray noConversion = "Could not get a swscale context for %1";
+
+    QTest::newRow("no path") << QString() << noMedia;
+    QTest::newRow("missing file") << m_clips.filePath(QStringLiteral("missing.mp4")) << noMedia;
+    QTest::newRow("folder") << m_clips.filePath(QString()) << noMedia;
+    QTest::newRow("empty file") << m_clips.write(QStringLiteral("empty.mp4"), {}) << noMedia;
+    QTest::newRow("text") << m_clips.write(QStringLiteral("text.mp4"), "No clip at all.\n")
+                          << noMedia;
+    QTest::newRow("sound alone") << m_clips.make(QStringLiteral("sound.wav"), Sound) << noStream;
+    QTest::newRow("music with a cover") << m_clips.make(
+            QStringLiteral("cover.mp3"),
+            Sound
+                    + QStringLiteral(" -f lavfi -i testsrc=size=64x48:duration=0.04 "
+                                     "-map 0 -map 1 -c:v mjpeg -pix_fmt yuvj420p "
+                                     "-disposition:v attached_pic"))
+                                        << noStream;
+    QTest::newRow("unknown codec") << withoutCodec() << noStream;
+    QTest::newRow("too large") << m_clips.make(QStringLiteral("large.mkv"), Square.arg(8194))
+                               << noCodec;
+    QTest::newRow("too large, which its pictures alone tell")
+            << m_clips.make(QStringLiteral("large.png"),
+                            QStringLiteral("-f lavfi -i color=size=8194x8192 -frames:v 1 "
+                                           "-pix_fmt monob"))
+            << noPicture;
+    QTest::newRow("too many streams")
+            << m_clips.make(QStringLiteral("many.mkv"),
+                            QStringLiteral("-f lavfi -i color=size=16x16:duration=0.04 -c:v ffv1")
+                                    + QStringLiteral(" -map 0").repeated(65))
+            << noMedia;
+    QTest::newRow("no size") << withoutFirstPicture() << noPicture;
+    QTest::newRow("no pixel format") << withoutPictures() << noConversion;
+}
+
+void tst_HVClip_Opening::shouldTellWhyItCannotOpen()
+{
+    QFETCH(QString, path);
+    QFETCH(QByteArray, message);
+    const char *answer = newClip()->open(path);
+    QCOMPARE(QByteArray(answer), message);
+}
+
+/// A file of a codec that nobody knows.
+QString tst_HVClip_Opening::withoutCodec() const
+{
+    QByteArray bytes = ClipFolder::read(m_clips.clip(
+            QStringLiteral("codec.avi"), QStringLiteral("64x48"), QStringLiteral("-c:v mpeg4")));
+    return m_clips.write(QStringLiteral("nocodec.avi"), bytes.replace("FMP4", "Q?#!"));
+}
+
+/// A stream that begins behind what tells its size.
+QString tst_HVClip_Opening::withoutFirstPicture() const
+{
+    const QByteArray bytes =
+            ClipFolder::read(m_clips.clip(QStringLiteral("headless.h264"), QStringLiteral("64x48"),
+                                          QStringLiteral("-c:v libx264 -bf 0 -pix_fmt yuv420p")));
+    const int slice = int(bytes.indexOf(QByteArray::fromHex("00000141")));
+    return m_clips.write(QStringLiteral("nosize.h264"), bytes.mid(slice));
+}
+
+/// A file whose header tells the size of pictures that are all zeros.
+QString tst_HVClip_Opening::withoutPictures() const
+{
+    QByteArray bytes =
+            ClipFolder::read(m_clips.clip(QStringLiteral("zeros.mp4"), QStringLiteral("64x48"),
+                                          QStringLiteral("-c:v libx264 -pix_fmt yuv420p")));
+    const int begin = int(bytes.indexOf("mdat")) + 4;
+    const int end = int(bytes.indexOf("moov")) - 4;
+    return m_clips.write(QStringLiteral("nopictures.mp4"),
+                         bytes.replace(begin, end - begin, QByteArray(end - begin, '\0')));
+}
+
+void tst_HVClip_Opening::shouldOpenTheLargestPicture()
+{
+    const auto clip = newClip();
+    QCOMPARE(clip->open(m_clips.make(QStringLiteral("largest.mkv"), Square.arg(8192))), nullptr);
+    QCOMPARE(clip->size(), QSize(8192, 8192));
+}
+
+void tst_HVClip_Opening::shouldFailToOpenWhenInterrupted()
+{
+    HVClip clip([] { return true; });
+    const char *message = clip.open(m_clips.clip(
+            QStringLiteral("stop.avi"), QStringLiteral("64x48"), QStringLiteral("-c:v mjpeg")));
+    QCOMPARE(QByteArray(message), QByteArray("Could not open media at: %1"));
+}
+
+void tst_HVClip_Opening::shouldFailToOpenWithoutMemory()
+{
+    const QString path = m_clips.clip(QStringLiteral("open.ts"), QStringLiteral("64x48"),
+                                      QStringLiteral("-c:v libx264 -pix_fmt yuv420p"));
+    // Memory runs out at one step of the opening after the other.
+    QStringList messages;
+    bool isOpen = false;
+    for (int patience = 0; patience < 1000 && !isOpen; ++patience) {
+        int questions = 0;
+        HVClip clip([&questions, patience] {
+            if (++questions > patience)
+                av_max_alloc(64);
+            return false;
+        });
+        const char *message = clip.open(path);
+        av_max_alloc(INT_MAX);
+        isOpen = message == nullptr;
+        messages += QString::fromLatin1(message);
+    }
+    QVERIFY(isOpen);
+    QVERIFY(messages.contains(QLatin1String("Could not open media at: %1")));
+    QVERIFY(messages.contains(
+            QLatin1String("Could not find any stream information in media at: %1")));
+}
+
+HOVLETS_TEST_MAIN(tst_HVClip_Opening)
+
+#include "tst_hvclip_opening.moc"

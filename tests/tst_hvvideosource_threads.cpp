@@ -1,0 +1,222 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "DebugLog.h"
+#include "HVIdleWait.h"
+#include "RequestedSource.h"
+#include "TestMain.h"
+
+#include <QtCore/QSemaphore>
+
+#include <memory>
+#include <thread>
+#include <vector>
+
+using namespace Hovlets;
+
+namespace {
+
+constexpr int LongWait = 30000; // ms; only a failure waits so long
+
+/// Does \a work in a thread of its own; false when that thread is held up.
+template <typename Work> bool doesElsewhere(std::vector<std::thread> *threads, Work work)
+{
+    auto done = std::make_shared<QSemaphore>();
+    threads->emplace_back([done, work] {
+        work();
+        done->release();
+    });
+    return done->tryAcquire(1, LongWait);
+}
+
+} // namespace
+
+/// The source's own thread, and others that ask it.
+class tst_HVVideoSource_Threads : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m_source = std::make_unique<RequestedSource>();
+        m_seen = std::make_unique<SignalOrder>();
+        m_seen->note(m_source.get(), &HVVideoSource::actionChanged,
+                     QStringLiteral("actionChanged"));
+    }
+
+    void cleanup()
+    {
+        if (m_source)
+            m_source->end();
+        m_seen.reset();
+        m_source.reset();
+    }
+
+    void shouldHoldNoLockWhileItTells()
+    {
+        std::vector<std::thread> threads;
+        int answered = 0;
+        const auto useElsewhere = [this, &threads, &answered] {
+            if (doesElsewhere(&threads, [this] {
+                    m_source->setSource(clipUrl(9));
+                    m_source->getFrame(0);
+                    m_source->source();
+                }))
+                ++answered;
+        };
+        connect(m_source.get(), &HVVideoSource::actionChanged, this, useElsewhere);
+        connect(m_source.get(), &HVVideoSource::sourceChanged, this, useElsewhere);
+        connect(m_source.get(), &HVVideoSource::streamEnded, this, useElsewhere);
+        connect(m_source.get(), &HVVideoSource::sourceLoaded, this, useElsewhere);
+        m_source->setAction(HVVideoSource::IdleAction);
+        m_source->processActionQueue();
+        m_source->setupSource();
+        m_source->notifyStreamEnded();
+        m_source->loadSource();
+        for (std::thread &thread : threads)
+            thread.join();
+        QCOMPARE(answered, 4);
+    }
+
+    void shouldLetItsCallersComeBackWhileItLocks()
+    {
+        // A subclass may hold a mutex and call back: they are recursive where they are taken.
+        m_source->changeSetSource(clipUrl());
+        connect(m_source.get(), &HVVideoSource::actionChanged, this, [this] {
+            m_source->clearChanges();
+            m_source->setSource(clipUrl(2));
+        });
+        m_source->setAction(HVVideoSource::IdleAction);
+        m_source->processActionQueue();
+        m_source->calls.take();
+        m_source->processActionQueue();
+        QCOMPARE(m_source->source(), clipUrl(2));
+    }
+
+    void shouldLoseNoRequestOfManyThreads()
+    {
+        constexpr int Threads = 4;
+        constexpr int Requests = 250;
+        m_source->start();
+        std::vector<std::thread> threads;
+        for (int i = 0; i < Threads; ++i) {
+            threads.emplace_back([this, i] {
+                for (int k = 0; k < Requests; ++k) {
+                    if (k % 2 == 0)
+                        m_source->setAction(HVVideoSource::SeekAction);
+                    else
+                        m_source->setSource(clipUrl(i * Requests + k));
+                    m_source->loadedFrameCount();
+                    m_source->action();
+                }
+            });
+        }
+        for (std::thread &thread : threads)
+            thread.join();
+        // 100 s of idling, if requests did not end it; each clip is an action as well.
+        QTRY_COMPARE_WITH_TIMEOUT(m_seen->count(QStringLiteral("actionChanged")),
+                                  Threads * Requests, LongWait);
+        QCOMPARE(m_source->calls.count(QStringLiteral("action 3")), Threads * Requests / 2);
+    }
+
+    void shouldApplyChangesOnItsOwnThread()
+    {
+        QThread *applier = nullptr;
+        connect(
+                m_source.get(), &HVVideoSource::actionChanged, this,
+                [&applier] { applier = QThread::currentThread(); }, Qt::DirectConnection);
+        m_source->start();
+        m_source->setAction(HVVideoSource::StopAction);
+        QVERIFY(m_source->wait(LongWait));
+        m_source->end();
+        QCOMPARE(applier, m_source.get());
+    }
+
+    void shouldSayNothingWhenItQuitsInTime_data()
+    {
+        QTest::addColumn<bool>("isStarted");
+        QTest::newRow("running") << true;
+        QTest::newRow("never started") << false;
+    }
+
+    void shouldSayNothingWhenItQuitsInTime()
+    {
+        QFETCH(bool, isStarted);
+        const DebugLog log;
+        if (isStarted) {
+            m_source->start();
+            QTRY_VERIFY(m_source->isRunning());
+        }
+        m_source->quit();
+        QVERIFY(m_source->shouldQuit());
+        QVERIFY(!m_source->isRunning());
+        QCOMPARE(m_source->isFinished(), isStarted);
+        m_source->quit();
+        QVERIFY(log.lines().isEmpty());
+    }
+
+    void shouldLeaveItsLoopAtOnceWhenToldToQuitBefore()
+    {
+        m_source->setAction(HVVideoSource::SeekAction);
+        m_source->setShouldQuit();
+        m_source->start();
+        QVERIFY(m_source->wait(LongWait));
+        QVERIFY(m_source->calls.names().isEmpty());
+    }
+
+    void shouldWakeWhoeverWaitsForAPicture()
+    {
+        auto waiter = std::make_shared<HVIdleWait>();
+        m_source->setupSource();
+        m_source->setFrameWaiter(waiter);
+        QSemaphore awake;
+        std::thread thread([&waiter, &awake] {
+            waiter->sleep(LongWait * 4);
+            awake.release();
+        });
+        m_source->push();
+        const bool isWoken = awake.tryAcquire(1, LongWait);
+        waiter->wake();
+        thread.join();
+        QVERIFY(isWoken);
+        waiter.reset();
+        m_source->push(); // nobody is left to wake
+    }
+
+    void shouldRememberAWakeThatComesBeforeTheSleep()
+    {
+        HVIdleWait idleWait;
+        idleWait.wake();
+        idleWait.wake();
+        QSemaphore first;
+        QSemaphore second;
+        std::thread thread([&] {
+            idleWait.sleep(LongWait * 4);
+            first.release();
+            idleWait.sleep(LongWait * 4); // both wakes are spent
+            second.release();
+        });
+        const bool isFirstOver = first.tryAcquire(1, LongWait);
+        const bool isSecondOver = second.tryAcquire(1, 20);
+        idleWait.wake();
+        const bool isWoken = isSecondOver || second.tryAcquire(1, LongWait);
+        idleWait.wake();
+        thread.join();
+        QVERIFY(isFirstOver);
+        QVERIFY(!isSecondOver);
+        QVERIFY(isWoken);
+    }
+
+    void shouldEndASleepByItself()
+    {
+        HVIdleWait().sleep(1);
+        m_source->idle();
+    }
+
+private:
+    std::unique_ptr<RequestedSource> m_source;
+    std::unique_ptr<SignalOrder> m_seen;
+};
+
+HOVLETS_TEST_MAIN(tst_HVVideoSource_Threads)
+
+#include "tst_hvvideosource_threads.moc"

@@ -1,0 +1,272 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "DebugLog.h"
+#include "DecodingSource.h"
+#include "TestMain.h"
+
+#include <atomic>
+#include <memory>
+#include <vector>
+
+using namespace Hovlets;
+
+namespace {
+
+constexpr int LongWait = DecodingSource::Patience;
+
+} // namespace
+
+/// Closing, seeking and other requests while it decodes, of any thread.
+class tst_HVVideoSourceFFMPEG_Requests : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+
+    void shouldCloseWhileItDecodes();
+    void shouldCloseOnRequest();
+    void shouldCloseForAnEmptySource();
+    void shouldLeaveItsLoopOnRequest();
+    void shouldIdleWhenItHasNothingToSeekOrDecode_data();
+    void shouldIdleWhenItHasNothingToSeekOrDecode();
+    void shouldSeekOnRequest();
+    void shouldResetItsClockWithoutAClip();
+    void shouldSetItsClockWhenItSeeks();
+    void shouldFollowQuickSwitches();
+    void shouldEndWhileItDecodes();
+    void shouldSayNothingWhenItQuitsWhileItDecodes();
+    void shouldDecodeBesideAnother();
+    void shouldAnswerManyThreadsWhileItDecodes();
+
+private:
+    DecodedClips m_clips;
+};
+
+void tst_HVVideoSourceFFMPEG_Requests::initTestCase()
+{
+    QVERIFY(!m_clips.usual().isEmpty());
+    QVERIFY(!m_clips.other().isEmpty());
+    QVERIFY(!m_clips.endless().isEmpty());
+}
+
+void tst_HVVideoSourceFFMPEG_Requests::shouldCloseWhileItDecodes()
+{
+    const DebugLog log;
+    DecodingSource source;
+    QVERIFY(source.setSource(QUrl::fromLocalFile(m_clips.endless())));
+    source.start();
+    QTRY_VERIFY_WITH_TIMEOUT(source.isFrameAvailable(2), LongWait);
+    source.close();
+    QVERIFY(!source.isOpen());
+    QTRY_COMPARE_WITH_TIMEOUT(source.action(), HVVideoSource::IdleAction, LongWait);
+    QVERIFY(source.isFrameAvailable(2));
+    QVERIFY(source.loadedFrameCount() < 200000);
+    QCOMPARE(source.seen.count(QStringLiteral("streamEnded")), 0);
+    QVERIFY(source.decode(m_clips.usual()));
+    QVERIFY(log.lines().isEmpty());
+}
+
+void tst_HVVideoSourceFFMPEG_Requests::shouldCloseOnRequest()
+{
+    DecodingSource source;
+    QVERIFY(source.setSource(QUrl::fromLocalFile(m_clips.endless())));
+    source.start();
+    QTRY_VERIFY_WITH_TIMEOUT(source.isFrameAvailable(0), LongWait);
+    source.setAction(HVVideoSource::CloseAction);
+    QTRY_VERIFY_WITH_TIMEOUT(source.actions.count(QStringLiteral("5")) > 0, LongWait);
+    QVERIFY(!source.isOpen());
+    QCOMPARE(source.action(), HVVideoSource::IdleAction);
+    QCOMPARE(source.actions.count(QStringLiteral("2")), 1);
+}
+
+void tst_HVVideoSourceFFMPEG_Requests::shouldCloseForAnEmptySource()
+{
+    DecodingSource source; // not started: this thread plays its part
+    source.changeSetSource(QUrl::fromLocalFile(m_clips.usual()));
+    QVERIFY(source.loadSource());
+    QVERIFY(source.isOpen());
+    source.changeSetSource(QUrl());
+    source.seen.take();
+    QVERIFY(!source.loadSource());
+    QVERIFY(!source.isOpen());
+    QVERIFY(source.seen.names().isEmpty());
+}
+
+void tst_HVVideoSourceFFMPEG_Requests::shouldLeaveItsLoopOnRequest()
+{
+    DecodingSource source;
+    source.start();
+    source.setAction(HVVideoSource::StopAction);
+    QVERIFY(source.wait(LongWait));
+    QVERIFY(!source.shouldQuit());
+}
+
+void tst_HVVideoSourceFFMPEG_Requests::shouldIdleWhenItHasNothingToSeekOrDecode_data()
+{
+    QTest::addColumn<int>("action");
+    QTest::newRow("seek") << int(HVVideoSource::SeekAction);
+    QTest::newRow("decode") << int(HVVideoSource::DecodeAction);
+    QTest::newRow("close") << int(HVVideoSource::CloseAction);
+}
+
+void tst_HVVideoSourceFFMPEG_Requests::shouldIdleWhenItHasNothingToSeekOrDecode()
+{
+    QFETCH(int, action);
+    DecodingSource source;
+    source.start();
+    source.setAction(HVVideoSource::Action(action));
+    QTRY_VERIFY_WITH_TIMEOUT(source.actions.count(QStringLiteral("5")) > 0, LongWait);
+    source.quit();
+    QCOMPARE(source.action(), HVVideoSource::IdleAction);
+    QCOMPARE(source.actions.names().first(), QString::number(action));
+    QVERIFY(source.seen.names().isEmpty());
+}
+
+void tst_HVVideoSourceFFMPEG_Requests::shouldSeekOnRequest()
+{
+    const QString path = m_clips.clip(QStringLiteral("seek.mov"), QStringLiteral("64x48"),
+                                      QStringLiteral("-c:v mjpeg -pix_fmt yuvj420p"));
+    DecodingSource source;
+    source.changeSetSource(QUrl::fromLocalFile(path));
+    QVERIFY(source.loadSource());
+    source.clearChanges();
+    // The action does not end by itself; seeking goes to the start of the clip.
+    source.changeSetAction(HVVideoSource::SeekAction);
+    source.start();
+    source.setAction(HVVideoSource::DecodeAction);
+    QTRY_COMPARE_WITH_TIMEOUT(source.seen.count(QStringLiteral("streamEnded")), 1, LongWait);
+    QVERIFY(source.pictures() == ClipFolder::pictures(path));
+}
+
+void tst_HVVideoSourceFFMPEG_Requests::shouldResetItsClockWithoutAClip()
+{
+    DecodingSource source;
+    QVERIFY(source.decode(m_clips.usual()));
+    QVERIFY(source.progress() > 0.0);
+    source.seen.take();
+    source.changeSetPosition(7);
+    QCOMPARE(source.seen.names(), QStringList(QStringLiteral("positionChanged")));
+    QCOMPARE(source.progress(), 0.0);
+    QCOMPARE(source.position(), quint64(0));
+    QVERIFY(source.decode(m_clips.other()));
+    QCOMPARE(source.getFrame(0).pts(), 0.0);
+}
+
+void tst_HVVideoSourceFFMPEG_Requests::shouldSetItsClockWhenItSeeks()
+{
+    const QString path = m_clips.clip(QStringLiteral("seek.mov"), QStringLiteral("64x48"),
+                                      QStringLiteral("-c:v mjpeg -pix_fmt yuvj420p"));
+    const QByteArray pictures = ClipFolder::pictures(path);
+    constexpr int Size = 64 * 48 * 4;
+    DecodingSource source;
+    source.changeSetSource(QUrl::fromLocalFile(path));
+    QVERIFY(source.loadSource());
+    source.seen.take();
+    source.changeSetPosition(6);
+    QCOMPARE(source.seen.names(), QStringList(QStringLiteral("positionChanged")));
+    source.start(); // the requests of the loading are still queued
+    QTRY_COMPARE_WITH_TIMEOUT(source.seen.count(QStringLiteral("streamEnded")), 1, LongWait);
+    QCOMPARE(source.loadedFrameCount(), quint64(4));
+    QVERIFY(source.pictures() == pictures.mid(6 * Size));
+    QVERIFY(qAbs(source.getFrame(0).pts() - 6 / 25.0) < 1e-9);
+    QVERIFY(qAbs(source.getFrame(3).pts() - 9 / 25.0) < 1e-9);
+}
+
+void tst_HVVideoSourceFFMPEG_Requests::shouldFollowQuickSwitches()
+{
+    const DebugLog log;
+    DecodingSource source;
+    source.start();
+    const QList<QUrl> urls { QUrl::fromLocalFile(m_clips.usual()),
+                             QUrl::fromLocalFile(m_clips.endless()),
+                             QUrl::fromLocalFile(m_clips.filePath(QStringLiteral("missing"))) };
+    for (int i = 0; i < 200; ++i) {
+        source.setSource(urls[i % urls.size()]);
+        if (i % 20 == 0)
+            source.isFrameAvailable(0);
+    }
+    QVERIFY(source.setSource(QUrl::fromLocalFile(m_clips.other())));
+    QTRY_VERIFY_WITH_TIMEOUT(source.source() == QUrl::fromLocalFile(m_clips.other())
+                                     && source.seen.count(QStringLiteral("streamEnded")) > 0
+                                     && source.action() == HVVideoSource::IdleAction,
+                             LongWait);
+    QVERIFY(source.pictures() == ClipFolder::pictures(m_clips.other()));
+}
+
+void tst_HVVideoSourceFFMPEG_Requests::shouldEndWhileItDecodes()
+{
+    const DebugLog log;
+    for (int i = 0; i < 50; ++i) {
+        HVVideoSourceFFMPEG source;
+        source.setSource(QUrl::fromLocalFile(m_clips.endless()));
+        source.start();
+        if (i % 2 == 0)
+            QTRY_VERIFY_WITH_TIMEOUT(source.isFrameAvailable(quint64(i)), LongWait);
+    }
+    QVERIFY(log.lines().isEmpty());
+}
+
+void tst_HVVideoSourceFFMPEG_Requests::shouldSayNothingWhenItQuitsWhileItDecodes()
+{
+    const DebugLog log;
+    DecodingSource source;
+    QVERIFY(source.setSource(QUrl::fromLocalFile(m_clips.endless())));
+    source.start();
+    QTRY_VERIFY_WITH_TIMEOUT(source.isFrameAvailable(0), LongWait);
+    source.quit();
+    QVERIFY(source.isFinished());
+    QVERIFY(source.loadedFrameCount() < 200000);
+    QCOMPARE(source.seen.count(QStringLiteral("streamEnded")), 0);
+    QVERIFY(log.lines().isEmpty());
+}
+
+void tst_HVVideoSourceFFMPEG_Requests::shouldDecodeBesideAnother()
+{
+    DecodingSource first;
+    DecodingSource second;
+    QVERIFY(first.setSource(QUrl::fromLocalFile(m_clips.usual())));
+    first.start();
+    QVERIFY(second.decode(m_clips.other()));
+    QTRY_COMPARE_WITH_TIMEOUT(first.seen.count(QStringLiteral("streamEnded")), 1, LongWait);
+    QVERIFY(first.pictures() == ClipFolder::pictures(m_clips.usual()));
+    QVERIFY(second.pictures() == ClipFolder::pictures(m_clips.other()));
+}
+
+void tst_HVVideoSourceFFMPEG_Requests::shouldAnswerManyThreadsWhileItDecodes()
+{
+    DecodingSource source;
+    std::atomic<bool> isOver { false };
+    std::atomic<int> wrong { 0 };
+    std::vector<std::unique_ptr<QThread>> askers;
+    for (int i = 0; i < 3; ++i) {
+        askers.emplace_back(QThread::create([&] {
+            while (!isOver) {
+                const quint64 count = source.loadedFrameCount();
+                if (count > 0 && source.getFrame(unsigned(count - 1)).isNull())
+                    ++wrong;
+                source.frameWidth();
+                source.frameHeight();
+                source.frameRate();
+                source.duration();
+                source.timeBase();
+                source.progress();
+                source.position();
+                source.isOpen();
+                source.source();
+                source.action();
+                QThread::yieldCurrentThread();
+            }
+        }));
+        askers.back()->start();
+    }
+    const bool isDecoded = source.decode(m_clips.usual());
+    isOver = true;
+    for (const auto &asker : askers)
+        asker->wait();
+    QVERIFY(isDecoded);
+    QCOMPARE(int(wrong), 0);
+}
+
+HOVLETS_TEST_MAIN(tst_HVVideoSourceFFMPEG_Requests)
+
+#include "tst_hvvideosourceffmpeg_requests.moc"
