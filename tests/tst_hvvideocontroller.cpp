@@ -341,7 +341,7 @@ private Q_SLOTS:
     void shouldDeleteItselfWhenTheThreadIsDone()
     {
         m_controller->start();
-        m_controller->setShouldQuit();
+        m_controller->quit();
         QTRY_VERIFY(!m_controller);
     }
 

@@ -59,6 +59,10 @@ public:
         return std::min(std::max(remaining, duration), LongestRest);
     }
 
+    /// Called by the thread at its end and by who has waited for it. QThread orders the two as
+    /// well, but by means that thread checkers do not see.
+    void threadEnded() const { const Locker locker(controllerMutex); }
+
     /// Keeps the clip's pace; only pausing and quitting end it early.
     void rest(double seconds)
     {
@@ -91,6 +95,9 @@ HVVideoController::HVVideoController(HVVideoSource *source, QObject *parent)
     d->source = source;
     setObjectName(QStringLiteral("Controller"));
     connect(this, &QThread::finished, this, &QObject::deleteLater);
+    // Connected last, so that quit() sees what the thread did, posting its deletion included.
+    connect(
+            this, &QThread::finished, this, [this] { d->threadEnded(); }, Qt::DirectConnection);
     if (!source)
         return;
     source->setFrameWaiter(d->idle);
@@ -287,8 +294,10 @@ bool HVVideoController::shouldQuit() const
 void HVVideoController::quit()
 {
     setShouldQuit();
-    if (wait(QuitTime))
+    if (wait(QuitTime)) {
+        d->threadEnded();
         return;
+    }
     qDebug() << "HVVideoController did not quit in a timely fashion";
     terminate();
     if (!wait(QuitTime))
