@@ -78,6 +78,8 @@ private Q_SLOTS:
         QTest::newRow("tag in a comment") << QByteArray("<!-- <b> -->\n<hovlets>") << false;
         QTest::newRow("letters of all scripts")
                 << QByteArray("<!-- <\xc3\xa4> -->\n<hovlets>") << false;
+        QTest::newRow("letter with an accent of its own")
+                << QByteArray("<!-- <e\xcc\x81> -->\n<hovlets>") << false;
         QTest::newRow("line end behind the name") << QByteArray("<hovlets\nlocale=\"\">") << false;
         QTest::newRow("space and line end") << QByteArray("<hovlets \r\nlocale=\"\">") << false;
         QTest::newRow("nothing behind the name") << QByteArray("<hovlets") << false;

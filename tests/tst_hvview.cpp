@@ -330,6 +330,10 @@ private Q_SLOTS:
         bench.view->setItemCursor(&item, name, QStringLiteral("tag"));
         QCOMPARE(item.cursor().shape(), shape);
 
+        item.setCursor(Qt::SizeAllCursor);
+        bench.view->setItemCursor(&item, QString(), QStringLiteral("tag")); // that of what is below
+        QCOMPARE(item.cursor().shape(), Qt::ArrowCursor);
+
         bench.view->setOverrideCursor(name);
         QVERIFY(QApplication::overrideCursor());
         QCOMPARE(QApplication::overrideCursor()->shape(), shape);

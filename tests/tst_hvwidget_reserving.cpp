@@ -267,6 +267,20 @@ private Q_SLOTS:
         QCOMPARE(other.countdown(), 3000);
     }
 
+    void shouldStandAloneWhenTheContainerDiesBeforeItMoves()
+    {
+        m_bench->host->container = new QWidget;
+        m_bench->show();
+        QPointer<HVWidget> popup = m_bench->popup();
+        popup->view()->setProperty("reserved", true); // as QML does, whose handler is to end first
+        delete m_bench->host->container;
+        m_bench->host->container = nullptr;
+        QTRY_COMPARE(popup->windowType(), Qt::Tool);
+        QVERIFY(popup->isVisible());
+        popup->close();
+        QTRY_VERIFY(!popup);
+    }
+
     void shouldDoNothingWhenItIsNoLongerReserved()
     {
         const QPointer<HVWidget> popup = pin();

@@ -42,8 +42,9 @@ std::optional<bool> namesHovlets(const QByteArray &text)
 {
     // Wants a character of the tag's rest on the same line: a root tag whose name ends its line is
     // not recognised.
-    static const QRegularExpression startTag(QStringLiteral("<(\\w+)\\s*(\\w|>|/>)"),
-                                             QRegularExpression::UseUnicodePropertiesOption);
+    static const QRegularExpression startTag(
+            QStringLiteral("<([\\w\\p{M}]+)\\s*([\\w\\p{M}]|>|/>)"),
+            QRegularExpression::UseUnicodePropertiesOption);
     constexpr int LongestLine = 1023; // a longer one counts as several
 
     QByteArray line;

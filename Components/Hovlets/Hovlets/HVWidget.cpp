@@ -137,8 +137,8 @@ void HVWidget::showWithContent(QObject *reference, const QPoint &pos, HVXmlEleme
     // at the old size and a place chosen by it.
     d->view->resize(d->view->sizeHint());
     // A countdown that began on the way from the last control must not hide this one's popup.
-    if (isVisible())
-        checkMousePosition(QCursor::pos());
+    if (isVisible() && isSafe(QCursor::pos()))
+        d->hideTimer->stop();
     showAnimated();
 }
 
@@ -340,9 +340,9 @@ void HVWidget::contentReservedChanged()
     // item whose handler pins the popup.
     const auto move = [this, position = pos(), target = QPointer<QWidget>(container)] {
         if (target)
-            dockPopup(*this, *target, position);
-        else
-            makeToolWindow(*this, position);
+            return dockPopup(*this, *target, position);
+        setAttribute(Qt::WA_DeleteOnClose); // also where the host's window died in the meantime
+        makeToolWindow(*this, position);
     };
     if (d->view->isReservedByQml())
         QMetaObject::invokeMethod(this, move, Qt::QueuedConnection);

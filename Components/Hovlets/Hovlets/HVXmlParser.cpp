@@ -10,6 +10,9 @@
 #include <QtCore/QPointer>
 #include <QXmlInputSource>
 
+#include <algorithm>
+#include <iterator>
+
 namespace Hovlets {
 
 namespace {
@@ -35,12 +38,33 @@ void log(const QString &message)
     qDebug().noquote() << message;
 }
 
+bool isReference(const QString &document, int at)
+{
+    const QChar sign = document.at(at);
+    const auto rest = QStringView(document).mid(at + 1);
+    if (sign == QLatin1Char('%')) // of an entity for declarations; others are text
+        return !rest.isEmpty()
+                && (rest.first().isLetter() || rest.first() == QLatin1Char('_')
+                    || rest.first() == QLatin1Char(':'));
+    if (sign != QLatin1Char('&'))
+        return false;
+    // A character reference may spell a sign that begins a reference.
+    const QLatin1String standing[] = { QLatin1String("amp;"), QLatin1String("lt;"),
+                                       QLatin1String("gt;"), QLatin1String("quot;"),
+                                       QLatin1String("apos;") };
+    return std::none_of(std::begin(standing), std::end(standing),
+                        [&](QLatin1String name) { return rest.startsWith(name); });
+}
+
 /// How often a document may refer to entities of its own; 0 when it has none.
 qint64 entityReferences(const QString &document)
 {
     if (!document.contains(QLatin1String("<!ENTITY")))
         return 0;
-    return qint64(document.count(QLatin1Char('&'))) + document.count(QLatin1Char('%'));
+    qint64 count = 0;
+    for (int i = 0; i < document.size(); ++i)
+        count += isReference(document, i) ? 1 : 0;
+    return count;
 }
 
 /// Writes the attributes to the properties of their names; false when a property is missing.

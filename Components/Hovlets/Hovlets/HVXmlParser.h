@@ -23,7 +23,8 @@ namespace Hovlets {
  *
  * A callback decides, element by element, what is built, so a caller can keep one entry of a large
  * file. A parse ends early, with one "Fatal error at" line in Qt's debug output, where the document
- * is not well-formed, nests deeper than 512 elements or delivers more than 64 Mi characters.
+ * is not well-formed, nests deeper than 512 elements or delivers more than 64 Mi characters. One
+ * that declares entities may refer to them 65,536 times, and with any of them to 64 Mi characters.
  *
  * One parser reads any number of documents in turn, on one thread at a time.
  */
