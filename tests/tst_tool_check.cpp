@@ -81,6 +81,7 @@ void tst_ToolCheck::shouldFindOneThingInAControlFile_data()
                 "locale='en_US'"),
         "");
     row("not well-formed", control("<hovlet key='a'><p></hovlet>"), "HV101 File.xml:2");
+    row("an end tag is missing", control("\n<hovlet key='a'>"), "HV101 File.xml:4");
     row("other element in the root", control("<hovlet key='a'/>\n<hovlt key='b'/>"),
         "HV103 File.xml:3");
     row("text in the root", control("text"), "HV103 File.xml:1");

@@ -12,6 +12,7 @@ class tst_ToolNew : public QObject
 
 private Q_SLOTS:
     void shouldMakeAPackageWithoutFindings();
+    void shouldTakeARelativeFolder();
     void shouldOverwriteNothing();
     void shouldRefuseWhatCannotNameAPackage_data();
     void shouldRefuseWhatCannotNameAPackage();
@@ -32,6 +33,20 @@ void tst_ToolNew::shouldMakeAPackageWithoutFindings()
     QCOMPARE(show.status, 0);
     QVERIFY2(show.output.contains("Default.hovlets") || show.output.contains("hovlets/packages"),
              show.output.constData());
+}
+
+void tst_ToolNew::shouldTakeARelativeFolder()
+{
+    const PackageFolder folder;
+    const QString before = QDir::currentPath();
+    QVERIFY(QDir::setCurrent(folder.path()));
+    const ToolRun run(
+            { QStringLiteral("new"), QStringLiteral("Help"), QStringLiteral("my/packages") });
+    QVERIFY(QDir::setCurrent(before));
+    QCOMPARE(run.error, QByteArray());
+    QCOMPARE(run.output, QByteArray("my/packages/Help.hovlets\n"));
+    QVERIFY(QFile::exists(folder.path()
+                          + QStringLiteral("/my/packages/Help.hovlets/Control/Help.xml")));
 }
 
 void tst_ToolNew::shouldOverwriteNothing()

@@ -10,5 +10,6 @@ void addCoverageCommand(Program &program);
 void addImportCommand(Program &program);
 void addListCommand(Program &program);
 void addNewCommand(Program &program);
+void addPreviewCommand(Program &program);
 void addRenderCommand(Program &program);
 void addShowCommand(Program &program);

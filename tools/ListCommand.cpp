@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Commands.h"
 #include "ContentIndex.h"
+#include "Entries.h"
 #include "Program.h"
-#include "XmlDocument.h"
 
 #include <QtCore/QJsonArray>
 
-#include <algorithm>
 #include <memory>
-#include <tuple>
 
 namespace {
 
@@ -18,59 +16,26 @@ struct Options
     std::string format;
 };
 
-struct Row
-{
-    QString package, locale, file, key;
-    int line = 0;
-};
-
-std::vector<Row> rowsOf(const ContentIndex &content, const QString &file)
-{
-    const XmlDocument document(file);
-    std::vector<Row> rows;
-    QString locale;
-    for (const XmlDocument::Element &element : document.elements()) {
-        if (element.level == 0)
-            locale = element.value(QStringLiteral("locale"));
-        if (element.level == 1 && element.name == QLatin1String("hovlet")
-            && element.has(QStringLiteral("key")))
-            rows.push_back({ content.packageOf(file), locale, file,
-                             element.value(QStringLiteral("key")),
-                             document.position(element.offset).line });
-    }
-    return rows;
-}
-
 int run(const Options &options)
 {
     const ContentIndex content(options.paths);
-    std::vector<Row> rows;
-    const QStringList files = content.controlFiles();
-    for (const QString &file : files) {
-        const std::vector<Row> more = rowsOf(content, file);
-        rows.insert(rows.end(), more.begin(), more.end());
-    }
-    std::stable_sort(rows.begin(), rows.end(), [](const Row &left, const Row &right) {
-        return std::tie(left.package, left.locale, left.file, left.line)
-                < std::tie(right.package, right.locale, right.file, right.line);
-    });
-
-    QJsonArray entries;
-    for (const Row &row : rows) {
+    QJsonArray rows;
+    for (const Entry &entry : entriesOf(content)) {
         if (options.format == "json") {
-            entries += QJsonObject { { QStringLiteral("key"), row.key },
-                                     { QStringLiteral("package"), row.package },
-                                     { QStringLiteral("locale"), row.locale },
-                                     { QStringLiteral("file"), row.file },
-                                     { QStringLiteral("line"), row.line } };
+            rows += QJsonObject { { QStringLiteral("key"), entry.key },
+                                  { QStringLiteral("package"), entry.package },
+                                  { QStringLiteral("locale"), entry.locale },
+                                  { QStringLiteral("file"), entry.file },
+                                  { QStringLiteral("line"), entry.line } };
             continue;
         }
-        const QString locale = row.locale.isEmpty() ? QStringLiteral("any") : row.locale;
+        const QString locale = entry.locale.isEmpty() ? QStringLiteral("any") : entry.locale;
         printText(QStringLiteral("%1\t%2\t%3\t%4:%5\n")
-                          .arg(row.package, locale, row.key, row.file, QString::number(row.line)));
+                          .arg(entry.package, locale, entry.key, entry.file,
+                               QString::number(entry.line)));
     }
     if (options.format == "json")
-        printJson({ { QStringLiteral("entries"), entries } });
+        printJson({ { QStringLiteral("entries"), rows } });
     return Clean;
 }
 

@@ -56,7 +56,7 @@ int run(const Options &options)
     if (QFileInfo::exists(package) || QFileInfo(package).isSymLink())
         throw ToolError(QStringLiteral("%1 is there already; choose another name").arg(package));
     for (const char *part : { "Control", "Resources" }) {
-        if (!folder.mkpath(package + QLatin1Char('/') + QLatin1String(part)))
+        if (!QDir().mkpath(package + QLatin1Char('/') + QLatin1String(part)))
             throw ToolError(
                     QStringLiteral("cannot make the folder %1; choose another DIR").arg(package));
     }

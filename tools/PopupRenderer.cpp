@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "PopupRenderer.h"
 
+#include "PopupHost.h"
 #include "Program.h"
 
-#include <HVInterface.h>
 #include <HVVideoComponent.h>
 #include <HVView.h>
 #include <HVWidget.h>
@@ -12,80 +12,12 @@
 #include <QtCore/QDeadlineTimer>
 #include <QtCore/QThread>
 #include <QtQuick/QQuickItem>
-#include <QtWidgets/QApplication>
-#include <QtWidgets/QToolTip>
 
 #include <algorithm>
 
 using namespace Hovlets;
 
-/// Keeps what the library has to say.
-class PopupRenderer::Host : public HVInterface
-{
-public:
-    explicit Host(HVContext &context)
-        : HVInterface(context, {})
-    {
-    }
-
-    void handleMessage(HVMessageType type, const QString &message) override
-    {
-        if (type <= HVMessageWarning || message.startsWith(QLatin1String("QML Warning"))
-            || message.startsWith(QLatin1String("Error"))
-            || message.startsWith(QLatin1String("Can't find")))
-            complaints += message.trimmed();
-    }
-
-    QStringList complaints;
-};
-
 namespace {
-
-QPalette paletteFor(bool dark)
-{
-    QPalette palette;
-    if (!dark) {
-        palette.setColor(QPalette::ToolTipBase, QColor(0xff, 0xff, 0xdc));
-        palette.setColor(QPalette::ToolTipText, Qt::black);
-        return palette;
-    }
-    const QColor text(0xf0, 0xf0, 0xf0);
-    palette = QPalette(QColor(0x40, 0x40, 0x40), QColor(0x35, 0x35, 0x35));
-    palette.setColor(QPalette::Base, QColor(0x23, 0x23, 0x23));
-    for (const QPalette::ColorRole role :
-         { QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText })
-        palette.setColor(role, text);
-    palette.setColor(QPalette::ToolTipBase, QColor(0x2b, 0x2b, 0x2b));
-    palette.setColor(QPalette::Link, QColor(0x6c, 0xb4, 0xff));
-    return palette;
-}
-
-void applyLook(const PopupLook &look)
-{
-    QApplication::setStyle(QStringLiteral("Fusion")); // which is there on every machine
-    const QPalette palette = paletteFor(look.dark);
-    QApplication::setPalette(palette);
-    QToolTip::setPalette(palette);
-    if (look.fontSize > 0) {
-        QFont font = QApplication::font();
-        font.setPointSizeF(look.fontSize);
-        QApplication::setFont(font);
-    }
-}
-
-HVContext contextFor(const PopupLook &look)
-{
-    HVContext context;
-    context.set(HVKeyHideDelay, 0);
-    context.set(HVKeyMessageLevel, HVMessageDebug);
-    context.set(HVKeyDocumentationEnabled, true); // links to topics are content, too
-    context.set(HVKeySimpleMode, look.simple);
-    if (!look.locale.empty())
-        context.set(HVKeyLocale, QString::fromStdString(look.locale));
-    if (!look.fallbackLocale.empty())
-        context.set(HVKeyFallbackLocale, QString::fromStdString(look.fallbackLocale));
-    return context;
-}
 
 template <typename Condition> void waitFor(Condition isMet, int milliseconds)
 {
@@ -134,7 +66,7 @@ PopupRenderer::PopupRenderer(const std::vector<std::string> &paths, const PopupL
 {
     applyLook(look);
     HVContext context = contextFor(look);
-    m_host = std::make_unique<Host>(context);
+    m_host = std::make_unique<PopupHost>(context);
     m_content = std::make_unique<ContentIndex>(paths, context, m_host.get());
     m_content->manager().setGlobalProperty(QStringLiteral("reducedMotion"), true);
 }
@@ -164,6 +96,7 @@ QImage PopupRenderer::render(const QString &key)
                                        "`hovlets list` prints the keys")
                                 .arg(key));
     HVView *view = m_content->manager().widget()->view();
+    view->statusHasChanged(view->status()); // which says what is wrong, if something is
     if (!view->rootObject())
         throw ToolError(QStringLiteral("The popup for \"%1\" has no user interface:\n%2")
                                 .arg(key, complaints().join(QLatin1Char('\n'))));
@@ -173,5 +106,5 @@ QImage PopupRenderer::render(const QString &key)
 
 QStringList PopupRenderer::complaints() const
 {
-    return m_host->complaints;
+    return m_host->complaints();
 }

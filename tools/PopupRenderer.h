@@ -2,6 +2,7 @@
 #pragma once
 
 #include "ContentIndex.h"
+#include "PopupLook.h"
 
 #include <QtCore/QString>
 #include <QtCore/QStringList>
@@ -11,15 +12,7 @@
 #include <string>
 #include <vector>
 
-/// How a popup is to look.
-struct PopupLook
-{
-    std::string locale;
-    std::string fallbackLocale;
-    bool dark = false;
-    bool simple = false;
-    double fontSize = 0; // points; 0 is the desktop's
-};
+class PopupHost;
 
 /*!
  * \brief Takes pictures of popups, as the library shows them.
@@ -46,8 +39,6 @@ public:
     QStringList complaints() const;
 
 private:
-    class Host;
-
-    std::unique_ptr<Host> m_host;
+    std::unique_ptr<PopupHost> m_host;
     std::unique_ptr<ContentIndex> m_content;
 };

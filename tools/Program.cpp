@@ -64,8 +64,16 @@ int Program::run(int argc, char **argv)
 
 int Program::runCommand(int argc, char **argv)
 {
-    if (!m_opensWindow && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+    const auto isSet = [](const char *name) { return !qEnvironmentVariableIsEmpty(name); };
+    if (!m_opensWindow && !isSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
+#if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
+    // Qt would abort.
+    if (m_opensWindow && !isSet("QT_QPA_PLATFORM") && !isSet("DISPLAY")
+        && !isSet("WAYLAND_DISPLAY"))
+        throw ToolError(QStringLiteral("there is no display to open a window on; "
+                                       "`hovlets render` takes pictures without one"));
+#endif
     qInstallMessageHandler(&handleMessage);
     const QApplication application(argc, argv);
     return m_run();
@@ -82,6 +90,27 @@ void addFormat(CLI::App &command, std::string &format, const std::vector<std::st
     command.add_option("--format", format, "How to print it")
             ->check(CLI::IsMember(formats))
             ->capture_default_str();
+}
+
+void addProperties(CLI::App &command, std::vector<std::string> &properties)
+{
+    command.add_option("--property", properties,
+                       "NAME=VALUE, what a placeholder %(NAME)s stands for; once for each")
+            ->take_all()
+            ->expected(1);
+}
+
+std::vector<QPair<QString, QString>> propertiesOf(const std::vector<std::string> &properties)
+{
+    std::vector<QPair<QString, QString>> pairs;
+    for (const std::string &property : properties) {
+        const QString text = QString::fromLocal8Bit(property.c_str());
+        const auto equals = text.indexOf(QLatin1Char('='));
+        if (equals <= 0)
+            throw ToolError(QStringLiteral("--property %1: write NAME=VALUE").arg(text));
+        pairs.emplace_back(text.left(equals), text.mid(equals + 1));
+    }
+    return pairs;
 }
 
 void printText(const QString &text)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QtCore/QJsonObject>
+#include <QtCore/QPair>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
@@ -59,6 +60,12 @@ void addPaths(CLI::App &command, std::vector<std::string> &paths);
 
 /// "--format", of the names in \a formats; the first is the default.
 void addFormat(CLI::App &command, std::string &format, const std::vector<std::string> &formats);
+
+/// "--property NAME=VALUE", any number of times.
+void addProperties(CLI::App &command, std::vector<std::string> &properties);
+
+/// The names and values; throws a ToolError for what is not such a pair.
+std::vector<QPair<QString, QString>> propertiesOf(const std::vector<std::string> &properties);
 
 void printText(const QString &text);
 void printJson(const QJsonObject &object);

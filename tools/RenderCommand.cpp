@@ -147,13 +147,8 @@ int run(Options &options)
                                        "contact sheet, or --output-dir DIR"));
     options.look.dark = options.palette == "dark";
     PopupRenderer renderer(paths, options.look);
-    for (const std::string &property : options.properties) {
-        const QString text = QString::fromLocal8Bit(property.c_str());
-        const auto equals = text.indexOf(QLatin1Char('='));
-        if (equals <= 0)
-            throw ToolError(QStringLiteral("--property %1: write NAME=VALUE").arg(text));
-        renderer.setProperty(text.left(equals), text.mid(equals + 1));
-    }
+    for (const auto &[name, value] : propertiesOf(options.properties))
+        renderer.setProperty(name, value);
     const int status = many ? renderMany(options, renderer) : renderOne(options, renderer);
     const QStringList complaints = renderer.complaints();
     for (const QString &complaint : complaints)
@@ -202,7 +197,6 @@ void addRenderCommand(Program &program)
     command.add_option("--font-size", options->look.fontSize, "The size of the font, in points")
             ->check(CLI::Range(4.0, 96.0));
     command.add_flag("--simple", options->look.simple, "The simple popup");
-    command.add_option("--property", options->properties,
-                       "NAME=VALUE, what a placeholder %(NAME)s stands for; once for each");
+    addProperties(command, options->properties);
     addFormat(command, options->format, { "text", "json" });
 }

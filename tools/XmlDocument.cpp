@@ -64,6 +64,13 @@ struct XmlHandlers
         if (!document.m_error.isEmpty())
             return;
         document.m_error = QString::fromUtf8(context->lastError.message).trimmed();
+        // The parser looks for the line of a start tag in a tree, and here is none.
+        if (!document.m_open.empty()) {
+            const XmlDocument::Element &open = document.m_elements[document.m_open.back()];
+            const int line = document.position(open.offset).line;
+            document.m_error.replace(QLatin1String(" line 0"),
+                                     QStringLiteral(" line %1").arg(line));
+        }
         document.m_errorPosition = { std::max(1, context->lastError.line),
                                      std::max(1, context->lastError.int2) };
     }

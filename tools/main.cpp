@@ -10,6 +10,7 @@ int main(int argc, char **argv)
     addImportCommand(program);
     addListCommand(program);
     addNewCommand(program);
+    addPreviewCommand(program);
     addRenderCommand(program);
     addShowCommand(program);
     return program.run(argc, argv);

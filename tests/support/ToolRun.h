@@ -4,6 +4,7 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
+#include <QtCore/QMap>
 #include <QtCore/QProcess>
 #include <QtCore/QProcessEnvironment>
 #include <QtCore/QStringList>
@@ -14,12 +15,14 @@
 class ToolRun
 {
 public:
-    explicit ToolRun(const QStringList &arguments)
+    explicit ToolRun(const QStringList &arguments, const QMap<QString, QString> &variables = {})
     {
         QProcess process;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         for (const char *name : { "DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM" })
             environment.remove(QLatin1String(name));
+        for (auto each = variables.begin(); each != variables.end(); ++each)
+            environment.insert(each.key(), each.value());
         process.setProcessEnvironment(environment);
         process.start(QStringLiteral(HOVLETS_PROGRAM), arguments);
         if (!process.waitForFinished(60000) || process.exitStatus() != QProcess::NormalExit) {

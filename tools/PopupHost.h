@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <HVInterface.h>
+
+#include <QtCore/QStringList>
+
+/*!
+ * \brief A host without an application, which keeps what its popups complain about.
+ */
+class PopupHost : public Hovlets::HVInterface
+{
+public:
+    explicit PopupHost(HVContext &context)
+        : HVInterface(context, {})
+    {
+    }
+
+    void handleMessage(Hovlets::HVMessageType type, const QString &message) override
+    {
+        if (type <= Hovlets::HVMessageWarning || message.startsWith(QLatin1String("QML Warning"))
+            || message.startsWith(QLatin1String("Error"))
+            || message.startsWith(QLatin1String("Can't find")))
+            m_complaints += message.trimmed();
+    }
+
+    /// Mistakes in QML, and files that are not found.
+    QStringList complaints() const { return m_complaints; }
+    void clearComplaints() { m_complaints.clear(); }
+
+private:
+    QStringList m_complaints;
+};

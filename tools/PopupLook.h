@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <HVContext.h>
+
+#include <string>
+
+/// How a popup is to look.
+struct PopupLook
+{
+    std::string locale;
+    std::string fallbackLocale;
+    bool dark = false;
+    bool simple = false;
+    double fontSize = 0; // points; 0 is the desktop's
+};
+
+/// Sets the application's style, palette and font.
+void applyLook(const PopupLook &look);
+
+/// What a host that looks like this would have set. Popups stay until they are told to go.
+HVContext contextFor(const PopupLook &look);
