@@ -2,6 +2,7 @@
 import QtQuick 2.15
 import QtQuick.Window 2.15
 import com.zandor.hovlets.qml 1.0
+import "Content.js" as Content
 
 // The entry's clip: its first picture, then it plays once. A click pauses it, plays on, or plays it
 // again; the bar below tells where it is and can be dragged. While the popup is hidden it pauses. It
@@ -90,7 +91,8 @@ Item {
         onClicked: clip.toggle()
 
         Accessible.role: Accessible.Button
-        Accessible.name: clip.playing ? "Pause" : clip.ended ? "Play again" : "Play"
+        Accessible.name: Content.translated(hovletView, clip.playing ? "Pause"
+                                                        : clip.ended ? "Play again" : "Play")
         Accessible.onPressAction: clip.toggle()
 
         PlayMark {

@@ -13,6 +13,7 @@ var MARKUP = new RegExp("</?(?:" + RICH_TAGS + ")" + TAG_END
 var SIMPLE_MARKUP = new RegExp("</?(?:b|strong|i|em|u)>|<br ?/?>|</a>|<a href=(?:\"[^\"&]*\"|'[^'&]*')>"
                                + "|&(?:lt|gt|amp|quot|nbsp);", "gi");
 var STRAY_BRACKET = new RegExp("<(?!/?(?:" + RICH_TAGS + ")" + TAG_END + ")", "gi");
+var ENTITIES = { lt: "<", gt: ">", amp: "&", quot: "\"", apos: "'", nbsp: "\u00a0" };
 var PLACEHOLDER = /%\([-_a-zA-Z0-9]+\)s/g;
 var LINK = /<a\s[^<>]*href\s*=\s*(?:"([^"]*)"|'([^']*)')[^<>]*>([\s\S]*?)<\/a\s*>/gi;
 
@@ -38,6 +39,34 @@ function read(entry, view) {
     reader.addParagraph(entry.content);
     reader.addChildren(children.filter(function(child) { return child.tagName !== "title"; }));
     return content;
+}
+
+/// Markup as it is read out.
+function spokenMarkup(markup) {
+    return simplified(markup.replace(/<(?:br|p|li|ul|ol)\b[^<>]*>/gi, " ").replace(/<[^<>]*>/g, ""))
+        .replace(/&(?:#x([0-9a-f]+)|#([0-9]+)|([a-z]+));/gi, function(all, hex, decimal, name) {
+            if (name)
+                return ENTITIES[name.toLowerCase()] || all;
+            return String.fromCharCode(hex ? parseInt(hex, 16) : parseInt(decimal, 10));
+        });
+}
+
+/// What a block says; nothing for a clip.
+function spoken(block) {
+    return block.format === "styled" || block.format === "rich" ? spokenMarkup(block.text)
+                                                                : block.text || "";
+}
+
+/// What there is to read beside the title, a line for each.
+function spokenContent(content, blocks) {
+    return [content.shortcut].concat(blocks.map(spoken)).filter(function(text) {
+        return text;
+    }).join("\n");
+}
+
+/// A text of the user interface's own, in the reader's language.
+function translated(view, text) {
+    return view ? view.translate(text, "HovletsUI") || text : text;
 }
 
 /// The first paragraph among \a blocks, in a list, or an empty list.

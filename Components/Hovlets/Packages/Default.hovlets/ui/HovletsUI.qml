@@ -37,6 +37,9 @@ import "Content.js" as Content
  * source text, and shown untranslated where the translation file lacks it. Then its placeholders
  * "%(name)s" are filled; their values are plain text.
  *
+ * The texts of the user interface itself have the context "HovletsUI": "Keep open", "Close", "Play",
+ * "Pause", "Play again", "Position in the clip", "Scroll". Screen readers read them; they are not shown.
+ *
  * With the global property "reducedMotion" set to true by the host a clip stays on its first picture
  * until it is clicked. Nothing else in the popup moves by itself.
  */

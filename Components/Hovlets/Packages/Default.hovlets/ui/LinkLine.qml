@@ -24,6 +24,7 @@ Item {
 
         Accessible.role: Accessible.Link
         Accessible.name: source
+        Accessible.onPressAction: line.clicked()
     }
 
     MouseArea {

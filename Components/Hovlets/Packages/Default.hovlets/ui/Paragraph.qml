@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 import QtQuick 2.15
+import "Content.js" as Content
 
 // Text that wraps at its width and tells how wide it would like to be.
 Text {
@@ -30,6 +31,9 @@ Text {
     // Explicit, so that a mirrored layout mirrors it.
     horizontalAlignment: Text.AlignLeft
     renderType: Text.NativeRendering
+
+    Accessible.role: Accessible.StaticText
+    Accessible.name: Content.spoken({ text: source, format: format })
 
     onLinkActivated: function(link) { linkFollowed(link); }
     onHoveredLinkChanged: {

@@ -2,6 +2,7 @@
 import QtQuick 2.15
 import QtQuick.Window 2.15
 import com.zandor.hovlets.qml 1.0
+import "Content.js" as Content
 
 // A popup that looks like the desktop's tooltips, as large as its content within limits; what is
 // higher scrolls. All sizes are settled as soon as the content is set: the popup is placed by them before
@@ -50,6 +51,7 @@ Rectangle {
     LayoutMirroring.childrenInherit: true
     Accessible.role: Accessible.ToolTip
     Accessible.name: header.title
+    Accessible.description: Content.spokenContent(content, blocks)
 
     width: contentWidth + margins + gutter
     height: Math.min(Math.max(fullHeight, pinnable ? theme.buttonSize + 2 * buttonMargin : 0),

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 import QtQuick 2.15
 import com.zandor.hovlets.qml 1.0
+import "Content.js" as Content
 
 // The desktop's scroll bar for a Flickable, in step with it. As wide as the desktop has it.
 HVScrollBar {
@@ -12,6 +13,9 @@ HVScrollBar {
 
     // Positions are cut to hundredths: what one side takes from the other must not come back.
     property bool inStep: false
+
+    Accessible.role: Accessible.ScrollBar
+    Accessible.name: Content.translated(hovletView, "Scroll")
 
     start: 0
     end: Math.max(0, flickable.contentHeight - flickable.height)

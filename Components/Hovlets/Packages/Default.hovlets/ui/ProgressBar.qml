@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 import QtQuick 2.15
+import "Content.js" as Content
 
 // A thin bar that shows a value from 0 to 1 and can be dragged to another.
 Item {
@@ -11,6 +12,10 @@ Item {
     signal grabbed()
     signal dragged(real value)
     signal released()
+
+    Accessible.role: Accessible.ProgressBar
+    Accessible.name: Content.translated(hovletView, "Position in the clip")
+    Accessible.description: Math.round(100 * value) + " %"
 
     height: Math.max(4, theme.smallGap)
 

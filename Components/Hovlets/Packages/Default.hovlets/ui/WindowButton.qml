@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 import QtQuick 2.15
+import "Content.js" as Content
 
 // Pins the popup and, once it is pinned, closes it.
 Item {
@@ -17,7 +18,7 @@ Item {
         objectName: "pin"
         theme: button.theme
         visible: !button.pinned
-        description: "Keep open"
+        description: Content.translated(hovletView, "Keep open")
         onClicked: hovletView.reserved = true
 
         PinIcon {
@@ -33,7 +34,7 @@ Item {
         objectName: "close"
         theme: button.theme
         visible: button.pinned
-        description: "Close"
+        description: Content.translated(hovletView, "Close")
         onClicked: hovletView.close()
 
         CloseIcon {

@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "DefaultUiBench.h"
+#include "TestMain.h"
+
+#include <QtGui/QAccessible>
+
+using namespace Hovlets;
+
+namespace {
+
+QString text(const char *latin1)
+{
+    return QString::fromLatin1(latin1);
+}
+
+} // namespace
+
+/// What a screen reader is told of the default user interface.
+class tst_DefaultUiAccessibility : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void cleanup()
+    {
+        if (m_bench)
+            QCOMPARE(m_bench->complaints(), QStringList());
+        m_bench.reset();
+    }
+
+    void shouldTellOfThePopup()
+    {
+        show("title=\"Save\" shortcut=\"Ctrl+S\"",
+             "<p>First &lt; <![CDATA[second]]></p><p><![CDATA[<b>Bold</b> &amp; "
+             "more<br>lines]]></p>"
+             "<link href=\"http://a.example/\">More</link>");
+        const QAccessibleInterface *popup = interfaceOf(m_bench->root());
+        QVERIFY(popup);
+        QCOMPARE(popup->role(), QAccessible::ToolTip);
+        QCOMPARE(popup->text(QAccessible::Name), text("Save"));
+        QCOMPARE(popup->text(QAccessible::Description),
+                 text("Ctrl+S\nFirst < second\nBold & more lines\nMore"));
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+        QVERIFY(!popup->state().invisible);
+#endif
+    }
+
+    void shouldTellOfTheSimplePopup()
+    {
+        m_bench = std::make_unique<DefaultUiBench>(
+                DefaultUiBench::entry("title=\"Save\"", "<p>One</p><p>Two</p>"));
+        m_bench->context().set(HVKeySimpleMode, true);
+        QVERIFY(m_bench->show());
+        const QAccessibleInterface *popup = interfaceOf(m_bench->root());
+        QCOMPARE(popup->role(), QAccessible::ToolTip);
+        QCOMPARE(popup->text(QAccessible::Name), text("Save"));
+        QCOMPARE(popup->text(QAccessible::Description), text("One"));
+    }
+
+    void shouldBeReachedFromTheWindow()
+    {
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+        QSKIP("Qt 5 hides the items in a widget from screen readers");
+#endif
+        show("title=\"Save\"", "<p>One</p>");
+        QVERIFY(findBelow(QAccessible::queryAccessibleInterface(m_bench->view()->window()),
+                          interfaceOf(m_bench->root())));
+    }
+
+    void shouldTellOfEachPart_data()
+    {
+        QTest::addColumn<QString>("item");
+        QTest::addColumn<int>("role");
+        QTest::addColumn<QString>("name");
+        QTest::newRow("title") << text("title") << int(QAccessible::StaticText) << text("Save");
+        QTest::newRow("text") << text("paragraph") << int(QAccessible::StaticText)
+                              << QString::fromUtf8("Bold\u00a0 \u20ac &x;");
+        QTest::newRow("link") << text("link") << int(QAccessible::Link) << text("More");
+        QTest::newRow("pin") << text("pin") << int(QAccessible::Button) << text("Keep open");
+    }
+
+    void shouldTellOfEachPart()
+    {
+        QFETCH(QString, item);
+        QFETCH(int, role);
+        QFETCH(QString, name);
+        show("title=\"Save\"",
+             "<p><![CDATA[<b>Bold</b>&nbsp; &#x20ac; &x;]]></p>"
+             "<link href=\"http://a.example/\">More</link>");
+        const QAccessibleInterface *part = interfaceOf(m_bench->item(qPrintable(item)));
+        QVERIFY(part);
+        QCOMPARE(int(part->role()), role);
+        QCOMPARE(part->text(QAccessible::Name), name);
+    }
+
+    void shouldTellOfTheScrollBar()
+    {
+        show("title=\"Save\"", QByteArray("<p>Line</p>").repeated(200));
+        const QAccessibleInterface *bar = interfaceOf(m_bench->item("scrollBar"));
+        QVERIFY(bar);
+        QCOMPARE(bar->role(), QAccessible::ScrollBar);
+        QCOMPARE(bar->text(QAccessible::Name), text("Scroll"));
+    }
+
+    void shouldFollowALinkWhenAsked()
+    {
+        show("title=\"Save\"", "<link href=\"http://a.example/\">More</link>");
+        QAccessibleInterface *link = interfaceOf(m_bench->item("link"));
+        QVERIFY(link->actionInterface());
+        QVERIFY(link->actionInterface()->actionNames().contains(
+                QAccessibleActionInterface::pressAction()));
+        link->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        QCOMPARE(m_bench->host.opened.size(), 1);
+        QCOMPARE(m_bench->host.opened.first().second, text("http://a.example/"));
+    }
+
+    void shouldPinWhenAsked()
+    {
+        show("title=\"Save\"", "");
+        const HVView *view = m_bench->view(); // the next popup has another
+        interfaceOf(m_bench->item("pin"))
+                ->actionInterface()
+                ->doAction(QAccessibleActionInterface::pressAction());
+        QVERIFY(view->reserved());
+    }
+
+    void shouldSpeakTheLanguageOfTheHost()
+    {
+        m_bench = std::make_unique<DefaultUiBench>(DefaultUiBench::entry("title=\"Save\""));
+        m_bench->host.translation = [](const QString &source, const QString &context) {
+            return context == text("HovletsUI") ? source.toUpper() : QString();
+        };
+        QVERIFY(m_bench->show());
+        QCOMPARE(interfaceOf(m_bench->item("pin"))->text(QAccessible::Name), text("KEEP OPEN"));
+    }
+
+private:
+    void show(const QByteArray &attributes, const QByteArray &children)
+    {
+        m_bench = std::make_unique<DefaultUiBench>(DefaultUiBench::entry(attributes, children));
+        QVERIFY(m_bench->show());
+    }
+
+    static QAccessibleInterface *interfaceOf(QQuickItem *item)
+    {
+        return QAccessible::queryAccessibleInterface(item);
+    }
+
+    static bool findBelow(const QAccessibleInterface *above, const QAccessibleInterface *wanted)
+    {
+        if (!above || above == wanted)
+            return above;
+        for (int i = 0; i < above->childCount(); ++i) {
+            if (findBelow(above->child(i), wanted))
+                return true;
+        }
+        return false;
+    }
+
+    std::unique_ptr<DefaultUiBench> m_bench;
+};
+
+HOVLETS_TEST_MAIN(tst_DefaultUiAccessibility)
+#include "tst_defaultui_accessibility.moc"
