@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "DefaultUiBench.h"
+#include "DefaultUiTest.h"
 #include "TestMain.h"
 
 #include <QtCore/QPointer>
@@ -9,18 +9,11 @@
 using namespace Hovlets;
 
 /// What the default user interface shows of an entry, and what a user can do with it.
-class tst_DefaultUi : public QObject
+class tst_DefaultUi : public DefaultUiTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void cleanup()
-    {
-        if (m_bench)
-            QCOMPARE(m_bench->complaints(), QStringList());
-        m_bench.reset();
-    }
-
     void shouldShowTitleShortcutParagraphsAndLinks()
     {
         showEntry("title=\"Save\" shortcut=\"Ctrl+S\"",
@@ -287,17 +280,6 @@ private Q_SLOTS:
     }
 
 private:
-    void make(const QByteArray &attributes, const QByteArray &children)
-    {
-        m_bench = std::make_unique<DefaultUiBench>(DefaultUiBench::entry(attributes, children));
-    }
-
-    void showEntry(const QByteArray &attributes, const QByteArray &children = {})
-    {
-        make(attributes, children);
-        QVERIFY(m_bench->show());
-    }
-
     static QStringList list(std::initializer_list<const char *> texts)
     {
         QStringList result;
@@ -314,8 +296,6 @@ private:
         image.fill(Qt::red);
         QVERIFY(image.save(path));
     }
-
-    std::unique_ptr<DefaultUiBench> m_bench;
 };
 
 HOVLETS_TEST_MAIN(tst_DefaultUi)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "DefaultUiBench.h"
+#include "DefaultUiTest.h"
 #include "TestMain.h"
 
 #include <QtGui/QAccessible>
@@ -16,24 +16,17 @@ QString text(const char *latin1)
 } // namespace
 
 /// What a screen reader is told of the default user interface.
-class tst_DefaultUiAccessibility : public QObject
+class tst_DefaultUiAccessibility : public DefaultUiTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void cleanup()
-    {
-        if (m_bench)
-            QCOMPARE(m_bench->complaints(), QStringList());
-        m_bench.reset();
-    }
-
     void shouldTellOfThePopup()
     {
-        show("title=\"Save\" shortcut=\"Ctrl+S\"",
-             "<p>First &lt; <![CDATA[second]]></p><p><![CDATA[<b>Bold</b> &amp; "
-             "more<br>lines]]></p>"
-             "<link href=\"http://a.example/\">More</link>");
+        showEntry("title=\"Save\" shortcut=\"Ctrl+S\"",
+                  "<p>First &lt; <![CDATA[second]]></p><p><![CDATA[<b>Bold</b> &amp; "
+                  "more<br>lines]]></p>"
+                  "<link href=\"http://a.example/\">More</link>");
         const QAccessibleInterface *popup = interfaceOf(m_bench->root());
         QVERIFY(popup);
         QCOMPARE(popup->role(), QAccessible::ToolTip);
@@ -62,7 +55,7 @@ private Q_SLOTS:
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
         QSKIP("Qt 5 hides the items in a widget from screen readers");
 #endif
-        show("title=\"Save\"", "<p>One</p>");
+        showEntry("title=\"Save\"", "<p>One</p>");
         QVERIFY(findBelow(QAccessible::queryAccessibleInterface(m_bench->view()->window()),
                           interfaceOf(m_bench->root())));
     }
@@ -84,9 +77,9 @@ private Q_SLOTS:
         QFETCH(QString, item);
         QFETCH(int, role);
         QFETCH(QString, name);
-        show("title=\"Save\"",
-             "<p><![CDATA[<b>Bold</b>&nbsp; &#x20ac; &x;]]></p>"
-             "<link href=\"http://a.example/\">More</link>");
+        showEntry("title=\"Save\"",
+                  "<p><![CDATA[<b>Bold</b>&nbsp; &#x20ac; &x;]]></p>"
+                  "<link href=\"http://a.example/\">More</link>");
         const QAccessibleInterface *part = interfaceOf(m_bench->item(qPrintable(item)));
         QVERIFY(part);
         QCOMPARE(int(part->role()), role);
@@ -95,7 +88,7 @@ private Q_SLOTS:
 
     void shouldTellOfTheScrollBar()
     {
-        show("title=\"Save\"", QByteArray("<p>Line</p>").repeated(200));
+        showEntry("title=\"Save\"", QByteArray("<p>Line</p>").repeated(200));
         const QAccessibleInterface *bar = interfaceOf(m_bench->item("scrollBar"));
         QVERIFY(bar);
         QCOMPARE(bar->role(), QAccessible::ScrollBar);
@@ -104,7 +97,7 @@ private Q_SLOTS:
 
     void shouldFollowALinkWhenAsked()
     {
-        show("title=\"Save\"", "<link href=\"http://a.example/\">More</link>");
+        showEntry("title=\"Save\"", "<link href=\"http://a.example/\">More</link>");
         QAccessibleInterface *link = interfaceOf(m_bench->item("link"));
         QVERIFY(link->actionInterface());
         QVERIFY(link->actionInterface()->actionNames().contains(
@@ -116,7 +109,7 @@ private Q_SLOTS:
 
     void shouldPinWhenAsked()
     {
-        show("title=\"Save\"", "");
+        showEntry("title=\"Save\"", "");
         const HVView *view = m_bench->view(); // the next popup has another
         interfaceOf(m_bench->item("pin"))
                 ->actionInterface()
@@ -135,12 +128,6 @@ private Q_SLOTS:
     }
 
 private:
-    void show(const QByteArray &attributes, const QByteArray &children)
-    {
-        m_bench = std::make_unique<DefaultUiBench>(DefaultUiBench::entry(attributes, children));
-        QVERIFY(m_bench->show());
-    }
-
     static QAccessibleInterface *interfaceOf(QQuickItem *item)
     {
         return QAccessible::queryAccessibleInterface(item);
@@ -156,8 +143,6 @@ private:
         }
         return false;
     }
-
-    std::unique_ptr<DefaultUiBench> m_bench;
 };
 
 HOVLETS_TEST_MAIN(tst_DefaultUiAccessibility)

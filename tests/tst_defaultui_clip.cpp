@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ClipFolder.h"
 #include "DebugLog.h"
-#include "DefaultUiBench.h"
+#include "DefaultUiTest.h"
 #include "HVVideoComponent.h"
 #include "TestMain.h"
 
@@ -10,18 +10,11 @@
 using namespace Hovlets;
 
 /// The clip of an entry in the default user interface.
-class tst_DefaultUiClip : public QObject
+class tst_DefaultUiClip : public DefaultUiTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void cleanup()
-    {
-        if (m_bench)
-            QCOMPARE(m_bench->complaints(), QStringList());
-        m_bench.reset();
-    }
-
     void shouldGrowByTheClip()
     {
         showClip(LongClip);
@@ -282,7 +275,6 @@ private:
 
     QImage grabPicture() { return m_bench->grab().copy(m_bench->place(picture()).toRect()); }
 
-    std::unique_ptr<DefaultUiBench> m_bench;
     ClipFolder m_clips;
 };
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "DefaultUiBench.h"
+#include "DefaultUiTest.h"
 #include "TestMain.h"
 
 #include <QtGui/QScreen>
@@ -9,7 +9,7 @@
 using namespace Hovlets;
 
 /// Colours, fonts, sizes and layout of the default user interface.
-class tst_DefaultUiLooks : public QObject
+class tst_DefaultUiLooks : public DefaultUiTest
 {
     Q_OBJECT
 
@@ -22,9 +22,7 @@ private Q_SLOTS:
 
     void cleanup()
     {
-        if (m_bench)
-            QCOMPARE(m_bench->complaints(), QStringList());
-        m_bench.reset();
+        DefaultUiTest::cleanup();
         QToolTip::setPalette(m_palette);
         QApplication::setFont(m_font);
         QApplication::setLayoutDirection(Qt::LeftToRight);
@@ -304,17 +302,6 @@ private Q_SLOTS:
     }
 
 private:
-    void make(const QByteArray &attributes, const QByteArray &children)
-    {
-        m_bench = std::make_unique<DefaultUiBench>(DefaultUiBench::entry(attributes, children));
-    }
-
-    void showEntry(const QByteArray &attributes, const QByteArray &children = {})
-    {
-        make(attributes, children);
-        QVERIFY(m_bench->show());
-    }
-
     static void setColours(const QColor &base, const QColor &text, const QColor &link)
     {
         QPalette palette;
@@ -368,7 +355,6 @@ private:
 
     QPalette m_palette;
     QFont m_font;
-    std::unique_ptr<DefaultUiBench> m_bench;
 };
 
 HOVLETS_TEST_MAIN(tst_DefaultUiLooks)

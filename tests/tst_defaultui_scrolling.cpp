@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "DefaultUiBench.h"
+#include "DefaultUiTest.h"
 #include "TestMain.h"
 
 #include <QtGui/QWheelEvent>
@@ -8,18 +8,11 @@
 using namespace Hovlets;
 
 /// Content that is higher than the popup may be.
-class tst_DefaultUiScrolling : public QObject
+class tst_DefaultUiScrolling : public DefaultUiTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void cleanup()
-    {
-        if (m_bench)
-            QCOMPARE(m_bench->complaints(), QStringList());
-        m_bench.reset();
-    }
-
     void shouldScrollLongContent_data()
     {
         QTest::addColumn<QString>("how");
@@ -120,8 +113,6 @@ private:
             QTest::mouseMove(window, from.toPoint() + QPoint(0, distance));
         QTest::mouseRelease(window, Qt::LeftButton, {}, from.toPoint() + QPoint(0, down));
     }
-
-    std::unique_ptr<DefaultUiBench> m_bench;
 };
 
 HOVLETS_TEST_MAIN(tst_DefaultUiScrolling)

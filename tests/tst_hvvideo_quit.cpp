@@ -41,13 +41,14 @@ private:
     std::mutex m_running;
 };
 
-class BusySource : public FakeVideoSource
+template <typename Thread> class BusyThread : public Thread
 {
 public:
-    ~BusySource() override
+    using Thread::Thread;
+    ~BusyThread() override
     {
         busy.end();
-        wait();
+        this->wait();
     }
 
     Busy busy;
@@ -55,27 +56,7 @@ public:
 protected:
     void run() override
     {
-        setTerminationEnabled(false);
-        busy.run();
-    }
-};
-
-class BusyController : public HVVideoController
-{
-public:
-    using HVVideoController::HVVideoController;
-    ~BusyController() override
-    {
-        busy.end();
-        wait();
-    }
-
-    Busy busy;
-
-protected:
-    void run() override
-    {
-        setTerminationEnabled(false);
+        Thread::setTerminationEnabled(false);
         busy.run();
     }
 };
@@ -130,8 +111,8 @@ void tst_HVVideo_Quit::shouldTellOfAThreadThatDoesNotEnd()
     QFETCH(bool, isController);
     QFETCH(QStringList, lines);
     const int patience = int(lines.size());
-    BusySource source;
-    BusyController controller(&source, nullptr);
+    BusyThread<FakeVideoSource> source;
+    BusyThread<HVVideoController> controller(&source, nullptr);
     QCOMPARE(isController ? linesOfQuitting(&controller, patience)
                           : linesOfQuitting(&source, patience),
              lines);
