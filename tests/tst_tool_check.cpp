@@ -51,6 +51,8 @@ private Q_SLOTS:
     void shouldFindOneThingInAControlFile();
     void shouldTellWhyAFileIsNotIndexed_data();
     void shouldTellWhyAFileIsNotIndexed();
+    void shouldTellOfAFileThatCannotBeRead();
+    void shouldTellOfAFolderWithoutPackages();
     void shouldFindSymbolicLinks();
     void shouldFindEntriesThatAnotherFileHides_data();
     void shouldFindEntriesThatAnotherFileHides();
@@ -63,6 +65,7 @@ private Q_SLOTS:
     void shouldWriteSarif();
     void shouldWriteJunit();
     void shouldListTheCodes();
+    void shouldColourLevelsOnATerminal();
 };
 
 void tst_ToolCheck::shouldFindOneThingInAControlFile_data()
@@ -165,6 +168,24 @@ void tst_ToolCheck::shouldTellWhyAFileIsNotIndexed()
     folder.addControlFile(QStringLiteral("P"), QStringLiteral("P"), control("<hovlet key='a'/>"));
     folder.add(path, content);
     QCOMPARE(found({}, folder.path()), QStringList { expected });
+}
+
+void tst_ToolCheck::shouldTellOfAFileThatCannotBeRead()
+{
+    const PackageFolder folder;
+    QFile file(folder.addControlFile(QStringLiteral("P"), QStringLiteral("A"),
+                                     control("<hovlet key='a'/>")));
+    QVERIFY(file.setPermissions({}));
+    if (QFileInfo(file.fileName()).isReadable())
+        QSKIP("This user may read everything");
+    QCOMPARE(found({}, folder.path()), QStringList { QStringLiteral("HV116 A.xml:1") });
+}
+
+void tst_ToolCheck::shouldTellOfAFolderWithoutPackages()
+{
+    const PackageFolder folder;
+    const QString name = QFileInfo(folder.path()).fileName();
+    QCOMPARE(found({}, folder.path()), QStringList { QStringLiteral("HV117 %1:1").arg(name) });
 }
 
 void tst_ToolCheck::shouldFindSymbolicLinks()
@@ -320,7 +341,7 @@ void tst_ToolCheck::shouldWriteSarif()
 void tst_ToolCheck::shouldWriteJunit()
 {
     PackageFolder folder;
-    folder.addControlFile(QStringLiteral("P"), QStringLiteral("A"), control("<hovlet/>"));
+    folder.addControlFile(QStringLiteral("P"), QStringLiteral("A"), control("<hovlet/><hovlet/>"));
     folder.addControlFile(QStringLiteral("P"), QStringLiteral("B"), control("<hovlet key='a'/>"));
     const ToolRun run(arguments("junit", folder.path()));
     QXmlStreamReader xml(run.output);
@@ -333,8 +354,40 @@ void tst_ToolCheck::shouldWriteJunit()
     QCOMPARE(names.mid(0, 2),
              (QStringList { QStringLiteral("testsuites"), QStringLiteral("testsuite") }));
     QCOMPARE(names.count(QStringLiteral("testcase")), 2);
-    QCOMPARE(names.count(QStringLiteral("failure")), 1);
+    QCOMPARE(names.count(QStringLiteral("failure")), 2);
+    QVERIFY2(run.output.contains("tests=\"2\" failures=\"1\""), run.output.constData());
     QVERIFY(run.output.contains("HV201"));
+}
+
+void tst_ToolCheck::shouldColourLevelsOnATerminal()
+{
+    const QString script = QStandardPaths::findExecutable(QStringLiteral("script"));
+    if (script.isEmpty())
+        QSKIP("There is no program here that makes a terminal");
+    PackageFolder folder;
+    folder.addControlFile(QStringLiteral("P"), QStringLiteral("A"), control("<hovlet/>"));
+    const auto output = [&](bool hasTerminal, const QString &noColour) {
+        QProcess process;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("NO_COLOR"), noColour);
+        process.setProcessEnvironment(environment);
+        const QString program = QStringLiteral(HOVLETS_PROGRAM);
+        if (hasTerminal)
+            process.start(script,
+                          { QStringLiteral("-qc"),
+                            QStringLiteral("'%1' check '%2'").arg(program, folder.path()),
+                            QStringLiteral("/dev/null") });
+        else
+            process.start(program, { QStringLiteral("check"), folder.path() });
+        process.waitForFinished();
+        return process.readAllStandardOutput();
+    };
+    const QByteArray coloured = output(true, {});
+    QVERIFY2(coloured.contains("\x1b[1;31merror\x1b[0m"), coloured.constData());
+    for (const QByteArray &plain : { output(true, QStringLiteral("1")), output(false, {}) }) {
+        QVERIFY2(plain.contains("error"), plain.constData());
+        QVERIFY2(!plain.contains('\x1b'), plain.constData());
+    }
 }
 
 void tst_ToolCheck::shouldListTheCodes()
