@@ -53,6 +53,7 @@ private Q_SLOTS:
     void shouldSayWhenThereAreNoEntries();
     void shouldOutliveTheFolder();
     void shouldFillPlaceholders();
+    void shouldShowWhatTheHostAdds();
     void shouldNotOpenWithoutADisplay();
     void shouldNotOpenWhatIsNoFolder();
 
@@ -325,6 +326,22 @@ void tst_ToolPreview::shouldFillPlaceholders()
                   "hovletView.interpolate(\"%(zoom)s\") }");
     open();
     QCOMPARE(title(), text("50 %"));
+}
+
+void tst_ToolPreview::shouldShowWhatTheHostAdds()
+{
+    m_options.check.keyData = m_folder->add(text("keys.xml"),
+                                            "<hovletkeys><key name=\"eraser\" hint=\"Rubber\"/>"
+                                            "</hovletkeys>")
+                                      .toStdString();
+    m_folder->add(text("extra/ui/HovletsUI.qml"),
+                  "import QtQuick 2.0\nItem { width: 60; height: 33; property string title: "
+                  "hovlet.attribute(\"hint\") }");
+    QVERIFY(QFile::remove(m_folder->path() + text("/Draw.hovlets/ui/HovletsUI.qml")));
+    m_options.check.extraPath = (m_folder->path() + text("/extra")).toStdString();
+    open();
+    QCOMPARE(title(), text("Rubber"));
+    QCOMPARE(popup()->view()->height(), 33);
 }
 
 void tst_ToolPreview::shouldNotOpenWithoutADisplay()

@@ -48,7 +48,6 @@ void addPreviewCommand(Program &program)
             ->capture_default_str();
     command.add_flag("--simple", preview.look.simple, "Begin with the simple popup");
     addProperties(command, options->properties);
-    command.add_option("--key-data", preview.check.keyData,
-                       "The host's file of attributes by key, to check it as well");
+    command.add_option("--key-data", preview.check.keyData, "The host's file of attributes by key");
     command.add_option("--extra-path", preview.check.extraPath, "The host's folder of components");
 }

@@ -3,8 +3,7 @@
 
 #include "Program.h"
 
-#include <algorithm>
-#include <iterator>
+#include <utility>
 
 using namespace Hovlets;
 
@@ -24,7 +23,7 @@ PreviewContent::~PreviewContent()
     m_content.reset(); // tells the host, to the end
 }
 
-void PreviewContent::load(const std::vector<std::string> &paths, const PopupLook &look)
+void PreviewContent::load(const CheckOptions &options, const PopupLook &look)
 {
     m_entries.clear();
     m_content.reset();
@@ -33,9 +32,13 @@ void PreviewContent::load(const std::vector<std::string> &paths, const PopupLook
     HVContext context = contextFor(look);
     context.set(HVKeyPopupIsWindow, true); // a part of this window, not one of its own
     context.set(HVKeyTrackHover, false); // the controls here have no hovlets
+    if (!options.keyData.empty())
+        context.set(HVKeyKeyDataFile, QString::fromLocal8Bit(options.keyData.c_str()));
+    if (!options.extraPath.empty())
+        context.set(HVKeyExtraComponentPath, QString::fromLocal8Bit(options.extraPath.c_str()));
     m_host = std::make_unique<PopupHost>(context);
     try {
-        m_content = std::make_unique<ContentIndex>(paths, context, m_host.get());
+        m_content = std::make_unique<ContentIndex>(options.paths, context, m_host.get());
         m_entries = entriesOf(*m_content);
     } catch (const ToolError &error) {
         m_content.reset();
@@ -46,10 +49,18 @@ void PreviewContent::load(const std::vector<std::string> &paths, const PopupLook
 void PreviewContent::check(const CheckOptions &options)
 {
     m_findings.clear();
+    m_findingsByKey.clear();
     try {
         m_findings = checkContent(options).sorted();
     } catch (const ToolError &error) {
         m_error = QString::fromUtf8(error.what());
+    }
+    for (const Finding &finding : std::as_const(m_findings)) {
+        for (const Entry &entry : m_entries) {
+            const int line = finding.position.line;
+            if (entry.file == finding.file && line >= entry.line && line < entry.endLine)
+                m_findingsByKey[entry.key] += finding;
+        }
     }
 }
 
@@ -85,18 +96,4 @@ QStringList PreviewContent::packagesOf(const QString &key) const
             packages += entry.package;
     }
     return sorted(packages);
-}
-
-QList<Finding> PreviewContent::findingsOf(const QString &key) const
-{
-    const auto concerns = [&](const Finding &finding) {
-        return std::any_of(m_entries.begin(), m_entries.end(), [&](const Entry &entry) {
-            const int line = finding.position.line;
-            return entry.key == key && entry.file == finding.file && line >= entry.line
-                    && line < entry.endLine;
-        });
-    };
-    QList<Finding> findings;
-    std::copy_if(m_findings.begin(), m_findings.end(), std::back_inserter(findings), concerns);
-    return findings;
 }

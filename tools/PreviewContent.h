@@ -7,6 +7,8 @@
 #include "PopupHost.h"
 #include "PopupLook.h"
 
+#include <QtCore/QHash>
+
 #include <memory>
 
 /*!
@@ -19,10 +21,10 @@ class PreviewContent
 public:
     ~PreviewContent();
 
-    /// Reads the entries. What cannot be read leaves nothing, and an error().
-    void load(const std::vector<std::string> &paths, const PopupLook &look);
+    /// Reads the entries of the options' paths. What cannot be read leaves nothing, and an error().
+    void load(const CheckOptions &options, const PopupLook &look);
 
-    /// Checks the content; slower, as it opens each clip.
+    /// Checks what was loaded; slower, as it opens each clip.
     void check(const CheckOptions &options);
 
     QString error() const { return m_error; }
@@ -42,12 +44,13 @@ public:
     QStringList packagesOf(const QString &key) const;
 
     const QList<Finding> &findings() const { return m_findings; }
-    QList<Finding> findingsOf(const QString &key) const;
+    QList<Finding> findingsOf(const QString &key) const { return m_findingsByKey.value(key); }
 
 private:
     std::unique_ptr<PopupHost> m_host;
     std::unique_ptr<ContentIndex> m_content;
     std::vector<Entry> m_entries;
     QList<Finding> m_findings;
+    QHash<QString, QList<Finding>> m_findingsByKey;
     QString m_error;
 };

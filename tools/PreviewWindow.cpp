@@ -231,7 +231,7 @@ void PreviewWindow::loadContent()
 {
     m_popup->showText({}); // it uses the content
     applyLook(m_options.look);
-    m_content.load(m_options.check.paths, m_options.look);
+    m_content.load(m_options.check, m_options.look);
     if (!m_content.manager())
         return;
     for (const auto &[name, value] : m_options.properties)
