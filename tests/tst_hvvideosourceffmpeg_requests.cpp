@@ -32,6 +32,8 @@ private Q_SLOTS:
     void shouldSeekOnRequest();
     void shouldResetItsClockWithoutAClip();
     void shouldSetItsClockWhenItSeeks();
+    void shouldSeekInTheDirectionOfTheClock_data();
+    void shouldSeekInTheDirectionOfTheClock();
     void shouldFollowQuickSwitches();
     void shouldEndWhileItDecodes();
     void shouldSayNothingWhenItQuitsWhileItDecodes();
@@ -170,6 +172,32 @@ void tst_HVVideoSourceFFMPEG_Requests::shouldSetItsClockWhenItSeeks()
     QVERIFY(source.pictures() == pictures.mid(6 * Size));
     QVERIFY(qAbs(source.getFrame(0).pts() - 6 / 25.0) < 1e-9);
     QVERIFY(qAbs(source.getFrame(3).pts() - 9 / 25.0) < 1e-9);
+}
+
+void tst_HVVideoSourceFFMPEG_Requests::shouldSeekInTheDirectionOfTheClock_data()
+{
+    QTest::addColumn<QList<int>>("positions");
+    QTest::newRow("on, to the key picture behind") << QList<int> { 3 };
+    QTest::newRow("back, to the key picture before") << QList<int> { 9, 7 };
+}
+
+void tst_HVVideoSourceFFMPEG_Requests::shouldSeekInTheDirectionOfTheClock()
+{
+    QFETCH(QList<int>, positions);
+    const QString path = m_clips.clip(QStringLiteral("keys.mov"), QStringLiteral("64x48"),
+                                      QStringLiteral("-c:v mpeg4 -g 5 -bf 0"));
+    const QByteArray pictures = ClipFolder::pictures(path);
+    constexpr int Size = 64 * 48 * 4;
+    constexpr int Key = 5; // the second of its key pictures
+    DecodingSource source;
+    source.changeSetSource(QUrl::fromLocalFile(path));
+    QVERIFY(source.loadSource());
+    for (const int position : positions)
+        source.changeSetPosition(position);
+    source.start();
+    QTRY_COMPARE_WITH_TIMEOUT(source.seen.count(QStringLiteral("streamEnded")), 1, LongWait);
+    QCOMPARE(source.loadedFrameCount(), quint64(10 - Key));
+    QVERIFY(source.pictures() == pictures.mid(Key * Size));
 }
 
 void tst_HVVideoSourceFFMPEG_Requests::shouldFollowQuickSwitches()
