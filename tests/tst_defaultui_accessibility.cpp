@@ -107,14 +107,19 @@ private Q_SLOTS:
         QCOMPARE(m_bench->host.opened.first().second, text("http://a.example/"));
     }
 
-    void shouldPinWhenAsked()
+    void shouldPinAndCloseWhenAsked()
     {
         showEntry("title=\"Save\"", "");
-        const HVView *view = m_bench->view(); // the next popup has another
+        const QPointer<HVWidget> popup = m_bench->host.popup(); // no longer its popup then
         interfaceOf(m_bench->item("pin"))
                 ->actionInterface()
                 ->doAction(QAccessibleActionInterface::pressAction());
-        QVERIFY(view->reserved());
+        QVERIFY(popup->view()->reserved());
+        QQuickItem *close =
+                DefaultUiBench::itemsOf(popup->view()->rootObject(), text("close")).value(0);
+        QVERIFY(close);
+        interfaceOf(close)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        QTRY_VERIFY(popup.isNull());
     }
 
     void shouldSpeakTheLanguageOfTheHost()
