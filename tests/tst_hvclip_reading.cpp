@@ -24,6 +24,7 @@ private Q_SLOTS:
     void shouldEndAStreamThatNeverYieldsAPicture();
     void shouldDecodeOnAfterASeek_data();
     void shouldDecodeOnAfterASeek();
+    void shouldDecodeAgainWhenItSeeksAtTheEnd();
 
 private:
     ClipFolder m_clips;
@@ -115,6 +116,25 @@ void tst_HVClip_Reading::shouldDecodeOnAfterASeek()
     clip->seek(seconds, backward);
     constexpr int Size = 64 * 48 * 4;
     for (int i = first; i < 10; ++i) {
+        const QString wrong = difference(packed(clip->nextPicture()), pictures.mid(i * Size, Size));
+        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+    }
+    QVERIFY(clip->nextPicture().isNull());
+}
+
+void tst_HVClip_Reading::shouldDecodeAgainWhenItSeeksAtTheEnd()
+{
+    const QString path = m_clips.clip(QStringLiteral("seek.mov"), QStringLiteral("64x48"),
+                                      QStringLiteral("-c:v mjpeg -pix_fmt yuvj420p"));
+    const QByteArray pictures = opaque(ClipFolder::pictures(path));
+    const auto clip = newClip();
+    QCOMPARE(clip->open(path), nullptr);
+    for (int i = 0; i < 10; ++i)
+        QVERIFY(!clip->nextPicture().isNull());
+
+    clip->seekTo(0, 0); // before it is known that there are no more
+    constexpr int Size = 64 * 48 * 4;
+    for (int i = 0; i < 10; ++i) {
         const QString wrong = difference(packed(clip->nextPicture()), pictures.mid(i * Size, Size));
         QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
     }

@@ -86,13 +86,26 @@ private Q_SLOTS:
 
     void shouldTellOfTheStyleAndThenOfTheTextEachTime()
     {
+        const QColor usual(Qt::darkGreen);
+        QPalette palette = m_palette;
+        palette.setColor(QPalette::Active, QPalette::WindowText, usual);
+        QApplication::setPalette(palette);
         HVStyledRectangleComponent rectangle;
+        // Whoever reads the values when he is told finds the new ones.
+        bool isToolTip = false;
+        const auto look = [&] {
+            QCOMPARE(rectangle.toolTipStyle(), isToolTip);
+            QCOMPARE(rectangle.textColor(), isToolTip ? QColor(Qt::black) : usual);
+        };
+        connect(&rectangle, &HVStyledRectangleComponent::toolTipStyleChanged, this, look);
+        connect(&rectangle, &HVStyledRectangleComponent::textColorChanged, this, look);
         SignalOrder seen;
         seen.note(&rectangle, &HVStyledRectangleComponent::toolTipStyleChanged,
                   QStringLiteral("style"));
         seen.note(&rectangle, &HVStyledRectangleComponent::textColorChanged,
                   QStringLiteral("text"));
         for (const bool style : { true, true, false, false }) {
+            isToolTip = style;
             rectangle.setToolTipStyle(style);
             QCOMPARE(rectangle.toolTipStyle(), style);
             QCOMPARE(seen.take(), QStringList({ QStringLiteral("style"), QStringLiteral("text") }));

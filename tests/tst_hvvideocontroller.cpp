@@ -9,6 +9,9 @@
 #include <limits>
 #include <memory>
 
+#include <chrono>
+#include <future>
+
 using namespace Hovlets;
 
 Q_DECLARE_METATYPE(Hovlets::HVVideoController::State)
@@ -317,6 +320,43 @@ private Q_SLOTS:
         const QDateTime time = QDateTime::currentDateTime().addDays(-2);
         m_controller->setLastFrameDisplayTime(time);
         QCOMPARE(m_controller->lastFrameDisplayTime(), time);
+    }
+
+    void shouldRestForBothWhenItIsTwoPicturesAhead()
+    {
+        m_source->rate = 5;
+        m_source->push(4);
+        m_controller->setState(HVVideoController::Playing);
+        m_controller->setPosition(0); // as if one before it were on screen
+        m_controller->presentFrame();
+        QCOMPARE(m_controller->position(), quint64(1));
+        m_controller->setLastFrameDisplayTime(QDateTime()); // no time since
+        QElapsedTimer timer;
+        timer.start();
+        m_controller->presentFrame();
+        // A rest is never shorter; how much longer is the machine's business.
+        QVERIFY2(timer.elapsed() >= 2 * 200 - 1, qPrintable(QString::number(timer.elapsed())));
+    }
+
+    void shouldNotWaitForLongToTellWhetherItIsToQuit()
+    {
+        m_source->push(2);
+        m_controller->setPosition(2);
+        std::future<bool> answer;
+        bool isAnswered = false;
+        connect(
+                m_controller.data(), &HVVideoController::positionChanged, this,
+                [&] {
+                    answer = std::async(std::launch::async,
+                                        [this] { return m_controller->shouldQuit(); });
+                    isAnswered =
+                            answer.wait_for(std::chrono::seconds(30)) == std::future_status::ready;
+                },
+                Qt::DirectConnection);
+        m_controller->play(); // from the start, of which it tells while it holds its lock
+        QVERIFY(answer.valid());
+        QVERIFY(isAnswered);
+        QVERIFY(!answer.get());
     }
 
     void shouldQuitWithoutAWord()

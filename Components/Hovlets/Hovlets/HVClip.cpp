@@ -194,6 +194,10 @@ void HVClip::seek(double seconds, bool backward)
 void HVClip::seekTo(qint64 target, int flags)
 {
     av_seek_frame(m_format.get(), m_stream->index, target, flags);
+    if (!m_draining)
+        return;
+    avcodec_flush_buffers(m_codec.get()); // it was told that there is no more
+    m_draining = false;
 }
 
 double HVClip::duration() const

@@ -18,7 +18,8 @@ class HVVideoSource;
  * the clip's frame rate, and tells the display to fetch a picture.
  *
  * A clip plays once and pauses where the decoded pictures end, whether or not the decoder is still
- * at work. All operations may be called from any thread; the signals come from the controller's.
+ * at work. All operations may be called from any thread. Signals come from the thread that changes
+ * something: the caller's, or while a clip plays and when a picture is due the controller's.
  * The owner starts the thread. When the thread finishes, the object deletes itself later.
  *
  * The controller's mutex is taken before those of the source, never after.
