@@ -39,8 +39,8 @@ public:
     /// Always 0: the controller knows the position.
     virtual quint64 position();
 
-    /// How far the decoding is, by the clock: from 0 to 1 for the first clip, and on from there for the
-    /// next, as the clock goes on. 0 when the clip does not tell its duration.
+    /// How far the decoding is, by the clock: from 0 to 1 for the first clip, and on from there for
+    /// the next, as the clock goes on. 0 when the clip does not tell its duration.
     virtual double progress();
 
 protected:
