@@ -6,48 +6,15 @@
 #include "HVEntryScan.h"
 #include "HVIndex.h"
 #include "HVXmlElement.h"
-#include "HVXmlParser.h"
 #include "PackageFolder.h"
 #include "TestMain.h"
-
-#include <QXmlInputSource>
+#include "WholeParse.h"
 
 using namespace Hovlets;
 
 namespace {
 
 const QLocale english(QStringLiteral("en_US"));
-
-/// Counts by itself which elements are open.
-class CountingParser : public HVXmlParser
-{
-public:
-    using HVXmlParser::HVXmlParser;
-
-    bool startElement(const QString &uri, const QString &local, const QString &qName,
-                      const QXmlAttributes &atts) override
-    {
-        ++open;
-        return HVXmlParser::startElement(uri, local, qName, atts);
-    }
-
-    bool endElement(const QString &uri, const QString &local, const QString &qName) override
-    {
-        --open;
-        return HVXmlParser::endElement(uri, local, qName);
-    }
-
-    int open = 0;
-};
-
-int generate(const QString &qName, const QXmlAttributes &attributes, void *key)
-{
-    if (qName == QLatin1String("hovlets"))
-        return 1;
-    if (qName != QLatin1String("hovlet"))
-        return 12;
-    return attributes.value(QStringLiteral("key")) == *static_cast<QString *>(key) ? 3 : 12;
-}
 
 /// All that can be read off a tree.
 QString described(const HVXmlElement *entry, HVXmlElement *root)
@@ -65,26 +32,18 @@ QString described(const HVXmlElement *entry, HVXmlElement *root)
 }
 
 /// What a look-up by parsing the whole file finds.
-QString parsed(const QByteArray &file, QString key, const QString &path)
+QString parsed(const QByteArray &file, const QString &key, const QString &path)
 {
-    CountingParser parser(&generate, &key);
-    QXmlInputSource source;
-    source.setData(file);
-    const QList<QObject *> objects = parser.read(source);
-    auto *root = objects.size() == 1 ? qobject_cast<HVXmlElement *>(objects.constFirst()) : nullptr;
-    auto *entry = root && root->children().size() == 1 && parser.open == 0
-            ? qobject_cast<HVXmlElement *>(root->children().constFirst())
-            : nullptr;
-    const QString locale = root ? root->attribute(QStringLiteral("locale")) : QString();
+    const WholeParse parse(file, key);
+    HVXmlElement *entry = parse.entry();
+    const QString locale = entry ? parse.root()->attribute(QStringLiteral("locale")) : QString();
     if (!locale.isEmpty() && QLocale(locale) != english)
         entry = nullptr;
     if (entry) {
         entry->setAttribute(QStringLiteral("HVLocation"), path);
         entry->setAttribute(QStringLiteral("HVPackagName"), QString());
     }
-    const QString result = described(entry, root);
-    qDeleteAll(objects);
-    return result;
+    return described(entry, parse.root());
 }
 
 QString loaded(HVIndex &index, const QString &key, const QString &path)

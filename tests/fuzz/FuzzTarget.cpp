@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "FuzzTarget.h"
+
+#include <QtGui/QGuiApplication>
+
+#include <cstdio>
+#include <memory>
+
+namespace {
+
+/// Bad content is reported as debug output, a line for nearly every input here.
+void dropDebugOutput(QtMsgType type, const QMessageLogContext &, const QString &message)
+{
+    if (type == QtCriticalMsg || type == QtFatalMsg)
+        fprintf(stderr, "%s\n", qPrintable(message));
+}
+
+} // namespace
+
+int LLVMFuzzerInitialize(int *argc, char ***argv)
+{
+    qInstallMessageHandler(&dropDebugOutput);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    static const auto application = std::make_unique<QGuiApplication>(*argc, *argv);
+    return 0;
+}

@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "HVXmlElement.h"
+#include "HVXmlParser.h"
+
+#include <QtCore/QString>
+#include <QXmlInputSource>
+
+/*!
+ * \brief Looks a key up in a control file by parsing all of it, without a search before.
+ *
+ * What a look-up through the index has to find as well. Owns what it has built.
+ */
+class WholeParse : public Hovlets::HVXmlParser
+{
+public:
+    WholeParse(const QByteArray &file, const QString &key)
+        : HVXmlParser(&WholeParse::generate, &m_key)
+        , m_key(key)
+    {
+        QXmlInputSource source;
+        source.setData(file);
+        m_objects = read(source);
+        m_root = m_objects.size() == 1
+                ? qobject_cast<Hovlets::HVXmlElement *>(m_objects.constFirst())
+                : nullptr;
+    }
+
+    ~WholeParse() override { qDeleteAll(m_objects); }
+
+    /// The top of the tree, or null.
+    Hovlets::HVXmlElement *root() const { return m_root; }
+
+    /// The entry for the key, whatever its locale, or null: of two there is none.
+    Hovlets::HVXmlElement *entry() const
+    {
+        return m_root && m_root->children().size() == 1 && m_open == 0
+                ? qobject_cast<Hovlets::HVXmlElement *>(m_root->children().constFirst())
+                : nullptr;
+    }
+
+    bool startElement(const QString &uri, const QString &local, const QString &qName,
+                      const QXmlAttributes &atts) override
+    {
+        ++m_open;
+        return HVXmlParser::startElement(uri, local, qName, atts);
+    }
+
+    bool endElement(const QString &uri, const QString &local, const QString &qName) override
+    {
+        --m_open;
+        return HVXmlParser::endElement(uri, local, qName);
+    }
+
+private:
+    static int generate(const QString &qName, const QXmlAttributes &attributes, void *key)
+    {
+        if (qName == QLatin1String("hovlets"))
+            return GenerateAsk;
+        if (qName != QLatin1String("hovlet"))
+            return SkipElement | SkipChildren;
+        return attributes.value(QStringLiteral("key")) == *static_cast<QString *>(key)
+                ? GenerateAsk | GenerateAll
+                : SkipElement | SkipChildren;
+    }
+
+    QString m_key;
+    QList<QObject *> m_objects;
+    Hovlets::HVXmlElement *m_root = nullptr;
+    int m_open = 0; // counted by itself, not asked of what is tested
+};
