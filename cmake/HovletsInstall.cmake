@@ -5,10 +5,10 @@
 #   Data     the default packages
 #   Headers  headers and the CMake package "Hovlets"
 #   Dev      what a host links with: the CMake package and the pkg-config file of one Qt
-#   Tools    the program for authors
+#   Tools    the program for authors, `hovlets`; that of the build for Qt 5 is `hovlets-qt5`
 #
 # The builds for Qt 6 and Qt 5 can share a prefix: what they do not both name after their Qt (Data,
-# Headers and Tools) is the same in both.
+# Headers and what belongs to the program) is the same in both.
 
 include(CMakePackageConfigHelpers)
 

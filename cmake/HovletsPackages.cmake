@@ -17,7 +17,8 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS
     "${CMAKE_CURRENT_BINARY_DIR}/Components/Hovlets/Hovlets"
     "${CMAKE_CURRENT_BINARY_DIR}/Components/Hovlets/Assist")
 set(CPACK_COMPONENTS_ALL Runtime Data Headers Dev)
-if(TARGET hovlets)
+# The program is the same for all content; one package of it will do.
+if(TARGET hovlets AND QT_VERSION_MAJOR EQUAL 6)
     list(APPEND CPACK_COMPONENTS_ALL Tools)
 endif()
 
@@ -51,7 +52,7 @@ hovlets_deb(Data hovlets-data misc "the default content packages" ALL)
 hovlets_deb(Headers hovlets-headers libdevel "headers and CMake package for all Qt" ALL)
 hovlets_deb(Dev lib${CPACK_PACKAGE_NAME}-${_qt}-dev libdevel "what hosts on ${HOVLETS_QT} link with"
     DEPENDS "libhovlets-${_qt}-${PROJECT_VERSION_MAJOR} ${_same}, hovlets-headers ${_same}, ${_qt_dev}, pkg-config, libavformat-dev, libavcodec-dev, libavutil-dev, libswscale-dev")
-if(TARGET hovlets)
+if("Tools" IN_LIST CPACK_COMPONENTS_ALL)
     hovlets_deb(Tools hovlets-tools devel "the program for content authors"
         DEPENDS "hovlets-data ${_same}, ${_qml}")
 endif()

@@ -102,6 +102,8 @@ private Q_SLOTS:
                 << QByteArray("<!--" + QByteArray(3000, 'x') + "--><hovlets>") << true;
         QTest::newRow("in the first piece")
                 << QByteArray(QByteArray(1014, ' ') + "<hovlets>") << true;
+        QTest::newRow("one byte too far")
+                << QByteArray(QByteArray(1015, ' ') + "<hovlets>") << false;
         QTest::newRow("across two pieces")
                 << QByteArray(QByteArray(1016, ' ') + "<hovlets>") << false;
         QTest::newRow("in the second piece")

@@ -176,6 +176,13 @@ private Q_SLOTS:
         QCOMPARE(m_index->keys(), list("Q P R"));
         QVERIFY(m_index->store(nullptr, QLocale::c(), r, 3));
         QCOMPARE(m_index->keys(), list("Q P R R"));
+
+        // What is known already maps no package either.
+        const QString s =
+                m_folder->addControlFile(QStringLiteral("Bar"), QStringLiteral("s"), entries("S"));
+        QVERIFY(m_index->store(nullptr, QLocale::c(), s, 2));
+        m_index->indexControlFile(s, package("Bar"));
+        QVERIFY(m_index->componentPathsForPackageNamed(QStringLiteral("Bar")).isEmpty());
     }
 
     void shouldIndexOnlyControlFilesBelowTheirPackage()

@@ -209,6 +209,17 @@ private Q_SLOTS:
         QCOMPARE(manager.widget(), nullptr);
     }
 
+    void shouldMakeThePopupBelowTheGivenParent()
+    {
+        RecordingHost host(*m_context, {});
+        OpenManager manager(&host, *m_context, {}, nullptr);
+        QWidget parent;
+        manager.initializeTooltipWindow(&parent);
+        QCOMPARE(manager.widget()->parentWidget(), &parent);
+        manager.initializeTooltipWindow(nullptr);
+        QCOMPARE(manager.widget()->parentWidget(), nullptr);
+    }
+
     void shouldMakeThePopupWithTheFirstShow()
     {
         RecordingHost host(*m_context, {});

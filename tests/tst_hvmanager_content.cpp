@@ -70,6 +70,25 @@ private Q_SLOTS:
         QVERIFY2(pattern.match(messages.at(1)).hasMatch(), qPrintable(messages.at(1)));
     }
 
+    void shouldTellTheTimeOfBothLookUpsInSeconds()
+    {
+        MadeUpIndex index;
+        index.answer = [&index](const QString &key, QString &, int &, HVXmlElement *&root) {
+            QThread::msleep(20);
+            if (index.asked.size() == 1)
+                return static_cast<HVXmlElement *>(nullptr);
+            root = new HVXmlElement;
+            return MadeUpIndex::entry(key, root);
+        };
+        HoverScene scene;
+        scene.start(&index);
+        QVERIFY(scene.show(text("x")));
+        QCOMPARE(index.asked.size(), 2);
+        const QString told = scene.host().messagesOf(HVMessageInformation).value(1);
+        QVERIFY2(told.startsWith(text("Retrieved x in 0.")), qPrintable(told));
+        QVERIFY2(told.section(QLatin1Char(' '), 3, 3).toDouble() >= 0.04, qPrintable(told));
+    }
+
     void shouldTakePercentSignsInKeysAsTheyAre()
     {
         HoverScene scene;

@@ -127,6 +127,47 @@ private Q_SLOTS:
         QVERIFY(!scene.isShowing());
     }
 
+    void shouldLetAllOtherEventsThrough_data()
+    {
+        QTest::addColumn<QEvent::Type>("type");
+        QTest::newRow("left") << QEvent::ApplicationDeactivate;
+        QTest::newRow("move") << QEvent::MouseMove;
+        QTest::newRow("press") << QEvent::MouseButtonPress;
+        QTest::newRow("release") << QEvent::MouseButtonRelease;
+        QTest::newRow("other") << QEvent::Wheel;
+    }
+
+    void shouldLetAllOtherEventsThrough()
+    {
+        // Installed before the library's, so that it sees what that lets through.
+        class Watcher : public QObject
+        {
+        public:
+            int seen = 0;
+            const QObject *receiver = nullptr;
+
+        protected:
+            bool eventFilter(QObject *object, QEvent *) override
+            {
+                seen += object == receiver ? 1 : 0;
+                return object == receiver;
+            }
+        } watcher;
+        qApp->installEventFilter(&watcher);
+        QFETCH(QEvent::Type, type);
+        HoverScene scene;
+        QVERIFY(scene.show(text("a")));
+        watcher.receiver = scene.control;
+        QMouseEvent mouse = mouseMove({ 700, 700 });
+        QMouseEvent button(type, QPointF(), QPointF(), Qt::LeftButton, Qt::LeftButton, {});
+        QEvent other(type);
+        const bool isButton =
+                type == QEvent::MouseButtonPress || type == QEvent::MouseButtonRelease;
+        QEvent *event = type == QEvent::MouseMove ? &mouse : isButton ? &button : &other;
+        QCoreApplication::sendEvent(scene.control, event);
+        QCOMPARE(watcher.seen, 1);
+    }
+
     // Clicks
 
     void shouldHideAtAClickOutside_data()

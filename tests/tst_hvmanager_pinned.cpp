@@ -155,6 +155,33 @@ private Q_SLOTS:
         scene.manager().raise();
     }
 
+    void shouldShowThePinnedPopupsFromTheLastToTheFirst()
+    {
+        class Watcher : public QObject
+        {
+        public:
+            QObjectList shown;
+
+        protected:
+            bool eventFilter(QObject *object, QEvent *event) override
+            {
+                if (event->type() == QEvent::Show)
+                    shown += object;
+                return false;
+            }
+        } watcher;
+        HoverScene scene;
+        std::vector<std::unique_ptr<HVWidget>> pinned;
+        for (int i = 0; i < 3; ++i) {
+            QVERIFY(scene.show(text("a")));
+            pinned.emplace_back(scene.pin())->installEventFilter(&watcher);
+        }
+        watcher.shown.clear();
+        scene.manager().setStayOnTop(true);
+        QCOMPARE(watcher.shown,
+                 (QObjectList { pinned[2].get(), pinned[1].get(), pinned[0].get() }));
+    }
+
     void shouldForgetPinnedPopupsThatTheUserCloses()
     {
         HoverScene scene;
@@ -167,15 +194,23 @@ private Q_SLOTS:
         QCOMPARE(scene.manager().hovletAttribute(text("a"), text("key"), {}), text("a"));
     }
 
+    void shouldPassOverPopupsThatCloseMeanwhile_data()
+    {
+        QTest::addColumn<bool>("raises");
+        QTest::newRow("raised") << true;
+        QTest::newRow("kept on top") << false;
+    }
+
     void shouldPassOverPopupsThatCloseMeanwhile()
     {
+        QFETCH(bool, raises);
         HoverScene scene;
         QVERIFY(scene.show(text("a")));
         QPointer<HVWidget> first = scene.pin();
         QVERIFY(scene.show(text("b")));
         const std::unique_ptr<HVWidget> second(scene.pin());
 
-        // Whoever sees the one come up closes the other.
+        // Whoever sees the last come up closes the first.
         class Closer : public QObject
         {
         public:
@@ -184,16 +219,19 @@ private Q_SLOTS:
         protected:
             bool eventFilter(QObject *, QEvent *event) override
             {
-                if (event->type() == QEvent::Show)
+                if (event->type() == QEvent::Show || event->type() == QEvent::ZOrderChange)
                     delete other;
                 return false;
             }
         } closer;
         closer.other = first;
         second->installEventFilter(&closer);
-        scene.manager().setStayOnTop(true);
+        if (raises)
+            scene.manager().raise();
+        else
+            scene.manager().setStayOnTop(true);
         QVERIFY(!first);
-        QVERIFY(second->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+        QCOMPARE(second->windowFlags().testFlag(Qt::WindowStaysOnTopHint), !raises);
     }
 
     // Popups that outlive the manager

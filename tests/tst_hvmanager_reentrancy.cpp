@@ -151,6 +151,24 @@ private Q_SLOTS:
         QVERIFY(show("b"));
     }
 
+    void shouldMakeAnotherPopupWhenItGoesDuringTheLookUp()
+    {
+        QPointer<HVWidget> popup;
+        MadeUpIndex index([&popup](const QString &key, QString &, int &, HVXmlElement *&root) {
+            delete popup.data();
+            root = new HVXmlElement;
+            return MadeUpIndex::entry(key, root);
+        });
+        HVContext context;
+        RecordingHost host(context, { m_packages->path() }, &index);
+        QVERIFY(host.manager()->show(text("a"), {}, m_control));
+        popup = host.popup();
+        QVERIFY(host.manager()->show(text("b"), {}, m_control));
+        QVERIFY(!popup);
+        QVERIFY(host.popup()->isVisible());
+        QCOMPARE(host.view()->content()->attribute(text("key")), text("b"));
+    }
+
     void shouldMakeItsTranslatorWithTheFirstText()
     {
         QVERIFY(show("a"));

@@ -3,6 +3,7 @@
 #include "TestMain.h"
 
 #include <QtCore/QPropertyAnimation>
+#include <QtQuick/QQuickItem>
 
 using namespace Hovlets;
 
@@ -67,6 +68,7 @@ private Q_SLOTS:
         QCOMPARE(QApplication::keyboardModifiers(), held);
         QTEST(scene.show(text("a")), "shows");
         QTEST(scene.isShowing(), "shows");
+        QTEST(scene.popup() != nullptr, "shows");
         QTest::mouseRelease(&scene.window, Qt::RightButton, Qt::NoModifier);
     }
 
@@ -233,6 +235,22 @@ private Q_SLOTS:
         QVERIFY(scene.show(text("s")));
         QCOMPARE(scene.host().shortcutsAskedFor, QStringList { text("s") });
         QTEST(scene.view()->content()->attribute(text("shortcut")), "expected");
+    }
+
+    void shouldHaveTheShortcutWhenThePopupShows()
+    {
+        HoverScene scene;
+        scene.packages.add(
+                text("Scene.hovlets/ui/HovletsUI.qml"),
+                PackageFolder::userInterface(
+                        200, 100, "property string shortcut: hovlet.attribute(\"shortcut\")"));
+        const auto shown = [&scene] { return scene.view()->rootObject()->property("shortcut"); };
+        scene.host().shortcut = text("F7");
+        QVERIFY(scene.show(text("a")));
+        QCOMPARE(shown(), QVariant(text("F7")));
+        scene.host().shortcut = text("F8");
+        QVERIFY(scene.show(text("b")));
+        QCOMPARE(shown(), QVariant(text("F8")));
     }
 
     void shouldAskForTheShortcutOfTheHoveredKeyAndObject()

@@ -22,7 +22,7 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("slot");
         QTest::addColumn<QList<QByteArray>>("parameters");
         QTest::newRow("showWithContent")
-                << QByteArray("showWithContent(QObject*,QPoint,Hovlets::HVXmlElement*,QString)")
+                << QByteArray("showWithContent(QObject*,QPoint,HVXmlElement*,QString)")
                 << Names { "reference", "pos", "content", "rootPath" };
         QTest::newRow("findVisibleGeometry")
                 << QByteArray("findVisibleGeometry(QRect,bool*)") << Names { "geometry", "move" };

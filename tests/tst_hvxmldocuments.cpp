@@ -183,10 +183,16 @@ private Q_SLOTS:
         HVXmlParser parser;
         const QByteArray body = "<a>" + QByteArray("&e;").repeated(70000) + "</a>";
 
-        const QByteArray parameters = QByteArray("<!-- %e; -->").repeated(70000);
-        for (const QByteArray &flood : { body, QByteArray(parameters + "<a/>") }) {
+        const QByteArray parameters = QByteArray("<!-- %e; -->").repeated(70000) + "<a/>";
+        const QByteArray declared = "<!DOCTYPE a [<!ENTITY e 'x'>";
+        QList<QByteArray> floods { declared + "]>" + body, declared + "]>" + parameters };
+        for (const char *spelled : { "&#38;e;", "&#x26;e;", "&#037;e;", "&#x0025;e;" }) {
+            const QByteArray value = QByteArray(spelled).repeated(70000);
+            floods += declared + "<!ENTITY f '" + value + "'>]><a/>";
+        }
+        for (const QByteArray &flood : std::as_const(floods)) {
             DebugLog log;
-            QVERIFY(read(parser, "<!DOCTYPE a [<!ENTITY e 'x'>]>" + flood).empty());
+            QVERIFY(read(parser, flood).empty());
             QCOMPARE(log.lines(),
                      QStringList {
                              QStringLiteral("Fatal error at 1,1 : too many entity references") });
@@ -204,6 +210,52 @@ private Q_SLOTS:
         const auto objects = read(parser, declared + content + "&e;</a>");
         QCOMPARE(objects.size(), size_t(1));
         QCOMPARE(element(objects)->content().size(), 20000 * 19 + 20000);
+    }
+
+    void shouldReadWhatGrowsLittleByItsEntities_data()
+    {
+        QTest::addColumn<QByteArray>("document");
+        QTest::addColumn<int>("length");
+        const QByteArray large =
+                "<!DOCTYPE a [<!ENTITY e '" + QByteArray(30000, 'x') + "'><!ENTITY f 'y'>]><a>&e;";
+        const QByteArray day = QByteArray("&#x65E5;").repeated(70000);
+        QTest::newRow("none declared")
+                << QByteArray("<a><!-- <!ENTITY is not used here -->" + day + "</a>") << 70000;
+        QTest::newRow("one, used once, and characters by number")
+                << QByteArray("<!DOCTYPE a [<!ENTITY f 'y'>]><a>&f;" + day + "</a>") << 70001;
+        QTest::newRow("a large one, used once, and characters by number")
+                << QByteArray(large + QByteArray("&#228;").repeated(3000) + "</a>") << 33000;
+        QTest::newRow("a large one, used once, and a small one")
+                << QByteArray(large + QByteArray("&f;").repeated(3000) + "</a>") << 33000;
+        QTest::newRow("signs of text")
+                << QByteArray(large + QByteArray("100%done ").repeated(3000) + "</a>") << 57000;
+    }
+
+    void shouldReadWhatGrowsLittleByItsEntities()
+    {
+        QFETCH(QByteArray, document);
+        QFETCH(int, length);
+        HVXmlParser parser;
+        const auto objects = read(parser, document);
+        QCOMPARE(objects.size(), size_t(1));
+        QCOMPARE(element(objects)->content().size(), length);
+    }
+
+    void shouldCountHowFarAllEntitiesGrow()
+    {
+        // Each of them alone would do.
+        QByteArray document = "<!DOCTYPE a [";
+        QByteArray references;
+        for (const char *name : { "e", "f" }) {
+            document += "<!ENTITY " + QByteArray(name) + " '" + QByteArray(50000, 'x') + "'>";
+            references += QByteArray("&" + QByteArray(name) + ";").repeated(1000);
+        }
+        DebugLog log;
+        HVXmlParser parser(&skipAll);
+        read(parser, document + "]><a><b k=\"" + references + "\"/></a>");
+        QCOMPARE(log.fatalErrors(), 1);
+        QVERIFY2(log.lines().constFirst().startsWith(QLatin1String("Fatal error at 1,1000")),
+                 qPrintable(log.lines().constFirst()));
     }
 
     void shouldTakeTextWithEntitiesInPieces()

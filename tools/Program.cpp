@@ -74,6 +74,9 @@ int Program::runCommand(int argc, char **argv)
         throw ToolError(QStringLiteral("there is no display to open a window on; "
                                        "`hovlets render` takes pictures without one"));
 #endif
+    // The offscreen platform has no OpenGL with Qt 5, which would abort.
+    if (qgetenv("QT_QPA_PLATFORM").startsWith("offscreen") && !isSet("QT_QUICK_BACKEND"))
+        qputenv("QT_QUICK_BACKEND", "software");
     qInstallMessageHandler(&handleMessage);
     const QApplication application(argc, argv);
     return m_run();

@@ -28,8 +28,9 @@ SettingsPanel::SettingsPanel(DrawingHost &host, HVKeyboardAccess &keyboard, QWid
     addLocale(layout);
     addModifiers(layout);
     addDuration(layout, tr("Hide after"), HVKeyHideDelay, 3000);
-    addDuration(layout, tr("Fade in"), HVKeyShowFadeDuration, 0);
-    addDuration(layout, tr("Fade out"), HVKeyHideFadeDuration, 300);
+    addReducedMotion(layout,
+                     { addDuration(layout, tr("Fade in"), HVKeyShowFadeDuration, 0),
+                       addDuration(layout, tr("Fade out"), HVKeyHideFadeDuration, 300) });
     addSwitch(layout, tr("Simple popups"), HVKeySimpleMode, false);
     addSwitch(layout, tr("Links to the guide"), HVKeyDocumentationEnabled, true);
     addSwitch(layout, tr("Links to files and the web"), HVKeyLinksEnabled, true);
@@ -65,8 +66,8 @@ void SettingsPanel::addModifiers(QFormLayout *layout)
     layout->addRow(tr("Show"), box);
 }
 
-void SettingsPanel::addDuration(QFormLayout *layout, const QString &label, int key,
-                                int defaultValue)
+SettingsPanel::Duration SettingsPanel::addDuration(QFormLayout *layout, const QString &label,
+                                                   int key, int defaultValue)
 {
     auto *box = new QSpinBox;
     box->setRange(0, LongestDuration);
@@ -76,6 +77,22 @@ void SettingsPanel::addDuration(QFormLayout *layout, const QString &label, int k
     connect(box, QOverload<int>::of(&QSpinBox::valueChanged), this,
             [this, key](int value) { m_host.context().set(key, value); });
     layout->addRow(label, box);
+    return { box, key };
+}
+
+/// The user interface stills its clips by itself; the fades are the library's.
+void SettingsPanel::addReducedMotion(QFormLayout *layout, const QList<Duration> &fades)
+{
+    auto *box = new QCheckBox(tr("Reduced motion"));
+    box->setToolTip(tr("Popups do not fade, and clips wait for a click."));
+    connect(box, &QCheckBox::toggled, this, [this, fades](bool on) {
+        m_host.setGlobalProperty(QStringLiteral("reducedMotion"), on);
+        for (const Duration &fade : fades) {
+            fade.box->setDisabled(on);
+            m_host.context().set(fade.key, on ? 0 : fade.box->value());
+        }
+    });
+    layout->addRow(box);
 }
 
 void SettingsPanel::addSwitch(QFormLayout *layout, const QString &label, int key, bool defaultValue)

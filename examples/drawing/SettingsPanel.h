@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QtCore/QList>
 #include <QtWidgets/QWidget>
 
 class DrawingHost;
 class QFormLayout;
+class QSpinBox;
 
 namespace Hovlets {
 class HVKeyboardAccess;
@@ -26,7 +28,14 @@ public:
 private:
     void addLocale(QFormLayout *layout);
     void addModifiers(QFormLayout *layout);
-    void addDuration(QFormLayout *layout, const QString &label, int key, int defaultValue);
+    /// The control of a duration, and the setting that it writes.
+    struct Duration
+    {
+        QSpinBox *box;
+        int key;
+    };
+    Duration addDuration(QFormLayout *layout, const QString &label, int key, int defaultValue);
+    void addReducedMotion(QFormLayout *layout, const QList<Duration> &fades);
     void addSwitch(QFormLayout *layout, const QString &label, int key, bool defaultValue);
     void addFallback(QFormLayout *layout);
     void addKeyboard(QFormLayout *layout, Hovlets::HVKeyboardAccess &keyboard);

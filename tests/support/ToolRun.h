@@ -19,7 +19,8 @@ public:
     {
         QProcess process;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        for (const char *name : { "DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM" })
+        for (const char *name :
+             { "DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "QT_QUICK_BACKEND" })
             environment.remove(QLatin1String(name));
         for (auto each = variables.begin(); each != variables.end(); ++each)
             environment.insert(each.key(), each.value());

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "HVContext.h"
 #include "HVExport.h"
 
 #include <QtCore/QObject>
@@ -10,7 +11,6 @@
 
 #include <memory>
 
-class HVContext;
 class QMouseEvent;
 class QPoint;
 class QWidget;

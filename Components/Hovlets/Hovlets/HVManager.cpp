@@ -266,6 +266,7 @@ bool HVManager::show(const QString &key, const QPoint &position, QObject *object
     if (popup.content() == element && popup.isVisible())
         return popup.keep();
 
+    initializeTooltipWindow(nullptr); // which a message, or an index of the host's, may have closed
     // Deleted on return, when the QML has the new content to look at.
     HVContentTree replaced;
     if (popup.content() != element) {
@@ -273,6 +274,7 @@ bool HVManager::show(const QString &key, const QPoint &position, QObject *object
         popup.view()->setContentTree(std::move(found));
     }
     const QPointer<HVXmlElement> shown(element);
+    const QPoint corner = tooltipPosition(position, hovered);
     const QString written = element->attribute(QStringLiteral("shortcut"));
     const QString shortcut =
             d->interface ? d->interface->shortCutForObject(key, control, written) : written;
@@ -280,8 +282,7 @@ bool HVManager::show(const QString &key, const QPoint &position, QObject *object
         return popup.isShowing(key);
     if (!shortcut.isEmpty())
         element->setAttribute(QStringLiteral("shortcut"), shortcut);
-    widget()->showWithContent(control, tooltipPosition(position, hovered), element,
-                              folderAbove(path, depth - 1));
+    widget()->showWithContent(control, corner, element, folderAbove(path, depth - 1));
     widget()->raise();
     return true;
 }
@@ -291,10 +292,11 @@ HVXmlElement *HVManager::retrieve(const QString &key, QString &path, int &depth,
 {
     QElapsedTimer timer;
     timer.start();
-    HVXmlElement *result =
-            d->index->retrieve(key, preferredContentLocale(d->context), path, depth, element);
+    const QLocale preferred = preferredContentLocale(d->context);
+    const QLocale fallback = fallbackContentLocale(d->context);
+    HVXmlElement *result = d->index->retrieve(key, preferred, path, depth, element);
     if (!result)
-        result = d->index->retrieve(key, fallbackContentLocale(d->context), path, depth, element);
+        result = d->index->retrieve(key, fallback, path, depth, element);
     if (result)
         inform(QStringLiteral("Retrieved %1 in %2 seconds").arg(key, seconds(timer)));
     return result;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "HVExport.h"
+#include "HVIndex.h"
 #include "HVInterface.h"
 
 #include <QtCore/QLocale>
@@ -13,7 +14,6 @@
 
 #include <memory>
 
-class HVContext;
 class QFileInfo;
 class QMouseEvent;
 class QPoint;
@@ -21,7 +21,6 @@ class QWidget;
 
 namespace Hovlets {
 
-class HVIndex;
 class HVWidget;
 class HVXmlElement;
 

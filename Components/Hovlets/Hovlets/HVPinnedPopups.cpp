@@ -16,21 +16,25 @@ void HVPinnedPopups::add(HVWidget *popup)
 
 void HVPinnedPopups::raise()
 {
-    forgetClosed();
-    std::for_each(m_popups.crbegin(), m_popups.crend(),
-                  [](const QPointer<HVWidget> &popup) { popup->raise(); });
+    forEachFromLast([](HVWidget &popup) { popup.raise(); });
 }
 
 void HVPinnedPopups::setStayOnTop(bool on)
 {
+    forEachFromLast([on](HVWidget &popup) {
+        popup.setWindowFlags(popup.windowFlags().setFlag(Qt::WindowStaysOnTopHint, on));
+        popup.show(); // a change of flags hides a window
+    });
+}
+
+/// Raising and showing a window run code of others, which may close or pin a popup meanwhile.
+void HVPinnedPopups::forEachFromLast(const std::function<void(HVWidget &)> &change)
+{
     forgetClosed();
-    // Showing a window runs code of others, which may close or pin a popup meanwhile.
     const QList<QPointer<HVWidget>> popups = m_popups;
-    std::for_each(popups.crbegin(), popups.crend(), [on](const QPointer<HVWidget> &popup) {
-        if (!popup)
-            return;
-        popup->setWindowFlags(popup->windowFlags().setFlag(Qt::WindowStaysOnTopHint, on));
-        popup->show(); // a change of flags hides a window
+    std::for_each(popups.crbegin(), popups.crend(), [&](const QPointer<HVWidget> &popup) {
+        if (popup)
+            change(*popup);
     });
 }
 

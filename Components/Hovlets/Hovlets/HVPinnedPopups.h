@@ -5,6 +5,8 @@
 #include <QtCore/QPointer>
 #include <QtCore/QString>
 
+#include <functional>
+
 namespace Hovlets {
 
 class HVWidget;
@@ -31,6 +33,7 @@ public:
     HVXmlElement *contentFor(const QString &key) const;
 
 private:
+    void forEachFromLast(const std::function<void(HVWidget &)> &change);
     void forgetClosed();
 
     QList<QPointer<HVWidget>> m_popups;

@@ -14,6 +14,13 @@ namespace {
 constexpr Qt::WindowFlags PinnedHints =
         Qt::WindowTitleHint | Qt::CustomizeWindowHint | Qt::WindowCloseButtonHint;
 
+/// What the popup shows; its view may be gone by the time it moves.
+const HVXmlElement *contentOf(const HVWidget &popup)
+{
+    const HVView *view = popup.view();
+    return view ? view->content() : nullptr;
+}
+
 /// What to call a pinned popup: content may carry its title in any of three places.
 QString titleOf(const HVXmlElement *content)
 {
@@ -37,7 +44,7 @@ void dockPopup(HVWidget &popup, QWidget &container, const QPoint &position)
         auto *layout = new QVBoxLayout(&container);
         layout->setContentsMargins(0, 0, 0, 0);
     }
-    const HVXmlElement *content = popup.view()->content();
+    const HVXmlElement *content = contentOf(popup);
     container.setWindowTitle(content ? content->attribute(QStringLiteral("title")) : QString());
     container.layout()->addWidget(&popup);
     container.setWindowFlags(container.windowFlags() | PinnedHints);
@@ -53,7 +60,7 @@ void makeToolWindow(HVWidget &popup, const QPoint &position)
     const QWidget *reference = popup.referenceWidget();
     popup.setParent(reference ? reference->window() : nullptr, Qt::Tool | PinnedHints);
     popup.setWindowModality(Qt::NonModal);
-    popup.setWindowTitle(titleOf(popup.view()->content()));
+    popup.setWindowTitle(titleOf(contentOf(popup)));
     popup.move(position);
     popup.show();
 }

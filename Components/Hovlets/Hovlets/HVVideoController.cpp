@@ -90,14 +90,16 @@ public:
 
 HVVideoController::HVVideoController(HVVideoSource *source, QObject *parent)
     : QThread(parent)
-    , d(std::make_unique<Private>())
+    , d(std::make_shared<Private>())
 {
     d->source = source;
     setObjectName(QStringLiteral("Controller"));
     connect(this, &QThread::finished, this, &QObject::deleteLater);
-    // Connected last, so that quit() sees what the thread did, posting its deletion included.
+    // Connected last, so that quit() sees what the thread did, posting its deletion included. By
+    // then the controller may be half gone: the thread holds what it still needs.
     connect(
-            this, &QThread::finished, this, [this] { d->threadEnded(); }, Qt::DirectConnection);
+            this, &QThread::finished, this, [shared = d] { shared->threadEnded(); },
+            Qt::DirectConnection);
     if (!source)
         return;
     source->setFrameWaiter(d->idle);

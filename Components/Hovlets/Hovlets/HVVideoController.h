@@ -103,7 +103,7 @@ protected:
 
 private:
     class Private;
-    std::unique_ptr<Private> d;
+    std::shared_ptr<Private> d; // the ending thread holds it as well
 };
 
 } // namespace Hovlets

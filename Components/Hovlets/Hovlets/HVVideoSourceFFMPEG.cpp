@@ -27,6 +27,7 @@ public:
     bool openMedia();
     void releaseMedia();
     bool decodeNextFrame();
+    HVVideoFrame nextFrame();
     double advanceClock();
 
     HVVideoSourceFFMPEG *owner;
@@ -144,34 +145,42 @@ void HVVideoSourceFFMPEG::Private::releaseMedia()
     clip.reset();
 }
 
-/// Puts the next picture into the cache; false at the end of the clip.
+/// Puts the next picture into the cache; false at the end of the clip, and without one.
 bool HVVideoSourceFFMPEG::Private::decodeNextFrame()
 {
-    HVVideoFrame frame;
-    {
-        const Locker locker(decoderMutex);
-        if (!clip) {
-            if (owner->action() != IdleAction)
-                owner->setAction(IdleAction);
-            return false;
+    while (true) {
+        HVVideoFrame frame;
+        {
+            const Locker locker(decoderMutex);
+            if (!clip) {
+                if (owner->action() != IdleAction)
+                    owner->setAction(IdleAction);
+                return false;
+            }
+            frame = nextFrame();
+            if (frame.isNull())
+                releaseMedia();
         }
-        const QImage picture = clip->nextPicture();
-        if (!picture.isNull()) {
-            frame = HVVideoFrame(picture, 0);
-            frame.setPts(advanceClock());
-            const std::lock_guard<std::mutex> factsLocker(factsMutex);
-            progress = duration > 0.0 ? frame.pts() / duration : 0.0;
-        } else {
-            releaseMedia();
+        if (!frame.isNull()) {
+            owner->pushFrame(frame);
+            return true;
         }
-    }
-    if (frame.isNull()) {
         if (!owner->shouldQuit())
             owner->notifyStreamEnded();
-        return false;
     }
-    owner->pushFrame(frame);
-    return true;
+}
+
+/// The next picture with its time, or a null one at the end.
+HVVideoFrame HVVideoSourceFFMPEG::Private::nextFrame()
+{
+    const QImage picture = clip->nextPicture();
+    if (picture.isNull())
+        return {};
+    HVVideoFrame frame(picture, 0);
+    frame.setPts(advanceClock());
+    const std::lock_guard<std::mutex> factsLocker(factsMutex);
+    progress = duration > 0.0 ? frame.pts() / duration : 0.0;
+    return frame;
 }
 
 /// The time of a picture. Time stamps in files are often wrong; the frame rate is not.

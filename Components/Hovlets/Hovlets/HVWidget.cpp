@@ -73,6 +73,8 @@ HVWidget::~HVWidget()
 
 void HVWidget::setView(HVView *view)
 {
+    if (view == d->view)
+        return;
     // Not while it is the view: what a dying widget still sends would find half of one.
     HVView *old = d->view;
     d->view = view;

@@ -57,7 +57,7 @@ public Q_SLOTS:
      * The popup owns \a content from here on. \a rootPath is the package folder, \a reference the
      * control, which may be null. Null content does nothing.
      */
-    void showWithContent(QObject *reference, const QPoint &pos, Hovlets::HVXmlElement *content,
+    void showWithContent(QObject *reference, const QPoint &pos, HVXmlElement *content,
                          const QString &rootPath);
 
     /// Moves the window back onto the screen.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVXmlParser.h"
 
+#include "HVEntityReferences.h"
 #include "HVXmlElement.h"
 
 #include <QtCore/QDebug>
@@ -9,9 +10,6 @@
 #include <QtCore/QMetaProperty>
 #include <QtCore/QPointer>
 #include <QXmlInputSource>
-
-#include <algorithm>
-#include <iterator>
 
 namespace Hovlets {
 
@@ -36,35 +34,6 @@ struct StackEntry
 void log(const QString &message)
 {
     qDebug().noquote() << message;
-}
-
-bool isReference(const QString &document, int at)
-{
-    const QChar sign = document.at(at);
-    const auto rest = QStringView(document).mid(at + 1);
-    if (sign == QLatin1Char('%')) // of an entity for declarations; others are text
-        return !rest.isEmpty()
-                && (rest.first().isLetter() || rest.first() == QLatin1Char('_')
-                    || rest.first() == QLatin1Char(':'));
-    if (sign != QLatin1Char('&'))
-        return false;
-    // A character reference may spell a sign that begins a reference.
-    const QLatin1String standing[] = { QLatin1String("amp;"), QLatin1String("lt;"),
-                                       QLatin1String("gt;"), QLatin1String("quot;"),
-                                       QLatin1String("apos;") };
-    return std::none_of(std::begin(standing), std::end(standing),
-                        [&](QLatin1String name) { return rest.startsWith(name); });
-}
-
-/// How often a document may refer to entities of its own; 0 when it has none.
-qint64 entityReferences(const QString &document)
-{
-    if (!document.contains(QLatin1String("<!ENTITY")))
-        return 0;
-    qint64 count = 0;
-    for (int i = 0; i < document.size(); ++i)
-        count += isReference(document, i) ? 1 : 0;
-    return count;
 }
 
 /// Writes the attributes to the properties of their names; false when a property is missing.
@@ -111,7 +80,8 @@ public:
     void *userData = nullptr;
     int mode = GenerateAsk;
     qint64 delivered = 0; // characters
-    qint64 references = 0;
+    HVEntityReferences references;
+    qint64 declared = 0; // characters that its entities may grow to
 };
 
 QObject *HVXmlParser::Private::create(const QMetaObject *metaObject, QObject *parent,
@@ -184,8 +154,9 @@ QList<QObject *> HVXmlParser::read(const QXmlInputSource *source)
     setContentHandler(this);
     setErrorHandler(this);
     setDeclHandler(this);
-    d->references = entityReferences(source->data());
-    if (d->references > MaxEntityReferences) {
+    d->declared = 0;
+    d->references = HVEntityReferences(source->data());
+    if (d->references.count() > MaxEntityReferences) {
         fatalError(QXmlParseException(QStringLiteral("too many entity references"), 1, 1));
         return {};
     }
@@ -283,8 +254,8 @@ bool HVXmlParser::ignorableWhitespace(const QString &ch)
 
 bool HVXmlParser::internalEntityDecl(const QString &name, const QString &value)
 {
-    Q_UNUSED(name)
-    return value.size() * d->references <= MaxCharacters;
+    d->declared += value.size() * d->references.countTo(name);
+    return d->declared <= MaxCharacters;
 }
 
 bool HVXmlParser::fatalError(const QXmlParseException &exception)

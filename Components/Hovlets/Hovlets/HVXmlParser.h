@@ -23,8 +23,8 @@ namespace Hovlets {
  *
  * A callback decides, element by element, what is built, so a caller can keep one entry of a large
  * file. A parse ends early, with one "Fatal error at" line in Qt's debug output, where the document
- * is not well-formed, nests deeper than 512 elements or delivers more than 64 Mi characters. One
- * that declares entities may refer to them 65,536 times, and with any of them to 64 Mi characters.
+ * is not well-formed, nests deeper than 512 elements or delivers more than 64 Mi characters. The
+ * entities that one declares may be referred to 65,536 times, and to 64 Mi characters in all.
  *
  * One parser reads any number of documents in turn, on one thread at a time.
  */
@@ -82,7 +82,7 @@ public:
     bool characters(const QString &ch) override;
     bool ignorableWhitespace(const QString &ch) override;
 
-    /// Refuses an entity that could grow beyond all bounds by the references in the document.
+    /// Refuses an entity that could grow beyond all bounds by the references to it.
     bool internalEntityDecl(const QString &name, const QString &value) override;
 
     bool fatalError(const QXmlParseException &exception) override;
