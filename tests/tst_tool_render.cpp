@@ -111,13 +111,56 @@ private Q_SLOTS:
         QVERIFY2(run.error.contains("HovletsUI.qml:2"), run.error.constData());
     }
 
+    void shouldTellOfAKeyThatIsNotServed()
+    {
+        const ToolRun run({ text("render"), text("nowhere"), m_folder->path(), text("-o"),
+                            m_pictures->filePath(text("none.png")) });
+        QCOMPARE(run.status, 1);
+        QVERIFY2(run.error.contains("no entry for the key \"nowhere\""), run.error.constData());
+        QCOMPARE(run.error.count('\n'), 1);
+        QVERIFY(!QFile::exists(m_pictures->filePath(text("none.png"))));
+    }
+
+    void shouldGoOnWithTheOtherKeysWhenOneIsNotServed()
+    {
+        m_folder->addControlFile(text("Draw"), text("German"),
+                                 "<hovlets locale=\"de_DE\"><hovlet key=\"nur\"/></hovlets>");
+        const QString sheet = m_pictures->filePath(text("sheet.png"));
+        const QString pictures = m_pictures->filePath(text("pictures"));
+        const ToolRun run({ text("render"), text("--all"), m_folder->path(), text("-o"), sheet,
+                            text("--output-dir"), pictures });
+        QCOMPARE(run.status, 1);
+        QVERIFY2(run.error.contains("no entry for the key \"nur\""), run.error.constData());
+        QCOMPARE(run.error.count('\n'), 1);
+        QVERIFY(QFile::exists(sheet));
+        QCOMPARE(QDir(pictures).entryList(QDir::Files),
+                 (QStringList { text("eraser%2Fsoft.png"), text("pen.png") }));
+
+        // What could not be shown is a finding of the comparison as well.
+        const ToolRun same({ text("render"), text("--compare"), pictures, m_folder->path() });
+        QCOMPARE(same.output, QByteArray());
+        QCOMPARE(same.status, 1);
+    }
+
+    void shouldShowWhatTheHostAdds()
+    {
+        const QImage usual = render({});
+        m_folder->add(text("keys.xml"),
+                      "<hovletkeys><key name=\"pen\" shortcut=\"Ctrl+P\"/></hovletkeys>");
+        const QImage keyed = render({ text("--key-data"), m_folder->path() + text("/keys.xml") });
+        QVERIFY(!keyed.isNull() && keyed != usual);
+        m_folder->add(text("extra/ui/Other.qml"),
+                      "import QtQuick 2.15\nRectangle { width: 77; height: 33 }");
+        m_folder->addControlFile(text("Draw"), text("Draw"),
+                                 "<hovlets><hovlet key=\"pen\" ui=\"ui/Other.qml\"/></hovlets>");
+        const QImage other = render({ text("--extra-path"), m_folder->path() + text("/extra") });
+        QCOMPARE(other.size(), QSize(77, 33));
+    }
+
     void shouldRefuseWhatItCannotDo_data()
     {
         QTest::addColumn<QStringList>("arguments");
         QTest::addColumn<QByteArray>("words");
-        QTest::newRow("unknown key")
-                << QStringList { text("nowhere"), text("PATH"), text("-o"), text("x.png") }
-                << QByteArray("no entry for the key \"nowhere\"");
         QTest::newRow("no output")
                 << QStringList { text("pen"), text("PATH") } << QByteArray("-o FILE.png");
         QTest::newRow("not writable")

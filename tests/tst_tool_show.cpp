@@ -36,9 +36,10 @@ void tst_ToolShow::init()
     m_folder->addControlFile(package, QStringLiteral("English"),
                              "<hovlets locale='en_US'><hovlet key='a' title='Pen'/>\n"
                              "<hovlet key='b' title='Line'/></hovlets>");
-    m_german = m_folder->addControlFile(package, QStringLiteral("German"),
-                                        "<hovlets locale='de_DE'>\n\n<hovlet key='a' "
-                                        "title='Stift'><p>Text</p></hovlet></hovlets>");
+    m_german = m_folder->addControlFile(
+            package, QStringLiteral("German"),
+            "<hovlets locale='de_DE'>\n<p><hovlet key='a'/></p>\n<hovlet key='a' "
+            "title='Stift'><p>Text</p></hovlet></hovlets>");
 }
 
 void tst_ToolShow::shouldTellWhichLocaleAnswers_data()

@@ -52,9 +52,13 @@ HVContext contextFor(const PopupLook &look)
     context.set(HVKeyMessageLevel, HVMessageDebug);
     context.set(HVKeyDocumentationEnabled, true); // links to topics are content, too
     context.set(HVKeySimpleMode, look.simple);
-    if (!look.locale.empty())
-        context.set(HVKeyLocale, QString::fromStdString(look.locale));
-    if (!look.fallbackLocale.empty())
-        context.set(HVKeyFallbackLocale, QString::fromStdString(look.fallbackLocale));
+    const auto set = [&context](contextKey key, const std::string &value) {
+        if (!value.empty())
+            context.set(key, QString::fromLocal8Bit(value.c_str()));
+    };
+    set(HVKeyLocale, look.locale);
+    set(HVKeyFallbackLocale, look.fallbackLocale);
+    set(HVKeyKeyDataFile, look.keyData);
+    set(HVKeyExtraComponentPath, look.extraPath);
     return context;
 }

@@ -5,7 +5,7 @@
 
 #include <string>
 
-/// How a popup is to look.
+/// How a popup is to look, and what of the host goes into it.
 struct PopupLook
 {
     std::string locale;
@@ -13,6 +13,8 @@ struct PopupLook
     bool dark = false;
     bool simple = false;
     double fontSize = 0; // points; 0 is the desktop's
+    std::string keyData; // the host's file of attributes by key
+    std::string extraPath; // its folder of components
 };
 
 /// Sets the application's style, palette and font.

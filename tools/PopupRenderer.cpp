@@ -92,14 +92,15 @@ QStringList PopupRenderer::keys()
 QImage PopupRenderer::render(const QString &key)
 {
     if (!m_content->manager().show(key, QPoint(), nullptr))
-        throw ToolError(QStringLiteral("There is no entry for the key \"%1\" in this locale; "
-                                       "`hovlets list` prints the keys")
-                                .arg(key));
+        throw ToolError(
+                QStringLiteral(
+                        "no entry for the key \"%1\" is served in this locale; `hovlets list` "
+                        "shows the keys there are, `hovlets check` why one is not served")
+                        .arg(key));
     HVView *view = m_content->manager().widget()->view();
     view->statusHasChanged(view->status()); // which says what is wrong, if something is
     if (!view->rootObject())
-        throw ToolError(QStringLiteral("The popup for \"%1\" has no user interface:\n%2")
-                                .arg(key, complaints().join(QLatin1Char('\n'))));
+        throw ToolError(QStringLiteral("the popup for \"%1\" has no user interface").arg(key));
     waitForClips(*view);
     return pictureAtRest(*view);
 }

@@ -32,7 +32,7 @@ public:
     /// Each key once, sorted.
     QStringList keys();
 
-    /// Throws a ToolError when nothing is shown for \a key.
+    /// Throws a ToolError when nothing is shown for \a key; its complaints() may tell more.
     QImage render(const QString &key);
 
     /// What the popups complained about so far: mistakes in QML, files that are not found.

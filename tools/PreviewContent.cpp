@@ -29,13 +29,12 @@ void PreviewContent::load(const CheckOptions &options, const PopupLook &look)
     m_content.reset();
     m_error.clear();
 
-    HVContext context = contextFor(look);
+    PopupLook asHost = look;
+    asHost.keyData = options.keyData;
+    asHost.extraPath = options.extraPath;
+    HVContext context = contextFor(asHost);
     context.set(HVKeyPopupIsWindow, true); // a part of this window, not one of its own
     context.set(HVKeyTrackHover, false); // the controls here have no hovlets
-    if (!options.keyData.empty())
-        context.set(HVKeyKeyDataFile, QString::fromLocal8Bit(options.keyData.c_str()));
-    if (!options.extraPath.empty())
-        context.set(HVKeyExtraComponentPath, QString::fromLocal8Bit(options.extraPath.c_str()));
     m_host = std::make_unique<PopupHost>(context);
     try {
         m_content = std::make_unique<ContentIndex>(options.paths, context, m_host.get());

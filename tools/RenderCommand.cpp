@@ -11,6 +11,7 @@
 #include <QtCore/QJsonArray>
 #include <QtCore/QTemporaryDir>
 
+#include <algorithm>
 #include <cstdio>
 #include <memory>
 
@@ -44,16 +45,26 @@ QString fileNameOf(const QString &key)
     return QString::fromLatin1(name) + QStringLiteral(".png");
 }
 
-std::vector<NamedPicture> renderAll(PopupRenderer &renderer)
+/// Null when there is none, after saying why: the other keys may still be shown.
+QImage pictureOf(const QString &key, PopupRenderer &renderer)
 {
-    const QStringList keys = renderer.keys();
-    if (keys.isEmpty())
-        throw ToolError(QStringLiteral("There are no entries in these folders; "
-                                       "`hovlets check` tells why files are not read"));
+    try {
+        return renderer.render(key);
+    } catch (const ToolError &error) {
+        std::fprintf(stderr, "hovlets: %s\n", error.what());
+        return {};
+    }
+}
+
+/// Those that can be shown.
+std::vector<NamedPicture> renderAll(PopupRenderer &renderer, const QStringList &keys)
+{
     std::vector<NamedPicture> pictures;
     Progress progress(QStringLiteral("rendering"), static_cast<int>(keys.size()));
     for (const QString &key : keys) {
-        pictures.emplace_back(key, renderer.render(key));
+        const QImage picture = pictureOf(key, renderer);
+        if (!picture.isNull())
+            pictures.emplace_back(key, picture);
         progress.step();
     }
     return pictures;
@@ -112,13 +123,23 @@ int report(const Changes &changes, const std::string &format)
 int renderOne(const Options &options, PopupRenderer &renderer)
 {
     const QString key = QString::fromLocal8Bit(options.arguments.front().c_str());
-    save(renderer.render(key), QString::fromLocal8Bit(options.output.c_str()));
+    const QImage picture = pictureOf(key, renderer);
+    if (picture.isNull())
+        return Findings;
+    save(picture, QString::fromLocal8Bit(options.output.c_str()));
     return Clean;
 }
 
 int renderMany(const Options &options, PopupRenderer &renderer)
 {
-    const std::vector<NamedPicture> pictures = renderAll(renderer);
+    const QStringList keys = renderer.keys();
+    if (keys.isEmpty())
+        throw ToolError(QStringLiteral("There are no entries in these folders; "
+                                       "`hovlets check` tells why files are not read"));
+    const std::vector<NamedPicture> pictures = renderAll(renderer, keys);
+    const int status = pictures.size() == static_cast<size_t>(keys.size()) ? Clean : Findings;
+    if (pictures.empty())
+        return status;
     if (!options.output.empty())
         save(contactSheet(pictures), QString::fromLocal8Bit(options.output.c_str()));
     if (!options.folder.empty()) {
@@ -127,9 +148,9 @@ int renderMany(const Options &options, PopupRenderer &renderer)
             save(picture, folder.filePath(fileNameOf(key)));
     }
     if (options.compare.empty())
-        return Clean;
+        return status;
     const QDir expected(QString::fromLocal8Bit(options.compare.c_str()));
-    return report(compare(pictures, expected, options.tolerance), options.format);
+    return std::max(status, report(compare(pictures, expected, options.tolerance), options.format));
 }
 
 int run(Options &options)
@@ -198,5 +219,7 @@ void addRenderCommand(Program &program)
             ->check(CLI::Range(4.0, 96.0));
     command.add_flag("--simple", options->look.simple, "The simple popup");
     addProperties(command, options->properties);
+    command.add_option("--key-data", options->look.keyData, "The host's file of attributes by key");
+    command.add_option("--extra-path", options->look.extraPath, "The host's folder of components");
     addFormat(command, options->format, { "text", "json" });
 }

@@ -78,7 +78,8 @@ int lineOf(const QString &file, const QString &key)
 {
     const XmlDocument document(file);
     for (const XmlDocument::Element &element : document.elements()) {
-        if (element.name == QLatin1String("hovlet") && element.value(QStringLiteral("key")) == key)
+        if (element.level == 1 && element.name == QLatin1String("hovlet")
+            && element.value(QStringLiteral("key")) == key)
             return document.position(element.offset).line;
     }
     return 1;
@@ -117,7 +118,8 @@ int run(const Options &options)
     if (!answer.entry) {
         std::fprintf(stderr,
                      "hovlets: no entry for \"%s\" in this locale or the fallback; "
-                     "'hovlets list' shows the keys there are\n",
+                     "`hovlets list` shows the keys there are, `hovlets check` why one is not "
+                     "served\n",
                      options.key.c_str());
         return Findings;
     }
