@@ -13,6 +13,7 @@ class tst_ToolNew : public QObject
 private Q_SLOTS:
     void shouldMakeAPackageWithoutFindings();
     void shouldTakeARelativeFolder();
+    void shouldTakeANameWithTheSuffix();
     void shouldOverwriteNothing();
     void shouldRefuseWhatCannotNameAPackage_data();
     void shouldRefuseWhatCannotNameAPackage();
@@ -49,6 +50,16 @@ void tst_ToolNew::shouldTakeARelativeFolder()
                           + QStringLiteral("/my/packages/Help.hovlets/Control/Help.xml")));
 }
 
+void tst_ToolNew::shouldTakeANameWithTheSuffix()
+{
+    const PackageFolder folder;
+    const ToolRun run({ QStringLiteral("new"), QStringLiteral("Help.hovlets"), folder.path() });
+    QCOMPARE(run.status, 0);
+    const QString package = folder.path() + QStringLiteral("/Help.hovlets");
+    QCOMPARE(run.output, package.toUtf8() + '\n');
+    QVERIFY(QFile::exists(package + QStringLiteral("/Control/Help.xml")));
+}
+
 void tst_ToolNew::shouldOverwriteNothing()
 {
     PackageFolder folder;
@@ -67,7 +78,7 @@ void tst_ToolNew::shouldOverwriteNothing()
 void tst_ToolNew::shouldRefuseWhatCannotNameAPackage_data()
 {
     QTest::addColumn<QString>("name");
-    for (const char *name : { "a/b", "a b", ".a", "a&b", "" })
+    for (const char *name : { "a/b", "a b", ".a", "a&b", "", ".hovlets" })
         QTest::newRow(name) << QString::fromUtf8(name);
 }
 
@@ -77,6 +88,8 @@ void tst_ToolNew::shouldRefuseWhatCannotNameAPackage()
     PackageFolder folder;
     const ToolRun run({ QStringLiteral("new"), name, folder.path() });
     QCOMPARE(run.status, 2);
+    const QByteArray words = '"' + name.toUtf8() + "\" cannot name a package";
+    QVERIFY2(run.error.contains(words), run.error.constData());
     QVERIFY(QDir(folder.path()).isEmpty());
 }
 

@@ -45,14 +45,17 @@ void write(const QString &path, const QByteArray &bytes)
 
 int run(const Options &options)
 {
-    const QString name = QString::fromLocal8Bit(options.name.c_str());
+    constexpr QLatin1String Suffix(".hovlets");
+    QString name = QString::fromLocal8Bit(options.name.c_str());
+    if (name.endsWith(Suffix))
+        name.chop(Suffix.size());
     static const QRegularExpression allowed(QStringLiteral("^\\w[-.\\w]*$"));
     if (!allowed.match(name).hasMatch())
         throw ToolError(QStringLiteral("\"%1\" cannot name a package; use letters, digits, \"_\", "
                                        "\"-\" and \".\"")
-                                .arg(name));
+                                .arg(QString::fromLocal8Bit(options.name.c_str())));
     const QDir folder(QString::fromLocal8Bit(options.folder.c_str()));
-    const QString package = folder.filePath(name + QStringLiteral(".hovlets"));
+    const QString package = folder.filePath(name + Suffix);
     if (QFileInfo::exists(package) || QFileInfo(package).isSymLink())
         throw ToolError(QStringLiteral("%1 is there already; choose another name").arg(package));
     for (const char *part : { "Control", "Resources" }) {
