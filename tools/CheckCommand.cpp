@@ -3,6 +3,7 @@
 #include "ContentCheck.h"
 #include "FindingFormats.h"
 #include "Program.h"
+#include "Validators.h"
 
 #include <memory>
 
@@ -45,14 +46,17 @@ void addCheckCommand(Program &program)
     command.add_option("--extra-path", check.extraPath, "The host's folder of components");
     command.add_option("--fallback-locale", check.fallbackLocale,
                        "The locale that answers where another has no entry")
+            ->check(knownLocale())
             ->capture_default_str();
-    command.add_option("--locale", check.locales, "Every key is to have an entry for it")
-            ->take_all()
-            ->expected(1);
+    addRepeatable(command, "--locale", check.locales,
+                  "Every key is to have an entry for it; once for each")
+            ->check(knownLocale());
     command.add_option("--max-seconds", check.limits.seconds, "How long a clip may be")
+            ->check(zeroOrMore())
             ->capture_default_str();
     command.add_option("--max-megabytes", check.limits.megabytes,
                        "How large a clip or picture may be")
+            ->check(zeroOrMore())
             ->capture_default_str();
     addFormat(command, options->format, findingFormats());
 }

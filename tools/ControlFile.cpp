@@ -51,7 +51,10 @@ bool isKnownLocale(const QString &name)
     // A territory that is not known is left out, and another one taken in its place.
     static const QRegularExpression territory(QStringLiteral("[-_]([A-Z]{2}|[0-9]{3})\\b"));
     const auto match = territory.match(name);
-    const bool isShort = !name.contains(QLatin1Char('_')) && !name.contains(QLatin1Char('-'));
+    // Whether a script is known, Qt tells of none; without a territory it is as good as a language.
+    static const QRegularExpression withoutTerritory(
+            QStringLiteral("^[^-_]+([-_][A-Z][a-z]{3})?$"));
+    const bool isShort = withoutTerritory.match(name).hasMatch();
     return isShort
             || (match.hasMatch()
                 && locale.name().section(QLatin1Char('_'), 1) == match.captured(1));

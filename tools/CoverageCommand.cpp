@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Commands.h"
 #include "Program.h"
+#include "Validators.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QJsonArray>
@@ -138,7 +139,7 @@ void addCoverageCommand(Program &program)
     command.add_option("REPORT", options->reports, "Reports that hosts wrote")->required();
     command.add_option("--max-missing", options->mostMissing,
                        "With more controls without an entry than this, the exit status is 1")
-            ->check(CLI::NonNegativeNumber)
+            ->check(zeroOrMore())
             ->capture_default_str();
     addFormat(command, options->format, { "text", "json" });
 }

@@ -2,6 +2,7 @@
 #include "Commands.h"
 #include "Program.h"
 #include "UiTexts.h"
+#include "Validators.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
@@ -121,10 +122,11 @@ void addImportCommand(Program &program)
             "files; keys are object names.",
             "mainwindow.ui --ts app_de.ts -o MyApp.hovlets", [options] { return run(*options); });
     command.add_option("FILE.ui", options->forms, "Files of Qt Designer")->required();
-    command.add_option("--ts", options->translations,
-                       "Translation files (.ts), each of which becomes a control file of its "
-                       "locale");
+    addRepeatable(command, "--ts", options->translations,
+                  "A translation file (.ts); once for each, those of a locale become one control "
+                  "file");
     command.add_option("-o,--output", options->package, "The package folder to make")->required();
     command.add_option("--locale", options->locale, "The locale of the texts in the forms")
+            ->check(knownLocale())
             ->capture_default_str();
 }

@@ -3,6 +3,7 @@
 #include "ContentIndex.h"
 #include "PreviewWindow.h"
 #include "Program.h"
+#include "Validators.h"
 
 #include <QtWidgets/QApplication>
 
@@ -42,7 +43,8 @@ void addPreviewCommand(Program &program)
     PreviewOptions &preview = options->preview;
     addPaths(command, preview.check.paths);
     command.add_option("--key", options->key, "The key to begin with");
-    command.add_option("--locale", preview.look.locale, "The locale to begin with, such as de_DE");
+    command.add_option("--locale", preview.look.locale, "The locale to begin with, such as de_DE")
+            ->check(knownLocale());
     command.add_option("--palette", options->palette, "The colours to begin with")
             ->check(CLI::IsMember({ "light", "dark" }))
             ->capture_default_str();

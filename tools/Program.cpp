@@ -4,7 +4,10 @@
 #include <QtCore/QJsonDocument>
 #include <QtWidgets/QApplication>
 
+#include <algorithm>
+#include <cerrno>
 #include <cstdio>
+#include <sstream>
 
 namespace {
 
@@ -19,9 +22,28 @@ void handleMessage(QtMsgType type, const QMessageLogContext &, const QString &me
         std::fprintf(stderr, "hovlets: %s\n", qPrintable(message));
 }
 
+/// Output that is lost is told of, but not where its reader has seen enough, such as `head`.
+void refuseLoss(bool isWritten)
+{
+    if (!isWritten && errno != EPIPE)
+        throw ToolError(QStringLiteral("the output cannot be written: %1; write it elsewhere")
+                                .arg(qt_error_string(errno)));
+}
+
 void write(const QByteArray &bytes)
 {
-    std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stdout);
+    const auto size = static_cast<size_t>(bytes.size());
+    refuseLoss(std::fwrite(bytes.constData(), 1, size, stdout) == size);
+}
+
+/// "help check" is another way to say "check --help".
+std::vector<std::string> withoutHelpCommand(std::vector<std::string> arguments)
+{
+    if (arguments.empty() || arguments.front() != "help")
+        return arguments;
+    arguments.erase(arguments.begin());
+    arguments.emplace_back("--help");
+    return arguments;
 }
 
 } // namespace
@@ -32,7 +54,9 @@ Program::Program()
     m_app.set_version_flag("--version", std::string("hovlets ") + HOVLETS_VERSION);
     m_app.require_subcommand(1);
     m_app.footer("PATH is a folder of packages (*.hovlets) or one package.\n"
-                 "Exit status: 0 clean, 1 findings, 2 wrong usage or a file that cannot be read.");
+                 "`hovlets help COMMAND` or `hovlets COMMAND --help` explains a command.\n"
+                 "Exit status: 0 clean, 1 findings, 2 wrong usage, or what cannot be read or "
+                 "written.");
 }
 
 CLI::App &Program::add(const std::string &name, const std::string &description,
@@ -50,16 +74,46 @@ CLI::App &Program::add(const std::string &name, const std::string &description,
 int Program::run(int argc, char **argv)
 {
     try {
-        m_app.parse(argc, argv);
-    } catch (const CLI::ParseError &error) {
-        return m_app.exit(error) == 0 ? Clean : Failed;
-    }
-    try {
-        return runCommand(argc, argv);
+        const int status =
+                parse({ argv + std::min(argc, 1), argv + argc }) ? runCommand(argc, argv) : Clean;
+        refuseLoss(std::fflush(stdout) == 0);
+        return status;
     } catch (const ToolError &error) {
         std::fprintf(stderr, "hovlets: %s\n", error.what());
         return Failed;
     }
+}
+
+/// Whether there is a command to run, and not only something to explain.
+bool Program::parse(std::vector<std::string> arguments)
+{
+    arguments = withoutHelpCommand(std::move(arguments));
+    if (!arguments.empty() && !knows(arguments.front()))
+        throw ToolError(QStringLiteral("\"%1\" is no command; `hovlets --help` lists the commands")
+                                .arg(QString::fromLocal8Bit(arguments.front().c_str())));
+    std::reverse(arguments.begin(), arguments.end()); // as the parser takes them
+    try {
+        m_app.parse(arguments);
+        return true;
+    } catch (const CLI::Success &explanation) {
+        std::ostringstream text;
+        m_app.exit(explanation, text);
+        write(QByteArray::fromStdString(text.str()));
+        return false;
+    } catch (const CLI::ParseError &error) {
+        const auto commands = m_app.get_subcommands();
+        const std::string command = commands.empty() ? "" : ' ' + commands.front()->get_name();
+        throw ToolError(
+                QString::fromLocal8Bit(error.what())
+                + QStringLiteral("; see `hovlets%1 --help`").arg(QString::fromStdString(command)));
+    }
+}
+
+/// Whether the command line may begin with \a word.
+bool Program::knows(const std::string &word) const
+{
+    const auto isNamed = [&](const CLI::App *command) { return command->get_name() == word; };
+    return m_app.get_option_no_throw(word) || !m_app.get_subcommands(isNamed).empty();
 }
 
 int Program::runCommand(int argc, char **argv)
@@ -95,12 +149,19 @@ void addFormat(CLI::App &command, std::string &format, const std::vector<std::st
             ->capture_default_str();
 }
 
+CLI::Option *addRepeatable(CLI::App &command, const std::string &name,
+                           std::vector<std::string> &values, const std::string &description)
+{
+    return command.add_option(name, values, description)
+            ->take_all()
+            ->expected(1)
+            ->allow_extra_args(false);
+}
+
 void addProperties(CLI::App &command, std::vector<std::string> &properties)
 {
-    command.add_option("--property", properties,
-                       "NAME=VALUE, what a placeholder %(NAME)s stands for; once for each")
-            ->take_all()
-            ->expected(1);
+    addRepeatable(command, "--property", properties,
+                  "NAME=VALUE, what a placeholder %(NAME)s stands for; once for each");
 }
 
 std::vector<QPair<QString, QString>> propertiesOf(const std::vector<std::string> &properties)

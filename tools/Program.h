@@ -48,6 +48,8 @@ public:
     int run(int argc, char **argv);
 
 private:
+    bool parse(std::vector<std::string> arguments);
+    bool knows(const std::string &word) const;
     int runCommand(int argc, char **argv);
 
     CLI::App m_app;
@@ -61,11 +63,16 @@ void addPaths(CLI::App &command, std::vector<std::string> &paths);
 /// "--format", of the names in \a formats; the first is the default.
 void addFormat(CLI::App &command, std::string &format, const std::vector<std::string> &formats);
 
+/// An option that is given once for each of its values, and takes no word but the next.
+CLI::Option *addRepeatable(CLI::App &command, const std::string &name,
+                           std::vector<std::string> &values, const std::string &description);
+
 /// "--property NAME=VALUE", any number of times.
 void addProperties(CLI::App &command, std::vector<std::string> &properties);
 
 /// The names and values; throws a ToolError for what is not such a pair.
 std::vector<QPair<QString, QString>> propertiesOf(const std::vector<std::string> &properties);
 
+// What cannot be written throws a ToolError, here or at the end of the program.
 void printText(const QString &text);
 void printJson(const QJsonObject &object);

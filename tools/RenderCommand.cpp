@@ -5,6 +5,7 @@
 #include "PopupRenderer.h"
 #include "Program.h"
 #include "Progress.h"
+#include "Validators.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
@@ -202,9 +203,11 @@ void addRenderCommand(Program &program)
                        "The part of a picture's pixels that may differ, 0 to 1")
             ->check(CLI::Range(0.0, 1.0))
             ->capture_default_str();
-    command.add_option("--locale", options->look.locale, "The preferred locale, such as de_DE");
+    command.add_option("--locale", options->look.locale, "The preferred locale, such as de_DE")
+            ->check(knownLocale());
     command.add_option("--fallback-locale", options->look.fallbackLocale,
-                       "The locale of entries that are missing in the preferred one");
+                       "The locale of entries that are missing in the preferred one")
+            ->check(knownLocale());
     command.add_option("--palette", options->palette, "The colours of the desktop")
             ->check(CLI::IsMember({ "light", "dark" }))
             ->capture_default_str();

@@ -2,6 +2,7 @@
 #include "Commands.h"
 #include "ContentIndex.h"
 #include "Program.h"
+#include "Validators.h"
 #include "XmlDocument.h"
 
 #include <HVContentLocale.h>
@@ -155,9 +156,11 @@ void addShowCommand(Program &program)
                                     [options] { return run(*options); });
     command.add_option("KEY", options->key, "The content key")->required();
     addPaths(command, options->paths);
-    command.add_option("--locale", options->locale, "The host's locale (en_US)");
+    command.add_option("--locale", options->locale, "The host's locale (en_US)")
+            ->check(knownLocale());
     command.add_option("--fallback-locale", options->fallbackLocale,
-                       "The locale to take where that has no entry (en_US)");
+                       "The locale to take where that has no entry (en_US)")
+            ->check(knownLocale());
     command.add_option("--fallback-key", options->fallbackKey,
                        "The key to take where neither has one");
     command.add_option("--key-data", options->keyData, "The host's file of attributes by key");

@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "ToolRun.h"
+
+#include <QtCore/QList>
+#include <QtCore/QRegularExpression>
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
+/*!
+ * \brief What the program for authors says of itself, or of one of its commands.
+ */
+class ToolHelp
+{
+public:
+    /// An argument, an option or a command.
+    struct Item
+    {
+        QString name; // "-o,--output"
+        QString kind; // "TEXT REQUIRED"
+        QString description;
+
+        bool isOption() const { return name.startsWith(QLatin1Char('-')); }
+        QString longName() const { return name.section(QLatin1Char(','), -1); }
+
+        /// The values that there are, when these are a fixed set.
+        QStringList values() const
+        {
+            static const QRegularExpression set(QStringLiteral("\\{(.*)\\}"));
+            return set.match(kind).captured(1).split(QLatin1Char(','), Qt::SkipEmptyParts);
+        }
+    };
+
+    explicit ToolHelp(const QString &command = {})
+    {
+        QStringList arguments { QStringLiteral("--help") };
+        if (!command.isEmpty())
+            arguments.prepend(command);
+        const QString help = QString::fromUtf8(ToolRun(arguments).output);
+        static const QRegularExpression line(QStringLiteral("^Usage: (.*)$"),
+                                             QRegularExpression::MultilineOption);
+        usage = line.match(help).captured(1);
+        // Of two columns; what is too long for the first ends its line.
+        static const QRegularExpression row(
+                QStringLiteral("^  (?=\\S)(?!hovlets )(?:(.{27}) |(.{28,})\\n {30})(\\S.*)$"),
+                QRegularExpression::MultilineOption);
+        auto rows = row.globalMatch(help);
+        while (rows.hasNext()) {
+            const auto match = rows.next();
+            const QString left = (match.captured(1) + match.captured(2)).trimmed();
+            items.append({ left.section(QLatin1Char(' '), 0, 0), left.section(QLatin1Char(' '), 1),
+                           match.captured(3) });
+        }
+    }
+
+    /// The commands, when this is the help of the program.
+    static QStringList commands()
+    {
+        QStringList names;
+        const QList<Item> all = ToolHelp().items;
+        for (const Item &item : all) {
+            if (!item.isOption())
+                names += item.name;
+        }
+        return names;
+    }
+
+    QString usage; // "hovlets list [OPTIONS] PATH..."
+    QList<Item> items;
+};

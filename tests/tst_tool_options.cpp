@@ -1,0 +1,260 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "PackageFolder.h"
+#include "TestMain.h"
+#include "ToolHelp.h"
+
+#include <QtTest/QtTest>
+
+namespace {
+
+QString text(const char *latin1)
+{
+    return QString::fromLatin1(latin1);
+}
+
+/// A command that reads one good argument and then tells of one that is missing: only where each
+/// stands for itself.
+struct Command
+{
+    QString name, good, missing;
+    QStringList more = {}; // what else it needs
+};
+
+/// A right value of an option.
+QString valueOf(const ToolHelp::Item &option)
+{
+    if (!option.values().isEmpty())
+        return option.values().constFirst();
+    if (option.longName().endsWith(text("locale")))
+        return text("de_DE");
+    if (option.longName() == text("--property"))
+        return text("name=value");
+    if (option.longName() == text("--font-size"))
+        return text("12");
+    return option.kind.startsWith(text("TEXT")) ? text("nowhere/value") : text("1");
+}
+
+} // namespace
+
+/// Options and their values, of each command.
+class tst_ToolOptions : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void shouldTakeOptionsAnywhere_data();
+    void shouldTakeOptionsAnywhere();
+    void shouldCoverEachCommandWithOptions();
+    void shouldTakeAnOptionOnceForEachOfItsValues();
+    void shouldTakeNamesOfCommandsAsArguments();
+    void shouldRefuseUnknownLocales_data();
+    void shouldRefuseUnknownLocales();
+    void shouldTakeKnownLocales_data();
+    void shouldTakeKnownLocales();
+    void shouldRefuseLimitsBelowZero_data();
+    void shouldRefuseLimitsBelowZero();
+    void shouldNameWhatIsNoCommand_data();
+    void shouldNameWhatIsNoCommand();
+
+private:
+    QList<Command> commands() const;
+    void verifyThatBothArgumentsAreRead(const QStringList &arguments, const QString &missing) const;
+
+    const PackageFolder m_folder;
+    const QString m_form = m_folder.add(
+            text("good.ui"),
+            "<ui><class>A</class><widget class=\"QLabel\" name=\"a\"><property name=\"toolTip\">"
+            "<string>Tip</string></property></widget></ui>");
+    const QString m_report =
+            m_folder.add(text("good.json"), "{\"format\": \"hovlets-coverage\", \"version\": 1}");
+};
+
+QList<Command> tst_ToolOptions::commands() const
+{
+    const QString folder = m_folder.path();
+    const QString package = folder + text("/Made.hovlets");
+    const QString missing = text("nowhere/at-all");
+    return { { text("check"), folder, missing },
+             { text("coverage"), m_report, missing },
+             { text("import"), m_form, missing, { text("--output"), package } },
+             { text("list"), folder, missing },
+             { text("preview"), folder, missing },
+             { text("render"), text("pen"), missing, { text("--output"), text("made.png") } },
+             { text("show"), text("pen"), missing } };
+}
+
+void tst_ToolOptions::shouldTakeOptionsAnywhere_data()
+{
+    QTest::addColumn<QString>("command");
+    QTest::addColumn<QString>("option");
+    QTest::addColumn<QString>("value");
+    const QList<Command> all = commands();
+    for (const Command &command : all) {
+        const QList<ToolHelp::Item> items = ToolHelp(command.name).items;
+        for (const ToolHelp::Item &item : items) {
+            if (item.isOption() && !item.kind.isEmpty())
+                QTest::newRow(qPrintable(command.name + item.longName()))
+                        << command.name << item.longName() << valueOf(item);
+        }
+    }
+}
+
+void tst_ToolOptions::shouldTakeOptionsAnywhere()
+{
+    QFETCH(QString, command);
+    QFETCH(QString, option);
+    QFETCH(QString, value);
+    const QList<Command> all = commands();
+    const auto found = std::find_if(all.begin(), all.end(),
+                                    [&](const Command &each) { return each.name == command; });
+    QVERIFY(found != all.end());
+    const QStringList more = found->more.contains(option) ? QStringList() : found->more;
+    const bool onlyPaths = option == text("--output-dir") || option == text("--compare");
+    const QString good = onlyPaths ? m_folder.path() : found->good;
+    const QStringList both { good, found->missing };
+    const QStringList words { option, value };
+    const QStringList equals { option + QLatin1Char('=') + value };
+    for (const QStringList &arguments :
+         { words + both, equals + both, both + words,
+           QStringList { good } + words + QStringList { both.last() } })
+        verifyThatBothArgumentsAreRead(QStringList { command } + arguments + more, found->missing);
+}
+
+void tst_ToolOptions::verifyThatBothArgumentsAreRead(const QStringList &arguments,
+                                                     const QString &missing) const
+{
+    const ToolRun run(arguments, { { text("QT_QPA_PLATFORM"), text("offscreen") } });
+    const QByteArray words = "hovlets: " + missing.toUtf8() + ' ';
+    QVERIFY2(run.error.startsWith(words),
+             (arguments.join(QLatin1Char(' ')).toUtf8() + "\n" + run.error).constData());
+    QCOMPARE(run.status, 2);
+}
+
+void tst_ToolOptions::shouldCoverEachCommandWithOptions()
+{
+    QStringList names { text("new") }; // it has no options but --help
+    const QList<Command> all = commands();
+    for (const Command &command : all)
+        names += command.name;
+    names.sort();
+    QCOMPARE(names, ToolHelp::commands());
+    QCOMPARE(ToolHelp(text("new")).items.size(), 3);
+}
+
+void tst_ToolOptions::shouldTakeAnOptionOnceForEachOfItsValues()
+{
+    const QString path = m_folder.addControlFile(
+            text("A"), text("A"), "<hovlets locale='en_US'><hovlet key='a'/></hovlets>");
+    const ToolRun run({ text("check"), text("--locale"), text("de_DE"), text("--locale"),
+                        text("fr_FR"), m_folder.path() });
+    QCOMPARE(run.status, 1);
+    QVERIFY2(run.output.contains("de_DE") && run.output.contains("fr_FR"), run.output.constData());
+    QVERIFY(QFile::remove(path));
+}
+
+void tst_ToolOptions::shouldTakeNamesOfCommandsAsArguments()
+{
+    const ToolRun run({ text("new"), text("help"), m_folder.path() + text("/list") });
+    QCOMPARE(run.error, QByteArray());
+    QCOMPARE(run.status, 0);
+    QVERIFY(QFile::exists(m_folder.path() + text("/list/help.hovlets")));
+}
+
+void tst_ToolOptions::shouldRefuseUnknownLocales_data()
+{
+    QTest::addColumn<QString>("command");
+    QTest::addColumn<QString>("option");
+    QTest::addColumn<QString>("locale");
+    const QList<Command> all = commands();
+    for (const Command &command : all) {
+        const QList<ToolHelp::Item> items = ToolHelp(command.name).items;
+        for (const ToolHelp::Item &item : items) {
+            if (!item.longName().endsWith(text("locale")))
+                continue;
+            for (const char *locale : { "nonsense", "xx_YYY", "de_QQ", "" })
+                QTest::newRow(qPrintable(command.name + item.longName() + text(locale)))
+                        << command.name << item.longName() << text(locale);
+        }
+    }
+}
+
+void tst_ToolOptions::shouldRefuseUnknownLocales()
+{
+    QFETCH(QString, command);
+    QFETCH(QString, option);
+    QFETCH(QString, locale);
+    const ToolRun run({ command, m_folder.path(), m_folder.path(), option, locale });
+    QCOMPARE(run.status, 2);
+    QCOMPARE(run.error,
+             QStringLiteral("hovlets: %1: \"%2\" is no known locale; write one such as de_DE; see "
+                            "`hovlets %3 --help`\n")
+                     .arg(option, locale, command)
+                     .toUtf8());
+}
+
+void tst_ToolOptions::shouldTakeKnownLocales_data()
+{
+    QTest::addColumn<QString>("locale");
+    for (const char *locale : { "de", "de_AT", "de-DE", "C", "zh_Hant", "zh_Hans_CN", "es_419" })
+        QTest::newRow(locale) << text(locale);
+}
+
+void tst_ToolOptions::shouldTakeKnownLocales()
+{
+    QFETCH(QString, locale);
+    const ToolRun run({ text("show"), text("--locale"), locale, text("pen"), m_folder.path() });
+    QVERIFY2(run.error.contains("no entry for \"pen\""), run.error.constData());
+    QCOMPARE(run.status, 1);
+}
+
+void tst_ToolOptions::shouldRefuseLimitsBelowZero_data()
+{
+    QTest::addColumn<QStringList>("words");
+    QTest::addColumn<QString>("value");
+    for (const char *value : { "-1", "-0.5", "nan" }) {
+        for (const char *option : { "--max-seconds", "--max-megabytes" })
+            QTest::addRow("%s %s", option, value)
+                    << QStringList { text("check"), text(option) } << text(value);
+    }
+    QTest::newRow("--max-missing")
+            << QStringList { text("coverage"), text("--max-missing") } << text("-1");
+}
+
+void tst_ToolOptions::shouldRefuseLimitsBelowZero()
+{
+    QFETCH(QStringList, words);
+    QFETCH(QString, value);
+    const ToolRun run(words + QStringList { value, m_folder.path() });
+    QCOMPARE(run.status, 2);
+    QCOMPARE(run.error,
+             QStringLiteral("hovlets: %1: %2 must be 0 or more; see `hovlets %3 --help`\n")
+                     .arg(words.last(), value, words.first())
+                     .toUtf8());
+}
+
+void tst_ToolOptions::shouldNameWhatIsNoCommand_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("word");
+    QTest::newRow("command") << QStringList { text("chekc"), text("content") } << text("chekc");
+    QTest::newRow("its help") << QStringList { text("chekc"), text("--help") } << text("chekc");
+    QTest::newRow("help of it") << QStringList { text("help"), text("chekc") } << text("chekc");
+    QTest::newRow("option") << QStringList { text("--format"), text("json") } << text("--format");
+    QTest::newRow("nothing") << QStringList { QString() } << QString();
+}
+
+void tst_ToolOptions::shouldNameWhatIsNoCommand()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, word);
+    const ToolRun run(arguments);
+    QCOMPARE(run.status, 2);
+    QCOMPARE(run.output, QByteArray());
+    QCOMPARE(run.error,
+             QStringLiteral("hovlets: \"%1\" is no command; `hovlets --help` lists the commands\n")
+                     .arg(word)
+                     .toUtf8());
+}
+
+HOVLETS_TEST_MAIN(tst_ToolOptions)
+#include "tst_tool_options.moc"

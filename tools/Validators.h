@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+// What the value of an option is to be; each refuses other values with what to write instead.
+
+/// A locale that the library would not take for another one.
+CLI::Validator knownLocale();
+
+/// A number that is not negative.
+CLI::Validator zeroOrMore();
