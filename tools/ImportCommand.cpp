@@ -9,6 +9,8 @@
 #include <QtCore/QSaveFile>
 #include <QtCore/QXmlStreamWriter>
 
+#include <algorithm>
+#include <cstdio>
 #include <memory>
 
 namespace {
@@ -21,36 +23,43 @@ struct Options
     std::string locale = "en_US";
 };
 
-QStringList toList(const std::vector<std::string> &paths)
+struct Entry
 {
-    QStringList list;
-    for (const std::string &path : paths)
-        list += QString::fromLocal8Bit(path.c_str());
-    return list;
+    QString key;
+    QStringList paragraphs; // the first is the title, as it is of tooltips that have more than one
+};
+
+/// Without those that have nothing to read, as after a translation to blanks.
+std::vector<Entry> entriesOf(const std::vector<UiEntry> &all, const UiTranslation *translation)
+{
+    std::vector<Entry> entries;
+    for (const UiEntry &each : all) {
+        if (translation && !translation->hasAny(each))
+            continue;
+        Entry entry { each.name, {} };
+        for (const QString &source : { each.toolTip, each.statusTip, each.whatsThis }) {
+            const QString text =
+                    plainText(translation ? translation->translate(each.context, source) : source);
+            if (!text.isEmpty() && !entry.paragraphs.contains(text))
+                entry.paragraphs += text;
+        }
+        if (!entry.paragraphs.isEmpty())
+            entries.push_back(entry);
+    }
+    return entries;
 }
 
-/// The first line is the title, as it is of tooltips that have more than one.
-void writeEntry(QXmlStreamWriter &writer, const UiEntry &entry, const UiTranslation *translation)
+void writeEntry(QXmlStreamWriter &writer, const Entry &entry)
 {
-    const auto translated = [&](const QString &text) {
-        return translation ? translation->translate(entry.context, text) : text;
-    };
-    QStringList paragraphs;
-    for (const QString &source : { entry.toolTip, entry.statusTip, entry.whatsThis }) {
-        const QString text = plainText(translated(source));
-        if (!text.isEmpty() && !paragraphs.contains(text))
-            paragraphs += text;
-    }
     writer.writeStartElement(QStringLiteral("hovlet"));
-    writer.writeAttribute(QStringLiteral("key"), entry.name);
-    writer.writeAttribute(QStringLiteral("title"), paragraphs.takeFirst());
-    for (const QString &paragraph : std::as_const(paragraphs))
+    writer.writeAttribute(QStringLiteral("key"), entry.key);
+    writer.writeAttribute(QStringLiteral("title"), entry.paragraphs.first());
+    for (const QString &paragraph : entry.paragraphs.mid(1))
         writer.writeTextElement(QStringLiteral("p"), paragraph);
     writer.writeEndElement();
 }
 
-void writeControlFile(const QString &path, const std::vector<UiEntry> &entries,
-                      const QString &locale, const UiTranslation *translation)
+void writeControlFile(const QString &path, const std::vector<Entry> &entries, const QString &locale)
 {
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
@@ -62,37 +71,55 @@ void writeControlFile(const QString &path, const std::vector<UiEntry> &entries,
     writer.writeStartElement(QStringLiteral("hovlets"));
     writer.writeAttribute(QStringLiteral("locale"), locale);
     writer.writeAttribute(QStringLiteral("search"), QStringLiteral("Default"));
-    for (const UiEntry &entry : entries) {
-        if (!translation || translation->hasAny(entry))
-            writeEntry(writer, entry, translation);
-    }
+    for (const Entry &entry : entries)
+        writeEntry(writer, entry);
     writer.writeEndElement();
     writer.writeEndDocument();
     if (!file.commit())
         throw ToolError(QStringLiteral("%1 cannot be written: %2").arg(path, file.errorString()));
 }
 
-int run(const Options &options)
+std::vector<UiEntry> readForms(const std::vector<std::string> &paths)
 {
     std::vector<UiEntry> entries;
-    const QStringList forms = toList(options.forms);
-    for (const QString &form : forms) {
-        for (const UiEntry &entry : readForm(form))
+    for (const std::string &path : paths) {
+        for (const UiEntry &entry : readForm(QString::fromLocal8Bit(path.c_str())))
             addEntry(entries, entry);
     }
     if (entries.empty())
         throw ToolError(QStringLiteral("No named widget or action in these forms has a toolTip, "
                                        "statusTip or whatsThis; there is nothing to import"));
+    return entries;
+}
 
-    std::vector<UiTranslation> translations;
-    const QStringList files = toList(options.translations);
-    for (const QString &file : files)
-        translations.emplace_back(file);
+/// One for each locale; where two files translate a text, the first does.
+std::vector<UiTranslation> readTranslations(const std::vector<std::string> &paths)
+{
+    std::vector<UiTranslation> all;
+    for (const std::string &path : paths) {
+        const UiTranslation translation(QString::fromLocal8Bit(path.c_str()));
+        const auto same = std::find_if(all.begin(), all.end(), [&](const UiTranslation &other) {
+            return other.locale() == translation.locale();
+        });
+        if (same == all.end())
+            all.push_back(translation);
+        else
+            same->add(translation);
+    }
+    return all;
+}
 
-    const QDir package(QString::fromLocal8Bit(options.package.c_str()));
-    if (QFileInfo(package.path()).suffix() != QLatin1String("hovlets"))
+/// Makes the folder, and returns where its control files are to be, without ".xml".
+QString makePackage(const QDir &package)
+{
+    const QFileInfo info(package.path());
+    const QString name = info.completeBaseName();
+    if (info.suffix() != QLatin1String("hovlets"))
         throw ToolError(
                 QStringLiteral("%1: the name of a package ends in .hovlets").arg(package.path()));
+    if (name.isEmpty() || name.startsWith(QLatin1Char('.')))
+        throw ToolError(QStringLiteral("%1 would be hidden; write a name before .hovlets")
+                                .arg(package.path()));
     if (package.exists())
         throw ToolError(QStringLiteral("%1 is there already; import into a new package and move "
                                        "over what you want")
@@ -100,13 +127,31 @@ int run(const Options &options)
     if (!package.mkpath(QStringLiteral("Control")))
         throw ToolError(
                 QStringLiteral("%1 cannot be made; is its folder writable?").arg(package.path()));
-    const QString base = package.filePath(QStringLiteral("Control/")
-                                          + QFileInfo(package.path()).completeBaseName());
-    writeControlFile(base + QStringLiteral(".xml"), entries, QString::fromStdString(options.locale),
-                     nullptr);
-    for (const UiTranslation &translation : translations)
-        writeControlFile(base + QLatin1Char('.') + translation.locale() + QStringLiteral(".xml"),
-                         entries, translation.locale(), &translation);
+    return package.filePath(QStringLiteral("Control/") + name);
+}
+
+int run(const Options &options)
+{
+    const std::vector<UiEntry> texts = readForms(options.forms);
+    const std::vector<UiTranslation> translations = readTranslations(options.translations);
+    const std::vector<Entry> entries = entriesOf(texts, nullptr);
+    const QDir package(QString::fromLocal8Bit(options.package.c_str()));
+    const QString base = makePackage(package);
+    writeControlFile(base + QStringLiteral(".xml"), entries,
+                     QString::fromStdString(options.locale));
+    for (const UiTranslation &translation : translations) {
+        const QString locale = translation.locale();
+        const std::vector<Entry> translated = entriesOf(texts, &translation);
+        if (translated.empty()) {
+            std::fprintf(stderr,
+                         "hovlets: none of the forms' texts is translated for %s; no control file "
+                         "is made for it\n",
+                         qPrintable(locale));
+            continue;
+        }
+        writeControlFile(base + QLatin1Char('.') + locale + QStringLiteral(".xml"), translated,
+                         locale);
+    }
     printText(QStringLiteral("%1: %2 entries\n").arg(package.path()).arg(entries.size()));
     return Clean;
 }

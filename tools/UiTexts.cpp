@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "UiTexts.h"
 
+#include "ControlFile.h"
 #include "Program.h"
 
 #include <QtCore/QFile>
@@ -40,7 +41,8 @@ QString *textOf(UiEntry &entry, const QString &name)
     return name == QLatin1String("whatsThis") ? &entry.whatsThis : nullptr;
 }
 
-/// Inside a property: its string, or nothing when the property is of another type.
+/// Inside a property: its string, or nothing when the property is of another type, or when there is
+/// nothing to read in its string.
 QString readString(QXmlStreamReader &reader)
 {
     QString text;
@@ -50,7 +52,25 @@ QString readString(QXmlStreamReader &reader)
         else
             reader.skipCurrentElement();
     }
-    return text;
+    return plainText(text).isEmpty() ? QString() : text;
+}
+
+void readProperty(QXmlStreamReader &reader, const QString &name, UiEntry &entry)
+{
+    if (QString *text = textOf(entry, name))
+        *text = readString(reader);
+    else
+        reader.skipCurrentElement();
+}
+
+/// For a file whose root is none of a form.
+[[noreturn]] void refuseOther(const QXmlStreamReader &reader, const QFile &file)
+{
+    refuseMistakes(reader, file);
+    if (reader.name() == QLatin1String("TS"))
+        throw ToolError(QStringLiteral("%1 is a translation file; write --ts before each of these")
+                                .arg(file.fileName()));
+    throw ToolError(QStringLiteral("%1 is no file of Qt Designer").arg(file.fileName()));
 }
 
 bool hasText(const UiEntry &entry)
@@ -65,32 +85,34 @@ std::vector<UiEntry> readForm(const QString &path)
     QFile file(path);
     open(file);
     QXmlStreamReader reader(&file);
-    if (!reader.readNextStartElement() || reader.name() != QLatin1String("ui")) {
-        refuseMistakes(reader, file);
-        throw ToolError(QStringLiteral("%1 is no file of Qt Designer").arg(path));
-    }
+    if (!reader.readNextStartElement() || reader.name() != QLatin1String("ui"))
+        refuseOther(reader, file);
     std::vector<UiEntry> all;
-    std::vector<size_t> open; // the objects around the place, as indices of the former
+    constexpr size_t NoObject = size_t(-1);
+    // The elements around the place: of objects the indices of their entries. The items and columns
+    // of a widget are no objects: their tips are not the widget's.
+    std::vector<size_t> open { NoObject };
     QString context;
-    while (!reader.atEnd()) {
-        reader.readNext();
-        const bool isObject = reader.name() == QLatin1String("widget")
-                || reader.name() == QLatin1String("action");
-        if (reader.isEndElement() && isObject) {
+    while (!open.empty()) {
+        if (!reader.readNextStartElement()) {
             open.pop_back();
-        } else if (reader.isStartElement() && isObject) {
+            continue;
+        }
+        const auto element = reader.name();
+        const QString name = reader.attributes().value(QLatin1String("name")).toString();
+        if (element == QLatin1String("widget") || element == QLatin1String("action")) {
             open.push_back(all.size());
-            all.push_back({ reader.attributes().value(QLatin1String("name")).toString(), context });
-        } else if (reader.isStartElement() && reader.name() == QLatin1String("class")
-                   && context.isEmpty()) {
+            all.push_back({ name, context });
+        } else if (element == QLatin1String("class") && context.isEmpty()) {
             context = reader.readElementText();
-        } else if (reader.isStartElement() && reader.name() == QLatin1String("property")
-                   && !open.empty()) {
-            const QString name = reader.attributes().value(QLatin1String("name")).toString();
-            if (QString *text = textOf(all[open.back()], name))
-                *text = readString(reader);
+        } else if (element == QLatin1String("property") && open.back() != NoObject) {
+            readProperty(reader, name, all[open.back()]);
+        } else {
+            open.push_back(NoObject);
         }
     }
+    while (!reader.atEnd()) // where there is to be nothing
+        reader.readNext();
     refuseMistakes(reader, file);
     all.erase(std::remove_if(
                       all.begin(), all.end(),
@@ -115,9 +137,9 @@ void addEntry(std::vector<UiEntry> &entries, const UiEntry &entry)
 
 QString plainText(const QString &text)
 {
-    const QString plain =
+    QString plain =
             Qt::mightBeRichText(text) ? QTextDocumentFragment::fromHtml(text).toPlainText() : text;
-    return plain.simplified();
+    return plain.remove(QChar::ObjectReplacementCharacter).simplified();
 }
 
 UiTranslation::UiTranslation(const QString &path)
@@ -149,7 +171,18 @@ UiTranslation::UiTranslation(const QString &path)
         throw ToolError(QStringLiteral("%1 is no translation file, or names no language: its root "
                                        "is to be <TS language=\"…\">")
                                 .arg(path));
+    if (!isKnownLocale(m_locale))
+        throw ToolError(QStringLiteral("%1: its language \"%2\" is no known locale; write one such "
+                                       "as de_DE")
+                                .arg(path, m_locale));
     m_locale = QLocale(m_locale).name();
+}
+
+void UiTranslation::add(const UiTranslation &other)
+{
+    QHash<QPair<QString, QString>, QString> texts = other.m_texts;
+    texts.insert(m_texts);
+    m_texts = texts;
 }
 
 QString UiTranslation::translate(const QString &context, const QString &text) const

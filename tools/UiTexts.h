@@ -15,13 +15,13 @@ struct UiEntry
     QString toolTip = {}, statusTip = {}, whatsThis = {};
 };
 
-/// The named objects of a form that have any of these texts. Throws a ToolError.
+/// The named objects of a form that have any of these texts to read. Throws a ToolError.
 std::vector<UiEntry> readForm(const QString &path);
 
 /// Adds \a entry, or to an entry of its name the texts that this lacks.
 void addEntry(std::vector<UiEntry> &entries, const UiEntry &entry);
 
-/// Without markup, white space collapsed.
+/// What there is to read: without markup and pictures, white space collapsed.
 QString plainText(const QString &text);
 
 /*!
@@ -30,13 +30,16 @@ QString plainText(const QString &text);
 class UiTranslation
 {
 public:
-    /// Throws a ToolError for a file that cannot be read, or that names no language.
+    /// Throws a ToolError for a file that cannot be read, or that names no known language.
     explicit UiTranslation(const QString &path);
 
     QString locale() const { return m_locale; }
 
     /// \a text itself when it is not translated.
     QString translate(const QString &context, const QString &text) const;
+
+    /// Adds what \a other has translated and this has not.
+    void add(const UiTranslation &other);
 
     /// Whether any of the entry's texts is translated.
     bool hasAny(const UiEntry &entry) const;
