@@ -53,6 +53,8 @@ private Q_SLOTS:
     void shouldTakeKnownLocales();
     void shouldRefuseLimitsBelowZero_data();
     void shouldRefuseLimitsBelowZero();
+    void shouldSayWhichNumbersItTakes_data();
+    void shouldSayWhichNumbersItTakes();
     void shouldNameWhatIsNoCommand_data();
     void shouldNameWhatIsNoCommand();
 
@@ -229,6 +231,30 @@ void tst_ToolOptions::shouldRefuseLimitsBelowZero()
     QCOMPARE(run.error,
              QStringLiteral("hovlets: %1: %2 must be 0 or more; see `hovlets %3 --help`\n")
                      .arg(words.last(), value, words.first())
+                     .toUtf8());
+}
+
+void tst_ToolOptions::shouldSayWhichNumbersItTakes_data()
+{
+    QTest::addColumn<QString>("option");
+    QTest::addColumn<QString>("value");
+    QTest::addColumn<QString>("range");
+    QTest::newRow("scale") << text("--scale") << text("9") << text("from 0.5 to 8");
+    QTest::newRow("font size") << text("--font-size") << text("3.9") << text("from 4 to 96");
+    QTest::newRow("tolerance") << text("--tolerance") << text("1.1") << text("from 0 to 1");
+    QTest::newRow("no number") << text("--scale") << text("big") << text("from 0.5 to 8");
+}
+
+void tst_ToolOptions::shouldSayWhichNumbersItTakes()
+{
+    QFETCH(QString, option);
+    QFETCH(QString, value);
+    QFETCH(QString, range);
+    const ToolRun run({ text("render"), option, value, text("pen"), m_folder.path() });
+    QCOMPARE(run.status, 2);
+    QCOMPARE(run.error,
+             QStringLiteral("hovlets: %1: %2 must be %3; see `hovlets render --help`\n")
+                     .arg(option, value, range)
                      .toUtf8());
 }
 

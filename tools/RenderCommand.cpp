@@ -201,7 +201,7 @@ void addRenderCommand(Program &program)
                        "Tells which pictures differ from those in this folder");
     command.add_option("--tolerance", options->tolerance,
                        "The part of a picture's pixels that may differ, 0 to 1")
-            ->check(CLI::Range(0.0, 1.0))
+            ->check(between(0, 1))
             ->capture_default_str();
     command.add_option("--locale", options->look.locale, "The preferred locale, such as de_DE")
             ->check(knownLocale());
@@ -216,10 +216,11 @@ void addRenderCommand(Program &program)
                    [](const double &scale) { // read when the application starts
                        qputenv("QT_SCALE_FACTOR", QByteArray::number(scale));
                    },
-                   "The scaling of the screen, such as 2")
-            ->check(CLI::Range(0.5, 8.0));
-    command.add_option("--font-size", options->look.fontSize, "The size of the font, in points")
-            ->check(CLI::Range(4.0, 96.0));
+                   "The scaling of the screen, from 0.5 to 8")
+            ->check(between(0.5, 8));
+    command.add_option("--font-size", options->look.fontSize,
+                       "The size of the font, in points, from 4 to 96")
+            ->check(between(4, 96));
     command.add_flag("--simple", options->look.simple, "The simple popup");
     addProperties(command, options->properties);
     command.add_option("--key-data", options->look.keyData, "The host's file of attributes by key");

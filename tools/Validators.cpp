@@ -5,6 +5,18 @@
 
 #include <QtCore/QString>
 
+#include <optional>
+
+namespace {
+
+std::optional<double> numberOf(const std::string &text)
+{
+    double number = 0;
+    return CLI::detail::lexical_cast(text, number) ? std::optional(number) : std::nullopt;
+}
+
+} // namespace
+
 // Without descriptions, which would stand in the help as the type of each value.
 
 CLI::Validator knownLocale()
@@ -20,9 +32,23 @@ CLI::Validator knownLocale()
 CLI::Validator zeroOrMore()
 {
     const auto complaint = [](const std::string &text) -> std::string {
-        double number = 0;
-        const bool isNumber = CLI::detail::lexical_cast(text, number);
-        return isNumber && number >= 0 ? std::string() : text + " must be 0 or more";
+        const std::optional<double> number = numberOf(text);
+        return number && *number >= 0 ? std::string() : text + " must be 0 or more";
+    };
+    return { complaint, {} };
+}
+
+CLI::Validator between(double lowest, double highest)
+{
+    const auto complaint = [lowest, highest](const std::string &text) -> std::string {
+        const std::optional<double> number = numberOf(text);
+        if (number && *number >= lowest && *number <= highest)
+            return {};
+        return QStringLiteral("%1 must be from %2 to %3")
+                .arg(QString::fromStdString(text))
+                .arg(lowest)
+                .arg(highest)
+                .toStdString();
     };
     return { complaint, {} };
 }

@@ -10,3 +10,6 @@ CLI::Validator knownLocale();
 
 /// A number that is not negative.
 CLI::Validator zeroOrMore();
+
+/// A number from \a lowest to \a highest, both included.
+CLI::Validator between(double lowest, double highest);
