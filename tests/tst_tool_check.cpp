@@ -2,45 +2,12 @@
 #include "ClipFolder.h"
 #include "PackageFolder.h"
 #include "TestMain.h"
-#include "ToolRun.h"
+#include "ToolFindings.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
-#include <QtCore/QJsonArray>
 #include <QtCore/QXmlStreamReader>
 #include <QtTest/QtTest>
-
-namespace {
-
-QStringList arguments(const char *format, const QString &path)
-{
-    return { QStringLiteral("check"), QStringLiteral("--format"), QLatin1String(format), path };
-}
-
-/// "CODE FILE-NAME:LINE" of each finding.
-QStringList found(const QStringList &options, const QString &path)
-{
-    const ToolRun run(QStringList(arguments("json", path)) + options);
-    const QJsonArray findings = run.json().value(QLatin1String("findings")).toArray();
-    QStringList lines;
-    for (const auto &value : findings) {
-        const QJsonObject finding = value.toObject();
-        const QString name = QFileInfo(finding.value(QLatin1String("file")).toString()).fileName();
-        lines += QStringLiteral("%1 %2:%3")
-                         .arg(finding.value(QLatin1String("code")).toString(), name)
-                         .arg(finding.value(QLatin1String("line")).toInt());
-    }
-    if (run.status != (lines.isEmpty() ? 0 : 1))
-        lines += QStringLiteral("status %1: ").arg(run.status) + QString::fromUtf8(run.error);
-    return lines;
-}
-
-QByteArray control(const QByteArray &entries, const QByteArray &attributes = {})
-{
-    return "<hovlets search=\"Default\" " + attributes + ">\n" + entries + "\n</hovlets>\n";
-}
-
-} // namespace
 
 class tst_ToolCheck : public QObject
 {
@@ -51,7 +18,6 @@ private Q_SLOTS:
     void shouldFindOneThingInAControlFile();
     void shouldTellWhyAFileIsNotIndexed_data();
     void shouldTellWhyAFileIsNotIndexed();
-    void shouldTellOfAFileThatCannotBeRead();
     void shouldTellOfAFolderWithoutPackages();
     void shouldFindSymbolicLinks();
     void shouldFindEntriesThatAnotherFileHides_data();
@@ -170,17 +136,6 @@ void tst_ToolCheck::shouldTellWhyAFileIsNotIndexed()
     QCOMPARE(found({}, folder.path()), QStringList { expected });
 }
 
-void tst_ToolCheck::shouldTellOfAFileThatCannotBeRead()
-{
-    const PackageFolder folder;
-    QFile file(folder.addControlFile(QStringLiteral("P"), QStringLiteral("A"),
-                                     control("<hovlet key='a'/>")));
-    QVERIFY(file.setPermissions({}));
-    if (QFileInfo(file.fileName()).isReadable())
-        QSKIP("This user may read everything");
-    QCOMPARE(found({}, folder.path()), QStringList { QStringLiteral("HV116 A.xml:1") });
-}
-
 void tst_ToolCheck::shouldTellOfAFolderWithoutPackages()
 {
     const PackageFolder folder;
@@ -285,7 +240,7 @@ void tst_ToolCheck::shouldFindKeyDataOfNoEntry()
     QCOMPARE(found({ QStringLiteral("--key-data"), other }, folder.path()),
              QStringList { QStringLiteral("HV103 other.xml:2") });
     const ToolRun missing(
-            QStringList(arguments("text", folder.path()))
+            QStringList(checkArguments("text", folder.path()))
             + QStringList { QStringLiteral("--key-data"), QStringLiteral("none.xml") });
     QCOMPARE(missing.status, 2);
     QVERIFY2(missing.error.contains("none.xml"), missing.error.constData());
@@ -312,7 +267,7 @@ void tst_ToolCheck::shouldWriteSarif()
 {
     PackageFolder folder;
     folder.addControlFile(QStringLiteral("P"), QStringLiteral("A"), control("<hovlet/>"));
-    const ToolRun run(arguments("sarif", folder.path()));
+    const ToolRun run(checkArguments("sarif", folder.path()));
     QCOMPARE(run.status, 1);
     QCOMPARE(run.json().value(QLatin1String("version")).toString(), QStringLiteral("2.1.0"));
     const QJsonObject log = run.json().value(QLatin1String("runs")).toArray().first().toObject();
@@ -343,7 +298,7 @@ void tst_ToolCheck::shouldWriteJunit()
     PackageFolder folder;
     folder.addControlFile(QStringLiteral("P"), QStringLiteral("A"), control("<hovlet/><hovlet/>"));
     folder.addControlFile(QStringLiteral("P"), QStringLiteral("B"), control("<hovlet key='a'/>"));
-    const ToolRun run(arguments("junit", folder.path()));
+    const ToolRun run(checkArguments("junit", folder.path()));
     QXmlStreamReader xml(run.output);
     QStringList names;
     while (!xml.atEnd()) {

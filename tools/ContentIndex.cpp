@@ -3,7 +3,6 @@
 
 #include "Program.h"
 
-#include <HVControlFiles.h>
 #include <HVPackageFiles.h>
 
 #include <QtCore/QCoreApplication>
@@ -16,7 +15,8 @@ using Hovlets::HVControlFiles;
 void ContentIndex::Index::indexControlFile(const QString &file, const QString &location)
 {
     HVIndex::indexControlFile(file, location);
-    if (HVControlFiles::isControlFile(file) && !files.contains(file))
+    const bool isBelow = places.depthBelow(file, location) >= 0; // not by links
+    if (isBelow && HVControlFiles::isControlFile(file) && !files.contains(file))
         files.prepend(file);
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <HVContext.h>
+#include <HVControlFiles.h>
 #include <HVIndex.h>
 #include <HVManager.h>
 
@@ -42,6 +43,7 @@ private:
         void indexControlFile(const QString &file, const QString &location) override;
 
         QStringList files;
+        Hovlets::HVControlFiles places;
     };
 
     void addPath(const QString &path);

@@ -3,10 +3,10 @@
 
 #include "ContentIndex.h"
 #include "Findings.h"
+#include "UnindexedFile.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QDirIterator>
-#include <QtCore/QFile>
 
 namespace {
 
@@ -18,47 +18,16 @@ bool isXml(const QFileInfo &file)
     return file.fileName().endsWith(QLatin1String(".xml"), Qt::CaseInsensitive);
 }
 
-QByteArray head(const QFileInfo &file)
+/// A folder whose files can be listed and opened.
+bool isOpen(const QFileInfo &folder)
 {
-    QFile device(file.filePath());
-    return device.open(QIODevice::ReadOnly) ? device.read(4) : QByteArray();
+    return folder.isReadable() && folder.isExecutable();
 }
 
-bool isWide(const QFileInfo &file)
+void addClosed(const QFileInfo &folder, FindingList &findings)
 {
-    const QByteArray bytes = head(file);
-    return bytes.startsWith("\xff\xfe") || bytes.startsWith("\xfe\xff") || bytes.contains('\0');
-}
-
-QString rootOf(const XmlDocument &document)
-{
-    return document.elements().empty() ? QString() : document.elements().front().name;
-}
-
-bool isLikeControlFile(const QFileInfo &file)
-{
-    return file.isReadable() && rootOf(XmlDocument(file.filePath())) == QLatin1String("hovlets");
-}
-
-/// Why a file with the right name in the control folder is not indexed.
-void explain(const QFileInfo &file, FindingList &findings)
-{
-    const QString path = file.filePath();
-    if (!file.isReadable())
-        return findings.add("HV116", path, QStringLiteral("the file cannot be read"));
-    if (isWide(file))
-        return findings.add("HV115", path, QStringLiteral("the file is in UTF-16 or UTF-32"));
-    const XmlDocument document(path);
-    const QString root = rootOf(document);
-    if (!document.isWellFormed() && root.isEmpty())
-        return findings.add("HV101", path, document.errorPosition(), document.error());
-    const Position position = document.position(document.elements().front().offset);
-    if (root != QLatin1String("hovlets"))
-        return findings.add("HV102", path, position,
-                            QStringLiteral("the root element is \"%1\"").arg(root));
-    findings.add("HV114", path, position,
-                 QStringLiteral("the name of the root tag is not followed by anything on its line, "
-                                "so that the file is not indexed"));
+    findings.add("HV116", folder.filePath(),
+                 QStringLiteral("the folder cannot be read, nor what is in it"));
 }
 
 void checkFile(const QFileInfo &file, bool isInControlFolder, const QStringList &indexed,
@@ -77,24 +46,47 @@ void checkFile(const QFileInfo &file, bool isInControlFolder, const QStringList 
     if (isXml(file) && (file.isSymLink() || file.isHidden()))
         return findings.add("HV113", path,
                             QStringLiteral("symbolic links and hidden files are not indexed"));
+    if (isXml(file) && !file.isFile())
+        return findings.add("HV113", path,
+                            QStringLiteral("pipes, sockets and devices are not indexed"));
     if (isXml(file))
-        return explain(file, findings);
+        return explainUnindexed(file, findings);
     if (isLikeControlFile(file))
         findings.add("HV111", path, QStringLiteral("only files named *.xml are indexed"));
 }
 
+/// The library follows the link, and then takes files of the package alone.
+void checkControlLink(const QFileInfo &control, const QString &package, FindingList &findings)
+{
+    if (!control.exists())
+        return findings.add("HV113", control.filePath(),
+                            QStringLiteral("the symbolic link leads nowhere"));
+    const QString target = control.canonicalFilePath();
+    if (!target.startsWith(package + QLatin1Char('/')))
+        findings.add("HV113", control.filePath(),
+                     QStringLiteral("the symbolic link leads out of the package, to %1, so that "
+                                    "the control files there are not indexed")
+                             .arg(target));
+}
+
 void checkPackage(const QFileInfo &package, const QStringList &indexed, FindingList &findings)
 {
+    if (!isOpen(package))
+        return addClosed(package, findings);
     const QDir root(package.canonicalFilePath());
-    const QString control = root.filePath(ControlFolder);
-    if (QFileInfo(control).isSymLink() && !QFileInfo::exists(control))
-        findings.add("HV113", control, QStringLiteral("the symbolic link leads nowhere"));
-    QDirIterator files(root.path(), QDir::Files | QDir::Hidden | QDir::System,
+    const QFileInfo control(root.filePath(ControlFolder));
+    if (control.isSymLink())
+        checkControlLink(control, root.path(), findings);
+    QDirIterator files(root.path(),
+                       QDir::Files | QDir::Dirs | QDir::Hidden | QDir::System
+                               | QDir::NoDotAndDotDot,
                        QDirIterator::Subdirectories);
     while (files.hasNext()) {
         const QFileInfo file(files.next());
-        if (file.exists() || file.isSymLink())
-            checkFile(file, file.path() == control, indexed, findings);
+        if (file.isDir() && !file.isHidden() && !isOpen(file))
+            addClosed(file, findings);
+        else if (!file.isDir() && (file.exists() || file.isSymLink()))
+            checkFile(file, file.path() == control.filePath(), indexed, findings);
     }
 }
 
@@ -105,6 +97,8 @@ void checkFolder(const QFileInfo &folder, FindingList &findings)
     if (hasSuffix && (folder.isSymLink() || folder.isHidden()))
         return findings.add("HV113", folder.filePath(),
                             QStringLiteral("symbolic links and hidden folders are no packages"));
+    if (hasSuffix && !folder.isReadable()) // of others, the package itself tells
+        return addClosed(folder, findings);
     if (!hasSuffix && QDir(folder.filePath()).exists(ControlFolder))
         findings.add("HV112", folder.filePath(),
                      QStringLiteral("the folder has control files but is no package by its name"));
@@ -120,7 +114,8 @@ void checkPackages(const std::vector<std::string> &paths, const ContentIndex &co
     for (const QFileInfo &package : packages)
         checkPackage(package, indexed, findings);
     for (const std::string &name : paths) {
-        const QFileInfo path(QFileInfo(QString::fromLocal8Bit(name.c_str())).absoluteFilePath());
+        const QString given = QFileInfo(QString::fromLocal8Bit(name.c_str())).absoluteFilePath();
+        const QFileInfo path(QDir::cleanPath(given)); // "P.hovlets/" has no suffix
         if (path.suffix() == PackageSuffix)
             continue;
         checkFolder(path, findings);

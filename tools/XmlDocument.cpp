@@ -2,9 +2,9 @@
 #include "XmlDocument.h"
 
 #include "Program.h"
+#include "StartTag.h"
 
 #include <QtCore/QFile>
-#include <QtCore/QRegularExpression>
 
 #include <libxml/parser.h>
 #include <libxml/SAX2.h>
@@ -18,6 +18,16 @@ namespace {
 QString fromXml(const xmlChar *text)
 {
     return QString::fromUtf8(reinterpret_cast<const char *>(text));
+}
+
+QByteArray bytesOf(const QString &file)
+{
+    QFile device(file);
+    if (!device.open(QIODevice::ReadOnly)) {
+        throw ToolError(QStringLiteral("cannot read %1: %2; make it readable")
+                                .arg(file, device.errorString()));
+    }
+    return device.readAll();
 }
 
 } // namespace
@@ -94,13 +104,13 @@ QString XmlDocument::Element::value(const QString &attribute) const
 }
 
 XmlDocument::XmlDocument(const QString &file)
+    : XmlDocument(bytesOf(file))
 {
-    QFile device(file);
-    if (!device.open(QIODevice::ReadOnly)) {
-        throw ToolError(QStringLiteral("cannot read %1: %2; make it readable")
-                                .arg(file, device.errorString()));
-    }
-    m_bytes = device.readAll();
+}
+
+XmlDocument::XmlDocument(const QByteArray &bytes)
+    : m_bytes(bytes)
+{
     m_lines.push_back(0);
     for (auto at = m_bytes.indexOf('\n'); at >= 0; at = m_bytes.indexOf('\n', at + 1))
         m_lines.push_back(static_cast<int>(at) + 1);
@@ -148,13 +158,6 @@ Position XmlDocument::position(int offset) const
 
 Position XmlDocument::position(const Element &element, const QString &attribute) const
 {
-    const int end = static_cast<int>(m_bytes.indexOf('>', element.offset));
-    const QString tag = QString::fromUtf8(m_bytes.mid(element.offset, end - element.offset));
-    const QRegularExpression pattern(
-            QStringLiteral("\\s%1\\s*=").arg(QRegularExpression::escape(attribute)));
-    const auto match = pattern.match(tag);
-    const int skipped = match.hasMatch()
-            ? static_cast<int>(tag.left(match.capturedStart() + 1).toUtf8().size())
-            : 0;
-    return position(element.offset + skipped);
+    const auto place = findAttribute(m_bytes, element.offset, attribute.toUtf8());
+    return position(place ? place->name : element.offset);
 }

@@ -36,6 +36,8 @@ public:
 
     /// Throws a ToolError when the file cannot be read.
     explicit XmlDocument(const QString &file);
+    /// Of the bytes of a file, or of its beginning.
+    explicit XmlDocument(const QByteArray &bytes);
 
     const QByteArray &bytes() const { return m_bytes; }
     const std::vector<Element> &elements() const { return m_elements; }

@@ -15,7 +15,9 @@
 class ToolRun
 {
 public:
-    explicit ToolRun(const QStringList &arguments, const QMap<QString, QString> &variables = {})
+    /// \param command the program, and before it what is to start it
+    explicit ToolRun(const QStringList &arguments, const QMap<QString, QString> &variables = {},
+                     const QStringList &command = { QStringLiteral(HOVLETS_PROGRAM) })
     {
         QProcess process;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -25,7 +27,7 @@ public:
         for (auto each = variables.begin(); each != variables.end(); ++each)
             environment.insert(each.key(), each.value());
         process.setProcessEnvironment(environment);
-        process.start(QStringLiteral(HOVLETS_PROGRAM), arguments);
+        process.start(command.first(), command.mid(1) + arguments);
         if (!process.waitForFinished(60000) || process.exitStatus() != QProcess::NormalExit) {
             error = process.errorString().toUtf8() + process.readAllStandardError();
             return;
