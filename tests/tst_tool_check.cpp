@@ -328,10 +328,11 @@ void tst_ToolCheck::shouldColourLevelsOnATerminal()
         process.setProcessEnvironment(environment);
         const QString program = QStringLiteral(HOVLETS_PROGRAM);
         if (hasTerminal)
-            process.start(script,
-                          { QStringLiteral("-qc"),
-                            QStringLiteral("'%1' check '%2'").arg(program, folder.path()),
-                            QStringLiteral("/dev/null") });
+            process.start(
+                    script,
+                    { QStringLiteral("-qc"),
+                      QStringLiteral("'%1' check '%2' 2>/dev/null").arg(program, folder.path()),
+                      QStringLiteral("/dev/null") });
         else
             process.start(program, { QStringLiteral("check"), folder.path() });
         process.waitForFinished();

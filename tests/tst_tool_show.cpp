@@ -82,15 +82,16 @@ void tst_ToolShow::shouldShowWhatTheHostGets()
 {
     const QString data = m_folder->add(QStringLiteral("keys.xml"),
                                        "<hovletkeys><key name='a' shortcut='F9'/></hovletkeys>");
-    const ToolRun run = show(QStringLiteral("a"),
-                             { QStringLiteral("--locale"), QStringLiteral("de_DE"),
-                               QStringLiteral("--key-data"), data, QStringLiteral("--extra-path"),
-                               QStringLiteral("/extra") });
+    const QString extra =
+            QFileInfo(m_folder->add(QStringLiteral("extra/Part.qml"), "Item {}")).path();
+    const ToolRun run =
+            show(QStringLiteral("a"),
+                 { QStringLiteral("--locale"), QStringLiteral("de_DE"),
+                   QStringLiteral("--key-data"), data, QStringLiteral("--extra-path"), extra });
     QCOMPARE(run.json().value(QLatin1String("file")).toString(), m_german);
     QCOMPARE(run.json().value(QLatin1String("line")).toInt(), 3);
     QCOMPARE(run.json().value(QLatin1String("componentPaths")).toArray(),
-             (QJsonArray { m_folder->path() + QStringLiteral("/P.hovlets"),
-                           QStringLiteral("/extra") }));
+             (QJsonArray { m_folder->path() + QStringLiteral("/P.hovlets"), extra }));
     const QString xml = run.json().value(QLatin1String("xml")).toString();
     for (const char *part : { "F9", "Text", "HVPackagName" })
         QVERIFY2(xml.contains(QLatin1String(part)), qPrintable(xml));

@@ -24,7 +24,9 @@ int run(const Options &options)
     }
     if (options.check.paths.empty())
         throw ToolError(QStringLiteral("PATH is required; give a folder of packages or a package"));
-    const FindingList findings = checkContent(options.check);
+    CheckOptions check = options.check;
+    check.tellsProgress = true;
+    const FindingList findings = checkContent(check);
     printFindings(findings, options.format);
     return findings.isEmpty() ? Clean : Findings;
 }

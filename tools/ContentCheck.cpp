@@ -4,24 +4,60 @@
 #include "ContentIndex.h"
 #include "ControlFile.h"
 #include "EntryCheck.h"
+#include "HostPaths.h"
 #include "PackageCheck.h"
+#include "Progress.h"
+
+#include <HVControlFiles.h>
+#include <HVPackageFiles.h>
 
 #include <QtCore/QDir>
+#include <QtCore/QHash>
+
+#include <algorithm>
 
 namespace {
 
-/// Those that "search" may name: the given ones, their neighbours on disk, and the default one.
-QStringList knownPackages(const ContentIndex &content, const QFileInfo &package)
+/// The library knows packages by their control files.
+bool hasControlFiles(const QFileInfo &package)
 {
-    QStringList names { QStringLiteral("Default") };
-    const QStringList files = content.controlFiles();
-    for (const QString &file : files)
-        names += content.packageOf(file);
-    const QStringList neighbours = QDir(package.path()).entryList({ QStringLiteral("*.hovlets") });
-    for (const QString &neighbour : neighbours)
-        names += QFileInfo(neighbour).completeBaseName();
-    return names;
+    const QFileInfo control(QDir(package.canonicalFilePath()).filePath(QStringLiteral("Control")));
+    const QStringList files = Hovlets::controlFilesIn(control);
+    return std::any_of(files.begin(), files.end(), &Hovlets::HVControlFiles::isControlFile);
 }
+
+/// Those that "search" may name: the given ones, their neighbours on disk, and the default one.
+class KnownPackages
+{
+public:
+    explicit KnownPackages(const ContentIndex &content)
+    {
+        const QStringList files = content.controlFiles();
+        for (const QString &file : files)
+            m_given += content.packageOf(file);
+        m_given.removeDuplicates();
+    }
+
+    QStringList beside(const QFileInfo &package)
+    {
+        const QString folder = package.path();
+        if (!m_byFolder.contains(folder)) {
+            QStringList names = m_given;
+            const QList<QFileInfo> neighbours =
+                    Hovlets::packagesIn(QDir(folder), QStringLiteral("*.hovlets"));
+            for (const QFileInfo &neighbour : neighbours) {
+                if (hasControlFiles(neighbour))
+                    names += neighbour.completeBaseName();
+            }
+            m_byFolder.insert(folder, names);
+        }
+        return m_byFolder.value(folder);
+    }
+
+private:
+    QStringList m_given { QStringLiteral("Default") };
+    QHash<QString, QStringList> m_byFolder;
+};
 
 /// The given packages' own: those that come with the library are not the author's.
 ControlFiles controlFiles(const ContentIndex &content)
@@ -45,21 +81,27 @@ ControlFiles controlFiles(const ContentIndex &content)
 FindingList checkContent(const CheckOptions &options)
 {
     HVContext context;
-    if (!options.extraPath.empty())
-        context.set(Hovlets::HVKeyExtraComponentPath, QString::fromStdString(options.extraPath));
+    const QString extra = extraPath(options.extraPath);
+    if (!extra.isEmpty())
+        context.set(Hovlets::HVKeyExtraComponentPath, extra);
+    const QString keyData = keyDataFile(options.keyData);
     ContentIndex content(options.paths, context);
     FindingList findings;
     checkPackages(options.paths, content, findings);
     const ControlFiles files = controlFiles(content);
+    KnownPackages known(content);
     for (const ControlFile &file : files)
-        checkControlFile(file, knownPackages(content, QFileInfo(file.package())), findings);
+        checkControlFile(file, known.beside(QFileInfo(file.package())), findings);
     QStringList required;
     for (const std::string &locale : options.locales)
         required += QString::fromStdString(locale);
     checkLocales(files, QString::fromStdString(options.fallbackLocale), required, findings);
-    checkMedia(files, content, options.limits, findings);
-    if (!options.keyData.empty())
-        checkKeyData(QFileInfo(QString::fromLocal8Bit(options.keyData.c_str())).absoluteFilePath(),
-                     files, findings);
+    size_t entries = 0;
+    for (const ControlFile &file : files)
+        entries += file.entries().size();
+    Progress progress(QStringLiteral("checking"), static_cast<int>(entries), options.tellsProgress);
+    checkMedia(files, content, options.limits, progress, findings);
+    if (!keyData.isEmpty())
+        checkKeyData(QFileInfo(keyData).absoluteFilePath(), files, findings);
     return findings;
 }

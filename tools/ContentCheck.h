@@ -16,7 +16,8 @@ struct CheckOptions
     std::string fallbackLocale = "en_US";
     std::string extraPath; // the host's folder of components
     MediaLimits limits;
+    bool tellsProgress = false; // on a terminal
 };
 
-/// Runs all checks. Throws a ToolError for a path that is no folder.
+/// Runs all checks. Throws a ToolError for a path that cannot be read.
 FindingList checkContent(const CheckOptions &options);

@@ -3,8 +3,6 @@
 
 #include <QtCore/QRegularExpression>
 
-#include <algorithm>
-
 ControlFile::ControlFile(const QString &path, const QString &package)
     : m_path(path)
     , m_package(package)
@@ -13,10 +11,12 @@ ControlFile::ControlFile(const QString &path, const QString &package)
     if (root())
         m_locale = root()->value(QStringLiteral("locale"));
     for (const Element &element : m_document.elements()) {
-        if (element.level == 1 && element.name == QLatin1String("hovlet"))
+        if (element.level == 1 && element.name == QLatin1String("hovlet")) {
             m_entries.push_back({ element.value(QStringLiteral("key")), &element, {} });
-        else if (element.level > 1 && !m_entries.empty() && m_entries.back().element < &element)
+            ++m_uses[m_entries.back().key];
+        } else if (element.level > 1 && !m_entries.empty() && m_entries.back().element < &element) {
             m_entries.back().below.push_back(&element);
+        }
     }
 }
 
@@ -32,10 +32,7 @@ bool ControlFile::isFor(const QLocale &locale) const
 
 bool ControlFile::serves(const QString &key) const
 {
-    return m_document.isWellFormed()
-            && std::count_if(m_entries.begin(), m_entries.end(),
-                             [&](const Entry &entry) { return entry.key == key; })
-            == 1;
+    return m_document.isWellFormed() && !m_document.tooDeep() && m_uses.value(key) == 1;
 }
 
 Position ControlFile::position(const Entry &entry) const

@@ -3,6 +3,7 @@
 
 #include "XmlDocument.h"
 
+#include <QtCore/QHash>
 #include <QtCore/QLocale>
 
 /// A control file that the library serves, with what it says of itself.
@@ -40,6 +41,7 @@ private:
     QString m_path, m_package, m_locale;
     XmlDocument m_document;
     std::vector<Entry> m_entries;
+    QHash<QString, int> m_uses; // of each key
 };
 
 /// Whether the name means a locale to the library; of others it takes parts, or none.

@@ -3,6 +3,7 @@
 
 #include "ControlFile.h"
 #include "Findings.h"
+#include "PlaceholderCheck.h"
 #include "SchemaCheck.h"
 
 #include <HVExternalResource.h>
@@ -22,7 +23,8 @@ void checkRoot(const ControlFile &file, const QStringList &packages, FindingList
     if (!file.isForAllLocales() && !isKnownLocale(file.locale()))
         findings.add("HV204", file.path(), document.position(root, QStringLiteral("locale")),
                      QStringLiteral("\"%1\" is no locale").arg(file.locale()));
-    static const QRegularExpression separator(QStringLiteral("[,;\\s]+"));
+    static const QRegularExpression separator(QStringLiteral("[,;\\s]+"),
+                                              QRegularExpression::UseUnicodePropertiesOption);
     const QStringList names = root.value(QStringLiteral("search")).split(separator);
     for (const QString &name : names) {
         if (!name.isEmpty() && !packages.contains(name))
@@ -34,12 +36,11 @@ void checkRoot(const ControlFile &file, const QStringList &packages, FindingList
 void checkKey(const ControlFile &file, const ControlFile::Entry &entry, QSet<QString> &seen,
               FindingList &findings)
 {
-    const Position position = file.position(entry);
     if (entry.key.isEmpty())
-        return findings.add("HV201", file.path(), position,
+        return findings.add("HV201", file.path(), file.position(entry),
                             QStringLiteral("no control can ask for this entry"));
     if (seen.contains(entry.key))
-        findings.add("HV202", file.path(), position,
+        findings.add("HV202", file.path(), file.position(entry),
                      QStringLiteral("\"%1\" is a key of this file already").arg(entry.key));
     seen.insert(entry.key);
 }
@@ -52,18 +53,6 @@ void checkOwnAttributes(const QString &path, const XmlDocument &document,
             findings.add("HV205", path, document.position(element, name),
                          QStringLiteral("the library sets \"%1\" itself").arg(name));
     }
-}
-
-void checkPlaceholders(const QString &text, const ControlFile &file, Position position,
-                       FindingList &findings)
-{
-    static const QRegularExpression opened(
-            QStringLiteral("%\\([-_a-zA-Z0-9]*(?!\\)s)(?![-_a-zA-Z0-9])"));
-    const auto match = opened.match(text);
-    if (match.hasMatch())
-        findings.add("HV401", file.path(), position,
-                     QStringLiteral("the placeholder \"%1\" does not end in \")s\"")
-                             .arg(match.captured()));
 }
 
 /// What the library takes for a topic or a path although it hardly is one.
@@ -84,33 +73,38 @@ bool isMistakenLink(const QString &link)
     }
 }
 
-void checkLink(const QString &link, const ControlFile &file, Position position,
-               FindingList &findings)
+void checkLink(const QString &link, const ControlFile &file, const XmlDocument::Element &element,
+               const QString &attribute, FindingList &findings)
 {
     if (isMistakenLink(link))
         findings.add(
-                "HV402", file.path(), position,
+                "HV402", file.path(), file.document().position(element, attribute),
                 QStringLiteral("\"%1\" is neither an address, nor a path, nor a topic").arg(link));
 }
 
 void checkTexts(const ControlFile &file, const XmlDocument::Element &element, FindingList &findings)
 {
-    const XmlDocument &document = file.document();
-    for (const auto &attribute : element.attributes)
-        checkPlaceholders(attribute.second, file, document.position(element, attribute.first),
-                          findings);
-    const Position position = document.position(element.offset);
-    checkPlaceholders(element.text, file, position, findings);
+    checkPlaceholders(file.path(), file.document(), element, findings);
+    const QString href = QStringLiteral("href");
     if (element.name == QLatin1String("link"))
-        checkLink(element.value(QStringLiteral("href")), file,
-                  document.position(element, QStringLiteral("href")), findings);
+        checkLink(element.value(href), file, element, href, findings);
     static const QRegularExpression anchor(
             QStringLiteral("<a\\s[^<>]*href\\s*=\\s*(?:\"([^\"]*)\"|'([^']*)')"));
     auto links = anchor.globalMatch(element.text);
     while (links.hasNext()) {
         const auto match = links.next();
-        checkLink(match.captured(1) + match.captured(2), file, position, findings);
+        checkLink(match.captured(1) + match.captured(2), file, element, QString(), findings);
     }
+}
+
+void checkForm(const QString &path, const XmlDocument &document, FindingList &findings)
+{
+    if (const XmlDocument::Element *element = document.tooDeep())
+        findings.add("HV105", path, document.position(element->offset),
+                     QStringLiteral("elements below more than 511 others are not read, nor is the "
+                                    "rest of the file"));
+    else if (!document.isWellFormed())
+        findings.add("HV101", path, document.errorPosition(), document.error());
 }
 
 } // namespace
@@ -118,12 +112,11 @@ void checkTexts(const ControlFile &file, const XmlDocument::Element &element, Fi
 void checkControlFile(const ControlFile &file, const QStringList &packages, FindingList &findings)
 {
     const XmlDocument &document = file.document();
-    if (!document.isWellFormed())
-        findings.add("HV101", file.path(), document.errorPosition(), document.error());
+    checkForm(file.path(), document, findings);
     if (!file.root())
         return;
     checkRoot(file, packages, findings);
-    checkSchema(QStringLiteral("hovlets"), file.path(), findings);
+    checkSchema(QStringLiteral("hovlets"), file.path(), document, findings);
     QSet<QString> seen;
     for (const ControlFile::Entry &entry : file.entries()) {
         checkKey(file, entry, seen, findings);
@@ -138,13 +131,14 @@ void checkKeyData(const QString &path, const ControlFiles &files, FindingList &f
 {
     const XmlDocument document(path);
     findings.addFile(path);
+    checkForm(path, document, findings);
     if (!document.isWellFormed())
-        return findings.add("HV101", path, document.errorPosition(), document.error());
-    if (document.elements().front().name != QLatin1String("hovletkeys"))
-        return findings.add("HV102", path,
-                            QStringLiteral("the root element of key data is "
-                                           "\"hovletkeys\""));
-    checkSchema(QStringLiteral("hovletkeys"), path, findings);
+        return;
+    const XmlDocument::Element &root = document.elements().front();
+    if (root.name != QLatin1String("hovletkeys"))
+        return findings.add("HV104", path, document.position(root.offset),
+                            QStringLiteral("the root element is \"%1\"").arg(root.name));
+    checkSchema(QStringLiteral("hovletkeys"), path, document, findings);
     QSet<QString> keys;
     for (const ControlFile &file : files) {
         for (const ControlFile::Entry &entry : file.entries())
@@ -155,7 +149,10 @@ void checkKeyData(const QString &path, const ControlFiles &files, FindingList &f
             continue;
         checkOwnAttributes(path, document, element, findings);
         const QString key = element.value(QStringLiteral("name"));
-        if (!keys.contains(key))
+        if (key.isEmpty())
+            findings.add("HV210", path, document.position(element.offset),
+                         QStringLiteral("these attributes are for no entry"));
+        else if (!keys.contains(key))
             findings.add("HV209", path, document.position(element, QStringLiteral("name")),
                          QStringLiteral("no entry has the key \"%1\"").arg(key));
     }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Findings.h"
 
+#include <QtCore/QRegularExpression>
+
 #include <algorithm>
 #include <tuple>
 
@@ -10,6 +12,9 @@ const std::vector<Rule> &rules()
         { "HV101", "error", "not well-formed", "correct the XML here" },
         { "HV102", "error", "wrong root element", "make \"hovlets\" the root element" },
         { "HV103", "error", "does not match the schema", "correct what the schema names" },
+        { "HV104", "error", "wrong root element of key data",
+          "make \"hovletkeys\" the root element" },
+        { "HV105", "error", "nested too deep", "write it with fewer levels" },
         { "HV110", "error", "not in the control folder", "move it into the folder Control" },
         { "HV111", "error", "name does not end in .xml", "give it the ending .xml" },
         { "HV112", "error", "folder without the package suffix",
@@ -36,13 +41,14 @@ const std::vector<Rule> &rules()
         { "HV208", "warning", "entry missing in a locale", "add the entry for the locale" },
         { "HV209", "warning", "key data for an unknown key",
           "correct the name, or add an entry for the key" },
+        { "HV210", "error", "key data without a key", "give it the attribute \"name\"" },
         { "HV301", "error", "missing resource", "put the file into the package's resources" },
         { "HV302", "error", "unreadable picture", "save it as PNG or JPEG" },
         { "HV303", "error", "unreadable clip", "encode it anew, for example as H.264 in MP4" },
         { "HV304", "warning", "clip too long", "cut it, or raise --max-seconds" },
         { "HV305", "warning", "file too large", "make it smaller, or raise --max-megabytes" },
         { "HV306", "error", "missing user interface",
-          "name a package that has one in \"search\", such as Default" },
+          "correct its path, or name a package that has it in \"search\", such as Default" },
         { "HV307", "error", "unreadable user interface", "make it readable, or put a file there" },
         { "HV401", "error", "placeholder without an end", "write it as %(name)s" },
         { "HV402", "error", "link to nothing",
@@ -72,7 +78,11 @@ void FindingList::add(const char *code, const QString &file, Position position,
                       const QString &message)
 {
     addFile(file);
-    m_findings += Finding { QLatin1String(code), file, position, message };
+    // One line for each, whatever the parser or the content has to say.
+    static const QRegularExpression lineEnds(QStringLiteral("\\s*[\\r\\n]+\\s*"));
+    QString line = message;
+    line.replace(lineEnds, QStringLiteral(" "));
+    m_findings += Finding { QLatin1String(code), file, position, line };
 }
 
 QList<Finding> FindingList::sorted() const

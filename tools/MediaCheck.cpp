@@ -4,13 +4,17 @@
 #include "ContentIndex.h"
 #include "ControlFile.h"
 #include "Findings.h"
+#include "Progress.h"
 
 #include <HVClip.h>
 #include <HVContentTree.h>
 #include <HVView.h>
 #include <HVXmlElement.h>
+#include <HVXmlParser.h>
 
+#include <QXmlInputSource>
 #include <QtCore/QFile>
+#include <QtCore/QHash>
 #include <QtCore/QSet>
 #include <QtGui/QImageReader>
 
@@ -18,57 +22,124 @@ using namespace Hovlets;
 
 namespace {
 
+/// Builds the root and the entries, without what is in them.
+int entriesShouldGenerate(const QString &name, const QXmlAttributes &, void *)
+{
+    if (name == QLatin1String("hovlet"))
+        return HVXmlParser::GenerateAsk | HVXmlParser::SkipChildren;
+    if (name == QLatin1String("hovlets"))
+        return HVXmlParser::GenerateAsk;
+    return HVXmlParser::SkipElement | HVXmlParser::SkipChildren;
+}
+
+/// The entries that the library serves from a file, read by its parser at once: a look-up reads the
+/// whole file for each.
+class ServedEntries
+{
+public:
+    ServedEntries(const ControlFile &file, const HVIndex &index)
+    {
+        QXmlInputSource source;
+        source.setData(file.document().bytes());
+        HVXmlParser parser(&entriesShouldGenerate);
+        m_roots = parser.read(source);
+        if (!parser.isClosed()) {
+            qDeleteAll(m_roots); // the parser deletes what it left open
+            m_roots.clear();
+        }
+        if (m_roots.size() != 1)
+            return;
+        const QString package = index.packageNameForLocation(file.path());
+        for (QObject *child : m_roots.constFirst()->children()) {
+            auto *entry = qobject_cast<HVXmlElement *>(child);
+            const QString key = entry ? entry->attribute(QStringLiteral("key")) : QString();
+            if (!entry || !file.serves(key))
+                continue;
+            entry->setAttribute(QStringLiteral("HVPackagName"), package);
+            m_entries.insert(key, entry);
+        }
+    }
+
+    ~ServedEntries() { qDeleteAll(m_roots); }
+    Q_DISABLE_COPY_MOVE(ServedEntries)
+
+    /// Null for one that is not served; that is told of elsewhere.
+    HVXmlElement *entry(const QString &key) const { return m_entries.value(key); }
+
+private:
+    QList<QObject *> m_roots;
+    QHash<QString, HVXmlElement *> m_entries;
+};
+
 class MediaCheck
 {
 public:
     MediaCheck(ContentIndex &content, const MediaLimits &limits, FindingList &findings)
-        : m_index(content.manager().index())
+        : m_manager(content.manager())
         , m_limits(limits)
         , m_findings(findings)
-        , m_view(&content.manager(), nullptr)
+        , m_view(&m_manager, nullptr)
     {
     }
 
-    void check(const ControlFile &file, const ControlFile::Entry &entry)
+    void check(const ControlFile &file, Progress &progress)
     {
-        HVXmlElement *root = nullptr;
-        const QLocale locale(file.locale());
-        HVXmlElement *loaded = m_index->load(entry.key, file.path(), locale, root);
-        if (!loaded)
-            return; // told of elsewhere
-        m_view.setContentTree(HVContentTree(loaded, root));
         m_file = &file;
-        checkUserInterface();
+        const ServedEntries served(file, *m_manager.index());
+        for (const ControlFile::Entry &entry : file.entries()) {
+            if (HVXmlElement *element = served.entry(entry.key)) {
+                m_view.setContent(element);
+                check(entry);
+                m_view.takeContentTree().release();
+            }
+            progress.step();
+        }
+    }
+
+private:
+    using Check = void (MediaCheck::*)(const QString &path, Position position);
+
+    void check(const ControlFile::Entry &entry)
+    {
+        checkUserInterface(*entry.element, QStringLiteral("ui"));
+        // The other user interface is of use to hosts with simple popups only.
+        const QString simple = QStringLiteral("simple");
+        if (entry.element->has(simple) || m_file->root()->has(simple)) {
+            m_manager.context().set(HVKeySimpleMode, true);
+            checkUserInterface(*entry.element, simple);
+            m_manager.context().set(HVKeySimpleMode, false);
+        }
         checkResource(*entry.element, QStringLiteral("clip"), &MediaCheck::checkClip);
         for (const XmlDocument::Element *element : entry.below) {
             if (element->name == QLatin1String("img"))
                 checkResource(*element, QStringLiteral("src"), &MediaCheck::checkPicture);
         }
-        m_view.takeContentTree();
     }
-
-private:
-    using Check = void (MediaCheck::*)(const QString &path, Position position);
 
     void add(const char *code, Position position, const QString &message)
     {
         m_findings.add(code, m_file->path(), position, message);
     }
 
-    /// Once for each file: most of its entries have the same.
-    void checkUserInterface()
+    /// Where the path is named; once for each file that names it for all entries.
+    void checkUserInterface(const XmlDocument::Element &entry, const QString &attribute)
     {
         const QString path = m_view.uiRootFilePath();
+        const bool isOwn = entry.has(attribute);
         const QString checked = m_file->path() + QLatin1Char('\n') + path;
-        if (m_checked.contains(checked))
+        if (!isOwn && m_checked.contains(checked))
             return;
-        m_checked.insert(checked);
-        const Position position = m_file->document().position(m_file->root()->offset);
+        if (!isOwn)
+            m_checked.insert(checked);
         const QFileInfo info(path);
+        if (info.isAbsolute() && info.isFile() && info.isReadable())
+            return;
+        const Position position =
+                m_file->document().position(isOwn ? entry : *m_file->root(), attribute);
         if (!info.isAbsolute() || !info.exists())
             add("HV306", position,
                 QStringLiteral("neither the package nor one that it searches has %1").arg(path));
-        else if (!info.isFile() || !info.isReadable())
+        else
             add("HV307", position, QStringLiteral("%1 cannot be read").arg(path));
     }
 
@@ -82,6 +153,8 @@ private:
         if (!info.isAbsolute() || !info.isFile())
             return add("HV301", position,
                        QStringLiteral("there is no \"%1\" in the resources").arg(name));
+        if (!info.isReadable())
+            return add("HV116", position, QStringLiteral("%1 cannot be read").arg(info.filePath()));
         if (double(info.size()) > m_limits.megabytes * 1e6)
             add("HV305", position,
                 QStringLiteral("\"%1\" has %2 MB").arg(name).arg(double(info.size()) / 1e6));
@@ -105,7 +178,7 @@ private:
             add("HV302", position, QStringLiteral("\"%1\": %2").arg(path, reader.errorString()));
     }
 
-    HVIndex *m_index;
+    HVManager &m_manager;
     MediaLimits m_limits;
     FindingList &m_findings;
     HVView m_view;
@@ -116,11 +189,9 @@ private:
 } // namespace
 
 void checkMedia(const ControlFiles &files, ContentIndex &content, const MediaLimits &limits,
-                FindingList &findings)
+                Progress &progress, FindingList &findings)
 {
     MediaCheck check(content, limits, findings);
-    for (const ControlFile &file : files) {
-        for (const ControlFile::Entry &entry : file.entries())
-            check.check(file, entry);
-    }
+    for (const ControlFile &file : files)
+        check.check(file, progress);
 }

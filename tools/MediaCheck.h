@@ -4,6 +4,7 @@
 #include "EntryCheck.h"
 
 class ContentIndex;
+class Progress;
 
 struct MediaLimits
 {
@@ -12,5 +13,6 @@ struct MediaLimits
 };
 
 /// Checks the clips, pictures and user interfaces that entries name, found as the library does.
+/// \param progress steps once for each entry
 void checkMedia(const ControlFiles &files, ContentIndex &content, const MediaLimits &limits,
-                FindingList &findings);
+                Progress &progress, FindingList &findings);

@@ -5,10 +5,10 @@
 
 #include <cstdio>
 
-Progress::Progress(const QString &work, int steps)
+Progress::Progress(const QString &work, int steps, bool isWanted)
     : m_work(work)
     , m_steps(steps)
-    , m_isShown(::isatty(STDERR_FILENO) == 1)
+    , m_isShown(isWanted && ::isatty(STDERR_FILENO) == 1)
 {
 }
 

@@ -7,7 +7,8 @@
 class Progress
 {
 public:
-    Progress(const QString &work, int steps);
+    /// \param isWanted without it, nothing is shown on a terminal either
+    Progress(const QString &work, int steps, bool isWanted = true);
     ~Progress();
     Progress(const Progress &) = delete;
     Progress &operator=(const Progress &) = delete;

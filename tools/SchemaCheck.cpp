@@ -5,6 +5,7 @@
 #include "Program.h"
 
 #include <QtCore/QFile>
+#include <QtCore/QHash>
 
 #include <libxml/parser.h>
 #include <libxml/xmlschemas.h>
@@ -19,8 +20,47 @@ template <typename T> using Owned = std::unique_ptr<T, void (*)(T *)>;
 struct Target
 {
     QString path;
+    const XmlDocument &document;
     FindingList &findings;
+    QHash<const xmlNode *, size_t> elements; // of both readings, in document order
 };
+
+/// The schema's reader keeps no columns.
+Position positionOf(const Target &target, const xmlError &error)
+{
+    const auto *node = static_cast<const xmlNode *>(error.node);
+    const bool isAttribute = node && node->type == XML_ATTRIBUTE_NODE;
+    const auto found = target.elements.find(isAttribute ? node->parent : node);
+    if (found == target.elements.end())
+        return { std::max(1, node ? static_cast<int>(xmlGetLineNo(node)) : error.line), 1 };
+    const XmlDocument::Element &element = target.document.elements().at(*found);
+    if (!isAttribute)
+        return target.document.position(element.offset);
+    const QString name = QString::fromUtf8(reinterpret_cast<const char *>(node->name));
+    return target.document.position(element, name);
+}
+
+const xmlNode *nextInDocument(const xmlNode *node)
+{
+    if (node->type == XML_ELEMENT_NODE && node->children)
+        return node->children;
+    while (node && !node->next)
+        node = node->parent;
+    return node ? node->next : nullptr;
+}
+
+/// None when the readings differ, as they may with elements in entities.
+QHash<const xmlNode *, size_t> elementsOf(xmlDoc *tree, const XmlDocument &document)
+{
+    QHash<const xmlNode *, size_t> elements;
+    for (const xmlNode *node = xmlDocGetRootElement(tree); node; node = nextInDocument(node)) {
+        if (node->type == XML_ELEMENT_NODE)
+            elements.insert(node, static_cast<size_t>(elements.size()));
+    }
+    if (static_cast<size_t>(elements.size()) != document.elements().size())
+        elements.clear();
+    return elements;
+}
 
 QByteArray bytesOf(const QString &path)
 {
@@ -40,16 +80,19 @@ void add(void *data, xmlErrorPtr error)
 {
     auto &target = *static_cast<Target *>(data);
     if (!isKnownElsewhere(error->code))
-        target.findings.add("HV103", target.path, { std::max(1, error->line), 1 },
+        target.findings.add("HV103", target.path, positionOf(target, *error),
                             QString::fromUtf8(error->message).trimmed());
 }
 
 } // namespace
 
-void checkSchema(const QString &schema, const QString &path, FindingList &findings)
+void checkSchema(const QString &schema, const QString &path, const XmlDocument &file,
+                 FindingList &findings)
 {
     const QByteArray rules = bytesOf(QStringLiteral(":/schemas/%1.xsd").arg(schema));
-    const QByteArray bytes = bytesOf(path);
+    const QByteArray &bytes = file.bytes();
+    // As deep as the library reads; but with entities, which the schema is not for, within limits.
+    const int reading = bytes.contains("<!ENTITY") ? XML_PARSE_NOENT : XML_PARSE_HUGE;
     const Owned<xmlSchemaParserCtxt> reader(
             xmlSchemaNewMemParserCtxt(rules.constData(), static_cast<int>(rules.size())),
             &xmlSchemaFreeParserCtxt);
@@ -59,13 +102,14 @@ void checkSchema(const QString &schema, const QString &path, FindingList &findin
                                 .arg(schema));
     const Owned<xmlDoc> document(
             xmlReadMemory(bytes.constData(), static_cast<int>(bytes.size()), nullptr, nullptr,
-                          XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING),
+                          XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING
+                                  | XML_PARSE_BIG_LINES | reading),
             &xmlFreeDoc);
     if (!document)
         return;
     const Owned<xmlSchemaValidCtxt> check(xmlSchemaNewValidCtxt(parsed.get()),
                                           &xmlSchemaFreeValidCtxt);
-    Target target { path, findings };
+    Target target { path, file, findings, elementsOf(document.get(), file) };
     xmlSchemaSetValidStructuredErrors(check.get(), &add, &target);
     xmlSchemaValidateDoc(check.get(), document.get());
 }

@@ -4,6 +4,8 @@
 #include <QtCore/QString>
 
 class FindingList;
+class XmlDocument;
 
 /// Checks a well-formed file against the schema of the given name, "hovlets" or "hovletkeys".
-void checkSchema(const QString &schema, const QString &path, FindingList &findings);
+void checkSchema(const QString &schema, const QString &path, const XmlDocument &document,
+                 FindingList &findings);

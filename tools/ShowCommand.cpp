@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Commands.h"
 #include "ContentIndex.h"
+#include "HostPaths.h"
 #include "Program.h"
 #include "Validators.h"
 #include "XmlDocument.h"
@@ -35,14 +36,14 @@ struct Answer
 HVContext contextOf(const Options &options)
 {
     HVContext context;
-    const auto set = [&context](contextKey key, const std::string &value) {
-        if (!value.empty())
-            context.set(key, QString::fromStdString(value));
+    const auto set = [&context](contextKey key, const QString &value) {
+        if (!value.isEmpty())
+            context.set(key, value);
     };
-    set(HVKeyLocale, options.locale);
-    set(HVKeyFallbackLocale, options.fallbackLocale);
-    set(HVKeyKeyDataFile, options.keyData);
-    set(HVKeyExtraComponentPath, options.extraPath);
+    set(HVKeyLocale, QString::fromStdString(options.locale));
+    set(HVKeyFallbackLocale, QString::fromStdString(options.fallbackLocale));
+    set(HVKeyKeyDataFile, keyDataFile(options.keyData));
+    set(HVKeyExtraComponentPath, extraPath(options.extraPath));
     return context;
 }
 

@@ -15,6 +15,8 @@
 
 namespace {
 
+constexpr int MaxLevels = 512; // the library's
+
 QString fromXml(const xmlChar *text)
 {
     return QString::fromUtf8(reinterpret_cast<const char *>(text));
@@ -47,6 +49,7 @@ struct XmlHandlers
                 std::max(0, static_cast<int>(document.m_bytes.lastIndexOf('<', consumed - 1)));
         for (; attributes && attributes[0]; attributes += 2)
             element.attributes.emplace_back(fromXml(attributes[0]), fromXml(attributes[1]));
+        endText(document, element.offset, consumed);
         document.m_open.push_back(document.m_elements.size());
         document.m_elements.push_back(std::move(element));
     }
@@ -54,16 +57,40 @@ struct XmlHandlers
     static void end(void *data, const xmlChar *)
     {
         auto *context = static_cast<xmlParserCtxtPtr>(data);
-        static_cast<XmlDocument *>(context->_private)->m_open.pop_back();
+        auto &document = *static_cast<XmlDocument *>(context->_private);
+        const auto consumed = static_cast<int>(xmlByteConsumed(context));
+        endText(document, consumed, consumed);
+        document.m_open.pop_back();
+    }
+
+    static void comment(void *data, const xmlChar *)
+    {
+        auto *context = static_cast<xmlParserCtxtPtr>(data);
+        auto &document = *static_cast<XmlDocument *>(context->_private);
+        const auto consumed = static_cast<int>(xmlByteConsumed(context));
+        endText(document, static_cast<int>(document.m_bytes.lastIndexOf("<!--", consumed - 1)),
+                consumed);
     }
 
     static void text(void *data, const xmlChar *text, int length)
     {
         auto *context = static_cast<xmlParserCtxtPtr>(data);
         auto &document = *static_cast<XmlDocument *>(context->_private);
-        if (!document.m_open.empty())
-            document.m_elements[document.m_open.back()].text +=
-                    QString::fromUtf8(reinterpret_cast<const char *>(text), length);
+        if (document.m_open.empty())
+            return;
+        XmlDocument::Element &element = document.m_elements[document.m_open.back()];
+        element.text += QString::fromUtf8(reinterpret_cast<const char *>(text), length);
+        document.m_isInText = true;
+    }
+
+    /// \param end of the text before what was read, which ends at \a read
+    static void endText(XmlDocument &document, int end, int read)
+    {
+        if (document.m_isInText && !document.m_open.empty())
+            document.m_elements[document.m_open.back()].textRanges.push_back(
+                    { document.m_read, end });
+        document.m_isInText = false;
+        document.m_read = read;
     }
 
     /// The first mistake counts: what follows may come of it.
@@ -125,6 +152,7 @@ XmlDocument::XmlDocument(const QByteArray &bytes)
     handlers.endElement = &XmlHandlers::end;
     handlers.characters = &XmlHandlers::text;
     handlers.cdataBlock = &XmlHandlers::text;
+    handlers.comment = &XmlHandlers::comment;
     handlers.warning = &XmlHandlers::quiet;
     handlers.error = &XmlHandlers::error;
     const std::unique_ptr<xmlParserCtxt, decltype(&xmlFreeParserCtxt)> context(
@@ -134,6 +162,9 @@ XmlDocument::XmlDocument(const QByteArray &bytes)
         m_error = QStringLiteral("the file is empty");
         return;
     }
+    // Without the limits that keep entities from growing, and the library has its own for depth.
+    if (!m_bytes.contains("<!ENTITY"))
+        xmlCtxtUseOptions(context.get(), XML_PARSE_HUGE);
     xmlSAXHandler *own = context->sax;
     context->sax = &handlers;
     context->_private = this;
@@ -146,6 +177,13 @@ XmlDocument::XmlDocument(const QByteArray &bytes)
         m_error.clear();
     else if (m_error.isEmpty())
         m_error = QStringLiteral("not well-formed");
+}
+
+const XmlDocument::Element *XmlDocument::tooDeep() const
+{
+    const auto found = std::find_if(m_elements.begin(), m_elements.end(),
+                                    [](const Element &each) { return each.level >= MaxLevels; });
+    return found == m_elements.end() ? nullptr : &*found;
 }
 
 Position XmlDocument::position(int offset) const

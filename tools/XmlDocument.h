@@ -22,6 +22,11 @@ struct Position
 class XmlDocument
 {
 public:
+    struct Range
+    {
+        int begin, end;
+    };
+
     struct Element
     {
         QString name;
@@ -29,6 +34,7 @@ public:
         int offset = 0; // of its "<", in bytes
         std::vector<QPair<QString, QString>> attributes;
         QString text; // directly in it
+        std::vector<Range> textRanges; // where that is written
 
         bool has(const QString &attribute) const;
         QString value(const QString &attribute) const;
@@ -45,6 +51,9 @@ public:
     QString error() const { return m_error; }
     Position errorPosition() const { return m_errorPosition; }
 
+    /// The first element below more others than the library reads, or null.
+    const Element *tooDeep() const;
+
     Position position(int offset) const;
 
     /// Of the attribute, or of the element when its start tag does not spell the name out.
@@ -57,6 +66,8 @@ private:
     std::vector<int> m_lines; // where each begins
     std::vector<Element> m_elements;
     std::vector<size_t> m_open;
+    int m_read = 0; // the end of the last tag or comment
+    bool m_isInText = false; // since then
     QString m_error;
     Position m_errorPosition;
 };

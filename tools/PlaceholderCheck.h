@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "XmlDocument.h"
+
+class FindingList;
+
+/// Finds each placeholder without an end in the attributes and the text of an element.
+void checkPlaceholders(const QString &path, const XmlDocument &document,
+                       const XmlDocument::Element &element, FindingList &findings);
