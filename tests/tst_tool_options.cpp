@@ -20,20 +20,6 @@ struct Command
     QStringList more = {}; // what else it needs
 };
 
-/// A right value of an option.
-QString valueOf(const ToolHelp::Item &option)
-{
-    if (!option.values().isEmpty())
-        return option.values().constFirst();
-    if (option.longName().endsWith(text("locale")))
-        return text("de_DE");
-    if (option.longName() == text("--property"))
-        return text("name=value");
-    if (option.longName() == text("--font-size"))
-        return text("12");
-    return option.kind.startsWith(text("TEXT")) ? text("nowhere/value") : text("1");
-}
-
 } // namespace
 
 /// Options and their values, of each command.
@@ -60,6 +46,7 @@ private Q_SLOTS:
 
 private:
     QList<Command> commands() const;
+    QString valueOf(const ToolHelp::Item &option) const;
     void verifyThatBothArgumentsAreRead(const QStringList &arguments, const QString &missing) const;
 
     const PackageFolder m_folder;
@@ -83,6 +70,24 @@ QList<Command> tst_ToolOptions::commands() const
              { text("preview"), folder, missing },
              { text("render"), text("pen"), missing, { text("--output"), text("made.png") } },
              { text("show"), text("pen"), missing } };
+}
+
+/// A right value of an option.
+QString tst_ToolOptions::valueOf(const ToolHelp::Item &option) const
+{
+    if (!option.values().isEmpty())
+        return option.values().constFirst();
+    if (option.longName().endsWith(text("locale")))
+        return text("de_DE");
+    if (option.longName() == text("--extra-path"))
+        return m_folder.path();
+    if (option.longName() == text("--key-data"))
+        return m_report;
+    if (option.longName() == text("--property"))
+        return text("name=value");
+    if (option.longName() == text("--font-size"))
+        return text("12");
+    return option.kind.startsWith(text("TEXT")) ? text("nowhere/value") : text("1");
 }
 
 void tst_ToolOptions::shouldTakeOptionsAnywhere_data()

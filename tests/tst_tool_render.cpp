@@ -169,6 +169,14 @@ private Q_SLOTS:
         QTest::newRow("nothing to compare with")
                 << QStringList { text("--compare"), text("/no/such"), text("PATH") }
                 << QByteArray("/no/such is not a folder");
+        QTest::newRow("no key data")
+                << QStringList { text("pen"),   text("PATH"),       text("-o"),
+                                 text("x.png"), text("--key-data"), text("/no/such.xml") }
+                << QByteArray("--key-data: /no/such.xml is not a file");
+        QTest::newRow("no components")
+                << QStringList { text("pen"),   text("PATH"),         text("-o"),
+                                 text("x.png"), text("--extra-path"), text("/no/such") }
+                << QByteArray("--extra-path: /no/such is not a folder");
         QTest::newRow("no value") << QStringList {
             text("pen"), text("PATH"), text("-o"), text("/dev/null"), text("--property"), text("n")
         } << QByteArray("NAME=VALUE");

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "PopupLook.h"
 
+#include "HostPaths.h"
+
 #include <HVInterface.h>
 
 #include <QtWidgets/QApplication>
@@ -58,7 +60,9 @@ HVContext contextFor(const PopupLook &look)
     };
     set(HVKeyLocale, look.locale);
     set(HVKeyFallbackLocale, look.fallbackLocale);
-    set(HVKeyKeyDataFile, look.keyData);
-    set(HVKeyExtraComponentPath, look.extraPath);
+    if (const QString file = keyDataFile(look.keyData); !file.isEmpty())
+        context.set(HVKeyKeyDataFile, file);
+    if (const QString folder = extraPath(look.extraPath); !folder.isEmpty())
+        context.set(HVKeyExtraComponentPath, folder);
     return context;
 }

@@ -20,5 +20,6 @@ struct PopupLook
 /// Sets the application's style, palette and font.
 void applyLook(const PopupLook &look);
 
-/// What a host that looks like this would have set. Popups stay until they are told to go.
+/// What a host that looks like this would have set. Popups stay until they are told to go. Throws a
+/// ToolError when the file or the folder cannot be read.
 HVContext contextFor(const PopupLook &look);

@@ -32,11 +32,11 @@ void PreviewContent::load(const CheckOptions &options, const PopupLook &look)
     PopupLook asHost = look;
     asHost.keyData = options.keyData;
     asHost.extraPath = options.extraPath;
-    HVContext context = contextFor(asHost);
-    context.set(HVKeyPopupIsWindow, true); // a part of this window, not one of its own
-    context.set(HVKeyTrackHover, false); // the controls here have no hovlets
-    m_host = std::make_unique<PopupHost>(context);
     try {
+        HVContext context = contextFor(asHost);
+        context.set(HVKeyPopupIsWindow, true); // a part of this window, not one of its own
+        context.set(HVKeyTrackHover, false); // the controls here have no hovlets
+        m_host = std::make_unique<PopupHost>(context);
         m_content = std::make_unique<ContentIndex>(options.paths, context, m_host.get());
         m_entries = entriesOf(*m_content);
     } catch (const ToolError &error) {
