@@ -192,6 +192,22 @@ private Q_SLOTS:
         QCOMPARE(seen.take(), QStringList { QStringLiteral("state") });
     }
 
+    void shouldKnowTheProgressThatItHasTold()
+    {
+        load(QStringLiteral("testsrc=size=64x48:rate=25:duration=0.4"));
+        controllerOf(m_item)->quit();
+        settle();
+        controllerOf(m_item)->blockSignals(true);
+        m_item->setPosition(3);
+        m_item->controllerPositionChanged();
+        SignalOrder seen;
+        note(seen);
+        m_item->frameReady();
+        controllerOf(m_item)->blockSignals(false);
+        QCOMPARE(m_item->progress(), 0.3);
+        QCOMPARE(seen.names(), QStringList());
+    }
+
     void shouldTellOfAnotherHeightOnly()
     {
         m_popup->makeClip(QStringLiteral("other.avi"),

@@ -11,6 +11,7 @@
 
 #include <chrono>
 #include <future>
+#include <thread>
 
 using namespace Hovlets;
 
@@ -272,70 +273,38 @@ private Q_SLOTS:
         QCOMPARE(m_seen->take(), QStringList { QStringLiteral("loadProgress") });
     }
 
-    void shouldAnnounceThePictureWhilePaused()
+    void shouldListenToItsSourceInItsOwnThread_data()
     {
-        m_controller->presentFrame();
-        QCOMPARE(m_seen->take(), QStringList { QStringLiteral("display") });
-        QCOMPARE(m_controller->position(), quint64(0));
-        QVERIFY(m_controller->lastFrameDisplayTime().isNull());
+        QTest::addColumn<QString>("told");
+        QTest::newRow("end of the stream") << QStringLiteral("end");
+        QTest::newRow("loaded") << QStringLiteral("load");
+        QTest::newRow("progress of loading") << QStringLiteral("progress");
     }
 
-    void shouldGoOnByOnePictureWhilePlaying()
+    void shouldListenToItsSourceInItsOwnThread()
     {
-        m_source->push(2);
-        m_controller->play();
-        m_seen->take();
-        const QDateTime before = QDateTime::currentDateTime();
-        m_controller->presentFrame();
-        QCOMPARE(m_seen->take(),
-                 QStringList({ QStringLiteral("display"), QStringLiteral("position") }));
-        QCOMPARE(m_controller->position(), quint64(1));
-        QVERIFY(m_controller->lastFrameDisplayTime() >= before);
-        QVERIFY(m_controller->lastFrameDisplayTime() <= QDateTime::currentDateTime());
-    }
-
-    void shouldPresentNothingBehindTheLastPicture_data()
-    {
-        QTest::addColumn<bool>("displayed");
-        QTest::newRow("seen by the display") << true;
-        QTest::newRow("not yet seen") << false;
-    }
-
-    void shouldPresentNothingBehindTheLastPicture()
-    {
-        QFETCH(bool, displayed);
-        m_source->push(2);
-        m_controller->setPosition(2);
-        if (displayed)
-            QVERIFY(m_controller->currentFrame().isNull());
+        QFETCH(QString, told);
         m_controller->setState(HVVideoController::Playing);
         m_seen->take();
-        m_controller->presentFrame();
+        QList<QThread *> threads;
+        const auto note = [&threads] { threads += QThread::currentThread(); };
+        HVVideoController *c = m_controller;
+        connect(c, &HVVideoController::stateChanged, this, note, Qt::DirectConnection);
+        connect(c, &HVVideoController::widthChanged, this, note, Qt::DirectConnection);
+        connect(c, &HVVideoController::loadProgressChanged, this, note, Qt::DirectConnection);
+        std::thread([this, told] {
+            if (told == QLatin1String("end"))
+                m_source->notifyStreamEnded();
+            else if (told == QLatin1String("load"))
+                m_source->load();
+            else
+                Q_EMIT m_source->loadProgressChanged();
+        }).join();
         QCOMPARE(m_seen->take(), QStringList());
-        QCOMPARE(m_controller->position(), quint64(2));
-    }
-
-    void shouldKeepTheTimeOfTheLastPicture()
-    {
-        const QDateTime time = QDateTime::currentDateTime().addDays(-2);
-        m_controller->setLastFrameDisplayTime(time);
-        QCOMPARE(m_controller->lastFrameDisplayTime(), time);
-    }
-
-    void shouldRestForBothWhenItIsTwoPicturesAhead()
-    {
-        m_source->rate = 5;
-        m_source->push(4);
-        m_controller->setState(HVVideoController::Playing);
-        m_controller->setPosition(0); // as if one before it were on screen
-        m_controller->presentFrame();
-        QCOMPARE(m_controller->position(), quint64(1));
-        m_controller->setLastFrameDisplayTime(QDateTime()); // no time since
-        QElapsedTimer timer;
-        timer.start();
-        m_controller->presentFrame();
-        // A rest is never shorter; how much longer is the machine's business.
-        QVERIFY2(timer.elapsed() >= 2 * 200 - 1, qPrintable(QString::number(timer.elapsed())));
+        QCOMPARE(m_controller->state(), HVVideoController::Playing);
+        QTRY_COMPARE(m_seen->count(QStringLiteral("loadProgress")), 1);
+        QCOMPARE(m_controller->state() == HVVideoController::Paused, told == QLatin1String("end"));
+        QCOMPARE(threads, QList<QThread *>(threads.size(), c->thread()));
     }
 
     void shouldNotWaitForLongToTellWhetherItIsToQuit()

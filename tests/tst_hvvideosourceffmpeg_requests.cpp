@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "DebugLog.h"
 #include "DecodingSource.h"
+#include "Elsewhere.h"
 #include "TestMain.h"
 
 #include <atomic>
@@ -39,6 +40,7 @@ private Q_SLOTS:
     void shouldSayNothingWhenItQuitsWhileItDecodes();
     void shouldDecodeBesideAnother();
     void shouldAnswerManyThreadsWhileItDecodes();
+    void shouldAnswerOthersWhileItTells();
 
 private:
     DecodedClips m_clips;
@@ -293,6 +295,35 @@ void tst_HVVideoSourceFFMPEG_Requests::shouldAnswerManyThreadsWhileItDecodes()
         asker->wait();
     QVERIFY(isDecoded);
     QCOMPARE(int(wrong), 0);
+}
+
+void tst_HVVideoSourceFFMPEG_Requests::shouldAnswerOthersWhileItTells()
+{
+    DecodingSource source;
+    std::vector<std::thread> threads;
+    SignalOrder answered;
+    const auto askElsewhere = [&](const char *signal) {
+        return [&, signal] {
+            if (doesElsewhere(&threads, [&source] { source.isOpen(); }))
+                answered.add(QString::fromLatin1(signal));
+        };
+    };
+    connect(&source, &HVVideoSource::sourceChanged, &source, askElsewhere("sourceChanged"),
+            Qt::DirectConnection);
+    connect(&source, &HVVideoSource::sourceLoaded, &source, askElsewhere("sourceLoaded"),
+            Qt::DirectConnection);
+    connect(&source, &HVVideoSource::streamEnded, &source, askElsewhere("streamEnded"),
+            Qt::DirectConnection);
+    connect(&source, &HVVideoSource::positionChanged, &source, askElsewhere("positionChanged"),
+            Qt::DirectConnection);
+    const bool isDecoded = source.decode(m_clips.usual());
+    source.changeSetPosition(3);
+    source.quit();
+    for (std::thread &thread : threads)
+        thread.join();
+    QVERIFY(isDecoded);
+    QCOMPARE(answered.names(), source.seen.names());
+    QCOMPARE(answered.names().size(), 4);
 }
 
 HOVLETS_TEST_MAIN(tst_HVVideoSourceFFMPEG_Requests)
