@@ -7,6 +7,8 @@
 #include <QtGui/QPainter>
 #include <QtWidgets/QToolTip>
 
+#include <functional>
+
 using namespace Hovlets;
 
 class tst_HVStyledRectangle : public QObject
@@ -169,6 +171,54 @@ private Q_SLOTS:
 
         const QColor inside = toolTip ? QColor(255, 255, 0) : QColor(0, 200, 0);
         verify(canvas, outline.translated(2, 2), Qt::blue, inside);
+    }
+
+    void shouldFillWithTheBrushOfItsPalette_data()
+    {
+        QTest::addColumn<bool>("toolTip");
+        QTest::addColumn<QPalette::ColorGroup>("current");
+        QTest::addColumn<QBrush>("expected");
+        QTest::newRow("tooltip") << true << QPalette::Active << QBrush(Qt::cyan, Qt::Dense4Pattern);
+        QTest::newRow("tooltip, inactive")
+                << true << QPalette::Inactive << QBrush(Qt::magenta, Qt::CrossPattern);
+        QTest::newRow("tooltip, disabled") << true << QPalette::Disabled << QBrush(Qt::gray);
+        QTest::newRow("window, solid") << false << QPalette::Active << QBrush(Qt::darkCyan);
+        QTest::newRow("window, active") << false << QPalette::Inactive << QBrush(Qt::darkCyan);
+    }
+
+    void shouldFillWithTheBrushOfItsPalette()
+    {
+        QFETCH(bool, toolTip);
+        QFETCH(QPalette::ColorGroup, current);
+        QFETCH(QBrush, expected);
+        QPalette palette = m_palette;
+        palette.setBrush(QPalette::Active, QPalette::ToolTipBase,
+                         QBrush(Qt::cyan, Qt::Dense4Pattern));
+        palette.setBrush(QPalette::Inactive, QPalette::ToolTipBase,
+                         QBrush(Qt::magenta, Qt::CrossPattern));
+        palette.setBrush(QPalette::Disabled, QPalette::ToolTipBase, QBrush(Qt::gray));
+        palette.setBrush(QPalette::Active, QPalette::Window,
+                         QBrush(Qt::darkCyan, Qt::Dense4Pattern));
+        palette.setBrush(QPalette::Inactive, QPalette::Window, QBrush(Qt::red));
+        palette.setCurrentColorGroup(current);
+        QApplication::setPalette(palette);
+        QToolTip::setPalette(palette);
+        HVStyledRectangleComponent rectangle;
+        rectangle.setSize(QSizeF(16, 16));
+        rectangle.setToolTipStyle(toolTip);
+        const auto drawn = [](const std::function<void(QPainter *)> &draw) {
+            QImage canvas(20, 20, QImage::Format_RGB32);
+            canvas.fill(Qt::white);
+            QPainter painter(&canvas);
+            painter.translate(2, 2);
+            draw(&painter);
+            return canvas;
+        };
+        QCOMPARE(drawn([&](QPainter *painter) { rectangle.paint(painter); }),
+                 drawn([&](QPainter *painter) {
+                     painter->setBrush(expected);
+                     painter->drawRect(toolTip ? QRect(0, 0, 16, 16) : QRect(-1, -1, 18, 18));
+                 }));
     }
 
     void shouldHaveABorderOnAllSides_data()

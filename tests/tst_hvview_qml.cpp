@@ -104,6 +104,21 @@ private Q_SLOTS:
                          "Error 3:3:Cannot assign to non-existent property \"none\"") });
     }
 
+    void shouldReportEachErrorInOrder()
+    {
+        m_bench->ui("Piece.qml", "import QtQuick 2.15\nItem {\n  id: piece\n  none: 1\n}\n");
+        const QString path =
+                m_bench->ui("Whole.qml", "import QtQuick 2.15\nItem {\n    Piece {}\n}\n");
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("Whole.qml:3")));
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("Piece.qml:4")));
+        view().loadQML(path);
+        view().statusHasChanged(QQuickWidget::Error);
+        QCOMPARE(messages(),
+                 QStringList({ QStringLiteral("Error 3:5:Type Piece unavailable"),
+                               QStringLiteral("Error 4:3:Cannot assign to non-existent property "
+                                              "\"none\"") }));
+    }
+
     void shouldReportErrorsToWhoeverConnectsIt()
     {
         connect(&view(), &QQuickWidget::statusChanged, &view(), &HVView::statusHasChanged);

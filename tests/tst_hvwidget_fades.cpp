@@ -108,16 +108,30 @@ private Q_SLOTS:
         QVERIFY(!popup().isVisible());
     }
 
-    void shouldResetTheStateAfterTheFadeOut()
+    void shouldResetTheStateAndThenHide_data()
     {
-        m_bench->context().set(HVKeyHideFadeDuration, Long);
+        QTest::addColumn<int>("duration");
+        QTest::newRow("after the fade-out") << Long;
+        QTest::newRow("at once") << 0;
+    }
+
+    void shouldResetTheStateAndThenHide()
+    {
+        QFETCH(int, duration);
+        m_bench->context().set(HVKeyHideFadeDuration, duration);
         m_bench->show();
-        m_bench->view->rootObject()->setState(QStringLiteral("expanded"));
+        QQuickItem *root = m_bench->view->rootObject();
+        root->setState(QStringLiteral("expanded"));
+        QList<bool> wasVisible;
+        connect(root, &QQuickItem::stateChanged, this, [&] { wasVisible += popup().isVisible(); });
         popup().hideAnimated();
-        QCOMPARE(m_bench->view->rootObject()->state(), QStringLiteral("expanded"));
-        finish(&fade());
+        if (duration > 0) {
+            QCOMPARE(root->state(), QStringLiteral("expanded"));
+            finish(&fade());
+        }
         QVERIFY(!popup().isVisible());
-        QCOMPARE(m_bench->view->rootObject()->state(), QString());
+        QCOMPARE(root->state(), QString());
+        QCOMPARE(wasVisible, QList<bool> { true });
     }
 
     void shouldIgnoreARequestToHideDuringAFade()

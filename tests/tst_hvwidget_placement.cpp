@@ -3,6 +3,7 @@
 #include "TestMain.h"
 
 #include <QtCore/QDir>
+#include <QtGui/QCursor>
 #include <QtGui/QScreen>
 #include <QtQuick/QQuickItem>
 #include <QtWidgets/QApplication>
@@ -77,23 +78,30 @@ private Q_SLOTS:
     void shouldStayOnTheScreen_data()
     {
         const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
+        QTest::addColumn<bool>("isSafe");
         QTest::addColumn<QPoint>("position");
         QTest::addColumn<QPoint>("expected");
         const QPoint last = area.bottomRight() - QPoint(200, 100); // of 201 x 101
-        QTest::newRow("inside") << QPoint(50, 60) << QPoint(50, 60);
-        QTest::newRow("top left") << area.topLeft() - QPoint(30, 30) << area.topLeft();
-        QTest::newRow("top right")
-                << QPoint(last.x() + 30, area.top() - 30) << QPoint(last.x(), area.top());
-        QTest::newRow("bottom left")
-                << QPoint(area.left() - 30, last.y() + 30) << QPoint(area.left(), last.y());
-        QTest::newRow("bottom right") << last + QPoint(30, 30) << last;
-        QTest::newRow("one pixel") << last + QPoint(1, 1) << last;
+        const auto add = [](const QByteArray &row, QPoint position, QPoint expected) {
+            QTest::newRow(row) << true << position << expected;
+            QTest::newRow(row + ", away from the mouse") << false << position << expected;
+        };
+        add("inside", QPoint(50, 60), QPoint(50, 60));
+        add("top left", area.topLeft() - QPoint(30, 30), area.topLeft());
+        add("top right", QPoint(last.x() + 30, area.top() - 30), QPoint(last.x(), area.top()));
+        add("bottom left", QPoint(area.left() - 30, last.y() + 30), QPoint(area.left(), last.y()));
+        add("bottom right", last + QPoint(30, 30), last);
+        add("one pixel", last + QPoint(1, 1), last);
     }
 
     void shouldStayOnTheScreen()
     {
+        QFETCH(bool, isSafe);
         QFETCH(QPoint, position);
+        if (!isSafe)
+            QCursor::setPos(QGuiApplication::primaryScreen()->availableGeometry().center());
         m_bench->show(position);
+        QCOMPARE(m_bench->countdown(), isSafe ? -1 : 3000);
         QCOMPARE(m_bench->popup->size(), QSize(201, 101));
         QTEST(m_bench->popup->pos(), "expected");
     }
@@ -234,6 +242,12 @@ private Q_SLOTS:
         other.show();
         QVERIFY(QTest::qWaitForWindowExposed(&other));
         QVERIFY(!m_bench->popup->isSafe(other.geometry().center()));
+
+        QWidget inner(&m_bench->control); // another control, with another hovlet
+        inner.setGeometry(50, 0, 50, 30);
+        inner.show();
+        QVERIFY(m_bench->popup->isSafe(m_bench->control.mapToGlobal(QPoint(25, 15))));
+        QVERIFY(!m_bench->popup->isSafe(inner.mapToGlobal(QPoint(25, 15))));
     }
 
     void shouldNotTakeNoWidgetForNoControl()
