@@ -3,7 +3,9 @@
 #include "ClipPictures.h"
 #include "TestMain.h"
 
+#include <atomic>
 #include <climits>
+#include <cstdarg>
 
 using namespace ClipPictures;
 using namespace Hovlets;
@@ -14,6 +16,37 @@ const QString Sound = QStringLiteral("-f lavfi -i sine=duration=0.4"); // makes 
 
 const QString Square = QStringLiteral(
         "-f lavfi -i color=size=%1x8192:rate=25 -frames:v 1 -c:v ffv1 -pix_fmt gray");
+
+/// Lets memory run out where a decoder writes to its log, which it does whether or not anyone
+/// reads.
+class MemoryUntilLine
+{
+    Q_DISABLE_COPY_MOVE(MemoryUntilLine)
+
+public:
+    explicit MemoryUntilLine(int line)
+    {
+        s_left = line;
+        av_log_set_callback(&MemoryUntilLine::count);
+    }
+
+    ~MemoryUntilLine()
+    {
+        av_log_set_callback(av_log_default_callback);
+        av_max_alloc(INT_MAX);
+    }
+
+    bool hasRunOut() const { return s_left <= 0; }
+
+private:
+    static void count(void *, int, const char *, va_list)
+    {
+        if (--s_left == 0)
+            av_max_alloc(64);
+    }
+
+    static inline std::atomic<int> s_left { 0 };
+};
 
 } // namespace
 
@@ -35,6 +68,7 @@ private Q_SLOTS:
     void shouldOpenTheLargestPicture();
     void shouldFailToOpenWhenInterrupted();
     void shouldFailToOpenWithoutMemory();
+    void shouldFailToOpenWithoutMemoryForAPicture();
 
 private:
     QString withoutCodec() const;
@@ -236,6 +270,23 @@ void tst_HVClip_Opening::shouldFailToOpenWithoutMemory()
     QVERIFY(messages.contains(QLatin1String("Could not open media at: %1")));
     QVERIFY(messages.contains(
             QLatin1String("Could not find any stream information in media at: %1")));
+}
+
+void tst_HVClip_Opening::shouldFailToOpenWithoutMemoryForAPicture()
+{
+    // Its decoder tells of itself when it has all that it needs.
+    const QString path = m_clips.clip(QStringLiteral("open.avi"), QStringLiteral("64x48"),
+                                      QStringLiteral("-c:v utvideo"));
+    QStringList messages;
+    bool hasRunOut = true;
+    for (int line = 1; line < 1000 && hasRunOut; ++line) {
+        const MemoryUntilLine memory(line);
+        messages += QString::fromLatin1(newClip()->open(path));
+        hasRunOut = memory.hasRunOut();
+    }
+    QVERIFY(!hasRunOut);
+    QCOMPARE(messages.constLast(), QString());
+    QVERIFY(messages.contains(QLatin1String("Could not allocate original frame in %1")));
 }
 
 HOVLETS_TEST_MAIN(tst_HVClip_Opening)
