@@ -304,7 +304,8 @@ private Q_SLOTS:
         QCOMPARE(m_controller->state(), HVVideoController::Playing);
         QTRY_COMPARE(m_seen->count(QStringLiteral("loadProgress")), 1);
         QCOMPARE(m_controller->state() == HVVideoController::Paused, told == QLatin1String("end"));
-        QCOMPARE(threads, QList<QThread *>(threads.size(), c->thread()));
+        QVERIFY(!threads.isEmpty());
+        QCOMPARE(threads.count(c->thread()), threads.size());
     }
 
     void shouldNotWaitForLongToTellWhetherItIsToQuit()
