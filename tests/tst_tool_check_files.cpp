@@ -34,6 +34,7 @@ private Q_SLOTS:
     void cleanup();
     void shouldTakeAPackageByAnyPath_data();
     void shouldTakeAPackageByAnyPath();
+    void shouldReadNothingOutsideOfAFile();
     void shouldTellWhatIsTakenForTheRoot_data();
     void shouldTellWhatIsTakenForTheRoot();
     void shouldOpenOrdinaryFilesOnly();
@@ -84,6 +85,17 @@ void tst_ToolCheckFiles::shouldTakeAPackageByAnyPath()
     for (const QString &relative : std::as_const(paths))
         more += path(relative);
     QCOMPARE(found(more.mid(1), more.first()), QStringList());
+}
+
+void tst_ToolCheckFiles::shouldReadNothingOutsideOfAFile()
+{
+    const QString canary = m_folder->add(QStringLiteral("canary.xml"), "<other/>");
+    const QByteArray type =
+            "<!DOCTYPE hovlets [<!ENTITY e SYSTEM \"file://" + canary.toUtf8() + "\">]>\n";
+    m_folder->addControlFile(
+            Package, QStringLiteral("A"),
+            type + control("<hovlet key='a'/>&e;<hovlet key='b'><p>&e;</p></hovlet>"));
+    QCOMPARE(found({}, m_folder->path()), QStringList());
 }
 
 void tst_ToolCheckFiles::shouldTellWhatIsTakenForTheRoot_data()
