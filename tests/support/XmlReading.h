@@ -25,6 +25,12 @@ inline Objects read(Hovlets::HVXmlParser &parser, const QByteArray &document)
     return objects;
 }
 
+/// A parser's callback that has nothing built.
+inline int skipAll(const QString &, const QXmlAttributes &, void *)
+{
+    return Hovlets::HVXmlParser::SkipElement | Hovlets::HVXmlParser::SkipChildren;
+}
+
 /// The only object, when it is an element.
 inline Hovlets::HVXmlElement *element(const Objects &objects)
 {

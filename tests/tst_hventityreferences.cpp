@@ -1,0 +1,229 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "DebugLog.h"
+#include "PackageFolder.h"
+#include "TestMain.h"
+#include "XmlReading.h"
+
+using namespace Hovlets;
+
+namespace {
+
+/// "a" as often as \a times, through an entity of 2,048 of them.
+QByteArray entityFlood(int times, const QByteArray &before, const QByteArray &after)
+{
+    return "<!DOCTYPE a [<!ENTITY e \"" + QByteArray(2048, 'a') + "\">]>" + before
+            + QByteArray("&e;").repeated(times / 2048) + QByteArray(times % 2048, 'a') + after;
+}
+
+} // namespace
+
+/// How far documents grow by the entities that they declare.
+class tst_HVEntityReferences : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void shouldStopAfter64MiCharacters_data()
+    {
+        QTest::addColumn<QByteArray>("before");
+        QTest::addColumn<QByteArray>("after");
+        QTest::newRow("text") << QByteArray("<a><b>") << QByteArray("</b></a>");
+        QTest::newRow("attribute") << QByteArray("<a><b k=\"") << QByteArray("\"/></a>");
+    }
+
+    void shouldStopAfter64MiCharacters()
+    {
+        QFETCH(QByteArray, before);
+        QFETCH(QByteArray, after);
+        constexpr int Most = 64 * 1024 * 1024;
+        HVXmlParser parser(&skipAll); // what counts is delivered text, kept or not
+        read(parser, entityFlood(Most, before, after));
+        QVERIFY(parser.isClosed());
+        // The count begins anew with each read.
+        read(parser, entityFlood(Most, before, after));
+        QVERIFY(parser.isClosed());
+
+        DebugLog log;
+        read(parser, entityFlood(Most + 1, before, after));
+        QVERIFY(!parser.isClosed());
+        QCOMPARE(log.fatalErrors(), 1);
+    }
+
+    void shouldRefuseAFloodOfReferencesToEntities()
+    {
+        HVXmlParser parser;
+        const QByteArray body = "<a>" + QByteArray("&e;").repeated(70000) + "</a>";
+
+        const QByteArray parameters = QByteArray("<!-- %e; -->").repeated(70000) + "<a/>";
+        const QByteArray declared = "<!DOCTYPE a [<!ENTITY e 'x'>";
+        QList<QByteArray> floods { declared + "]>" + body, declared + "]>" + parameters };
+        for (const char *spelled : { "&#38;e;", "&#x26;e;", "&#037;e;", "&#x0025;e;" }) {
+            const QByteArray value = QByteArray(spelled).repeated(70000);
+            floods += declared + "<!ENTITY f '" + value + "'>]><a/>";
+        }
+        for (const QByteArray &flood : std::as_const(floods)) {
+            DebugLog log;
+            QVERIFY(read(parser, flood).empty());
+            QCOMPARE(log.lines(),
+                     QStringList {
+                             QStringLiteral("Fatal error at 1,1 : too many entity references") });
+        }
+    }
+
+    void shouldNotTakeSignsOfTextForReferencesToEntities()
+    {
+        const QByteArray content =
+                "<a>" + QByteArray("100 %, %(n)s &amp; &lt;&gt;&quot;&apos;").repeated(20000);
+        HVXmlParser parser;
+        // Those that XML declares itself keep their meaning.
+        const QByteArray declared = "<!DOCTYPE a [<!ENTITY e '" + QByteArray(20000, 'x')
+                + "'><!ENTITY gt '" + QByteArray(20000, 'x') + "'>]>";
+        const auto objects = read(parser, declared + content + "&e;</a>");
+        QCOMPARE(objects.size(), size_t(1));
+        QCOMPARE(element(objects)->content().size(), 20000 * 19 + 20000);
+    }
+
+    void shouldReadWhatGrowsLittleByItsEntities_data()
+    {
+        QTest::addColumn<QByteArray>("document");
+        QTest::addColumn<int>("length");
+        const QByteArray large =
+                "<!DOCTYPE a [<!ENTITY e '" + QByteArray(30000, 'x') + "'><!ENTITY f 'y'>]><a>&e;";
+        const QByteArray day = QByteArray("&#x65E5;").repeated(70000);
+        QTest::newRow("none declared")
+                << QByteArray("<a><!-- <!ENTITY is not used here -->" + day + "</a>") << 70000;
+        QTest::newRow("none declared, unknown ones")
+                << QByteArray("<a><!-- <!ENTITY is not used here -->x"
+                              + QByteArray("&nbsp;").repeated(70000) + "</a>")
+                << 1;
+        QTest::newRow("one, used once, and characters by number")
+                << QByteArray("<!DOCTYPE a [<!ENTITY f 'y'>]><a>&f;" + day + "</a>") << 70001;
+        QTest::newRow("a large one, used once, and characters by number")
+                << QByteArray(large + QByteArray("&#228;").repeated(3000) + "</a>") << 33000;
+        QTest::newRow("a large one, used once, and a small one")
+                << QByteArray(large + QByteArray("&f;").repeated(3000) + "</a>") << 33000;
+        QTest::newRow("signs of text")
+                << QByteArray(large + QByteArray("100%done ").repeated(70000) + "</a>") << 660000;
+    }
+
+    void shouldReadWhatGrowsLittleByItsEntities()
+    {
+        QFETCH(QByteArray, document);
+        QFETCH(int, length);
+        HVXmlParser parser;
+        const auto objects = read(parser, document);
+        QCOMPARE(objects.size(), size_t(1));
+        QCOMPARE(element(objects)->content().size(), length);
+    }
+
+    void shouldCountHowFarAllEntitiesGrow()
+    {
+        // Each of them alone would do.
+        QByteArray document = "<!DOCTYPE a [";
+        QByteArray references;
+        for (const char *name : { "e", "f" }) {
+            document += "<!ENTITY " + QByteArray(name) + " '" + QByteArray(50000, 'x') + "'>";
+            references += QByteArray("&" + QByteArray(name) + ";").repeated(1000);
+        }
+        DebugLog log;
+        HVXmlParser parser(&skipAll);
+        read(parser, document + "]><a><b k=\"" + references + "\"/></a>");
+        QCOMPARE(log.fatalErrors(), 1);
+        QVERIFY2(log.lines().constFirst().startsWith(QLatin1String("Fatal error at 1,1000")),
+                 qPrintable(log.lines().constFirst()));
+    }
+
+    void shouldTakeTextWithEntitiesInPieces()
+    {
+        // A flood is then stopped on its way instead of gathered first.
+        struct Pieces : HVXmlParser
+        {
+            bool characters(const QString &ch) override
+            {
+                longest = qMax(longest, int(ch.size()));
+                return HVXmlParser::characters(ch);
+            }
+            int longest = 0;
+        } parser;
+        const int size = 100 * 2048;
+        QCOMPARE(element(read(parser, entityFlood(size, "<a>", "</a>")))->content().size(), size);
+        QVERIFY2(parser.longest < 10000, qPrintable(QString::number(parser.longest)));
+    }
+
+    void shouldRefuseAnEntityThatGrowsByItsReferences_data()
+    {
+        QTest::addColumn<QByteArray>("document"); // %1: the entity, %2: the references
+        QTest::newRow("attribute")
+                << QByteArray("<!DOCTYPE a [<!ENTITY e \"%1\">]><a><b k=\"%2\"/></a>");
+        QTest::newRow("text") << QByteArray("<!DOCTYPE a [<!ENTITY e \"%1\">]><a>%2</a>");
+        QTest::newRow("entity") << QByteArray(
+                "<!DOCTYPE a [<!ENTITY % e \"%1\"><!ENTITY f \"%2\">]><a/>");
+    }
+
+    void shouldRefuseAnEntityThatGrowsByItsReferences()
+    {
+        QFETCH(QByteArray, document);
+        const QByteArray reference = document.contains('f') ? "%e;" : "&e;";
+        document.replace("%2", reference.repeated(1000));
+        HVXmlParser parser(&skipAll);
+        read(parser, QByteArray(document).replace("%1", QByteArray(50000, 'a')));
+        QVERIFY(parser.isClosed());
+
+        DebugLog log;
+        read(parser, QByteArray(document).replace("%1", QByteArray(100000, 'a')));
+        QCOMPARE(log.fatalErrors(), 1);
+        QVERIFY2(log.lines().constFirst().startsWith(QLatin1String("Fatal error at 1,100")),
+                 qPrintable(log.lines().constFirst()));
+    }
+
+    void shouldNotGrowByEntitiesOfEntities()
+    {
+        QByteArray document = "<!DOCTYPE a [<!ENTITY e0 \"lollollol\">";
+        for (int i = 1; i < 12; ++i) {
+            const QByteArray before = QByteArray::number(i - 1);
+            document += "<!ENTITY e" + QByteArray::number(i) + " \""
+                    + QByteArray("&e" + before + ";").repeated(10) + "\">";
+        }
+        DebugLog log;
+        HVXmlParser parser;
+        const Objects objects = read(parser, document + "]><a>&e11;</a>");
+        QVERIFY(objects.empty() || element(objects)->content().size() < 64 * 1024 * 1024);
+        QCOMPARE(log.fatalErrors(), 1);
+    }
+
+    void shouldNotReadOtherFilesForADocument_data()
+    {
+        QTest::addColumn<QByteArray>("document");
+        QTest::newRow("entity") << QByteArray(
+                "<!DOCTYPE a [<!ENTITY x SYSTEM \"%1\">]><a>[&x;]</a>");
+        QTest::newRow("public entity")
+                << QByteArray("<!DOCTYPE a [<!ENTITY x PUBLIC \"-//x\" \"%1\">]><a>[&x;]</a>");
+        QTest::newRow("parameter entity")
+                << QByteArray("<!DOCTYPE a [<!ENTITY % p SYSTEM \"%1\">%p;]><a>[&x;]</a>");
+        QTest::newRow("document type") << QByteArray("<!DOCTYPE a SYSTEM \"%1\"><a>[&x;]</a>");
+        QTest::newRow("attribute")
+                << QByteArray("<!DOCTYPE a [<!ENTITY x SYSTEM \"%1\">]><a><b k=\"&x;\"/>[]</a>");
+    }
+
+    void shouldNotReadOtherFilesForADocument()
+    {
+        QFETCH(QByteArray, document);
+        const PackageFolder folder;
+        const QString path =
+                folder.add(QStringLiteral("canary.txt"), "<!ENTITY x \"CANARY\">CANARY");
+        const QByteArray url = QUrl::fromLocalFile(path).toEncoded();
+        for (const QByteArray &name : { url, path.toUtf8() }) {
+            HVXmlParser parser;
+            DebugLog log;
+            const Objects objects = read(parser, QByteArray(document).replace("%1", name));
+            if (objects.empty())
+                continue;
+            QVERIFY(!element(objects)->content().contains(QLatin1String("CANARY")));
+            const auto *child = element(objects)->childElement(QStringLiteral("b"));
+            QVERIFY(!child || !child->attribute(QStringLiteral("k")).contains(QLatin1Char('C')));
+        }
+    }
+};
+
+HOVLETS_TEST_MAIN(tst_HVEntityReferences)
+#include "tst_hventityreferences.moc"
