@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "HVExport.h"
+
+#include <QtCore/qglobal.h>
+
+namespace Hovlets {
+
+/*!
+ * \brief The most that content may cost the process: memory, stack and time.
+ *
+ * The library lives in the host's process, so a control file or a clip that was damaged, generated
+ * or made to do harm must not take the host down. What meets a limit is left out, with one message,
+ * and everything else is still served. The defaults are far above what people write and watch; a
+ * host changes them only where its content is known to need more, or its machine holds less.
+ *
+ * The limits are shared by the whole process, since memory is: set them once, before the first
+ * Hovlets::HVInterface is created.
+ *
+ * \code
+ * Hovlets::HVLimits limits;
+ * limits.clipMemory = 128 * 1024 * 1024;
+ * Hovlets::HVLimits::setCurrent(limits);
+ * \endcode
+ *
+ * A limit of 0 or less admits nothing; there is no value for "unlimited", but the largest number of
+ * the type comes close. Do not use limits to tune appearance: HVContext has settings for that.
+ */
+struct HOVLETS_EXPORT HVLimits
+{
+    // Control files
+
+    /*!
+     * Levels of nested elements in a control file. Deeper nesting ends the parse with a "Fatal
+     * error at" line in Qt's debug output; the file then serves nothing. The XML reader recurses
+     * once per level: about 1,100 levels overflow a stack of 512 KB.
+     */
+    int nestingDepth = 512;
+
+    /*!
+     * Characters that the parse of one control file may deliver after expanding entities. More end
+     * the parse as above. 154 KB of repeated entities have been seen to expand to 200 million
+     * characters.
+     */
+    qint64 parsedCharacters = qint64 { 64 } * 1024 * 1024;
+
+    /*!
+     * References that the entity declarations of one control file may make to other entities,
+     * counted with their repetition. More end the parse as above. The XML reader expands attribute
+     * values in memory before it delivers them: this many references take up to 500 MB.
+     */
+    int entityReferences = 65536;
+
+    /// Bytes of one control file. A larger file is skipped as if it were unreadable.
+    qint64 controlFileSize = qint64 { 64 } * 1024 * 1024;
+
+    // What a popup shows of one entry
+
+    /// Paragraphs, links, pictures and other elements. Those that follow are left out.
+    int shownElements = 1000;
+
+    /// Characters of text. The text is cut off there.
+    int shownCharacters = 100000;
+
+    /// Pictures. Those that follow are replaced by their alternative text.
+    int shownPictures = 100;
+
+    // Pictures in content
+
+    /// Pixels of one picture or of one frame of a clip (256 MB in memory). A larger picture counts
+    /// as missing; a clip ends before a larger frame.
+    qint64 picturePixels = qint64 { 8192 } * 8192;
+
+    /// Bytes of all decoded pictures that popups show at a time. A picture that does not fit counts
+    /// as missing.
+    qint64 pictureMemory = qint64 { 256 } * 1024 * 1024;
+
+    // Clips
+
+    /// Streams of a clip file. A file with more cannot be opened: each stream costs memory before
+    /// anything is known of it.
+    int clipStreams = 64;
+
+    /// Bytes that are read of a clip file to find its streams. Streams that begin later are not
+    /// found.
+    qint64 clipProbeSize = 5000000;
+
+    /// Milliseconds that opening a clip may take. A clip that takes longer cannot be opened.
+    int clipProbeTime = 10000;
+
+    /*!
+     * Bytes of the decoded frames of all clips together. Clips are decoded into memory whole, width
+     * x height x 4 bytes per frame. A clip ends before the frame that does not fit.
+     */
+    qint64 clipMemory = qint64 { 512 } * 1024 * 1024;
+
+    /// Unused. Room for further limits, which keeps the size of the struct.
+    qint64 reserved[8] = {};
+
+    /// The limits that apply now. Any thread may ask.
+    [[nodiscard]] static HVLimits current();
+
+    /*!
+     * Replaces the limits. Any thread may call it; work that has begun may finish under the earlier
+     * limits.
+     */
+    static void setCurrent(const HVLimits &limits);
+};
+
+} // namespace Hovlets
