@@ -3,6 +3,7 @@
 #include "HVInterface.h"
 #include "PackageFolder.h"
 #include "TestMain.h"
+#include "Text.h"
 
 #include <HovletsAssist/HVCoverage.h>
 
@@ -19,11 +20,6 @@
 using namespace Hovlets;
 
 namespace {
-
-QString text(const char *latin1)
-{
-    return QString::fromLatin1(latin1);
-}
 
 /// A window with a covered and a missing control, and a host with the entries "a", "b", "generic".
 class Scene

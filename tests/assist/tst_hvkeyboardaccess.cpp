@@ -7,6 +7,7 @@
 #include "HVXmlElement.h"
 #include "PackageFolder.h"
 #include "TestMain.h"
+#include "Text.h"
 
 #include <HovletsAssist/HVKeyboardAccess.h>
 
@@ -21,11 +22,6 @@
 using namespace Hovlets;
 
 namespace {
-
-QString text(const char *latin1)
-{
-    return QString::fromLatin1(latin1);
-}
 
 /// A window with controls "a" and "nobody", a group "b" with "inside", and a host with entries for
 /// "a", "b" and "generic". The mouse is far from all of them.

@@ -7,9 +7,9 @@
 #include "PackageFolder.h"
 #include "RecordingHost.h"
 #include "TestMain.h"
+#include "Text.h"
 
 #include <QtCore/QDir>
-#include <QtCore/QFile>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QRegularExpression>
 #include <QtCore/QTranslator>
@@ -26,25 +26,17 @@ namespace {
 
 const QDir Blocks(QStringLiteral(HOVLETS_DOC_BLOCKS));
 
-QString read(const QString &path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        qFatal("cannot read %s", qPrintable(path));
-    return QString::fromUtf8(file.readAll());
-}
-
 struct Block
 {
     QString file, document, language, word;
-    QString text() const { return read(Blocks.filePath(file)); }
+    QString text() const { return readText(Blocks.filePath(file)); }
 };
 
 QList<Block> allBlocks()
 {
     QList<Block> blocks;
     const QStringList lines =
-            read(Blocks.filePath(QStringLiteral("manifest"))).split(QLatin1Char('\n'));
+            readText(Blocks.filePath(QStringLiteral("manifest"))).split(QLatin1Char('\n'));
     for (const QString &line : lines) {
         const QStringList words = line.split(QLatin1Char(' '));
         if (words.size() == 6)
@@ -126,7 +118,7 @@ QStringList complaints(const RecordingHost &host)
 
 } // namespace
 
-class TestDocs : public QObject
+class tst_Docs : public QObject
 {
     Q_OBJECT
 
@@ -145,7 +137,7 @@ private:
     void checkTranslation(const QString &text);
 };
 
-void TestDocs::shouldHaveARuleForEveryBlock()
+void tst_Docs::shouldHaveARuleForEveryBlock()
 {
     const QHash<QString, QStringList> rules {
         { QStringLiteral("cpp"),
@@ -168,7 +160,7 @@ void TestDocs::shouldHaveARuleForEveryBlock()
     }
 }
 
-void TestDocs::checkControlFile(const QString &text, bool serves)
+void tst_Docs::checkControlFile(const QString &text, bool serves)
 {
     PackageFolder folder;
     folder.addControlFile(QStringLiteral("Doc"), QStringLiteral("doc"), text.toUtf8());
@@ -204,7 +196,7 @@ void TestDocs::checkControlFile(const QString &text, bool serves)
     }
 }
 
-void TestDocs::checkKeyData(const QString &text)
+void tst_Docs::checkKeyData(const QString &text)
 {
     PackageFolder folder;
     HVContext settings;
@@ -219,7 +211,7 @@ void TestDocs::checkKeyData(const QString &text)
     }
 }
 
-void TestDocs::checkTranslation(const QString &text)
+void tst_Docs::checkTranslation(const QString &text)
 {
     PackageFolder folder;
     const QString source = folder.add(QStringLiteral("doc.ts"), text.toUtf8());
@@ -242,7 +234,7 @@ void TestDocs::checkTranslation(const QString &text)
              one("translation"));
 }
 
-void TestDocs::shouldShowXmlThatTheLibraryReads()
+void tst_Docs::shouldShowXmlThatTheLibraryReads()
 {
     QFETCH(QString, word);
     QFETCH(QString, text);
@@ -259,7 +251,7 @@ void TestDocs::shouldShowXmlThatTheLibraryReads()
         checkControlFile(file, true);
 }
 
-void TestDocs::shouldShowQmlThatRuns()
+void tst_Docs::shouldShowQmlThatRuns()
 {
     QFETCH(QString, word);
     QFETCH(QString, text);
@@ -289,7 +281,7 @@ void TestDocs::shouldShowQmlThatRuns()
     QCOMPARE(complaints(*host), QStringList());
 }
 
-void TestDocs::shouldShowJsonThatCanBeParsed()
+void tst_Docs::shouldShowJsonThatCanBeParsed()
 {
     QFETCH(QString, text);
     QJsonParseError error;
@@ -297,5 +289,5 @@ void TestDocs::shouldShowJsonThatCanBeParsed()
     QVERIFY2(error.error == QJsonParseError::NoError, qPrintable(error.errorString()));
 }
 
-HOVLETS_TEST_MAIN(TestDocs)
+HOVLETS_TEST_MAIN(tst_Docs)
 #include "tst_docs.moc"

@@ -6,9 +6,9 @@
 #include "HVView.h"
 #include "HVXmlElement.h"
 #include "TestMain.h"
+#include "Text.h"
 
 #include <QtCore/QDirIterator>
-#include <QtCore/QFile>
 #include <QtCore/QMap>
 #include <QtCore/QMetaMethod>
 #include <QtCore/QMetaProperty>
@@ -25,14 +25,6 @@ Q_DECLARE_METATYPE(const QMetaObject *)
 namespace {
 
 const QDir Source(QStringLiteral(HOVLETS_SOURCE));
-
-QString read(const QString &path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        qFatal("cannot read %s", qPrintable(path));
-    return QString::fromUtf8(file.readAll());
-}
 
 /// "Name of a setting" to its number, as the rows of a table have them.
 QMap<QString, QString> settingsIn(const QString &text, const QString &pattern)
@@ -65,7 +57,7 @@ QStringList anchorsOf(const QString &markdown)
 
 } // namespace
 
-class TestDocsReference : public QObject
+class tst_DocsReference : public QObject
 {
     Q_OBJECT
 
@@ -79,7 +71,7 @@ private Q_SLOTS:
     void shouldLinkToWhatIsThere();
 };
 
-void TestDocsReference::shouldListEverySetting_data()
+void tst_DocsReference::shouldListEverySetting_data()
 {
     QTest::addColumn<QString>("document");
     QTest::newRow("README.md") << "README.md";
@@ -87,11 +79,11 @@ void TestDocsReference::shouldListEverySetting_data()
 }
 
 /// Name, number and type of every setting are those of the header.
-void TestDocsReference::shouldListEverySetting()
+void tst_DocsReference::shouldListEverySetting()
 {
     QFETCH(QString, document);
     const QString header =
-            read(Source.filePath(QStringLiteral("Components/Hovlets/Hovlets/HVContext.h")));
+            readText(Source.filePath(QStringLiteral("Components/Hovlets/Hovlets/HVContext.h")));
     QMap<QString, QString> wanted;
     auto matches =
             QRegularExpression(QStringLiteral("/// (\\w+)[,:][^{}]*?\\b(HVKey\\w+) = (\\d+)"))
@@ -102,12 +94,12 @@ void TestDocsReference::shouldListEverySetting()
     }
     QCOMPARE(int(wanted.size()),
              int(header.count(QRegularExpression(QStringLiteral("HVKey\\w+ = \\d+")))));
-    QCOMPARE(settingsIn(read(Source.filePath(document)),
+    QCOMPARE(settingsIn(readText(Source.filePath(document)),
                         QStringLiteral("^\\| `(HVKey\\w+)` \\| (\\d+) \\| (\\w+)")),
              wanted);
 }
 
-void TestDocsReference::shouldTellOfAllThatQmlSees_data()
+void tst_DocsReference::shouldTellOfAllThatQmlSees_data()
 {
     QTest::addColumn<const QMetaObject *>("type");
     QTest::newRow("view") << &HVView::staticMetaObject;
@@ -119,7 +111,7 @@ void TestDocsReference::shouldTellOfAllThatQmlSees_data()
 }
 
 /// Every property and method of a type, and every signal that is not that of a property.
-void TestDocsReference::shouldTellOfAllThatQmlSees()
+void tst_DocsReference::shouldTellOfAllThatQmlSees()
 {
     QFETCH(const QMetaObject *, type);
     QStringList names, notifications;
@@ -133,18 +125,18 @@ void TestDocsReference::shouldTellOfAllThatQmlSees()
             names += name;
     }
     QVERIFY(names.size() > 2);
-    const QString document = read(Source.filePath(QStringLiteral("docs/qml.md")));
+    const QString document = readText(Source.filePath(QStringLiteral("docs/qml.md")));
     for (const QString &name : std::as_const(names)) {
         QVERIFY2(document.contains(QRegularExpression(QStringLiteral("`%1[`(]").arg(name))),
                  qPrintable(name));
     }
 }
 
-void TestDocsReference::shouldTellOfEveryQuestionToTheHost()
+void tst_DocsReference::shouldTellOfEveryQuestionToTheHost()
 {
-    const QString document = read(Source.filePath(QStringLiteral("docs/hosts.md")));
+    const QString document = readText(Source.filePath(QStringLiteral("docs/hosts.md")));
     auto questions = QRegularExpression(QStringLiteral("\\n    virtual [\\w *]*?(\\w+)\\("))
-                             .globalMatch(read(Source.filePath(
+                             .globalMatch(readText(Source.filePath(
                                      QStringLiteral("Components/Hovlets/Hovlets/HVInterface.h"))));
     int count = 0;
     for (; questions.hasNext(); ++count) {
@@ -154,7 +146,7 @@ void TestDocsReference::shouldTellOfEveryQuestionToTheHost()
     QCOMPARE(count, 6);
 }
 
-void TestDocsReference::shouldLinkToWhatIsThere_data()
+void tst_DocsReference::shouldLinkToWhatIsThere_data()
 {
     QTest::addColumn<QString>("path");
     const QStringList names { QStringLiteral("README.md"), QStringLiteral("CONTRIBUTING.md") };
@@ -168,10 +160,10 @@ void TestDocsReference::shouldLinkToWhatIsThere_data()
     }
 }
 
-void TestDocsReference::shouldLinkToWhatIsThere()
+void tst_DocsReference::shouldLinkToWhatIsThere()
 {
     QFETCH(QString, path);
-    const QString document = read(path);
+    const QString document = readText(path);
     auto links = QRegularExpression(QStringLiteral("\\]\\(([^)\\s]+)\\)")).globalMatch(document);
     while (links.hasNext()) {
         const QString link = links.next().captured(1);
@@ -181,10 +173,10 @@ void TestDocsReference::shouldLinkToWhatIsThere()
         const QString target = file.isEmpty() ? path : QFileInfo(path).dir().filePath(file);
         QVERIFY2(QFileInfo::exists(target), qPrintable(link));
         if (link.contains(QLatin1Char('#')))
-            QVERIFY2(anchorsOf(read(target)).contains(link.section(QLatin1Char('#'), 1)),
+            QVERIFY2(anchorsOf(readText(target)).contains(link.section(QLatin1Char('#'), 1)),
                      qPrintable(link));
     }
 }
 
-HOVLETS_TEST_MAIN(TestDocsReference)
+HOVLETS_TEST_MAIN(tst_DocsReference)
 #include "tst_docs_reference.moc"

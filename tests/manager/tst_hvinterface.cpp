@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "DebugLog.h"
 #include "HVContext.h"
 #include "HVIndex.h"
 #include "HVInterface.h"
@@ -7,6 +8,7 @@
 #include "HVWidget.h"
 #include "PackageFolder.h"
 #include "TestMain.h"
+#include "Text.h"
 
 #include <QtCore/QUrl>
 #include <QtGui/QDesktopServices>
@@ -17,38 +19,6 @@
 using namespace Hovlets;
 
 namespace {
-
-QString text(const char *latin1)
-{
-    return QString::fromLatin1(latin1);
-}
-
-QStringList *output = nullptr; // lines of debug output, while something listens
-
-/// Takes Qt's debug output while it lives.
-class OutputCatcher
-{
-public:
-    OutputCatcher()
-    {
-        output = &lines;
-        m_before = qInstallMessageHandler(
-                [](QtMsgType type, const QMessageLogContext &, const QString &message) {
-                    *output += type == QtDebugMsg ? message : QStringLiteral("no debug output");
-                });
-    }
-
-    ~OutputCatcher()
-    {
-        qInstallMessageHandler(m_before);
-        output = nullptr;
-    }
-
-    QStringList lines;
-
-private:
-    QtMessageHandler m_before;
-};
 
 /// The popup, wherever the library keeps it.
 HVWidget *findPopup()
@@ -185,9 +155,9 @@ private Q_SLOTS:
         QFETCH(int, type);
         QFETCH(QString, message);
         HVInterface interface(*m_context, {});
-        const OutputCatcher catcher;
+        const DebugLog log;
         interface.handleMessage(HVMessageType(type), message);
-        const QStringList lines = catcher.lines;
+        const QStringList lines = log.lines();
         QCOMPARE(lines.size(), 1);
         QTEST(lines.at(0), "line");
     }
@@ -195,13 +165,13 @@ private Q_SLOTS:
     void shouldTakeMessagesOfTheStartItself()
     {
         m_context->set(HVKeyMessageLevel, 300);
-        const OutputCatcher catcher;
+        const DebugLog log;
         const Host host(*m_context, { m_packages->path() });
         QVERIFY(host.messages.isEmpty());
-        QCOMPARE(catcher.lines.value(0),
+        QCOMPARE(log.lines().value(0),
                  text("Information:indexing packages (*.hovlets) in %1 ").arg(m_packages->path()));
-        QCOMPARE(catcher.lines.size(), 5);
-        QVERIFY(catcher.lines.at(4).startsWith(text("Information:Indexed packages in 0")));
+        QCOMPARE(log.lines().size(), 5);
+        QVERIFY(log.lines().at(4).startsWith(text("Information:Indexed packages in 0")));
     }
 
     void shouldAnswerByDefault()

@@ -2,6 +2,7 @@
 #include "HVXmlElement.h"
 #include "HoverScene.h"
 #include "TestMain.h"
+#include "Text.h"
 
 #include <QtQml/QQmlComponent>
 #include <QtQml/QQmlEngine>
@@ -9,11 +10,6 @@
 using namespace Hovlets;
 
 namespace {
-
-QString text(const char *latin1)
-{
-    return QString::fromLatin1(latin1);
-}
 
 /// A manager whose protected operations a test may call.
 class OpenManager : public HVManager

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HoverScene.h"
 #include "TestMain.h"
+#include "Text.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
@@ -11,11 +12,6 @@
 using namespace Hovlets;
 
 namespace {
-
-QString text(const char *latin1)
-{
-    return QString::fromLatin1(latin1);
-}
 
 /// The key of the element that QML sees as "hovlet".
 QString keyInQml(HVView *view)

@@ -1,15 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HoverScene.h"
 #include "TestMain.h"
+#include "Text.h"
 
 using namespace Hovlets;
 
 namespace {
-
-QString text(const char *latin1)
-{
-    return QString::fromLatin1(latin1);
-}
 
 QMouseEvent mouseMove(const QPoint &global)
 {

@@ -3,6 +3,7 @@
 #include "PackageFolder.h"
 #include "RecordingHost.h"
 #include "TestMain.h"
+#include "Text.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
@@ -16,11 +17,6 @@
 using namespace Hovlets;
 
 namespace {
-
-QString text(const char *latin1)
-{
-    return QString::fromLatin1(latin1);
-}
 
 /// Notes what it is asked to do.
 class NotingIndex : public HVIndex

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HoverScene.h"
 #include "TestMain.h"
+#include "Text.h"
 
 #include <QtQml/QQmlContext>
 #include <QtQml/QQmlEngine>
@@ -10,11 +11,6 @@
 using namespace Hovlets;
 
 namespace {
-
-QString text(const char *latin1)
-{
-    return QString::fromLatin1(latin1);
-}
 
 /// Notes when a window is raised, as its children see it.
 class RaiseWatcher : public QObject

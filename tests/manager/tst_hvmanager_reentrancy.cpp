@@ -1,17 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HoverScene.h"
 #include "TestMain.h"
+#include "Text.h"
 
 #include <QtCore/QTranslator>
 
 using namespace Hovlets;
 
 namespace {
-
-QString text(const char *latin1)
-{
-    return QString::fromLatin1(latin1);
-}
 
 /// A host that does something unexpected, once, while the library waits for its answer.
 class MeddlingHost : public RecordingHost

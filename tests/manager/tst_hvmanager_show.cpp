@@ -1,20 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HoverScene.h"
 #include "TestMain.h"
+#include "Text.h"
 
 #include <QtCore/QPropertyAnimation>
 #include <QtQuick/QQuickItem>
 
 using namespace Hovlets;
-
-namespace {
-
-QString text(const char *latin1)
-{
-    return QString::fromLatin1(latin1);
-}
-
-} // namespace
 
 /// Whether a show leads to a popup, what it shows, and where.
 class tst_HVManagerShow : public QObject

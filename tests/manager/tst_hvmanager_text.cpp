@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HoverScene.h"
 #include "TestMain.h"
+#include "Text.h"
 #include "TranslationFile.h"
 
 #include <QtCore/QCoreApplication>
@@ -8,15 +9,6 @@
 #include <QtCore/QTranslator>
 
 using namespace Hovlets;
-
-namespace {
-
-QString text(const char *latin1)
-{
-    return QString::fromLatin1(latin1);
-}
-
-} // namespace
 
 /// The services for the texts of content.
 class tst_HVManagerText : public QObject

@@ -109,11 +109,6 @@ private:
     QColor screen(int x, int y) { return pixelOnScreen(global(QPoint(x, y))); }
     QImage bar() { return m_popup->picture().copy(50, 20, 20, 160); }
 
-    static bool isRed(const QColor &colour)
-    {
-        return colour.red() > 250 && colour.green() < 5 && colour.blue() < 5;
-    }
-
     static void press(const char *command, const char *button = "1")
     {
         QCOMPARE(QProcess::execute(QStringLiteral("xdotool"),

@@ -244,10 +244,6 @@ private Q_SLOTS:
     }
 
 private:
-    static bool isRed(const QColor &colour)
-    {
-        return colour.red() > 250 && colour.green() < 5 && colour.blue() < 5;
-    }
     static bool isBlue(const QColor &colour)
     {
         return colour.blue() > 250 && colour.green() < 5 && colour.red() < 5;

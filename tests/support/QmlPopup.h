@@ -37,3 +37,9 @@ public:
     /// Makes a lossless clip of the popup's resources by the ffmpeg program, from its own sources.
     void makeClip(const QString &name, const QString &pictures) const;
 };
+
+/// Whether a decoder made this of pure red.
+inline bool isRed(const QColor &colour)
+{
+    return colour.red() > 250 && colour.green() < 5 && colour.blue() < 5;
+}

@@ -1,16 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "PackageFolder.h"
 #include "TestMain.h"
+#include "Text.h"
 #include "ToolRun.h"
 
 #include <QtCore/QJsonArray>
 
 namespace {
-
-QString text(const char *latin1)
-{
-    return QString::fromLatin1(latin1);
-}
 
 constexpr const char Report[] = R"({
     "format": "hovlets-coverage", "version": 1,

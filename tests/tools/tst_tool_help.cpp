@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "PackageFolder.h"
 #include "TestMain.h"
+#include "Text.h"
 #include "ToolHelp.h"
 
-#include <QtCore/QFile>
 #include <QtTest/QtTest>
 
 #include <algorithm>
@@ -13,11 +13,8 @@ namespace {
 /// The manual without its markup, but for the names of macros.
 QString manual()
 {
-    QFile file(QStringLiteral(HOVLETS_SOURCE_DIR "/tools/hovlets.1"));
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
     static const QRegularExpression markup(QStringLiteral("\\\\f[BIR]|\\\\"));
-    return QString::fromUtf8(file.readAll()).remove(markup);
+    return readText(QStringLiteral(HOVLETS_SOURCE_DIR "/tools/hovlets.1")).remove(markup);
 }
 
 /// What bash offers where \a words follow "hovlets" and the last one is to be completed.

@@ -4,6 +4,7 @@
 #include "HVXmlElement.h"
 #include "PackageFolder.h"
 #include "TestMain.h"
+#include "Text.h"
 #include "ToolRun.h"
 
 #include <QtCore/QDir>
@@ -12,11 +13,6 @@
 using namespace Hovlets;
 
 namespace {
-
-QString text(const char *latin1)
-{
-    return QString::fromLatin1(latin1);
-}
 
 constexpr const char Form[] =
         "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"

@@ -1,16 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "PackageFolder.h"
 #include "TestMain.h"
+#include "Text.h"
 #include "ToolHelp.h"
 
 #include <QtTest/QtTest>
 
 namespace {
-
-QString text(const char *latin1)
-{
-    return QString::fromLatin1(latin1);
-}
 
 /// A command that reads one good argument and then tells of one that is missing: only where each
 /// stands for itself.

@@ -4,6 +4,7 @@
 #include "PreviewPopup.h"
 #include "PreviewWindow.h"
 #include "TestMain.h"
+#include "Text.h"
 #include "ToolRun.h"
 
 #include <QtCore/QDir>
@@ -16,11 +17,6 @@
 #include <QtWidgets/QTreeWidget>
 
 namespace {
-
-QString text(const char *latin1)
-{
-    return QString::fromLatin1(latin1);
-}
 
 constexpr char Ui[] =
         "import QtQuick 2.0\n"

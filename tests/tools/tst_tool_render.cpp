@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "PackageFolder.h"
 #include "TestMain.h"
+#include "Text.h"
 #include "ToolRun.h"
 
 #include <QtCore/QDir>
@@ -8,15 +9,6 @@
 #include <QtCore/QJsonArray>
 #include <QtCore/QTemporaryDir>
 #include <QtGui/QImage>
-
-namespace {
-
-QString text(const char *latin1)
-{
-    return QString::fromLatin1(latin1);
-}
-
-} // namespace
 
 /// Pictures of popups, taken by the program.
 class tst_ToolRender : public QObject

@@ -1,19 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "DefaultUiTest.h"
 #include "TestMain.h"
+#include "Text.h"
 
 #include <QtGui/QAccessible>
 
 using namespace Hovlets;
-
-namespace {
-
-QString text(const char *latin1)
-{
-    return QString::fromLatin1(latin1);
-}
-
-} // namespace
 
 /// What a screen reader is told of the default user interface.
 class tst_DefaultUiAccessibility : public DefaultUiTest

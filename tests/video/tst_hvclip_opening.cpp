@@ -51,7 +51,7 @@ private:
 } // namespace
 
 /// What an opened clip tells of itself, and what cannot be opened.
-class tst_HVClip_Opening : public QObject
+class tst_HVClipOpening : public QObject
 {
     Q_OBJECT
 
@@ -78,7 +78,7 @@ private:
     ClipFolder m_clips;
 };
 
-void tst_HVClip_Opening::shouldTellThePicturesPerSecond_data()
+void tst_HVClipOpening::shouldTellThePicturesPerSecond_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("options");
@@ -106,7 +106,7 @@ void tst_HVClip_Opening::shouldTellThePicturesPerSecond_data()
             << "-r 500 -c:v mjpeg -video_track_timescale 500" << 25.0;
 }
 
-void tst_HVClip_Opening::shouldTellThePicturesPerSecond()
+void tst_HVClipOpening::shouldTellThePicturesPerSecond()
 {
     QFETCH(QString, name);
     QFETCH(QString, options);
@@ -116,7 +116,7 @@ void tst_HVClip_Opening::shouldTellThePicturesPerSecond()
     QCOMPARE(clip->frameRate(), rate);
 }
 
-void tst_HVClip_Opening::shouldAverageAnAbsurdRate()
+void tst_HVClipOpening::shouldAverageAnAbsurdRate()
 {
     // Two bursts a second apart: r_frame_rate tells the ticks of their clock.
     const QString path = m_clips.clip(
@@ -129,7 +129,7 @@ void tst_HVClip_Opening::shouldAverageAnAbsurdRate()
              qPrintable(QString::number(clip->frameRate())));
 }
 
-void tst_HVClip_Opening::shouldTellItsTimes_data()
+void tst_HVClipOpening::shouldTellItsTimes_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("options");
@@ -142,7 +142,7 @@ void tst_HVClip_Opening::shouldTellItsTimes_data()
                             << "-c:v libx264" << 0.0;
 }
 
-void tst_HVClip_Opening::shouldTellItsTimes()
+void tst_HVClipOpening::shouldTellItsTimes()
 {
     QFETCH(QString, name);
     QFETCH(QString, options);
@@ -153,7 +153,7 @@ void tst_HVClip_Opening::shouldTellItsTimes()
     QCOMPARE(clip->timeBase(), 0.04);
 }
 
-void tst_HVClip_Opening::shouldTellWhyItCannotOpen_data()
+void tst_HVClipOpening::shouldTellWhyItCannotOpen_data()
 {
     QTest::addColumn<QString>("path");
     QTest::addColumn<QByteArray>("message");
@@ -194,7 +194,7 @@ void tst_HVClip_Opening::shouldTellWhyItCannotOpen_data()
     QTest::newRow("no pixel format") << withoutPictures() << noConversion;
 }
 
-void tst_HVClip_Opening::shouldTellWhyItCannotOpen()
+void tst_HVClipOpening::shouldTellWhyItCannotOpen()
 {
     QFETCH(QString, path);
     QFETCH(QByteArray, message);
@@ -203,7 +203,7 @@ void tst_HVClip_Opening::shouldTellWhyItCannotOpen()
 }
 
 /// A file of a codec that nobody knows.
-QString tst_HVClip_Opening::withoutCodec() const
+QString tst_HVClipOpening::withoutCodec() const
 {
     QByteArray bytes = ClipFolder::read(m_clips.clip(
             QStringLiteral("codec.avi"), QStringLiteral("64x48"), QStringLiteral("-c:v mpeg4")));
@@ -211,7 +211,7 @@ QString tst_HVClip_Opening::withoutCodec() const
 }
 
 /// A stream that begins behind what tells its size.
-QString tst_HVClip_Opening::withoutFirstPicture() const
+QString tst_HVClipOpening::withoutFirstPicture() const
 {
     const QByteArray bytes =
             ClipFolder::read(m_clips.clip(QStringLiteral("headless.h264"), QStringLiteral("64x48"),
@@ -221,7 +221,7 @@ QString tst_HVClip_Opening::withoutFirstPicture() const
 }
 
 /// A file whose header tells the size of pictures that are all zeros.
-QString tst_HVClip_Opening::withoutPictures() const
+QString tst_HVClipOpening::withoutPictures() const
 {
     QByteArray bytes =
             ClipFolder::read(m_clips.clip(QStringLiteral("zeros.mp4"), QStringLiteral("64x48"),
@@ -232,14 +232,14 @@ QString tst_HVClip_Opening::withoutPictures() const
                          bytes.replace(begin, end - begin, QByteArray(end - begin, '\0')));
 }
 
-void tst_HVClip_Opening::shouldOpenTheLargestPicture()
+void tst_HVClipOpening::shouldOpenTheLargestPicture()
 {
     const auto clip = newClip();
     QCOMPARE(clip->open(m_clips.make(QStringLiteral("largest.mkv"), Square.arg(8192))), nullptr);
     QCOMPARE(clip->size(), QSize(8192, 8192));
 }
 
-void tst_HVClip_Opening::shouldFailToOpenWhenInterrupted()
+void tst_HVClipOpening::shouldFailToOpenWhenInterrupted()
 {
     HVClip clip([] { return true; });
     const char *message = clip.open(m_clips.clip(
@@ -247,7 +247,7 @@ void tst_HVClip_Opening::shouldFailToOpenWhenInterrupted()
     QCOMPARE(QByteArray(message), QByteArray("Could not open media at: %1"));
 }
 
-void tst_HVClip_Opening::shouldFailToOpenWithoutMemory()
+void tst_HVClipOpening::shouldFailToOpenWithoutMemory()
 {
     const QString path = m_clips.clip(QStringLiteral("open.ts"), QStringLiteral("64x48"),
                                       QStringLiteral("-c:v libx264 -pix_fmt yuv420p"));
@@ -272,7 +272,7 @@ void tst_HVClip_Opening::shouldFailToOpenWithoutMemory()
             QLatin1String("Could not find any stream information in media at: %1")));
 }
 
-void tst_HVClip_Opening::shouldFailToOpenWithoutMemoryForAPicture()
+void tst_HVClipOpening::shouldFailToOpenWithoutMemoryForAPicture()
 {
     // Its decoder tells of itself when it has all that it needs.
     const QString path = m_clips.clip(QStringLiteral("open.avi"), QStringLiteral("64x48"),
@@ -289,6 +289,6 @@ void tst_HVClip_Opening::shouldFailToOpenWithoutMemoryForAPicture()
     QVERIFY(messages.contains(QLatin1String("Could not allocate original frame in %1")));
 }
 
-HOVLETS_TEST_MAIN(tst_HVClip_Opening)
+HOVLETS_TEST_MAIN(tst_HVClipOpening)
 
 #include "tst_hvclip_opening.moc"

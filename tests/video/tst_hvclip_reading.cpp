@@ -11,7 +11,7 @@ using namespace ClipPictures;
 using namespace Hovlets;
 
 /// What interrupts, ends and moves the reading.
-class tst_HVClip_Reading : public QObject
+class tst_HVClipReading : public QObject
 {
     Q_OBJECT
 
@@ -30,7 +30,7 @@ private:
     ClipFolder m_clips;
 };
 
-void tst_HVClip_Reading::shouldStopDecodingWhenInterrupted()
+void tst_HVClipReading::shouldStopDecodingWhenInterrupted()
 {
     bool isInterrupted = false;
     HVClip clip([&isInterrupted] { return isInterrupted; });
@@ -44,14 +44,14 @@ void tst_HVClip_Reading::shouldStopDecodingWhenInterrupted()
     QVERIFY(!clip.nextPicture().isNull());
 }
 
-void tst_HVClip_Reading::shouldEndWhereThereIsNoMemory_data()
+void tst_HVClipReading::shouldEndWhereThereIsNoMemory_data()
 {
     QTest::addColumn<int>("most"); // bytes
     QTest::newRow("for a picture") << 250000; // a decoded one takes 230400, ours 307200
     QTest::newRow("to decode") << 100000;
 }
 
-void tst_HVClip_Reading::shouldEndWhereThereIsNoMemory()
+void tst_HVClipReading::shouldEndWhereThereIsNoMemory()
 {
     QFETCH(int, most);
     const auto clip = newClip();
@@ -69,7 +69,7 @@ void tst_HVClip_Reading::shouldEndWhereThereIsNoMemory()
     QVERIFY2(left >= 4, qPrintable(QString::number(left)));
 }
 
-void tst_HVClip_Reading::shouldEndAStreamThatNeverYieldsAPicture()
+void tst_HVClipReading::shouldEndAStreamThatNeverYieldsAPicture()
 {
     QByteArray bytes = ClipFolder::read(
             m_clips.clip(QStringLiteral("never.ivf"), QStringLiteral("64x48"),
@@ -87,7 +87,7 @@ void tst_HVClip_Reading::shouldEndAStreamThatNeverYieldsAPicture()
     QVERIFY(clip->nextPicture().isNull());
 }
 
-void tst_HVClip_Reading::shouldDecodeOnAfterASeek_data()
+void tst_HVClipReading::shouldDecodeOnAfterASeek_data()
 {
     QTest::addColumn<int>("before"); // pictures
     QTest::addColumn<double>("seconds");
@@ -99,7 +99,7 @@ void tst_HVClip_Reading::shouldDecodeOnAfterASeek_data()
     QTest::newRow("in the middle back") << 6 << 0.08 << true << 2;
 }
 
-void tst_HVClip_Reading::shouldDecodeOnAfterASeek()
+void tst_HVClipReading::shouldDecodeOnAfterASeek()
 {
     QFETCH(int, before);
     QFETCH(double, seconds);
@@ -122,7 +122,7 @@ void tst_HVClip_Reading::shouldDecodeOnAfterASeek()
     QVERIFY(clip->nextPicture().isNull());
 }
 
-void tst_HVClip_Reading::shouldDecodeAgainWhenItSeeksAtTheEnd()
+void tst_HVClipReading::shouldDecodeAgainWhenItSeeksAtTheEnd()
 {
     const QString path = m_clips.clip(QStringLiteral("seek.mov"), QStringLiteral("64x48"),
                                       QStringLiteral("-c:v mjpeg -pix_fmt yuvj420p"));
@@ -141,6 +141,6 @@ void tst_HVClip_Reading::shouldDecodeAgainWhenItSeeksAtTheEnd()
     QVERIFY(clip->nextPicture().isNull());
 }
 
-HOVLETS_TEST_MAIN(tst_HVClip_Reading)
+HOVLETS_TEST_MAIN(tst_HVClipReading)
 
 #include "tst_hvclip_reading.moc"

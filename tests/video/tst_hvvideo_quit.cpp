@@ -85,7 +85,7 @@ QStringList linesOfQuitting(Thread *thread, int patience, qint64 *elapsed)
 } // namespace
 
 /// What is said of threads that do not end in time. They do end, so that nothing is terminated.
-class tst_HVVideo_Quit : public QObject
+class tst_HVVideoQuit : public QObject
 {
     Q_OBJECT
 
@@ -94,7 +94,7 @@ private Q_SLOTS:
     void shouldTellOfAThreadThatDoesNotEnd();
 };
 
-void tst_HVVideo_Quit::shouldTellOfAThreadThatDoesNotEnd_data()
+void tst_HVVideoQuit::shouldTellOfAThreadThatDoesNotEnd_data()
 {
     QTest::addColumn<bool>("isController");
     QTest::addColumn<QStringList>("lines");
@@ -112,7 +112,7 @@ void tst_HVVideo_Quit::shouldTellOfAThreadThatDoesNotEnd_data()
                              QStringLiteral("HVVideoController did not quit at all") };
 }
 
-void tst_HVVideo_Quit::shouldTellOfAThreadThatDoesNotEnd()
+void tst_HVVideoQuit::shouldTellOfAThreadThatDoesNotEnd()
 {
     QFETCH(bool, isController);
     QFETCH(QStringList, lines);
@@ -127,6 +127,6 @@ void tst_HVVideo_Quit::shouldTellOfAThreadThatDoesNotEnd()
     QVERIFY2(elapsed >= patience * Patience - 100, qPrintable(QString::number(elapsed)));
 }
 
-HOVLETS_TEST_MAIN(tst_HVVideo_Quit)
+HOVLETS_TEST_MAIN(tst_HVVideoQuit)
 
 #include "tst_hvvideo_quit.moc"

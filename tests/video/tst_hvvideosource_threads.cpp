@@ -22,7 +22,7 @@ constexpr int LongWait = 30000; // ms; only a failure waits so long
 } // namespace
 
 /// The source's own thread, and others that ask it.
-class tst_HVVideoSource_Threads : public QObject
+class tst_HVVideoSourceThreads : public QObject
 {
     Q_OBJECT
 
@@ -218,6 +218,6 @@ private:
     std::unique_ptr<SignalOrder> m_seen;
 };
 
-HOVLETS_TEST_MAIN(tst_HVVideoSource_Threads)
+HOVLETS_TEST_MAIN(tst_HVVideoSourceThreads)
 
 #include "tst_hvvideosource_threads.moc"

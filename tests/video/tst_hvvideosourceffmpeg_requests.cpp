@@ -17,7 +17,7 @@ constexpr int LongWait = DecodingSource::Patience;
 } // namespace
 
 /// Closing, seeking and other requests while it decodes, of any thread.
-class tst_HVVideoSourceFFMPEG_Requests : public QObject
+class tst_HVVideoSourceFFMPEGRequests : public QObject
 {
     Q_OBJECT
 
@@ -46,14 +46,14 @@ private:
     DecodedClips m_clips;
 };
 
-void tst_HVVideoSourceFFMPEG_Requests::initTestCase()
+void tst_HVVideoSourceFFMPEGRequests::initTestCase()
 {
     QVERIFY(!m_clips.usual().isEmpty());
     QVERIFY(!m_clips.other().isEmpty());
     QVERIFY(!m_clips.endless().isEmpty());
 }
 
-void tst_HVVideoSourceFFMPEG_Requests::shouldCloseWhileItDecodes()
+void tst_HVVideoSourceFFMPEGRequests::shouldCloseWhileItDecodes()
 {
     const DebugLog log;
     DecodingSource source;
@@ -70,7 +70,7 @@ void tst_HVVideoSourceFFMPEG_Requests::shouldCloseWhileItDecodes()
     QVERIFY(log.lines().isEmpty());
 }
 
-void tst_HVVideoSourceFFMPEG_Requests::shouldCloseOnRequest()
+void tst_HVVideoSourceFFMPEGRequests::shouldCloseOnRequest()
 {
     DecodingSource source;
     QVERIFY(source.setSource(QUrl::fromLocalFile(m_clips.endless())));
@@ -83,7 +83,7 @@ void tst_HVVideoSourceFFMPEG_Requests::shouldCloseOnRequest()
     QCOMPARE(source.actions.count(QStringLiteral("2")), 1);
 }
 
-void tst_HVVideoSourceFFMPEG_Requests::shouldCloseForAnEmptySource()
+void tst_HVVideoSourceFFMPEGRequests::shouldCloseForAnEmptySource()
 {
     DecodingSource source; // not started: this thread plays its part
     source.changeSetSource(QUrl::fromLocalFile(m_clips.usual()));
@@ -96,7 +96,7 @@ void tst_HVVideoSourceFFMPEG_Requests::shouldCloseForAnEmptySource()
     QVERIFY(source.seen.names().isEmpty());
 }
 
-void tst_HVVideoSourceFFMPEG_Requests::shouldLeaveItsLoopOnRequest()
+void tst_HVVideoSourceFFMPEGRequests::shouldLeaveItsLoopOnRequest()
 {
     DecodingSource source;
     source.start();
@@ -105,7 +105,7 @@ void tst_HVVideoSourceFFMPEG_Requests::shouldLeaveItsLoopOnRequest()
     QVERIFY(!source.shouldQuit());
 }
 
-void tst_HVVideoSourceFFMPEG_Requests::shouldIdleWhenItHasNothingToSeekOrDecode_data()
+void tst_HVVideoSourceFFMPEGRequests::shouldIdleWhenItHasNothingToSeekOrDecode_data()
 {
     QTest::addColumn<int>("action");
     QTest::newRow("seek") << int(HVVideoSource::SeekAction);
@@ -113,7 +113,7 @@ void tst_HVVideoSourceFFMPEG_Requests::shouldIdleWhenItHasNothingToSeekOrDecode_
     QTest::newRow("close") << int(HVVideoSource::CloseAction);
 }
 
-void tst_HVVideoSourceFFMPEG_Requests::shouldIdleWhenItHasNothingToSeekOrDecode()
+void tst_HVVideoSourceFFMPEGRequests::shouldIdleWhenItHasNothingToSeekOrDecode()
 {
     QFETCH(int, action);
     DecodingSource source;
@@ -126,7 +126,7 @@ void tst_HVVideoSourceFFMPEG_Requests::shouldIdleWhenItHasNothingToSeekOrDecode(
     QVERIFY(source.seen.names().isEmpty());
 }
 
-void tst_HVVideoSourceFFMPEG_Requests::shouldSeekOnRequest()
+void tst_HVVideoSourceFFMPEGRequests::shouldSeekOnRequest()
 {
     const QString path = m_clips.clip(QStringLiteral("seek.mov"), QStringLiteral("64x48"),
                                       QStringLiteral("-c:v mjpeg -pix_fmt yuvj420p"));
@@ -142,7 +142,7 @@ void tst_HVVideoSourceFFMPEG_Requests::shouldSeekOnRequest()
     QVERIFY(source.pictures() == ClipFolder::pictures(path));
 }
 
-void tst_HVVideoSourceFFMPEG_Requests::shouldResetItsClockWithoutAClip()
+void tst_HVVideoSourceFFMPEGRequests::shouldResetItsClockWithoutAClip()
 {
     DecodingSource source;
     QVERIFY(source.decode(m_clips.usual()));
@@ -156,7 +156,7 @@ void tst_HVVideoSourceFFMPEG_Requests::shouldResetItsClockWithoutAClip()
     QCOMPARE(source.getFrame(0).pts(), 0.0);
 }
 
-void tst_HVVideoSourceFFMPEG_Requests::shouldSetItsClockWhenItSeeks()
+void tst_HVVideoSourceFFMPEGRequests::shouldSetItsClockWhenItSeeks()
 {
     const QString path = m_clips.clip(QStringLiteral("seek.mov"), QStringLiteral("64x48"),
                                       QStringLiteral("-c:v mjpeg -pix_fmt yuvj420p"));
@@ -176,14 +176,14 @@ void tst_HVVideoSourceFFMPEG_Requests::shouldSetItsClockWhenItSeeks()
     QVERIFY(qAbs(source.getFrame(3).pts() - 9 / 25.0) < 1e-9);
 }
 
-void tst_HVVideoSourceFFMPEG_Requests::shouldSeekInTheDirectionOfTheClock_data()
+void tst_HVVideoSourceFFMPEGRequests::shouldSeekInTheDirectionOfTheClock_data()
 {
     QTest::addColumn<QList<int>>("positions");
     QTest::newRow("on, to the key picture behind") << QList<int> { 3 };
     QTest::newRow("back, to the key picture before") << QList<int> { 9, 7 };
 }
 
-void tst_HVVideoSourceFFMPEG_Requests::shouldSeekInTheDirectionOfTheClock()
+void tst_HVVideoSourceFFMPEGRequests::shouldSeekInTheDirectionOfTheClock()
 {
     QFETCH(QList<int>, positions);
     const QString path = m_clips.clip(QStringLiteral("keys.mov"), QStringLiteral("64x48"),
@@ -202,7 +202,7 @@ void tst_HVVideoSourceFFMPEG_Requests::shouldSeekInTheDirectionOfTheClock()
     QVERIFY(source.pictures() == pictures.mid(Key * Size));
 }
 
-void tst_HVVideoSourceFFMPEG_Requests::shouldFollowQuickSwitches()
+void tst_HVVideoSourceFFMPEGRequests::shouldFollowQuickSwitches()
 {
     const DebugLog log;
     DecodingSource source;
@@ -223,7 +223,7 @@ void tst_HVVideoSourceFFMPEG_Requests::shouldFollowQuickSwitches()
     QVERIFY(source.pictures() == ClipFolder::pictures(m_clips.other()));
 }
 
-void tst_HVVideoSourceFFMPEG_Requests::shouldEndWhileItDecodes()
+void tst_HVVideoSourceFFMPEGRequests::shouldEndWhileItDecodes()
 {
     const DebugLog log;
     for (int i = 0; i < 50; ++i) {
@@ -236,7 +236,7 @@ void tst_HVVideoSourceFFMPEG_Requests::shouldEndWhileItDecodes()
     QVERIFY(log.lines().isEmpty());
 }
 
-void tst_HVVideoSourceFFMPEG_Requests::shouldSayNothingWhenItQuitsWhileItDecodes()
+void tst_HVVideoSourceFFMPEGRequests::shouldSayNothingWhenItQuitsWhileItDecodes()
 {
     const DebugLog log;
     DecodingSource source;
@@ -250,7 +250,7 @@ void tst_HVVideoSourceFFMPEG_Requests::shouldSayNothingWhenItQuitsWhileItDecodes
     QVERIFY(log.lines().isEmpty());
 }
 
-void tst_HVVideoSourceFFMPEG_Requests::shouldDecodeBesideAnother()
+void tst_HVVideoSourceFFMPEGRequests::shouldDecodeBesideAnother()
 {
     DecodingSource first;
     DecodingSource second;
@@ -262,7 +262,7 @@ void tst_HVVideoSourceFFMPEG_Requests::shouldDecodeBesideAnother()
     QVERIFY(second.pictures() == ClipFolder::pictures(m_clips.other()));
 }
 
-void tst_HVVideoSourceFFMPEG_Requests::shouldAnswerManyThreadsWhileItDecodes()
+void tst_HVVideoSourceFFMPEGRequests::shouldAnswerManyThreadsWhileItDecodes()
 {
     DecodingSource source;
     std::atomic<bool> isOver { false };
@@ -297,7 +297,7 @@ void tst_HVVideoSourceFFMPEG_Requests::shouldAnswerManyThreadsWhileItDecodes()
     QCOMPARE(int(wrong), 0);
 }
 
-void tst_HVVideoSourceFFMPEG_Requests::shouldAnswerOthersWhileItTells()
+void tst_HVVideoSourceFFMPEGRequests::shouldAnswerOthersWhileItTells()
 {
     DecodingSource source;
     std::vector<std::thread> threads;
@@ -326,6 +326,6 @@ void tst_HVVideoSourceFFMPEG_Requests::shouldAnswerOthersWhileItTells()
     QCOMPARE(answered.names().size(), 4);
 }
 
-HOVLETS_TEST_MAIN(tst_HVVideoSourceFFMPEG_Requests)
+HOVLETS_TEST_MAIN(tst_HVVideoSourceFFMPEGRequests)
 
 #include "tst_hvvideosourceffmpeg_requests.moc"
