@@ -1,81 +1,123 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "HVExport.h"
+
 #include <QtCore/QList>
 #include <QtCore/QObject>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
-#include <QXmlAttributes>
 
 #include <memory>
+
+// Hosts need the module with Qt's SAX classes only if they construct elements from parsed
+// attributes. Where it is available, this header is enough to do so.
+#if __has_include(<QXmlAttributes>)
+#    include <QXmlAttributes>
+#else
+class QXmlAttributes;
+#endif
 
 namespace Hovlets {
 
 /*!
  * \brief A node of content: one element of a control file, as QML reads it.
  *
- * The element tree is the QObject tree: deleting an element deletes its subtree. The tag is the
- * object name, which is what the look-ups of children go by. C++ owns every element; the look-ups
- * tell the QML engine so. GUI thread only.
+ * Hosts meet this class when they write an index of their own: HVIndex::retrieve() returns a tree
+ * of these. Do not use it as a general XML document: it keeps no order between text and child
+ * elements, and toXml() does not reproduce the file.
+ *
+ * The element tree is the QObject tree: construct a child with its parent, in document order, and
+ * delete the root to delete the whole tree. The tag is the object name, by which childElement() and
+ * childElementList() find elements. Elements always belong to C++, also those that QML has seen.
+ *
+ * GUI thread only. Nothing here fails: what is missing reads as a null string or a null pointer.
  */
-class HVXmlElement : public QObject
+class HOVLETS_EXPORT HVXmlElement : public QObject
 {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(HVXmlElement)
+
+    /// The tag with its namespace prefix, which is the object name too.
     Q_PROPERTY(QString tagName READ getTagName WRITE setTagName NOTIFY tagNameChanged)
+
+    /// The namespace URI of the tag; empty without one.
     Q_PROPERTY(QString tagNameSpace READ getTagNameSpace WRITE setTagNameSpace NOTIFY
                        tagNameSpaceChanged)
+
+    /// The element's own text; QML reads it and changes it through appendContent() only.
     Q_PROPERTY(QString content READ content NOTIFY contentChanged)
 
 public:
-    /// Takes \a attrs by their qualified names; a later duplicate wins.
-    Q_INVOKABLE explicit HVXmlElement(QObject *parent = nullptr,
-                                      const QXmlAttributes &attrs = QXmlAttributes());
+    /*!
+     * An element with the attributes that a SAX reader delivered, under their qualified names. If a
+     * name occurs twice, the later value wins.
+     */
+    Q_INVOKABLE explicit HVXmlElement(QObject *parent, const QXmlAttributes &attrs);
+
+    /// An element without tag, text and attributes. A \a parent owns it.
+    Q_INVOKABLE explicit HVXmlElement(QObject *parent = nullptr);
+
     ~HVXmlElement() override;
 
-    QString getTagName() const;
+    /// The tag, such as "hovlet".
+    [[nodiscard]] QString getTagName() const;
+
+    /// Sets the tag and the object name. Always emits tagNameChanged().
     void setTagName(const QString &tagName);
 
-    QString getTagNameSpace() const;
+    /// The namespace URI of the tag.
+    [[nodiscard]] QString getTagNameSpace() const;
+
+    /// Sets the namespace URI. Always emits tagNameSpaceChanged().
     void setTagNameSpace(const QString &tagNameSpace);
 
-    /// The element's own character data, pieces joined, white space kept.
-    QString content() const;
+    /// The element's own text, without that of its children. Its pieces are joined and white space
+    /// is kept.
+    [[nodiscard]] QString content() const;
+
+    /// Replaces the text. Always emits contentChanged().
     void setContent(const QString &content);
 
     /*!
-     * The first direct child named \a name, else the first in the children's subtrees, or null.
-     *
-     * A null name matches any element.
+     * The first direct child with the tag \a name, else the first such element in the children's
+     * subtrees, or null. A null name matches any element.
      */
     Q_INVOKABLE Hovlets::HVXmlElement *childElement(const QString &name) const;
 
-    /// All descendants named \a name, in document order; an empty name matches every one.
+    /// All descendants with the tag \a name in document order; with an empty name, all descendants.
     Q_INVOKABLE QList<QObject *> childElementList(const QString &name);
 
-    /// The value of the attribute, or a null string when it is absent.
+    /// The value of an attribute, or a null string if the element does not have it.
     Q_INVOKABLE QString attribute(const QString &name) const;
+
+    /// Whether the element has an attribute.
     Q_INVOKABLE bool hasAttribute(const QString &name) const;
 
+    /// Appends to the text. Always emits contentChanged().
     Q_INVOKABLE void appendContent(const QString &content);
 
     /*!
-     * The subtree's elements and attributes, a line per tag, indented by \a index spaces.
+     * The tags and attributes of the subtree, one line per tag, indented by \a index spaces.
      *
-     * It shows the structure for logs and QML: text is left out and nothing is escaped, so it
-     * does not reproduce the file.
+     * Use it to log the structure: text is left out and nothing is escaped.
      */
     Q_INVOKABLE QString toXml(int index = 0);
 
-    /// All attribute names, ascending.
-    QStringList attributeNames() const;
+    /// The names of all attributes in ascending order.
+    [[nodiscard]] QStringList attributeNames() const;
 
-    /// Inserts or overwrites. No signal tells of attributes.
+    /// Adds or replaces an attribute. No signal announces it.
     void setAttribute(const QString &name, const QString &value);
 
 Q_SIGNALS:
+    /// Emitted on every call of setTagName(), also with an equal value.
     void tagNameChanged();
+
+    /// Emitted on every call of setTagNameSpace(), also with an equal value.
     void tagNameSpaceChanged();
+
+    /// Emitted on every call of setContent() and appendContent(), also with an equal value.
     void contentChanged();
 
 private:

@@ -3,6 +3,7 @@
 
 #include <QtCore/QMap>
 #include <QtQml/QQmlEngine>
+#include <QXmlAttributes>
 
 namespace Hovlets {
 
@@ -15,11 +16,16 @@ public:
 };
 
 HVXmlElement::HVXmlElement(QObject *parent, const QXmlAttributes &attrs)
-    : QObject(parent)
-    , d(std::make_unique<Private>())
+    : HVXmlElement(parent)
 {
     for (int i = 0; i < attrs.count(); ++i)
         setAttribute(attrs.qName(i), attrs.value(i));
+}
+
+HVXmlElement::HVXmlElement(QObject *parent)
+    : QObject(parent)
+    , d(std::make_unique<Private>())
+{
 }
 
 HVXmlElement::~HVXmlElement() = default;
@@ -60,7 +66,7 @@ void HVXmlElement::setContent(const QString &content)
 HVXmlElement *HVXmlElement::childElement(const QString &name) const
 {
     auto *child = findChild<HVXmlElement *>(name);
-    // Without a word about it, an object that an invokable returns may end as QML's garbage.
+    // Otherwise the QML engine would own, and collect, an object that an invokable returns.
     if (child)
         QQmlEngine::setObjectOwnership(child, QQmlEngine::CppOwnership);
     return child;
@@ -121,3 +127,5 @@ void HVXmlElement::setAttribute(const QString &name, const QString &value)
 }
 
 } // namespace Hovlets
+
+#include "moc_HVXmlElement.cpp" // knows the type QXmlAttributes in full here
