@@ -1,0 +1,423 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HVPlacement.h"
+#include "HVVisibleArea.h"
+#include "TestMain.h"
+
+#include <QtTest/QtTest>
+
+#include <random>
+
+using namespace Hovlets;
+
+Q_DECLARE_METATYPE(Hovlets::HVSide)
+
+namespace {
+
+constexpr QRect Area(0, 0, 1280, 800);
+constexpr int Gap = 6;
+constexpr int EdgeDistance = 8;
+
+QRect inset(const QRect &area, int by = EdgeDistance)
+{
+    return area.adjusted(by, by, -by, -by);
+}
+
+/// A control with the cursor on its centre.
+HVPlacementRequest request(const QRect &control, const QSize &popup = { 300, 200 })
+{
+    HVPlacementRequest made;
+    made.control = control;
+    made.popup = popup;
+    made.area = Area;
+    made.cursor = control.center();
+    return made;
+}
+
+bool isVertical(HVSide side)
+{
+    return side == HVSide::Below || side == HVSide::Above;
+}
+
+/// The popup's edge towards the control.
+int nearEdge(const HVPlace &place)
+{
+    switch (place.side) {
+    case HVSide::Below:
+        return place.geometry.top();
+    case HVSide::Above:
+        return place.geometry.bottom();
+    case HVSide::Right:
+        return place.geometry.left();
+    case HVSide::Left:
+        return place.geometry.right();
+    }
+    return 0;
+}
+
+QRect mirrored(const QRect &rectangle)
+{
+    return { -rectangle.x() - rectangle.width(), rectangle.y(), rectangle.width(),
+             rectangle.height() };
+}
+
+HVSide mirrored(HVSide side)
+{
+    if (isVertical(side))
+        return side;
+    return side == HVSide::Left ? HVSide::Right : HVSide::Left;
+}
+
+HVPlacementRequest mirrored(HVPlacementRequest request)
+{
+    request.control = mirrored(request.control);
+    request.area = mirrored(request.area);
+    request.cursor = mirrored(QRect(request.cursor, QSize(1, 1))).topLeft();
+    for (QRect &region : request.keepClear)
+        region = mirrored(region);
+    if (request.current)
+        request.current =
+                HVPlace { mirrored(request.current->geometry), mirrored(request.current->side) };
+    request.direction = request.direction == Qt::LeftToRight ? Qt::RightToLeft : Qt::LeftToRight;
+    return request;
+}
+
+/// Requests of all kinds; the seed alone decides which.
+class RandomRequests
+{
+public:
+    explicit RandomRequests(unsigned seed)
+        : m_random(seed)
+    {
+    }
+
+    int between(int low, int high)
+    {
+        return low + static_cast<int>(m_random() % static_cast<unsigned>(high - low + 1));
+    }
+
+    HVPlacementRequest next()
+    {
+        HVPlacementRequest made;
+        made.area = { between(-900, 900), between(-500, 500), between(120, 400),
+                      between(100, 300) };
+        const QSize size(between(1, between(1, 4) == 1 ? made.area.width() : 60),
+                         between(1, between(1, 4) == 1 ? made.area.height() : 30));
+        made.control = { pointIn(made.area), size };
+        made.popup = { between(1, 200), between(1, 150) };
+        made.cursor = pointIn(made.control.intersected(made.area));
+        made.direction = between(0, 1) ? Qt::LeftToRight : Qt::RightToLeft;
+        for (int i = between(0, 3); i > 0; --i)
+            made.keepClear.append({ pointIn(made.area), QSize(between(1, 80), between(1, 60)) });
+        return made;
+    }
+
+private:
+    QPoint pointIn(const QRect &area)
+    {
+        return { between(area.left(), area.right()), between(area.top(), area.bottom()) };
+    }
+
+    std::mt19937 m_random;
+};
+
+/// Whether there is room beside the control, found by trying every pixel.
+bool hasRoomBeside(const HVPlacementRequest &request)
+{
+    const QRect control = request.control.intersected(request.area);
+    const QRect area = inset(request.area);
+    const int width = request.popup.width();
+    const int height = request.popup.height();
+    const auto isFree = [&](const QRect &popup) {
+        return area.contains(popup)
+                && std::none_of(request.keepClear.begin(), request.keepClear.end(),
+                                [&](const QRect &region) { return region.intersects(popup); });
+    };
+    for (const int y : { control.bottom() + 1 + Gap, control.top() - Gap - height }) {
+        for (int x = control.left() - width + 1; x <= control.right(); ++x) {
+            if (isFree({ QPoint(x, y), request.popup }))
+                return true;
+        }
+    }
+    for (const int x : { control.right() + 1 + Gap, control.left() - Gap - width }) {
+        for (int y = control.top() - height + 1; y <= control.bottom(); ++y) {
+            if (isFree({ QPoint(x, y), request.popup }))
+                return true;
+        }
+    }
+    return false;
+}
+
+/// The rule that \a place breaks, or null.
+const char *brokenRule(const HVPlacementRequest &request, const HVPlace &place)
+{
+    if (place.geometry.size() != request.popup)
+        return "keeps its size";
+    if (place.geometry.contains(request.cursor))
+        return "never covers the cursor";
+    const HVPlace other = placeBeside(mirrored(request));
+    if (other.geometry != mirrored(place.geometry) || other.side != mirrored(place.side))
+        return "is mirrored";
+    if (!hasRoomBeside(request))
+        return nullptr;
+
+    if (!inset(request.area).contains(place.geometry))
+        return "keeps away from the edge";
+    if (place.geometry.intersects(request.control.intersected(request.area)))
+        return "does not cover the control";
+    if (std::any_of(request.keepClear.begin(), request.keepClear.end(),
+                    [&](const QRect &region) { return place.geometry.intersects(region); }))
+        return "does not cover a region to keep clear";
+    HVPlacementRequest again = request;
+    again.current = place;
+    if (placeBeside(again).geometry != place.geometry)
+        return "stays where it is at the same size";
+    return nullptr;
+}
+
+QString described(const HVPlacementRequest &request, const HVPlace &place)
+{
+    QString text;
+    QDebug(&text) << "control" << request.control << "popup" << request.popup << "area"
+                  << request.area << "cursor" << request.cursor << "clear" << request.keepClear
+                  << "direction" << request.direction << "->" << place.geometry
+                  << static_cast<int>(place.side);
+    return text;
+}
+
+} // namespace
+
+class tst_HVPlacement : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void shouldShiftIntoTheAreaFromTheWantedPointAlone()
+    {
+        // Of a popup that was tall and gets small, nothing of the tall one's place remains.
+        const QPoint wanted(1000, 700);
+        const QRect tall = shiftedInto({ wanted, QSize(200, 480) }, Area);
+        QCOMPARE(tall.topLeft(), QPoint(1000, 320));
+        QCOMPARE(shiftedInto({ wanted, QSize(200, 60) }, Area).topLeft(), wanted);
+        bool shifted = true;
+        shiftedInto({ wanted, QSize(200, 60) }, Area, &shifted);
+        QVERIFY(!shifted);
+        shiftedInto({ wanted, QSize(200, 101) }, Area, &shifted);
+        QVERIFY(shifted);
+    }
+
+    void shouldShowTheEndOfWhatIsLargerThanTheArea()
+    {
+        bool shifted = false;
+        const QRect shown = shiftedInto({ QPoint(5, 5), QSize(1300, 900) }, Area, &shifted);
+        QCOMPARE(shown.bottomRight(), Area.bottomRight());
+        QCOMPARE(shown.size(), QSize(1300, 900));
+        QVERIFY(shifted);
+    }
+
+    void shouldTakeTheFirstSideWithRoom_data()
+    {
+        QTest::addColumn<QRect>("control");
+        QTest::addColumn<QSize>("popup");
+        QTest::addColumn<HVSide>("side");
+        QTest::addColumn<QPoint>("topLeft");
+        const QSize size(300, 200);
+        QTest::newRow("in the middle")
+                << QRect(600, 300, 80, 24) << size << HVSide::Below << QPoint(600, 330);
+        QTest::newRow("top left") << QRect(0, 0, 80, 24) << size << HVSide::Below << QPoint(8, 30);
+        QTest::newRow("top right")
+                << QRect(1200, 0, 80, 24) << size << HVSide::Below << QPoint(972, 30);
+        QTest::newRow("bottom left")
+                << QRect(0, 776, 80, 24) << size << HVSide::Above << QPoint(8, 570);
+        QTest::newRow("bottom right")
+                << QRect(1200, 776, 80, 24) << size << HVSide::Above << QPoint(972, 570);
+        QTest::newRow("just room below")
+                << QRect(600, 562, 80, 24) << size << HVSide::Below << QPoint(600, 592);
+        QTest::newRow("one pixel short below")
+                << QRect(600, 563, 80, 24) << size << HVSide::Above << QPoint(600, 357);
+        QTest::newRow("too tall for below and above")
+                << QRect(400, 390, 80, 24) << QSize(300, 500) << HVSide::Right << QPoint(486, 292);
+        QTest::newRow("room on the left alone")
+                << QRect(1000, 390, 80, 24) << QSize(300, 500) << HVSide::Left << QPoint(694, 292);
+        QTest::newRow("a column along the right edge")
+                << QRect(1180, 0, 100, 800) << size << HVSide::Left << QPoint(874, 8);
+        QTest::newRow("a row of a list along the left edge")
+                << QRect(0, 300, 250, 18) << size << HVSide::Below << QPoint(8, 324);
+        QTest::newRow("half off the screen")
+                << QRect(-40, 300, 80, 24) << size << HVSide::Below << QPoint(8, 330);
+        QTest::newRow("wide as the screen, at its foot")
+                << QRect(0, 770, 1280, 30) << size << HVSide::Above << QPoint(8, 564);
+    }
+
+    void shouldTakeTheFirstSideWithRoom()
+    {
+        QFETCH(QRect, control);
+        QFETCH(QSize, popup);
+        const HVPlace place = placeBeside(request(control, popup));
+        QTEST(place.side, "side");
+        QTEST(place.geometry.topLeft(), "topLeft");
+        QCOMPARE(place.geometry.size(), popup);
+        QVERIFY(inset(Area).contains(place.geometry));
+        QVERIFY(!place.geometry.intersects(control));
+    }
+
+    void shouldMirrorForRightToLeft()
+    {
+        HVPlacementRequest made = request({ 600, 300, 80, 24 });
+        made.direction = Qt::RightToLeft;
+        QCOMPARE(placeBeside(made).geometry, QRect(380, 330, 300, 200)); // ends where it does
+        made = request({ 600, 390, 80, 24 }, { 300, 500 });
+        made.direction = Qt::RightToLeft;
+        QCOMPARE(placeBeside(made).side, HVSide::Left);
+    }
+
+    void shouldKeepRegionsClear()
+    {
+        HVPlacementRequest made = request({ 600, 300, 80, 24 });
+        made.keepClear = { QRect(500, 340, 130, 60) };
+        HVPlace place = placeBeside(made);
+        QCOMPARE(place.side, HVSide::Below); // beside the region, as near as can be
+        QCOMPARE(place.geometry.topLeft(), QPoint(630, 330));
+
+        made.keepClear = { QRect(0, 340, 1280, 60) };
+        QCOMPARE(placeBeside(made).side, HVSide::Above);
+        made.keepClear.append(QRect(0, 200, 1280, 60));
+        place = placeBeside(made);
+        QCOMPARE(place.side, HVSide::Below); // no side is free of both: the first, over a region
+    }
+
+    void shouldComeNearTheEdgeOfTheScreenBeforeItCoversAnything()
+    {
+        const HVPlacementRequest made = request({ 0, 206, 1280, 594 }); // 200 pixels and the gap
+        const HVPlace place = placeBeside(made);
+        QCOMPARE(place.side, HVSide::Above);
+        QCOMPARE(place.geometry.y(), 0);
+    }
+
+    void shouldGoBesideTheCursorWhenTheControlLeavesNoRoom()
+    {
+        HVPlacementRequest made = request(Area);
+        made.cursor = { 400, 300 };
+        HVPlace place = placeBeside(made);
+        QCOMPARE(place.side, HVSide::Below);
+        QVERIFY(inset(Area).contains(place.geometry));
+        QVERIFY(!place.geometry.contains(made.cursor));
+
+        made.keepClear = { QRect(300, 320, 200, 200) }; // the selection in a canvas
+        place = placeBeside(made);
+        QVERIFY(!place.geometry.intersects(made.keepClear.constFirst()));
+        QVERIFY(!place.geometry.contains(made.cursor));
+    }
+
+    void shouldShowTheMostOfWhatFitsNowhere()
+    {
+        HVPlacementRequest made = request({ 600, 100, 80, 24 }, { 1400, 1000 });
+        const HVPlace place = placeBeside(made);
+        QCOMPARE(place.side, HVSide::Below);
+        QCOMPARE(place.geometry.left(), 0);
+        QVERIFY(place.geometry.top() > made.cursor.y());
+    }
+
+    void shouldKeepTheNearEdgeWhenItGrows_data()
+    {
+        QTest::addColumn<QRect>("control");
+        QTest::addColumn<QSize>("small");
+        QTest::addColumn<QSize>("large");
+        QTest::newRow("below") << QRect(600, 300, 80, 24) << QSize(200, 80) << QSize(350, 300);
+        QTest::newRow("above") << QRect(600, 700, 80, 24) << QSize(200, 80) << QSize(350, 300);
+        QTest::newRow("right") << QRect(400, 0, 80, 800) << QSize(200, 80) << QSize(350, 300);
+        QTest::newRow("left") << QRect(1000, 0, 80, 800) << QSize(200, 80) << QSize(350, 300);
+        QTest::newRow("below, towards the screen's edge")
+                << QRect(1100, 300, 80, 24) << QSize(100, 80) << QSize(500, 300);
+    }
+
+    void shouldKeepTheNearEdgeWhenItGrows()
+    {
+        QFETCH(QRect, control);
+        QFETCH(QSize, small);
+        QFETCH(QSize, large);
+        for (const auto direction : { Qt::LeftToRight, Qt::RightToLeft }) {
+            HVPlacementRequest made = request(control, small);
+            made.direction = direction;
+            const HVPlace before = placeBeside(made);
+            made.current = before;
+            made.popup = large;
+            const HVPlace after = placeBeside(made);
+            QCOMPARE(after.side, before.side);
+            QCOMPARE(nearEdge(after), nearEdge(before));
+            QVERIFY(inset(Area).contains(after.geometry));
+        }
+    }
+
+    void shouldStayBelowWhenThereWouldBeRoomAboveForLess()
+    {
+        // Placed above when it was tall, it stays there when it gets small, although it fits below.
+        HVPlacementRequest made = request({ 600, 600, 80, 24 }, { 300, 300 });
+        made.current = placeBeside(made);
+        QCOMPARE(made.current->side, HVSide::Above);
+        made.popup = { 300, 50 };
+        const HVPlace after = placeBeside(made);
+        QCOMPARE(after.side, HVSide::Above);
+        QCOMPARE(nearEdge(after), nearEdge(*made.current));
+    }
+
+    void shouldGrowUnderTheCursorThatIsOverItAlready()
+    {
+        HVPlacementRequest made = request({ 600, 300, 80, 24 }, { 200, 80 });
+        made.current = placeBeside(made);
+        made.cursor = made.current->geometry.center();
+        made.popup = { 350, 300 };
+        const HVPlace after = placeBeside(made);
+        QCOMPARE(after.side, HVSide::Below);
+        QCOMPARE(after.geometry.topLeft(), made.current->geometry.topLeft());
+    }
+
+    void shouldChangeSidesWhenItGrowsOutOfTheRoom()
+    {
+        HVPlacementRequest made = request({ 600, 550, 80, 24 }, { 300, 100 });
+        made.current = placeBeside(made);
+        QCOMPARE(made.current->side, HVSide::Below);
+        made.popup = { 300, 400 };
+        QCOMPARE(placeBeside(made).side, HVSide::Above);
+    }
+
+    void shouldHoldForAnyRequest_data()
+    {
+        QTest::addColumn<unsigned>("seed");
+        for (unsigned seed = 1; seed <= 8; ++seed)
+            QTest::addRow("%u", seed) << seed;
+    }
+
+    void shouldHoldForAnyRequest()
+    {
+        QFETCH(unsigned, seed);
+        RandomRequests random(seed);
+        int withRoom = 0;
+        int covering = 0;
+        for (int i = 0; i < 2000; ++i) {
+            const HVPlacementRequest made = random.next();
+            const HVPlace place = placeBeside(made);
+            const char *broken = brokenRule(made, place);
+            if (broken)
+                QFAIL(qPrintable(QString::fromUtf8(broken) + described(made, place)));
+            withRoom += hasRoomBeside(made);
+            covering += place.geometry.intersects(made.control.intersected(made.area));
+        }
+        // The requests reach both the plain and the desperate cases.
+        QVERIFY(withRoom > 400);
+        QVERIFY(covering > 50);
+    }
+
+    void shouldHoldForWhatHasNoSense()
+    {
+        HVPlacementRequest made; // all empty
+        QVERIFY(!placeBeside(made).geometry.contains(made.cursor));
+        made = request({ 5000, 5000, 80, 24 }); // a control that is on no screen
+        made.cursor = { 640, 400 };
+        const HVPlace place = placeBeside(made);
+        QVERIFY(Area.contains(place.geometry));
+        QVERIFY(!place.geometry.contains(made.cursor));
+    }
+};
+
+HOVLETS_TEST_MAIN(tst_HVPlacement)
+#include "tst_hvplacement.moc"
