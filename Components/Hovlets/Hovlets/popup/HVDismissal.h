@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtCore/Qt>
+
+namespace Hovlets {
+
+/// What takes the popup away although the mouse has not left. Values of a setting; they may be
+/// combined.
+enum HVDismissal : int {
+    HVDismissNever = 0,
+    /// The Escape key.
+    HVDismissOnEscape = 1,
+    /// Any key but the modifiers.
+    HVDismissOnAnyKey = 2,
+    /// The wheel over the control.
+    HVDismissOnWheel = 4
+};
+
+/*!
+ * \brief Whether pressing \a key dismisses the popup.
+ *
+ * \a dismissals is a combination of HVDismissal, other bits are ignored; \a key is one of Qt::Key.
+ * Modifiers never dismiss, nor do the keys that lock them: people hold one while they read.
+ */
+bool keyDismisses(int dismissals, int key);
+
+/// Whether turning the wheel over the control dismisses the popup.
+bool wheelDismisses(int dismissals);
+
+} // namespace Hovlets
