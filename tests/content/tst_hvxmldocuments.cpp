@@ -1,9 +1,24 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "DebugLog.h"
+#include "HVLimits.h"
 #include "TestMain.h"
 #include "XmlReading.h"
 
 using namespace Hovlets;
+
+namespace {
+
+/// An element as a reader reports it.
+QString describe(const QString &uri, const QString &local, const QString &qName,
+                 const QXmlAttributes &atts)
+{
+    QStringList words { uri, local, qName };
+    for (int i = 0; i < atts.count(); ++i)
+        words << atts.uri(i) << atts.localName(i) << atts.qName(i) << atts.value(i);
+    return words.join(QLatin1Char('|'));
+}
+
+} // namespace
 
 /// What the parser makes of documents, those included that mean harm.
 class tst_HVXmlDocuments : public QObject
@@ -130,6 +145,173 @@ private Q_SLOTS:
         HVXmlParser skipping(&skipAll);
         DebugLog log;
         QVERIFY(read(skipping, nested(513)).empty());
+        QCOMPARE(log.fatalErrors(), 1);
+    }
+
+    void shouldStopAfter64MiCharacters_data()
+    {
+        QTest::addColumn<QByteArray>("before");
+        QTest::addColumn<QByteArray>("after");
+        QTest::newRow("text") << QByteArray("<a><b>") << QByteArray("</b></a>");
+        QTest::newRow("attribute") << QByteArray("<a><b k=\"") << QByteArray("\"/></a>");
+    }
+
+    void shouldStopAfter64MiCharacters()
+    {
+        QFETCH(QByteArray, before);
+        QFETCH(QByteArray, after);
+        HVLimits limits;
+        QCOMPARE(limits.parsedCharacters, qint64(64) << 20);
+        limits.parsedCharacters = 10000;
+        HVLimits::setCurrent(limits);
+        HVXmlParser parser(&skipAll); // what counts is delivered text, kept or not
+        read(parser, before + QByteArray(10000, 'a') + after);
+        QVERIFY(parser.isClosed());
+        DebugLog log;
+        read(parser, before + QByteArray(10001, 'a') + after);
+        HVLimits::setCurrent({});
+        QVERIFY(!parser.isClosed());
+        QCOMPARE(log.fatalErrors(), 1);
+        QCOMPARE(parser.limitMet(), QStringLiteral("more than 10000 characters of text"));
+    }
+
+    void shouldStopAfter50000Elements()
+    {
+        HVXmlParser parser;
+        DebugLog log;
+        read(parser, "<a>" + QByteArray("<b/>").repeated(49999) + "</a>");
+        QVERIFY(parser.isClosed());
+        read(parser, "<a>" + QByteArray("<b/>").repeated(50000) + "</a>");
+        QVERIFY(!parser.isClosed());
+        QCOMPARE(log.fatalErrors(), 1);
+        QCOMPARE(parser.limitMet(), QStringLiteral("more than 50000 elements"));
+
+        HVXmlParser skipping(&skipAll); // builds none of them
+        read(skipping, "<a>" + QByteArray("<b/>").repeated(50000) + "</a>");
+        QVERIFY(skipping.isClosed());
+    }
+
+    void shouldResolveNamespacesAsTheReaderDoes_data()
+    {
+        QTest::addColumn<QByteArray>("document");
+        QTest::newRow("default") << QByteArray("<a xmlns='u'><b/><x:c/></a>");
+        QTest::newRow("prefix") << QByteArray("<x:a xmlns:x='u'><b/><x:c/></x:a>");
+        QTest::newRow("of one element")
+                << QByteArray("<a><b xmlns='u'/><c/><d xmlns='v'></d><e/></a>");
+        QTest::newRow("declared again") << QByteArray(
+                "<a xmlns='u' xmlns:x='x'><b xmlns='v' xmlns:x='y'><x:c/></b><x:d/><e/></a>");
+        QTest::newRow("taken back") << QByteArray("<a xmlns='u'><b xmlns=''><c/></b></a>");
+        QTest::newRow("twice in one tag") << QByteArray("<a xmlns='u' xmlns='v'><b/></a>");
+        QTest::newRow("an empty prefix") << QByteArray("<a xmlns:='u' xmlns::x='v'><b/><:c/></a>");
+        QTest::newRow("the prefix of XML") << QByteArray("<xml:a xml:lang='en'><xmlns/></xml:a>");
+        QTest::newRow("two colons") << QByteArray("<x:y:a xmlns:x='u' x:y:k='1' xmlns:z:w='2'/>");
+        QTest::newRow("attributes") << QByteArray(
+                "<x:a x:k='1' xmlns:x='u' x:l='2' m='3' xmlns='d' m='4'><b n='5'/></x:a>");
+        QTest::newRow("in entities") << QByteArray(
+                "<!DOCTYPE a [<!ENTITY e '<x:b xmlns:x=\"u\"/>'>]><a><x:b/>&e;<x:b/></a>");
+    }
+
+    void shouldResolveNamespacesAsTheReaderDoes()
+    {
+        struct Reader : QXmlDefaultHandler
+        {
+            bool startElement(const QString &uri, const QString &local, const QString &qName,
+                              const QXmlAttributes &atts) override
+            {
+                found += describe(uri, local, qName, atts);
+                return true;
+            }
+            bool endElement(const QString &uri, const QString &local, const QString &qName) override
+            {
+                found += describe(uri, local, qName, QXmlAttributes());
+                return true;
+            }
+            QStringList found;
+        } expected;
+        struct Parser : HVXmlParser
+        {
+            bool startElement(const QString &uri, const QString &local, const QString &qName,
+                              const QXmlAttributes &atts) override
+            {
+                found += describe(uri, local, qName, atts);
+                return HVXmlParser::startElement(uri, local, qName, atts);
+            }
+            bool endElement(const QString &uri, const QString &local, const QString &qName) override
+            {
+                found += describe(uri, local, qName, QXmlAttributes());
+                return HVXmlParser::endElement(uri, local, qName);
+            }
+            QStringList found;
+        } parser;
+
+        QFETCH(QByteArray, document);
+        QXmlInputSource source;
+        source.setData(document);
+        QXmlSimpleReader reader;
+        reader.setContentHandler(&expected);
+        QVERIFY(reader.parse(&source));
+        read(parser, document);
+        QCOMPARE(parser.found, expected.found);
+    }
+
+    void shouldReadCharactersBeyondThe16BitOnes_data()
+    {
+        QTest::addColumn<QByteArray>("document");
+        QTest::addColumn<QString>("text"); // "!" for the character
+        QTest::newRow("hexadecimal") << QByteArray("<a>&#x1F600;</a>") << QStringLiteral("!");
+        QTest::newRow("lower case") << QByteArray("<a>&#x1f600;.</a>") << QStringLiteral("!.");
+        QTest::newRow("decimal") << QByteArray("<a>x&#128512;</a>") << QStringLiteral("x!");
+        QTest::newRow("zeros") << QByteArray("<a>&#x00001F600;</a>") << QStringLiteral("!");
+        QTest::newRow("two of them")
+                << QByteArray("<a>&#x1F600;&#x1F600;</a>") << QStringLiteral("!!");
+        QTest::newRow("others") << QByteArray("<a>&#65;&lt;&#x1F600;&amp;&no;</a>")
+                                << QStringLiteral("A<!&");
+        QTest::newRow("an entity") << QByteArray("<!DOCTYPE a [<!ENTITY e '&#x1F600;'>]><a>&e;</a>")
+                                   << QStringLiteral("!");
+        QTest::newRow("CDATA") << QByteArray("<a><![CDATA[&#x1F600;]]>&#x1F600;</a>")
+                               << QStringLiteral("&#x1F600;!");
+        QTest::newRow("after CDATA-like text")
+                << QByteArray("<a>]]<![CDATA[]]]]>&#x1F600;</a>") << QStringLiteral("]]]]!");
+        QTest::newRow("after a comment")
+                << QByteArray("<a><!--> <? &#x1F600; -->&#x1F600;</a>") << QStringLiteral("!");
+        QTest::newRow("after an instruction")
+                << QByteArray("<a><?p <!-- ?>&#x1F600;</a>") << QStringLiteral("!");
+    }
+
+    void shouldReadCharactersBeyondThe16BitOnes()
+    {
+        QFETCH(QByteArray, document);
+        QFETCH(QString, text);
+        HVXmlParser parser;
+        text.replace(QLatin1Char('!'), QString::fromUtf8("\xf0\x9f\x98\x80"));
+        const Objects objects = read(parser, document);
+        QCOMPARE(element(objects)->content(), text);
+        QVERIFY(parser.isClosed());
+    }
+
+    void shouldReadSuchCharactersInAttributes()
+    {
+        HVXmlParser parser;
+        const Objects objects = read(parser, "<a k='&#x1F600;'/>");
+        QCOMPARE(element(objects)->attribute(QStringLiteral("k")),
+                 QString::fromUtf8("\xf0\x9f\x98\x80"));
+    }
+
+    void shouldRefuseReferencesThatAreNone_data()
+    {
+        QTest::addColumn<QByteArray>("document");
+        for (const char *reference : { "&#x0x1F600;", "&#X1F600;", "&#1F600;", "&#x1F600 ;",
+                                       "&#x1F600", "&#;", "&#x;", "&", "&#xFFFFFFFFF;" })
+            QTest::newRow(reference) << "<a>" + QByteArray(reference) + "</a>";
+    }
+
+    void shouldRefuseReferencesThatAreNone()
+    {
+        QFETCH(QByteArray, document);
+        HVXmlParser parser;
+        DebugLog log;
+        read(parser, document);
+        QVERIFY(!parser.isClosed());
         QCOMPARE(log.fatalErrors(), 1);
     }
 

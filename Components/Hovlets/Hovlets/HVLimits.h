@@ -39,6 +39,12 @@ struct HOVLETS_EXPORT HVLimits
     int nestingDepth = 512;
 
     /*!
+     * Parentheses open at a time in the content models of a document type declaration. More end the
+     * parse as above. The XML reader recurses once per parenthesis.
+     */
+    int contentModelDepth = 256;
+
+    /*!
      * Characters that the parse of one control file may deliver after expanding entities. More end
      * the parse as above. 154 KB of repeated entities have been seen to expand to 200 million
      * characters.
@@ -46,11 +52,24 @@ struct HOVLETS_EXPORT HVLimits
     qint64 parsedCharacters = qint64 { 64 } * 1024 * 1024;
 
     /*!
-     * References that the entity declarations of one control file may make to other entities,
-     * counted with their repetition. More end the parse as above. The XML reader expands attribute
-     * values in memory before it delivers them: this many references take up to 500 MB.
+     * References that one control file may make to entities which it declares, those inside of
+     * other entities counted as often as they are expanded. More end the parse as above.
      */
     int entityReferences = 65536;
+
+    /*!
+     * Elements that the parse of one control file may build: those of one entry, as a rule. More
+     * end the parse as above. Each takes about 500 bytes.
+     */
+    int builtElements = 50000;
+
+    /*!
+     * Characters that the entities of one control file may add to it. The value of an entity counts
+     * once for its declaration and once for each reference to it; declaring many large entities
+     * counts more, since the reader searches each of them for the names of all others. More end the
+     * parse as above.
+     */
+    qint64 entityCharacters = qint64 { 1024 } * 1024;
 
     /// Bytes of one control file. A larger file is skipped as if it were unreadable.
     qint64 controlFileSize = qint64 { 64 } * 1024 * 1024;
@@ -96,7 +115,7 @@ struct HOVLETS_EXPORT HVLimits
     qint64 clipMemory = qint64 { 512 } * 1024 * 1024;
 
     /// Unused. Room for further limits, which keeps the size of the struct.
-    qint64 reserved[8] = {};
+    qint64 reserved[7] = {};
 
     /// The limits that apply now. Any thread may ask.
     [[nodiscard]] static HVLimits current();

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVXmlParser.h"
 
-#include "HVEntityReferences.h"
+#include "HVXmlBudget.h"
 #include "HVXmlElement.h"
+#include "HVXmlNamespaces.h"
+#include "HVXmlSource.h"
 
 #include <QtCore/QDebug>
 #include <QtCore/QMap>
@@ -14,16 +16,6 @@
 namespace Hovlets {
 
 namespace {
-
-// The reader recurses per element: about 1,100 levels overflow a stack of 512 KB.
-constexpr int MaxDepth = 512;
-
-// Content is text that people read; repeated entities can blow a small file up to gigabytes.
-constexpr qint64 MaxCharacters = qint64 { 64 } * 1024 * 1024;
-
-// The reader expands entities of an attribute in memory before it hands the value over, those
-// within entities to at most 4,096 characters each: so many references end in some 500 MB.
-constexpr int MaxEntityReferences = 65536;
 
 struct StackEntry
 {
@@ -65,9 +57,52 @@ void writeIfPresent(QObject *object, const char *name, const QString &value)
 
 } // namespace
 
+/*!
+ * \brief Stands between the reader and the parser, and adds the namespaces.
+ *
+ * The reader's own support for them is switched off: see HVXmlNamespaces.
+ */
+class HVXmlParser::NamespaceFilter : public QXmlDefaultHandler
+{
+public:
+    explicit NamespaceFilter(HVXmlParser &parser)
+        : m_parser(parser)
+    {
+    }
+
+    void reset() { m_namespaces = {}; }
+
+    bool startElement(const QString &, const QString &, const QString &qName,
+                      const QXmlAttributes &attributes) override
+    {
+        const QXmlAttributes named = m_namespaces.enter(attributes);
+        const HVXmlNamespaces::Name name = m_namespaces.elementName(qName);
+        return m_parser.startElement(name.uri, name.local, qName, named);
+    }
+
+    bool endElement(const QString &, const QString &, const QString &qName) override
+    {
+        const HVXmlNamespaces::Name name = m_namespaces.elementName(qName);
+        m_namespaces.leave();
+        return m_parser.endElement(name.uri, name.local, qName);
+    }
+
+    bool characters(const QString &ch) override { return m_parser.characters(ch); }
+    QString errorString() const override { return m_parser.errorString(); }
+
+private:
+    HVXmlParser &m_parser;
+    HVXmlNamespaces m_namespaces;
+};
+
 class HVXmlParser::Private
 {
 public:
+    explicit Private(HVXmlParser &parser)
+        : filter(parser)
+    {
+    }
+
     /// An object of the class, or null with the reason in the debug output.
     QObject *create(const QMetaObject *metaObject, QObject *parent, const QString &localName,
                     const QXmlAttributes &atts) const;
@@ -79,9 +114,8 @@ public:
     Callback callback = nullptr;
     void *userData = nullptr;
     int mode = GenerateAsk;
-    qint64 delivered = 0; // characters
-    HVEntityReferences references;
-    qint64 declared = 0; // characters that its entities may grow to
+    HVXmlBudget budget;
+    NamespaceFilter filter;
 };
 
 QObject *HVXmlParser::Private::create(const QMetaObject *metaObject, QObject *parent,
@@ -101,12 +135,14 @@ QObject *HVXmlParser::Private::create(const QMetaObject *metaObject, QObject *pa
 }
 
 HVXmlParser::HVXmlParser(Callback callback, void *userData)
-    : d(std::make_unique<Private>())
+    : d(std::make_unique<Private>(*this))
 {
     d->callback = callback;
     d->userData = userData;
-    // Text around entities then comes in pieces, so that a flood of them is stopped on its way.
+    // Text around entities then comes in pieces, and each expansion is reported: a flood of them is
+    // stopped on its way.
     setFeature(QStringLiteral("http://qt-project.org/xml/features/report-start-end-entity"), true);
+    setFeature(QStringLiteral("http://xml.org/sax/features/namespaces"), false);
 }
 
 HVXmlParser::~HVXmlParser()
@@ -146,21 +182,18 @@ const QMetaObject *HVXmlParser::defaultElement() const
 QList<QObject *> HVXmlParser::read(const QXmlInputSource *source)
 {
     d->mode = GenerateAsk;
-    d->delivered = 0;
     d->stack.clear();
     HVXmlElement holder;
     d->stack.append({ &holder, GenerateAsk });
 
-    setContentHandler(this);
+    d->budget = HVXmlBudget();
+    d->filter.reset();
+    setContentHandler(&d->filter);
     setErrorHandler(this);
     setDeclHandler(this);
-    d->declared = 0;
-    d->references = HVEntityReferences(source->data());
-    if (d->references.count() > MaxEntityReferences) {
-        fatalError(QXmlParseException(QStringLiteral("too many entity references"), 1, 1));
-        return {};
-    }
-    parse(source);
+    setLexicalHandler(this);
+    HVXmlSource guarded(const_cast<QXmlInputSource &>(*source), d->budget); // as the reader does
+    parse(&guarded);
 
     const QList<QObject *> objects = holder.children();
     for (QObject *object : objects)
@@ -178,15 +211,20 @@ bool HVXmlParser::isClosed() const
     return d->stack.size() <= 1;
 }
 
+QString HVXmlParser::limitMet() const
+{
+    return d->budget.failure();
+}
+
 bool HVXmlParser::startElement(const QString &namespaceURI, const QString &localName,
                                const QString &qName, const QXmlAttributes &atts)
 {
-    if (d->stack.size() > MaxDepth)
+    if (!d->budget.openElement(static_cast<int>(d->stack.size())))
         return false;
-    for (int i = 0; i < atts.count(); ++i)
-        d->delivered += atts.value(i).size();
-    if (d->delivered > MaxCharacters)
-        return false;
+    for (int i = 0; i < atts.count(); ++i) {
+        if (!d->budget.deliver(atts.value(i).size()))
+            return false;
+    }
 
     int generate = d->mode;
     if (generate & SkipChildren) {
@@ -204,6 +242,8 @@ bool HVXmlParser::startElement(const QString &namespaceURI, const QString &local
         return true;
     }
 
+    if (!d->budget.buildElement())
+        return false;
     QObject *parent = d->stack.isEmpty() ? nullptr : d->stack.constLast().object.data();
     const QMetaObject *registered = metaObjectForElement(localName);
     QObject *object =
@@ -233,8 +273,7 @@ bool HVXmlParser::endElement(const QString &namespaceURI, const QString &localNa
 
 bool HVXmlParser::characters(const QString &ch)
 {
-    d->delivered += ch.size();
-    if (d->delivered > MaxCharacters)
+    if (!d->budget.deliver(ch.size()))
         return false;
 
     QObject *object = d->stack.isEmpty() ? nullptr : d->stack.constLast().object.data();
@@ -252,10 +291,32 @@ bool HVXmlParser::ignorableWhitespace(const QString &ch)
     return characters(ch);
 }
 
+bool HVXmlParser::startDTD(const QString &, const QString &, const QString &)
+{
+    d->budget.setInDocumentType(true);
+    return true;
+}
+
+bool HVXmlParser::endDTD()
+{
+    d->budget.setInDocumentType(false);
+    return true;
+}
+
 bool HVXmlParser::internalEntityDecl(const QString &name, const QString &value)
 {
-    d->declared += value.size() * d->references.countTo(name);
-    return d->declared <= MaxCharacters;
+    return d->budget.declareEntity(name, value);
+}
+
+bool HVXmlParser::startEntity(const QString &name)
+{
+    return d->budget.expandEntity(name);
+}
+
+QString HVXmlParser::errorString() const
+{
+    const QString limit = d->budget.failure();
+    return limit.isNull() ? QXmlDefaultHandler::errorString() : limit;
 }
 
 bool HVXmlParser::fatalError(const QXmlParseException &exception)

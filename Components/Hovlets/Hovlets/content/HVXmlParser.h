@@ -23,8 +23,7 @@ namespace Hovlets {
  *
  * A callback decides, element by element, what is built, so a caller can keep one entry of a large
  * file. A parse ends early, with one "Fatal error at" line in Qt's debug output, where the document
- * is not well-formed, nests deeper than 512 elements or delivers more than 64 Mi characters. The
- * entities that one declares may be referred to 65,536 times, and to 64 Mi characters in all.
+ * is not well-formed or meets one of the HVLimits.
  *
  * One parser reads any number of documents in turn, on one thread at a time.
  */
@@ -75,6 +74,12 @@ public:
     /// Whether every element that the last read() opened was also closed.
     bool isClosed() const;
 
+    /*!
+     * The limit that ended the last read(), as in "elements nest deeper than 512 levels". A null
+     * string when it met none.
+     */
+    QString limitMet() const;
+
     bool startElement(const QString &namespaceURI, const QString &localName, const QString &qName,
                       const QXmlAttributes &atts) override;
     bool endElement(const QString &namespaceURI, const QString &localName,
@@ -82,12 +87,17 @@ public:
     bool characters(const QString &ch) override;
     bool ignorableWhitespace(const QString &ch) override;
 
-    /// Refuses an entity that could grow beyond all bounds by the references to it.
-    bool internalEntityDecl(const QString &name, const QString &value) override;
-
     bool fatalError(const QXmlParseException &exception) override;
 
 private:
+    // The reader reports here what the limits depend on.
+    bool startDTD(const QString &name, const QString &publicId, const QString &systemId) override;
+    bool endDTD() override;
+    bool internalEntityDecl(const QString &name, const QString &value) override;
+    bool startEntity(const QString &name) override;
+    QString errorString() const override;
+
+    class NamespaceFilter;
     class Private;
     std::unique_ptr<Private> d;
 };

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "HVLimits.h"
+
+#include <QtCore/QHash>
+#include <QtCore/QString>
+
+namespace Hovlets {
+
+/*!
+ * \brief What the parse of one document may still cost.
+ *
+ * Qt's XML reader recurses on elements and on the parentheses of content models, expands entities
+ * without a total limit, and does work that grows with the square of their number. The parser tells
+ * the budget about each step before the reader takes it, and stops when a method returns false.
+ * From then on failure() names the limit that was met.
+ */
+class HVXmlBudget
+{
+public:
+    explicit HVXmlBudget(const HVLimits &limits = HVLimits::current());
+
+    /// The document type declaration begins or ends: only there do parentheses matter.
+    void setInDocumentType(bool inside);
+
+    /// The reader gets the next character of the document.
+    bool read(QChar c);
+
+    /// The document declares an entity. The name of a parameter entity may begin with "%".
+    bool declareEntity(const QString &name, const QString &value);
+
+    /// The reader expands a reference to an entity.
+    bool expandEntity(const QString &name);
+
+    /// An element begins, \a depth levels deep; the root is at 1.
+    bool openElement(int depth);
+
+    /// An object is built for an element.
+    bool buildElement();
+
+    /// The reader delivers text or the value of an attribute.
+    bool deliver(qint64 characters);
+
+    /// The limit that was met, as in "elements nest deeper than 512 levels", or a null string.
+    QString failure() const { return m_failure; }
+
+private:
+    struct Entity
+    {
+        qint64 length = 0; // characters it may add: quotation marks are escaped in attributes
+        int openParentheses = 0; // most that its text can leave open at a time
+    };
+
+    bool fail(const QString &reason);
+    bool openParentheses(int number);
+
+    HVLimits m_limits;
+    QHash<QString, Entity> m_entities;
+    qint64 m_entityNames = 0; // characters in the names of all entities
+    qint64 m_entityReferences = 0;
+    qint64 m_entityCharacters = 0;
+    qint64 m_delivered = 0;
+    int m_built = 0;
+    int m_parentheses = 0; // open in the content model that is being read
+    bool m_inDocumentType = false;
+    QString m_failure;
+};
+
+} // namespace Hovlets
