@@ -9,7 +9,6 @@
 #include "Text.h"
 
 #include <QtCore/QDirIterator>
-#include <QtCore/QMap>
 #include <QtCore/QMetaMethod>
 #include <QtCore/QMetaProperty>
 #include <QtCore/QRegularExpression>
@@ -25,20 +24,6 @@ Q_DECLARE_METATYPE(const QMetaObject *)
 namespace {
 
 const QDir Source(QStringLiteral(HOVLETS_SOURCE));
-
-/// "Name of a setting" to its number, as the rows of a table have them.
-QMap<QString, QString> settingsIn(const QString &text, const QString &pattern)
-{
-    QMap<QString, QString> settings;
-    auto matches =
-            QRegularExpression(pattern, QRegularExpression::MultilineOption).globalMatch(text);
-    while (matches.hasNext()) {
-        const auto match = matches.next();
-        settings.insert(match.captured(1),
-                        match.captured(2) + QLatin1Char(' ') + match.captured(3));
-    }
-    return settings;
-}
 
 /// The anchors that the headings of a document make.
 QStringList anchorsOf(const QString &markdown)
@@ -62,42 +47,12 @@ class tst_DocsReference : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void shouldListEverySetting_data();
-    void shouldListEverySetting();
     void shouldTellOfAllThatQmlSees_data();
     void shouldTellOfAllThatQmlSees();
     void shouldTellOfEveryQuestionToTheHost();
     void shouldLinkToWhatIsThere_data();
     void shouldLinkToWhatIsThere();
 };
-
-void tst_DocsReference::shouldListEverySetting_data()
-{
-    QTest::addColumn<QString>("document");
-    QTest::newRow("README.md") << "README.md";
-    QTest::newRow("settings.md") << "docs/settings.md";
-}
-
-/// Name, number and type of every setting are those of the header.
-void tst_DocsReference::shouldListEverySetting()
-{
-    QFETCH(QString, document);
-    const QString header =
-            readText(Source.filePath(QStringLiteral("Components/Hovlets/Hovlets/HVContext.h")));
-    QMap<QString, QString> wanted;
-    auto matches =
-            QRegularExpression(QStringLiteral("/// (\\w+)[,:][^{}]*?\\b(HVKey\\w+) = (\\d+)"))
-                    .globalMatch(header);
-    while (matches.hasNext()) {
-        const auto match = matches.next();
-        wanted.insert(match.captured(2), match.captured(3) + QLatin1Char(' ') + match.captured(1));
-    }
-    QCOMPARE(int(wanted.size()),
-             int(header.count(QRegularExpression(QStringLiteral("HVKey\\w+ = \\d+")))));
-    QCOMPARE(settingsIn(readText(Source.filePath(document)),
-                        QStringLiteral("^\\| `(HVKey\\w+)` \\| (\\d+) \\| (\\w+)")),
-             wanted);
-}
 
 void tst_DocsReference::shouldTellOfAllThatQmlSees_data()
 {

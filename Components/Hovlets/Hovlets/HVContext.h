@@ -9,26 +9,29 @@
 
 #include <memory>
 
-/// The integer in which a context key travels; see Hovlets::contextKey for the keys in use.
+/// The integer type of a key; Hovlets::contextKey lists the keys that the library reads.
 typedef int HVContextKey;
 
 namespace Hovlets {
 
 /*!
- * \brief The settings that the library reads, with the type each is read as and its default.
+ * \brief The settings that the library reads: type, unit, default, meaning.
  *
- * A value is converted where it is used, by Qt's own rules: what does not convert reads as false,
- * 0, an empty string or an invalid size. Numbers that are missing here are never read by the
- * library, so a host may use them for itself.
+ * A value is converted where it is read, by QVariant's rules. What does not convert reads as false,
+ * 0, an empty string or an invalid size, not as the default.
+ *
+ * Keys below 1000 that are missing here are never read by the library, so a host may use them for
+ * itself. The range from 1000 to 1999 is reserved for future settings of the library; hosts use
+ * keys from 2000 on for their own.
  */
 enum contextKey {
-    /// float, ms, 3000: a popup that the mouse has left hides after this; 0 or less: never.
+    /// float, ms, 3000: a popup hides this long after the mouse has left it; 0 or less: never.
     HVKeyHideDelay = 2,
     /// bool, false: the popup is an ordinary window instead of a tooltip window.
     HVKeyPopupIsWindow = 3,
     /// string, "hovlets": package folders are named with the package name, a dot and this.
     HVKeyPackageSuffix = 10,
-    /// string, empty: one more folder in which every package looks for its components.
+    /// string, path, empty: one more folder in which every package looks for its components.
     HVKeyExtraComponentPath = 11,
     /// string, "ui/HovletsUI.qml": the QML file of the full popup.
     HVKeyRichUiFile = 12,
@@ -38,21 +41,21 @@ enum contextKey {
     HVKeyResourceFolder = 16,
     /// bool, false: the library watches the application's mouse events by itself. Read once.
     HVKeyTrackHover = 17,
-    /// QSize, 20 x 20, px: margin around the popup in which the mouse counts as over it.
+    /// QSize, px, 20 x 20: margin around the popup in which the mouse counts as over it.
     HVKeySafeMargin = 18,
-    /// QSize, 35 x 30, px: from the cursor to the popup's top-left corner.
+    /// QSize, px, 35 x 30: from the cursor to the popup's top-left corner.
     HVKeyCursorOffset = 19,
     /// bool, false: show the simple popup (HVKeySimpleUiFile) instead of the full one.
     HVKeySimpleMode = 20,
-    /// bool: documentation topics can be opened; unset, QML sees false and topics open.
+    /// bool, not set: documentation topics can be opened; not set, QML sees false and topics open.
     HVKeyDocumentationEnabled = 21,
     /// bool, true: web addresses and files can be opened.
     HVKeyLinksEnabled = 22,
     /// string, empty: key of the content to show for a control that has none.
     HVKeyFallbackKey = 23,
-    /// string, "en_US": locale of the content to show when the preferred locale has none.
+    /// string, locale, "en_US": locale of the content to show when the preferred locale has none.
     HVKeyFallbackLocale = 24,
-    /// string, "en_US": the preferred locale.
+    /// string, locale, "en_US": the preferred locale.
     HVKeyLocale = 25,
     /// bool, false: no popup is shown.
     HVKeySuspended = 26,
@@ -60,7 +63,7 @@ enum contextKey {
     HVKeyClearIndexOnSetup = 27,
     /// bool, false: tooltips show in inactive windows too. Read once.
     HVKeyAlwaysShowTooltips = 29,
-    /// string, empty: path of a file with further attributes by key.
+    /// string, path, empty: a file with further attributes by key.
     HVKeyKeyDataFile = 30,
     /// int, Qt::KeyboardModifiers, 0: popups show only while exactly these are held.
     HVKeyRequiredModifiers = 31,
@@ -72,7 +75,7 @@ enum contextKey {
     HVKeyShowFadeDuration = 34,
     /// int, ms, 300: fade-out time; 0 hides at once.
     HVKeyHideFadeDuration = 35,
-    /// int, 200: highest HVMessageType that is passed on to the host.
+    /// int, HVMessageType, 200: highest type that is passed on to the host.
     HVKeyMessageLevel = 36,
     /// string, "Hovlets": base name of the translation files.
     HVKeyTranslationName = 37
@@ -83,77 +86,63 @@ enum contextKey {
 /*!
  * \brief The settings that a host and the library share, by integer key.
  *
- * The host fills one context and hands it to its Hovlets::HVInterface, which copies it: later
- * changes go through HVInterface::context(). Nothing in the library caches a setting, so a change
- * takes effect at the next use (the two keys marked "Read once" excepted).
+ * The host fills one context and passes it to its Hovlets::HVInterface, which copies it. Later
+ * changes go through HVInterface::context(). The library reads a setting each time it uses it, so a
+ * change takes effect at the next use; only the two keys marked "Read once" are exceptions.
  *
- * GUI thread only; there is no lock. Signals are emitted from within set().
+ * Do not use it as a general store: nothing can be removed, and nothing is saved.
+ *
+ * GUI thread only; there is no lock. set() emits its signals synchronously.
  */
 class HOVLETS_EXPORT HVContext : public QObject
 {
     Q_OBJECT
 
 public:
-    /*!
-     * An empty context.
-     * \param parent owner of the object, as of any QObject; null for none
-     */
+    /// An empty context. A \a parent owns it, as it owns any QObject.
     explicit HVContext(QObject *parent = nullptr);
 
-    /*!
-     * A context of its own; no parent, no name, no connections.
-     * \param other whose settings are taken over
-     */
+    /// A context with the settings of \a other, but without its parent, name and connections.
     HVContext(const HVContext &other);
 
     ~HVContext() override;
 
-    /*!
-     * Drops all settings and takes over others. Emits nothing.
-     * \param other whose settings are taken over
-     * \return this context
-     */
+    /// Replaces all settings by those of \a other. Emits no signal.
     HVContext &operator=(const HVContext &other);
 
-    /*!
-     * Whether a setting was ever written, be it with an invalid value.
-     * \param key number of the setting
-     * \return true when it was
-     */
-    bool contains(const HVContextKey &key) const;
+    /// Whether a setting was ever written, even with an invalid value.
+    [[nodiscard]] bool contains(const HVContextKey &key) const;
 
     /*!
-     * The value of a setting.
-     * \param key number of the setting
-     * \param defaultValue what to answer when it was never set
-     * \return the value as it was written, invalid ones included
+     * The value of a setting exactly as it was written, even if it is invalid.
+     * \param key the setting
+     * \param defaultValue the result if the setting was never written
      */
-    QVariant get(const HVContextKey &key, const QVariant &defaultValue) const;
+    [[nodiscard]] QVariant get(const HVContextKey &key, const QVariant &defaultValue) const;
 
     /*!
-     * The settings that were written.
-     * \return their keys, in ascending order
+     * The value of a setting as get() above returns it, with the default in Hovlets::contextKey.
+     *
+     * The result is invalid for a key that is not the library's and was never written.
      */
-    QList<HVContextKey> keys() const;
+    [[nodiscard]] QVariant get(const HVContextKey &key) const;
+
+    /// The keys of all settings that were written, in ascending order.
+    [[nodiscard]] QList<HVContextKey> keys() const;
 
     /*!
-     * Writes a setting. Both signals are emitted on every call, also for an equal value.
-     * \param key number of the setting
-     * \param value what to store; it is converted where it is read
+     * Writes a setting.
+     *
+     * Both signals are emitted on every call, also for an equal value. The value is converted where
+     * it is read, so a wrong type is not noticed here.
      */
     void set(const HVContextKey &key, const QVariant &value);
 
 Q_SIGNALS:
-    /*!
-     * Before a write: get() still gives the old value.
-     * \param key number of the setting
-     */
+    /// Emitted before a setting is written: get() still returns the old value.
     void settingWillChange(HVContextKey key);
 
-    /*!
-     * After a write: get() gives the new value.
-     * \param key number of the setting
-     */
+    /// Emitted after a setting was written: get() returns the new value.
     void settingDidChange(HVContextKey key);
 
 private:

@@ -7,16 +7,17 @@ namespace Hovlets {
 
 QLocale preferredContentLocale(const HVContext &context)
 {
-    return QLocale(context.get(HVKeyLocale, QStringLiteral("en_US")).toString());
+    return QLocale(context.get(HVKeyLocale).toString());
 }
 
 QLocale fallbackContentLocale(const HVContext &context)
 {
-    return QLocale(context.get(HVKeyFallbackLocale, QStringLiteral("en_US")).toString());
+    return QLocale(context.get(HVKeyFallbackLocale).toString());
 }
 
 QLocale translationLocale(const HVContext &context)
 {
+    // Unlike content, translations have no default locale: without a setting, the system's is next.
     for (const contextKey key : { HVKeyLocale, HVKeyFallbackLocale }) {
         const QString name = context.get(key, QString()).toString();
         if (!name.isEmpty())

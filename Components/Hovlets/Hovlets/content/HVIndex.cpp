@@ -35,7 +35,7 @@ namespace {
 
 QString packageSuffix(const HVContext &context)
 {
-    return context.get(HVKeyPackageSuffix, QStringLiteral("hovlets")).toString();
+    return context.get(HVKeyPackageSuffix).toString();
 }
 
 QList<QObject *> parse(HVXmlParser &parser, const QByteArray &bytes)
@@ -91,7 +91,7 @@ bool HVIndex::open()
 
 bool HVIndex::setup()
 {
-    if (context().get(HVKeyClearIndexOnSetup, true).toBool())
+    if (context().get(HVKeyClearIndexOnSetup).toBool())
         clear();
     return true;
 }
@@ -236,7 +236,7 @@ HVXmlElement *HVIndex::load(const QString &key, const QString &file, const QLoca
 void HVIndex::loadKeyData(const QString &key, const QString &location, HVXmlElement *element)
 {
     Q_UNUSED(location)
-    const QString file = context().get(HVKeyKeyDataFile, QString()).toString();
+    const QString file = context().get(HVKeyKeyDataFile).toString();
     if (file.isEmpty() || !QFile::exists(file))
         return;
 
@@ -258,7 +258,7 @@ void HVIndex::loadKeyData(const QString &key, const QString &location, HVXmlElem
 QStringList HVIndex::componentPathsForPackageNamed(const QString &name) const
 {
     QStringList paths = d->packages.value(name);
-    const QString extra = context().get(HVKeyExtraComponentPath, QVariant()).toString();
+    const QString extra = context().get(HVKeyExtraComponentPath).toString();
     if (!extra.isEmpty())
         paths.append(extra);
     return paths;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVContext.h"
 
+#include "HVSettings.h"
+
 #include <QtCore/QMap>
 
 class HVContext::Private
@@ -41,6 +43,12 @@ bool HVContext::contains(const HVContextKey &key) const
 QVariant HVContext::get(const HVContextKey &key, const QVariant &defaultValue) const
 {
     return d->settings.value(key, defaultValue);
+}
+
+QVariant HVContext::get(const HVContextKey &key) const
+{
+    const auto value = d->settings.constFind(key);
+    return value != d->settings.cend() ? *value : Hovlets::defaultOf(key);
 }
 
 QList<HVContextKey> HVContext::keys() const

@@ -3,6 +3,7 @@
 
 #include "HVContentLocale.h"
 #include "HVContext.h"
+#include "HVSettings.h"
 #include "HVView.h"
 
 #include <QtCore/QTranslator>
@@ -32,9 +33,10 @@ QString HVContentTranslator::translate(const QString &file, const QString &text,
 
 QString translationFile(const HVView &view, const HVContext &context)
 {
-    const QString name = context.get(HVKeyTranslationName, QStringLiteral("Hovlets")).toString();
+    const QString name = context.get(HVKeyTranslationName).toString();
     return view.findComponent(
-            QStringLiteral("l10n_name"), HVKeyTranslationFolder, QStringLiteral("l10n"),
+            QStringLiteral("l10n_name"), HVKeyTranslationFolder,
+            defaultOf(HVKeyTranslationFolder).toString(),
             QStringLiteral("%1_%2.qm").arg(name, translationLocale(context).name()));
 }
 

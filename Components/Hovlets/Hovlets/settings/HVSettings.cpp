@@ -1,0 +1,133 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HVSettings.h"
+
+#include <QtCore/QSize>
+
+#include <algorithm>
+
+namespace Hovlets {
+
+namespace {
+
+// To add a setting, add its enumerator to HVContext.h and a row here, ordered by key. A test
+// compares both, and docs/settings.md, with each other.
+#define HV_SETTING(key, type, value, note, read, meaning) \
+    HVSetting \
+    { \
+        key, QStringLiteral(#key), QStringLiteral(type), value, QStringLiteral(note), \
+                QStringLiteral(read), QStringLiteral(meaning) \
+    }
+
+QList<HVSetting> makeSettings()
+{
+    // clang-format off
+    return {
+        HV_SETTING(HVKeyHideDelay, "float, ms", 3000, "",
+                   "when the mouse leaves the popup",
+                   "the popup hides after this time; 0 or less: it stays"),
+        HV_SETTING(HVKeyPopupIsWindow, "bool", false, "",
+                   "when a popup is made: at the first show, and after one is pinned",
+                   "true: an ordinary window with a frame, false: a tooltip window"),
+        HV_SETTING(HVKeyPackageSuffix, "string", QStringLiteral("hovlets"), "",
+                   "while packages are indexed, and to tell package names",
+                   "packages are the folders whose names end in a dot and this"),
+        HV_SETTING(HVKeyExtraComponentPath, "string, path", QString(), "none",
+                   "at each look-up of a file",
+                   "one more folder that every package looks for its files in, after its own"),
+        HV_SETTING(HVKeyRichUiFile, "string", QStringLiteral("ui/HovletsUI.qml"), "",
+                   "at each show",
+                   "the QML file of the full popup, below the package"),
+        HV_SETTING(HVKeySimpleUiFile, "string", QStringLiteral("ui/SimpleTooltip.qml"), "",
+                   "at each show",
+                   "the QML file of the simple popup"),
+        HV_SETTING(HVKeyResourceFolder, "string", QStringLiteral("Resources"), "",
+                   "at each look-up of a resource",
+                   "the folder of images and clips, below the package"),
+        HV_SETTING(HVKeyTrackHover, "bool", false, "",
+                   "once, by the constructor",
+                   "the library watches the mouse with an event filter on the application"),
+        HV_SETTING(HVKeySafeMargin, "QSize, px", QSize(20, 20), "",
+                   "at each move of the mouse",
+                   "margin around the popup in which the mouse counts as over it"),
+        HV_SETTING(HVKeyCursorOffset, "QSize, px", QSize(35, 30), "",
+                   "at each show",
+                   "from the cursor to the popup's top-left corner"),
+        HV_SETTING(HVKeySimpleMode, "bool", false, "",
+                   "at each show",
+                   "true: the simple popup, false: the full one"),
+        HV_SETTING(HVKeyDocumentationEnabled, "bool", QVariant(), "",
+                   "at each show, and when a topic is opened",
+                   "whether documentation topics can be opened. Not set: QML sees false, and topics "
+                   "open"),
+        HV_SETTING(HVKeyLinksEnabled, "bool", true, "",
+                   "when a link is opened",
+                   "whether addresses and files can be opened"),
+        HV_SETTING(HVKeyFallbackKey, "string", QString(), "none",
+                   "at each hover without content",
+                   "key of the entry to show for a control that has none"),
+        HV_SETTING(HVKeyFallbackLocale, "string, locale", QStringLiteral("en_US"), "",
+                   "at each look-up",
+                   "locale of the entry to take when the preferred one has none"),
+        HV_SETTING(HVKeyLocale, "string, locale", QStringLiteral("en_US"), "",
+                   "at each look-up and translation",
+                   "preferred locale of entries. For translation files: when it is empty or not set, "
+                   "`HVKeyFallbackLocale`, when that is empty or not set too, the system's"),
+        HV_SETTING(HVKeySuspended, "bool", false, "",
+                   "at each hover",
+                   "true: no popup is shown"),
+        HV_SETTING(HVKeyClearIndexOnSetup, "bool", true, "",
+                   "by `HVIndex::setup()`",
+                   "whether an index clears itself when it is set up; for indexes supplied by the "
+                   "host"),
+        HV_SETTING(HVKeyAlwaysShowTooltips, "bool", false, "",
+                   "once, by the constructor",
+                   "tooltips in inactive windows too, for all windows that exist at that moment"),
+        HV_SETTING(HVKeyKeyDataFile, "string, path", QString(), "none",
+                   "at each look-up",
+                   "a file with further attributes by key, see [content](content.md#key-data-file)"),
+        HV_SETTING(HVKeyRequiredModifiers, "int, `Qt::KeyboardModifiers`", 0, "any",
+                   "at each hover",
+                   "popups show only while exactly these are held"),
+        HV_SETTING(HVKeyControlFolderName, "string", QStringLiteral("Control"), "",
+                   "while packages are indexed",
+                   "folder of a package with its control files"),
+        HV_SETTING(HVKeyTranslationFolder, "string", QStringLiteral("l10n"), "",
+                   "at each translation",
+                   "folder of a package with its translation files"),
+        HV_SETTING(HVKeyShowFadeDuration, "int, ms", 0, "",
+                   "at each show",
+                   "fade-in; 0: none"),
+        HV_SETTING(HVKeyHideFadeDuration, "int, ms", 300, "",
+                   "when the popup hides",
+                   "fade-out; 0: none"),
+        HV_SETTING(HVKeyMessageLevel, "int, `HVMessageType`", 200, "",
+                   "at each message",
+                   "the highest type that is passed on: 100 errors, 200 warnings, 300 information, "
+                   "400 debug; 0: nothing"),
+        HV_SETTING(HVKeyTranslationName, "string", QStringLiteral("Hovlets"), "",
+                   "at each translation",
+                   "translation files are named NAME_LOCALE.qm, such as `Hovlets_de_DE.qm`"),
+    };
+    // clang-format on
+}
+
+#undef HV_SETTING
+
+} // namespace
+
+const QList<HVSetting> &allSettings()
+{
+    static const QList<HVSetting> settings = makeSettings();
+    return settings;
+}
+
+QVariant defaultOf(HVContextKey key)
+{
+    const QList<HVSetting> &settings = allSettings();
+    const auto found = std::lower_bound(
+            settings.cbegin(), settings.cend(), key,
+            [](const HVSetting &setting, HVContextKey wanted) { return setting.key < wanted; });
+    return found != settings.cend() && found->key == key ? found->defaultValue : QVariant();
+}
+
+} // namespace Hovlets
