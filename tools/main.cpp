@@ -2,6 +2,8 @@
 #include "Commands.h"
 #include "Program.h"
 
+using namespace HovletsTool;
+
 int main(int argc, char **argv)
 {
     Program program;
@@ -13,5 +15,5 @@ int main(int argc, char **argv)
     addPreviewCommand(program);
     addRenderCommand(program);
     addShowCommand(program);
-    return program.run(argc, argv);
+    return static_cast<int>(program.run(argc, argv));
 }

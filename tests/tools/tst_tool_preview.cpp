@@ -16,6 +16,8 @@
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QTreeWidget>
 
+using namespace HovletsTool;
+
 namespace {
 
 constexpr char Ui[] =

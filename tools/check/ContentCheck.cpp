@@ -16,6 +16,8 @@
 
 #include <algorithm>
 
+namespace HovletsTool {
+
 namespace {
 
 /// The library knows packages by their control files.
@@ -105,3 +107,5 @@ FindingList checkContent(const CheckOptions &options)
         checkKeyData(QFileInfo(keyData).absoluteFilePath(), files, findings);
     return findings;
 }
+
+} // namespace HovletsTool

@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+namespace HovletsTool {
+
 /// What to check, and against what.
 struct CheckOptions
 {
@@ -21,3 +23,5 @@ struct CheckOptions
 
 /// Runs all checks. Throws a ToolError for a path that cannot be read.
 FindingList checkContent(const CheckOptions &options);
+
+} // namespace HovletsTool

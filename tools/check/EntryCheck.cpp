@@ -3,6 +3,7 @@
 
 #include "ControlFile.h"
 #include "Findings.h"
+#include "KnownLocale.h"
 #include "PlaceholderCheck.h"
 #include "SchemaCheck.h"
 
@@ -10,6 +11,8 @@
 
 #include <QtCore/QRegularExpression>
 #include <QtCore/QSet>
+
+namespace HovletsTool {
 
 namespace {
 
@@ -157,3 +160,5 @@ void checkKeyData(const QString &path, const ControlFiles &files, FindingList &f
                          QStringLiteral("no entry has the key \"%1\"").arg(key));
     }
 }
+
+} // namespace HovletsTool

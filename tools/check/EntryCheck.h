@@ -6,6 +6,8 @@
 
 #include <deque>
 
+namespace HovletsTool {
+
 class ControlFile;
 class FindingList;
 
@@ -24,3 +26,5 @@ void checkLocales(const ControlFiles &files, const QString &fallback, const QStr
 
 /// Checks the host's file of attributes by key.
 void checkKeyData(const QString &path, const ControlFiles &files, FindingList &findings);
+
+} // namespace HovletsTool

@@ -2,7 +2,7 @@
 #include "FindingFormats.h"
 
 #include "Findings.h"
-#include "Program.h"
+#include "Output.h"
 
 #include <QtCore/QJsonArray>
 #include <QtCore/QUrl>
@@ -14,6 +14,8 @@
 #ifdef Q_OS_UNIX
 #    include <unistd.h>
 #endif
+
+namespace HovletsTool {
 
 namespace {
 
@@ -31,9 +33,9 @@ void printAsText(const FindingList &findings)
     const bool colour = isColourWanted();
     const QList<Finding> all = findings.sorted();
     for (const Finding &finding : all) {
-        QString level = QLatin1String(finding.rule().level);
+        QString level = nameOf(finding.rule().level);
         if (colour) {
-            const int number = level == QLatin1String("error") ? 31 : 33;
+            const int number = finding.rule().level == Level::Error ? 31 : 33;
             level = QStringLiteral("\x1b[1;%1m%2\x1b[0m").arg(number).arg(level);
         }
         printText(QStringLiteral("%1:%2:%3: ")
@@ -51,7 +53,7 @@ void printAsJson(const FindingList &findings)
     for (const Finding &finding : all) {
         array += QJsonObject {
             { QStringLiteral("code"), finding.code },
-            { QStringLiteral("level"), QLatin1String(finding.rule().level) },
+            { QStringLiteral("level"), nameOf(finding.rule().level) },
             { QStringLiteral("file"), finding.file },
             { QStringLiteral("line"), finding.position.line },
             { QStringLiteral("column"), finding.position.column },
@@ -77,7 +79,7 @@ QJsonObject sarifResult(const Finding &finding)
                                 QJsonObject { { QStringLiteral("uri"), uri } } },
                               { QStringLiteral("region"), region } };
     return { { QStringLiteral("ruleId"), finding.code },
-             { QStringLiteral("level"), QLatin1String(finding.rule().level) },
+             { QStringLiteral("level"), nameOf(finding.rule().level) },
              { QStringLiteral("message"), sarifText(finding.text()) },
              { QStringLiteral("locations"),
                QJsonArray { QJsonObject { { QStringLiteral("physicalLocation"), place } } } } };
@@ -173,15 +175,17 @@ void printRules(const std::string &format)
     for (const Rule &rule : rules()) {
         if (format != "json") {
             printText(QStringLiteral("%1\t%2\t%3; %4\n")
-                              .arg(QLatin1String(rule.code), QLatin1String(rule.level),
+                              .arg(QLatin1String(rule.code), nameOf(rule.level),
                                    QLatin1String(rule.title), QLatin1String(rule.remedy)));
             continue;
         }
         array += QJsonObject { { QStringLiteral("code"), QLatin1String(rule.code) },
-                               { QStringLiteral("level"), QLatin1String(rule.level) },
+                               { QStringLiteral("level"), nameOf(rule.level) },
                                { QStringLiteral("title"), QLatin1String(rule.title) },
                                { QStringLiteral("remedy"), QLatin1String(rule.remedy) } };
     }
     if (format == "json")
         printJson({ { QStringLiteral("codes"), array } });
 }
+
+} // namespace HovletsTool

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+namespace HovletsTool {
+
 class FindingList;
 
 /// The names for "--format".
@@ -14,3 +16,5 @@ void printFindings(const FindingList &findings, const std::string &format);
 
 /// Prints the table of codes.
 void printRules(const std::string &format);
+
+} // namespace HovletsTool

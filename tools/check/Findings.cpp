@@ -6,52 +6,60 @@
 #include <algorithm>
 #include <tuple>
 
+namespace HovletsTool {
+
+QLatin1String nameOf(Level level)
+{
+    return QLatin1String(level == Level::Error ? "error" : "warning");
+}
+
 const std::vector<Rule> &rules()
 {
     static const std::vector<Rule> all = {
-        { "HV101", "error", "not well-formed", "correct the XML here" },
-        { "HV102", "error", "wrong root element", "make \"hovlets\" the root element" },
-        { "HV103", "error", "does not match the schema", "correct what the schema names" },
-        { "HV104", "error", "wrong root element of key data",
+        { "HV101", Level::Error, "not well-formed", "correct the XML here" },
+        { "HV102", Level::Error, "wrong root element", "make \"hovlets\" the root element" },
+        { "HV103", Level::Error, "does not match the schema", "correct what the schema names" },
+        { "HV104", Level::Error, "wrong root element of key data",
           "make \"hovletkeys\" the root element" },
-        { "HV105", "error", "nested too deep", "write it with fewer levels" },
-        { "HV110", "error", "not in the control folder", "move it into the folder Control" },
-        { "HV111", "error", "name does not end in .xml", "give it the ending .xml" },
-        { "HV112", "error", "folder without the package suffix",
+        { "HV105", Level::Error, "nested too deep", "write it with fewer levels" },
+        { "HV110", Level::Error, "not in the control folder", "move it into the folder Control" },
+        { "HV111", Level::Error, "name does not end in .xml", "give it the ending .xml" },
+        { "HV112", Level::Error, "folder without the package suffix",
           "let the folder's name end in .hovlets" },
-        { "HV113", "error", "symbolic link, hidden or no ordinary file",
+        { "HV113", Level::Error, "symbolic link, hidden or no ordinary file",
           "put an ordinary file or folder there" },
-        { "HV114", "error", "root tag followed by a line end",
+        { "HV114", Level::Error, "root tag followed by a line end",
           "begin a line with \"<hovlets\", and write its first attribute or \">\" on it" },
-        { "HV115", "error", "not UTF-8", "save the file as UTF-8" },
-        { "HV116", "error", "cannot be read", "make it readable" },
-        { "HV117", "warning", "no package in the folder",
+        { "HV115", Level::Error, "not UTF-8", "save the file as UTF-8" },
+        { "HV116", Level::Error, "cannot be read", "make it readable" },
+        { "HV117", Level::Warning, "no package in the folder",
           "give a folder of packages (*.hovlets) or a package" },
-        { "HV118", "error", "tag before the root tag",
+        { "HV118", Level::Error, "tag before the root tag",
           "write it without the \"<\", or behind the root tag" },
-        { "HV201", "error", "entry without a key", "give the entry the attribute \"key\"" },
-        { "HV202", "error", "key twice in a file", "keep one: the library serves neither" },
-        { "HV203", "warning", "key shadowed by another file", "remove one of the two" },
-        { "HV204", "error", "unknown locale", "write a locale such as en_US" },
-        { "HV205", "error", "attribute of the library's own", "remove it" },
-        { "HV206", "error", "unknown package in \"search\"",
+        { "HV201", Level::Error, "entry without a key", "give the entry the attribute \"key\"" },
+        { "HV202", Level::Error, "key twice in a file", "keep one: the library serves neither" },
+        { "HV203", Level::Warning, "key shadowed by another file", "remove one of the two" },
+        { "HV204", Level::Error, "unknown locale", "write a locale such as en_US" },
+        { "HV205", Level::Error, "attribute of the library's own", "remove it" },
+        { "HV206", Level::Error, "unknown package in \"search\"",
           "name a package that has control files" },
-        { "HV207", "warning", "entry in a translation alone",
+        { "HV207", Level::Warning, "entry in a translation alone",
           "add the entry for the fallback locale" },
-        { "HV208", "warning", "entry missing in a locale", "add the entry for the locale" },
-        { "HV209", "warning", "key data for an unknown key",
+        { "HV208", Level::Warning, "entry missing in a locale", "add the entry for the locale" },
+        { "HV209", Level::Warning, "key data for an unknown key",
           "correct the name, or add an entry for the key" },
-        { "HV210", "error", "key data without a key", "give it the attribute \"name\"" },
-        { "HV301", "error", "missing resource", "put the file into the package's resources" },
-        { "HV302", "error", "unreadable picture", "save it as PNG or JPEG" },
-        { "HV303", "error", "unreadable clip", "encode it anew, for example as H.264 in MP4" },
-        { "HV304", "warning", "clip too long", "cut it, or raise --max-seconds" },
-        { "HV305", "warning", "file too large", "make it smaller, or raise --max-megabytes" },
-        { "HV306", "error", "missing user interface",
+        { "HV210", Level::Error, "key data without a key", "give it the attribute \"name\"" },
+        { "HV301", Level::Error, "missing resource", "put the file into the package's resources" },
+        { "HV302", Level::Error, "unreadable picture", "save it as PNG or JPEG" },
+        { "HV303", Level::Error, "unreadable clip", "encode it anew, for example as H.264 in MP4" },
+        { "HV304", Level::Warning, "clip too long", "cut it, or raise --max-seconds" },
+        { "HV305", Level::Warning, "file too large", "make it smaller, or raise --max-megabytes" },
+        { "HV306", Level::Error, "missing user interface",
           "correct its path, or name a package that has it in \"search\", such as Default" },
-        { "HV307", "error", "unreadable user interface", "make it readable, or put a file there" },
-        { "HV401", "error", "placeholder without an end", "write it as %(name)s" },
-        { "HV402", "error", "link to nothing",
+        { "HV307", Level::Error, "unreadable user interface",
+          "make it readable, or put a file there" },
+        { "HV401", Level::Error, "placeholder without an end", "write it as %(name)s" },
+        { "HV402", Level::Error, "link to nothing",
           "name an address with its scheme, a path with \"/\" or a topic" },
     };
     return all;
@@ -96,3 +104,5 @@ QList<Finding> FindingList::sorted() const
             });
     return findings;
 }
+
+} // namespace HovletsTool

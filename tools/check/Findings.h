@@ -7,11 +7,18 @@
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
-/// A kind of finding. Codes are never given to another kind: authors silence and look for them.
+namespace HovletsTool {
+
+/// An error: content is not served as written. A warning: it is, but may not be what is meant.
+enum class Level { Error, Warning };
+
+[[nodiscard]] QLatin1String nameOf(Level level);
+
+/// A kind of finding. Authors look for codes and silence them: none is ever reused.
 struct Rule
 {
     const char *code;
-    const char *level; // "error": content is not served as written; "warning": it may not be meant
+    Level level;
     const char *title;
     const char *remedy;
 };
@@ -27,7 +34,7 @@ struct Finding
     Position position;
     QString message;
 
-    const Rule &rule() const { return ::rule(code); }
+    const Rule &rule() const { return HovletsTool::rule(code); }
     QString text() const; // message and remedy
 };
 
@@ -52,3 +59,5 @@ private:
     QStringList m_files;
     QList<Finding> m_findings;
 };
+
+} // namespace HovletsTool

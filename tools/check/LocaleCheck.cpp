@@ -7,6 +7,8 @@
 
 #include <algorithm>
 
+namespace HovletsTool {
+
 namespace {
 
 /// Whatever \a loser is asked for, \a winner answers first.
@@ -77,3 +79,5 @@ void checkLocales(const ControlFiles &files, const QString &fallback, const QStr
         }
     }
 }
+
+} // namespace HovletsTool

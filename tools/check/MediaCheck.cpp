@@ -18,6 +18,8 @@
 #include <QtCore/QSet>
 #include <QtGui/QImageReader>
 
+namespace HovletsTool {
+
 using namespace Hovlets;
 
 namespace {
@@ -195,3 +197,5 @@ void checkMedia(const ControlFiles &files, ContentIndex &content, const MediaLim
     for (const ControlFile &file : files)
         check.check(file, progress);
 }
+
+} // namespace HovletsTool

@@ -3,6 +3,8 @@
 
 #include "EntryCheck.h"
 
+namespace HovletsTool {
+
 class ContentIndex;
 class Progress;
 
@@ -16,3 +18,5 @@ struct MediaLimits
 /// \param progress steps once for each entry
 void checkMedia(const ControlFiles &files, ContentIndex &content, const MediaLimits &limits,
                 Progress &progress, FindingList &findings);
+
+} // namespace HovletsTool

@@ -8,6 +8,8 @@
 #include <QtCore/QDir>
 #include <QtCore/QDirIterator>
 
+namespace HovletsTool {
+
 namespace {
 
 const QLatin1String ControlFolder("Control");
@@ -129,3 +131,5 @@ void checkPackages(const std::vector<std::string> &paths, const ContentIndex &co
         findings.add("HV117", QString::fromLocal8Bit(paths.front().c_str()),
                      QStringLiteral("there is no package here"));
 }
+
+} // namespace HovletsTool

@@ -4,9 +4,13 @@
 #include <string>
 #include <vector>
 
+namespace HovletsTool {
+
 class ContentIndex;
 class FindingList;
 
 /// Finds what lies in the paths like content and is not indexed, and says why.
 void checkPackages(const std::vector<std::string> &paths, const ContentIndex &content,
                    FindingList &findings);
+
+} // namespace HovletsTool

@@ -8,9 +8,17 @@
 
 #include <algorithm>
 
+namespace HovletsTool {
+
 namespace {
 
 using Range = XmlDocument::Range;
+
+struct Occurrence
+{
+    QString text;
+    int offset;
+};
 
 const QRegularExpression &opened()
 {
@@ -20,16 +28,17 @@ const QRegularExpression &opened()
 }
 
 /// As the file spells them. They are of ASCII letters, so that bytes do for characters.
-QList<QPair<QString, int>> written(const QByteArray &bytes, const std::vector<Range> &ranges)
+std::vector<Occurrence> written(const QByteArray &bytes, const std::vector<Range> &ranges)
 {
-    QList<QPair<QString, int>> found;
+    std::vector<Occurrence> found;
     for (const Range &range : ranges) {
         const QString text =
                 QString::fromLatin1(bytes.mid(range.begin, std::max(0, range.end - range.begin)));
         auto matches = opened().globalMatch(text);
         while (matches.hasNext()) {
             const auto match = matches.next();
-            found += { match.captured(), range.begin + static_cast<int>(match.capturedStart()) };
+            found.push_back(
+                    { match.captured(), range.begin + static_cast<int>(match.capturedStart()) });
         }
     }
     return found;
@@ -42,12 +51,12 @@ void check(const QString &path, const XmlDocument &document, const QString &text
     auto matches = opened().globalMatch(text);
     if (!matches.hasNext())
         return;
-    const QList<QPair<QString, int>> places = written(document.bytes(), ranges);
-    for (int i = 0; matches.hasNext(); ++i) {
+    const std::vector<Occurrence> places = written(document.bytes(), ranges);
+    for (size_t i = 0; matches.hasNext(); ++i) {
         const QString placeholder = matches.next().captured();
-        const bool isWritten = i < places.size() && places.at(i).first == placeholder;
+        const bool isWritten = i < places.size() && places[i].text == placeholder;
         findings.add(
-                "HV401", path, document.position(isWritten ? places.at(i).second : otherwise),
+                "HV401", path, document.position(isWritten ? places[i].offset : otherwise),
                 QStringLiteral("the placeholder \"%1\" does not end in \")s\"").arg(placeholder));
     }
 }
@@ -68,3 +77,5 @@ void checkPlaceholders(const QString &path, const XmlDocument &document,
     }
     check(path, document, element.text, element.textRanges, element.offset, findings);
 }
+
+} // namespace HovletsTool

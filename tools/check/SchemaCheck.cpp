@@ -2,7 +2,7 @@
 #include "SchemaCheck.h"
 
 #include "Findings.h"
-#include "Program.h"
+#include "ToolError.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QHash>
@@ -12,6 +12,15 @@
 
 #include <algorithm>
 #include <memory>
+
+/// Outside of any namespace, as the macro requires. A static library's resources do not register
+/// themselves.
+static void registerSchemas()
+{
+    Q_INIT_RESOURCE(schemas);
+}
+
+namespace HovletsTool {
 
 namespace {
 
@@ -95,6 +104,7 @@ void add(void *data, xmlErrorPtr error)
 void checkSchema(const QString &schema, const QString &path, const XmlDocument &file,
                  FindingList &findings)
 {
+    registerSchemas();
     const QByteArray rules = bytesOf(QStringLiteral(":/schemas/%1.xsd").arg(schema));
     const QByteArray &bytes = file.bytes();
     // As deep as the library reads; but with entities, which the schema is not for, within limits.
@@ -120,3 +130,5 @@ void checkSchema(const QString &schema, const QString &path, const XmlDocument &
     xmlSchemaSetValidStructuredErrors(check.get(), &add, &target);
     xmlSchemaValidateDoc(check.get(), document.get());
 }
+
+} // namespace HovletsTool

@@ -3,9 +3,13 @@
 
 #include <QtCore/QString>
 
+namespace HovletsTool {
+
 class FindingList;
 class XmlDocument;
 
 /// Checks a well-formed file against the schema of the given name, "hovlets" or "hovletkeys".
 void checkSchema(const QString &schema, const QString &path, const XmlDocument &document,
                  FindingList &findings);
+
+} // namespace HovletsTool

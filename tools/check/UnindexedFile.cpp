@@ -8,6 +8,8 @@
 
 #include <optional>
 
+namespace HovletsTool {
+
 namespace {
 
 const QLatin1String RootName("hovlets");
@@ -95,3 +97,5 @@ void explainUnindexed(const QFileInfo &file, FindingList &findings)
                  QStringLiteral("the name of the root tag is not followed by anything on its line, "
                                 "or stands far behind in it, so that the file is not indexed"));
 }
+
+} // namespace HovletsTool

@@ -3,6 +3,8 @@
 
 #include <QtCore/QFileInfo>
 
+namespace HovletsTool {
+
 class FindingList;
 
 // Files that lie in a package and that the library does not index. They may be anything, and of any
@@ -13,3 +15,5 @@ bool isLikeControlFile(const QFileInfo &file);
 
 /// Why an ordinary file with the right name in the control folder is not indexed.
 void explainUnindexed(const QFileInfo &file, FindingList &findings);
+
+} // namespace HovletsTool

@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "CommandOptions.h"
 #include "Commands.h"
 #include "ContentCheck.h"
 #include "FindingFormats.h"
 #include "Program.h"
+#include "ToolError.h"
 #include "Validators.h"
 
 #include <memory>
+
+namespace HovletsTool {
 
 namespace {
 
@@ -16,11 +20,11 @@ struct Options
     bool listCodes = false;
 };
 
-int run(const Options &options)
+ExitStatus run(const Options &options)
 {
     if (options.listCodes) {
         printRules(options.format);
-        return Clean;
+        return ExitStatus::Clean;
     }
     if (options.check.paths.empty())
         throw ToolError(QStringLiteral("PATH is required; give a folder of packages or a package"));
@@ -28,7 +32,7 @@ int run(const Options &options)
     check.tellsProgress = true;
     const FindingList findings = checkContent(check);
     printFindings(findings, options.format);
-    return findings.isEmpty() ? Clean : Findings;
+    return findings.isEmpty() ? ExitStatus::Clean : ExitStatus::Findings;
 }
 
 } // namespace
@@ -62,3 +66,5 @@ void addCheckCommand(Program &program)
             ->capture_default_str();
     addFormat(command, options->format, findingFormats());
 }
+
+} // namespace HovletsTool

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+namespace HovletsTool {
+
 // Each command registers itself, with its options, from a source file of its own.
 
 class Program;
@@ -13,3 +15,5 @@ void addNewCommand(Program &program);
 void addPreviewCommand(Program &program);
 void addRenderCommand(Program &program);
 void addShowCommand(Program &program);
+
+} // namespace HovletsTool

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "CommandOptions.h"
 #include "Commands.h"
+#include "Output.h"
 #include "Program.h"
+#include "ToolError.h"
 #include "Validators.h"
 
 #include <QtCore/QFile>
@@ -8,6 +11,8 @@
 #include <QtCore/QJsonDocument>
 
 #include <memory>
+
+namespace HovletsTool {
 
 namespace {
 
@@ -98,7 +103,7 @@ void printResult(const Result &result)
                       .arg(result.entries));
 }
 
-int run(const Options &options)
+ExitStatus run(const Options &options)
 {
     Result result;
     for (const std::string &path : options.reports) {
@@ -123,7 +128,7 @@ int run(const Options &options)
                     { QStringLiteral("entries"), result.entries } });
     else
         printResult(result);
-    return result.missing.size() > options.mostMissing ? Findings : Clean;
+    return result.missing.size() > options.mostMissing ? ExitStatus::Findings : ExitStatus::Clean;
 }
 
 } // namespace
@@ -143,3 +148,5 @@ void addCoverageCommand(Program &program)
             ->capture_default_str();
     addFormat(command, options->format, { "text", "json" });
 }
+
+} // namespace HovletsTool

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "CommandOptions.h"
 #include "Commands.h"
+#include "Output.h"
 #include "Program.h"
+#include "ToolError.h"
 #include "UiTexts.h"
 #include "Validators.h"
 
@@ -10,8 +13,9 @@
 #include <QtCore/QXmlStreamWriter>
 
 #include <algorithm>
-#include <cstdio>
 #include <memory>
+
+namespace HovletsTool {
 
 namespace {
 
@@ -130,7 +134,7 @@ QString makePackage(const QDir &package)
     return package.filePath(QStringLiteral("Control/") + name);
 }
 
-int run(const Options &options)
+ExitStatus run(const Options &options)
 {
     const std::vector<UiEntry> texts = readForms(options.forms);
     const std::vector<UiTranslation> translations = readTranslations(options.translations);
@@ -143,17 +147,17 @@ int run(const Options &options)
         const QString locale = translation.locale();
         const std::vector<Entry> translated = entriesOf(texts, &translation);
         if (translated.empty()) {
-            std::fprintf(stderr,
-                         "hovlets: none of the forms' texts is translated for %s; no control file "
-                         "is made for it\n",
-                         qPrintable(locale));
+            printError(
+                    QStringLiteral("none of the forms' texts is translated for %1; no control file "
+                                   "is made for it")
+                            .arg(locale));
             continue;
         }
         writeControlFile(base + QLatin1Char('.') + locale + QStringLiteral(".xml"), translated,
                          locale);
     }
     printText(QStringLiteral("%1: %2 entries\n").arg(package.path()).arg(entries.size()));
-    return Clean;
+    return ExitStatus::Clean;
 }
 
 } // namespace
@@ -175,3 +179,5 @@ void addImportCommand(Program &program)
             ->check(knownLocale())
             ->capture_default_str();
 }
+
+} // namespace HovletsTool

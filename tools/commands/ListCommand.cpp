@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "CommandOptions.h"
 #include "Commands.h"
 #include "ContentIndex.h"
 #include "Entries.h"
+#include "Output.h"
 #include "Program.h"
 
 #include <QtCore/QJsonArray>
 
 #include <memory>
+
+namespace HovletsTool {
 
 namespace {
 
@@ -16,7 +20,7 @@ struct Options
     std::string format;
 };
 
-int run(const Options &options)
+ExitStatus run(const Options &options)
 {
     const ContentIndex content(options.paths);
     QJsonArray rows;
@@ -36,7 +40,7 @@ int run(const Options &options)
     }
     if (options.format == "json")
         printJson({ { QStringLiteral("entries"), rows } });
-    return Clean;
+    return ExitStatus::Clean;
 }
 
 } // namespace
@@ -50,3 +54,5 @@ void addListCommand(Program &program)
     addPaths(command, options->paths);
     addFormat(command, options->format, { "text", "json" });
 }
+
+} // namespace HovletsTool

@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Commands.h"
+#include "Output.h"
 #include "Program.h"
+#include "ToolError.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QRegularExpression>
 
 #include <memory>
+
+namespace HovletsTool {
 
 namespace {
 
@@ -43,7 +47,7 @@ void write(const QString &path, const QByteArray &bytes)
                                 .arg(path, file.errorString()));
 }
 
-int run(const Options &options)
+ExitStatus run(const Options &options)
 {
     constexpr QLatin1String Suffix(".hovlets");
     QString name = QString::fromLocal8Bit(options.name.c_str());
@@ -65,7 +69,7 @@ int run(const Options &options)
     }
     write(QStringLiteral("%1/Control/%2.xml").arg(package, name), starter(name));
     printText(package + QLatin1Char('\n'));
-    return Clean;
+    return ExitStatus::Clean;
 }
 
 } // namespace
@@ -78,3 +82,5 @@ void addNewCommand(Program &program)
     command.add_option("NAME", options->name, "The package's name")->required();
     command.add_option("DIR", options->folder, "The folder to make it in")->capture_default_str();
 }
+
+} // namespace HovletsTool

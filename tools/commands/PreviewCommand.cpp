@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "CommandOptions.h"
 #include "Commands.h"
 #include "ContentIndex.h"
 #include "PreviewWindow.h"
@@ -9,6 +10,8 @@
 
 #include <memory>
 
+namespace HovletsTool {
+
 namespace {
 
 struct Options
@@ -18,7 +21,7 @@ struct Options
     std::vector<std::string> properties;
 };
 
-int run(Options &options)
+ExitStatus run(Options &options)
 {
     const ContentIndex readable(options.preview.check.paths); // throws; later, files come and go
     options.preview.properties = propertiesOf(options.properties);
@@ -28,7 +31,8 @@ int run(Options &options)
     if (!options.key.empty())
         window.chooseKey(QString::fromLocal8Bit(options.key.c_str()));
     window.show();
-    return QApplication::exec();
+    QApplication::exec();
+    return ExitStatus::Clean;
 }
 
 } // namespace
@@ -53,3 +57,5 @@ void addPreviewCommand(Program &program)
     command.add_option("--key-data", preview.check.keyData, "The host's file of attributes by key");
     command.add_option("--extra-path", preview.check.extraPath, "The host's folder of components");
 }
+
+} // namespace HovletsTool

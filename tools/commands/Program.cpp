@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Program.h"
 
-#include <QtCore/QJsonDocument>
+#include "Output.h"
+#include "ToolError.h"
+
 #include <QtWidgets/QApplication>
 
 #include <algorithm>
-#include <cerrno>
-#include <cstdio>
 #include <sstream>
+
+namespace HovletsTool {
 
 namespace {
 
@@ -19,21 +21,7 @@ void handleMessage(QtMsgType type, const QMessageLogContext &, const QString &me
     // What the offscreen platform says of itself whenever a window is shown.
     const bool isOfThePlatform = message.startsWith(QLatin1String("This plugin does not support "));
     if (type != QtDebugMsg && type != QtInfoMsg && !isOfTheSession && !isOfThePlatform)
-        std::fprintf(stderr, "hovlets: %s\n", qPrintable(message));
-}
-
-/// Output that is lost is told of, but not where its reader has seen enough, such as `head`.
-void refuseLoss(bool isWritten)
-{
-    if (!isWritten && errno != EPIPE)
-        throw ToolError(QStringLiteral("the output cannot be written: %1; write it elsewhere")
-                                .arg(qt_error_string(errno)));
-}
-
-void write(const QByteArray &bytes)
-{
-    const auto size = static_cast<size_t>(bytes.size());
-    refuseLoss(std::fwrite(bytes.constData(), 1, size, stdout) == size);
+        printError(message);
 }
 
 /// "help check" is another way to say "check --help".
@@ -71,16 +59,16 @@ CLI::App &Program::add(const std::string &name, const std::string &description,
     return *command;
 }
 
-int Program::run(int argc, char **argv)
+ExitStatus Program::run(int argc, char **argv)
 {
     try {
-        const int status =
-                parse({ argv + std::min(argc, 1), argv + argc }) ? runCommand(argc, argv) : Clean;
-        refuseLoss(std::fflush(stdout) == 0);
+        const bool hasCommand = parse({ argv + std::min(argc, 1), argv + argc });
+        const ExitStatus status = hasCommand ? runCommand(argc, argv) : ExitStatus::Clean;
+        flushOutput();
         return status;
     } catch (const ToolError &error) {
-        std::fprintf(stderr, "hovlets: %s\n", error.what());
-        return Failed;
+        printError(error.message());
+        return ExitStatus::Failed;
     }
 }
 
@@ -98,7 +86,7 @@ bool Program::parse(std::vector<std::string> arguments)
     } catch (const CLI::Success &explanation) {
         std::ostringstream text;
         m_app.exit(explanation, text);
-        write(QByteArray::fromStdString(text.str()));
+        printText(QString::fromStdString(text.str()));
         return false;
     } catch (const CLI::ParseError &error) {
         const auto commands = m_app.get_subcommands();
@@ -116,7 +104,7 @@ bool Program::knows(const std::string &word) const
     return m_app.get_option_no_throw(word) || !m_app.get_subcommands(isNamed).empty();
 }
 
-int Program::runCommand(int argc, char **argv)
+ExitStatus Program::runCommand(int argc, char **argv)
 {
     const auto isSet = [](const char *name) { return !qEnvironmentVariableIsEmpty(name); };
     if (!m_opensWindow && !isSet("QT_QPA_PLATFORM"))
@@ -136,53 +124,4 @@ int Program::runCommand(int argc, char **argv)
     return m_run();
 }
 
-void addPaths(CLI::App &command, std::vector<std::string> &paths)
-{
-    command.add_option("PATH", paths, "Folders of packages, or packages")->required();
-}
-
-void addFormat(CLI::App &command, std::string &format, const std::vector<std::string> &formats)
-{
-    format = formats.front();
-    command.add_option("--format", format, "How to print it")
-            ->check(CLI::IsMember(formats))
-            ->capture_default_str();
-}
-
-CLI::Option *addRepeatable(CLI::App &command, const std::string &name,
-                           std::vector<std::string> &values, const std::string &description)
-{
-    return command.add_option(name, values, description)
-            ->take_all()
-            ->expected(1)
-            ->allow_extra_args(false);
-}
-
-void addProperties(CLI::App &command, std::vector<std::string> &properties)
-{
-    addRepeatable(command, "--property", properties,
-                  "NAME=VALUE, what a placeholder %(NAME)s stands for; once for each");
-}
-
-std::vector<QPair<QString, QString>> propertiesOf(const std::vector<std::string> &properties)
-{
-    std::vector<QPair<QString, QString>> pairs;
-    for (const std::string &property : properties) {
-        const QString text = QString::fromLocal8Bit(property.c_str());
-        const auto equals = text.indexOf(QLatin1Char('='));
-        if (equals <= 0)
-            throw ToolError(QStringLiteral("--property %1: write NAME=VALUE").arg(text));
-        pairs.emplace_back(text.left(equals), text.mid(equals + 1));
-    }
-    return pairs;
-}
-
-void printText(const QString &text)
-{
-    write(text.toUtf8());
-}
-
-void printJson(const QJsonObject &object)
-{
-    write(QJsonDocument(object).toJson());
-}
+} // namespace HovletsTool

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "CommandOptions.h"
 #include "Commands.h"
 #include "ContactSheet.h"
+#include "Output.h"
 #include "PictureComparison.h"
 #include "PopupRenderer.h"
 #include "Program.h"
 #include "Progress.h"
+#include "ToolError.h"
 #include "Validators.h"
 
 #include <QtCore/QDir>
@@ -15,6 +18,8 @@
 #include <algorithm>
 #include <cstdio>
 #include <memory>
+
+namespace HovletsTool {
 
 namespace {
 
@@ -52,7 +57,7 @@ QImage pictureOf(const QString &key, PopupRenderer &renderer)
     try {
         return renderer.render(key);
     } catch (const ToolError &error) {
-        std::fprintf(stderr, "hovlets: %s\n", error.what());
+        printError(error.message());
         return {};
     }
 }
@@ -65,7 +70,7 @@ std::vector<NamedPicture> renderAll(PopupRenderer &renderer, const QStringList &
     for (const QString &key : keys) {
         const QImage picture = pictureOf(key, renderer);
         if (!picture.isNull())
-            pictures.emplace_back(key, picture);
+            pictures.push_back({ key, picture });
         progress.step();
     }
     return pictures;
@@ -103,7 +108,7 @@ Changes compare(const std::vector<NamedPicture> &pictures, const QDir &expected,
     return changes;
 }
 
-int report(const Changes &changes, const std::string &format)
+ExitStatus report(const Changes &changes, const std::string &format)
 {
     if (format == "json") {
         printJson({ { QStringLiteral("changed"), QJsonArray::fromStringList(changes.changed) },
@@ -118,27 +123,29 @@ int report(const Changes &changes, const std::string &format)
         print("added", changes.added);
         print("missing", changes.missing);
     }
-    return changes.isEmpty() ? Clean : Findings;
+    return changes.isEmpty() ? ExitStatus::Clean : ExitStatus::Findings;
 }
 
-int renderOne(const Options &options, PopupRenderer &renderer)
+ExitStatus renderOne(const Options &options, PopupRenderer &renderer)
 {
     const QString key = QString::fromLocal8Bit(options.arguments.front().c_str());
     const QImage picture = pictureOf(key, renderer);
     if (picture.isNull())
-        return Findings;
+        return ExitStatus::Findings;
     save(picture, QString::fromLocal8Bit(options.output.c_str()));
-    return Clean;
+    return ExitStatus::Clean;
 }
 
-int renderMany(const Options &options, PopupRenderer &renderer)
+ExitStatus renderMany(const Options &options, PopupRenderer &renderer)
 {
     const QStringList keys = renderer.keys();
     if (keys.isEmpty())
         throw ToolError(QStringLiteral("There are no entries in these folders; "
                                        "`hovlets check` tells why files are not read"));
     const std::vector<NamedPicture> pictures = renderAll(renderer, keys);
-    const int status = pictures.size() == static_cast<size_t>(keys.size()) ? Clean : Findings;
+    const ExitStatus status = pictures.size() == static_cast<size_t>(keys.size())
+            ? ExitStatus::Clean
+            : ExitStatus::Findings;
     if (pictures.empty())
         return status;
     if (!options.output.empty())
@@ -154,7 +161,7 @@ int renderMany(const Options &options, PopupRenderer &renderer)
     return std::max(status, report(compare(pictures, expected, options.tolerance), options.format));
 }
 
-int run(Options &options)
+ExitStatus run(Options &options)
 {
     const bool many = options.all || !options.folder.empty() || !options.compare.empty();
     std::vector<std::string> paths = options.arguments;
@@ -171,11 +178,11 @@ int run(Options &options)
     PopupRenderer renderer(paths, options.look);
     for (const auto &[name, value] : propertiesOf(options.properties))
         renderer.setProperty(name, value);
-    const int status = many ? renderMany(options, renderer) : renderOne(options, renderer);
+    const ExitStatus status = many ? renderMany(options, renderer) : renderOne(options, renderer);
     const QStringList complaints = renderer.complaints();
     for (const QString &complaint : complaints)
-        std::fprintf(stderr, "hovlets: %s\n", qPrintable(complaint));
-    return complaints.isEmpty() ? status : Findings;
+        printError(complaint);
+    return complaints.isEmpty() ? status : ExitStatus::Findings;
 }
 
 } // namespace
@@ -227,3 +234,5 @@ void addRenderCommand(Program &program)
     command.add_option("--extra-path", options->look.extraPath, "The host's folder of components");
     addFormat(command, options->format, { "text", "json" });
 }
+
+} // namespace HovletsTool

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "CommandOptions.h"
 #include "Commands.h"
 #include "ContentIndex.h"
 #include "HostPaths.h"
+#include "Output.h"
 #include "Program.h"
 #include "Validators.h"
 #include "XmlDocument.h"
@@ -14,6 +16,8 @@
 #include <QtCore/QXmlStreamWriter>
 
 #include <memory>
+
+namespace HovletsTool {
 
 using namespace Hovlets;
 
@@ -113,17 +117,17 @@ QString xmlOf(const HVXmlElement &element)
     return text;
 }
 
-int run(const Options &options)
+ExitStatus run(const Options &options)
 {
     ContentIndex content(options.paths, contextOf(options));
     const Answer answer = find(content.manager(), options);
     if (!answer.entry) {
-        std::fprintf(stderr,
-                     "hovlets: no entry for \"%s\" in this locale or the fallback; "
-                     "`hovlets list` shows the keys there are, `hovlets check` why one is not "
-                     "served\n",
-                     options.key.c_str());
-        return Findings;
+        printError(
+                QStringLiteral("no entry for \"%1\" in this locale or the fallback; "
+                               "`hovlets list` shows the keys there are, `hovlets check` why one "
+                               "is not served")
+                        .arg(QString::fromLocal8Bit(options.key.c_str())));
+        return ExitStatus::Findings;
     }
     const HVContentTree tree(answer.entry, answer.root);
     const QString file = answer.entry->attribute(QStringLiteral("HVLocation"));
@@ -137,14 +141,14 @@ int run(const Options &options)
                     { QStringLiteral("answeredBy"), answer.by },
                     { QStringLiteral("componentPaths"), QJsonArray::fromStringList(paths) },
                     { QStringLiteral("xml"), xml } });
-        return Clean;
+        return ExitStatus::Clean;
     }
     printText(
             QStringLiteral("%1:%2\nanswered by: %3\n").arg(file, QString::number(line), answer.by));
     for (const QString &path : paths)
         printText(QStringLiteral("component path: %1\n").arg(path));
     printText(xml.trimmed() + QLatin1Char('\n'));
-    return Clean;
+    return ExitStatus::Clean;
 }
 
 } // namespace
@@ -168,3 +172,5 @@ void addShowCommand(Program &program)
     command.add_option("--extra-path", options->extraPath, "The host's folder of components");
     addFormat(command, options->format, { "text", "json" });
 }
+
+} // namespace HovletsTool

@@ -2,10 +2,13 @@
 #include "Validators.h"
 
 #include "ControlFile.h"
+#include "KnownLocale.h"
 
 #include <QtCore/QString>
 
 #include <optional>
+
+namespace HovletsTool {
 
 namespace {
 
@@ -52,3 +55,5 @@ CLI::Validator between(double lowest, double highest)
     };
     return { complaint, {} };
 }
+
+} // namespace HovletsTool

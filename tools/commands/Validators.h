@@ -3,6 +3,8 @@
 
 #include <CLI/CLI.hpp>
 
+namespace HovletsTool {
+
 // What the value of an option is to be; each refuses other values with what to write instead.
 
 /// A locale that the library would not take for another one.
@@ -13,3 +15,5 @@ CLI::Validator zeroOrMore();
 
 /// A number from \a lowest to \a highest, both included.
 CLI::Validator between(double lowest, double highest);
+
+} // namespace HovletsTool

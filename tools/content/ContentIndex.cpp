@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ContentIndex.h"
 
-#include "Program.h"
+#include "ToolError.h"
 
 #include <HVPackageFiles.h>
 
@@ -9,6 +9,8 @@
 #include <QtCore/QDir>
 
 #include <algorithm>
+
+namespace HovletsTool {
 
 using Hovlets::HVControlFiles;
 
@@ -58,3 +60,5 @@ void ContentIndex::addPath(const QString &path)
     m_packages += Hovlets::packagesIn(QDir(info.filePath()), QStringLiteral("*.hovlets"));
     m_manager.loadDataPath({ info.filePath() });
 }
+
+} // namespace HovletsTool

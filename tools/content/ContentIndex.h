@@ -12,6 +12,8 @@
 #include <string>
 #include <vector>
 
+namespace HovletsTool {
+
 /*!
  * \brief The content of the given paths as a host would see it: read by the library itself, which
  * therefore cannot disagree with what is told about it here.
@@ -54,3 +56,5 @@ private:
     Hovlets::HVManager m_manager;
     QList<QFileInfo> m_packages;
 };
+
+} // namespace HovletsTool

@@ -6,6 +6,8 @@
 #include <QtCore/QHash>
 #include <QtCore/QLocale>
 
+namespace HovletsTool {
+
 /// A control file that the library serves, with what it says of itself.
 class ControlFile
 {
@@ -44,5 +46,4 @@ private:
     QHash<QString, int> m_uses; // of each key
 };
 
-/// Whether the name means a locale to the library; of others it takes parts, or none.
-bool isKnownLocale(const QString &name);
+} // namespace HovletsTool

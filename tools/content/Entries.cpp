@@ -8,6 +8,8 @@
 #include <limits>
 #include <tuple>
 
+namespace HovletsTool {
+
 namespace {
 
 std::vector<Entry> entriesIn(const ContentIndex &content, const QString &file)
@@ -47,3 +49,5 @@ std::vector<Entry> entriesOf(const ContentIndex &content)
     });
     return entries;
 }
+
+} // namespace HovletsTool

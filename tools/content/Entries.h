@@ -5,6 +5,8 @@
 
 #include <vector>
 
+namespace HovletsTool {
+
 class ContentIndex;
 
 /// An entry as it is written, whether it is served or not.
@@ -17,3 +19,5 @@ struct Entry
 
 /// By package, locale, file and line.
 std::vector<Entry> entriesOf(const ContentIndex &content);
+
+} // namespace HovletsTool

@@ -3,6 +3,8 @@
 
 #include <cstring>
 
+namespace HovletsTool {
+
 namespace {
 
 /// Walks through a start tag; a value may hold ">" and what looks like other attributes.
@@ -75,3 +77,5 @@ std::optional<AttributePlace> findAttribute(const QByteArray &bytes, int offset,
         reader.skip(1);
     }
 }
+
+} // namespace HovletsTool

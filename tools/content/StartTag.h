@@ -5,6 +5,8 @@
 
 #include <optional>
 
+namespace HovletsTool {
+
 /// Where an attribute stands in the bytes of a file.
 struct AttributePlace
 {
@@ -16,3 +18,5 @@ struct AttributePlace
 /// The attribute \a name of the start tag whose "<" is at \a offset, when the tag spells it out.
 std::optional<AttributePlace> findAttribute(const QByteArray &bytes, int offset,
                                             const QByteArray &name);
+
+} // namespace HovletsTool

@@ -2,7 +2,8 @@
 #include "UiTexts.h"
 
 #include "ControlFile.h"
-#include "Program.h"
+#include "KnownLocale.h"
+#include "ToolError.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QLocale>
@@ -11,6 +12,8 @@
 #include <QtGui/QTextDocumentFragment>
 
 #include <algorithm>
+
+namespace HovletsTool {
 
 namespace {
 
@@ -163,7 +166,7 @@ UiTranslation::UiTranslation(const QString &path)
             const bool isFinished = !reader.attributes().hasAttribute(QLatin1String("type"));
             const QString text = reader.readElementText(QXmlStreamReader::IncludeChildElements);
             if (isFinished && !text.isEmpty())
-                m_texts.insert({ context, source }, text);
+                m_texts[{ context, source }] = text;
         }
     }
     refuseMistakes(reader, file);
@@ -180,19 +183,21 @@ UiTranslation::UiTranslation(const QString &path)
 
 void UiTranslation::add(const UiTranslation &other)
 {
-    QHash<QPair<QString, QString>, QString> texts = other.m_texts;
-    texts.insert(m_texts);
-    m_texts = texts;
+    m_texts.insert(other.m_texts.begin(), other.m_texts.end()); // which keeps its own
 }
 
 QString UiTranslation::translate(const QString &context, const QString &text) const
 {
-    return m_texts.value({ context, text }, text);
+    const auto found = m_texts.find({ context, text });
+    return found == m_texts.end() ? text : found->second;
 }
 
 bool UiTranslation::hasAny(const UiEntry &entry) const
 {
-    return m_texts.contains({ entry.context, entry.toolTip })
-            || m_texts.contains({ entry.context, entry.statusTip })
-            || m_texts.contains({ entry.context, entry.whatsThis });
+    const auto has = [&](const QString &text) {
+        return m_texts.count({ entry.context, text }) > 0;
+    };
+    return has(entry.toolTip) || has(entry.statusTip) || has(entry.whatsThis);
 }
+
+} // namespace HovletsTool

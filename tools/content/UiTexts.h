@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <QtCore/QHash>
-#include <QtCore/QPair>
 #include <QtCore/QString>
 
+#include <map>
+#include <tuple>
 #include <vector>
+
+namespace HovletsTool {
 
 /// What a Qt Designer file says of one widget or action.
 struct UiEntry
@@ -45,6 +47,18 @@ public:
     bool hasAny(const UiEntry &entry) const;
 
 private:
+    struct Source
+    {
+        QString context, text;
+
+        bool operator<(const Source &other) const
+        {
+            return std::tie(context, text) < std::tie(other.context, other.text);
+        }
+    };
+
     QString m_locale;
-    QHash<QPair<QString, QString>, QString> m_texts; // by context and source text
+    std::map<Source, QString> m_texts;
 };
+
+} // namespace HovletsTool

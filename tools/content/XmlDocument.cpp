@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "XmlDocument.h"
 
-#include "Program.h"
 #include "StartTag.h"
+#include "ToolError.h"
 
 #include <QtCore/QFile>
 
@@ -12,6 +12,8 @@
 
 #include <algorithm>
 #include <memory>
+
+namespace HovletsTool {
 
 namespace {
 
@@ -48,7 +50,7 @@ struct XmlHandlers
         element.offset =
                 std::max(0, static_cast<int>(document.m_bytes.lastIndexOf('<', consumed - 1)));
         for (; attributes && attributes[0]; attributes += 2)
-            element.attributes.emplace_back(fromXml(attributes[0]), fromXml(attributes[1]));
+            element.attributes.push_back({ fromXml(attributes[0]), fromXml(attributes[1]) });
         endText(document, element.offset, consumed);
         document.m_open.push_back(document.m_elements.size());
         document.m_elements.push_back(std::move(element));
@@ -118,14 +120,14 @@ struct XmlHandlers
 bool XmlDocument::Element::has(const QString &attribute) const
 {
     return std::any_of(attributes.begin(), attributes.end(),
-                       [&](const auto &pair) { return pair.first == attribute; });
+                       [&](const Attribute &each) { return each.name == attribute; });
 }
 
 QString XmlDocument::Element::value(const QString &attribute) const
 {
-    for (const auto &pair : attributes) {
-        if (pair.first == attribute)
-            return pair.second;
+    for (const Attribute &each : attributes) {
+        if (each.name == attribute)
+            return each.value;
     }
     return {};
 }
@@ -199,3 +201,5 @@ Position XmlDocument::position(const Element &element, const QString &attribute)
     const auto place = findAttribute(m_bytes, element.offset, attribute.toUtf8());
     return position(place ? place->name : element.offset);
 }
+
+} // namespace HovletsTool

@@ -2,10 +2,11 @@
 #pragma once
 
 #include <QtCore/QByteArray>
-#include <QtCore/QPair>
 #include <QtCore/QString>
 
 #include <vector>
+
+namespace HovletsTool {
 
 /// Where something stands in a file; both count from 1.
 struct Position
@@ -27,12 +28,18 @@ public:
         int begin, end;
     };
 
+    struct Attribute
+    {
+        QString name;
+        QString value;
+    };
+
     struct Element
     {
         QString name;
         int level = 0; // the root's is 0
         int offset = 0; // of its "<", in bytes
-        std::vector<QPair<QString, QString>> attributes;
+        std::vector<Attribute> attributes;
         QString text; // directly in it
         std::vector<Range> textRanges; // where that is written
 
@@ -71,3 +78,5 @@ private:
     QString m_error;
     Position m_errorPosition;
 };
+
+} // namespace HovletsTool

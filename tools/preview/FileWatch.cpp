@@ -4,6 +4,8 @@
 #include <QtCore/QDirIterator>
 #include <QtCore/QSet>
 
+namespace HovletsTool {
+
 namespace {
 
 constexpr int Rest = 150; // ms; editors write a file in several steps
@@ -69,3 +71,5 @@ void FileWatch::compare()
     watch(m_folders);
     Q_EMIT changed();
 }
+
+} // namespace HovletsTool

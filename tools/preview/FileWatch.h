@@ -6,6 +6,8 @@
 #include <QtCore/QHash>
 #include <QtCore/QTimer>
 
+namespace HovletsTool {
+
 /*!
  * \brief Tells when something in folders has changed: once, when the writing has come to rest.
  */
@@ -45,3 +47,5 @@ private:
     QFileSystemWatcher m_watcher;
     QTimer m_rest;
 };
+
+} // namespace HovletsTool

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "PreviewContent.h"
 
-#include "Program.h"
+#include "ToolError.h"
 
 #include <utility>
+
+namespace HovletsTool {
 
 using namespace Hovlets;
 
@@ -41,7 +43,7 @@ void PreviewContent::load(const CheckOptions &options, const PopupLook &look)
         m_entries = entriesOf(*m_content);
     } catch (const ToolError &error) {
         m_content.reset();
-        m_error = QString::fromUtf8(error.what());
+        m_error = error.message();
     }
 }
 
@@ -52,7 +54,7 @@ void PreviewContent::check(const CheckOptions &options)
     try {
         m_findings = checkContent(options).sorted();
     } catch (const ToolError &error) {
-        m_error = QString::fromUtf8(error.what());
+        m_error = error.message();
     }
     for (const Finding &finding : std::as_const(m_findings)) {
         for (const Entry &entry : m_entries) {
@@ -96,3 +98,5 @@ QStringList PreviewContent::packagesOf(const QString &key) const
     }
     return sorted(packages);
 }
+
+} // namespace HovletsTool

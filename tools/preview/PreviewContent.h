@@ -11,6 +11,8 @@
 
 #include <memory>
 
+namespace HovletsTool {
+
 /*!
  * \brief What the preview shows: the content of the paths, and what is found in it.
  *
@@ -54,3 +56,5 @@ private:
     QHash<QString, QList<Finding>> m_findingsByKey;
     QString m_error;
 };
+
+} // namespace HovletsTool

@@ -11,6 +11,8 @@
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QVBoxLayout>
 
+namespace HovletsTool {
+
 using namespace Hovlets;
 
 namespace {
@@ -68,3 +70,5 @@ HVView *PreviewPopup::view() const
 {
     return m_popup ? m_popup->view() : nullptr;
 }
+
+} // namespace HovletsTool

@@ -11,6 +11,8 @@ class HVView;
 class HVWidget;
 } // namespace Hovlets
 
+namespace HovletsTool {
+
 /*!
  * \brief A popup inside a window, alive: its clip plays, its links open, it scrolls.
  */
@@ -39,3 +41,5 @@ public:
 private:
     QPointer<Hovlets::HVWidget> m_popup;
 };
+
+} // namespace HovletsTool

@@ -26,6 +26,8 @@
 
 #include <algorithm>
 
+namespace HovletsTool {
+
 namespace {
 
 enum Column { KeyColumn, PackageColumn, FindingColumn };
@@ -408,3 +410,5 @@ void PreviewWindow::countFindings()
         item->setText(FindingColumn, count > 0 ? QString::number(count) : QString());
     }
 }
+
+} // namespace HovletsTool

@@ -2,12 +2,11 @@
 #pragma once
 
 #include "PreviewContent.h"
+#include "Property.h"
 
 #include <QtQml/QQmlError>
 #include <QtWidgets/QMainWindow>
 
-class FileWatch;
-class PreviewPopup;
 class QCheckBox;
 class QComboBox;
 class QLabel;
@@ -16,11 +15,16 @@ class QTabWidget;
 class QTreeWidget;
 class QTreeWidgetItem;
 
+namespace HovletsTool {
+
+class FileWatch;
+class PreviewPopup;
+
 struct PreviewOptions
 {
     CheckOptions check;
     PopupLook look;
-    std::vector<QPair<QString, QString>> properties; // what placeholders stand for
+    std::vector<Property> properties;
 };
 
 /*!
@@ -77,3 +81,5 @@ private:
     QTreeWidget *m_ofEntry = nullptr;
     QTreeWidget *m_all = nullptr;
 };
+
+} // namespace HovletsTool

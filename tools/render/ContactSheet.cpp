@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace HovletsTool {
+
 namespace {
 
 constexpr int Gap = 16; // pixels
@@ -31,7 +33,7 @@ std::vector<Column> columnsOf(const std::vector<NamedPicture> &pictures, int nam
         Column &column = *std::min_element(
                 columns.begin(), columns.end(),
                 [](const Column &a, const Column &b) { return a.height < b.height; });
-        const QImage &picture = pictures[index].second;
+        const QImage &picture = pictures[index].picture;
         column.width = std::max(column.width, picture.width());
         column.height += nameHeight + picture.height() + Gap;
         column.pictures.push_back(index);
@@ -73,3 +75,5 @@ QImage contactSheet(const std::vector<NamedPicture> &pictures)
     }
     return sheet;
 }
+
+} // namespace HovletsTool

@@ -1,13 +1,20 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <QtCore/QPair>
 #include <QtCore/QString>
 #include <QtGui/QImage>
 
 #include <vector>
 
-using NamedPicture = QPair<QString, QImage>;
+namespace HovletsTool {
+
+struct NamedPicture
+{
+    QString name;
+    QImage picture;
+};
 
 /// All pictures on one sheet in columns, each below its name.
 QImage contactSheet(const std::vector<NamedPicture> &pictures);
+
+} // namespace HovletsTool

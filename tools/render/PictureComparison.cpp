@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "PictureComparison.h"
 
-#include "Program.h"
+#include "ToolError.h"
 
 #include <Magick++.h>
 
 #include <QtCore/QFile>
 
 #include <limits>
+
+namespace HovletsTool {
 
 namespace {
 
@@ -36,3 +38,5 @@ double pictureDifference(const QString &expected, const QString &actual)
     const double pixels = first.compare(second, Magick::AbsoluteErrorMetric);
     return pixels / static_cast<double>(first.columns() * first.rows());
 }
+
+} // namespace HovletsTool

@@ -5,6 +5,8 @@
 
 #include <QtCore/QStringList>
 
+namespace HovletsTool {
+
 /*!
  * \brief A host without an application, which keeps what its popups complain about.
  */
@@ -31,3 +33,5 @@ public:
 private:
     QStringList m_complaints;
 };
+
+} // namespace HovletsTool

@@ -9,6 +9,8 @@
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QToolTip>
 
+namespace HovletsTool {
+
 using namespace Hovlets;
 
 namespace {
@@ -66,3 +68,5 @@ HVContext contextFor(const PopupLook &look)
         context.set(HVKeyExtraComponentPath, folder);
     return context;
 }
+
+} // namespace HovletsTool

@@ -5,6 +5,8 @@
 
 #include <string>
 
+namespace HovletsTool {
+
 /// How a popup is to look, and what of the host goes into it.
 struct PopupLook
 {
@@ -23,3 +25,5 @@ void applyLook(const PopupLook &look);
 /// What a host that looks like this would have set. Popups stay until they are told to go. Throws a
 /// ToolError when the file or the folder cannot be read.
 HVContext contextFor(const PopupLook &look);
+
+} // namespace HovletsTool

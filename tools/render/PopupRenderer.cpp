@@ -2,7 +2,7 @@
 #include "PopupRenderer.h"
 
 #include "PopupHost.h"
-#include "Program.h"
+#include "ToolError.h"
 
 #include <HVVideoComponent.h>
 #include <HVView.h>
@@ -14,6 +14,8 @@
 #include <QtQuick/QQuickItem>
 
 #include <algorithm>
+
+namespace HovletsTool {
 
 using namespace Hovlets;
 
@@ -109,3 +111,5 @@ QStringList PopupRenderer::complaints() const
 {
     return m_host->complaints();
 }
+
+} // namespace HovletsTool

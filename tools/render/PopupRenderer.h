@@ -12,6 +12,8 @@
 #include <string>
 #include <vector>
 
+namespace HovletsTool {
+
 class PopupHost;
 
 /*!
@@ -42,3 +44,5 @@ private:
     std::unique_ptr<PopupHost> m_host;
     std::unique_ptr<ContentIndex> m_content;
 };
+
+} // namespace HovletsTool

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HostPaths.h"
 
-#include "Program.h"
+#include "ToolError.h"
 
 #include <QtCore/QFileInfo>
+
+namespace HovletsTool {
 
 QString extraPath(const std::string &name)
 {
@@ -26,3 +28,5 @@ QString keyDataFile(const std::string &name)
                                 .arg(path));
     return path;
 }
+
+} // namespace HovletsTool

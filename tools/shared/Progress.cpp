@@ -5,6 +5,8 @@
 
 #include <cstdio>
 
+namespace HovletsTool {
+
 Progress::Progress(const QString &work, int steps, bool isWanted)
     : m_work(work)
     , m_steps(steps)
@@ -24,3 +26,5 @@ void Progress::step()
     if (m_isShown)
         std::fprintf(stderr, "\r\033[K%s %d of %d", qPrintable(m_work), m_done, m_steps);
 }
+
+} // namespace HovletsTool

@@ -3,6 +3,8 @@
 
 #include <QtCore/QString>
 
+namespace HovletsTool {
+
 /// Shows on a terminal how far some longer work is; elsewhere it is silent.
 class Progress
 {
@@ -21,3 +23,5 @@ private:
     int m_done = 0;
     bool m_isShown;
 };
+
+} // namespace HovletsTool
