@@ -148,6 +148,7 @@ void tst_Docs::shouldHaveARuleForEveryBlock()
         { QStringLiteral("qml"), { QStringLiteral("-"), QStringLiteral("part") } },
         { QStringLiteral("json"), { QStringLiteral("-") } },
         { QStringLiteral("cmake"), { QStringLiteral("-") } },
+        { QStringLiteral("python"), { QStringLiteral("-") } },
         { QStringLiteral("sh"), { QStringLiteral("-") } },
         { QStringLiteral("text"), { QStringLiteral("-") } },
     };
