@@ -48,6 +48,7 @@ int main(int argc, char **argv)
     registerLookUpBenchmarks(comparisons);
     registerStartUpBenchmarks(comparisons);
     registerShowBenchmarks(comparisons);
+    registerPointerBenchmarks(comparisons);
     registerVideoBenchmarks(comparisons);
     benchmark::RunSpecifiedBenchmarks(&comparisons);
     comparisons.printTable();

@@ -9,6 +9,8 @@
 
 using namespace Hovlets;
 
+Q_DECLARE_METATYPE(Hovlets::HVPinnedState)
+
 namespace {
 
 QVector<HVPinnedState> somePopups()
