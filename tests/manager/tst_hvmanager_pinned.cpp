@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HoverScene.h"
 #include "TestMain.h"
+#include "TranslationFile.h"
 #include "Text.h"
 
 #include <QtQml/QQmlContext>
@@ -43,6 +44,22 @@ class tst_HVManagerPinned : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void shouldTranslateEachPopupByItsOwnPackage()
+    {
+        HoverScene scene;
+        scene.packages.add(text("Scene.hovlets/l10n/Hovlets_de_DE.qm"),
+                           translationFile("Menu", "Open", text("Aufmachen")));
+        scene.packages.addPackage(text("Other"), { text("c") });
+        scene.context().set(HVKeyLocale, text("de_DE"));
+        QVERIFY(scene.show(text("a")));
+        const QPointer<HVWidget> pinned = scene.pin();
+        QVERIFY(scene.show(text("c")));
+        QCOMPARE(scene.view()->translate(text("Open"), text("Menu")), text("Open"));
+        QCOMPARE(pinned->view()->translate(text("Open"), text("Menu")), text("Aufmachen"));
+        QCOMPARE(scene.view()->translate(text("Open"), text("Menu")), text("Open"));
+        delete pinned;
+    }
+
     void shouldPinTheCurrentPopupAlone()
     {
         HoverScene scene;

@@ -92,7 +92,7 @@ public:
             if (HVXmlElement *element = served.entry(entry.key)) {
                 m_view.setContent(element);
                 check(entry);
-                m_view.takeContentTree().release();
+                m_view.setContent(nullptr);
             }
             progress.step();
         }

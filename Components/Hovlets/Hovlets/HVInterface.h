@@ -3,6 +3,7 @@
 
 #include "HVContext.h"
 #include "HVExport.h"
+#include "HVHostTypes.h"
 
 #include <QtCore/QObject>
 #include <QtCore/QString>
@@ -18,30 +19,6 @@ class QWidget;
 namespace Hovlets {
 
 class HVIndex;
-
-/// Severity of a message; a higher value is less severe.
-enum HVMessageType : int {
-    HVMessageError = 100,
-    HVMessageWarning = 200,
-    HVMessageInformation = 300,
-    HVMessageDebug = 400
-};
-
-/// What kind of window HVInterface::createWindow() is asked for.
-enum HVWindowType : int {
-    /// A container for a popup that the user has pinned.
-    HVReservedWindow = 1
-};
-
-/// What HVInterface::openExternalResource() is asked to open.
-enum HVExternalResourceType : int {
-    /// A documentation topic: neither an address with a scheme nor a path.
-    HVDocumentationResource = 1,
-    /// An address with a scheme, such as a web page.
-    HVUrlResource = 2,
-    /// A path: it contains "/" and is no address with a scheme.
-    HVFileResource = 3
-};
 
 /*!
  * \brief The one class that a host derives from; creating it starts the library.

@@ -21,6 +21,7 @@ class QWidget;
 
 namespace Hovlets {
 
+class HVPopupServices;
 class HVWidget;
 class HVXmlElement;
 
@@ -226,8 +227,9 @@ protected:
     void initializeTooltipWindow(QWidget *parent);
 
 private:
+    friend HVPopupServices *popupServicesOf(HVManager *manager);
+
     void inform(const QString &message);
-    bool mayShow() const; // as far as the settings go
 
     class Private;
     std::unique_ptr<Private> d;

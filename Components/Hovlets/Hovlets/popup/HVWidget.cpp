@@ -1,28 +1,23 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVWidget.h"
 
-#include "HVContentTree.h"
 #include "HVContext.h"
-#include "HVManager.h"
 #include "HVPinning.h"
+#include "HVPopupServices.h"
+#include "HVSettings.h"
+#include "HVShowScope.h"
 #include "HVView.h"
 
-#include <QtCore/QDir>
 #include <QtCore/QEvent>
-#include <QtCore/QFileInfo>
 #include <QtCore/QPointer>
 #include <QtCore/QPropertyAnimation>
-#include <QtCore/QSignalBlocker>
 #include <QtCore/QTimer>
-#include <QtCore/QVector>
 #include <QtGui/QCursor>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QPaintEvent>
 #include <QtGui/QPainter>
 #include <QtGui/QScreen>
 #include <QtGui/QWindow>
-#include <QtQml/QQmlContext>
-#include <QtQml/QQmlEngine>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLayout>
 #include <QtWidgets/QToolTip>
@@ -38,16 +33,16 @@ constexpr qreal FadeStart = 0.1;
 class HVWidget::Private
 {
 public:
-    QVariant setting(contextKey key, const QVariant &defaultValue) const
+    QVariant setting(contextKey key) const
     {
-        return manager ? std::as_const(*manager).context().get(key, defaultValue) : defaultValue;
+        return services ? services->settings().get(key) : defaultOf(key);
     }
 
     QPointer<HVView> view;
     QPointer<QWidget> referenceWidget;
     QPropertyAnimation *opacityAnimation = nullptr; // child
     QTimer *hideTimer = nullptr; // child
-    QPointer<HVManager> manager;
+    QPointer<HVPopupServices> services; // null once the manager is gone
     bool pinned = false;
 };
 
@@ -55,13 +50,13 @@ HVWidget::HVWidget(HVManager *manager, QWidget *parent, QWidget *referenceWidget
     : QWidget(parent)
     , d(std::make_unique<Private>())
 {
-    d->manager = manager;
+    d->services = popupServicesOf(manager);
     d->referenceWidget = referenceWidget;
     d->opacityAnimation = new QPropertyAnimation(this, "windowOpacity", this);
     d->hideTimer = new QTimer(this);
     d->hideTimer->setSingleShot(true);
     setAttribute(Qt::WA_ShowWithoutActivating);
-    if (!d->setting(HVKeyPopupIsWindow, false).toBool())
+    if (!d->setting(HVKeyPopupIsWindow).toBool())
         setWindowFlags(Qt::ToolTip);
     connect(d->hideTimer, &QTimer::timeout, this, &HVWidget::hideAnimated);
 }
@@ -94,7 +89,7 @@ HVView *HVWidget::view() const
 
 HVManager *HVWidget::manager() const
 {
-    return d->manager;
+    return d->services ? d->services->manager() : nullptr;
 }
 
 QWidget *HVWidget::referenceWidget() const
@@ -107,37 +102,16 @@ void HVWidget::showWithContent(QObject *reference, const QPoint &pos, HVXmlEleme
 {
     if (!content || !d->view)
         return;
+    const HVShowScope showing;
+    const QPointer<HVWidget> self(this);
     d->referenceWidget =
             reference && reference->isWidgetType() ? static_cast<QWidget *>(reference) : nullptr;
-    d->view->setPackageRoot(QDir(rootPath));
-    // Deleted on return, when the QML has the new content to look at.
-    HVContentTree replaced;
-    if (d->view->content() != content)
-        replaced = d->view->takeContentTree();
-    d->view->setContent(content);
-    const QFileInfo ui(d->view->uiRootFilePath());
     move(pos);
     if (isVisible())
         reposition();
-
-    d->view->refreshTheme();
-    QQmlContext *context = d->view->engine()->rootContext();
-    const QVector<QQmlContext::PropertyPair> properties {
-        { QStringLiteral("hovlet"), QVariant::fromValue<QObject *>(content) },
-        { QStringLiteral("dataLocation"), rootPath },
-        { QStringLiteral("hovletView"), QVariant::fromValue<QObject *>(d->view) },
-    };
-    {
-        // Each property has the bindings run when it is set. All three are in place before the
-        // first runs, so that none sees the new content with the old folder.
-        const QSignalBlocker silent(context);
-        context->setContextProperties(properties);
-    }
-    context->setContextProperties(properties);
-    d->view->loadQML(ui.absoluteFilePath());
-    // QML that runs already resizes its view with the next turn of the event loop, after a frame
-    // at the old size and a place chosen by it.
-    d->view->resize(d->view->sizeHint());
+    d->view->showContent(content, rootPath);
+    if (!self || !d->view || d->view->content() != content)
+        return; // the host's code has shown something else, or closed the popup
     // A countdown that began on the way from the last control must not hide this one's popup.
     if (isVisible() && isSafe(QCursor::pos()))
         d->hideTimer->stop();
@@ -155,7 +129,7 @@ void HVWidget::showAnimated()
         create();
         windowHandle()->setTransientParent(d->referenceWidget->window()->windowHandle());
     }
-    const int duration = d->setting(HVKeyShowFadeDuration, 0).toInt();
+    const int duration = d->setting(HVKeyShowFadeDuration).toInt();
     if (duration <= 0) {
         setWindowOpacity(1.0);
         show();
@@ -174,7 +148,7 @@ void HVWidget::hideAnimated()
 {
     if (!isVisible() || d->opacityAnimation->state() != QAbstractAnimation::Stopped)
         return;
-    const int duration = d->setting(HVKeyHideFadeDuration, 300).toInt();
+    const int duration = d->setting(HVKeyHideFadeDuration).toInt();
     if (duration <= 0) {
         hideAnimationFinished();
         return;
@@ -240,7 +214,7 @@ void HVWidget::setTimer()
     if (d->pinned || (d->view && d->view->stayOpen()))
         return;
     constexpr float Longest = 1e9F; // 11 days; an int holds it
-    const float delay = d->setting(HVKeyHideDelay, 3000).toFloat();
+    const float delay = d->setting(HVKeyHideDelay).toFloat();
     if (delay > 0)
         d->hideTimer->start(static_cast<int>(qMin(delay, Longest)));
 }
@@ -257,7 +231,7 @@ bool HVWidget::isSafe(const QPoint &pos) const
 {
     if (d->referenceWidget && QApplication::widgetAt(pos) == d->referenceWidget)
         return true;
-    const QSize margin = d->setting(HVKeySafeMargin, QSize(20, 20)).toSize();
+    const QSize margin = d->setting(HVKeySafeMargin).toSize();
     return QRect(mapToGlobal(QPoint(0, 0)), frameGeometry().size())
             .adjusted(-margin.width(), -margin.height(), margin.width(), margin.height())
             .contains(pos);
@@ -331,7 +305,8 @@ void HVWidget::contentResized()
 void HVWidget::contentReservedChanged()
 {
     QWidget *container = nullptr;
-    if (!d->view || !d->view->reserved() || !d->manager || !d->manager->reserve(this, container))
+    if (!d->view || !d->view->reserved() || !d->services
+        || !d->services->reservePopup(this, container))
         return;
     d->opacityAnimation->stop();
     setWindowOpacity(1.0);

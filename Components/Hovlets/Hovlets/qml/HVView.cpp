@@ -1,41 +1,60 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVView.h"
 
+#include "HVContentLocale.h"
+#include "HVContentTranslator.h"
 #include "HVContentTree.h"
 #include "HVIndex.h"
-#include "HVInterface.h"
-#include "HVManager.h"
+#include "HVSettings.h"
+#include "HVShowScope.h"
 #include "HVToolTipTheme.h"
+#include "HVViewServices.h"
 
 #include <QtCore/QEvent>
 #include <QtCore/QFileInfo>
 #include <QtCore/QPointer>
 #include <QtCore/QScopedValueRollback>
+#include <QtCore/QSignalBlocker>
 #include <QtCore/QUrl>
+#include <QtCore/QVector>
 #include <QtGui/QGuiApplication>
 #include <QtQml/QQmlContext>
 #include <QtQml/QQmlEngine>
 #include <QtQuick/QQuickItem>
 #include <QtWidgets/QApplication>
 
+#include <utility>
+
 namespace Hovlets {
 
 class HVView::Private
 {
 public:
+    explicit Private(HVViewServices *services)
+        : services(services)
+        , translator(services ? services->owner() : nullptr)
+    {
+    }
+
     void debug(const QString &message) const
     {
-        if (manager)
-            manager->handleMessage(HVMessageDebug, message);
+        if (services)
+            services->sendMessage(HVMessageDebug, message);
+    }
+
+    QVariant setting(contextKey key) const
+    {
+        return services ? services->settings().get(key) : defaultOf(key);
     }
 
     QVariant setting(contextKey key, const QVariant &defaultValue) const
     {
-        return manager ? std::as_const(*manager).context().get(key, defaultValue) : defaultValue;
+        return services ? services->settings().get(key, defaultValue) : defaultValue;
     }
 
-    QPointer<HVManager> manager;
+    QPointer<HVViewServices> services; // null once the manager is gone
     HVContentTree content;
+    HVContentTranslator translator;
     HVToolTipTheme *theme = nullptr; // child of the view
     QString packageRoot;
     bool stayOpen = false;
@@ -68,9 +87,8 @@ QString errorMessage(const QString &title, const QQmlError &error)
 
 HVView::HVView(HVManager *manager, QWidget *parent)
     : QQuickWidget(parent)
-    , d(std::make_unique<Private>())
+    , d(std::make_unique<Private>(viewServicesOf(manager)))
 {
-    d->manager = manager;
     d->theme = new HVToolTipTheme(this);
     connect(engine(), &QQmlEngine::warnings, this, &HVView::handleWarnings);
     engine()->rootContext()->setContextProperty(QStringLiteral("hovletTheme"), d->theme);
@@ -102,13 +120,43 @@ void HVView::setContent(HVXmlElement *element)
 
 void HVView::setContentTree(HVContentTree tree)
 {
-    d->content.release();
-    d->content = std::move(tree);
+    HVShowScope::retire(std::exchange(d->content, std::move(tree)));
 }
 
-HVContentTree HVView::takeContentTree()
+void HVView::showContent(HVXmlElement *content, const QString &rootPath)
 {
-    return std::move(d->content);
+    const HVShowScope showing;
+    const QPointer<HVView> self(this);
+    setPackageRoot(QDir(rootPath));
+    if (d->content.entry() != content)
+        setContentTree(HVContentTree(content));
+    const QFileInfo ui(uiRootFilePath());
+    refreshTheme();
+    exposeContent(rootPath);
+    if (!self || d->content.entry() != content)
+        return; // the host's code has shown something else, or closed the popup
+    loadQML(ui.absoluteFilePath());
+    // QML that runs already resizes its view with the next turn of the event loop, after a frame
+    // at the old size and a place chosen by it.
+    if (self)
+        resize(sizeHint());
+}
+
+/// Hands the content to QML. Setting each property runs the bindings on it, and all three are in
+/// place before the first binding runs: none sees the new content with the old folder.
+void HVView::exposeContent(const QString &rootPath)
+{
+    QQmlContext *context = engine()->rootContext();
+    const QVector<QQmlContext::PropertyPair> properties {
+        { QStringLiteral("hovlet"), QVariant::fromValue<QObject *>(d->content.entry()) },
+        { QStringLiteral("dataLocation"), rootPath },
+        { QStringLiteral("hovletView"), QVariant::fromValue<QObject *>(this) },
+    };
+    {
+        const QSignalBlocker silent(context);
+        context->setContextProperties(properties);
+    }
+    context->setContextProperties(properties);
 }
 
 QDir HVView::packageRoot() const
@@ -163,12 +211,12 @@ bool HVView::documentationAvailable() const
 
 QString HVView::uiRootFilePath() const
 {
-    if (d->setting(HVKeySimpleMode, false).toBool()) {
+    if (d->setting(HVKeySimpleMode).toBool()) {
         return findComponent(QStringLiteral("simple"), HVKeySimpleUiFile,
-                             QStringLiteral("ui/SimpleTooltip.qml"), QString());
+                             defaultOf(HVKeySimpleUiFile).toString(), QString());
     }
-    return findComponent(QStringLiteral("ui"), HVKeyRichUiFile, QStringLiteral("ui/HovletsUI.qml"),
-                         QString());
+    return findComponent(QStringLiteral("ui"), HVKeyRichUiFile,
+                         defaultOf(HVKeyRichUiFile).toString(), QString());
 }
 
 QString HVView::categoryPath(const QString &attribute, const QString &fallback,
@@ -189,10 +237,10 @@ QString HVView::findComponent(const QString &attribute, contextKey key, const QS
                               const QString &relativePath) const
 {
     const QString category = categoryPath(attribute, fallback, key);
-    if (!d->manager || !content())
+    if (!d->services || !content())
         return category;
     const QStringList candidates =
-            d->manager->index()->componentPathsForElement(content(), category);
+            d->services->contentIndex().componentPathsForElement(content(), category);
     for (const QString &candidate : candidates) {
         const QFileInfo file(relativePath.isEmpty()
                                      ? candidate
@@ -205,7 +253,7 @@ QString HVView::findComponent(const QString &attribute, contextKey key, const QS
 
 QString HVView::resourceDirectoryPath() const
 {
-    return categoryPath(QStringLiteral("resource"), QStringLiteral("Resources"),
+    return categoryPath(QStringLiteral("resource"), defaultOf(HVKeyResourceFolder).toString(),
                         HVKeyResourceFolder);
 }
 
@@ -227,12 +275,12 @@ void HVView::debugLog(const QString &msg)
 
 bool HVView::openExternalResource(const QString &resourceLocator)
 {
-    return d->manager && d->manager->openExternalResource(resourceLocator);
+    return d->services && d->services->openResource(resourceLocator);
 }
 
 QString HVView::interpolate(const QString &string)
 {
-    return d->manager ? d->manager->interpolate(string) : string;
+    return d->services ? d->services->interpolated(string) : string;
 }
 
 void HVView::setOverrideCursor(const QString &shape)
@@ -247,14 +295,24 @@ void HVView::restoreOverrideCursor()
 
 QString HVView::translate(const QString &string, const QString &context)
 {
-    HVInterface *host = d->manager ? d->manager->interface() : nullptr;
-    return host ? host->translateString(string, context) : string;
+    return d->services ? d->services->translated(*this, string, context) : string;
+}
+
+QString HVView::translatedByPackage(const QString &text, const QString &context)
+{
+    if (!d->services)
+        return text;
+    const HVContext &settings = d->services->settings();
+    const QString file = findComponent(QStringLiteral("l10n_name"), HVKeyTranslationFolder,
+                                       defaultOf(HVKeyTranslationFolder).toString(),
+                                       translationFileName(settings));
+    return d->translator.translate(file, text, context);
 }
 
 QString HVView::findResource(const QString &relativePath)
 {
     return findComponent(QStringLiteral("resources"), HVKeyResourceFolder,
-                         QStringLiteral("Resources"), relativePath);
+                         defaultOf(HVKeyResourceFolder).toString(), relativePath);
 }
 
 QList<HVView *> HVView::viewsOf(const QQuickWindow *window)

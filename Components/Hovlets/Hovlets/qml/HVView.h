@@ -52,11 +52,16 @@ public:
     /// Stores the pointer and no more: whoever replaces content deletes the old one.
     void setContent(HVXmlElement *element);
 
-    /// Sets the content that a look-up handed over, entry and root.
+    /// Owns the content that a look-up returned, entry and root, in place of the content before.
     void setContentTree(HVContentTree tree);
 
-    /// Takes the content out; it is deleted with the returned object.
-    HVContentTree takeContentTree();
+    /*!
+     * Owns \a content, in place of the content before, and runs its user interface.
+     *
+     * When it returns, the view has the size of the new content. \a rootPath is the package folder.
+     * QML and code of the host run meanwhile; they may show other content, which then stays.
+     */
+    void showContent(HVXmlElement *content, const QString &rootPath);
 
     QDir packageRoot() const;
     void setPackageRoot(const QDir &dir);
@@ -109,6 +114,14 @@ public:
     Q_INVOKABLE void restoreOverrideCursor();
     Q_INVOKABLE QString translate(const QString &string, const QString &context);
 
+    /*!
+     * The translation by the file of the content's package for the current locale.
+     *
+     * \a text itself without such a file; an empty string when the file lacks the text. Content
+     * relies on the difference.
+     */
+    QString translatedByPackage(const QString &text, const QString &context);
+
     /// Path of a file in the package's resources, as written; the category path if not found.
     Q_INVOKABLE QString findResource(const QString &relativePath);
 
@@ -146,6 +159,7 @@ protected:
 
 private:
     void writeReserved(bool value);
+    void exposeContent(const QString &rootPath);
 
     class Private;
     std::unique_ptr<Private> d;

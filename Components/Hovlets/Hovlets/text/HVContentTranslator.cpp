@@ -3,16 +3,17 @@
 
 #include "HVContentLocale.h"
 #include "HVContext.h"
-#include "HVSettings.h"
-#include "HVView.h"
-
-#include <QtCore/QTranslator>
 
 namespace Hovlets {
 
 HVContentTranslator::HVContentTranslator(QObject *owner)
     : m_owner(owner)
 {
+}
+
+HVContentTranslator::~HVContentTranslator()
+{
+    delete m_translator.data();
 }
 
 QString HVContentTranslator::translate(const QString &file, const QString &text,
@@ -31,13 +32,10 @@ QString HVContentTranslator::translate(const QString &file, const QString &text,
     return m_translator->translate(context.toUtf8().constData(), text.toUtf8().constData());
 }
 
-QString translationFile(const HVView &view, const HVContext &context)
+QString translationFileName(const HVContext &settings)
 {
-    const QString name = context.get(HVKeyTranslationName).toString();
-    return view.findComponent(
-            QStringLiteral("l10n_name"), HVKeyTranslationFolder,
-            defaultOf(HVKeyTranslationFolder).toString(),
-            QStringLiteral("%1_%2.qm").arg(name, translationLocale(context).name()));
+    const QString name = settings.get(HVKeyTranslationName).toString();
+    return QStringLiteral("%1_%2.qm").arg(name, translationLocale(settings).name());
 }
 
 } // namespace Hovlets

@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QtCore/QPointer>
 #include <QtCore/QString>
+#include <QtCore/QTranslator>
 
 class HVContext;
-class QObject;
-class QTranslator;
 
 namespace Hovlets {
-
-class HVView;
 
 /*!
  * \brief Translates texts of content with the translation file of its package.
@@ -19,9 +17,12 @@ class HVView;
  */
 class HVContentTranslator
 {
+    Q_DISABLE_COPY_MOVE(HVContentTranslator)
+
 public:
-    /// Its translator becomes a child of \a owner.
+    /// Its translator becomes a child of \a owner, and may be deleted with it.
     explicit HVContentTranslator(QObject *owner);
+    ~HVContentTranslator();
 
     /*!
      * The translation of \a text in \a context by \a file.
@@ -33,11 +34,11 @@ public:
 
 private:
     QObject *m_owner;
-    QTranslator *m_translator = nullptr; // made at first use, the owner's
+    QPointer<QTranslator> m_translator; // null until the first use
     QString m_file; // null while none is loaded
 };
 
-/// Where the package of the content in \a view has its translations for the current locale.
-QString translationFile(const HVView &view, const HVContext &context);
+/// The name of the translation files that the settings ask for, such as "Hovlets_de_DE.qm".
+QString translationFileName(const HVContext &settings);
 
 } // namespace Hovlets

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "HVContext.h"
-#include "HVInterface.h"
+#include "HVHostTypes.h"
 
 #include <QtCore/QString>
 

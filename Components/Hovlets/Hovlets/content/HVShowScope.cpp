@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HVShowScope.h"
+
+#include <vector>
+
+namespace Hovlets {
+
+namespace {
+
+int running = 0;
+std::vector<HVContentTree> retired;
+
+} // namespace
+
+HVShowScope::HVShowScope()
+{
+    ++running;
+}
+
+HVShowScope::~HVShowScope()
+{
+    if (--running > 0)
+        return;
+    // What is deleted may run code that shows again, and so comes back here.
+    const std::vector<HVContentTree> trees = std::exchange(retired, {});
+}
+
+void HVShowScope::retire(HVContentTree tree)
+{
+    if (running > 0)
+        retired.push_back(std::move(tree));
+}
+
+} // namespace Hovlets

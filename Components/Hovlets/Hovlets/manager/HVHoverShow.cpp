@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HVHoverShow.h"
+
+#include "HVContentLocale.h"
+#include "HVHoverPopup.h"
+#include "HVManager.h"
+#include "HVShowScope.h"
+#include "HVView.h"
+#include "HVWidget.h"
+
+#include <QtWidgets/QApplication>
+
+#include <utility>
+
+namespace Hovlets {
+
+HVHoverShow::HVHoverShow(HVManager &manager, HVHoverPopup &popup)
+    : m_manager(manager)
+    , m_popup(popup)
+{
+}
+
+bool HVHoverShow::isAllowed() const
+{
+    const HVContext &settings = m_manager.context();
+    if (settings.get(HVKeySuspended).toBool())
+        return false;
+    const int modifiers = settings.get(HVKeyRequiredModifiers).toInt();
+    return modifiers == 0 || static_cast<int>(QApplication::keyboardModifiers()) == modifiers;
+}
+
+bool HVHoverShow::show(const QString &key, const QPoint &position, QObject *object)
+{
+    const HVShowScope showing;
+    const Hover hover { key, position, object, qobject_cast<QWidget *>(object) };
+    if (m_popup.isShowing(key))
+        return m_popup.keep();
+
+    HVFoundContent found = find(key);
+    if (!found.tree.entry()) {
+        const QString fallbackKey = m_manager.context().get(HVKeyFallbackKey).toString();
+        if (m_popup.isShowing(fallbackKey))
+            return m_popup.keep();
+        found = findFallback(fallbackKey);
+    }
+    HVXmlElement *entry = found.tree.entry();
+    const bool complete = entry && found.tree.root();
+    const bool isOnScreen = entry && m_popup.content() == entry;
+    if (isOnScreen)
+        found.tree.release(); // an index supplied by the host may hand out the same tree again
+    if (!complete)
+        return m_popup.keepOrHide(position, hover.widget);
+    if (isOnScreen && m_popup.isVisible())
+        return m_popup.keep();
+    return present(hover, entry, std::move(found));
+}
+
+HVFoundContent HVHoverShow::find(const QString &key) const
+{
+    return lookUp([&](QString &path, int &depth, HVXmlElement *&root) {
+        return m_manager.retrieve(key, path, depth, root);
+    });
+}
+
+HVFoundContent HVHoverShow::findFallback(const QString &fallbackKey) const
+{
+    if (fallbackKey.isNull())
+        return { HVContentTree(), QString() };
+    return lookUp([&](QString &path, int &depth, HVXmlElement *&root) {
+        return m_manager.index()->retrieve(fallbackKey, fallbackContentLocale(m_manager.context()),
+                                           path, depth, root);
+    });
+}
+
+bool HVHoverShow::present(const Hover &hover, HVXmlElement *entry, HVFoundContent found)
+{
+    // A message, or an index supplied by the host, may have closed the popup.
+    m_popup.prepare(&m_manager, nullptr);
+    if (m_popup.content() != entry)
+        m_popup.view()->setContentTree(std::move(found.tree));
+    const QPointer<HVXmlElement> shown(entry);
+    const QPoint corner = m_manager.tooltipPosition(hover.position, hover.widget);
+    fillInShortcut(hover, *entry);
+    if (!shown || m_popup.content() != shown)
+        return m_popup.isShowing(hover.key);
+    m_popup.widget()->showWithContent(hover.control, corner, entry, found.packageRoot);
+    if (m_popup.widget())
+        m_popup.widget()->raise();
+    return true;
+}
+
+/// Asks the host, whose code may delete the entry that the shortcut is for.
+void HVHoverShow::fillInShortcut(const Hover &hover, HVXmlElement &entry) const
+{
+    const QString name = QStringLiteral("shortcut");
+    const QString written = entry.attribute(name);
+    const QPointer<HVXmlElement> shown(&entry);
+    HVInterface *host = m_manager.interface();
+    const QString shortcut =
+            host ? host->shortCutForObject(hover.key, hover.control, written) : written;
+    if (shown && !shortcut.isEmpty())
+        shown->setAttribute(name, shortcut);
+}
+
+} // namespace Hovlets

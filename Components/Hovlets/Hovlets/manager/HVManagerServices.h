@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "HVPopupServices.h"
+
+#include <QtCore/QPointer>
+
+namespace Hovlets {
+
+/*!
+ * \brief Answers views and popups in the manager's name.
+ *
+ * It is gone before anything that it would answer from.
+ */
+class HVManagerServices final : public HVPopupServices
+{
+public:
+    explicit HVManagerServices(HVManager &manager);
+
+    QObject *owner() override;
+    const HVContext &settings() const override;
+    const HVIndex &contentIndex() const override;
+    void sendMessage(HVMessageType type, const QString &message) override;
+    QString interpolated(const QString &text) const override;
+    QString translated(HVView &view, const QString &text, const QString &context) override;
+    bool openResource(const QString &resource) override;
+    HVManager *manager() override;
+    bool reservePopup(HVWidget *popup, QWidget *&container) override;
+
+    /// The view on whose behalf the host is translating a text right now, or null.
+    HVView *translatingView() const;
+
+private:
+    HVManager &m_manager;
+    QPointer<HVView> m_translatingView;
+};
+
+} // namespace Hovlets

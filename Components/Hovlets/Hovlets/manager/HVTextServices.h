@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtCore/QMap>
+#include <QtCore/QString>
+#include <QtCore/QVariant>
+
+namespace Hovlets {
+
+class HVManager;
+class HVXmlElement;
+
+/*!
+ * \brief The values and attributes that content and hosts ask for by name, and links.
+ *
+ * GUI thread only.
+ */
+class HVTextServices
+{
+public:
+    explicit HVTextServices(HVManager &manager);
+
+    /// Values by the names of their placeholders.
+    const QMap<QString, QVariant> &globalProperties() const;
+    void setGlobalProperty(const QString &name, const QVariant &value);
+
+    /*!
+     * An attribute of the entry for \a key.
+     *
+     * \a onScreen is the content that shows the key, or null; without it the entry is looked up.
+     */
+    QString hovletAttribute(const HVXmlElement *onScreen, const QString &key,
+                            const QString &attribute, const QString &defaultValue) const;
+
+    /// Has the host open \a resource if the settings allow its kind.
+    bool openExternalResource(const QString &resource) const;
+
+private:
+    HVManager &m_manager;
+    QMap<QString, QVariant> m_globalProperties;
+};
+
+} // namespace Hovlets
