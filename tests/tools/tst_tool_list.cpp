@@ -93,7 +93,7 @@ void tst_ToolList::shouldKnowItsVersionAndExplainItself_data()
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QString>("words");
     QTest::newRow("version") << QStringList { QStringLiteral("--version") }
-                             << QStringLiteral("hovlets " HOVLETS_VERSION);
+                             << QStringLiteral("hovlets " HOVLETS_PROGRAM_VERSION);
     QTest::newRow("help") << QStringList { QStringLiteral("--help") } << QStringLiteral("list");
     QTest::newRow("help of a command")
             << QStringList { QStringLiteral("list"), QStringLiteral("--help") }

@@ -99,7 +99,8 @@ void printAsSarif(const FindingList &findings)
     for (const Finding &finding : all)
         results += sarifResult(finding);
     const QJsonObject driver { { QStringLiteral("name"), QStringLiteral("hovlets") },
-                               { QStringLiteral("version"), QStringLiteral(HOVLETS_VERSION) },
+                               { QStringLiteral("version"),
+                                 QStringLiteral(HOVLETS_PROGRAM_VERSION) },
                                { QStringLiteral("rules"), known } };
     const QJsonObject run {
         { QStringLiteral("tool"), QJsonObject { { QStringLiteral("driver"), driver } } },

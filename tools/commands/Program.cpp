@@ -39,7 +39,7 @@ std::vector<std::string> withoutHelpCommand(std::vector<std::string> arguments)
 Program::Program()
     : m_app("Checks, shows and lists hovlet content.", "hovlets")
 {
-    m_app.set_version_flag("--version", std::string("hovlets ") + HOVLETS_VERSION);
+    m_app.set_version_flag("--version", std::string("hovlets ") + HOVLETS_PROGRAM_VERSION);
     m_app.require_subcommand(1);
     m_app.footer("PATH is a folder of packages (*.hovlets) or one package.\n"
                  "`hovlets help COMMAND` or `hovlets COMMAND --help` explains a command.\n"
