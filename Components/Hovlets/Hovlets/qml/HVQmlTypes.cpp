@@ -16,21 +16,19 @@ constexpr auto Module = "com.zandor.hovlets.qml";
 
 template <typename Type> void registerType(const char *name)
 {
-    qmlRegisterType<Type>(Module, 1, 0, name);
+    // Registering a type twice would leave two, of which QML reports one as ambiguous.
+    if (qmlTypeId(Module, 1, 0, name) < 0)
+        qmlRegisterType<Type>(Module, 1, 0, name);
 }
 
 } // namespace
 
 void registerQmlTypes()
 {
-    static const bool once = [] {
-        registerType<HVVideoComponent>("HVVideoComponent");
-        registerType<HVXmlElement>("HVXmlElement");
-        registerType<HVStyledRectangleComponent>("HVStyledRectangle");
-        registerType<HVScrollBarComponent>("HVScrollBar");
-        return true;
-    }();
-    Q_UNUSED(once)
+    registerType<HVVideoComponent>("HVVideoComponent");
+    registerType<HVXmlElement>("HVXmlElement");
+    registerType<HVStyledRectangleComponent>("HVStyledRectangle");
+    registerType<HVScrollBarComponent>("HVScrollBar");
 }
 
 } // namespace Hovlets

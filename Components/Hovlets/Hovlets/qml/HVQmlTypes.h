@@ -3,7 +3,11 @@
 
 namespace Hovlets {
 
-/// Registers the module "com.zandor.hovlets.qml" 1.0, once in the process.
+/*!
+ * Registers the types of the module "com.zandor.hovlets.qml" 1.0 that are not registered yet.
+ *
+ * They stay registered for the process, unless the host calls qmlClearTypeRegistrations().
+ */
 void registerQmlTypes();
 
 } // namespace Hovlets
