@@ -19,20 +19,27 @@ class DebugLog
 public:
     DebugLog()
     {
-        s_lines = &m_lines;
+        s_log = this;
         s_previous = qInstallMessageHandler(&DebugLog::take);
     }
 
     ~DebugLog()
     {
         qInstallMessageHandler(s_previous);
-        s_lines = nullptr;
+        s_log = nullptr;
     }
 
     QStringList lines() const
     {
         const std::lock_guard<std::mutex> lock(s_mutex);
         return m_lines;
+    }
+
+    /// The logging categories of the lines.
+    QStringList categories() const
+    {
+        const std::lock_guard<std::mutex> lock(s_mutex);
+        return m_categories;
     }
 
     /// The number of documents that the parser did not read to their end.
@@ -49,12 +56,14 @@ private:
             return;
         }
         const std::lock_guard<std::mutex> lock(s_mutex);
-        s_lines->append(message);
+        s_log->m_lines.append(message);
+        s_log->m_categories.append(QString::fromLatin1(context.category));
     }
 
     static inline std::mutex s_mutex;
-    static inline QStringList *s_lines = nullptr;
+    static inline DebugLog *s_log = nullptr;
     static inline QtMessageHandler s_previous = nullptr;
 
     QStringList m_lines;
+    QStringList m_categories;
 };

@@ -2,11 +2,11 @@
 #include "HVXmlParser.h"
 
 #include "HVXmlBudget.h"
+#include "HVLogging.h"
 #include "HVXmlElement.h"
 #include "HVXmlNamespaces.h"
 #include "HVXmlSource.h"
 
-#include <QtCore/QDebug>
 #include <QtCore/QMap>
 #include <QtCore/QMetaMethod>
 #include <QtCore/QMetaProperty>
@@ -25,7 +25,7 @@ struct StackEntry
 
 void log(const QString &message)
 {
-    qDebug().noquote() << message;
+    qCDebug(contentLog).noquote() << message;
 }
 
 /// Writes the attributes to the properties of their names; false when a property is missing.

@@ -2,9 +2,8 @@
 #include "HVVideoController.h"
 
 #include "HVIdleWait.h"
+#include "HVLogging.h"
 #include "HVVideoSource.h"
-
-#include <QtCore/QDebug>
 
 #include <algorithm>
 #include <chrono>
@@ -300,10 +299,10 @@ void HVVideoController::quit()
         d->threadEnded();
         return;
     }
-    qDebug() << "HVVideoController did not quit in a timely fashion";
+    qCDebug(videoLog) << "HVVideoController did not quit in a timely fashion";
     terminate();
     if (!wait(QuitTime))
-        qDebug() << "HVVideoController did not quit at all";
+        qCDebug(videoLog) << "HVVideoController did not quit at all";
 }
 
 void HVVideoController::streamEnded()

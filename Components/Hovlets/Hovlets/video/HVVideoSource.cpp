@@ -2,9 +2,9 @@
 #include "HVVideoSource.h"
 
 #include "HVIdleWait.h"
+#include "HVLogging.h"
 #include "HVVideoFrameCache.h"
 
-#include <QtCore/QDebug>
 #include <QtCore/QMap>
 
 #include <deque>
@@ -118,10 +118,10 @@ void HVVideoSource::quit()
     setShouldQuit();
     if (wait(QuitTime))
         return;
-    qDebug() << "HVVideoSource did not quit in a timely fashion";
+    qCDebug(videoLog) << "HVVideoSource did not quit in a timely fashion";
     terminate();
     if (!wait(QuitTime))
-        qDebug() << "HVVideoSource did not quit at all";
+        qCDebug(videoLog) << "HVVideoSource did not quit at all";
 }
 
 QUrl HVVideoSource::source() const

@@ -2,8 +2,7 @@
 #include "HVVideoSourceFFMPEG.h"
 
 #include "HVClip.h"
-
-#include <QtCore/QDebug>
+#include "HVLogging.h"
 
 #include <mutex>
 
@@ -127,7 +126,7 @@ bool HVVideoSourceFFMPEG::Private::openMedia()
     auto opened = std::make_unique<HVClip>([this] { return owner->shouldQuit(); });
     if (const char *message = opened->open(filePath)) {
         if (!owner->shouldQuit()) // which ends an opening as well
-            qDebug().noquote() << QString::fromLatin1(message).arg(filePath);
+            qCDebug(videoLog).noquote() << QString::fromLatin1(message).arg(filePath);
         return false;
     }
     clip = std::move(opened);
