@@ -5,6 +5,10 @@
 #include "HVWidget.h"
 #include "HVXmlElement.h"
 
+#include <QtCore/QEvent>
+#include <QtGui/QWindow>
+#include <QtQuick/QQuickWindow>
+#include <QtQuick/QSGRendererInterface>
 #include <QtWidgets/QVBoxLayout>
 
 namespace Hovlets {
@@ -35,6 +39,46 @@ QString titleOf(const HVXmlElement *content)
     return title;
 }
 
+bool rendersToTexture(const HVWidget &popup)
+{
+    const QQuickWindow *scene = popup.view() ? popup.view()->quickWindow() : nullptr;
+    return scene && scene->rendererInterface()->graphicsApi() != QSGRendererInterface::Software;
+}
+
+/*!
+ * \brief A window that is never shown, between the host's window and a popup that belongs to it.
+ *
+ * A widget that renders to a texture marks its new parent as one to be composed of textures, also
+ * when it is a window itself. Qt never takes the mark back, and a marked window that paints by
+ * itself is no longer repaired where another window covered it. The mark goes up to the next window
+ * only: this one keeps it from the host's.
+ */
+class WindowBetween : public QWidget
+{
+public:
+    WindowBetween(QWidget *window, QWidget *popup)
+        : QWidget(window, Qt::Tool)
+    {
+        popup->installEventFilter(this);
+        connect(popup, &QObject::destroyed, this, &QObject::deleteLater);
+    }
+
+protected:
+    /// Ties the popup to the host's window on the screen, each time before it comes up.
+    bool eventFilter(QObject *object, QEvent *event) override
+    {
+        if (event->type() == QEvent::Show)
+            static_cast<QWidget *>(object)->windowHandle()->setTransientParent(
+                    parentWidget()->windowHandle());
+        return QWidget::eventFilter(object, event);
+    }
+};
+
+QWidget *parentInside(QWidget *window, HVWidget &popup)
+{
+    return window && rendersToTexture(popup) ? new WindowBetween(window, &popup) : window;
+}
+
 } // namespace
 
 void dockPopup(HVWidget &popup, QWidget &container, const QPoint &position)
@@ -58,7 +102,8 @@ void dockPopup(HVWidget &popup, QWidget &container, const QPoint &position)
 void makeToolWindow(HVWidget &popup, const QPoint &position)
 {
     const QWidget *reference = popup.referenceWidget();
-    popup.setParent(reference ? reference->window() : nullptr, Qt::Tool | PinnedHints);
+    QWidget *window = reference ? reference->window() : nullptr;
+    popup.setParent(parentInside(window, popup), Qt::Tool | PinnedHints);
     popup.setWindowModality(Qt::NonModal);
     popup.setWindowTitle(titleOf(contentOf(popup)));
     popup.move(position);
