@@ -24,6 +24,11 @@ void logMessage(QtMsgType type, const QMessageLogContext &context, const QString
 
 } // namespace
 
+void filterTestLog()
+{
+    testLog = qInstallMessageHandler(logMessage);
+}
+
 int runTest(int argc, char **argv, QObject *(*create)())
 {
     setDefault("QT_QPA_PLATFORM", "offscreen");
@@ -31,7 +36,7 @@ int runTest(int argc, char **argv, QObject *(*create)())
     QApplication application(argc, argv);
     const std::unique_ptr<QObject> test(create());
     QTest::qInit(test.get(), argc, argv);
-    testLog = qInstallMessageHandler(logMessage);
+    filterTestLog();
     const int failures = QTest::qRun();
     qInstallMessageHandler(testLog);
     QTest::qCleanup();

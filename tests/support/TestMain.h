@@ -9,6 +9,10 @@
  */
 int runTest(int argc, char **argv, QObject *(*create)());
 
+/// Keeps what the offscreen platform says of itself out of the test's log, in programs that create
+/// their application by themselves. Call it when the test has begun.
+void filterTestLog();
+
 #define HOVLETS_TEST_MAIN(TestClass) \
     int main(int argc, char **argv) \
     { \

@@ -74,8 +74,9 @@ HVFoundContent HVHoverShow::findFallback(const QString &fallbackKey) const
 
 bool HVHoverShow::present(const Hover &hover, HVXmlElement *entry, HVFoundContent found)
 {
-    // A message, or an index supplied by the host, may have closed the popup.
-    m_popup.prepare(&m_manager, nullptr);
+    // A message, or an index supplied by the host, may have closed the popup; and its QML may be
+    // what led here.
+    m_popup.prepareForContent(&m_manager);
     if (m_popup.content() != entry)
         m_popup.view()->setContentTree(std::move(found.tree));
     const QPointer<HVXmlElement> shown(entry);
@@ -83,9 +84,11 @@ bool HVHoverShow::present(const Hover &hover, HVXmlElement *entry, HVFoundConten
     fillInShortcut(hover, *entry);
     if (!shown || m_popup.content() != shown)
         return m_popup.isShowing(hover.key);
-    m_popup.widget()->showWithContent(hover.control, corner, entry, found.packageRoot);
-    if (m_popup.widget())
-        m_popup.widget()->raise();
+    const QPointer<HVWidget> popup(m_popup.widget());
+    popup->showWithContent(hover.control, corner, entry, found.packageRoot);
+    if (!popup || popup != m_popup.widget())
+        return m_popup.isShowing(hover.key); // QML asked the host, which showed something else
+    popup->raise();
     return true;
 }
 

@@ -31,7 +31,7 @@ void deleteDismissedPopups()
  */
 void dismiss(HVWidget *popup)
 {
-    popup->deleteLater();
+    popup->retire();
     dismissedPopups.removeAll(QPointer<HVWidget>()); // those that the event loop has deleted
     dismissedPopups.append(popup);
     if (!deletionIsArranged)
@@ -55,6 +55,15 @@ void HVHoverPopup::prepare(HVManager *manager, QWidget *parent)
     }
     m_widget = new HVWidget(manager, parent, nullptr);
     m_widget->setView(new HVView(manager, m_widget));
+}
+
+void HVHoverPopup::prepareForContent(HVManager *manager)
+{
+    if (view() && view()->isBusy()) {
+        dismiss(m_widget);
+        release();
+    }
+    prepare(manager, nullptr);
 }
 
 void HVHoverPopup::release()

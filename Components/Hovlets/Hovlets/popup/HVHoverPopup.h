@@ -31,6 +31,14 @@ public:
     /// Makes the popup if there is none; otherwise gives it \a parent.
     void prepare(HVManager *manager, QWidget *parent);
 
+    /*!
+     * Prepares a popup whose content can be replaced.
+     *
+     * While QML of the popup runs, which is waiting for the host, that is another popup: the old
+     * one goes from the screen, and is deleted when its QML has ended.
+     */
+    void prepareForContent(HVManager *manager);
+
     /// Forgets the popup, which lives on by itself.
     void release();
 

@@ -28,6 +28,19 @@ namespace {
 
 constexpr qreal FadeStart = 0.1;
 
+/// Deletes \a view, which may be null; one whose QML is running when that has ended.
+void deleteWhenIdle(HVView *view)
+{
+    if (!view || !view->isBusy()) {
+        delete view;
+        return;
+    }
+    // A widget that changes its window rebuilds its scene, and so deletes the running QML. Being
+    // nobody's child is enough to outlive the popup.
+    view->QObject::setParent(nullptr);
+    view->whenIdle([view] { view->deleteLater(); });
+}
+
 } // namespace
 
 class HVWidget::Private
@@ -44,6 +57,7 @@ public:
     QTimer *hideTimer = nullptr; // child
     QPointer<HVPopupServices> services; // null once the manager is gone
     bool pinned = false;
+    bool retired = false;
 };
 
 HVWidget::HVWidget(HVManager *manager, QWidget *parent, QWidget *referenceWidget)
@@ -73,7 +87,7 @@ void HVWidget::setView(HVView *view)
     // Not while it is the view: what a dying widget still sends would find half of one.
     HVView *old = d->view;
     d->view = view;
-    delete old;
+    deleteWhenIdle(old);
     if (!view)
         return;
     connect(view, &HVView::reservedChanged, this, &HVWidget::contentReservedChanged);
@@ -110,12 +124,26 @@ void HVWidget::showWithContent(QObject *reference, const QPoint &pos, HVXmlEleme
     if (isVisible())
         reposition();
     d->view->showContent(content, rootPath);
-    if (!self || !d->view || d->view->content() != content)
+    if (!self || d->retired || !d->view || d->view->content() != content)
         return; // the host's code has shown something else, or closed the popup
     // A countdown that began on the way from the last control must not hide this one's popup.
     if (isVisible() && isSafe(QCursor::pos()))
         d->hideTimer->stop();
     showAnimated();
+}
+
+void HVWidget::retire()
+{
+    d->retired = true;
+    hide();
+    const auto end = [self = QPointer<HVWidget>(this)] {
+        if (self)
+            self->deleteLater();
+    };
+    if (d->view)
+        d->view->whenIdle(end);
+    else
+        end();
 }
 
 void HVWidget::showAnimated()
@@ -125,9 +153,10 @@ void HVWidget::showAnimated()
         return;
     }
     // Wayland takes a tooltip for one only when it belongs to a window.
-    if (d->referenceWidget && isWindow()) {
+    if (isWindow()) {
         create();
-        windowHandle()->setTransientParent(d->referenceWidget->window()->windowHandle());
+        windowHandle()->setTransientParent(
+                d->referenceWidget ? d->referenceWidget->window()->windowHandle() : nullptr);
     }
     const int duration = d->setting(HVKeyShowFadeDuration).toInt();
     if (duration <= 0) {

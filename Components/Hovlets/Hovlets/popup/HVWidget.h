@@ -50,6 +50,9 @@ public:
     /// Whether \a pos is over the reference widget, or over the popup grown by HVKeySafeMargin.
     bool isSafe(const QPoint &pos) const;
 
+    /// Hides the popup for good and deletes it once its QML no longer runs.
+    void retire();
+
 public Q_SLOTS:
     /*!
      * Shows \a content with its top-left corner at \a pos, moved onto the screen where needed.

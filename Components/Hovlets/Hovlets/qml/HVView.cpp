@@ -24,6 +24,7 @@
 #include <QtWidgets/QApplication>
 
 #include <utility>
+#include <vector>
 
 namespace Hovlets {
 
@@ -60,6 +61,34 @@ public:
     bool stayOpen = false;
     bool reserved = false;
     bool reservedByQml = false;
+    int activities = 0;
+    std::vector<std::function<void()>> whenIdle;
+};
+
+/// Marks the view as busy. QML calls the view, which asks the host, whose code may do anything:
+/// deleting the QML meanwhile would pull the ground from under it.
+class HVView::Activity
+{
+    Q_DISABLE_COPY_MOVE(Activity)
+
+public:
+    explicit Activity(HVView &view)
+        : m_view(&view)
+    {
+        ++view.d->activities;
+    }
+
+    ~Activity()
+    {
+        if (!m_view || --m_view->d->activities > 0)
+            return;
+        const auto actions = std::exchange(m_view->d->whenIdle, {});
+        for (const auto &action : actions)
+            action();
+    }
+
+private:
+    QPointer<HVView> m_view;
 };
 
 namespace {
@@ -73,6 +102,27 @@ Qt::CursorShape cursorShape(const QString &name)
     if (name == QLatin1String("BlankCursor"))
         return Qt::BlankCursor;
     return Qt::ArrowCursor;
+}
+
+bool endIsArranged = false; // with the current application
+
+/// Qt Quick cleans up when the application ends, after which no view can be deleted.
+void deleteViews()
+{
+    endIsArranged = false;
+    const QWidgetList widgets = QApplication::allWidgets();
+    for (QWidget *widget : widgets) {
+        if (auto *view = qobject_cast<HVView *>(widget))
+            delete view;
+    }
+}
+
+/// Routines run in the reverse order of their registration, and Qt Quick's is registered by now.
+void arrangeEnd()
+{
+    if (!endIsArranged)
+        qAddPostRoutine(&deleteViews);
+    endIsArranged = true;
 }
 
 /// "title 12:3:text", without reading placeholders in the text.
@@ -93,6 +143,7 @@ HVView::HVView(HVManager *manager, QWidget *parent)
     connect(engine(), &QQmlEngine::warnings, this, &HVView::handleWarnings);
     engine()->rootContext()->setContextProperty(QStringLiteral("hovletTheme"), d->theme);
     setResizeMode(QQuickWidget::SizeViewToRootObject);
+    arrangeEnd();
 }
 
 HVView::~HVView()
@@ -126,6 +177,7 @@ void HVView::setContentTree(HVContentTree tree)
 void HVView::showContent(HVXmlElement *content, const QString &rootPath)
 {
     const HVShowScope showing;
+    const Activity activity(*this);
     const QPointer<HVView> self(this);
     setPackageRoot(QDir(rootPath));
     if (d->content.entry() != content)
@@ -200,6 +252,7 @@ bool HVView::isReservedByQml() const
 
 void HVView::writeReserved(bool value)
 {
+    const Activity activity(*this);
     const QScopedValueRollback<bool> writing(d->reservedByQml, true);
     setReserved(value);
 }
@@ -270,11 +323,13 @@ void HVView::setItemCursor(QQuickItem *object, const QString &shape, const QStri
 
 void HVView::debugLog(const QString &msg)
 {
+    const Activity activity(*this);
     d->debug(msg);
 }
 
 bool HVView::openExternalResource(const QString &resourceLocator)
 {
+    const Activity activity(*this);
     return d->services && d->services->openResource(resourceLocator);
 }
 
@@ -295,6 +350,7 @@ void HVView::restoreOverrideCursor()
 
 QString HVView::translate(const QString &string, const QString &context)
 {
+    const Activity activity(*this);
     return d->services ? d->services->translated(*this, string, context) : string;
 }
 
@@ -327,6 +383,19 @@ QList<HVView *> HVView::viewsOf(const QQuickWindow *window)
     return views;
 }
 
+bool HVView::isBusy() const
+{
+    return d->activities > 0;
+}
+
+void HVView::whenIdle(const std::function<void()> &action)
+{
+    if (isBusy())
+        d->whenIdle.push_back(action);
+    else
+        action();
+}
+
 void HVView::refreshTheme()
 {
     d->theme->refresh();
@@ -354,6 +423,7 @@ void HVView::loadQML(const QString &path)
 
 void HVView::handleWarnings(const QList<QQmlError> &warnings)
 {
+    const Activity activity(*this);
     for (const QQmlError &warning : warnings)
         d->debug(errorMessage(QStringLiteral("QML Warning"), warning));
 }

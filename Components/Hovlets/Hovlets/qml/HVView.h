@@ -8,6 +8,7 @@
 #include <QtQml/QQmlError>
 #include <QtQuickWidgets/QQuickWidget>
 
+#include <functional>
 #include <memory>
 
 class QQuickItem;
@@ -128,6 +129,13 @@ public:
     /// The views that show \a window: one, or none.
     static QList<HVView *> viewsOf(const QQuickWindow *window);
 
+    /// Whether QML of the view is running, or waiting for an answer of the host.
+    [[nodiscard]] bool isBusy() const;
+
+    /// Calls \a action when the view is no longer busy, at once if it is not. It does not outlive
+    /// the view.
+    void whenIdle(const std::function<void()> &action);
+
     /// Reads the desktop's tooltip colours and the application's font anew.
     void refreshTheme();
 
@@ -161,6 +169,7 @@ private:
     void writeReserved(bool value);
     void exposeContent(const QString &rootPath);
 
+    class Activity;
     class Private;
     std::unique_ptr<Private> d;
 };
