@@ -60,6 +60,7 @@ void HVHoverPopup::prepare(HVManager *manager, QWidget *parent)
 void HVHoverPopup::prepareForContent(HVManager *manager)
 {
     if (view() && view()->isBusy()) {
+        m_widget->hide();
         dismiss(m_widget);
         release();
     }

@@ -135,7 +135,6 @@ void HVWidget::showWithContent(QObject *reference, const QPoint &pos, HVXmlEleme
 void HVWidget::retire()
 {
     d->retired = true;
-    hide();
     const auto end = [self = QPointer<HVWidget>(this)] {
         if (self)
             self->deleteLater();

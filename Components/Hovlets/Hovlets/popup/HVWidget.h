@@ -50,7 +50,7 @@ public:
     /// Whether \a pos is over the reference widget, or over the popup grown by HVKeySafeMargin.
     bool isSafe(const QPoint &pos) const;
 
-    /// Hides the popup for good and deletes it once its QML no longer runs.
+    /// Deletes the popup later, once its QML no longer runs. It does not show again.
     void retire();
 
 public Q_SLOTS:
