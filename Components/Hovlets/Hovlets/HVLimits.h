@@ -109,13 +109,26 @@ struct HOVLETS_EXPORT HVLimits
     int clipProbeTime = 10000;
 
     /*!
+     * Bytes by which the process may grow while a clip is opened. A clip at which it grows by more
+     * cannot be opened. 2 MB of empty tracks have been seen to take 2 GB. Systems other than Linux
+     * do not say how much a process uses: there, this limit has no effect.
+     */
+    qint64 clipProbeMemory = qint64 { 256 } * 1024 * 1024;
+
+    /*!
+     * Samples that the tables of a QuickTime or MP4 clip may declare, over all tracks. A clip with
+     * more cannot be opened: each takes 24 bytes and more before the first is read.
+     */
+    qint64 clipSamples = 4000000;
+
+    /*!
      * Bytes of the decoded frames of all clips together. Clips are decoded into memory whole, width
      * x height x 4 bytes per frame. A clip ends before the frame that does not fit.
      */
     qint64 clipMemory = qint64 { 512 } * 1024 * 1024;
 
     /// Unused. Room for further limits, which keeps the size of the struct.
-    qint64 reserved[7] = {};
+    qint64 reserved[5] = {};
 
     /// The limits that apply now. Any thread may ask.
     [[nodiscard]] static HVLimits current();

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVClip.h"
 
+#include "HVMovieTables.h"
+#include "HVResidentMemory.h"
+
 #include <QtCore/QThread>
 #include <QtCore/QtMath>
 
@@ -12,9 +15,7 @@ namespace Hovlets {
 namespace {
 
 constexpr int MostThreads = 4; // more gain little on clips of this size and cost memory each
-constexpr qint64 MostPixels = qint64 { 8192 } * 8192; // 256 MB a picture
-constexpr int MostStreams = 64; // in a file; each costs memory before anything is known of it
-constexpr double FastestRate = 240.0; // pictures/s; above, containers tell clock ticks
+constexpr double FastestRate = 240.0; // frames/s; above, containers tell clock ticks
 constexpr double UsualRate = 25.0;
 
 double number(AVRational rational)
@@ -28,9 +29,10 @@ bool isRate(AVRational rational)
     return rate > 0.0 && rate <= FastestRate;
 }
 
-int interrupted(void *opaque)
+/// FFmpeg wants to open a file or an address that the clip names.
+int refuse(AVFormatContext *, AVIOContext **, const char *, int, AVDictionary **)
 {
-    return (*static_cast<HVClip::Interrupted *>(opaque))() ? 1 : 0;
+    return AVERROR(EPERM);
 }
 
 bool isClip(const AVStream &stream)
@@ -55,13 +57,13 @@ int findClip(AVFormatContext *format, const AVCodec **codec)
     return AVERROR_STREAM_NOT_FOUND;
 }
 
-/// As avformat_find_stream_info(), which decodes as well, within what a picture may take.
-int findStreams(AVFormatContext *format)
+/// As avformat_find_stream_info(), which decodes as well, within what a frame may take.
+int findStreams(AVFormatContext *format, qint64 mostPixels)
 {
     const std::size_t count = format->nb_streams; // it may find more, beyond these options
     std::vector<AVDictionary *> options(count, nullptr);
     for (AVDictionary *&each : options)
-        av_dict_set_int(&each, "max_pixels", MostPixels, 0);
+        av_dict_set_int(&each, "max_pixels", mostPixels, 0);
     const int result = avformat_find_stream_info(format, options.data());
     for (AVDictionary *&each : options)
         av_dict_free(&each);
@@ -72,6 +74,7 @@ int findStreams(AVFormatContext *format)
 
 HVClip::HVClip(Interrupted interrupted)
     : m_interrupted(std::move(interrupted))
+    , m_file([this] { return isInterrupted(); })
 {
 }
 
@@ -79,29 +82,72 @@ HVClip::~HVClip() = default;
 
 const char *HVClip::open(const QString &filePath)
 {
-    AVFormatContext *format = avformat_alloc_context();
-    if (!format)
-        return "Could not open media at: %1";
-    format->interrupt_callback = { &interrupted, &m_interrupted };
-    format->max_streams = MostStreams;
-    // Frees the context when it fails.
-    if (avformat_open_input(&format, filePath.toUtf8().constData(), nullptr, nullptr) < 0)
-        return "Could not open media at: %1";
-    m_format.reset(format);
-    if (findStreams(format) < 0)
-        return "Could not find any stream information in media at: %1";
+    m_limits = HVLimits::current();
+    m_openingMemory = residentMemory();
+    m_openingEnds = QDeadlineTimer(m_limits.clipProbeTime);
+    const char *message = openContainer(filePath);
+    if (!message)
+        message = openDecoder();
+    m_openingEnds.reset();
+    return message;
+}
 
+int HVClip::interrupted(void *clip)
+{
+    return static_cast<const HVClip *>(clip)->isInterrupted() ? 1 : 0;
+}
+
+bool HVClip::isInterrupted() const
+{
+    if (m_interrupted())
+        return true;
+    return m_openingEnds
+            && (m_openingEnds->hasExpired()
+                || residentMemory() - m_openingMemory > m_limits.clipProbeMemory);
+}
+
+const char *HVClip::openContainer(const QString &filePath)
+{
+    constexpr auto Failure = "Could not open media at: %1";
+    const AVInputFormat *container = m_file.open(filePath) ? m_file.format() : nullptr;
+    if (!container)
+        return Failure;
+    if (av_match_name("mov", container->name)
+        && !movieTablesFit(m_file.device(), m_limits.clipSamples,
+                           [this] { return isInterrupted(); })) {
+        return Failure;
+    }
+    AVFormatContext *format = m_file.restart() ? avformat_alloc_context() : nullptr;
+    if (!format)
+        return Failure;
+    format->pb = m_file.context();
+    format->io_open = &refuse;
+    format->interrupt_callback = { &HVClip::interrupted, this };
+    format->max_streams = m_limits.clipStreams;
+    format->probesize = std::max<qint64>(m_limits.clipProbeSize, 32);
+    format->protocol_whitelist = av_strdup("none");
+    // Frees the context when it fails.
+    if (avformat_open_input(&format, m_file.hint(), container, nullptr) < 0)
+        return Failure;
+    m_format.reset(format);
+    if (findStreams(format, std::max<qint64>(m_limits.picturePixels, 0)) < 0)
+        return "Could not find any stream information in media at: %1";
+    return nullptr;
+}
+
+const char *HVClip::openDecoder()
+{
     const AVCodec *codec = nullptr;
-    const int index = findClip(format, &codec);
+    const int index = findClip(m_format.get(), &codec);
     if (index < 0)
         return "Could not find a video stream in %1";
-    m_stream = format->streams[index];
+    m_stream = m_format->streams[index];
 
     m_codec.reset(avcodec_alloc_context3(codec));
     if (!m_codec || avcodec_parameters_to_context(m_codec.get(), m_stream->codecpar) < 0)
         return "Could not open codec for stream in: %1";
     m_codec->pkt_timebase = m_stream->time_base;
-    m_codec->max_pixels = MostPixels;
+    m_codec->max_pixels = std::max<qint64>(m_limits.picturePixels, 0);
     m_codec->thread_count = std::clamp(QThread::idealThreadCount(), 1, MostThreads);
     if (avcodec_open2(m_codec.get(), codec, nullptr) < 0)
         return "Could not open codec for stream in: %1";
@@ -151,7 +197,7 @@ void HVClip::startConverting()
 /// Decodes until there is a picture; false at the end.
 bool HVClip::receive()
 {
-    while (!m_interrupted()) {
+    while (!isInterrupted()) {
         const int result = avcodec_receive_frame(m_codec.get(), m_decoded.get());
         if (result >= 0)
             return true;
@@ -218,7 +264,10 @@ double HVClip::timeBase() const
 
 double HVClip::frameRate() const
 {
-    for (const AVRational rate : { m_stream->r_frame_rate, m_stream->avg_frame_rate }) {
+    // FFmpeg 7 and later put the fields per second of raw H.264 into r_frame_rate. The guess is in
+    // frames for all of them.
+    const AVRational guess = av_guess_frame_rate(m_format.get(), m_stream, nullptr);
+    for (const AVRational rate : { guess, m_stream->avg_frame_rate }) {
         if (isRate(rate))
             return number(rate);
     }

@@ -1,66 +1,82 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "HVClipFile.h"
 #include "HVFfmpeg.h"
+#include "HVLimits.h"
 #include "HVPictureConverter.h"
 
+#include <QtCore/QDeadlineTimer>
 #include <QtCore/QSize>
 #include <QtCore/QString>
 #include <QtGui/QImage>
 
-#include <functional>
 #include <future>
+#include <optional>
 
 namespace Hovlets {
 
 /*!
- * \brief An open clip file: reads, decodes and converts its first video stream, picture by picture.
+ * \brief An open clip file: reads, decodes and converts its first video stream, frame by frame.
  *
- * One thread at a time. From the second picture on it works ahead: while one is converted, on a
- * thread of its own, the next is decoded. Closing is destroying.
+ * One thread at a time. From the second frame on, the clip works ahead: it decodes the next frame
+ * while another thread converts the current one. Destroy the clip to close it.
+ *
+ * A clip is a regular file whose container holds its frames itself. Nothing that the file names is
+ * opened, and opening it stays within HVLimits.
  */
 class HVClip
 {
+    Q_DISABLE_COPY_MOVE(HVClip)
+
 public:
-    /// Asked often while a file is read; true makes the reading end with a failure.
-    using Interrupted = std::function<bool()>;
+    /// Asked often while the file is read; true ends the reading, which then fails.
+    using Interrupted = HVClipFile::Interrupted;
 
     explicit HVClip(Interrupted interrupted);
     ~HVClip();
-    HVClip(const HVClip &) = delete;
-    HVClip &operator=(const HVClip &) = delete;
 
-    /// Opens the file; otherwise the reason, a message with "%1" for the path. Null is success.
-    const char *open(const QString &filePath);
+    /// Null on success; otherwise the reason, a message with "%1" for the path.
+    [[nodiscard]] const char *open(const QString &filePath);
 
     /*!
-     * The next picture; null at the end of the clip, or where it can be read no further.
+     * The next frame; null at the end of the clip, or where it can be read no further.
      *
-     * Pictures that the decoder finds damaged are skipped.
+     * Frames that the decoder finds damaged are skipped.
      */
     QImage nextPicture();
 
-    /// Jumps to the key picture before \a seconds or, without \a backward, to one after it.
+    /// Jumps to the key frame before \a seconds or, without \a backward, to one after it.
     void seek(double seconds, bool backward);
     void seekTo(qint64 target, int flags);
 
-    /// That of the first picture; those of another size are scaled to it.
+    /// Width and height of the first frame in pixels. Frames of another size are scaled to it.
     QSize size() const { return m_size; }
 
     /// In seconds; 0 when unknown.
     double duration() const;
+
+    /// In seconds.
     double timeBase() const;
 
-    /// In pictures per second, always above 0.
+    /// In frames per second, always above 0.
     double frameRate() const;
 
 private:
+    const char *openContainer(const QString &filePath);
+    const char *openDecoder();
+    static int interrupted(void *clip);
+    bool isInterrupted() const;
     bool receive();
     bool feed();
     void startConverting();
 
     Interrupted m_interrupted;
-    HVFfmpegPtr<AVFormatContext> m_format;
+    HVLimits m_limits; // those that applied when the opening began
+    std::optional<QDeadlineTimer> m_openingEnds; // while the clip is opened
+    qint64 m_openingMemory = 0; // bytes of the process at its start
+    HVClipFile m_file;
+    HVFfmpegPtr<AVFormatContext> m_format; // reads from the file
     HVFfmpegPtr<AVCodecContext> m_codec;
     HVFfmpegPtr<AVFrame> m_decoded;
     HVFfmpegPtr<AVPacket> m_packet;

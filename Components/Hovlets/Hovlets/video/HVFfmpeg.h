@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-// The one place that includes FFmpeg, and that knows how its objects are freed.
+// FFmpeg's headers, and owning pointers for its objects.
 
 extern "C" {
 #include <libavcodec/avcodec.h>
 #include <libavformat/avformat.h>
+#include <libavutil/avstring.h>
 #include <libavutil/imgutils.h>
 #include <libavutil/opt.h>
 #include <libavutil/pixdesc.h>
@@ -20,6 +21,11 @@ namespace Hovlets {
 struct HVFfmpegDeleter
 {
     void operator()(AVFormatContext *context) const { avformat_close_input(&context); }
+    void operator()(AVIOContext *context) const
+    {
+        av_freep(&context->buffer);
+        avio_context_free(&context);
+    }
     void operator()(AVCodecContext *context) const { avcodec_free_context(&context); }
     void operator()(AVFrame *frame) const { av_frame_free(&frame); }
     void operator()(AVPacket *packet) const { av_packet_free(&packet); }

@@ -1,0 +1,376 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HVMovieTables.h"
+
+#include <QtCore/QByteArray>
+#include <QtCore/QIODevice>
+#include <QtCore/QtEndian>
+
+#include <algorithm>
+#include <vector>
+
+namespace Hovlets {
+
+namespace {
+
+constexpr int MostDepth = 10; // FFmpeg's
+constexpr qint64 MostHeader = qint64 { 64 } * 1024 * 1024; // bytes of all boxes but the media data
+constexpr qint64 MostCompressed = 128 * 1024; // bytes; they may grow a thousandfold
+constexpr qint64 SamplesPerPiece = 160; // FFmpeg indexes uncompressed sound in pieces of at least
+
+constexpr quint32 name(const char (&text)[5])
+{
+    return static_cast<quint32>(static_cast<uchar>(text[0])) << 24
+            | static_cast<quint32>(static_cast<uchar>(text[1])) << 16
+            | static_cast<quint32>(static_cast<uchar>(text[2])) << 8
+            | static_cast<quint32>(static_cast<uchar>(text[3]));
+}
+
+constexpr quint32 Root = 0; // the file, as the parent of its boxes
+
+/// Big-endian bytes of the file.
+struct Bytes
+{
+    const char *data = nullptr;
+    qint64 size = 0;
+
+    Bytes from(qint64 offset) const
+    {
+        offset = std::min(offset, size);
+        return { data + offset, size - offset };
+    }
+    Bytes left(qint64 length) const { return { data, std::min(length, size) }; }
+
+    /// 0 past the end.
+    quint32 number(qint64 offset) const
+    {
+        return offset + 4 <= size ? qFromBigEndian<quint32>(data + offset) : 0;
+    }
+    quint64 longNumber(qint64 offset) const
+    {
+        return offset + 8 <= size ? qFromBigEndian<quint64>(data + offset) : 0;
+    }
+};
+
+/// The head of a box.
+struct Box
+{
+    quint32 type = 0;
+    qint64 head = 8; // bytes
+    qint64 size = 0; // of the whole, as FFmpeg reads it
+
+    /// \a left bytes remain in the parent.
+    static Box read(const Bytes &bytes, qint64 left)
+    {
+        Box box;
+        box.type = bytes.number(4);
+        box.size = bytes.number(0);
+        if (box.size == 1) {
+            box.head = 16;
+            box.size = static_cast<qint64>(bytes.longNumber(8));
+        } else if (box.size == 0) {
+            box.size = left;
+        }
+        box.size = std::min(box.size, left);
+        return box;
+    }
+
+    bool isValid() const { return size >= head; }
+};
+
+/// \a begin is at least the first 8 bytes of the content.
+bool mayHoldTables(quint32 type, const Bytes &begin)
+{
+    switch (type) {
+    case name("mdat"):
+    case name("skip"):
+    case name("wide"):
+    case name("uuid"):
+        return false;
+    case name("free"):
+    case name("hoov"):
+        // FFmpeg takes a header out of what a program has set aside.
+        return begin.number(4) == name("mvhd") || begin.number(4) == name("cmov");
+    default:
+        return true;
+    }
+}
+
+/// What the boxes of a header declare.
+class Tables
+{
+public:
+    explicit Tables(qint64 most)
+        : m_most(most)
+    {
+    }
+
+    bool fit() const { return !m_isRefused && m_entries <= m_most; }
+
+    void readBox(quint32 type, quint32 parent, const Bytes &content, int depth);
+    void endTrack();
+
+private:
+    struct Run
+    {
+        quint32 firstChunk;
+        quint32 samples; // of each chunk
+    };
+
+    struct Track
+    {
+        qint64 samples = 0;
+        qint64 edits = 0;
+        int sizeTables = 0;
+        int timeTables = 0;
+        int handlers = 0;
+        bool isSound = false;
+        bool isEverySampleOneTick = false;
+        qint64 chunks = 0;
+        std::vector<Run> runs;
+
+        bool isIndexedByChunk() const;
+        qint64 pieces() const;
+    };
+
+    void readBoxes(const Bytes &content, quint32 parent, int depth);
+    bool readTable(quint32 type, quint32 parent, const Bytes &content);
+    void readTimes(const Bytes &content);
+    void readChunkRuns(const Bytes &content);
+    void readGroups(const Bytes &content);
+    void readMeta(const Bytes &content, int depth);
+    void readCompressed(const Bytes &content, int depth);
+    void refuseHiddenTables(const Bytes &content);
+    qint64 sumOfCounts(const Bytes &table, qint64 entries);
+    void add(qint64 entries) { m_entries = std::min(m_entries + entries, m_most + 1); }
+
+    qint64 m_most;
+    qint64 m_entries = 0;
+    bool m_isRefused = false;
+    Track m_track;
+};
+
+/// Sound whose every sample takes one tick is uncompressed, or counted as if it were.
+bool Tables::Track::isIndexedByChunk() const
+{
+    return isSound && handlers == 1 && timeTables == 1 && sizeTables == 1 && isEverySampleOneTick;
+}
+
+/// The index entries of a track that is indexed by chunk, as far as one can tell from outside.
+qint64 Tables::Track::pieces() const
+{
+    qint64 pieces = chunks;
+    for (std::size_t i = 0; i < runs.size(); ++i) {
+        const qint64 next = i + 1 < runs.size() ? qint64(runs[i + 1].firstChunk) : chunks + 1;
+        const qint64 count = std::clamp<qint64>(next - runs[i].firstChunk, 0, chunks);
+        pieces += count * (runs[i].samples / SamplesPerPiece);
+    }
+    return pieces;
+}
+
+void Tables::endTrack()
+{
+    const Track track = std::exchange(m_track, {});
+    // Each edit may take the whole track once more.
+    const qint64 entries = track.isIndexedByChunk() ? track.pieces() : track.samples;
+    add(std::min(entries, m_most + 1) * std::max<qint64>(track.edits, 1));
+}
+
+void Tables::readBoxes(const Bytes &content, quint32 parent, int depth)
+{
+    for (Bytes rest = content; rest.size >= 8 && fit();) {
+        const Box box = Box::read(rest, rest.size);
+        if (!box.isValid())
+            return;
+        readBox(box.type, parent, rest.left(box.size).from(box.head), depth);
+        rest = rest.from(box.size);
+    }
+}
+
+void Tables::readBox(quint32 type, quint32 parent, const Bytes &content, int depth)
+{
+    if (depth > MostDepth)
+        return;
+    if (!mayHoldTables(type, content))
+        return;
+    switch (type) {
+    case name("free"):
+    case name("hoov"):
+        readBoxes(content, name("moov"), depth + 1);
+        return;
+    case name("moov"):
+        m_isRefused |= parent != Root;
+        break;
+    case name("trak"):
+        m_isRefused |= parent != Root && parent != name("moov");
+        endTrack();
+        break;
+    case name("stsd"):
+        refuseHiddenTables(content);
+        return;
+    case name("meta"):
+        readMeta(content, depth);
+        return;
+    case name("cmov"):
+        readCompressed(content, depth);
+        return;
+    default:
+        if (readTable(type, parent, content))
+            return;
+        break;
+    }
+    readBoxes(content, type, depth + 1);
+}
+
+/// False for a box that is no table.
+bool Tables::readTable(quint32 type, quint32 parent, const Bytes &content)
+{
+    quint32 home = name("stbl");
+    switch (type) {
+    case name("stsz"):
+    case name("stz2"):
+        ++m_track.sizeTables;
+        m_track.samples += content.number(8);
+        break;
+    case name("stts"):
+        readTimes(content);
+        break;
+    case name("ctts"):
+        add(sumOfCounts(content.from(8), content.number(4)));
+        break;
+    case name("stsc"):
+        readChunkRuns(content);
+        break;
+    case name("stco"):
+    case name("co64"):
+        m_track.chunks += std::min<qint64>(content.number(4), content.size / 4);
+        break;
+    case name("sbgp"):
+        home = parent == name("traf") ? parent : home;
+        readGroups(content);
+        break;
+    case name("elst"):
+        home = name("edts");
+        m_track.edits += std::min<qint64>(content.number(4), content.size / 12);
+        break;
+    case name("trun"):
+        home = name("traf");
+        add(content.number(4));
+        break;
+    case name("hdlr"):
+        if (parent != name("mdia"))
+            return true;
+        home = parent;
+        ++m_track.handlers;
+        m_track.isSound = content.number(8) == name("soun");
+        break;
+    default:
+        return false;
+    }
+    m_isRefused |= parent != home;
+    return true;
+}
+
+void Tables::readTimes(const Bytes &content)
+{
+    ++m_track.timeTables;
+    m_track.isEverySampleOneTick = content.number(4) == 1 && content.number(12) == 1;
+}
+
+void Tables::readChunkRuns(const Bytes &content)
+{
+    const qint64 entries = std::min<qint64>(content.number(4), content.size / 12);
+    for (qint64 i = 0; i < entries; ++i)
+        m_track.runs.push_back({ content.number(8 + i * 12), content.number(12 + i * 12) });
+}
+
+void Tables::readGroups(const Bytes &content)
+{
+    const bool hasParameter = content.number(0) >> 24 == 1;
+    const int table = hasParameter ? 16 : 12;
+    add(sumOfCounts(content.from(table), content.number(table - 4)));
+}
+
+/// FFmpeg begins with the first handler at a multiple of four.
+void Tables::readMeta(const Bytes &content, int depth)
+{
+    for (qint64 offset = 4; offset + 4 <= content.size; offset += 4) {
+        if (content.number(offset) == name("hdlr"))
+            return readBoxes(content.from(offset - 4), name("meta"), depth + 1);
+    }
+}
+
+/// A header in zlib's format: a box that names it, then the size and the data.
+void Tables::readCompressed(const Bytes &content, int depth)
+{
+    constexpr qint64 Before = 5 * 4; // bytes
+    if (content.size > MostCompressed || content.number(Before) > MostHeader) {
+        m_isRefused = true;
+        return;
+    }
+    const Bytes data = content.from(Before);
+    const QByteArray header =
+            qUncompress(reinterpret_cast<const uchar *>(data.data), static_cast<int>(data.size));
+    readBoxes({ header.constData(), header.size() }, Root, depth + 1);
+}
+
+/// FFmpeg reads boxes behind the description of a format, too. None of them is a table.
+void Tables::refuseHiddenTables(const Bytes &content)
+{
+    for (qint64 offset = 0; offset + 4 <= content.size; ++offset) {
+        switch (content.number(offset)) {
+        case name("trak"):
+        case name("moof"):
+        case name("stsz"):
+        case name("stz2"):
+        case name("stts"):
+        case name("ctts"):
+        case name("sbgp"):
+        case name("elst"):
+        case name("cmov"):
+            m_isRefused = true;
+            return;
+        default:
+            break;
+        }
+    }
+}
+
+/// Of a table of counts and values.
+qint64 Tables::sumOfCounts(const Bytes &table, qint64 entries)
+{
+    entries = std::min(entries, table.size / 8);
+    qint64 sum = 0;
+    for (qint64 i = 0; i < entries && sum <= m_most; ++i)
+        sum += table.number(i * 8);
+    return sum;
+}
+
+} // namespace
+
+bool movieTablesFit(QIODevice &file, qint64 most, const std::function<bool()> &interrupted)
+{
+    Tables tables(most);
+    qint64 headers = 0;
+    const qint64 size = file.size();
+    for (qint64 position = 0; size - position >= 8 && tables.fit();) {
+        if (interrupted() || !file.seek(position))
+            return false;
+        const QByteArray head = file.read(24);
+        const Bytes begin { head.constData(), head.size() };
+        const Box box = Box::read(begin, size - position);
+        if (!box.isValid())
+            break;
+        if (mayHoldTables(box.type, begin.from(box.head))) {
+            headers += box.size;
+            if (headers > MostHeader || !file.seek(position + box.head))
+                return false;
+            const QByteArray content = file.read(box.size - box.head);
+            tables.readBox(box.type, Root, { content.constData(), content.size() }, 0);
+        }
+        position += box.size;
+    }
+    tables.endTrack();
+    return tables.fit();
+}
+
+} // namespace Hovlets
