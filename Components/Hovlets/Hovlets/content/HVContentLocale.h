@@ -5,19 +5,19 @@
 
 class HVContext;
 
-// The languages that the settings ask for. Content is sought in the preferred locale, then in the
-// fallback one, which both default to "en_US"; translations are sought in one alone, which without
-// settings is the system's.
+// The locales that the settings name. Content is looked up in the preferred locale, then in the
+// fallback locale; both default to "en_US". For translations only one locale is searched, by
+// default the system's.
 
 namespace Hovlets {
 
-/// HVKeyLocale.
+/// The value of HVKeyLocale.
 QLocale preferredContentLocale(const HVContext &context);
 
-/// HVKeyFallbackLocale.
+/// The value of HVKeyFallbackLocale.
 QLocale fallbackContentLocale(const HVContext &context);
 
-/// HVKeyLocale, else HVKeyFallbackLocale, else the system's.
+/// The locale of HVKeyLocale, else of HVKeyFallbackLocale, else the system's.
 QLocale translationLocale(const HVContext &context);
 
 } // namespace Hovlets

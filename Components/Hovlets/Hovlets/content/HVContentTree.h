@@ -10,10 +10,10 @@
 namespace Hovlets {
 
 /*!
- * \brief Owns what a look-up handed over: the entry, and the root above it.
+ * \brief Owns the result of a look-up: the entry, and the root above it.
  *
- * The two are deleted one after the other, since an index of the host's own need not return the
- * entry below the root. Either may be null or deleted by others in the meantime.
+ * The two are deleted separately, since an index supplied by the host need not return the entry as
+ * a child of the root. Either may be null, or deleted elsewhere in the meantime.
  */
 class HVContentTree
 {
@@ -43,7 +43,7 @@ public:
     HVXmlElement *entry() const { return m_entry; }
     HVXmlElement *root() const { return m_root; }
 
-    /// Gives the ownership up.
+    /// Gives up ownership.
     void release()
     {
         m_entry.clear();

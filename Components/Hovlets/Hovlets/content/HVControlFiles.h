@@ -11,7 +11,7 @@ namespace Hovlets {
 /*!
  * \brief The control files of an index, newest first, each once.
  *
- * Membership is looked up in a set, so that indexing any number of files stays linear.
+ * A set answers whether a file is present: indexing stays linear in the number of files.
  */
 class HVControlFiles
 {
@@ -19,7 +19,7 @@ public:
     /// Path, and number of folder levels from the package folder down to the file.
     using File = QPair<QString, int>;
 
-    /// Adds \a file before or behind all others; false when it is there already.
+    /// Adds \a file before or after all others. Returns false if it is already present.
     bool prepend(const File &file);
     bool append(const File &file);
 

@@ -7,12 +7,12 @@
 namespace Hovlets {
 
 /*!
- * \brief Tells from the bytes of a control file whether it can hold the entry for a key.
+ * \brief Searches the bytes of a control file for the entry for a key, without parsing them.
  *
- * A look-up meets many files and finds its key in one, and a parse costs some thirty times a
- * search. The answer "no" is certain: the parser would find no such entry either. "Maybe" leaves it
- * to the parser, and is the answer wherever the bytes are not plainly what the parser reads:
- * another encoding than UTF-8, a document type declaration, references in a key.
+ * A look-up reads many files and finds its key in one, and a parse costs about thirty times as much
+ * as a search. "No" is certain: the parser would find no such entry either. "Maybe" leaves the
+ * decision to the parser. It is the answer wherever the bytes differ from what the parser reads: an
+ * encoding other than UTF-8, a document type declaration, references in a key.
  */
 class HVEntryScan
 {

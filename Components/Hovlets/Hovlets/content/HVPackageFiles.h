@@ -8,15 +8,15 @@
 
 class QDir;
 
-// Where packages and their control files lie on disk. What is hidden, a symbolic link or not to be
-// read is left out, silently. They come by name, so that the same entry answers on every machine.
+// Lists packages and their control files on disk. Hidden and unreadable ones and symbolic links are
+// left out silently. The lists are sorted by name: the same entry answers on every machine.
 
 namespace Hovlets {
 
 /// The package folders in the data path \a directory, by a wildcard such as "*.hovlets".
 QList<QFileInfo> packagesIn(const QDir &directory, const QString &filter);
 
-/// Canonical paths of the control files in \a folder; those in its sub-folders do not count.
+/// Canonical paths of the control files in \a folder; those in sub-folders are left out.
 QStringList controlFilesIn(const QFileInfo &folder);
 
 /// The folder \a levels above \a path, canonical; a null string when it does not exist.

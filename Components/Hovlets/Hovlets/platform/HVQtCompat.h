@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-// The only place that knows which Qt it is built with.
+// What differs between Qt 5 and Qt 6. Classes use this header instead of asking for the version.
 
 #include <QtCore/QPoint>
 #include <QtGui/QHoverEvent>
@@ -9,7 +9,7 @@
 
 namespace Hovlets {
 
-/// Where the mouse is, in global pixels.
+/// Position of the mouse: global, in pixels.
 inline QPoint globalPosition(const QMouseEvent &event)
 {
 #if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
@@ -19,7 +19,7 @@ inline QPoint globalPosition(const QMouseEvent &event)
 #endif
 }
 
-/// The same event, to hand to a widget of the item's size.
+/// A copy of the event, for a widget that has the item's size.
 inline QMouseEvent mouseEventLike(const QMouseEvent &event)
 {
 #if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
@@ -31,7 +31,7 @@ inline QMouseEvent mouseEventLike(const QMouseEvent &event)
 #endif
 }
 
-/// Likewise for hovering.
+/// The same for hover events.
 inline QHoverEvent hoverEventLike(QEvent::Type type, const QHoverEvent &event)
 {
 #if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)

@@ -52,18 +52,18 @@ public:
     /// Whether it is on screen with the content for \a key.
     bool isShowing(const QString &key) const;
 
-    /// Keeps a visible popup on screen even when it is fading out; always true.
+    /// Keeps a visible popup on screen, even if it is fading out. Always returns true.
     bool keep();
 
     /*!
-     * What becomes of it when there is nothing to show for \a hovered, the widget at \a position.
+     * Keeps or hides the popup when there is no content for \a hovered, the widget at \a position.
      *
-     * It stays, and true is returned, while the mouse is near it, unless the widget has an ordinary
-     * tooltip to show.
+     * Returns true if the popup stays: the mouse is near it, and the widget has no ordinary tooltip
+     * to show.
      */
     bool keepOrHide(const QPoint &position, const QWidget *hovered);
 
-    /// A click on \a widget hides the popup or activates it, unless the widget is part of it.
+    /// Hides or activates the popup after a click on \a widget, unless the click was inside it.
     void widgetWasClicked(const QWidget *widget);
 
 private:

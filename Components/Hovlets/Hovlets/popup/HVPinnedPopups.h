@@ -15,21 +15,21 @@ class HVXmlElement;
 /*!
  * \brief The popups that the user has pinned, in the order of pinning.
  *
- * They are windows of their own that the user may close at any time: nothing here owns them, and
- * those that are gone are passed over.
+ * They are independent windows that the user may close at any time: nothing here owns them, and
+ * closed ones are skipped.
  */
 class HVPinnedPopups
 {
 public:
     void add(HVWidget *popup);
 
-    /// Raises each, the last one first.
+    /// Raises each popup, the last one first.
     void raise();
 
-    /// Keeps each above other windows, or no longer.
+    /// Turns stay-on-top on or off for each popup.
     void setStayOnTop(bool on);
 
-    /// What the first popup with the content for \a key shows, or null.
+    /// The content of the first popup that shows \a key, or null.
     HVXmlElement *contentFor(const QString &key) const;
 
 private:

@@ -18,14 +18,14 @@ namespace {
 constexpr Qt::WindowFlags PinnedHints =
         Qt::WindowTitleHint | Qt::CustomizeWindowHint | Qt::WindowCloseButtonHint;
 
-/// What the popup shows; its view may be gone by the time it moves.
+/// The content of the popup, whose view may be gone by the time it moves.
 const HVXmlElement *contentOf(const HVWidget &popup)
 {
     const HVView *view = popup.view();
     return view ? view->content() : nullptr;
 }
 
-/// What to call a pinned popup: content may carry its title in any of three places.
+/// The title of a pinned popup. Content may carry it in any of three places.
 QString titleOf(const HVXmlElement *content)
 {
     if (!content)

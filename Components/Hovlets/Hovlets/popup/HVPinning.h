@@ -4,7 +4,7 @@
 class QPoint;
 class QWidget;
 
-// How a popup that is pinned takes its place among the host's windows. GUI thread only.
+// Turns a popup that the user pins into one of the host's windows. GUI thread only.
 
 namespace Hovlets {
 

@@ -28,7 +28,7 @@ namespace {
 
 constexpr qreal FadeStart = 0.1;
 
-/// Deletes \a view, which may be null; one whose QML is running when that has ended.
+/// Deletes \a view, which may be null. If its QML is running, waits until that has ended.
 void deleteWhenIdle(HVView *view)
 {
     if (!view || !view->isBusy()) {
@@ -125,8 +125,8 @@ void HVWidget::showWithContent(QObject *reference, const QPoint &pos, HVXmlEleme
         reposition();
     d->view->showContent(content, rootPath);
     if (!self || d->retired || !d->view || d->view->content() != content)
-        return; // the host's code has shown something else, or closed the popup
-    // A countdown that began on the way from the last control must not hide this one's popup.
+        return; // the host's code has shown something else or closed the popup
+    // A countdown that began on the way here must not hide the popup of this control.
     if (isVisible() && isSafe(QCursor::pos()))
         d->hideTimer->stop();
     showAnimated();
@@ -151,7 +151,7 @@ void HVWidget::showAnimated()
         endFadeOut();
         return;
     }
-    // Wayland takes a tooltip for one only when it belongs to a window.
+    // Wayland treats a window as a tooltip only if it belongs to another window.
     if (isWindow()) {
         create();
         windowHandle()->setTransientParent(
@@ -197,7 +197,7 @@ void HVWidget::hideAnimationFinished()
     hide();
 }
 
-/// Keeps a popup that was fading out. A fade-in, which ends at full opacity anyway, goes on.
+/// Keeps a popup that was fading out. A fade-in continues: it ends at full opacity anyway.
 void HVWidget::endFadeOut()
 {
     const bool fadesOut = d->opacityAnimation->state() != QAbstractAnimation::Stopped
@@ -224,12 +224,12 @@ void HVWidget::hideEvent(QHideEvent *event)
     QWidget::hideEvent(event);
     disconnect(d->opacityAnimation, &QPropertyAnimation::finished, this,
                &HVWidget::hideAnimationFinished);
-    // Neither a fade nor a countdown of this show may touch the next one.
+    // Neither a fade nor a countdown of this show may affect the next one.
     d->opacityAnimation->stop();
     d->hideTimer->stop();
 }
 
-/// The rim beyond the view is part of the tooltip, also where windows have quite another colour.
+/// The rim outside the view belongs to the tooltip, even where windows have another colour.
 void HVWidget::paintEvent(QPaintEvent *event)
 {
     QPainter(this).fillRect(event->rect(),
@@ -276,7 +276,7 @@ QRect HVWidget::findVisibleGeometry(QRect geometry, bool *move) const
             (geometry.*edgeTo)(edge);
         shifted |= needed;
     };
-    // Bottom and right come last and win: of a popup too large for the screen they are in view.
+    // Bottom and right come last and win: a popup too large for the screen shows those edges.
     shift(geometry.top() < area.top(), &QRect::moveTop, area.top());
     shift(geometry.left() < area.left(), &QRect::moveLeft, area.left());
     shift(geometry.bottom() > area.bottom(), &QRect::moveBottom, area.bottom());
@@ -297,7 +297,7 @@ void HVWidget::reposition()
         own->move(geometry.topLeft());
 }
 
-/// The window that is the popup's to move, resize and close; null when it is docked inside another.
+/// The window that the popup may move, resize and close; null when it is docked inside another.
 QWidget *HVWidget::ownWindow()
 {
     if (isWindow())
@@ -340,13 +340,13 @@ void HVWidget::contentReservedChanged()
     setWindowOpacity(1.0);
     d->pinned = true;
     d->hideTimer->stop();
-    setAttribute(Qt::WA_DeleteOnClose, !container); // now: it may be closed before it moves
-    // The view may rebuild its scene when it comes into another window, which must not delete the
-    // item whose handler pins the popup.
+    setAttribute(Qt::WA_DeleteOnClose, !container); // at once: it may be closed before it moves
+    // A view that changes its window may rebuild its scene. That must not delete the item whose
+    // handler is pinning the popup.
     const auto move = [this, position = pos(), target = QPointer<QWidget>(container)] {
         if (target)
             return dockPopup(*this, *target, position);
-        setAttribute(Qt::WA_DeleteOnClose); // also where the host's window died in the meantime
+        setAttribute(Qt::WA_DeleteOnClose); // also if the host's window was destroyed meanwhile
         makeToolWindow(*this, position);
     };
     if (d->view->isReservedByQml())
@@ -355,7 +355,7 @@ void HVWidget::contentReservedChanged()
         move();
 }
 
-/// QML closes the window around it with hovletView.close(): closing the view alone would leave an
+/// hovletView.close() closes the window around the view: closing the view alone would leave an
 /// empty frame.
 bool HVWidget::eventFilter(QObject *object, QEvent *event)
 {

@@ -19,8 +19,8 @@ class HVXmlElement;
  *
  * It takes the size of its view, keeps inside the available area of the screen, fades in and out
  * and hides some time after the mouse has left its safe region. The view may ask to be reserved
- * (pinned): the popup then becomes a titled tool window, or part of a window of the host's, and
- * lives on by itself, also without the manager.
+ * (pinned): the popup then becomes a titled tool window, or part of a window supplied by the host,
+ * and lives on by itself, even without the manager.
  *
  * Settings are read at each use. Points are global, in pixels. GUI thread only.
  */
@@ -34,7 +34,7 @@ public:
     HVWidget(HVManager *manager, QWidget *parent, QWidget *referenceWidget);
     ~HVWidget() override;
 
-    /// Takes over \a view and deletes the one before; null only deletes.
+    /// Owns \a view and deletes the previous one; null only deletes.
     void setView(HVView *view);
     HVView *view() const;
 
@@ -73,7 +73,7 @@ public Q_SLOTS:
     /// Fades in. A popup that is visible stays as it is; one that was fading out stays after all.
     void showAnimated();
 
-    /// Starts the countdown to hiding anew, unless the view must stay open or the popup is pinned.
+    /// Restarts the countdown to hiding, unless the view must stay open or the popup is pinned.
     void setTimer();
     void contentReservedChanged();
     void contentResized();
@@ -82,7 +82,7 @@ public Q_SLOTS:
      * \a geometry, shifted into the available area of the reference widget's screen.
      *
      * One that is larger than the area ends with its bottom and right edges on the area's.
-     * \a move tells whether it was shifted.
+     * \a move receives whether it was shifted.
      */
     QRect findVisibleGeometry(QRect geometry, bool *move = nullptr) const;
 

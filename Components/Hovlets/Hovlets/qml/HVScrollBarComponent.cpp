@@ -17,7 +17,7 @@ namespace {
 
 constexpr double Scale = 100.0;
 
-/// Truncates. QML may write anything; what no integer holds becomes the nearest, not a number 0.
+/// Truncates. QML may write anything: out-of-range values are clamped, and NaN becomes 0.
 int hundredths(float value)
 {
     using Limits = std::numeric_limits<int>;
@@ -39,7 +39,7 @@ HVScrollBarComponent::HVScrollBarComponent(QQuickItem *parent)
     , m_scrollBar(std::make_unique<QScrollBar>())
 {
     m_scrollBar->setAttribute(Qt::WA_DontShowOnScreen);
-    m_scrollBar->setAttribute(Qt::WA_QuitOnClose, false); // no window that keeps the host running
+    m_scrollBar->setAttribute(Qt::WA_QuitOnClose, false); // it must not keep the host running
     m_scrollBar->setAttribute(Qt::WA_Hover);
     m_scrollBar->installEventFilter(this);
     setAcceptedMouseButtons(Qt::LeftButton | Qt::MiddleButton);
@@ -166,8 +166,8 @@ bool HVScrollBarComponent::eventFilter(QObject *object, QEvent *event)
     return QQuickPaintedItem::eventFilter(object, event);
 }
 
-/// Straight to the scroll bar: sent through the application, it would pass for a click outside
-/// the popup, of which the scroll bar is no child.
+/// Delivers the event directly. Sent through the application, it would count as a click outside the
+/// popup, since the scroll bar is not a child of it.
 void HVScrollBarComponent::hand(QEvent &event)
 {
     m_scrollBar->event(&event);
@@ -182,7 +182,7 @@ void HVScrollBarComponent::handMouse(const QMouseEvent &event)
 
 void HVScrollBarComponent::mousePressEvent(QMouseEvent *event)
 {
-    setKeepMouseGrab(true); // no list around it may take the drag over
+    setKeepMouseGrab(true); // a list around it must not take over the drag
     handMouse(*event);
 }
 
@@ -197,8 +197,8 @@ void HVScrollBarComponent::mouseReleaseEvent(QMouseEvent *event)
     handMouse(*event);
 }
 
-/// Without a release, as when the popup hides below a held button, the bar would scroll on. After
-/// one it is nothing to the bar.
+/// If the popup hides while a button is held, no release follows and the bar would go on scrolling.
+/// A second release does nothing.
 void HVScrollBarComponent::mouseUngrabEvent()
 {
     setKeepMouseGrab(false);
@@ -218,7 +218,7 @@ void HVScrollBarComponent::wheelEvent(QWheelEvent *event)
 
 void HVScrollBarComponent::hoverEnterEvent(QHoverEvent *event)
 {
-    m_scrollBar->setAttribute(Qt::WA_UnderMouse); // what styles go by to paint it hovered
+    m_scrollBar->setAttribute(Qt::WA_UnderMouse); // styles use it to paint the hovered state
     QHoverEvent handed = Hovlets::hoverEventLike(QEvent::HoverEnter, *event);
     hand(handed);
 }

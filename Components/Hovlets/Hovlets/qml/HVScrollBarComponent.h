@@ -10,9 +10,10 @@ class QScrollBar;
 /*!
  * \brief The desktop's scroll bar as a QML item.
  *
- * A real QScrollBar without a parent, painted by the application's style; the item hands it mouse,
- * wheel and hover events. It is never a window on screen. Values are hundredths in the scroll bar's
- * integers: what is written is multiplied by 100 and truncated. GUI thread only.
+ * It wraps a real QScrollBar without a parent, painted by the application's style, and passes
+ * mouse, wheel and hover events to it. The scroll bar is never a window on screen. It counts in
+ * hundredths: a value is multiplied by 100 and truncated. Do not use it outside a popup's QML: Qt
+ * Quick Controls has a scroll bar for that. GUI thread only.
  */
 class HVScrollBarComponent : public QQuickPaintedItem
 {
@@ -37,30 +38,30 @@ public:
     void setEnd(float value);
     float position() const;
 
-    /// Tells of every call, and once more when the value changes.
+    /// Emits positionChanged() on every call, and once more if the value changes.
     void setPosition(float value);
     bool orientHorizontal() const;
     void setOrientHorizontal(bool horizontal);
 
-    /// The bar's thickness, in pixels.
+    /// Thickness of the bar in pixels.
     float scrollBarWidth() const;
 
     /*!
-     * How far a click beside the slider moves it: the part of the range that is in view. The
-     * slider's length tells it. 0.1 unless set, which suits no range of pixels.
+     * The distance that a click beside the slider moves it: the visible part of the range, which
+     * the slider's length shows. Default 0.1, too small for a range in pixels.
      */
     float pageStep() const;
     void setPageStep(float value);
 
-    /// How far a click on an arrow moves the slider; the wheel moves it by several. 0.01 if not
-    /// set.
+    /// The distance that a click on an arrow moves the slider; the wheel moves it by several of
+    /// them. Default 0.01.
     float singleStep() const;
     void setSingleStep(float value);
 
-    /// Gives the bar the item's size. The bar keeps its size until this is called.
+    /// Resizes the bar to the item. The bar keeps its size until this is called.
     Q_INVOKABLE void updateDimensions();
 
-    /// Sets the value and tells only when it changes.
+    /// Sets the value and emits positionChanged() only if it changes.
     Q_INVOKABLE void setPositionExternal(float value);
 
     void paint(QPainter *painter) override;

@@ -80,7 +80,7 @@ void HVStyledRectangleComponent::setToolTipStyle(bool toolTipStyle)
     update();
 }
 
-/// Whether there is no item around this one but the window's own.
+/// Whether the only item around this one is the window's content item.
 bool HVStyledRectangleComponent::isPainted() const
 {
     return m_toolTipStyle || !parentItem() || (window() && parentItem() == window()->contentItem());
@@ -105,7 +105,7 @@ void HVStyledRectangleComponent::paint(QPainter *painter) const
 QSGNode *HVStyledRectangleComponent::updatePaintNode(QSGNode *node, UpdatePaintNodeData *data)
 {
     Q_UNUSED(data)
-    // The lines of an outline lie around its coordinates.
+    // An outline is centred on its coordinates.
     const QRect area = outline().toRect().adjusted(-1, -1, 2, 2);
     QImage image;
     if (isPainted() && !area.isEmpty() && window()) {

@@ -27,13 +27,13 @@ public:
     explicit HVStyledRectangleComponent(QQuickItem *parent = nullptr);
     ~HVStyledRectangleComponent() override;
 
-    /// "PE_Widget" or "PE_Frame". Does not change the painting.
+    /// "PE_Widget" (the default) or "PE_Frame". The painting does not depend on it.
     QString element() const;
 
-    /// An unknown name changes nothing.
+    /// Ignores unknown names.
     void setElement(const QString &element);
 
-    /// Of text on the rectangle: black in the style of tooltips.
+    /// Colour for text on the rectangle: black in tooltip style, else that of the palette.
     QColor textColor() const;
 
     bool toolTipStyle() const;

@@ -10,9 +10,9 @@ namespace Hovlets {
 /*!
  * \brief The desktop's tooltip colours and the application's font, for QML as "hovletTheme".
  *
- * Qt Quick offers the application's palette alone, whose colours are not those of tooltips. The
- * values are read at creation and by refresh(), which every show and every change of the
- * application's palette or font calls. GUI thread only; owned by the view.
+ * Qt Quick offers only the application's palette, which lacks the colours of tooltips. The values
+ * are read at creation and by refresh(), which runs at every show and whenever the application's
+ * palette or font changes. GUI thread only; owned by the view.
  */
 class HVToolTipTheme : public QObject
 {
@@ -29,16 +29,16 @@ public:
     /// Background of tooltips.
     QColor base() const { return m_base; }
 
-    /// Text on it.
+    /// Colour of text on that background.
     QColor text() const { return m_text; }
 
-    /// The palette's colour of links, which need not be readable on the background.
+    /// The palette's colour for links. It may be unreadable on the background.
     QColor link() const { return m_link; }
 
     /// The application's font.
     QFont font() const { return m_font; }
 
-    /// Reads the desktop's values anew; changed() tells when one differs.
+    /// Re-reads the desktop's values and emits changed() if any differs.
     void refresh();
 
 Q_SIGNALS:

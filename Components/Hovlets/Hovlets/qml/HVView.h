@@ -26,9 +26,9 @@ typedef QQuickWidget::Status DECLARATIVEVIEW_STATUS;
  * \brief Runs the QML user interface of the current content and is what that QML sees of the
  * library, as "hovletView".
  *
- * It takes the size of the QML's root item. Failures become messages of HVMessageDebug; nothing
- * here raises an error. Created by the manager, owned by its popup; a view that outlives the
- * manager sends no messages and finds nothing. GUI thread only.
+ * The view takes the size of the QML's root item. Failures become messages of type HVMessageDebug.
+ * The manager creates it and its popup owns it; a view that outlives the manager sends no messages
+ * and finds no files. GUI thread only.
  */
 class HVView : public QQuickWidget
 {
@@ -50,7 +50,7 @@ public:
     HVXmlElement *content();
     const HVXmlElement *content() const;
 
-    /// Stores the pointer and no more: whoever replaces content deletes the old one.
+    /// Only stores the pointer: the caller that replaces content deletes the old one.
     void setContent(HVXmlElement *element);
 
     /// Owns the content that a look-up returned, entry and root, in place of the content before.
@@ -67,17 +67,17 @@ public:
     QDir packageRoot() const;
     void setPackageRoot(const QDir &dir);
 
-    /// QML asks that the popup not hide by itself.
+    /// Whether QML asks the popup not to hide by itself.
     bool stayOpen() const;
 
-    /// Tells of every call, also when nothing changes: content relies on it.
+    /// Emits stayOpenChanged() on every call, even if nothing changes: content relies on it.
     void setStayOpen(bool value);
 
-    /// QML asks that the popup be kept as a window.
+    /// Whether QML asks the popup to be kept as a window.
     bool reserved() const;
     void setReserved(bool value);
 
-    /// Whether QML is setting the flag: its items must outlive the handler that does.
+    /// Whether QML is setting the flag: its items must outlive the handler that sets it.
     bool isReservedByQml() const;
 
     bool documentationAvailable() const;
@@ -86,8 +86,8 @@ public:
     QString uiRootFilePath() const;
 
     /*!
-     * Where components of a kind lie: the attribute of the content, else of its parent element,
-     * else the setting \a key with its default \a fallback.
+     * The folder or file for components of a kind: the attribute of the content, else of its parent
+     * element, else the setting \a key with its default \a fallback.
      */
     QString categoryPath(const QString &attribute, const QString &fallback, contextKey key) const;
 
@@ -98,8 +98,8 @@ public:
     QString findComponent(const QString &attribute, contextKey key, const QString &fallback,
                           const QString &relativePath) const;
 
-    /// The category path of the resources. Goes by "resource", where findResource() goes by
-    /// "resources"; content relies on the difference.
+    /// The category path of the resources. It uses the attribute "resource", and findResource() the
+    /// attribute "resources"; content relies on the difference.
     QString resourceDirectoryPath() const;
 
     /// Sets the cursor that \a object shows; an empty \a shape removes it. \a tag is not used.
@@ -136,21 +136,21 @@ public:
     /// the view.
     void whenIdle(const std::function<void()> &action);
 
-    /// Reads the desktop's tooltip colours and the application's font anew.
+    /// Re-reads the desktop's tooltip colours and the application's font.
     void refreshTheme();
 
 public Q_SLOTS:
-    /// Sends the view's errors as messages. Connected to nothing by the library.
+    /// Sends the view's errors as messages. The library does not connect it.
     void statusHasChanged(DECLARATIVEVIEW_STATUS s);
 
-    /// Runs the QML file, unless it runs already. A missing file leaves what runs.
+    /// Runs the QML file, unless it is running already. If the file is missing, nothing changes.
     void loadQML(const QString &path);
     void handleWarnings(const QList<QQmlError> &warnings);
 
-    /// Puts the QML's root item back into its default state.
+    /// Returns the QML's root item to its default state.
     void resetState();
 
-    /// Tells QML that HVKeyDocumentationEnabled changed. Connected to nothing by the library.
+    /// Notifies QML of a change to HVKeyDocumentationEnabled. The library does not connect it.
     void managerContextSettingDidChange(HVContextKey key);
 
 Q_SIGNALS:

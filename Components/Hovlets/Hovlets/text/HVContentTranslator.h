@@ -12,8 +12,8 @@ namespace Hovlets {
 /*!
  * \brief Translates texts of content with the translation file of its package.
  *
- * It keeps the file that it read last. The host's own translations are not touched: the translator
- * is never installed in the application.
+ * It keeps the last file that it read. The translator is never installed in the application, so the
+ * host's own translations are unaffected. GUI thread only.
  */
 class HVContentTranslator
 {
@@ -27,8 +27,8 @@ public:
     /*!
      * The translation of \a text in \a context by \a file.
      *
-     * \a text itself without such a file, which is looked for again at the next call; an empty
-     * string when the file lacks the text. Content relies on the difference.
+     * Returns \a text itself if there is no such file, and looks for it again at the next call.
+     * Returns an empty string if the file lacks the text. Content relies on the difference.
      */
     QString translate(const QString &file, const QString &text, const QString &context);
 

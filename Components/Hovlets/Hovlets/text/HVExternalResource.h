@@ -16,7 +16,7 @@ namespace Hovlets {
  */
 HVExternalResourceType externalResourceType(const QString &resource);
 
-/// The setting that allows resources of \a type to be opened.
+/// The setting that decides whether resources of \a type may be opened.
 contextKey externalResourceGate(HVExternalResourceType type);
 
 } // namespace Hovlets

@@ -10,9 +10,9 @@ namespace Hovlets {
 /*!
  * \brief \a text with each placeholder "%(name)s" replaced by the value of that name.
  *
- * What a value brings in is scanned again. A placeholder stays visible when its name is unknown,
- * when its value converts to a null string (an empty one removes it), or when it comes out of its
- * own expansion, which would never end. A name is of letters, digits, "-" and "_".
+ * Inserted values are scanned again. A placeholder stays visible if its name is unknown, if its
+ * value converts to a null string (an empty one removes it), or if it results from its own
+ * expansion, which would never end. Names consist of letters, digits, "-" and "_".
  */
 QString interpolated(const QString &text, const QMap<QString, QVariant> &values);
 
