@@ -129,6 +129,52 @@ private Q_SLOTS:
         QCOMPARE(m_bench->popup->x(), 10);
     }
 
+    void shouldPlaceTheNextOneForItsOwnSize_data()
+    {
+        QTest::addColumn<bool>("isVisible");
+        QTest::newRow("while it is up") << true;
+        QTest::newRow("after it was hidden") << false;
+    }
+
+    void shouldPlaceTheNextOneForItsOwnSize()
+    {
+        QFETCH(bool, isVisible);
+        const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
+        const QString tall = m_bench->ui("Tall.qml", PackageFolder::userInterface(200, 480));
+        const QPoint nearBottom(100, area.bottom() - 120);
+        m_bench->popup->showWithContent(&m_bench->control, nearBottom,
+                                        m_bench->content(QStringLiteral("a"), tall), QString());
+        QCOMPARE(m_bench->popup->y(), area.bottom() - 480);
+        if (!isVisible)
+            m_bench->popup->hide();
+        m_bench->show(nearBottom); // 101 pixels high
+        QTRY_COMPARE(m_bench->popup->size(), QSize(201, 101));
+        QCOMPARE(m_bench->popup->pos(), nearBottom);
+    }
+
+    void shouldComeBackToTheWantedPlaceWhenItShrinks()
+    {
+        const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
+        const QPoint wanted = area.bottomRight() - QPoint(210, 110);
+        m_bench->show(wanted);
+        QCOMPARE(m_bench->popup->pos(), wanted);
+        m_bench->view->rootObject()->setProperty("height", 400);
+        QTRY_COMPARE(m_bench->popup->size(), QSize(201, 401));
+        QCOMPARE(m_bench->popup->y(), area.bottom() - 399);
+        m_bench->view->rootObject()->setProperty("height", 100);
+        QTRY_COMPARE(m_bench->popup->size(), QSize(201, 101));
+        QCOMPARE(m_bench->popup->pos(), wanted);
+    }
+
+    void shouldStayWhereItWasMovedWhenItsSizeChanges()
+    {
+        m_bench->show(QPoint(300, 200));
+        m_bench->popup->move(40, 50);
+        m_bench->view->rootObject()->setProperty("height", 150);
+        QTRY_COMPARE(m_bench->popup->size(), QSize(201, 151));
+        QCOMPARE(m_bench->popup->pos(), QPoint(40, 50));
+    }
+
     void shouldFollowTheSizeOfTheUserInterface()
     {
         m_bench->show();

@@ -7,6 +7,7 @@
 #include "HVSettings.h"
 #include "HVShowScope.h"
 #include "HVView.h"
+#include "HVVisibleArea.h"
 
 #include <QtCore/QEvent>
 #include <QtCore/QPointer>
@@ -21,6 +22,8 @@
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLayout>
 #include <QtWidgets/QToolTip>
+
+#include <optional>
 
 namespace Hovlets {
 
@@ -58,6 +61,8 @@ public:
     QPointer<HVPopupServices> services; // null once the manager is gone
     bool pinned = false;
     bool retired = false;
+    std::optional<QPoint> wanted; // where the popup was asked for; none once the user has moved it
+    QPoint placed; // where it went for that
 };
 
 HVWidget::HVWidget(HVManager *manager, QWidget *parent, QWidget *referenceWidget)
@@ -120,12 +125,11 @@ void HVWidget::showWithContent(QObject *reference, const QPoint &pos, HVXmlEleme
     const QPointer<HVWidget> self(this);
     d->referenceWidget =
             reference && reference->isWidgetType() ? static_cast<QWidget *>(reference) : nullptr;
-    move(pos);
-    if (isVisible())
-        reposition();
+    d->wanted.reset(); // the new content takes its size before it takes its place
     d->view->showContent(content, rootPath);
     if (!self || d->retired || !d->view || d->view->content() != content)
         return; // the host's code has shown something else or closed the popup
+    placeAt(pos, frameGeometry().size());
     // A countdown that began on the way here must not hide the popup of this control.
     if (isVisible() && isSafe(QCursor::pos()))
         d->hideTimer->stop();
@@ -269,21 +273,18 @@ QRect HVWidget::findVisibleGeometry(QRect geometry, bool *move) const
 {
     const QScreen *screen =
             d->referenceWidget ? d->referenceWidget->screen() : QGuiApplication::primaryScreen();
-    const QRect area = screen ? screen->availableGeometry() : geometry;
-    bool shifted = false;
-    const auto shift = [&](bool needed, void (QRect::*edgeTo)(int), int edge) {
-        if (needed)
-            (geometry.*edgeTo)(edge);
-        shifted |= needed;
-    };
-    // Bottom and right come last and win: a popup too large for the screen shows those edges.
-    shift(geometry.top() < area.top(), &QRect::moveTop, area.top());
-    shift(geometry.left() < area.left(), &QRect::moveLeft, area.left());
-    shift(geometry.bottom() > area.bottom(), &QRect::moveBottom, area.bottom());
-    shift(geometry.right() > area.right(), &QRect::moveRight, area.right());
-    if (move)
-        *move = shifted;
-    return geometry;
+    return shiftedInto(geometry, screen ? screen->availableGeometry() : geometry, move);
+}
+
+/// Moves the popup to \a wanted, shifted onto the screen for \a size, and remembers both points.
+void HVWidget::placeAt(const QPoint &wanted, const QSize &size)
+{
+    QWidget *own = ownWindow();
+    if (!own)
+        return;
+    d->placed = findVisibleGeometry(QRect(wanted, size)).topLeft();
+    d->wanted = wanted;
+    own->move(d->placed);
 }
 
 void HVWidget::reposition()
@@ -322,6 +323,8 @@ void HVWidget::contentResized()
         ownSize = size.grownBy(margins);
         own->setFixedSize(ownSize + Extra);
     }
+    if (d->wanted && own->pos() == d->placed)
+        return placeAt(*d->wanted, ownSize);
     const QRect client = own->geometry();
     const QRect frame = own->frameGeometry();
     bool shifted = false;
@@ -339,6 +342,7 @@ void HVWidget::contentReservedChanged()
     d->opacityAnimation->stop();
     setWindowOpacity(1.0);
     d->pinned = true;
+    d->wanted.reset();
     d->hideTimer->stop();
     setAttribute(Qt::WA_DeleteOnClose, !container); // at once: it may be closed before it moves
     // A view that changes its window may rebuild its scene. That must not delete the item whose

@@ -95,6 +95,7 @@ protected:
 private:
     void endFadeOut();
     QWidget *ownWindow();
+    void placeAt(const QPoint &wanted, const QSize &size);
 
     class Private;
     std::unique_ptr<Private> d;
