@@ -22,6 +22,12 @@ namespace {
 constexpr QDir::Filters Listed = QDir::NoSymLinks | QDir::Readable | QDir::NoDotAndDotDot;
 constexpr QLatin1String ControlFileEnding(".xml");
 
+QStringList filesListedByQt(const QString &path)
+{
+    return QDir(path).entryList({ QLatin1Char('*') + ControlFileEnding }, QDir::Files | Listed,
+                                QDir::Unsorted);
+}
+
 #ifdef Q_OS_LINUX
 
 /// By its entry alone where the file system tells the type in it, as the common ones do.
@@ -38,6 +44,8 @@ bool isRegularFile(int folder, const dirent &entry)
 /// objects of it. Start-up spends most of its time here.
 QStringList listedFiles(const QString &path)
 {
+    if (path.startsWith(QLatin1Char(':'))) // in Qt's resources
+        return filesListedByQt(path);
     const std::unique_ptr<DIR, int (*)(DIR *)> folder(
             ::opendir(QFile::encodeName(path).constData()), &::closedir);
     if (!folder)
@@ -58,8 +66,7 @@ QStringList listedFiles(const QString &path)
 
 QStringList listedFiles(const QString &path)
 {
-    return QDir(path).entryList({ QLatin1Char('*') + ControlFileEnding }, QDir::Files | Listed,
-                                QDir::Unsorted);
+    return filesListedByQt(path);
 }
 
 #endif

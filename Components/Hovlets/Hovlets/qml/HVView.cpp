@@ -125,6 +125,16 @@ void arrangeEnd()
     endIsArranged = true;
 }
 
+QUrl urlOfFile(const QString &path)
+{
+    if (!path.startsWith(QLatin1Char(':')))
+        return QUrl::fromLocalFile(path);
+    QUrl url; // in Qt's resources
+    url.setScheme(QStringLiteral("qrc"));
+    url.setPath(path.mid(1));
+    return url;
+}
+
 /// "title 12:3:text", without reading placeholders in the text.
 QString errorMessage(const QString &title, const QQmlError &error)
 {
@@ -416,7 +426,7 @@ void HVView::loadQML(const QString &path)
         d->debug(QStringLiteral("Can't find :%1").arg(path));
         return;
     }
-    const QUrl url = QUrl::fromLocalFile(path);
+    const QUrl url = urlOfFile(path);
     if (url != source())
         setSource(url);
 }

@@ -123,6 +123,13 @@ bool HVVideoSourceFFMPEG::Private::openMedia()
 {
     const Locker locker(decoderMutex);
     releaseMedia();
+    if (filePath.startsWith(QLatin1Char(':'))) {
+        qCDebug(videoLog).noquote()
+                << QStringLiteral("Could not open media at: %1 (FFmpeg cannot read "
+                                  "Qt resources)")
+                           .arg(filePath);
+        return false;
+    }
     auto opened = std::make_unique<HVClip>([this] { return owner->shouldQuit(); });
     if (const char *message = opened->open(filePath)) {
         if (!owner->shouldQuit()) // which ends an opening as well

@@ -122,6 +122,8 @@ function formatOf(markup) {
 
 function fileUrl(path) {
     var encoded = path.split("/").map(encodeURIComponent).join("/");
+    if (path.charAt(0) === ":") // in Qt's resources
+        return "qrc:" + encoded.slice(encoded.indexOf("/"));
     if (path.indexOf("//") === 0)
         return "file:" + encoded;
     return (path.charAt(0) === "/" ? "file://" : "file:///") + encoded;

@@ -1,0 +1,6 @@
+import QtQuick 2.15
+
+Rectangle {
+    width: 80
+    height: 40
+}
