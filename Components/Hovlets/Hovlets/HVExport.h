@@ -4,10 +4,10 @@
 #include <QtCore/qglobal.h>
 
 /*!
- * \brief Marks the classes that a host links against.
+ * \brief Marks the classes that hosts link against.
  *
- * Everything else is hidden in the shared library. The static library defines HOVLETS_STATIC for
- * whoever links it and keeps every class reachable.
+ * The shared library hides everything else. Targets that link the static library, which makes every
+ * class reachable for tests, get HOVLETS_STATIC defined with it.
  */
 #if defined(HOVLETS_STATIC)
 #    define HOVLETS_EXPORT

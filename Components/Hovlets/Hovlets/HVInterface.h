@@ -21,16 +21,18 @@ namespace Hovlets {
 class HVIndex;
 
 /*!
- * \brief The one class that a host derives from; creating it starts the library.
+ * \brief The class through which a host uses the library; creating it starts the library.
  *
  * The virtual operations are the library's questions to the host. Each has a default, so a host
- * overrides only what it needs. All of them are called on the GUI thread, synchronously.
+ * derives from this class and overrides only what it needs, or nothing at all.
  *
  * Create one object after the QApplication and delete it before the QApplication ends. Deleting it
- * ends everything that the library runs; popups that the user has pinned stay.
+ * ends everything that the library runs; popups that the user has pinned stay. Do not create a
+ * second one for the same windows: both would show popups.
  *
- * While the constructor runs, the content is indexed and messages go to this class's
- * handleMessage(): an override is reached only once the derived object exists.
+ * GUI thread only; the library calls the virtual operations on that thread, synchronously. While
+ * the constructor indexes the content, the derived object does not exist yet, and messages go to
+ * this class's handleMessage() instead of an override.
  */
 class HOVLETS_EXPORT HVInterface : public QObject
 {
@@ -43,8 +45,8 @@ public:
      *
      * \param context the settings; they are copied
      * \param dataPaths folders of packages; those that do not exist are skipped silently
-     * \param index where content is looked up; it stays the host's and must live as long as this
-     * object. Null makes one of the library's own
+     * \param index where content is looked up. It stays the host's and must outlive this object.
+     * Null creates the default index, which reads control files
      */
     HVInterface(HVContext &context, const QStringList &dataPaths, HVIndex *index = nullptr);
 
@@ -52,76 +54,70 @@ public:
     ~HVInterface() override;
 
     /*!
-     * A window for a popup that the user has pinned, or null (the default) to let it become a tool
-     * window of its own.
+     * A window for a popup that the user has pinned, or null (the default) to make the popup itself
+     * a tool window.
      *
-     * The window stays the host's; the popup becomes its child, in its layout if it has one.
+     * The host owns the window. The popup becomes its child, in its layout if it has one.
      *
-     * \param type what the window is for; HVReservedWindow is the only one
-     * \return the window, or null
+     * \param type the purpose of the window; always HVReservedWindow
      */
     virtual QWidget *createWindow(HVWindowType type);
 
     /*!
      * The content key of a control, by default its object name.
      * \param object what the mouse rests on, a widget or a window; never null
-     * \return the key; an empty one has no content
+     * \return the key; an empty key has no content
      */
     virtual QString keyForObject(QObject *object);
 
     /*!
-     * Opens what a link of the content names. Asked only if the settings allow it.
+     * Opens the target of a link in the content. Called only if the settings allow that kind of
+     * link.
      *
-     * By default addresses open in the desktop's browser; topics and files are not opened.
+     * By default, addresses open in the desktop's browser; topics and files are not opened.
      *
-     * \param type what kind of thing it is
-     * \param resource as the content has it
-     * \return whether that worked
+     * \param type whether it is a topic, an address or a file
+     * \param resource the target exactly as the content has it. Decide which files you open:
+     * content may name any \return whether it was opened
      */
     virtual bool openExternalResource(HVExternalResourceType type, const QString &resource);
 
     /*!
-     * Takes a message; by default it becomes a line "level:message" of Qt's debug output.
-     * \param type its severity; HVKeyMessageLevel says up to which they come
-     * \param message the text
+     * Receives a message. By default, writes the line "level:message" to Qt's debug output.
+     *
+     * Messages above the severity in HVKeyMessageLevel are not sent. It may be called during any
+     * other call into the library, so do not show a modal dialog here.
      */
     virtual void handleMessage(HVMessageType type, const QString &message);
 
     /*!
-     * A translation for the user interface of the content, by default from the translation files of
-     * the content package.
-     * \param text the source text
-     * \param context its context, by which equal texts are told apart
-     * \return the translation; by default \a text without a file, and an empty string when the file
-     * lacks it
+     * The translation of a text in the content; by default from the translation files of the
+     * content package. \param text the source text \param context distinguishes equal texts; the
+     * default user interface passes the entry's key \return the translation. By default, \a text if
+     * there is no translation file, and an empty string if the file does not contain the text
      */
     virtual QString translateString(const QString &text, const QString &context);
 
     /*!
-     * The shortcut to show, by default the one written in the content. Asked at each show.
+     * The shortcut to show; by default the one in the content. Called at each show.
      *
-     * \param key the key that was hovered, also when the fallback content is shown
-     * \param object the control; null when show() was given none
-     * \param shortcut the one in the content, empty when it has none
-     * \return the shortcut; an empty one leaves the content's own
+     * \param key the key of the control, even if the fallback content is shown
+     * \param object the control; null if show() was called without one
+     * \param shortcut the shortcut in the content, or an empty string
+     * \return the shortcut; an empty string leaves that of the content
      */
     virtual QString shortCutForObject(const QString &key, QObject *object, const QString &shortcut);
 
-    /*!
-     * The settings in force; write here to change one at run time.
-     * \return the library's copy, which lives as long as this object
-     */
+    /// The current settings: the library's copy, which lives as long as this object. Write here to
+    /// change a setting at run time.
     HVContext &context();
 
-    /*!
-     * The settings in force, for reading.
-     * \return the library's copy, which lives as long as this object
-     */
-    const HVContext &context() const;
+    /// The current settings, for reading.
+    [[nodiscard]] const HVContext &context() const;
 
     /*!
-     * What there is content for. Reads all control files.
-     * \return the keys, in file order; duplicates are kept
+     * The keys of all entries in the order of files, with duplicates. Reads every control file,
+     * which may take seconds with much content: do not call it while the user waits.
      */
     QStringList keys();
 
@@ -129,18 +125,19 @@ public:
      * For hosts that leave HVKeyTrackHover false: call this for every mouse move, from an event
      * filter on the application.
      *
-     * \param object whose event it is; not looked at
+     * \param object the receiver of the event; unused
      * \param event the move
-     * \return false, so that the event goes on to its target
+     * \return always false: the event must reach its receiver
      */
     bool mouseMoveEventFilter(QObject *object, QMouseEvent *event);
 
     /*!
-     * Likewise for every press and release of a mouse button: a click outside hides the popup.
+     * The same for every press and release of a mouse button: a click outside of the popup hides
+     * it.
      *
-     * \param object whose event it is
+     * \param object the receiver of the event
      * \param event the press or release
-     * \return false, so that the event goes on to its target
+     * \return always false: the event must reach its receiver
      */
     bool mouseButtonEventFilter(QObject *object, QMouseEvent *event);
 
@@ -148,25 +145,23 @@ public:
      * Shows the content for a key.
      *
      * \param key the content key
-     * \param position where the cursor is: global, in pixels. The popup is beside it
-     * \param object the control that the content describes; it may be null
-     * \return true when a popup for the key, or for the fallback key, is or stays on screen
+     * \param position the cursor, global, in pixels; the popup appears HVKeyCursorOffset from it
+     * \param object the control that the content describes; may be null
+     * \return true if a popup for the key, or for the fallback key, is or stays on screen
      */
     bool show(const QString &key, const QPoint &position, QObject *object);
 
     /*!
-     * Names a value that texts may hold as "%(name)s". There is no way to remove it again.
-     * \param name letters, digits, "-" and "_"
-     * \param value what is shown, as a string; it may hold placeholders of its own
+     * Sets the value of the placeholder "%(name)s" in texts of the content. It cannot be removed,
+     * only replaced. \param name letters, digits, "-" and "_" \param value shown as a string, which
+     * may contain placeholders itself
      */
     void setGlobalProperty(const QString &name, const QVariant &value);
 
     /*!
-     * An attribute of the content for a key. Reads the files unless that is on screen.
-     * \param key the content key
-     * \param attribute its name
-     * \param defaultValue what to answer when either is missing
-     * \return the value as the content has it
+     * The value of an attribute of an entry, exactly as the content has it. Reads control files
+     * unless the entry is on screen. \param key the content key \param attribute the name of the
+     * attribute \param defaultValue the result if the entry or the attribute does not exist
      */
     QString hovletAttribute(const QString &key, const QString &attribute,
                             const QString &defaultValue);

@@ -14,6 +14,10 @@
 
 #include <memory>
 
+// Windows headers define it for COM.
+#pragma push_macro("interface")
+#undef interface
+
 class QFileInfo;
 class QMouseEvent;
 class QPoint;
@@ -28,9 +32,11 @@ class HVXmlElement;
 /*!
  * \brief Ties the library together: content, hovering, the popup, and text services for content.
  *
- * Made and owned by an HVInterface; a host talks to that. Everything runs on the GUI thread,
- * synchronously: construction returns when all content is indexed. Nothing here throws; failures
- * are results, and messages where the host can do something about them.
+ * HVInterface creates and owns it. Hosts use HVInterface, whose operations forward to this class;
+ * do not create a manager in an application, except to test without a host.
+ *
+ * GUI thread only, and synchronous: the constructor returns when all content is indexed. Nothing
+ * here throws. Failures are results, and messages where the host can act on them.
  */
 class HOVLETS_EXPORT HVManager : public QObject
 {
@@ -40,11 +46,11 @@ class HOVLETS_EXPORT HVManager : public QObject
 public:
     /*!
      * Indexes the packages and, with HVKeyTrackHover, starts to watch the mouse.
-     * \param interface the host; not owned, and lives longer. With null nobody is asked and nothing
-     * is told: no object has a key
+     * \param interface the host; not owned, must outlive the manager. Null means that no host
+     * answers: no control has a key, and messages are dropped
      * \param context the settings; they are copied
      * \param dataPaths folders of packages; those that do not exist are skipped silently
-     * \param index where content is looked up; not owned. Null makes one
+     * \param index where content is looked up; not owned. Null creates the default index
      */
     HVManager(HVInterface *interface, HVContext &context, const QStringList &dataPaths,
               HVIndex *index);
@@ -63,27 +69,22 @@ public:
     const HVContext &context() const;
 
     /*!
-     * Where content is looked up.
-     * \return the host's index, or the manager's own
+     * Where content is looked up: the index supplied by the host, or the default one. Never null.
      */
     HVIndex *index();
 
     /*!
-     * The host.
-     * \return as given at construction
+     * The host that was given at construction, which may be null.
+     *
+     * A call does not compile where Windows headers define "interface" as a macro; undefine it
+     * first, as this header does for itself.
      */
     HVInterface *interface();
 
-    /*!
-     * The current popup.
-     * \return the manager's; null before the first show
-     */
+    /// The current popup, which the manager owns; null before the first show.
     HVWidget *widget();
 
-    /*!
-     * The data paths.
-     * \return as given at construction
-     */
+    /// The data paths that were given at construction.
     QStringList searchPaths();
 
     /// \copydoc HVInterface::keys
@@ -102,16 +103,13 @@ public:
     void loadPackage(const QFileInfo &package);
 
     /*!
-     * Hands a control file to the index. (The name is spelled so on purpose: hosts call it.)
+     * Passes a control file to the index. Hosts call it by this misspelt name, so it stays.
      * \param file canonical path of the control file
      * \param package canonical path of its package folder
      */
     void indexControFile(const QString &file, const QString &package);
 
-    /*!
-     * The locale of translation files.
-     * \return HVKeyLocale, else HVKeyFallbackLocale, else the system's
-     */
+    /// The locale of translation files: HVKeyLocale, else HVKeyFallbackLocale, else the system's.
     QLocale currentLocale();
 
     /// \copydoc HVInterface::mouseMoveEventFilter
@@ -137,35 +135,29 @@ public:
     HVXmlElement *retrieve(const QString &key, QString &path, int &depth, HVXmlElement *&element);
 
     /*!
-     * Where the popup goes before it is moved into the screen: HVKeyCursorOffset from the cursor.
-     * \param position where the cursor is: global, in pixels
-     * \param widget not looked at
-     * \return the popup's top-left corner: global, in pixels
+     * The popup's top-left corner before it is moved into the screen: \a position of the cursor
+     * plus HVKeyCursorOffset. Both are global, in pixels. The widget is unused.
      */
     QPoint tooltipPosition(const QPoint &position, QWidget *widget);
 
     /*!
-     * Lets the current popup live on by itself, and makes a new one.
+     * Releases the current popup, which becomes a window of the user, and creates a new one.
      *
-     * \param widget the popup
-     * \param[out] container the host's window for it, or null; written on success only
-     * \return false when it is not the current popup
+     * \param widget the popup that the user has pinned
+     * \param[out] container the window that the host supplies for it, or null; only written on
+     * success
+     * \return false if \a widget is not the current popup
      */
     bool reserve(HVWidget *widget, QWidget *&container);
 
     /// Raises all pinned popups.
     void raise();
 
-    /*!
-     * Keeps all pinned popups above other windows, or no longer.
-     * \param on whether to
-     */
+    /// Sets or clears the hint that keeps pinned popups above other windows.
     void setStayOnTop(bool on);
 
     /*!
-     * Passes a message to the host unless HVKeyMessageLevel is below its type.
-     * \param type its severity
-     * \param message the text
+     * Passes a message to the host unless \a type is above HVKeyMessageLevel.
      */
     void handleMessage(HVMessageType type, const QString &message);
 
@@ -173,17 +165,14 @@ public:
     void setGlobalProperty(const QString &name, const QVariant &value);
 
     /*!
-     * Fills the placeholders "%(name)s" of a text from the global properties.
-     * \param text the text
-     * \return the text; placeholders without a value stay in it
+     * The text with its placeholders "%(name)s" replaced by global properties. Placeholders without
+     * a value stay visible.
      */
     QString interpolate(const QString &text);
 
     /*!
-     * Fills the placeholders "%(name)s" of a text.
-     * \param text the text
-     * \param values the values by their names; they may hold placeholders themselves
-     * \return the text; placeholders without a value stay in it
+     * The text with its placeholders "%(name)s" replaced by \a values, which may contain
+     * placeholders themselves. Placeholders without a value stay visible.
      */
     QString interpolate(const QString &text, const QMap<QString, QVariant> &values);
 
@@ -205,25 +194,19 @@ public:
     QString translateString(const QString &text, const QString &context);
 
     /*!
-     * Tells addresses, files and topics apart and has the host open what the settings allow.
-     * \param resource an address, a path or the name of a topic
-     * \return whether the host opened it
+     * Classifies an address, a path or a topic and lets the host open it if the settings allow
+     * that. \return whether the host opened it
      */
     bool openExternalResource(const QString &resource);
 
 protected:
     /*!
-     * Watches the application with HVKeyTrackHover.
-     * \param object whose event it is
-     * \param event any event of the application
-     * \return true for a tooltip event in whose place a popup shows
+     * Receives the events of the whole application if HVKeyTrackHover was true at construction.
+     * \return true for a tooltip event that a popup replaces
      */
     bool eventFilter(QObject *object, QEvent *event) override;
 
-    /*!
-     * Makes the popup on first use; later gives it the parent.
-     * \param parent null makes it a window
-     */
+    /// Creates the popup on first use; later makes \a parent its parent. Null makes it a window.
     void initializeTooltipWindow(QWidget *parent);
 
 private:
@@ -236,3 +219,5 @@ private:
 };
 
 } // namespace Hovlets
+
+#pragma pop_macro("interface")

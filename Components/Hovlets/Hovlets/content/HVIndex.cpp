@@ -22,6 +22,19 @@ namespace Hovlets {
 class HVIndex::Private
 {
 public:
+    explicit Private(HVIndex *owner)
+        : owner(owner)
+    {
+    }
+
+    HVContext &currentContext()
+    {
+        if (!context)
+            context = new HVContext(owner);
+        return *context;
+    }
+
+    HVIndex *owner;
     QPointer<HVContext> context;
     QStringList dataPaths;
     HVControlFiles controlFiles;
@@ -76,7 +89,7 @@ int keyDataShouldGenerate(const QString &qName, const QXmlAttributes &attributes
 } // namespace
 
 HVIndex::HVIndex(HVContext *context, const QStringList &dataPaths)
-    : d(std::make_unique<Private>())
+    : d(std::make_unique<Private>(this))
 {
     d->context = context;
     d->dataPaths = dataPaths;
@@ -300,14 +313,12 @@ int HVIndex::indexDataShouldGenerateElement(const QString &qName, const QXmlAttr
 
 HVContext &HVIndex::context()
 {
-    return const_cast<HVContext &>(std::as_const(*this).context());
+    return d->currentContext();
 }
 
 const HVContext &HVIndex::context() const
 {
-    if (!d->context)
-        d->context = new HVContext(const_cast<HVIndex *>(this));
-    return *d->context;
+    return d->currentContext();
 }
 
 } // namespace Hovlets
