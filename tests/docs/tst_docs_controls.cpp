@@ -1,0 +1,244 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HVInterface.h"
+#include "HVView.h"
+#include "HVWidget.h"
+#include "HVXmlElement.h"
+#include "PackageFolder.h"
+#include "TestMain.h"
+
+#include <QtGui/QHelpEvent>
+#include <QtGui/QStandardItemModel>
+#include <QtTest/QtTest>
+#include <QtWidgets/QtWidgets>
+
+using namespace Hovlets;
+
+// The class of the page about menus, item views and other parts, as the page shows it.
+namespace {
+#include "ControlKeys.cpp"
+
+/// Notes to which objects a tooltip event goes.
+class EventRoute : public QObject
+{
+public:
+    EventRoute() { QCoreApplication::instance()->installEventFilter(this); }
+
+    bool eventFilter(QObject *object, QEvent *event) override
+    {
+        if (event->type() == QEvent::ToolTip)
+            m_names += object->objectName();
+        return false;
+    }
+
+    QString text() const { return m_names.join(QLatin1Char(' ')); }
+
+private:
+    QStringList m_names;
+};
+
+/// What Qt does when the mouse has rested on a point of a widget.
+void restOn(QWidget &widget, const QPoint &point)
+{
+    QToolTip::hideText();
+    const QPoint position = widget.mapToGlobal(point);
+    QCursor::setPos(position);
+    QHelpEvent event(QEvent::ToolTip, point, position);
+    QCoreApplication::sendEvent(&widget, &event);
+}
+
+/// The key of the entry in the popup on screen, empty without one.
+QString shownKey()
+{
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (QWidget *window : windows) {
+        auto *popup = qobject_cast<HVWidget *>(window);
+        if (popup && popup->isVisible() && popup->view()->content())
+            return popup->view()->content()->attribute(QStringLiteral("key"));
+    }
+    return {};
+}
+
+} // namespace
+
+/// A window with a control of each kind, most of them with parts.
+class ControlWindow : public QWidget
+{
+public:
+    ControlWindow()
+    {
+        setObjectName(QStringLiteral("window"));
+        auto *layout = new QVBoxLayout(this);
+        layout->setMenuBar(&menuBar);
+        menuBar.addMenu(&menu)->setObjectName(QStringLiteral("file"));
+        menu.addAction(&save);
+        save.setObjectName(QStringLiteral("save"));
+        group.setObjectName(QStringLiteral("group"));
+        auto *inGroup = new QVBoxLayout(&group);
+        inGroup->addWidget(&button);
+        inGroup->addWidget(&tipped);
+        button.setObjectName(QStringLiteral("button"));
+        tipped.setObjectName(QStringLiteral("tipped"));
+        tipped.setToolTip(QStringLiteral("Of the button"));
+        spinBox.setObjectName(QStringLiteral("spinBox"));
+        list.setObjectName(QStringLiteral("list"));
+        for (const char *name : { "plain", "tip", "keyed" })
+            model.appendRow(new QStandardItem(QLatin1String(name)));
+        model.item(1)->setToolTip(QStringLiteral("Of the item"));
+        model.item(2)->setData(QStringLiteral("row"), ControlKeys::KeyRole);
+        model.setHeaderData(0, Qt::Horizontal, QStringLiteral("column"), ControlKeys::KeyRole);
+        list.setModel(&model);
+        tree.setModel(&model);
+        tabs.setObjectName(QStringLiteral("tabs"));
+        tabs.addTab(new QWidget, QStringLiteral("One"));
+        tabs.addTab(new QWidget, QStringLiteral("Two"));
+        tabs.tabBar()->setTabData(1, QStringLiteral("two"));
+        for (QWidget *widget : { static_cast<QWidget *>(&group), static_cast<QWidget *>(&spinBox),
+                                 static_cast<QWidget *>(&list), static_cast<QWidget *>(&tree),
+                                 static_cast<QWidget *>(&tabs) })
+            layout->addWidget(widget);
+        resize(400, 700);
+        show();
+    }
+
+    QPoint item(int row) const { return list.visualRect(model.index(row, 0)).center(); }
+    QLineEdit *field() const { return spinBox.findChild<QLineEdit *>(); }
+
+    QStandardItemModel model;
+    QMenuBar menuBar;
+    QMenu menu;
+    QAction save;
+    QGroupBox group;
+    QPushButton button, tipped;
+    QSpinBox spinBox;
+    QListView list;
+    QTreeView tree;
+    QTabWidget tabs;
+};
+
+class tst_DocsControls : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m_window = std::make_unique<ControlWindow>();
+        QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
+    }
+
+    void cleanup() { m_window.reset(); }
+
+    void shouldGoFromTheInnermostWidgetToTheWindow();
+    void shouldAnswerForThePart();
+    void shouldLeaveAnItemItsTooltip();
+    void shouldTakeTheTooltipOfAnItemWhenPartsAnswerForTheControl();
+    void shouldShowTheFallbackForTheInnerPart();
+
+private:
+    template <class Host = ControlKeys>
+    std::unique_ptr<HVInterface> host(const QByteArray &keys, HVContext settings = HVContext());
+
+    PackageFolder m_folder;
+    std::unique_ptr<ControlWindow> m_window;
+};
+
+/// A host, of the page's class unless told otherwise, and an entry for each of \a keys, which are
+/// separated by spaces.
+template <class Host>
+std::unique_ptr<HVInterface> tst_DocsControls::host(const QByteArray &keys, HVContext settings)
+{
+    QByteArray entries;
+    for (const QByteArray &key : keys.split(' '))
+        entries += "<hovlet key=\"" + key + "\" title=\"" + key + "\"/>\n";
+    m_folder.addControlFile(QStringLiteral("Doc"), QStringLiteral("doc"),
+                            "<hovlets search=\"Default\">\n" + entries + "</hovlets>");
+    settings.set(HVKeyTrackHover, true);
+    settings.set(HVKeyHideFadeDuration, 0);
+    return std::make_unique<Host>(
+            settings, QStringList { QStringLiteral(HOVLETS_PACKAGES), m_folder.path() });
+}
+
+/// This is Qt alone: the table of the page.
+void tst_DocsControls::shouldGoFromTheInnermostWidgetToTheWindow()
+{
+    const auto route = [](QWidget &widget, const QPoint &point) {
+        const EventRoute route;
+        restOn(widget, point);
+        return route.text();
+    };
+    ControlWindow &window = *m_window;
+    QCOMPARE(route(window.button, { 5, 5 }), QStringLiteral("button group window"));
+    QCOMPARE(route(window.tipped, { 5, 5 }), QStringLiteral("tipped"));
+    QCOMPARE(route(*window.field(), { 5, 5 }),
+             QStringLiteral("qt_spinbox_lineedit spinBox window"));
+    QCOMPARE(route(*window.list.viewport(), window.item(0)),
+             QStringLiteral("qt_scrollarea_viewport list window"));
+    QCOMPARE(route(*window.list.viewport(), window.item(1)),
+             QStringLiteral("qt_scrollarea_viewport"));
+    QCOMPARE(route(*window.tabs.tabBar(), window.tabs.tabBar()->tabRect(0).center()),
+             QStringLiteral("qt_tabwidget_tabbar tabs window"));
+}
+
+void tst_DocsControls::shouldAnswerForThePart()
+{
+    const auto interface = host<>("group spinBox list row column two tabs save file");
+    ControlWindow &window = *m_window;
+    const auto keyAt = [](QWidget &widget, const QPoint &point) {
+        restOn(widget, point);
+        return shownKey();
+    };
+    QCOMPARE(keyAt(window.button, { 5, 5 }), QStringLiteral("group"));
+    QCOMPARE(keyAt(*window.field(), { 5, 5 }), QStringLiteral("spinBox"));
+    QCOMPARE(keyAt(*window.list.viewport(), window.item(0)), QStringLiteral("list"));
+    QCOMPARE(keyAt(*window.list.viewport(), window.item(2)), QStringLiteral("row"));
+    QCOMPARE(keyAt(*window.tree.header()->viewport(), { 5, 5 }), QStringLiteral("column"));
+    QTabBar *bar = window.tabs.tabBar();
+    QCOMPARE(keyAt(*bar, bar->tabRect(1).center()), QStringLiteral("two"));
+    QCOMPARE(
+            keyAt(window.menuBar, window.menuBar.actionGeometry(window.menu.menuAction()).center()),
+            QStringLiteral("file"));
+    window.menu.popup(window.mapToGlobal(QPoint(50, 50)));
+    QCOMPARE(keyAt(window.menu, window.menu.actionGeometry(&window.save).center()),
+             QStringLiteral("save"));
+    window.menu.hide();
+}
+
+void tst_DocsControls::shouldLeaveAnItemItsTooltip()
+{
+    const auto interface = host<>("list");
+    restOn(*m_window->list.viewport(), m_window->item(1));
+    QCOMPARE(shownKey(), QString());
+    QCOMPARE(QToolTip::text(), QStringLiteral("Of the item"));
+}
+
+/// What the page warns of.
+void tst_DocsControls::shouldTakeTheTooltipOfAnItemWhenPartsAnswerForTheControl()
+{
+    class MappedParts : public ControlKeys
+    {
+    public:
+        using ControlKeys::ControlKeys;
+        QString keyForObject(QObject *object) override
+        {
+            return object->objectName().startsWith(QLatin1String("qt_"))
+                    ? object->parent()->objectName()
+                    : ControlKeys::keyForObject(object);
+        }
+    };
+    const auto interface = host<MappedParts>("list");
+    restOn(*m_window->list.viewport(), m_window->item(1));
+    QCOMPARE(shownKey(), QStringLiteral("list"));
+    QCOMPARE(QToolTip::text(), QString());
+}
+
+void tst_DocsControls::shouldShowTheFallbackForTheInnerPart()
+{
+    HVContext settings;
+    settings.set(HVKeyFallbackKey, QStringLiteral("general"));
+    const auto interface = host<>("spinBox general", settings);
+    restOn(*m_window->field(), { 5, 5 });
+    QCOMPARE(shownKey(), QStringLiteral("general"));
+}
+
+HOVLETS_TEST_MAIN(tst_DocsControls)
+#include "tst_docs_controls.moc"
