@@ -4,7 +4,7 @@
 #include <QtCore/QString>
 #include <QtCore/QTemporaryDir>
 
-/// A clip in H.264 that the ffmpeg program makes when its path is first asked for.
+/// An H.264 clip, made by the ffmpeg program at the first call of path().
 class BenchmarkClip
 {
 public:
@@ -13,7 +13,7 @@ public:
     static constexpr int Pictures = 300;
     static constexpr int FrameRate = 30;
 
-    /// The program ends when there is no ffmpeg, or it fails.
+    /// Exits if ffmpeg is missing or fails.
     QString path();
 
 private:

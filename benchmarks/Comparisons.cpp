@@ -7,7 +7,7 @@
 
 namespace {
 
-/// Ends a line of the table; true when the target is met, or there is none.
+/// Ends a line of the table. Returns true if the target is met or there is none.
 bool printVerdict(double value, double limit, const char *format)
 {
     if (std::isinf(limit)) {
@@ -89,7 +89,7 @@ void Comparisons::printTable() const
     std::printf("\n%s\n", allMet ? "All targets are met." : "Some targets are missed.");
 }
 
-/// True when each target is met, as do the two below.
+/// Returns true if every target is met, like the two functions below.
 bool Comparisons::printRatios() const
 {
     bool allMet = true;

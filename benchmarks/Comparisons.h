@@ -9,9 +9,10 @@
 #include <vector>
 
 /*!
- * \brief Prints the benchmarks as they finish, and at the end what they say about each other.
+ * \brief Prints the benchmarks as they finish, and at the end a table that compares them.
  *
- * Times depend on the machine; only ratios of two that ran side by side mean something elsewhere.
+ * Times depend on the machine. Only the ratio of two benchmarks of the same run is meaningful
+ * elsewhere.
  */
 class Comparisons : public benchmark::ConsoleReporter
 {
@@ -22,27 +23,27 @@ public:
     }
 
     /*!
-     * Adds a line to the closing table: \a ours against the fastest of \a peers, which is to stay
-     * at or below \a limit. Names are those of registered benchmarks.
+     * Adds a line to the table: the time of \a ours divided by that of the fastest of \a peers, at
+     * most \a limit. Names are those of registered benchmarks.
      */
     void add(const std::string &ours, const std::vector<std::string> &peers, double limit);
 
-    /// No target: the line is there to be looked at.
+    /// No target: the line is for information.
     static constexpr double NoLimit = std::numeric_limits<double>::infinity();
 
-    /// Adds a line: how much longer \a ours takes than \a peer, at most \a limit, in seconds.
+    /// Adds a line with the additional time of \a ours over \a peer, at most \a limit, in seconds.
     void addDelay(const std::string &ours, const std::string &peer, double limit);
 
     /*!
-     * Adds a line with a ratio that a benchmark measures beside its time, at most \a limit.
-     * \a ratio is read when the table is printed; 0 leaves the line out.
+     * Adds a line with a ratio that a benchmark measures besides its time, at most \a limit.
+     * \a ratio is read when the table is printed; 0 omits the line.
      */
     void addFigure(const std::string &name, const std::string &peer, const double &ratio,
                    double limit);
 
     void ReportRuns(const std::vector<Run> &runs) override;
 
-    /// The table; lines whose benchmarks did not run are left out.
+    /// Prints the table, without the lines whose benchmarks did not run.
     void printTable() const;
 
 private:
@@ -53,7 +54,7 @@ private:
         double limit;
     };
 
-    /// Median over the repetitions in seconds, or 0 when the benchmark did not run.
+    /// Median of the repetitions in seconds, or 0 if the benchmark did not run.
     double median(const std::string &name) const;
     double best(const std::string &name) const;
     std::string fastest(const std::vector<std::string> &names) const;

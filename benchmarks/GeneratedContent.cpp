@@ -21,7 +21,7 @@ const char *const Words[] = {
     "&lt;",     "&#228;",   "&#x2014;", "&quot;",  "1.5",       "100%",
 };
 
-/// Text of one control file; the number of the file alone decides what it says.
+/// The text of a control file, which depends only on the number of the file.
 class ControlFileText
 {
 public:
@@ -45,7 +45,7 @@ public:
     }
 
 private:
-    // Not a distribution of the standard library: those differ from one to the next.
+    // No standard distribution: their results differ between standard libraries.
     int upTo(int bound) { return static_cast<int>(m_random() % static_cast<unsigned>(bound)); }
 
     QByteArray words(int count)

@@ -7,21 +7,21 @@
 #include <QtCore/QTemporaryDir>
 
 /*!
- * \brief A data path full of control files, the same ones in every run.
+ * \brief A data path full of control files, which are the same in every run.
  *
- * Files hold what authors write: titles, paragraphs with markup in CDATA, entities and character
- * references, words from several languages, comments. The folder goes with the object.
+ * The files contain what authors write: titles, paragraphs with markup in CDATA, entities and
+ * character references, words in several languages, comments. The destructor deletes the folder.
  */
 class GeneratedContent
 {
 public:
-    /// \a files control files of about \a fileSize bytes in packages of \a filesPerPackage.
+    /// Writes \a files control files of about \a fileSize bytes, \a filesPerPackage to a package.
     GeneratedContent(int files, int fileSize, int filesPerPackage);
 
     /// The data path.
     QString path() const;
 
-    /// The control folders, and all files in the order in which they were written.
+    /// The control folders, and all files in the order of writing.
     const QStringList &controlFolders() const { return m_folders; }
     const QStringList &files() const { return m_files; }
 
@@ -31,7 +31,7 @@ public:
     /// The key of an entry.
     static QString key(int file, int entry);
 
-    /// Writes \a content to \a path with the folders that it needs; the program ends on failure.
+    /// Writes \a content to \a path and creates missing folders. Exits on failure.
     static void write(const QString &path, const QByteArray &content);
 
 private:

@@ -52,7 +52,7 @@ constexpr Peer Parsers[] = {
 };
 
 constexpr int Files = 1000;
-constexpr int FileSize = 27000; // the last entry of a file passes it: 28 MB in all
+constexpr int FileSize = 27000; // exceeded by the last entry of each file: 28 MB in total
 
 const GeneratedContent &content()
 {
@@ -77,7 +77,7 @@ public:
         add(ours, [look = *this](benchmark::State &state) { look.retrieve(state); });
 
         std::vector<std::string> searches;
-        // Every file holds the empty key as plain bytes; its attribute is what one would look for.
+        // Every file contains the empty string, so the search is for the attribute.
         const std::string bytes = m_key.isEmpty() ? "key=\"\"" : m_key.toStdString();
         for (const Peer &peer : Searches)
             searches.push_back(addPeer(std::string("read + ") + peer.name, peer.find, bytes));
@@ -146,7 +146,7 @@ private:
 
 void registerLookUpBenchmarks(Comparisons &comparisons)
 {
-    // What a mouse over a control without content asks for: a name that Qt itself gives.
+    // The key of a control without content: a name that Qt itself has set.
     LookUp("miss", QStringLiteral("qt_scrollarea_viewport"), false).registerAll(comparisons);
     LookUp("miss, key like others", QStringLiteral("mainWindow.dialog12.noSuchControl"), false)
             .registerAll(comparisons);

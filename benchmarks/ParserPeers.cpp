@@ -15,7 +15,7 @@
 
 namespace {
 
-/// What the callbacks of the event parsers work with.
+/// The state that the callbacks of the event parsers share.
 struct Search
 {
     const std::string &key;

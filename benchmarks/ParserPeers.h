@@ -5,10 +5,10 @@
 #include <string_view>
 
 /*!
- * Other parsers, each in its usual form, that look for the "hovlet" element with a key.
+ * Other parsers, each used in its usual way, that search for the element "hovlet" with a key.
  *
- * They parse \a text, which they may change, and end at the first hit. An element without a key has
- * the empty one.
+ * They parse \a text, which they may modify, and stop at the first hit. An element without a key
+ * has the empty one.
  */
 using FindEntry = bool (*)(std::string_view text, const std::string &key);
 

@@ -30,7 +30,7 @@ namespace {
 constexpr int Steps = 60; // pictures shown per iteration
 constexpr int Patience = 60000; // ms
 
-/// The time that the processor has spent on the calling thread, in seconds.
+/// Processor time of the calling thread in seconds.
 double threadSeconds()
 {
     timespec time = {};
@@ -41,14 +41,14 @@ double threadSeconds()
 template <typename Condition> bool waitUntil(Condition isMet)
 {
     const QDeadlineTimer deadline(Patience);
-    QTimer wakeUp; // for what changes on another thread, without an event
+    QTimer wakeUp; // for changes on another thread, which come without an event
     wakeUp.start(1);
     while (!isMet() && !deadline.hasExpired())
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     return isMet();
 }
 
-/// A popup with nothing in it but the clip, which is decoded.
+/// A popup that contains only a decoded clip.
 class ClipPopup
 {
 public:
@@ -77,14 +77,14 @@ public:
 
     QQuickWidget *view() { return popup()->view(); }
 
-    /// Null when the clip does not come.
+    /// Null if the clip did not load.
     HVVideoComponent *video()
     {
         QQuickItem *root = popup()->view()->rootObject();
         auto *video = root ? root->findChild<HVVideoComponent *>() : nullptr;
         if (!video || !waitUntil([video] { return video->loadProgress() == 1; }))
             return nullptr;
-        // A position is one of a picture that is decoded.
+        // Every position belongs to a decoded frame.
         const bool isDecoded = waitUntil([video] {
             video->setPosition(Steps);
             return video->position() == Steps;
@@ -100,7 +100,7 @@ private:
     std::unique_ptr<HVManager> m_manager;
 };
 
-/// Shows an image as it is, and nothing else.
+/// Shows an image, and does nothing else.
 class ImageItem : public QQuickItem
 {
 public:
@@ -137,7 +137,7 @@ void showPictures(benchmark::State &state, BenchmarkClip &clip)
         state.SkipWithError("the clip was not shown");
         return;
     }
-    // Later than the item's own connection: the item has the picture when this is told.
+    // Connected after the item, which therefore has the frame by then.
     bool isTold = false;
     QObject::connect(video->findChild<HVVideoController *>(), &HVVideoController::displayFrame,
                      video, [&isTold] { isTold = true; });

@@ -7,14 +7,14 @@
 #include <vector>
 
 /*!
- * \brief Reads files in the cheapest way that the system has, into one buffer for all.
+ * \brief Reads files in the cheapest way that the system offers, into one buffer.
  *
- * The bytes that a read returns are valid until the next.
+ * The bytes that a read returns are valid until the next read.
  */
 class PlainFile
 {
 public:
-    /// At most \a limit bytes from the start of the file; the program ends when that fails.
+    /// At most \a limit bytes from the start of the file. Exits on failure.
     std::string_view read(const std::string &path, size_t limit);
     std::string_view readAll(const std::string &path);
 

@@ -31,7 +31,7 @@ double secondsSince(Clock::time_point start)
     return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-/// Runs the event loop until the view has rendered its next frame, as a user waits for it.
+/// Runs the event loop until the view has rendered its next frame: the time that a user waits.
 bool waitForFrame(QQuickWidget &view)
 {
     constexpr int Patience = 10000;
@@ -46,7 +46,7 @@ bool waitForFrame(QQuickWidget &view)
     return rendered;
 }
 
-/// Renders at once, without the pause that Qt makes before a frame: the work alone.
+/// Renders immediately, without Qt's pause before a frame: the work alone.
 bool drawAtOnce(QQuickWidget &view)
 {
     return !view.grabFramebuffer().isNull();
@@ -54,7 +54,7 @@ bool drawAtOnce(QQuickWidget &view)
 
 using TakePicture = bool (*)(QQuickWidget &view);
 
-/// A package with a control file of some entries, and the user interface to show them with.
+/// A package with a control file of a few entries, and the user interface that shows them.
 class Package
 {
 public:
@@ -90,7 +90,7 @@ private:
     QString m_components;
 };
 
-/// The library over a package, without a popup yet.
+/// The library with a package, before the first popup.
 class Library
 {
 public:
@@ -126,7 +126,7 @@ private:
     std::unique_ptr<Hovlets::HVManager> m_manager;
 };
 
-/// A bare tooltip over the same package; its content is there before the measurement begins.
+/// A bare tooltip for the same package. Its content is parsed before the measurement starts.
 class Bare
 {
 public:
@@ -161,7 +161,7 @@ private:
     std::unique_ptr<ToolTipPeer> m_popup;
 };
 
-/// From a look-up to the first picture, with nothing there but the content's index.
+/// From a look-up to the first rendered frame, starting with nothing but the index.
 template <typename Popup>
 void showCold(benchmark::State &state, const Package &package, TakePicture take)
 {
@@ -175,7 +175,7 @@ void showCold(benchmark::State &state, const Package &package, TakePicture take)
     }
 }
 
-/// The same with a popup that is up and shows something else.
+/// The same in a popup that already shows something else.
 template <typename Popup>
 void showWarm(benchmark::State &state, const Package &package, TakePicture take)
 {

@@ -17,7 +17,7 @@ namespace {
 constexpr size_t FirstBytes = 1024;
 constexpr int FileSize = 1200;
 
-/// A data path that is written when the first benchmark needs it.
+/// A data path, written when the first benchmark needs it.
 class DataPath
 {
 public:
@@ -49,7 +49,7 @@ double secondsSince(Clock::time_point start)
     return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-/// All that a start of the library does: a manager with an index of its own over the path.
+/// The library's start-up: a manager that indexes the path.
 void startLibrary(benchmark::State &state, DataPath &data)
 {
     const QStringList paths { (*data).path() };
@@ -57,11 +57,11 @@ void startLibrary(benchmark::State &state, DataPath &data)
         HVContext context;
         const Clock::time_point start = Clock::now();
         const Hovlets::HVManager manager(nullptr, context, paths, nullptr);
-        state.SetIterationTime(secondsSince(start)); // shutting down is not part of it
+        state.SetIterationTime(secondsSince(start)); // without the shutdown
     }
 }
 
-/// Lists the control folders and reads the beginning of each file, with the system's own calls.
+/// Lists the control folders and reads the start of each file, with system calls.
 void readPlainly(benchmark::State &state, DataPath &data)
 {
     std::vector<std::string> folders;
@@ -111,7 +111,7 @@ void add(const std::string &name, void (*run)(benchmark::State &, DataPath &),
             ->UseManualTime();
 }
 
-/// Registers the three for one data path and returns the name of the library's.
+/// Registers all three for a data path. Returns the name of the library's benchmark.
 std::string registerFor(Comparisons &comparisons, const std::string &name, int files,
                         int filesPerPackage)
 {
@@ -133,7 +133,7 @@ void registerStartUpBenchmarks(Comparisons &comparisons)
     const std::string many = registerFor(comparisons, "20,000 files", 20000, 20);
     const std::string fewInOne = registerFor(comparisons, "1,000 files, 1 package", 1000, 1000);
     const std::string manyInOne = registerFor(comparisons, "20,000 files, 1 package", 20000, 20000);
-    // Twenty times the files take some twenty times as long.
+    // Twenty times as many files should take about twenty times as long.
     comparisons.add(many, { few }, 25.0);
     comparisons.add(manyInOne, { fewInOne }, 25.0);
 }

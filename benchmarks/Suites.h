@@ -6,13 +6,13 @@
 class BenchmarkClip;
 class Comparisons;
 
-/// Each registers its benchmarks, and what to compare them with.
+/// Each function registers its benchmarks and their comparisons.
 void registerLookUpBenchmarks(Comparisons &comparisons);
 void registerStartUpBenchmarks(Comparisons &comparisons);
 void registerShowBenchmarks(Comparisons &comparisons);
 void registerPointerBenchmarks(Comparisons &comparisons);
 void registerVideoBenchmarks(Comparisons &comparisons);
 
-/// Part of the former.
+/// Part of registerVideoBenchmarks().
 void registerPictureBenchmarks(Comparisons &comparisons,
                                const std::shared_ptr<BenchmarkClip> &clip);

@@ -5,7 +5,7 @@
 #include <QtQuickWidgets/QQuickWidget>
 
 /*!
- * \brief What a user interface calls on "hovletView", answered without any work.
+ * \brief Stands in for "hovletView": has everything that a user interface calls, and does nothing.
  */
 class ToolTipServices : public QObject
 {
@@ -47,7 +47,7 @@ private:
 };
 
 /*!
- * \brief The least that shows a user interface in a tooltip window: a bare QQuickWidget.
+ * \brief The minimum that shows a user interface in a tooltip window: a bare QQuickWidget.
  *
  * Its QML sees the same context properties as in the library's popup.
  */
@@ -58,7 +58,7 @@ class ToolTipPeer : public QQuickWidget
 public:
     ToolTipPeer();
 
-    /// Shows \a content, which stays the caller's, with the user interface \a qml.
+    /// Shows \a content, which is not owned, with the user interface \a qml.
     void show(QObject *content, const QString &folder, const QUrl &qml, const QPoint &position);
 
 private:

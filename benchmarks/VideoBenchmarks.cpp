@@ -26,7 +26,7 @@ using Clock = std::chrono::steady_clock;
 
 constexpr int Patience = 60000; // ms
 
-// Set by the benchmark of the whole clip, as it runs; 0 before.
+// Set by the benchmark of the whole clip; 0 before it has run.
 double pictureMemory = 0;
 double processMemory = 0;
 
@@ -35,7 +35,7 @@ double secondsSince(Clock::time_point start)
     return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-/// What the process holds in memory, in bytes.
+/// Resident memory of the process in bytes.
 double residentBytes()
 {
     QFile file(QStringLiteral("/proc/self/statm"));
@@ -45,7 +45,7 @@ double residentBytes()
     return pages * static_cast<double>(::sysconf(_SC_PAGESIZE));
 }
 
-/// Beside what the pictures need at the least, 32 bits a pixel.
+/// Relative to the minimum for the frames, at 32 bits per pixel.
 void noteMemory(const HVVideoSource &source, double residentBefore)
 {
     double bytes = 0;
@@ -57,7 +57,7 @@ void noteMemory(const HVVideoSource &source, double residentBefore)
     processMemory = (residentBytes() - residentBefore) / needed;
 }
 
-/// From the request to the last picture in the cache.
+/// From the request until the last frame is in the cache.
 void cacheWholeClip(benchmark::State &state, const std::shared_ptr<BenchmarkClip> &clip)
 {
     const QUrl url = QUrl::fromLocalFile(clip->path());
@@ -80,7 +80,7 @@ void cacheWholeClip(benchmark::State &state, const std::shared_ptr<BenchmarkClip
     }
 }
 
-/// The ffmpeg program, with as many threads to decode with as the library takes.
+/// The ffmpeg program, with as many decoder threads as the library uses.
 void convertWithProgram(benchmark::State &state, const std::shared_ptr<BenchmarkClip> &clip,
                         const QStringList &extra)
 {
@@ -104,14 +104,14 @@ void convertWithProgram(benchmark::State &state, const std::shared_ptr<Benchmark
     }
 }
 
-/// From the request to the moment at which the display is told to fetch the first picture.
+/// From the request until the display is told to fetch the first frame.
 void showFirstPicture(benchmark::State &state, const std::shared_ptr<BenchmarkClip> &clip)
 {
     const QUrl url = QUrl::fromLocalFile(clip->path());
     for (auto _ : state) {
         QSemaphore displayed;
         HVVideoSourceFFMPEG source;
-        // Deletes itself when its thread has ended.
+        // Deletes itself when its thread ends.
         auto *controller = new HVVideoController(&source, nullptr);
         QObject::connect(
                 controller, &HVVideoController::displayFrame, controller,
@@ -130,7 +130,7 @@ void showFirstPicture(benchmark::State &state, const std::shared_ptr<BenchmarkCl
     }
 }
 
-/// Opening the clip and decoding its first picture, without threads, requests and clocks.
+/// Opens the clip and decodes its first frame, without threads, requests and clocks.
 void decodeFirstPicture(benchmark::State &state, const std::shared_ptr<BenchmarkClip> &clip)
 {
     const QString path = clip->path();

@@ -16,7 +16,7 @@ void setDefault(const char *variable, const char *value)
 
 QtMessageHandler standardLog = nullptr;
 
-/// Keeps out what the offscreen platform says of itself whenever a window is shown.
+/// Suppresses the message that the offscreen platform prints for every window.
 void logMessage(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
     if (!text.startsWith(QLatin1String("This plugin does not support ")))
@@ -30,7 +30,7 @@ int main(int argc, char **argv)
     setDefault("QT_QPA_PLATFORM", "offscreen");
     setDefault("QT_QUICK_BACKEND", "software");
 
-    // Interleaved, so that whatever else the machine does hits a benchmark and its peer alike.
+    // Interleaved: other load on the machine then affects a benchmark and its peer alike.
     char repetitions[] = "--benchmark_repetitions=9";
     char interleaving[] = "--benchmark_enable_random_interleaving=true";
     char duration[] = "--benchmark_min_time=0.05";

@@ -1,14 +1,14 @@
 # SPDX-License-Identifier: Apache-2.0
-# What `cmake --install` lays out, in components from which HovletsPackages makes packages:
+# What `cmake --install` installs, in components that HovletsPackages turns into packages:
 #
-#   Runtime  the library, and the one of helpers for hosts
+#   Runtime  the library and the helper library
 #   Data     the default packages
 #   Headers  headers and the CMake package "Hovlets"
-#   Dev      what a host links with: the CMake package and the pkg-config file of one Qt
-#   Tools    the program for authors, `hovlets`; that of the build for Qt 5 is `hovlets-qt5`
+#   Dev      what hosts link with: the CMake package and the pkg-config file for one Qt
+#   Tools    the program for authors: `hovlets`, or `hovlets-qt5` in the build for Qt 5
 #
-# The builds for Qt 6 and Qt 5 can share a prefix: what they do not both name after their Qt (Data,
-# Headers and what belongs to the program) is the same in both.
+# The builds for Qt 6 and Qt 5 can share a prefix: files without the Qt in their names (Data, Headers
+# and the files of the program) are the same in both.
 
 include(CMakePackageConfigHelpers)
 
@@ -31,7 +31,7 @@ install(TARGETS HovletsAssist EXPORT HovletsTargets
 install(DIRECTORY Components/Hovlets/Packages/
     DESTINATION "${HOVLETS_PACKAGES_DIR}" COMPONENT Data)
 
-# find_package(Hovlets) takes the package of the host's Qt.
+# find_package(Hovlets) selects the package for the host's Qt.
 install(EXPORT HovletsTargets NAMESPACE Hovlets:: FILE "${_library}Targets.cmake"
     DESTINATION "${_config_dir}/${_library}" COMPONENT Dev)
 configure_package_config_file(cmake/HovletsQtConfig.cmake.in "${_library}Config.cmake"
@@ -48,7 +48,7 @@ install(FILES "${CMAKE_CURRENT_BINARY_DIR}/HovletsConfig.cmake"
               "${CMAKE_CURRENT_BINARY_DIR}/HovletsConfigVersion.cmake"
     DESTINATION "${_config_dir}/Hovlets" COMPONENT Headers)
 
-# A relative prefix lets an installed tree be moved.
+# With a relative prefix, an installed tree can be moved.
 file(RELATIVE_PATH HOVLETS_PC_PREFIX
     "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig" "${CMAKE_INSTALL_PREFIX}")
 foreach(_module IN ITEMS Hovlets HovletsAssist)

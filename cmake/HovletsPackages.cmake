@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: Apache-2.0
-# Debian packages of what is installed: `cpack -G DEB` in the build folder.
+# Debian packages of the installed components: run `cpack -G DEB` in the build folder.
 
 string(TOLOWER "${HOVLETS_QT}" _qt)
 set(CPACK_GENERATOR DEB)
@@ -17,7 +17,7 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS
     "${CMAKE_CURRENT_BINARY_DIR}/Components/Hovlets/Hovlets"
     "${CMAKE_CURRENT_BINARY_DIR}/Components/Hovlets/Assist")
 set(CPACK_COMPONENTS_ALL Runtime Data Headers Dev)
-# The program is the same for all content; one package of it will do.
+# One package of the program is enough: both builds do the same.
 if(TARGET hovlets AND QT_VERSION_MAJOR EQUAL 6)
     list(APPEND CPACK_COMPONENTS_ALL Tools)
 endif()

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: Apache-2.0
-# Finds the Qt to build with and its modules. The SAX reader lives in another module in each.
+# Finds Qt and its modules. The SAX reader is in a different module in each major version.
 
 set(_names Qt6 Qt5)
 if(HOVLETS_QT_MAJOR)

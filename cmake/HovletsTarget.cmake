@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: Apache-2.0
-# What every target of the project is compiled with.
+# The compile and link options of every target in the project.
 
 function(hovlets_target target)
     target_compile_features(${target} PUBLIC cxx_std_17)
@@ -13,7 +13,7 @@ function(hovlets_target target)
         QT_NO_CAST_TO_ASCII
         QT_NO_FOREACH
         QT_NO_KEYWORDS
-        # Qt 5.15 deprecates the SAX reader, which Qt 6 goes on to ship in a module of its own.
+        # Qt 5.15 deprecates the SAX reader, which Qt 6 still ships in the module Core5Compat.
         QT_DEPRECATED_WARNINGS_SINCE=0x050E00)
     target_compile_options(${target} PRIVATE
         $<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:-Wall -Wextra -Wpedantic>

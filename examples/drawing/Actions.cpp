@@ -8,7 +8,7 @@
 #include <QtWidgets/QMainWindow>
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QToolBar>
-// In another module in each major version of Qt.
+// QtWidgets in Qt 5, QtGui in Qt 6.
 #include <QAction>
 #include <QActionGroup>
 #include <QUndoStack>

@@ -24,11 +24,11 @@ public:
 
     QAction *get(const QString &name) const { return m_actions.value(name); }
 
-    /// Draws the icons anew in the colours of the application's palette.
+    /// Redraws the icons in the colours of the application's palette.
     void refreshIcons();
 
 Q_SIGNALS:
-    /// \a name is what the history calls a stroke with \a tool.
+    /// The history calls a stroke with \a tool \a name.
     void toolChosen(Tool tool, const QString &name);
 
 private:

@@ -17,7 +17,7 @@ constexpr qreal SmallestZoom = 0.25;
 constexpr qreal LargestZoom = 8.0;
 constexpr qreal WheelZoom = 1.25;
 
-/// Where a shape from \a from must end to be as high as it is wide.
+/// The end point that makes a shape from \a from as high as it is wide.
 QPoint regularEnd(const QPoint &from, const QPoint &to)
 {
     const QPoint span = to - from;
@@ -25,7 +25,7 @@ QPoint regularEnd(const QPoint &from, const QPoint &to)
     return from + QPoint(span.x() < 0 ? -side : side, span.y() < 0 ? -side : side);
 }
 
-/// Where a line from \a from must end to run in a multiple of 45 degrees.
+/// The end point that gives a line from \a from an angle in multiples of 45 degrees.
 QPoint straightEnd(const QPoint &from, const QPoint &to)
 {
     const QPoint span = to - from;
@@ -89,7 +89,7 @@ QPoint Canvas::toDrawing(const QPoint &position) const
 void Canvas::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    // A pattern behind the drawing shows where it is transparent.
+    // The pattern shows through where the drawing is transparent.
     painter.fillRect(rect(), Qt::white);
     painter.fillRect(rect(), QBrush(Qt::lightGray, Qt::Dense6Pattern));
     painter.setRenderHint(QPainter::SmoothPixmapTransform, m_zoom < 1.0);
@@ -145,7 +145,7 @@ void Canvas::fillAt(const QPoint &position)
         m_document->setImage(image, m_toolName);
 }
 
-/// Free strokes grow by a piece; shapes are drawn anew from the point where the drag began.
+/// Extends a free stroke; redraws a shape from the point where the drag began.
 void Canvas::extendStroke(const QPoint &to, bool regular)
 {
     const bool free = m_tool == Tool::Pen || m_tool == Tool::Eraser;

@@ -10,9 +10,9 @@
 class Document;
 
 /*!
- * \brief Shows a drawing, larger or smaller, and draws on its current layer with the mouse.
+ * \brief Shows a drawing at any scale, and draws on its current layer with the mouse.
  *
- * While a button is held the stroke is only previewed; its release makes it a step of the history.
+ * A stroke is a preview while the button is held, and a step of the history once it is released.
  */
 class Canvas : public QWidget
 {
@@ -30,7 +30,7 @@ public:
     void setTool(Tool tool, const QString &name);
     void setColor(const QColor &color);
 
-    /// In pixels of the drawing.
+    /// Width of strokes in pixels of the drawing.
     void setPenWidth(int width) { m_penWidth = width; }
     void setZoom(qreal zoom);
 
@@ -39,7 +39,7 @@ public:
 Q_SIGNALS:
     void zoomChanged(qreal zoom);
 
-    /// The mouse is over \a position of the drawing.
+    /// Emitted when the mouse is over \a position of the drawing.
     void hovered(const QPoint &position);
 
 protected:
@@ -63,6 +63,6 @@ private:
     qreal m_zoom = 1.0;
 
     bool m_drawing = false;
-    QPoint m_from; // where the stroke, or its last piece, began
-    QImage m_stroke; // the layer with the stroke so far
+    QPoint m_from; // start of the stroke or of its last piece
+    QImage m_stroke; // the layer including the stroke so far
 };

@@ -6,7 +6,7 @@
 
 class QPushButton;
 
-/// \brief Rows of coloured squares to choose from with a click.
+/// \brief Rows of coloured squares; a click selects one.
 class Swatches : public QWidget
 {
     Q_OBJECT
@@ -28,7 +28,7 @@ private:
     QColor m_current;
 };
 
-/// \brief Colour and width of the strokes to come.
+/// \brief Selects the colour and the width of the next strokes.
 class ColorPanel : public QWidget
 {
     Q_OBJECT
@@ -36,7 +36,7 @@ class ColorPanel : public QWidget
 public:
     explicit ColorPanel(QWidget *parent = nullptr);
 
-    /// Announces the colour and the width to begin with.
+    /// Emits the signals for the initial colour and width.
     void start();
 
 Q_SIGNALS:

@@ -9,17 +9,17 @@ class DrawingHost;
 class QWidget;
 
 /*!
- * \brief Keeps a list of the visible controls in a file, so that a test can move the mouse there.
+ * \brief Keeps a list of the visible controls in a file, for tests that move the mouse to them.
  *
- * One line "key x y" for each, with its centre on the screen. The file is replaced as a whole when
- * windows or controls have moved.
+ * Each control has a line "key x y" with the position of its centre on the screen. The whole file
+ * is replaced when windows or controls have moved.
  */
 class ControlsFile : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Both, \a host and \a window, outlive this object.
+    /// \a host and \a window must outlive this object.
     ControlsFile(DrawingHost &host, QWidget &window, const QString &path);
 
 private:

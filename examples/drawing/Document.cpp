@@ -2,7 +2,7 @@
 #include "Document.h"
 
 #include <QtGui/QPainter>
-// In another module in each major version of Qt.
+// QtWidgets in Qt 5, QtGui in Qt 6.
 #include <QUndoStack>
 
 #include <utility>
@@ -22,7 +22,7 @@ QImage blank(const QSize &size, const QColor &color)
 
 } // namespace
 
-/// Goes from one state of the drawing to another and back.
+/// A step of the history: switches between two states of the drawing.
 class DocumentStep : public QUndoCommand
 {
 public:

@@ -17,10 +17,10 @@ struct Layer
 };
 
 /*!
- * \brief A drawing: its layers, from the bottom up, and the history of what was done to them.
+ * \brief A drawing: its layers from the bottom up, and the history of their changes.
  *
- * Images are shared until they are written, so each step of the history keeps a whole drawing at
- * the price of the one layer that changed.
+ * Images are implicitly shared: each step of the history holds a whole drawing, but costs only the
+ * layer that changed.
  */
 class Document : public QObject
 {
@@ -37,10 +37,10 @@ public:
 
     void paint(QPainter &painter) const;
 
-    /// Replaces the drawing and forgets its history. False when \a file is no picture.
+    /// Replaces the drawing and its history. Returns false if \a file is not a picture.
     bool load(const QString &file);
 
-    /// Writes what is seen, all layers together, as PNG.
+    /// Writes the visible layers, merged, as PNG.
     bool save(const QString &file) const;
 
     void clear();
@@ -50,17 +50,17 @@ public:
     void setLayerVisible(int index, bool visible);
     void setOpacity(qreal opacity);
 
-    /// What a finished stroke made of the current layer; \a step names it in the history.
+    /// Makes \a image the current layer after a finished stroke; the history calls it \a step.
     void setImage(const QImage &image, const QString &step);
 
-    /// Shows \a image in place of the current layer while a stroke goes on.
+    /// Shows \a image instead of the current layer during a stroke.
     void preview(const QImage &image);
 
 Q_SIGNALS:
-    /// What paint() draws is another picture now.
+    /// Emitted when paint() would draw something else.
     void painted();
 
-    /// Layers came, went, were selected or have other properties.
+    /// Emitted when layers were added, removed, selected or modified.
     void layersChanged();
 
 private:

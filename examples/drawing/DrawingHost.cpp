@@ -7,15 +7,15 @@
 #include <QtWidgets/QAbstractItemView>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QToolButton>
-// In another module in each major version of Qt.
+// QtWidgets in Qt 5, QtGui in Qt 6.
 #include <QAction>
 
 using namespace Hovlets;
 
 namespace {
 
-/// The action behind a tool button or behind the entry of a menu that the mouse is on. The keyboard
-/// asks for the action itself.
+/// The action of a tool button, or of the menu item under the mouse. Keyboard access asks about the
+/// action itself.
 QAction *actionOf(QObject *object)
 {
     if (auto *action = qobject_cast<QAction *>(object))
@@ -27,7 +27,7 @@ QAction *actionOf(QObject *object)
     return nullptr;
 }
 
-/// Whether \a viewport is that of an item view and the item under the mouse has a tooltip.
+/// Whether \a viewport belongs to an item view, and the item under the mouse has a tooltip.
 bool isOverItemWithToolTip(const QWidget *viewport)
 {
     const auto *view = qobject_cast<QAbstractItemView *>(viewport->parentWidget());
@@ -37,7 +37,7 @@ bool isOverItemWithToolTip(const QWidget *viewport)
     return !index.data(Qt::ToolTipRole).toString().isEmpty();
 }
 
-/// Qt names what it builds its controls from so: viewports, the line edit of a spin box.
+/// Whether Qt has named the widget, such as a viewport or the line edit of a spin box.
 bool isPartOfControl(const QWidget *widget)
 {
     return widget->objectName().startsWith(QLatin1String("qt_")) && widget->parentWidget();

@@ -9,19 +9,19 @@
 class HelpWindow;
 
 /*!
- * \brief What the library asks this program: keys, shortcuts, documentation, windows.
+ * \brief Answers the library's questions: keys, shortcuts, documentation, windows.
  *
- * The library watches the mouse by itself (HVKeyTrackHover), so there is nothing to forward.
+ * The library watches the mouse by itself (HVKeyTrackHover), so no events are forwarded.
  */
 class DrawingHost : public Hovlets::HVInterface
 {
     Q_OBJECT
 
 public:
-    /// \a help stays the caller's and outlives this object.
+    /// \a help is not owned and must outlive this object.
     DrawingHost(HVContext &context, const QStringList &dataPaths, HelpWindow &help);
 
-    /// Whether pinned popups get a window of the program's, beside \a parent.
+    /// Gives pinned popups a tool window of \a parent, or none if it is null.
     void setPinnedParent(QWidget *parent) { m_pinnedParent = parent; }
 
     QWidget *createWindow(Hovlets::HVWindowType type) override;
@@ -32,7 +32,7 @@ public:
                               const QString &shortcut) override;
 
 Q_SIGNALS:
-    /// \a what, readable, was opened from a popup; or it could not be.
+    /// Emitted when a link in a popup was clicked; \a what says what was opened or could not be.
     void opened(const QString &what);
 
 private:

@@ -7,7 +7,7 @@
 
 namespace {
 
-// Per channel. Reaches into the smoothed edges of strokes and not into a neighbouring colour.
+// Per channel: enough for the smoothed edges of strokes, too little for another colour.
 constexpr int Tolerance = 32;
 
 class Filler
@@ -46,7 +46,7 @@ private:
                 && std::abs(qAlpha(color) - qAlpha(m_old)) <= Tolerance;
     }
 
-    /// Fills the run around \a seed and remembers those that touch it above and below.
+    /// Fills the run around \a seed and stores the runs that touch it above and below.
     void fillRun(const QPoint &seed, QRgb color)
     {
         const int y = seed.y();
@@ -63,7 +63,7 @@ private:
         addRuns(y + 1, left, right);
     }
 
-    /// Remembers the leftmost pixel of every run in the row \a y between \a left and \a right.
+    /// Stores the leftmost pixel of every run in row \a y between \a left and \a right.
     void addRuns(int y, int left, int right)
     {
         if (y < 0 || y >= m_image.height())

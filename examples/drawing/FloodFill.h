@@ -5,9 +5,9 @@
 #include <QtGui/QImage>
 
 /*!
- * \brief Colours the area around \a start whose pixels have about the colour found there.
+ * \brief Fills the area around \a start whose pixels have nearly the same colour.
  *
- * \a image must be ARGB32, premultiplied. False when nothing changed: \a start lies outside, or the
- * area has the colour already.
+ * \a image must be ARGB32, premultiplied. Returns false if nothing changed, because \a start is
+ * outside the image or the area already has the colour.
  */
 bool floodFill(QImage &image, const QPoint &start, const QColor &color);

@@ -31,7 +31,7 @@ bool HelpWindow::showTopic(const QString &topic)
         return false;
     if (!guide.readAll().contains("name=\"" + topic.toUtf8() + "\""))
         return false;
-    present(); // first: where the topic is depends on the window's width
+    present(); // first: the position of a topic depends on the window's width
     m_browser->setSource(QUrl(QStringLiteral("qrc:/") + Guide + QLatin1Char('#') + topic));
     return true;
 }

@@ -5,7 +5,7 @@
 
 class QTextBrowser;
 
-/// \brief Shows the program's guide, which is built into it.
+/// \brief Shows the guide, which is embedded in the program.
 class HelpWindow : public QDialog
 {
     Q_OBJECT
@@ -13,13 +13,13 @@ class HelpWindow : public QDialog
 public:
     explicit HelpWindow(QWidget *parent = nullptr);
 
-    /// The part of the guide about \a topic. False when there is none.
+    /// Shows the section about \a topic. Returns false if there is none.
     bool showTopic(const QString &topic);
 
-    /// The page \a path, such as "help/guide.html". False when there is none.
+    /// Shows the page \a path, such as "help/guide.html". Returns false if there is none.
     bool showFile(const QString &path);
 
-    /// A page made at run time.
+    /// Shows a page created at run time.
     void showPage(const QString &html);
 
 private:

@@ -4,5 +4,5 @@
 #include <QtGui/QColor>
 #include <QtGui/QIcon>
 
-/// The picture for the action \a name, in \a color so that it suits light and dark palettes.
+/// The icon of the action \a name, drawn in \a color to suit light and dark palettes.
 QIcon drawIcon(const QString &name, const QColor &color);

@@ -39,7 +39,7 @@ LayersPanel::LayersPanel(Document *document, QWidget *parent)
             [document](int percent) { document->setOpacity(percent / 100.0); });
     connect(m_list, &QListWidget::currentRowChanged, this, &LayersPanel::rowSelected);
     connect(m_list, &QListWidget::itemChanged, this, &LayersPanel::itemChanged);
-    // Queued, as the list must not lose its items while it tells of a click on one.
+    // Queued: the list must keep its items while it emits the signal for a click on one.
     connect(document, &Document::layersChanged, this, &LayersPanel::refresh, Qt::QueuedConnection);
     refresh();
 }

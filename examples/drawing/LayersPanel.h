@@ -11,9 +11,9 @@ class QPushButton;
 class QSlider;
 
 /*!
- * \brief The list of layers, the top one first, and what can be done to the selected one.
+ * \brief The list of layers, top first, and the commands for the selected one.
  *
- * The list has a hovlet; its items have ordinary tooltips of their own.
+ * The list has a hovlet, while its items have ordinary tooltips.
  */
 class LayersPanel : public QWidget
 {

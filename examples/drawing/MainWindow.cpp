@@ -21,7 +21,7 @@
 #include <QtWidgets/QStatusBar>
 #include <QtWidgets/QUndoView>
 #include <QtWidgets/QVBoxLayout>
-// In another module in each major version of Qt.
+// QtWidgets in Qt 5, QtGui in Qt 6.
 #include <QAction>
 
 namespace {
@@ -218,7 +218,7 @@ void MainWindow::showGuide()
     m_help.showFile(QStringLiteral("help/guide.html"));
 }
 
-/// The controls that the key data says are new, with the titles of their hovlets.
+/// The controls that the key-data file marks as new, with the titles of their hovlets.
 void MainWindow::showNews()
 {
     QString items;

@@ -14,13 +14,13 @@ namespace Hovlets {
 class HVKeyboardAccess;
 }
 
-/// \brief The window of the program: canvas, panels, and what the menus do.
+/// \brief The main window: canvas, panels and the commands of the menus.
 class MainWindow : public QMainWindow
 {
     Q_OBJECT
 
 public:
-    /// \a host, \a help and \a keyboard outlive the window.
+    /// \a host, \a help and \a keyboard must outlive the window.
     MainWindow(DrawingHost &host, HelpWindow &help, Hovlets::HVKeyboardAccess &keyboard, bool dark);
 
     void openFile(const QString &file);

@@ -6,7 +6,7 @@
 
 class QCoreApplication;
 
-/// What the command line asks for.
+/// The options on the command line.
 struct Options
 {
     QString locale = QStringLiteral("en_US");
@@ -20,5 +20,5 @@ struct Options
     QString drawing;
 };
 
-/// Reads the command line; ends the program for --help and for mistakes.
+/// Parses the command line. Exits for --help and after an error.
 Options readOptions(const QCoreApplication &application);

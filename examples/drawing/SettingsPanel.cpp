@@ -80,7 +80,7 @@ SettingsPanel::Duration SettingsPanel::addDuration(QFormLayout *layout, const QS
     return { box, key };
 }
 
-/// The user interface stills its clips by itself; the fades are the library's.
+/// The user interface stops its clips; the fades are settings of the library.
 void SettingsPanel::addReducedMotion(QFormLayout *layout, const QList<Duration> &fades)
 {
     auto *box = new QCheckBox(tr("Reduced motion"));
@@ -104,7 +104,7 @@ void SettingsPanel::addSwitch(QFormLayout *layout, const QString &label, int key
     layout->addRow(box);
 }
 
-/// Off to begin with: a general text everywhere leaves no room for ordinary tooltips.
+/// Initially off, as a general text for every control would replace all ordinary tooltips.
 void SettingsPanel::addFallback(QFormLayout *layout)
 {
     auto *box = new QCheckBox(tr("General help elsewhere"));

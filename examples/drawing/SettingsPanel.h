@@ -15,7 +15,7 @@ class HVKeyboardAccess;
 /*!
  * \brief Changes the library's settings while the program runs.
  *
- * Each control writes to the host's context; the next hover goes by it.
+ * Each control writes to the host's context, which takes effect at the next hover.
  */
 class SettingsPanel : public QWidget
 {
@@ -28,7 +28,7 @@ public:
 private:
     void addLocale(QFormLayout *layout);
     void addModifiers(QFormLayout *layout);
-    /// The control of a duration, and the setting that it writes.
+    /// A spin box for a duration, and the setting that it writes.
     struct Duration
     {
         QSpinBox *box;

@@ -49,7 +49,7 @@ QPalette darkPalette()
 void applyTheme(bool dark)
 {
     const QPalette palette = dark ? darkPalette() : lightPalette();
-    // The one style of Qt that follows the palette everywhere.
+    // The only style of Qt that uses the palette for everything.
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     QApplication::setPalette(palette);
     QToolTip::setPalette(palette);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-/// Gives the whole application light or dark colours, its tooltips included, from which the popups
-/// of the library take theirs.
+/// Gives the application light or dark colours. Its tooltips change too, and with them the popups
+/// of the library.
 void applyTheme(bool dark);

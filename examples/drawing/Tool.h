@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-/// What dragging on the canvas does.
+/// The effect of dragging on the canvas.
 enum class Tool { Pen, Line, Rectangle, Ellipse, Fill, Eraser };

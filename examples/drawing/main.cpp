@@ -34,7 +34,7 @@ HVContext settingsFor(const Options &options)
     return settings;
 }
 
-/// A tool for those who write the hovlets, so it is there on demand only.
+/// For authors of hovlets, and therefore only on demand.
 std::unique_ptr<Hovlets::HVCoverage> coverageFor(const Options &options, DrawingHost &host)
 {
     if (options.coverageFile.isEmpty() && !options.coverageOverlay)

@@ -6,8 +6,8 @@
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QPushButton>
 
-/// Watches the mouse itself and tells the library. With the setting HVKeyTrackHover the library
-/// does that on its own, and eventFilter() and the constructor's body are not needed.
+/// Watches the mouse and forwards its events to the library. With HVKeyTrackHover the library
+/// watches by itself, and a host needs neither eventFilter() nor the body of the constructor.
 class MinimalHost : public Hovlets::HVInterface
 {
 public:
@@ -26,7 +26,7 @@ protected:
         case QEvent::MouseButtonPress:
         case QEvent::MouseButtonRelease:
             return mouseButtonEventFilter(object, static_cast<QMouseEvent *>(event));
-        case QEvent::ToolTip: // Qt sends it when the mouse has come to rest on a control.
+        case QEvent::ToolTip: // Sent by Qt when the mouse rests on a control.
             return show(keyForObject(object), static_cast<QHelpEvent *>(event)->globalPos(),
                         object);
         default:
@@ -45,7 +45,7 @@ int main(int argc, char **argv)
                      { QStringLiteral(DEFAULT_PACKAGES), QStringLiteral(MINIMAL_PACKAGES) });
 
     QPushButton button(QStringLiteral("Rest the mouse here"));
-    button.setObjectName(QStringLiteral("greeting")); // the key of its content
+    button.setObjectName(QStringLiteral("greeting")); // the key of its entry
     button.resize(260, 80);
     button.show();
     return application.exec();

@@ -8,7 +8,7 @@
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QWidget>
-// In another module in each major version of Qt.
+// QtWidgets in Qt 5, QtGui in Qt 6.
 #include <QAction>
 
 #include <algorithm>
@@ -26,7 +26,7 @@ bool inheritsAny(const QObject *object, const QStringList &classes)
     });
 }
 
-/// Controls whose child widgets are parts of them.
+/// Controls whose child widgets are parts of the control.
 bool isClosed(const QWidget *widget)
 {
     static const QStringList classes {
@@ -40,7 +40,7 @@ bool isClosed(const QWidget *widget)
     return inheritsAny(widget, classes);
 }
 
-/// Widgets that hold controls, whatever their focus policy.
+/// Containers, which are no controls whatever their focus policy.
 bool isContainer(const QWidget *widget)
 {
     static const QStringList classes {
@@ -60,13 +60,13 @@ bool isInteractive(const QWidget *widget)
             || (!isContainer(widget) && (isClosed(widget) || widget->focusPolicy() != Qt::NoFocus));
 }
 
-/// Qt names what it builds its controls from so.
+/// Whether Qt has named the object: it builds controls from such parts.
 bool isPart(const QWidget *widget)
 {
     return widget->objectName().startsWith(QLatin1String("qt_"));
 }
 
-/// Of all that Qt builds its controls from, these alone hold widgets of the host's.
+/// The only parts of Qt's own controls that contain widgets of the host.
 bool holdsHostWidgets(const QWidget *part)
 {
     return part->objectName() == QLatin1String("qt_scrollarea_viewport")
@@ -150,7 +150,7 @@ private:
     const std::function<void(const HVVisibleObject &)> &m_visit;
 };
 
-/// The text of the label that stands before a field.
+/// The text of the label whose buddy is the field.
 QString textOfBuddy(const QObject *object)
 {
     if (!object->isWidgetType() || !object->parent())
@@ -173,7 +173,7 @@ void walkVisibleObjects(const QStringList &ignoredClasses,
 
 QString labelOf(const QObject *object)
 {
-    // Of other widgets the text is what the user has typed.
+    // In other widgets, the property "text" holds what the user has typed.
     const bool hasWords = object->inherits("QAbstractButton") || object->inherits("QAction")
             || object->inherits("QLabel");
     const auto property = [object](const char *name) { return object->property(name).toString(); };
@@ -181,7 +181,7 @@ QString labelOf(const QObject *object)
                                  property("accessibleName"), textOfBuddy(object),
                                  property("toolTip") };
     for (QString text : candidates) {
-        // A mark before the letter of the keyboard is none of the words.
+        // Without the mark of the mnemonic.
         const QString line =
                 text.remove(QLatin1Char('&')).section(QLatin1Char('\n'), 0, 0).simplified();
         if (!line.isEmpty())

@@ -12,27 +12,27 @@ class QWidget;
 
 namespace Hovlets {
 
-/// A visible widget, or an entry of a visible menu, that may turn out to be a control.
+/// A visible widget, or an action in a visible menu: a candidate for a control.
 struct HVVisibleObject
 {
     QObject *object; // a widget or an action
-    QWidget *widget; // the object, or the menu that it is in
+    QWidget *widget; // the object itself, or the menu that contains the action
     QRect area; // in the coordinates of the widget's window
-    bool interactive; // a control, also without an entry
-    QString name; // the last of its path, see parents
-    QStringList parents; // object names, or class and place among the nameless of that class
+    bool interactive; // counts as a control even without an entry
+    QString name; // last part of its path; see parents
+    QStringList parents; // object names, or class and position among its unnamed siblings
 };
 
 /*!
- * Calls \a visit for each visible object of the application's windows, from the windows down.
+ * Calls \a visit for each visible object in the application's windows, parents first.
  *
- * Left out are the parts that Qt builds its controls from, tooltips, the popups of Hovlets and,
- * with all that is in them, widgets that inherit one of \a ignoredClasses.
+ * Skips the parts that Qt builds controls from, tooltips, the popups of Hovlets, and widgets that
+ * inherit one of \a ignoredClasses with everything inside them.
  */
 void walkVisibleObjects(const QStringList &ignoredClasses,
                         const std::function<void(const HVVisibleObject &)> &visit);
 
-/// What a person reads on a widget or an action.
+/// The words by which a person recognises a widget or an action.
 QString labelOf(const QObject *object);
 
 } // namespace Hovlets

@@ -23,7 +23,7 @@ namespace Hovlets {
 
 namespace {
 
-constexpr int Rest = 50; // ms from an event to the walk, which then answers many at once
+constexpr int Rest = 50; // ms from an event to the walk, which serves many events
 constexpr int FormatVersion = 1;
 
 QString windowName(const QWidget *widget)
@@ -35,7 +35,7 @@ QString windowName(const QWidget *widget)
                                           : window->objectName();
 }
 
-/// After these an outline may be at the wrong place.
+/// Whether an outline may be in the wrong place after such an event.
 bool movesControls(QEvent::Type type)
 {
     return type == QEvent::Hide || type == QEvent::Move || type == QEvent::Resize
@@ -55,10 +55,10 @@ public:
     QPointer<HVInterface> host;
     HVCoverageSettings settings;
     HVCoverageRecord record;
-    QHash<QString, bool> entries; // whether the key has one; forgotten when a setting changes
-    QHash<QWidget *, QVector<HVOutline>> outlines; // of the windows of the last walk
+    QHash<QString, bool> entries; // by key, whether it has one; cleared when a setting changes
+    QHash<QWidget *, QVector<HVOutline>> outlines; // by window, from the last walk
     QHash<QWidget *, QPointer<HVCoverageOverlay>> overlays;
-    QString fallback; // the key, if it has an entry
+    QString fallback; // the fallback key if it has an entry
     QTimer timer;
     bool isWalking = false;
     bool isWritten = false;
@@ -129,7 +129,7 @@ HVCoverage::HVCoverage(HVInterface &host, const HVCoverageSettings &settings, QO
     d->timer.setInterval(Rest);
     connect(&d->timer, &QTimer::timeout, this, &HVCoverage::walk);
     connect(&host.context(), &HVContext::settingDidChange, this, [this] {
-        d->entries.clear(); // another locale, say
+        d->entries.clear(); // the locale may have changed
         walkSoon();
     });
     connect(qApp, &QCoreApplication::aboutToQuit, this, [this] {
@@ -151,7 +151,7 @@ void HVCoverage::walk()
 {
     if (!d->host || d->isWalking)
         return;
-    d->isWalking = true; // what a walk shows is no reason for the next
+    d->isWalking = true; // its own overlays must not start another
     d->timer.stop();
     d->outlines.clear();
     d->fallback = fallbackKey(*d->host);
@@ -162,7 +162,7 @@ void HVCoverage::walk()
     d->isWalking = false;
 }
 
-/// A window that changes all the time is walked all the same.
+/// Does not restart the timer: a window that changes constantly must be walked too.
 void HVCoverage::walkSoon()
 {
     if (!d->timer.isActive())

@@ -17,7 +17,7 @@ constexpr QRgb MissingColor = qRgb(0xd9, 0x23, 0x2e);
 HVCoverageOverlay::HVCoverageOverlay(QWidget *window)
     : QWidget(window)
 {
-    // Qt's own children have such names: hosts that look for controls of theirs pass over them.
+    // Named like Qt's own parts, which hosts skip when they search their children.
     setObjectName(QStringLiteral("qt_hovlets_coverage_overlay"));
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setAttribute(Qt::WA_NoSystemBackground);
@@ -28,7 +28,7 @@ void HVCoverageOverlay::setOutlines(const QVector<HVOutline> &outlines)
 {
     if (geometry() != parentWidget()->rect())
         setGeometry(parentWidget()->rect());
-    // A panel that was added since is above it.
+    // Panels that were added meanwhile are above it.
     if (parentWidget()->children().last() != this)
         raise();
     show();

@@ -20,10 +20,10 @@ struct HVOutline
 };
 
 /*!
- * \brief Lies over a window and outlines its controls.
+ * \brief Covers a window and outlines its controls.
  *
- * Events go through it to what is below. Missing controls are told from covered ones by the stroke,
- * too: not everybody sees the difference between red and green.
+ * Events pass through it to the widgets below. Missing and covered controls differ in the stroke as
+ * well as in the colour, since not everybody can tell red from green.
  */
 class HVCoverageOverlay : public QWidget
 {
@@ -43,7 +43,7 @@ private:
 
 bool isOverlay(const QObject *object);
 
-/// Whether a child widget more does no harm to it.
+/// Whether the window tolerates an additional child widget.
 bool takesOverlay(const QWidget *window);
 
 } // namespace Hovlets

@@ -10,7 +10,7 @@
 
 namespace Hovlets {
 
-/// What is known of one control.
+/// What the report says about one control.
 struct HVControlState
 {
     QString key;
@@ -26,10 +26,9 @@ struct HVControlState
 };
 
 /*!
- * \brief All controls that were seen, also in windows that are gone, and all keys asked for.
+ * \brief All controls seen so far, including those of closed windows, and all keys asked for.
  *
- * A control is the same when it is found again at the same place with the same class; what is known
- * of it is then brought up to date.
+ * Adding a control with the path and class of an earlier one updates that one.
  */
 class HVCoverageRecord
 {
@@ -41,8 +40,8 @@ public:
     QJsonObject toJson(const QStringList &entryKeys, const QString &fallbackKey) const;
 
 private:
-    QVector<HVControlState> m_controls; // in the order in which they were met
-    QHash<QString, int> m_places; // in m_controls
+    QVector<HVControlState> m_controls; // in the order of discovery
+    QHash<QString, int> m_places; // by path and class, the index in m_controls
     QSet<QString> m_asked;
 };
 

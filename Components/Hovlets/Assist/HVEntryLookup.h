@@ -8,14 +8,13 @@ namespace Hovlets {
 class HVInterface;
 
 /*!
- * Whether \a key has an entry in the locale in force or in the fallback locale.
+ * Whether \a key has an entry in the current locale or in the fallback locale.
  *
- * The interface looks up and frees what it finds. An index of the host's own must give its entries
- * the attribute "key", as the control files do.
+ * The entries of an index supplied by the host must have the attribute "key", as in control files.
  */
 bool hasEntry(HVInterface &host, const QString &key);
 
-/// The fallback key in force if it has an entry, else empty.
+/// The current fallback key if it has an entry, otherwise empty.
 QString fallbackKey(HVInterface &host);
 
 } // namespace Hovlets

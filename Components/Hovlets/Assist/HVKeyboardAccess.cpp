@@ -17,19 +17,19 @@
 #include <QtGui/QScreen>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QMenu>
-// In another module in each major version of Qt.
+// QtWidgets in Qt 5, QtGui in Qt 6.
 #include <QAction>
 
 namespace Hovlets {
 
 namespace {
 
-/// What has a hovlet to open.
+/// The object whose hovlet the key opens.
 struct Target
 {
-    QString key; // empty: nothing to open
+    QString key; // empty if there is nothing to open
     QObject *object = nullptr; // a widget or an action
-    QWidget *widget = nullptr; // the object, or the menu that it is in
+    QWidget *widget = nullptr; // the object itself, or the menu that contains the action
     QRect area; // global
 };
 
@@ -47,7 +47,7 @@ Target entryOf(HVInterface &host, QMenu *menu)
     return { key, action, menu, globalArea(menu, menu->actionGeometry(action)) };
 }
 
-/// The nearest of the widget and its parents that has an entry, as far as its window.
+/// The widget, or its nearest parent within the window, that has an entry.
 Target nearestWithEntry(HVInterface &host, QWidget *widget)
 {
     for (QWidget *w = widget; w; w = w->isWindow() ? nullptr : w->parentWidget()) {
@@ -93,15 +93,15 @@ public:
     HVKeyboardAccessSettings settings;
     bool enabled = true;
 
-    // What open() opened.
+    // The popup that open() opened.
     QPointer<QWidget> popup;
-    QPointer<QWidget> focus; // where the focus was
-    QPointer<QWidget> control; // what it is beside, or the menu with that
+    QPointer<QWidget> focus; // the widget that had the focus
+    QPointer<QWidget> control; // the control beside the popup, or its menu
     QRect area; // global
-    QString key; // that it shows
+    QString key; // of the entry in the popup
     QMetaObject::Connection menuMoves;
 
-    QString announced; // what screen readers were told last, of the popup on screen
+    QString announced; // last announcement about the popup on screen
 };
 
 bool HVKeyboardAccess::Private::wantsOpenKey(const QKeyEvent &event) const
@@ -126,7 +126,7 @@ void HVKeyboardAccess::Private::hideWithEscape()
         closePinnedPopup(pinned);
 }
 
-/// The popup goes where the library put it, below the control, unless it covers that there.
+/// Keeps the place that the library chose, below the control, unless the popup hides the control.
 void HVKeyboardAccess::Private::place()
 {
     if (!popup || !control)
@@ -135,8 +135,8 @@ void HVKeyboardAccess::Private::place()
     popup->move(placeBeside(area, popup->frameGeometry().size(), screen));
 }
 
-/// The countdown that began because the mouse is elsewhere ends as if the mouse were on the popup.
-/// It begins anew when the mouse moves.
+/// Stops the hide timer, which runs because the mouse is elsewhere, as if the mouse were over the
+/// popup. The next move of the mouse restarts it.
 void HVKeyboardAccess::Private::keepWithoutMouse()
 {
     const QPoint local = popup->rect().center();
@@ -156,7 +156,7 @@ void HVKeyboardAccess::Private::announce()
     announced = all;
     shown->setAccessibleName(words.title);
     shown->setAccessibleDescription(words.text);
-    // Qt leaves these out for windows that are tooltips.
+    // Qt does not send these for tooltip windows.
     QAccessibleEvent isShown(shown, QAccessible::ObjectShow);
     QAccessible::updateAccessibility(&isShown);
     QAccessibleEvent isNews(shown, QAccessible::Alert);
@@ -234,7 +234,7 @@ bool HVKeyboardAccess::eventFilter(QObject *object, QEvent *event)
     if (!d->host || !d->enabled)
         return false;
     switch (event->type()) {
-    case QEvent::ShortcutOverride: { // accepted, the key comes as such and is no shortcut
+    case QEvent::ShortcutOverride: { // if accepted, a key press follows instead of a shortcut
         const auto *key = static_cast<QKeyEvent *>(event);
         if (!d->wantsEscape(*key) && !d->wantsOpenKey(*key))
             return false;
@@ -268,7 +268,7 @@ bool HVKeyboardAccess::eventFilter(QObject *object, QEvent *event)
     case QEvent::Resize:
         if (!isPopup(object))
             return false;
-        // Later: then it has the content, and the place that the library gives it.
+        // Deferred until the popup has its content and its place.
         QTimer::singleShot(0, this, [this] { d->announce(); });
         if (event->type() == QEvent::Resize && object == d->popup && isOpen())
             QTimer::singleShot(0, this, [this] { isOpen() ? d->place() : void(); });

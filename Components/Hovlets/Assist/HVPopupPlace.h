@@ -8,11 +8,12 @@
 namespace Hovlets {
 
 /*!
- * Where a popup of \a size leaves \a control in view: below it, else above, to its right or to its
- * left, inside \a screen.
+ * The position of a popup of \a size that does not hide \a control: below, above, to the right or
+ * to the left of it, in this order of preference, inside \a screen.
  *
- * Beside a control that leaves no room it covers the corner that is the farthest from its start.
- * Everything is global, in pixels.
+ * If no side has room, the popup covers the bottom right corner of what is
+ * visible of the control. All coordinates are
+ * global, in pixels.
  */
 QPoint placeBeside(const QRect &control, const QSize &size, const QRect &screen);
 

@@ -3,7 +3,7 @@
 
 #include <QtCore/qglobal.h>
 
-/// Marks the classes that a host links against. Tests link them statically.
+/// Marks the classes that hosts link against. Tests link statically.
 #if defined(HOVLETS_STATIC)
 #    define HOVLETS_ASSIST_EXPORT
 #elif defined(HOVLETS_ASSIST_BUILD)

@@ -14,16 +14,16 @@ namespace Hovlets {
 
 class HVInterface;
 
-/// What an HVCoverage does, at its construction.
+/// Options for the construction of an HVCoverage.
 struct HVCoverageSettings
 {
-    /// Where the report goes when the program ends. Empty: nowhere by itself.
+    /// File to which the report is written when the program ends. If empty, none is written.
     QString reportFile;
 
-    /// Whether to outline the controls: solid green with an entry, dashed red without.
+    /// Outline the controls: solid green with an entry, dashed red without.
     bool overlay = false;
 
-    /// Widgets of these classes, and of those derived from them, are left out with all in them.
+    /// Classes to skip, with derived classes and everything inside their widgets.
     QStringList ignoredClasses { QStringLiteral("QColorDialog"),   QStringLiteral("QErrorMessage"),
                                  QStringLiteral("QFileDialog"),    QStringLiteral("QFontDialog"),
                                  QStringLiteral("QInputDialog"),   QStringLiteral("QMessageBox"),
@@ -31,20 +31,22 @@ struct HVCoverageSettings
 };
 
 /*!
- * \brief Finds the controls of a running host that have no entry, and the entries without control.
+ * \brief Finds controls without an entry and entries without a control in a running host.
  *
- * A tool for the authors of a host: make one where a command-line option or a debug build asks for
- * it, not for every user. Use the program, then read the report; docs/assist.md says what counts as
- * a control and what the report holds.
+ * This is a tool for developers: create it when a command-line option or a debug build asks for it,
+ * not for every user. Use the program, then read the report. docs/assist.md defines what counts as
+ * a control and describes the report.
  *
- * Make it after the host's interface and delete it before; without the interface it does nothing.
- * It watches the application's events, and walks the windows shortly after something was shown. A
- * walk asks HVInterface::keyForObject() for each visible widget and looks each new key up once:
- * as long as one hover for each, then some microseconds for each widget. With the overlay it also
- * walks after changes of layout, and each window gets one more child widget, which takes no
- * events. The keys of all entries are read for a report only.
+ * Create it after the host's interface and delete it before. Without the interface it does nothing.
  *
- * GUI thread only. The look-ups send the messages of level 300 that those of hovering send.
+ * It watches the application's events and walks the windows within 50 ms after something was shown.
+ * A walk calls HVInterface::keyForObject() for each visible widget and looks up each new key once.
+ * The look-up takes as long as that of a hover and sends the same messages of level 300; apart from
+ * that, a walk takes some microseconds per widget. With the overlay, changes of layout start a walk
+ * too, and each window has one additional child widget, which takes no events. Only a report reads
+ * the keys of all entries.
+ *
+ * GUI thread only.
  */
 class HOVLETS_ASSIST_EXPORT HVCoverage : public QObject
 {
@@ -52,53 +54,33 @@ class HOVLETS_ASSIST_EXPORT HVCoverage : public QObject
     Q_DISABLE_COPY_MOVE(HVCoverage)
 
 public:
-    /*!
-     * Begins to watch.
-     * \param host the host's interface; not owned
-     * \param settings what to do; they are copied
-     * \param parent owner of the object, as of any QObject; null for none
-     */
+    /// Starts to watch the application. The interface is not owned; the settings are copied.
     explicit HVCoverage(HVInterface &host, const HVCoverageSettings &settings = {},
                         QObject *parent = nullptr);
 
-    /// Writes the report, unless the end of the program has done so before.
+    /// Writes the report unless the end of the program has already done so.
     ~HVCoverage() override;
 
-    /// Walks the windows that are visible now; it happens by itself when something is shown.
+    /// Walks the visible windows. This happens by itself after something was shown.
     void walk();
 
-    /*!
-     * Walks, and tells what was found so far.
-     * \return the report; empty when the interface is gone
-     */
+    /// Walks, and returns the report so far. It is empty if the interface no longer exists.
     QJsonObject report();
 
     /*!
-     * Walks and writes the report.
-     * \param file where to; one that is there is replaced
-     * \return false when that failed, or the interface is gone
+     * Walks and writes the report to \a file, replacing an existing one.
+     * \return false if writing failed or the interface no longer exists
      */
     bool writeReport(const QString &file);
 
-    /*!
-     * Whether controls are outlined.
-     * \return as HVCoverageSettings::overlay or the last setOverlayVisible() has it
-     */
+    /// Whether controls are outlined. The initial value is HVCoverageSettings::overlay.
     bool isOverlayVisible() const;
 
-    /*!
-     * Outlines the controls, or no longer.
-     * \param visible whether to
-     */
+    /// Switches the outlines on or off.
     void setOverlayVisible(bool visible);
 
 protected:
-    /*!
-     * Watches the application.
-     * \param object whose event it is
-     * \param event any event of the application
-     * \return false, so that the event goes on to its target
-     */
+    /// Watches all events of the application and consumes none.
     bool eventFilter(QObject *object, QEvent *event) override;
 
 private:
