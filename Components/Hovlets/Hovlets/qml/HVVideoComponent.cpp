@@ -2,6 +2,7 @@
 #include "HVVideoComponent.h"
 
 #include "HVImageNode.h"
+#include "HVThreadKeeper.h"
 #include "HVVideoController.h"
 #include "HVVideoSourceFFMPEG.h"
 #include "HVView.h"
@@ -35,12 +36,8 @@ HVVideoComponent::HVVideoComponent(QQuickItem *parent)
 
 HVVideoComponent::~HVVideoComponent()
 {
-    if (m_controller)
-        m_controller->quit();
-    m_source->quit();
-    m_source->wait();
-    if (m_controller)
-        m_controller->wait();
+    // FFmpeg may take its time; the user interface has none.
+    HVThreadKeeper::keep(m_controller, m_source);
 }
 
 QString HVVideoComponent::source() const

@@ -15,9 +15,10 @@ class HVVideoSourceFFMPEG;
 /*!
  * \brief The QML item that shows a clip of the popup's content.
  *
- * Each item has a source and a controller, each with a thread of its own, and stops both when it is
- * destroyed. The picture is drawn from (0, 0) at its own size, also where the item is smaller; QML
- * sizes the item by contentWidth and contentHeight. GUI thread only.
+ * Each item has a source and a controller, each with its own thread. When the item is destroyed, it
+ * asks both to quit and leaves them to HVThreadKeeper: it waits for nothing. The picture is drawn
+ * from (0, 0) at its own size, also where the item is smaller; QML sizes the item by contentWidth
+ * and contentHeight. GUI thread only.
  */
 class HVVideoComponent : public QQuickItem
 {

@@ -1,27 +1,25 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <chrono>
 #include <condition_variable>
 #include <mutex>
 
 namespace Hovlets {
 
 /*!
- * \brief A sleep that ends early when there is work.
+ * \brief A sleep that lasts until there is work.
  *
- * A wake that comes before the sleep is not lost: the next sleep ends at once. wake() may be
- * called from any thread.
+ * A wake that comes before the sleep is not lost: the next sleep ends at once. Any thread may call
+ * wake().
  */
 class HVIdleWait
 {
 public:
-    /// Sleeps until woken, at the most \a milliseconds.
-    void sleep(unsigned long milliseconds)
+    /// Sleeps until woken.
+    void sleep()
     {
         std::unique_lock<std::mutex> lock(m_mutex);
-        m_condition.wait_for(lock, std::chrono::milliseconds(milliseconds),
-                             [this] { return m_awake; });
+        m_condition.wait(lock, [this] { return m_awake; });
         m_awake = false;
     }
 

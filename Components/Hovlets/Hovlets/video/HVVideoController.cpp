@@ -19,7 +19,6 @@ using Mutex = std::recursive_timed_mutex; // one that thread checkers see throug
 using Locker = std::lock_guard<Mutex>;
 
 constexpr std::chrono::milliseconds LockTime(100);
-constexpr unsigned long IdleTime = 100; // ms
 constexpr unsigned long QuitTime = 10000; // ms
 constexpr double UsualRate = 25.0; // pictures/s, where a source tells none
 constexpr double LongestRest = 3600.0; // s, where one tells next to none
@@ -101,7 +100,7 @@ HVVideoController::HVVideoController(HVVideoSource *source, QObject *parent)
             Qt::DirectConnection);
     if (!source)
         return;
-    source->setFrameWaiter(d->idle);
+    source->addFrameWaiter(d->idle);
     connect(source, &HVVideoSource::streamEnded, this, &HVVideoController::streamEnded);
     connect(source, &HVVideoSource::sourceLoaded, this, &HVVideoController::sourceLoaded);
     connect(source, &HVVideoSource::loadProgressChanged, this,
@@ -161,9 +160,12 @@ bool HVVideoController::setSource(const QUrl &url)
     setState(Paused);
     if (!d->source || !d->source->setSource(url))
         return false;
-    const Locker locker(d->controllerMutex);
-    d->position = 0;
-    d->needFrame = true;
+    {
+        const Locker locker(d->controllerMutex);
+        d->position = 0;
+        d->needFrame = true;
+    }
+    d->idle->wake();
     return true;
 }
 
@@ -343,7 +345,7 @@ void HVVideoController::run()
             presentFrame();
         }
         locker.unlock();
-        d->idle->sleep(IdleTime);
+        d->idle->sleep(); // all that this pass looks at wakes it when it changes
     }
 }
 

@@ -9,6 +9,7 @@
 
 #include <deque>
 #include <mutex>
+#include <vector>
 
 namespace Hovlets {
 
@@ -17,7 +18,6 @@ namespace {
 using Mutex = std::recursive_mutex; // one that thread checkers see through
 using Locker = std::lock_guard<Mutex>;
 
-constexpr unsigned long IdleTime = 100; // ms
 constexpr unsigned long QuitTime = 10000; // ms
 
 } // namespace
@@ -38,15 +38,20 @@ public:
     mutable Mutex frameMutex;
     std::shared_ptr<HVVideoFrameCache> cache;
     QMap<QString, std::shared_ptr<HVVideoFrameCache>> caches; // clips to keep: none so far
-    std::weak_ptr<HVIdleWait> frameWaiter;
+    std::vector<std::weak_ptr<HVIdleWait>> frameWaiters;
 
     HVIdleWait idle;
 };
 
 HVVideoSource::HVVideoSource(QObject *parent)
     : QThread(parent)
-    , d(std::make_unique<Private>())
+    , d(std::make_shared<Private>())
 {
+    // Orders what the thread did before what its owner does after wait(). QThread does so, too, but
+    // by means that thread checkers do not see.
+    connect(
+            this, &QThread::finished, this,
+            [shared = d] { const Locker locker(shared->stateMutex); }, Qt::DirectConnection);
 }
 
 HVVideoSource::~HVVideoSource()
@@ -68,6 +73,7 @@ void HVVideoSource::changeSetAction(Action action)
         const Locker locker(d->stateMutex);
         d->action = action;
     }
+    d->idle.wake(); // called by another thread, it ends the idling as a request does
     Q_EMIT actionChanged();
 }
 
@@ -116,8 +122,10 @@ bool HVVideoSource::shouldQuit() const
 void HVVideoSource::quit()
 {
     setShouldQuit();
-    if (wait(QuitTime))
+    if (wait(QuitTime)) {
+        const Locker locker(d->stateMutex);
         return;
+    }
     qCDebug(videoLog) << "HVVideoSource did not quit in a timely fashion";
     terminate();
     if (!wait(QuitTime))
@@ -184,16 +192,18 @@ void HVVideoSource::clearChanges()
 
 void HVVideoSource::pushFrame(const HVVideoFrame &frame)
 {
-    std::shared_ptr<HVIdleWait> waiter;
+    std::vector<std::weak_ptr<HVIdleWait>> waiters;
     {
         const Locker locker(d->frameMutex);
         if (!d->cache)
             return;
         d->cache->addFrame(frame);
-        waiter = d->frameWaiter.lock();
+        waiters = d->frameWaiters;
     }
-    if (waiter)
-        waiter->wake();
+    for (const auto &each : waiters) {
+        if (const auto waiter = each.lock())
+            waiter->wake();
+    }
 }
 
 void HVVideoSource::notifyStreamEnded()
@@ -201,10 +211,10 @@ void HVVideoSource::notifyStreamEnded()
     Q_EMIT streamEnded();
 }
 
-void HVVideoSource::setFrameWaiter(const std::shared_ptr<HVIdleWait> &waiter)
+void HVVideoSource::addFrameWaiter(const std::shared_ptr<HVIdleWait> &waiter)
 {
     const Locker locker(d->frameMutex);
-    d->frameWaiter = waiter;
+    d->frameWaiters.push_back(waiter);
 }
 
 bool HVVideoSource::loadSource()
@@ -233,7 +243,7 @@ void HVVideoSource::idle()
         if (!d->changes.empty())
             return; // one wake may have come for several requests
     }
-    d->idle.sleep(IdleTime);
+    d->idle.sleep();
 }
 
 } // namespace Hovlets

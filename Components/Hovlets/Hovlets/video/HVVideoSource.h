@@ -93,8 +93,8 @@ public:
     void pushFrame(const HVVideoFrame &frame);
     void notifyStreamEnded();
 
-    /// Has \a waiter woken by each new picture, for as long as anybody else holds it.
-    void setFrameWaiter(const std::shared_ptr<HVIdleWait> &waiter);
+    /// Each new frame wakes \a waiter, for as long as anybody else holds it.
+    void addFrameWaiter(const std::shared_ptr<HVIdleWait> &waiter);
 
 Q_SIGNALS:
     void frameReady();
@@ -111,12 +111,12 @@ protected:
     /// Applies at most one change.
     void processActionQueue();
 
-    /// Sleeps at most 100 ms; a request ends it.
+    /// Sleeps until a request arrives.
     void idle();
 
 private:
     class Private;
-    std::unique_ptr<Private> d;
+    std::shared_ptr<Private> d; // the ending thread holds it as well
 };
 
 /// A request to change the action, applied on the source thread.
