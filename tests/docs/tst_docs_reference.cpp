@@ -104,7 +104,8 @@ void tst_DocsReference::shouldTellOfEveryQuestionToTheHost()
 void tst_DocsReference::shouldLinkToWhatIsThere_data()
 {
     QTest::addColumn<QString>("path");
-    const QStringList names { QStringLiteral("README.md"), QStringLiteral("CONTRIBUTING.md") };
+    const QStringList names { QStringLiteral("README.md"), QStringLiteral("CONTRIBUTING.md"),
+                              QStringLiteral("SECURITY.md"), QStringLiteral("CHANGELOG.md") };
     for (const QString &name : names)
         QTest::newRow(qPrintable(name)) << Source.filePath(name);
     QDirIterator docs(Source.filePath(QStringLiteral("docs")), { QStringLiteral("*.md") },
