@@ -2,6 +2,7 @@
 #include "HVWidget.h"
 
 #include "HVContext.h"
+#include "HVControlWatch.h"
 #include "HVPinning.h"
 #include "HVPopupServices.h"
 #include "HVSettings.h"
@@ -61,6 +62,7 @@ public:
     QPointer<HVPopupServices> services; // null once the manager is gone
     bool pinned = false;
     bool retired = false;
+    HVControlWatch *control = nullptr; // child; watches the reference widget of a hover popup
     std::optional<QPoint> wanted; // where the popup was asked for; none once the user has moved it
     QPoint placed; // where it went for that
 };
@@ -78,6 +80,12 @@ HVWidget::HVWidget(HVManager *manager, QWidget *parent, QWidget *referenceWidget
     if (!d->setting(HVKeyPopupIsWindow).toBool())
         setWindowFlags(Qt::ToolTip);
     connect(d->hideTimer, &QTimer::timeout, this, &HVWidget::hideAnimated);
+    d->control = new HVControlWatch(*this);
+    connect(d->control, &HVControlWatch::controlGone, this, &HVWidget::hide);
+    connect(d->control, &HVControlWatch::pointerLeft, this, [this] {
+        if (isVisible())
+            checkMousePosition(QCursor::pos());
+    });
 }
 
 HVWidget::~HVWidget()
@@ -125,6 +133,7 @@ void HVWidget::showWithContent(QObject *reference, const QPoint &pos, HVXmlEleme
     const QPointer<HVWidget> self(this);
     d->referenceWidget =
             reference && reference->isWidgetType() ? static_cast<QWidget *>(reference) : nullptr;
+    d->control->watch(d->referenceWidget);
     d->wanted.reset(); // the new content takes its size before it takes its place
     d->view->showContent(content, rootPath);
     if (!self || d->retired || !d->view || d->view->content() != content)
@@ -342,6 +351,7 @@ void HVWidget::contentReservedChanged()
     d->opacityAnimation->stop();
     setWindowOpacity(1.0);
     d->pinned = true;
+    d->control->watch(nullptr);
     d->wanted.reset();
     d->hideTimer->stop();
     setAttribute(Qt::WA_DeleteOnClose, !container); // at once: it may be closed before it moves

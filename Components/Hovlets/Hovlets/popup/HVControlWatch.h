@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtCore/QObject>
+#include <QtCore/QPointer>
+#include <QtCore/QVector>
+
+class QWidget;
+class QWindow;
+
+namespace Hovlets {
+
+/*!
+ * \brief Notices when the control that a popup belongs to is no longer where it was.
+ *
+ * Watches the control, what it lies in and its window. Emits from within their events. GUI thread
+ * only.
+ */
+class HVControlWatch : public QObject
+{
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(HVControlWatch)
+
+public:
+    /// \a popup owns the watch.
+    explicit HVControlWatch(QWidget &popup);
+
+    /// Watches \a control instead of the one before; null watches none.
+    void watch(QWidget *control);
+
+Q_SIGNALS:
+    /// The control was hidden or destroyed, or its window moved, minimised, hidden or blocked by a
+    /// modal dialog.
+    void controlGone();
+
+    /// The pointer left the control's window or the popup, and no move may come that says where to.
+    void pointerLeft();
+
+protected:
+    bool eventFilter(QObject *object, QEvent *event) override;
+
+private:
+    void release();
+    bool takesControlAlong(const QObject *object, const QEvent &event) const;
+
+    QWidget &m_popup;
+    QPointer<QWidget> m_control;
+    QVector<QPointer<QWidget>> m_watched; // the control and what it lies in, its window last
+    QPointer<QWindow> m_handle; // of that window: dialogs block this, not the widget
+};
+
+} // namespace Hovlets
