@@ -26,6 +26,8 @@ QString complaint()
                       "    HVScrollBar {}\n"
                       "}",
                       QUrl());
+    if (!component.isReady())
+        return component.errorString();
     const std::unique_ptr<QObject> object(component.create());
     return component.errorString();
 }
