@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVControlFiles.h"
+#include "HVLimits.h"
 #include "PackageFolder.h"
 #include "TestMain.h"
+
+#include <sys/stat.h>
 
 using namespace Hovlets;
 
@@ -15,7 +18,8 @@ HVControlFiles::File file(const char *name, int depth = 2)
 QStringList names(const HVControlFiles &files)
 {
     QStringList names;
-    for (const HVControlFiles::File &file : files)
+    const QList<HVControlFiles::File> all = files.files();
+    for (const HVControlFiles::File &file : all)
         names += QStringLiteral("%1 %2").arg(file.first).arg(file.second);
     return names;
 }
@@ -127,6 +131,30 @@ private Q_SLOTS:
         QVERIFY(!HVControlFiles::isControlFile(folder.path() + QStringLiteral("/folder.xml")));
         QVERIFY(!HVControlFiles::isControlFile(folder.path() + QStringLiteral("/no.xml")));
         QVERIFY(!HVControlFiles::isControlFile(link));
+    }
+
+    void shouldTellWhyAFileIsNotRead()
+    {
+        const PackageFolder folder;
+        const QString large =
+                folder.add(QStringLiteral("a.xml"), "<hovlets>" + QByteArray(99, ' '));
+        QString problem;
+        QVERIFY(HVControlFiles::findControlFile(large, problem));
+        QCOMPARE(problem, QString());
+
+        HVLimits limits;
+        limits.controlFileSize = 100;
+        HVLimits::setCurrent(limits);
+        QVERIFY(!HVControlFiles::findControlFile(large, problem));
+        HVLimits::setCurrent({});
+        QCOMPARE(problem, QStringLiteral("larger than 100 bytes"));
+
+        const QString pipe = folder.path() + QStringLiteral("/b.xml");
+        QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+        QVERIFY(!HVControlFiles::findControlFile(pipe, problem));
+        QCOMPARE(problem, QStringLiteral("not a regular file"));
+        QVERIFY(!HVControlFiles::findControlFile(folder.path(), problem));
+        QCOMPARE(problem, QString());
     }
 
     void shouldCountTheLevelsBelowAFolder_data()

@@ -63,7 +63,7 @@ protected:
     std::unique_ptr<HVContext> m_context;
     std::unique_ptr<Hovlets::HVIndex> m_index;
 
-private Q_SLOTS:
+protected Q_SLOTS:
     void init()
     {
         m_folder = std::make_unique<PackageFolder>();

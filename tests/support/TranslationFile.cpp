@@ -3,11 +3,14 @@
 
 #include <QtCore/QDataStream>
 #include <QtCore/QIODevice>
+#include <QtCore/QMap>
 
 namespace {
 
 enum Tag : quint8 { End = 1, Translation = 3, SourceText = 6, Context = 7 };
-enum Section : quint8 { Hashes = 0x42, Messages = 0x69 };
+enum Section : quint8 { Contexts = 0x2f, Hashes = 0x42, Messages = 0x69 };
+
+constexpr quint16 ContextBuckets = 5;
 
 /// The hash by which entries are found.
 quint32 elfHash(const QByteArray &text)
@@ -30,28 +33,55 @@ void writeBytes(QDataStream &stream, quint8 tag, const QByteArray &bytes)
 
 } // namespace
 
-QByteArray translationFile(const QByteArray &context, const QByteArray &text,
-                           const QString &translation)
+QByteArray translationFile(const QList<TranslationMessage> &messages, bool withContexts)
 {
-    QByteArray utf16;
-    QDataStream characters(&utf16, QIODevice::WriteOnly);
-    for (const QChar c : translation)
-        characters << static_cast<quint16>(c.unicode());
-
-    QByteArray messages;
-    QDataStream entry(&messages, QIODevice::WriteOnly);
-    writeBytes(entry, Translation, utf16);
-    writeBytes(entry, SourceText, text);
-    writeBytes(entry, Context, context);
-    entry << static_cast<quint8>(End);
+    QByteArray texts;
+    QDataStream entry(&texts, QIODevice::WriteOnly);
+    QMap<quint32, QList<quint32>> places; // among the texts, by hash
+    QMap<quint16, QByteArray> buckets;
+    for (const TranslationMessage &message : messages) {
+        places[elfHash(message.text)] += static_cast<quint32>(texts.size());
+        QByteArray utf16;
+        QDataStream characters(&utf16, QIODevice::WriteOnly);
+        for (const QChar c : message.translation)
+            characters << static_cast<quint16>(c.unicode());
+        writeBytes(entry, Translation, utf16);
+        writeBytes(entry, SourceText, message.text);
+        writeBytes(entry, Context, message.context);
+        entry << static_cast<quint8>(End);
+        buckets[static_cast<quint16>(elfHash(message.context) % ContextBuckets)] +=
+                static_cast<char>(message.context.size()) + message.context;
+    }
 
     QByteArray hashes;
     QDataStream hash(&hashes, QIODevice::WriteOnly);
-    hash << elfHash(text) << quint32(0); // the entry's place among the messages
+    for (auto it = places.cbegin(); it != places.cend(); ++it) {
+        for (const quint32 place : it.value())
+            hash << it.key() << place;
+    }
+
+    QByteArray names(2, '\0'); // no offset is 0
+    QByteArray contexts;
+    QDataStream table(&contexts, QIODevice::WriteOnly);
+    table << ContextBuckets;
+    for (quint16 bucket = 0; bucket < ContextBuckets; ++bucket) {
+        const QByteArray bytes = buckets.value(bucket);
+        table << static_cast<quint16>(bytes.isEmpty() ? 0 : names.size() / 2);
+        if (!bytes.isEmpty())
+            names += bytes + QByteArray(bytes.size() % 2 == 0 ? 2 : 1, '\0');
+    }
 
     QByteArray file = QByteArray::fromHex("3cb86418caef9c95cd211cbf60a1bddd");
     QDataStream sections(&file, QIODevice::WriteOnly | QIODevice::Append);
     writeBytes(sections, Hashes, hashes);
-    writeBytes(sections, Messages, messages);
+    writeBytes(sections, Messages, texts);
+    if (withContexts)
+        writeBytes(sections, Contexts, contexts + names);
     return file;
+}
+
+QByteArray translationFile(const QByteArray &context, const QByteArray &text,
+                           const QString &translation)
+{
+    return translationFile(QList<TranslationMessage> { { context, text, translation } });
 }

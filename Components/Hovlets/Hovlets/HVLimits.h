@@ -74,6 +74,9 @@ struct HOVLETS_EXPORT HVLimits
     /// Bytes of one control file. A larger file is skipped as if it were unreadable.
     qint64 controlFileSize = qint64 { 64 } * 1024 * 1024;
 
+    /// Bytes of one translation file. A larger file is skipped: texts stay as they are written.
+    qint64 translationFileSize = qint64 { 16 } * 1024 * 1024;
+
     // What a popup shows of one entry
 
     /// Paragraphs, links, pictures and other elements. Those that follow are left out.
@@ -128,7 +131,7 @@ struct HOVLETS_EXPORT HVLimits
     qint64 clipMemory = qint64 { 512 } * 1024 * 1024;
 
     /// Unused. Room for further limits, which keeps the size of the struct.
-    qint64 reserved[5] = {};
+    qint64 reserved[4] = {};
 
     /// The limits that apply now. Any thread may ask.
     [[nodiscard]] static HVLimits current();

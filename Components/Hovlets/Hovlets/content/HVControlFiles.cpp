@@ -2,10 +2,12 @@
 #include "HVControlFiles.h"
 
 #include "HVFileBytes.h"
+#include "HVLimits.h"
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QRegularExpression>
 
+#include <cctype>
 #include <optional>
 
 namespace Hovlets {
@@ -26,12 +28,18 @@ int levelsUp(const QString &folder, const QString &location)
     return -1;
 }
 
+/// Whether a tag's name may begin with the byte, which may be part of a character beyond ASCII.
+bool mayBeginName(char byte)
+{
+    return std::isalnum(static_cast<uchar>(byte)) || byte == '_'
+            || static_cast<uchar>(byte) >= 0x80;
+}
+
 /// Whether some "<" in \a line may begin a start tag: those of declarations and comments do not.
 bool mayHoldStartTag(const QByteArray &line)
 {
     for (auto at = line.indexOf('<'); at >= 0; at = line.indexOf('<', at + 1)) {
-        const char next = at + 1 < line.size() ? line.at(at + 1) : '\n';
-        if (next != '?' && next != '!' && next != '/' && next != '\n')
+        if (at + 1 < line.size() && mayBeginName(line.at(at + 1)))
             return true;
     }
     return false;
@@ -104,15 +112,23 @@ int HVControlFiles::depthBelow(const QString &file, const QString &location)
 
 bool HVControlFiles::isControlFile(const QString &file)
 {
+    QString problem;
+    return findControlFile(file, problem);
+}
+
+bool HVControlFiles::findControlFile(const QString &file, QString &problem)
+{
     constexpr int Head = 4096; // holds the root tag of most files, and costs no more than its line
 
-    QByteArray text = fileBytes(file, Head);
-    const bool isWhole = text.size() < Head;
+    const qint64 limit = HVLimits::current().controlFileSize;
+    HVFileBytes read = HVFileBytes::head(file, Head, limit);
+    problem = read.problem(limit);
+    const bool isWhole = read.bytes.size() < Head;
     if (!isWhole)
-        text.truncate(text.lastIndexOf('\n') + 1);
-    std::optional<bool> answer = namesHovlets(text);
+        read.bytes.truncate(read.bytes.lastIndexOf('\n') + 1);
+    std::optional<bool> answer = namesHovlets(read.bytes);
     if (!answer && !isWhole)
-        answer = namesHovlets(fileBytes(file));
+        answer = namesHovlets(HVFileBytes::all(file, limit).bytes);
     return answer.value_or(false);
 }
 

@@ -23,8 +23,7 @@ public:
     bool prepend(const File &file);
     bool append(const File &file);
 
-    QList<File>::const_iterator begin() const { return m_files.cbegin(); }
-    QList<File>::const_iterator end() const { return m_files.cend(); }
+    QList<File> files() const { return m_files; }
 
     /*!
      * The number of levels from the folder \a location down to \a file, or -1 when the folder is
@@ -34,6 +33,9 @@ public:
 
     /// Whether the first start tag of \a file is "hovlets".
     static bool isControlFile(const QString &file);
+
+    /// Likewise. \a problem becomes the reason why a file that exists is not read, or null.
+    static bool findControlFile(const QString &file, QString &problem);
 
 private:
     bool insert(const File &file);

@@ -5,6 +5,7 @@
 #include "HVControlFiles.h"
 #include "HVEntryScan.h"
 #include "HVFileBytes.h"
+#include "HVLimits.h"
 #include "HVXmlElement.h"
 #include "HVXmlParser.h"
 
@@ -16,6 +17,7 @@
 #include <QtCore/QMap>
 #include <QtCore/QPointer>
 #include <QtCore/QRegularExpression>
+#include <QtCore/QSet>
 
 namespace Hovlets {
 
@@ -41,7 +43,35 @@ public:
     QMap<QString, QStringList> packages; // name to folders, in the order first seen
     // The files of a package come one after the other, and its name is looked up on disk.
     QPair<QString, QString> lastMapped; // location, and the suffix in force
+    QSet<QPair<QString, QString>> reported; // file and reason
     bool inUpdate = false;
+
+    /// The bytes of a control file or the key-data file.
+    HVFileBytes read(const QString &file)
+    {
+        const qint64 limit = HVLimits::current().controlFileSize;
+        HVFileBytes bytes = HVFileBytes::all(file, limit);
+        reportSkipped(file, bytes.problem(limit));
+        return bytes;
+    }
+
+    QList<QObject *> parse(HVXmlParser &parser, const QString &file, const QByteArray &bytes)
+    {
+        QXmlInputSource source;
+        source.setData(bytes);
+        const QList<QObject *> objects = parser.read(source);
+        reportSkipped(file, parser.limitMet());
+        return objects;
+    }
+
+    void reportSkipped(const QString &file, const QString &reason)
+    {
+        const QPair<QString, QString> report(file, reason);
+        if (reason.isNull() || reported.contains(report))
+            return;
+        reported.insert(report);
+        Q_EMIT owner->fileSkipped(QStringLiteral("%1 is skipped: %2").arg(file, reason));
+    }
 };
 
 namespace {
@@ -49,13 +79,6 @@ namespace {
 QString packageSuffix(const HVContext &context)
 {
     return context.get(HVKeyPackageSuffix).toString();
-}
-
-QList<QObject *> parse(HVXmlParser &parser, const QByteArray &bytes)
-{
-    QXmlInputSource source;
-    source.setData(bytes);
-    return parser.read(source);
 }
 
 /// Builds the entry whose key is \a userData, with all below it, and its root.
@@ -127,7 +150,8 @@ bool HVIndex::remove()
 HVXmlElement *HVIndex::retrieve(const QString &key, const QLocale &locale, QString &path,
                                 int &depth, HVXmlElement *&root)
 {
-    for (const HVControlFiles::File &file : d->controlFiles) {
+    const QList<HVControlFiles::File> files = d->controlFiles.files(); // a message may add some
+    for (const HVControlFiles::File &file : files) {
         if (HVXmlElement *entry = load(key, file.first, locale, root)) {
             depth = qMax(1, file.second);
             path = QFileInfo(file.first).absolutePath();
@@ -164,11 +188,12 @@ QStringList HVIndex::keys()
 {
     QStringList keys;
     HVXmlParser parser(&HVIndex::indexDataShouldGenerateElement);
-    for (const HVControlFiles::File &file : d->controlFiles) {
-        QFile device(file.first);
-        if (!device.open(QIODevice::ReadOnly))
+    const QList<HVControlFiles::File> files = d->controlFiles.files();
+    for (const HVControlFiles::File &file : files) {
+        const HVFileBytes read = d->read(file.first);
+        if (read.result != HVFileBytes::Read)
             continue;
-        const QList<QObject *> objects = parse(parser, device.readAll());
+        const QList<QObject *> objects = d->parse(parser, file.first, read.bytes);
         Q_ASSERT_X(!objects.isEmpty(), "HVIndex::keys", "a control file without a root element");
         if (objects.isEmpty())
             continue;
@@ -185,7 +210,12 @@ QStringList HVIndex::keys()
 void HVIndex::indexControlFile(const QString &file, const QString &location)
 {
     const int depth = d->controlFiles.depthBelow(file, location);
-    if (depth < 0 || !HVControlFiles::isControlFile(file))
+    if (depth < 0)
+        return;
+    QString problem;
+    const bool isControlFile = HVControlFiles::findControlFile(file, problem);
+    d->reportSkipped(file, problem);
+    if (!isControlFile)
         return;
     if (d->controlFiles.prepend({ file, depth }))
         mapControlFile(file, location);
@@ -220,14 +250,14 @@ QString HVIndex::packageNameForLocation(const QString &location) const
 HVXmlElement *HVIndex::load(const QString &key, const QString &file, const QLocale &locale,
                             HVXmlElement *&root)
 {
-    const QByteArray bytes = fileBytes(file);
+    const QByteArray bytes = d->read(file).bytes;
     if (bytes.isEmpty() || !HVEntryScan(key).mayHold(bytes))
         return nullptr;
 
     QString wanted = key;
     HVXmlParser parser(&entryShouldGenerate, &wanted);
     parser.registerElement(QStringLiteral("HVXmlElement"), &HVXmlElement::staticMetaObject);
-    const QList<QObject *> objects = parse(parser, bytes);
+    const QList<QObject *> objects = d->parse(parser, file, bytes);
     auto *top = objects.size() == 1 ? qobject_cast<HVXmlElement *>(objects.constFirst()) : nullptr;
     auto *entry = top && top->children().size() == 1 && parser.isClosed()
             ? qobject_cast<HVXmlElement *>(top->children().constFirst())
@@ -250,13 +280,14 @@ void HVIndex::loadKeyData(const QString &key, const QString &location, HVXmlElem
 {
     Q_UNUSED(location)
     const QString file = context().get(HVKeyKeyDataFile).toString();
-    if (file.isEmpty() || !QFile::exists(file))
+    const HVFileBytes bytes = file.isEmpty() ? HVFileBytes() : d->read(file);
+    if (bytes.result != HVFileBytes::Read)
         return;
 
     QString wanted = key;
     HVXmlParser parser(&keyDataShouldGenerate, &wanted);
     parser.registerElement(QStringLiteral("HVXmlElement"), &HVXmlElement::staticMetaObject);
-    const QList<QObject *> objects = parse(parser, fileBytes(file));
+    const QList<QObject *> objects = d->parse(parser, file, bytes.bytes);
     const auto *record = objects.isEmpty() || objects.constFirst()->children().isEmpty()
             ? nullptr
             : qobject_cast<HVXmlElement *>(objects.constFirst()->children().constFirst());

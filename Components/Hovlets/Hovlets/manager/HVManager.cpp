@@ -73,6 +73,8 @@ HVManager::HVManager(HVInterface *interface, HVContext &context, const QStringLi
         index = d->ownIndex.get();
     }
     d->index = index;
+    connect(index, &HVIndex::fileSkipped, this,
+            [this](const QString &message) { handleMessage(HVMessageWarning, message); });
     d->index->open();
 
     if (context.get(HVKeyAlwaysShowTooltips).toBool())

@@ -1,10 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVFileBytes.h"
 
+#include <QtCore/QDateTime>
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+
+#include <algorithm>
+#include <limits>
 
 #ifdef Q_OS_UNIX
+#    include <cerrno>
 #    include <fcntl.h>
+#    include <sys/stat.h>
 #    include <unistd.h>
 #endif
 
@@ -12,48 +19,174 @@ namespace Hovlets {
 
 namespace {
 
+constexpr qint64 NsPerMs = 1000000;
+constexpr qint64 LargestArray = std::numeric_limits<int>::max() / 2;
+
+/// Whether a change at a time, in ns, is long enough ago to differ from any later one.
+bool isSettled(qint64 time)
+{
+    return QDateTime::currentMSecsSinceEpoch() - time / NsPerMs > 100;
+}
+
+/// The first bytes of a file of at most \a limit bytes.
+HVFileBytes fromQt(const QString &path, qint64 size, qint64 limit)
+{
+    if (QFileInfo::exists(path) && !QFileInfo(path).isFile())
+        return { QFileInfo(path).isDir() ? HVFileBytes::Unreadable : HVFileBytes::NotRegular, {} };
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+        return {};
+    if (file.size() > limit)
+        return { HVFileBytes::TooLarge, {} };
+    return { HVFileBytes::Read, file.read(size) };
+}
+
 #ifdef Q_OS_UNIX
 
-/// Without the three times that QFile asks for a file's status. False leaves the file to QFile.
-bool readPlainly(const QString &path, int limit, QByteArray &bytes)
+bool isResource(const QString &path)
 {
-    constexpr int FirstRead = 64 * 1024;
-    const int file = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
-    if (file < 0)
-        return false;
-    int used = 0;
+    return path.startsWith(QLatin1Char(':'));
+}
+
+class Descriptor
+{
+    Q_DISABLE_COPY_MOVE(Descriptor)
+
+public:
+    explicit Descriptor(const QString &path)
+        // Without O_NONBLOCK, a pipe would wait for somebody to write to it.
+        : m_number(::open(QFile::encodeName(path).constData(),
+                          O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY))
+    {
+    }
+
+    ~Descriptor()
+    {
+        if (m_number >= 0)
+            ::close(m_number);
+    }
+
+    int number() const { return m_number; }
+
+private:
+    int m_number;
+};
+
+/// Without the three times that QFile asks for a file's status.
+HVFileBytes fromSystem(const QString &path, qint64 size, qint64 limit)
+{
+    constexpr qint64 FirstRead = 64 * 1024;
+
+    const Descriptor file(path);
+    struct stat status = {};
+    if (file.number() < 0)
+        return { errno == ENXIO ? HVFileBytes::NotRegular : HVFileBytes::Unreadable, {} };
+    if (::fstat(file.number(), &status) != 0 || S_ISDIR(status.st_mode))
+        return {};
+    if (!S_ISREG(status.st_mode))
+        return { HVFileBytes::NotRegular, {} };
+    if (status.st_size > limit)
+        return { HVFileBytes::TooLarge, {} };
+
+    // Some files of the system are larger than they say, and others grow while they are read.
+    QByteArray bytes;
+    qint64 used = 0;
     ssize_t got = 0;
+    const qint64 expected = std::max<qint64>(FirstRead, qint64 { status.st_size } + 1);
     do {
-        if (used == bytes.size())
-            bytes.resize(qMin(limit, qMax(FirstRead, used > limit / 2 ? limit : 2 * used)));
-        got = ::read(file, bytes.data() + used, static_cast<size_t>(bytes.size() - used));
-        used += static_cast<int>(qMax<ssize_t>(got, 0));
-    } while (got > 0 && used < limit);
-    ::close(file);
-    bytes.truncate(used);
-    return got >= 0;
+        if (used == bytes.size()) {
+            const qint64 room = std::min(size, used == 0 ? expected : 2 * used);
+            bytes.resize(static_cast<int>(room));
+        }
+        got = ::read(file.number(), bytes.data() + used, static_cast<size_t>(bytes.size() - used));
+        used += std::max<ssize_t>(got, 0);
+    } while ((got > 0 && used < size) || (got < 0 && errno == EINTR));
+    bytes.truncate(static_cast<int>(used));
+    return got < 0 ? HVFileBytes() : HVFileBytes { HVFileBytes::Read, bytes };
+}
+
+HVFileBytes firstBytes(const QString &path, qint64 size, qint64 limit)
+{
+    return isResource(path) ? fromQt(path, size, limit) : fromSystem(path, size, limit);
 }
 
 #else
 
-bool readPlainly(const QString &, int, QByteArray &)
+HVFileBytes firstBytes(const QString &path, qint64 size, qint64 limit)
 {
-    return false;
+    return fromQt(path, size, limit);
 }
 
 #endif
 
 } // namespace
 
-QByteArray fileBytes(const QString &path, int limit)
+HVFileBytes HVFileBytes::all(const QString &path, qint64 limit)
 {
-    QByteArray bytes;
-    if (readPlainly(path, limit, bytes))
-        return bytes;
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+    const qint64 most = std::clamp<qint64>(limit, 0, LargestArray);
+    HVFileBytes file = firstBytes(path, most + 1, most);
+    return file.bytes.size() > most ? HVFileBytes { TooLarge, {} } : file;
+}
+
+HVFileBytes HVFileBytes::head(const QString &path, int size, qint64 limit)
+{
+    return firstBytes(path, size, limit);
+}
+
+QString HVFileBytes::problem(qint64 limit) const
+{
+    switch (result) {
+    case NotRegular:
+        return QStringLiteral("not a regular file");
+    case TooLarge:
+        return QStringLiteral("larger than %1 bytes").arg(limit);
+    default:
         return {};
-    return file.readAll().left(limit);
+    }
+}
+
+#ifdef Q_OS_UNIX
+
+HVFileStatus::HVFileStatus(const QString &path)
+{
+    struct stat status = {};
+    if (::stat(QFile::encodeName(path).constData(), &status) != 0)
+        return;
+#    ifdef Q_OS_DARWIN
+    const timespec &modified = status.st_mtimespec;
+    const timespec &changed = status.st_ctimespec;
+#    else
+    const timespec &modified = status.st_mtim;
+    const timespec &changed = status.st_ctim;
+#    endif
+    m_exists = true;
+    m_device = static_cast<quint64>(status.st_dev);
+    m_file = static_cast<quint64>(status.st_ino);
+    m_size = status.st_size;
+    m_modified = modified.tv_sec * 1000 * NsPerMs + modified.tv_nsec;
+    m_changed = changed.tv_sec * 1000 * NsPerMs + changed.tv_nsec;
+    m_isSettled = isSettled(m_modified) && isSettled(m_changed);
+}
+
+#else
+
+HVFileStatus::HVFileStatus(const QString &path)
+{
+    const QFileInfo info(path);
+    m_exists = info.exists();
+    m_size = info.size();
+    m_modified = info.lastModified().toMSecsSinceEpoch() * NsPerMs;
+    m_changed = info.metadataChangeTime().toMSecsSinceEpoch() * NsPerMs;
+    m_isSettled = isSettled(m_modified) && isSettled(m_changed);
+}
+
+#endif
+
+bool HVFileStatus::isSameAs(const HVFileStatus &later) const
+{
+    return m_exists && later.m_exists && m_isSettled && m_device == later.m_device
+            && m_file == later.m_file && m_size == later.m_size && m_modified == later.m_modified
+            && m_changed == later.m_changed;
 }
 
 } // namespace Hovlets

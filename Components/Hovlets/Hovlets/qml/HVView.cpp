@@ -33,8 +33,15 @@ class HVView::Private
 public:
     explicit Private(HVViewServices *services)
         : services(services)
-        , translator(services ? services->owner() : nullptr)
+        , translator(services ? services->owner() : nullptr,
+                     [this](const QString &message) { warn(message); })
     {
+    }
+
+    void warn(const QString &message) const
+    {
+        if (services)
+            services->sendMessage(HVMessageWarning, message);
     }
 
     void debug(const QString &message) const
@@ -192,6 +199,7 @@ void HVView::showContent(HVXmlElement *content, const QString &rootPath)
     setPackageRoot(QDir(rootPath));
     if (d->content.entry() != content)
         setContentTree(HVContentTree(content));
+    d->translator.contentShown();
     const QFileInfo ui(uiRootFilePath());
     refreshTheme();
     exposeContent(rootPath);

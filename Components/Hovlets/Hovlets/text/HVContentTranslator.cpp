@@ -3,33 +3,90 @@
 
 #include "HVContentLocale.h"
 #include "HVContext.h"
+#include "HVLimits.h"
+#include "HVTranslationCheck.h"
+
+#include <QtCore/QDir>
+
+#include <utility>
 
 namespace Hovlets {
 
-HVContentTranslator::HVContentTranslator(QObject *owner)
+HVContentTranslator::HVContentTranslator(QObject *owner, std::function<void(const QString &)> warn)
     : m_owner(owner)
+    , m_warn(std::move(warn))
 {
 }
 
 HVContentTranslator::~HVContentTranslator()
 {
-    delete m_translator.data();
+    delete m_translator.data(); // which reads the bytes
+}
+
+void HVContentTranslator::contentShown()
+{
+    m_mayHaveChanged = true;
 }
 
 QString HVContentTranslator::translate(const QString &file, const QString &text,
                                        const QString &context)
 {
-    if (file.isEmpty())
+    // A file that is not found keeps the name of its folder, which must not lead to the host's
+    // working directory.
+    if (!QDir::isAbsolutePath(file)) {
+        m_file.clear();
         return text;
+    }
+    if (!isCurrent(file) && !load(file))
+        return text;
+    return m_translator->translate(context.toUtf8().constData(), text.toUtf8().constData());
+}
+
+bool HVContentTranslator::isCurrent(const QString &file)
+{
+    if (file != m_file || !m_translator)
+        return false;
+    if (m_mayHaveChanged && !m_status.isSameAs(HVFileStatus(file)))
+        return false;
+    m_mayHaveChanged = false;
+    return true;
+}
+
+bool HVContentTranslator::load(const QString &file)
+{
+    m_file.clear();
+    const HVFileStatus status(file);
+    if (file == m_skipped && m_status.isSameAs(status))
+        return false;
+    m_status = status;
+    const qint64 limit = HVLimits::current().translationFileSize;
+    HVFileBytes read = HVFileBytes::all(file, limit);
+    if (read.result == HVFileBytes::Unreadable)
+        return false;
+    read.bytes = completedTranslation(read.bytes);
+    const QString problem =
+            read.result == HVFileBytes::Read ? translationProblem(read.bytes) : read.problem(limit);
+    if (!problem.isNull())
+        return skip(file, problem);
     if (!m_translator)
         m_translator = new QTranslator(m_owner);
-    if (file != m_file) {
-        m_file.clear();
-        if (!m_translator->load(file))
-            return text;
-        m_file = file;
-    }
-    return m_translator->translate(context.toUtf8().constData(), text.toUtf8().constData());
+    const auto *data = reinterpret_cast<const uchar *>(read.bytes.constData());
+    if (!m_translator->load(data, static_cast<int>(read.bytes.size())))
+        return skip(file, QStringLiteral("damaged"));
+    m_bytes = read.bytes; // of which the translator has no copy
+    m_file = file;
+    m_skipped.clear();
+    m_mayHaveChanged = false;
+    return true;
+}
+
+/// Warns about a file, unless it did so last time. Returns false.
+bool HVContentTranslator::skip(const QString &file, const QString &problem)
+{
+    if (file != m_skipped)
+        m_warn(QStringLiteral("Translation file %1 is skipped: %2").arg(file, problem));
+    m_skipped = file;
+    return false;
 }
 
 QString translationFileName(const HVContext &settings)

@@ -1,0 +1,223 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HVTranslationCheck.h"
+
+#include <QtCore/QtEndian>
+
+#include <vector>
+
+namespace Hovlets {
+
+namespace {
+
+constexpr char Magic[] = "\x3c\xb8\x64\x18\xca\xef\x9c\x95\xcd\x21\x1c\xbf\x60\xa1\xbd\xdd";
+constexpr qint64 MagicSize = 16;
+constexpr quint32 NoString = 0xffffffff; // the length of a string that is null
+
+enum Section : quint8 { Contexts = 0x2f, Hashes = 0x42, Messages = 0x69, Dependencies = 0x96 };
+
+enum Tag : quint8 {
+    End = 1,
+    Translation = 3,
+    Obsolete = 5,
+    SourceText = 6,
+    Context = 7,
+    Comment = 8
+};
+
+/// Bytes of a file. Reading beyond them gives 0.
+class Bytes
+{
+public:
+    Bytes() = default;
+    Bytes(const uchar *data, qint64 size)
+        : m_data(data)
+        , m_size(size)
+    {
+    }
+
+    qint64 size() const { return m_size; }
+    const char *data() const { return reinterpret_cast<const char *>(m_data); }
+    bool has(qint64 at, qint64 size) const { return at >= 0 && size <= m_size - at; }
+    Bytes part(qint64 at, qint64 size) const { return { m_data + at, size }; }
+
+    quint8 byte(qint64 at) const { return has(at, 1) ? m_data[at] : 0; }
+    quint16 number16(qint64 at) const
+    {
+        return has(at, 2) ? qFromBigEndian<quint16>(m_data + at) : 0;
+    }
+    quint32 number32(qint64 at) const
+    {
+        return has(at, 4) ? qFromBigEndian<quint32>(m_data + at) : 0;
+    }
+
+private:
+    const uchar *m_data = nullptr;
+    qint64 m_size = 0;
+};
+
+struct Sections
+{
+    Bytes contexts;
+    Bytes hashes;
+    Bytes messages;
+    bool hasDependencies = false;
+    bool areWhole = true;
+};
+
+/// Finds the sections as QTranslator does: of two of a kind, the last counts.
+Sections sectionsOf(const Bytes &file)
+{
+    constexpr qint64 HeaderSize = 5;
+    Sections sections;
+    for (qint64 at = MagicSize; at < file.size() - HeaderSize;) {
+        const quint8 tag = file.byte(at);
+        const qint64 size = file.number32(at + 1);
+        at += HeaderSize;
+        if (tag == 0 || size == 0)
+            break;
+        if (!file.has(at, size)) {
+            sections.areWhole = false;
+            break;
+        }
+        const Bytes section = file.part(at, size);
+        at += size;
+        if (tag == Contexts)
+            sections.contexts = section;
+        else if (tag == Hashes)
+            sections.hashes = section;
+        else if (tag == Messages)
+            sections.messages = section;
+        else if (tag == Dependencies)
+            sections.hasDependencies = true;
+    }
+    return sections;
+}
+
+/// Whether each bucket of the table leads to names that end inside of the section.
+bool areContextsSound(const Bytes &contexts)
+{
+    if (contexts.size() == 0)
+        return true;
+    const qint64 buckets = contexts.number16(0);
+    const qint64 names = 2 + 2 * buckets;
+    if (buckets == 0 || !contexts.has(0, names))
+        return false;
+    std::vector<bool> known(static_cast<size_t>(contexts.size())); // where sound names begin
+    for (qint64 bucket = 0; bucket < buckets; ++bucket) {
+        const qint64 offset = contexts.number16(2 + 2 * bucket);
+        if (offset == 0)
+            continue;
+        for (qint64 at = names + 2 * offset;; at += 1 + contexts.byte(at)) {
+            if (!contexts.has(at, 1))
+                return false;
+            if (known[static_cast<size_t>(at)])
+                break;
+            known[static_cast<size_t>(at)] = true;
+            if (contexts.byte(at) == 0)
+                break;
+        }
+    }
+    return true;
+}
+
+/// The end of the message that begins at an offset, or -1 when it is damaged.
+qint64 endOfMessage(const Bytes &messages, qint64 at)
+{
+    while (messages.has(at, 1)) {
+        const quint8 tag = messages.byte(at++);
+        if (tag == End)
+            return at;
+        if (!messages.has(at, 4))
+            return -1;
+        const quint32 length = messages.number32(at);
+        at += 4;
+        switch (tag) {
+        case Obsolete:
+            continue;
+        case Translation:
+            // Plural forms that nobody has written. QTranslator gives the message up there.
+            if (length == NoString)
+                return at;
+            break;
+        case SourceText:
+        case Context:
+        case Comment:
+            break;
+        default:
+            return -1;
+        }
+        if (!messages.has(at, length))
+            return -1;
+        at += length;
+    }
+    return -1;
+}
+
+/// Whether each hash leads to a message, and no message lies in another.
+bool areMessagesSound(const Bytes &hashes, const Bytes &messages)
+{
+    constexpr qint64 HashSize = 8;
+    constexpr int MostAlike = 10000; // QTranslator compares all texts of a hash with the one sought
+
+    if (hashes.size() % HashSize != 0)
+        return false;
+    std::vector<bool> begins(static_cast<size_t>(messages.size()));
+    int alike = 0;
+    for (qint64 at = 0; at < hashes.size(); at += HashSize) {
+        alike = at > 0 && hashes.number32(at) == hashes.number32(at - HashSize) ? alike + 1 : 0;
+        const quint32 offset = hashes.number32(at + 4);
+        if (!messages.has(offset, 1) || alike > MostAlike)
+            return false;
+        begins[offset] = true;
+    }
+    qint64 end = 0;
+    for (qint64 at = 0; at < messages.size(); ++at) {
+        if (!begins[static_cast<size_t>(at)])
+            continue;
+        if (at < end)
+            return false;
+        end = endOfMessage(messages, at);
+        if (end < 0)
+            return false;
+    }
+    return true;
+}
+
+bool hasMagic(const QByteArray &file)
+{
+    return file.startsWith(QByteArray::fromRawData(Magic, MagicSize));
+}
+
+Sections sectionsOf(const QByteArray &file)
+{
+    return sectionsOf({ reinterpret_cast<const uchar *>(file.constData()), file.size() });
+}
+
+} // namespace
+
+QString translationProblem(const QByteArray &file)
+{
+    if (!hasMagic(file))
+        return QStringLiteral("not a translation file");
+    const Sections sections = sectionsOf(file);
+    if (sections.hasDependencies)
+        return QStringLiteral("it includes other files");
+    if (!sections.areWhole || !areContextsSound(sections.contexts)
+        || !areMessagesSound(sections.hashes, sections.messages))
+        return QStringLiteral("damaged");
+    return {};
+}
+
+QByteArray completedTranslation(const QByteArray &file)
+{
+    const Bytes contexts = hasMagic(file) ? sectionsOf(file).contexts : Bytes();
+    if (contexts.size() == 0)
+        return file;
+    constexpr int EndSize = 1;
+    QByteArray header(5, static_cast<char>(Contexts));
+    qToBigEndian(static_cast<quint32>(contexts.size() + EndSize), header.data() + 1);
+    return file + header + QByteArray(contexts.data(), static_cast<int>(contexts.size()))
+            + QByteArray(EndSize, '\0');
+}
+
+} // namespace Hovlets
