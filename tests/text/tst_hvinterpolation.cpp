@@ -160,6 +160,18 @@ private Q_SLOTS:
         QVERIFY(ended > 6000);
         QVERIFY(endless > 500);
     }
+
+    void shouldTakeTimeThatGrowsWithTheTextAlone()
+    {
+        // 300,000 placeholders: with a copy of the rest for each, hours.
+        constexpr int Number = 300000;
+        const QString text = QStringLiteral("%(application)s ").repeated(Number);
+        const QMap<QString, QVariant> values { { QStringLiteral("application"),
+                                                 QStringLiteral("%(name)s 2") },
+                                               { QStringLiteral("name"), QStringLiteral("X") } };
+        QCOMPARE(interpolated(text, values), QStringLiteral("X 2 ").repeated(Number));
+        QCOMPARE(interpolated(text, {}), text);
+    }
 };
 
 HOVLETS_TEST_MAIN(tst_HVInterpolation)

@@ -4,17 +4,14 @@
 #include <QtCore/QVector>
 
 #include <algorithm>
+#include <iterator>
 
 namespace Hovlets {
 
 namespace {
 
-struct Placeholder
-{
-    qsizetype start = -1; // negative when there is none
-    qsizetype end = -1;
-    QString name;
-};
+constexpr qsizetype Opening = 2; // "%("
+constexpr qsizetype Closing = 2; // ")s"
 
 /// A value that was put into the text and is being scanned.
 struct Expansion
@@ -31,51 +28,90 @@ bool isNameCharacter(QChar c)
             || c == QLatin1Char('_');
 }
 
-/// The first placeholder at or behind \a from. By hand: a regular expression finds nothing in a
-/// text that is not well-formed UTF-16, as text from QML may be.
-Placeholder nextPlaceholder(const QString &text, qsizetype from)
+/*!
+ * \brief What is left of a text to scan.
+ *
+ * It holds its characters in reverse, so replacing those at its front costs no more than what is
+ * taken out and put in.
+ */
+class Rest
 {
-    const QLatin1String opening("%(");
-    const QLatin1String closing(")s");
-    for (qsizetype start = text.indexOf(opening, from); start >= 0;
-         start = text.indexOf(opening, start + 1)) {
-        const auto nameStart = text.cbegin() + start + opening.size();
-        const auto nameEnd = std::find_if_not(nameStart, text.cend(), isNameCharacter);
-        const qsizetype end = nameEnd - text.cbegin();
-        if (nameEnd != nameStart && QStringView(text).mid(end).startsWith(closing))
-            return { start, end + closing.size(), QString(nameStart, nameEnd - nameStart) };
+public:
+    explicit Rest(const QString &text) { prepend(text); }
+
+    qsizetype size() const { return m_reversed.size(); }
+    QChar at(qsizetype index) const
+    {
+        return index < size() ? m_reversed.at(size() - 1 - index) : QChar();
     }
-    return {};
+
+    QString first(qsizetype length) const
+    {
+        QString text;
+        text.reserve(length);
+        std::copy_n(m_reversed.crbegin(), length, std::back_inserter(text));
+        return text;
+    }
+
+    void drop(qsizetype length) { m_reversed.chop(length); }
+
+    void prepend(const QString &text)
+    {
+        std::for_each(text.crbegin(), text.crend(), [this](QChar c) { m_reversed += c; });
+    }
+
+private:
+    QString m_reversed;
+};
+
+/// The length of the name in the placeholder that begins the text, or 0 where none does. By hand: a
+/// regular expression finds nothing in a text that is not well-formed UTF-16, as text from QML may
+/// be.
+qsizetype placeholderName(const Rest &rest)
+{
+    if (rest.at(0) != QLatin1Char('%') || rest.at(1) != QLatin1Char('('))
+        return 0;
+    qsizetype end = Opening;
+    while (isNameCharacter(rest.at(end)))
+        ++end;
+    const bool isClosed = rest.at(end) == QLatin1Char(')') && rest.at(end + 1) == QLatin1Char('s');
+    return isClosed ? end - Opening : 0;
 }
 
 } // namespace
 
 QString interpolated(const QString &text, const QMap<QString, QVariant> &values)
 {
-    QString result = text;
+    Rest rest(text);
+    QString result;
+    result.reserve(text.size());
     QVector<Expansion> open; // innermost last
-    qsizetype pos = 0;
-    while (true) {
-        const Placeholder found = nextPlaceholder(result, pos);
-        if (found.start < 0)
-            return result;
-        // One that reaches beyond an expansion uses up text from outside, which is finite: only
-        // one that lies wholly inside an expansion of its own name goes round for ever.
-        const qsizetype tail = result.size() - found.end;
-        while (!open.isEmpty() && tail < open.constLast().tail)
-            open.removeLast();
-        const bool isCycle = std::any_of(open.cbegin(), open.cend(), [&found](const Expansion &e) {
-            return e.name == found.name;
-        });
-        const QString replacement = isCycle ? QString() : values.value(found.name).toString();
-        if (replacement.isNull()) {
-            pos = found.end;
+    while (rest.size() > 0) {
+        const qsizetype nameLength = placeholderName(rest);
+        if (nameLength == 0) {
+            result += rest.at(0);
+            rest.drop(1);
             continue;
         }
-        pos = found.start;
-        result.replace(pos, found.end - found.start, replacement);
-        open.append({ found.name, tail });
+        const QString placeholder = rest.first(Opening + nameLength + Closing);
+        const QString name = placeholder.mid(Opening, nameLength);
+        rest.drop(placeholder.size());
+        // One that reaches beyond an expansion uses up text from outside, which is finite: only
+        // one that lies wholly inside an expansion of its own name goes round for ever.
+        const qsizetype tail = rest.size();
+        while (!open.isEmpty() && tail < open.constLast().tail)
+            open.removeLast();
+        const bool isCycle = std::any_of(open.cbegin(), open.cend(),
+                                         [&name](const Expansion &e) { return e.name == name; });
+        const QString replacement = isCycle ? QString() : values.value(name).toString();
+        if (replacement.isNull()) {
+            result += placeholder;
+            continue;
+        }
+        rest.prepend(replacement);
+        open.append({ name, tail });
     }
+    return result;
 }
 
 } // namespace Hovlets
