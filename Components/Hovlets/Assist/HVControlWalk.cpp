@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVControlWalk.h"
 
+#include <Hovlets/HVPopup.h>
 #include <QtCore/QHash>
 #include <QtCore/QVariant>
 #include <QtWidgets/QApplication>
@@ -75,7 +76,7 @@ bool holdsHostWidgets(const QWidget *part)
 
 bool isPopupOrToolTip(const QWidget *widget)
 {
-    return widget->inherits("Hovlets::HVWidget") || widget->inherits("QTipLabel")
+    return !HVPopup(widget).isNull() || widget->inherits("QTipLabel")
             || widget->inherits("QComboBoxPrivateContainer")
             || (widget->isWindow() && widget->windowType() == Qt::SplashScreen);
 }

@@ -1,101 +1,67 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVPopupWindow.h"
 
+#include <Hovlets/HVPopup.h>
+#include <Hovlets/HVXmlElement.h>
+#include <QtCore/QPointer>
 #include <QtCore/QStringList>
-#include <QtCore/QVariant>
 #include <QtGui/QTextDocument>
 #include <QtGui/QTextDocumentFragment>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QWidget>
 
-#include <algorithm>
-
 namespace Hovlets {
 
 namespace {
 
-QObject *viewOf(const QWidget *popup)
+/// The text as the popup shows it, without its markup.
+QString plainText(const HVPopup &popup, const QString &source, const QString &key)
 {
-    const QObjectList &children = popup->children();
-    const auto view = std::find_if(children.begin(), children.end(), [](const QObject *child) {
-        return child->inherits("Hovlets::HVView");
-    });
-    return view == children.end() ? nullptr : *view;
-}
-
-QObject *elementOf(const QObject *view)
-{
-    return view ? view->property("content").value<QObject *>() : nullptr;
-}
-
-QString attribute(QObject *element, const char *name)
-{
-    QString value;
-    QMetaObject::invokeMethod(element, "attribute", Q_RETURN_ARG(QString, value),
-                              Q_ARG(QString, QLatin1String(name)));
-    return value;
-}
-
-/// As the popup shows it: translated in the context of the key, then filled in.
-QString shownText(QObject *view, const QString &source, const QString &key)
-{
-    if (source.isEmpty())
-        return {};
-    QString translated;
-    QMetaObject::invokeMethod(view, "translate", Q_RETURN_ARG(QString, translated),
-                              Q_ARG(QString, source), Q_ARG(QString, key));
-    QString filled;
-    QMetaObject::invokeMethod(view, "interpolate", Q_RETURN_ARG(QString, filled),
-                              Q_ARG(QString, translated.isEmpty() ? source : translated));
-    if (Qt::mightBeRichText(filled))
-        filled = QTextDocumentFragment::fromHtml(filled).toPlainText();
-    return filled.simplified();
+    QString shown = popup.shownText(source, key);
+    if (Qt::mightBeRichText(shown))
+        shown = QTextDocumentFragment::fromHtml(shown).toPlainText();
+    return shown.simplified();
 }
 
 /// The texts below \a element in their order; a picture has its description.
-QStringList textsBelow(const QObject *element)
+QStringList textsBelow(const HVXmlElement &element)
 {
     QStringList texts;
-    const QObjectList &children = element->children();
-    for (QObject *child : children) {
-        if (child->objectName() == QLatin1String("title")
-            || !child->inherits("Hovlets::HVXmlElement"))
+    const QObjectList &children = element.children();
+    for (const QObject *object : children) {
+        const auto *child = qobject_cast<const HVXmlElement *>(object);
+        if (!child || child->getTagName() == QLatin1String("title"))
             continue;
-        const QString own = child->property("content").toString().simplified();
-        texts += own.isEmpty() ? attribute(child, "alt") : own;
-        texts += textsBelow(child);
+        const QString own = child->content().simplified();
+        texts += own.isEmpty() ? child->attribute(QStringLiteral("alt")) : own;
+        texts += textsBelow(*child);
     }
     return texts;
 }
 
-QString sourceTitle(QObject *element)
+QString sourceTitle(const HVXmlElement &element)
 {
-    const QString title = attribute(element, "title");
+    const QString title = element.attribute(QStringLiteral("title"));
     const auto *child =
-            element->findChild<QObject *>(QStringLiteral("title"), Qt::FindDirectChildrenOnly);
-    return title.isEmpty() && child ? child->property("content").toString().simplified() : title;
+            element.findChild<HVXmlElement *>(QStringLiteral("title"), Qt::FindDirectChildrenOnly);
+    return title.isEmpty() && child ? child->content().simplified() : title;
 }
 
 } // namespace
 
 bool isPopup(const QObject *object)
 {
-    return object->inherits("Hovlets::HVWidget");
+    return !HVPopup(object).isNull();
 }
 
 bool isPinned(const QWidget *popup)
 {
-    const QObject *view = viewOf(popup);
-    return view && view->property("reserved").toBool();
+    return HVPopup(popup).isPinned();
 }
 
 QWidget *visiblePopup()
 {
-    const QWidgetList windows = QApplication::topLevelWidgets();
-    const auto popup = std::find_if(windows.begin(), windows.end(), [](const QWidget *window) {
-        return window->isVisible() && isPopup(window) && !isPinned(window);
-    });
-    return popup == windows.end() ? nullptr : *popup;
+    return HVPopup::current().widget();
 }
 
 QWidget *pinnedPopupWithFocus()
@@ -117,24 +83,25 @@ void closePinnedPopup(QWidget *popup)
 
 QString shownKey(const QWidget *popup)
 {
-    QObject *element = elementOf(viewOf(popup));
-    return element ? attribute(element, "key") : QString();
+    const HVXmlElement *entry = HVPopup(popup).content();
+    return entry ? entry->attribute(QStringLiteral("key")) : QString();
 }
 
-HVPopupWords wordsOf(const QWidget *popup)
+HVPopupWords wordsOf(const QWidget *widget)
 {
-    QObject *view = viewOf(popup);
-    QObject *element = elementOf(view);
-    if (!element)
+    const HVPopup popup(widget);
+    const QPointer<const HVXmlElement> entry(popup.content());
+    if (!entry)
         return {};
-    const QString key = attribute(element, "key");
-    QStringList texts;
-    const QStringList sources = textsBelow(element);
+    const QString key = entry->attribute(QStringLiteral("key"));
+    const QString shortcut = entry->attribute(QStringLiteral("shortcut"));
+    const QString title = sourceTitle(*entry);
+    const QStringList sources = textsBelow(*entry);
+    QStringList texts { shortcut };
     for (const QString &source : sources)
-        texts += shownText(view, source, key);
-    texts.prepend(attribute(element, "shortcut"));
+        texts += plainText(popup, source, key);
     texts.removeAll(QString());
-    return { shownText(view, sourceTitle(element), key), texts.join(QLatin1Char('\n')) };
+    return { plainText(popup, title, key), texts.join(QLatin1Char('\n')) };
 }
 
 } // namespace Hovlets

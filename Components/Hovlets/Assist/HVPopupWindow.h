@@ -8,10 +8,7 @@ class QWidget;
 
 namespace Hovlets {
 
-/*
- * The popups of Hovlets as the public side of the library lets them be seen: widgets among the
- * application's, and the names that their QML knows.
- */
+// What the helpers ask of the library's popups, through HVPopup.
 
 bool isPopup(const QObject *object);
 
