@@ -4,6 +4,7 @@
 #include "PopupHost.h"
 #include "ToolError.h"
 
+#include <HVPictureComponent.h>
 #include <HVVideoComponent.h>
 #include <HVView.h>
 #include <HVWidget.h>
@@ -30,18 +31,21 @@ template <typename Condition> void waitFor(Condition isMet, int milliseconds)
     }
 }
 
-/// Whether all clips below \a item are on a picture.
+/// Whether all clips and pictures below \a item are there.
 bool isLoaded(const QQuickItem *item)
 {
     const auto *video = qobject_cast<const HVVideoComponent *>(item);
     if (video && !video->source().isEmpty() && video->loadProgress() != 1)
         return false;
+    const auto *picture = qobject_cast<const HVPictureComponent *>(item);
+    if (picture && picture->isLoading())
+        return false;
     const QList<QQuickItem *> children = item->childItems();
     return std::all_of(children.begin(), children.end(), &isLoaded);
 }
 
-/// Clips come some time after the popup; one that cannot be opened never does.
-void waitForClips(const HVView &view)
+/// Clips and pictures come some time after the popup; a clip that cannot be opened never does.
+void waitForMedia(const HVView &view)
 {
     constexpr int Patience = 3000; // ms
     waitFor([&] { return isLoaded(view.rootObject()); }, Patience);
@@ -103,7 +107,7 @@ QImage PopupRenderer::render(const QString &key)
     view->statusHasChanged(view->status()); // which says what is wrong, if something is
     if (!view->rootObject())
         throw ToolError(QStringLiteral("the popup for \"%1\" has no user interface").arg(key));
-    waitForClips(*view);
+    waitForMedia(*view);
     return pictureAtRest(*view);
 }
 

@@ -79,14 +79,18 @@ struct HOVLETS_EXPORT HVLimits
 
     // What a popup shows of one entry
 
-    /// Paragraphs, links, pictures and other elements. Those that follow are left out.
-    int shownElements = 1000;
+    // A popup is laid out as a whole before its first frame, on the GUI thread: what these admit
+    // takes up to 100 ms. Where a popup is cut it ends with "…", and the host gets one warning.
+
+    /// Elements, and tags in texts: paragraphs, links, pictures, emphasised words. Those that
+    /// follow are left out.
+    int shownElements = 300;
 
     /// Characters of text. The text is cut off there.
-    int shownCharacters = 100000;
+    int shownCharacters = 20000;
 
     /// Pictures. Those that follow are replaced by their alternative text.
-    int shownPictures = 100;
+    int shownPictures = 20;
 
     // Pictures in content
 
@@ -94,9 +98,12 @@ struct HOVLETS_EXPORT HVLimits
     /// as missing; a clip ends before a larger frame.
     qint64 picturePixels = qint64 { 8192 } * 8192;
 
-    /// Bytes of all decoded pictures that popups show at a time. A picture that does not fit counts
-    /// as missing.
-    qint64 pictureMemory = qint64 { 256 } * 1024 * 1024;
+    /*!
+     * Bytes of one picture at its full size, width x height x 4, and of its file. Pictures are
+     * decoded one at a time. A larger one counts as missing. What popups show at a time, scaled
+     * down to its place, may together take as much again; a picture that does not fit stays blank.
+     */
+    qint64 pictureMemory = qint64 { 128 } * 1024 * 1024;
 
     // Clips
 

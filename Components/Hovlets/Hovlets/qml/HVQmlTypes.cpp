@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVQmlTypes.h"
 
+#include "HVPictureComponent.h"
 #include "HVScrollBarComponent.h"
 #include "HVStyledRectangleComponent.h"
 #include "HVVideoComponent.h"
@@ -29,6 +30,7 @@ void registerQmlTypes()
     registerType<HVXmlElement>("HVXmlElement");
     registerType<HVStyledRectangleComponent>("HVStyledRectangle");
     registerType<HVScrollBarComponent>("HVScrollBar");
+    registerType<HVPictureComponent>("HVPicture");
 }
 
 } // namespace Hovlets

@@ -4,6 +4,7 @@
 #include "HVContentLocale.h"
 #include "HVContentTranslator.h"
 #include "HVContentTree.h"
+#include "HVEntryReader.h"
 #include "HVIndex.h"
 #include "HVSettings.h"
 #include "HVShowScope.h"
@@ -159,6 +160,12 @@ HVView::HVView(HVManager *manager, QWidget *parent)
     d->theme = new HVToolTipTheme(this);
     connect(engine(), &QQmlEngine::warnings, this, &HVView::handleWarnings);
     engine()->rootContext()->setContextProperty(QStringLiteral("hovletTheme"), d->theme);
+    auto *reader = new HVEntryReader(this);
+    connect(reader, &HVEntryReader::warned, this, [this](const QString &message) {
+        if (d->services)
+            d->services->sendMessage(HVMessageWarning, message);
+    });
+    engine()->rootContext()->setContextProperty(QStringLiteral("hovletReader"), reader);
     setResizeMode(QQuickWidget::SizeViewToRootObject);
     arrangeEnd();
 }

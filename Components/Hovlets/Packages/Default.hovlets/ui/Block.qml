@@ -45,6 +45,7 @@ Item {
             objectName: "paragraph"
             theme: block.theme
             source: block.content.text
+            spoken: block.content.spoken
             format: block.content.format
             color: block.content.muted ? theme.secondary : theme.text
             onLinkFollowed: function(locator) { block.linkFollowed(locator); }

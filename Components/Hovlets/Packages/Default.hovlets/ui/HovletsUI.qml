@@ -22,7 +22,7 @@ import "Content.js" as Content
  * Child elements, shown in their order
  *   <p>, <text>   a paragraph
  *   <img>         a picture from the package's resources, at its size or scaled down to the popup's
- *                 width; the text "alt" stands for a picture that is missing
+ *                 width; the text "alt" is shown for a picture that is missing
  *   <link>        a link to an address, a file (it contains "/") or a documentation topic, which is
  *                 left out while no documentation is available; the label defaults to the address
  *   others        a paragraph of their text, then their own children
@@ -30,8 +30,9 @@ import "Content.js" as Content
  * Paragraphs are plain text unless they hold one of the tags a, b, big, br, code, em, font, i, kbd,
  * li, ol, p, s, samp, small, span, strong, sub, sup, tt, u, ul, or an entity such as &nbsp;. As
  * elements of the control file tags would lose their place in the text: write the paragraph in
- * CDATA, or its "<" as "&lt;". All other tags are shown as they are written. Runs of white space
- * count as one space; <br> breaks a line.
+ * CDATA, or its "<" as "&lt;". All other tags are shown as they are written. Of attributes only the
+ * harmless ones stay: nothing in a text can name a file, an address to load or a font. Runs of white
+ * space count as one space; <br> breaks a line.
  *
  * Every text is translated in the context of the entry's key, with its white space so reduced as
  * source text, and shown untranslated where the translation file lacks it. Then its placeholders
@@ -44,7 +45,7 @@ import "Content.js" as Content
  * until it is clicked. Nothing else in the popup moves by itself.
  */
 PopupFrame {
-    content: Content.read(hovlet, hovletView)
+    content: Content.read(hovlet, hovletReader, hovletView)
     blocks: content.blocks
     pinnable: true
 }

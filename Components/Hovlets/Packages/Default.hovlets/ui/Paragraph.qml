@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 import QtQuick 2.15
-import "Content.js" as Content
 
 // Text that wraps at its width and tells how wide it would like to be.
 Text {
@@ -8,6 +7,8 @@ Text {
 
     required property Theme theme
     property string source
+    // Its plain words.
+    property string spoken: source
     // "plain", "styled" or "rich".
     property string format: "plain"
     readonly property real naturalWidth: Math.ceil(ruler.implicitWidth)
@@ -33,7 +34,7 @@ Text {
     renderType: Text.NativeRendering
 
     Accessible.role: Accessible.StaticText
-    Accessible.name: Content.spoken({ text: source, format: format })
+    Accessible.name: spoken
 
     onLinkActivated: function(link) { linkFollowed(link); }
     onHoveredLinkChanged: {

@@ -5,6 +5,6 @@ import "Content.js" as Content
 // The simple popup: title, shortcut and the first paragraph. The format is described in
 // HovletsUI.qml.
 PopupFrame {
-    content: Content.read(hovlet, hovletView)
+    content: Content.read(hovlet, hovletReader, hovletView)
     blocks: Content.firstParagraph(content.blocks)
 }

@@ -1,0 +1,131 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HVEntryReader.h"
+
+#include "HVEntryContent.h"
+#include "HVLimits.h"
+#include "HVPictureFile.h"
+#include "HVView.h"
+
+#include <QtCore/QPointer>
+
+#include <array>
+
+namespace Hovlets {
+
+namespace {
+
+/// The view's answers; none once the host has deleted the view from one of its own functions.
+class Services : public HVEntryServices
+{
+public:
+    explicit Services(HVView *view)
+        : m_view(view)
+    {
+    }
+
+    QString translate(const QString &text, const QString &context) override
+    {
+        return m_view ? m_view->translate(text, context) : QString();
+    }
+
+    QString interpolate(const QString &text) override
+    {
+        return m_view ? m_view->interpolate(text) : text;
+    }
+
+    /// The look-up returns the folder's name for a file that is missing.
+    QString resource(const QString &relativePath) override
+    {
+        const auto nameOf = [](const QString &path) {
+            return path.mid(path.lastIndexOf(QLatin1Char('/')) + 1);
+        };
+        const QString name = nameOf(relativePath);
+        const QString found =
+                name.isEmpty() || !m_view ? QString() : m_view->findResource(relativePath);
+        return nameOf(found) == name ? found : QString();
+    }
+
+    bool canShowPicture(const QString &path) override
+    {
+        return !HVPictureFile(path).size().isEmpty();
+    }
+
+private:
+    QPointer<HVView> m_view;
+};
+
+QVariantMap toVariant(const HVEntryBlock &block)
+{
+    QVariantMap map { { QStringLiteral("text"), block.text.text },
+                      { QStringLiteral("spoken"), block.text.spoken } };
+    const auto set = [&map](const char *name, const QVariant &value) {
+        map.insert(QLatin1String(name), value);
+    };
+    switch (block.kind) {
+    case HVEntryBlock::Paragraph: {
+        static constexpr std::array<const char *, 3> Formats { "plain", "styled", "rich" };
+        set("kind", QStringLiteral("paragraph"));
+        set("format", QLatin1String(Formats[size_t(block.text.format)]));
+        set("muted", block.isMuted);
+        break;
+    }
+    case HVEntryBlock::Link:
+        set("kind", QStringLiteral("link"));
+        set("locator", block.locator);
+        break;
+    case HVEntryBlock::Image:
+        set("kind", QStringLiteral("image"));
+        set("source", block.resource);
+        break;
+    case HVEntryBlock::Clip:
+        set("kind", QStringLiteral("clip"));
+        set("name", block.resource);
+        break;
+    }
+    return map;
+}
+
+QVariantMap toVariant(const HVEntryContent &content)
+{
+    QVariantList blocks;
+    for (const HVEntryBlock &block : content.blocks)
+        blocks.append(toVariant(block));
+    return { { QStringLiteral("key"), content.key },
+             { QStringLiteral("title"), content.title.text },
+             { QStringLiteral("shortcut"), content.shortcut.text },
+             { QStringLiteral("blocks"), blocks } };
+}
+
+} // namespace
+
+HVEntryReader::HVEntryReader(HVView *view)
+    : QObject(view)
+    , m_view(view)
+{
+}
+
+QVariantMap HVEntryReader::read(HVXmlElement *entry, bool topics)
+{
+    if (!entry)
+        return toVariant(HVEntryContent());
+    const QPointer<HVEntryReader> alive(this);
+    Services services(m_view);
+    const HVEntryContent content = readEntry(*entry, services, topics, HVLimits::current());
+    if (alive && !content.limitMet.isEmpty())
+        warn(*entry, content.limitMet);
+    return toVariant(content);
+}
+
+void HVEntryReader::warn(const HVXmlElement &entry, const QString &limit)
+{
+    const QString key = entry.attribute(QStringLiteral("key"));
+    const QString file = entry.attribute(QStringLiteral("HVLocation"));
+    const QString which = file + QLatin1Char(' ') + key;
+    if (m_warned.contains(which))
+        return;
+    m_warned.insert(which);
+    Q_EMIT warned(QStringLiteral("Only part of \"%1\" in %2 is shown: it has more than %3")
+                          .arg(key, file, limit));
+}
+
+} // namespace Hovlets

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "HVPictureLoader.h"
+
+#include <QtCore/QString>
+#include <QtQuick/QQuickItem>
+
+#include <optional>
+
+namespace Hovlets {
+
+/*!
+ * \brief The QML item that shows a picture of the content's resources.
+ *
+ * Its implicit size, known at once, is that of the picture. The picture itself comes later, decoded
+ * on a background thread at the size that the item has on the screen. Only regular files are
+ * opened, within HVLimits. GUI thread only.
+ */
+class HVPictureComponent : public QQuickItem
+{
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(HVPictureComponent)
+    Q_PROPERTY(QString source READ source WRITE setSource NOTIFY sourceChanged)
+    Q_PROPERTY(bool loading READ isLoading NOTIFY loadingChanged)
+
+public:
+    explicit HVPictureComponent(QQuickItem *parent = nullptr);
+    ~HVPictureComponent() override;
+
+    /// The path of the file.
+    QString source() const { return m_source; }
+
+    /// Clears the picture, also when the file is the same one: it may have changed.
+    void setSource(const QString &path);
+
+    /// Whether there is a picture to come.
+    bool isLoading() const { return m_isLoading; }
+
+Q_SIGNALS:
+    void sourceChanged();
+    void loadingChanged();
+
+protected:
+    QSGNode *updatePaintNode(QSGNode *node, UpdatePaintNodeData *data) override;
+    void updatePolish() override;
+    void itemChange(ItemChange change, const ItemChangeData &value) override;
+
+private:
+    QSize sizeOnScreen() const;
+    void setLoading(bool isLoading);
+    void show(const HVSharedPicture &picture);
+
+    QString m_source;
+    QSize m_requestedSize;
+    std::optional<HVPictureRequest> m_request;
+    HVSharedPicture m_picture;
+    bool m_isUploaded = false; // m_picture, to the scene graph
+    bool m_isLoading = false;
+};
+
+} // namespace Hovlets

@@ -1,0 +1,133 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HVPictureLoader.h"
+
+#include "HVLimits.h"
+#include "HVPictureFile.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QDateTime>
+#include <QtCore/QFileInfo>
+#include <QtCore/QHash>
+#include <QtCore/QMutex>
+#include <QtCore/QMutexLocker>
+#include <QtCore/QObject>
+#include <QtCore/QThreadPool>
+
+#include <atomic>
+
+namespace Hovlets {
+
+namespace {
+
+/// Bytes of all decoded pictures that are in use.
+std::atomic<qint64> usedMemory { 0 };
+
+qint64 bytesOf(const QImage &image)
+{
+    return qint64 { image.bytesPerLine() } * image.height();
+}
+
+/// Null for an image that does not fit beside those in use.
+HVSharedPicture shared(QImage image)
+{
+    const qint64 bytes = bytesOf(image);
+    if (image.isNull() || usedMemory.fetch_add(bytes) + bytes > HVLimits::current().pictureMemory) {
+        usedMemory -= image.isNull() ? 0 : bytes;
+        return {};
+    }
+    return HVSharedPicture(new QImage(std::move(image)), [bytes](const QImage *used) {
+        delete used;
+        usedMemory -= bytes;
+    });
+}
+
+/// Decoding pictures one by one keeps all but one of them small. Null at exit.
+std::unique_ptr<QThreadPool> &decoders()
+{
+    static std::unique_ptr<QThreadPool> pool;
+    return pool;
+}
+
+/// Image plug-ins must not be unloaded while a picture is being decoded.
+void endDecoding()
+{
+    decoders()->clear();
+    decoders().reset();
+}
+
+QThreadPool &decoder()
+{
+    if (!decoders()) {
+        decoders() = std::make_unique<QThreadPool>();
+        decoders()->setMaxThreadCount(1);
+        qAddPostRoutine(endDecoding);
+    }
+    return *decoders();
+}
+
+/// The picture, from memory when another item shows it. On the decoding thread only.
+HVSharedPicture decoded(const QString &path, const QSize &size)
+{
+    static QHash<QString, std::weak_ptr<const QImage>> inUse;
+    const QFileInfo file(path);
+    const QString key = QStringLiteral("%1x%2 %3 %4 %5")
+                                .arg(size.width())
+                                .arg(size.height())
+                                .arg(file.size())
+                                .arg(file.lastModified().toMSecsSinceEpoch())
+                                .arg(path);
+    if (HVSharedPicture known = inUse.value(key).lock())
+        return known;
+    for (auto it = inUse.begin(); it != inUse.end();)
+        it = it->expired() ? inUse.erase(it) : std::next(it);
+    const HVSharedPicture picture = shared(HVPictureFile(path).decode(size));
+    if (picture)
+        inUse.insert(key, picture);
+    return picture;
+}
+
+} // namespace
+
+/// What the receiver's thread and the decoding one share.
+class HVPictureRequest::State
+{
+public:
+    bool isWanted()
+    {
+        const QMutexLocker lock(&mutex);
+        return receiver;
+    }
+
+    QMutex mutex; // guards receiver
+    QObject *receiver = nullptr; // null once cancelled
+    Answer answer; // called on the receiver's thread only
+};
+
+HVPictureRequest::HVPictureRequest(const QString &path, const QSize &size, QObject *receiver,
+                                   Answer answer)
+    : m_state(std::make_shared<State>())
+{
+    m_state->receiver = receiver;
+    m_state->answer = std::move(answer);
+    decoder().start([path, size, state = m_state] {
+        if (!state->isWanted())
+            return;
+        const HVSharedPicture picture = decoded(path, size);
+        const QMutexLocker lock(&state->mutex);
+        if (!state->receiver)
+            return;
+        const auto tell = [state, picture] {
+            if (state->isWanted())
+                state->answer(picture);
+        };
+        QMetaObject::invokeMethod(state->receiver, tell, Qt::QueuedConnection);
+    });
+}
+
+HVPictureRequest::~HVPictureRequest()
+{
+    const QMutexLocker lock(&m_state->mutex);
+    m_state->receiver = nullptr;
+}
+
+} // namespace Hovlets

@@ -1,0 +1,161 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HVShownText.h"
+
+#include <QtCore/QChar>
+
+namespace Hovlets {
+
+namespace {
+
+/// Letters without a place to break, several lines of them in any popup.
+constexpr int LongWord = 200;
+
+constexpr QChar Ellipsis(0x2026);
+constexpr QChar ZeroWidthSpace(0x200b);
+constexpr QChar ZeroWidthJoiner(0x200d);
+
+bool isWhiteSpace(QChar c)
+{
+    return c == QLatin1Char(' ')
+            || (c >= QLatin1Char('\t') && c <= QLatin1Char('\r') && c != QLatin1Char('\v'));
+}
+
+/// What a text document takes for its own objects, frames and blocks, or for the end of the text.
+bool isReserved(QChar c)
+{
+    const ushort code = c.unicode();
+    return (code < 0x20 && !isWhiteSpace(c)) || code == 0x2029 || code == 0xfffc
+            || (code >= 0xfdd0 && code <= 0xfdef) || code >= 0xfffe;
+}
+
+/// Scripts whose lines break between any two letters.
+bool breaksAnywhere(QChar c)
+{
+    const ushort code = c.unicode();
+    return (code >= 0x2e80 && code < 0xa000) || (code >= 0xac00 && code < 0xd7b0)
+            || (code >= 0xf900 && code < 0xfb00);
+}
+
+} // namespace
+
+HVShownTextWriter::HVShownTextWriter(HVDisplayBudget &budget, bool escapes)
+    : m_budget(budget)
+    , m_escapes(escapes)
+{
+}
+
+bool HVShownTextWriter::write(QStringView text)
+{
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const bool isPair =
+                text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate();
+        if (!writeCharacter(text.mid(i, isPair ? 2 : 1)))
+            return false;
+        i += isPair ? 1 : 0;
+    }
+    return !isCut();
+}
+
+bool HVShownTextWriter::writeCharacter(QStringView character)
+{
+    if (isCut())
+        return false;
+    if (!m_budget.takeCharacters(int(character.size()))) {
+        cut();
+        return false;
+    }
+    const QChar first = character.front();
+    breakLongWord(first);
+    const bool isShown = character.size() > 1 || !(isReserved(first) || first.isSurrogate());
+    for (const QChar c : character)
+        append(isShown ? c : QChar(QChar::ReplacementCharacter));
+    return true;
+}
+
+void HVShownTextWriter::append(QChar c)
+{
+    m_shown.spoken += c;
+    if (m_escapes && c == QLatin1Char('<'))
+        m_shown.text += QLatin1String("&lt;");
+    else if (m_escapes && c == QLatin1Char('&'))
+        m_shown.text += QLatin1String("&amp;");
+    else if (m_escapes && c == QChar::Nbsp) // StyledText takes the character for white space
+        m_shown.text += QLatin1String("&nbsp;");
+    else
+        m_shown.text += c;
+}
+
+void HVShownTextWriter::breakLongWord(QChar next)
+{
+    if (next.isSpace() || breaksAnywhere(next)) {
+        m_wordLength = 0;
+        return;
+    }
+    // Not within what is drawn as one character.
+    const bool isJoined =
+            next.isMark() || next == ZeroWidthJoiner || m_shown.spoken.endsWith(ZeroWidthJoiner);
+    if (++m_wordLength <= LongWord || isJoined)
+        return;
+    m_shown.text += ZeroWidthSpace;
+    m_wordLength = 1;
+}
+
+void HVShownTextWriter::writeEntity(QStringView name)
+{
+    const QString entity = QLatin1Char('&') + name.toString() + QLatin1Char(';');
+    if (!m_budget.takeCharacters(int(entity.size())))
+        return cut();
+    m_shown.text += entity;
+    m_shown.spoken += entity;
+}
+
+void HVShownTextWriter::endWord()
+{
+    m_wordLength = 0;
+    m_shown.spoken += QLatin1Char(' ');
+}
+
+void HVShownTextWriter::cut()
+{
+    if (isCut())
+        return;
+    m_shown.isCut = true;
+    m_shown.text += Ellipsis;
+    m_shown.spoken += Ellipsis;
+}
+
+HVShownText HVShownTextWriter::take(HVShownText::Format format)
+{
+    m_shown.format = format;
+    return std::move(m_shown);
+}
+
+HVShownText shownPlainText(const QString &text, HVDisplayBudget &budget)
+{
+    HVShownTextWriter writer(budget, false);
+    writer.write(text);
+    return writer.take(HVShownText::Plain);
+}
+
+void appendSimplified(QString &text, QStringView more, int most)
+{
+    for (const QChar c : more) {
+        if (text.size() > most)
+            return;
+        if (!isWhiteSpace(c))
+            text += c;
+        else if (!text.isEmpty() && !text.endsWith(QLatin1Char(' ')))
+            text += QLatin1Char(' ');
+    }
+}
+
+QString simplifiedText(QStringView text, int most)
+{
+    QString result;
+    appendSimplified(result, text, most);
+    if (result.endsWith(QLatin1Char(' ')))
+        result.chop(1);
+    return result;
+}
+
+} // namespace Hovlets

@@ -1,0 +1,212 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HVEntryContent.h"
+#include "HVXmlElement.h"
+#include "TestMain.h"
+#include "Text.h"
+
+#include <memory>
+
+using namespace Hovlets;
+
+namespace {
+
+class Services : public HVEntryServices
+{
+public:
+    QString translate(const QString &text, const QString &context) override
+    {
+        translated += context + QLatin1Char('/') + text;
+        return {};
+    }
+    QString interpolate(const QString &text) override { return text; }
+    QString resource(const QString &relativePath) override
+    {
+        return relativePath.contains(QLatin1String("missing")) ? QString() : relativePath;
+    }
+    bool canShowPicture(const QString &path) override
+    {
+        return path.endsWith(QLatin1String(".png"));
+    }
+
+    QStringList translated;
+};
+
+/// A tree of elements, built from the outside to the inside.
+class Element
+{
+public:
+    explicit Element(HVXmlElement *element)
+        : m_element(element)
+    {
+    }
+
+    Element add(const char *tag, const QString &content = {})
+    {
+        auto *child = new HVXmlElement(m_element);
+        child->setTagName(QLatin1String(tag));
+        child->setContent(content);
+        return Element(child);
+    }
+
+    Element &set(const char *name, const QString &value)
+    {
+        m_element->setAttribute(QLatin1String(name), value);
+        return *this;
+    }
+
+private:
+    HVXmlElement *m_element;
+};
+
+QStringList textsOf(const HVEntryContent &content)
+{
+    QStringList texts;
+    for (const HVEntryBlock &block : content.blocks)
+        texts += block.text.text;
+    return texts;
+}
+
+} // namespace
+
+/// What is shown of an entry, and how much of it.
+class tst_HVEntryContent : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m_root = std::make_unique<HVXmlElement>();
+        m_root->setAttribute(text("key"), text("k"));
+        m_limits = {};
+        m_services = {};
+    }
+
+    void shouldShowBlocksInTheirOrder()
+    {
+        Element entry(m_root.get());
+        entry.set("clip", text("a.mp4")).set("shortcut", text(" F1 "));
+        m_root->setContent(text("own\n"));
+        entry.add("title", text(" The  title "));
+        entry.add("p", text("one"));
+        entry.add("img").set("src", text("a.png")).set("alt", text("two"));
+        entry.add("link", text("three")).set("href", text("a/b"));
+        const HVEntryContent content = read();
+        QCOMPARE(content.key, text("k"));
+        QCOMPARE(content.title.text, text("The title"));
+        QCOMPARE(content.shortcut.text, text("F1"));
+        QCOMPARE(textsOf(content),
+                 QStringList({ {}, text("own"), text("one"), text("two"), text("three") }));
+        const QVector<int> kinds { HVEntryBlock::Clip, HVEntryBlock::Paragraph,
+                                   HVEntryBlock::Paragraph, HVEntryBlock::Image,
+                                   HVEntryBlock::Link };
+        for (int i = 0; i < kinds.size(); ++i)
+            QCOMPARE(int(content.blocks.at(i).kind), kinds.at(i));
+        QVERIFY(content.limitMet.isEmpty());
+        QVERIFY(m_services.translated.contains(text("k/The title")));
+    }
+
+    void shouldShowTheDescriptionOfWhatIsNoPicture()
+    {
+        Element entry(m_root.get());
+        for (const char *file : { "missing.png", "text.txt", "" })
+            entry.add("img").set("src", text(file)).set("alt", text("A picture"));
+        const HVEntryContent content = read();
+        QCOMPARE(int(content.blocks.size()), 3);
+        for (const HVEntryBlock &block : content.blocks) {
+            QCOMPARE(int(block.kind), int(HVEntryBlock::Paragraph));
+            QCOMPARE(block.text.text, text("A picture"));
+            QVERIFY(block.isMuted);
+        }
+    }
+
+    void shouldShowTheDescriptionOfAPictureTooMany()
+    {
+        m_limits.shownPictures = 2;
+        Element entry(m_root.get());
+        for (int i = 0; i < 3; ++i)
+            entry.add("img").set("src", text("a.png")).set("alt", QString::number(i));
+        entry.add("p", text("more"));
+        const HVEntryContent content = read();
+        QCOMPARE(textsOf(content), QStringList({ text("0"), text("1"), text("2"), text("more") }));
+        QCOMPARE(int(content.blocks.at(2).kind), int(HVEntryBlock::Paragraph));
+        QCOMPARE(content.limitMet, text("2 pictures"));
+    }
+
+    void shouldEndWithAnEllipsisAtTheLimitOfElements()
+    {
+        m_limits.shownElements = 2;
+        Element entry(m_root.get());
+        for (int i = 0; i < 5; ++i)
+            entry.add("p", QString::number(i));
+        const HVEntryContent content = read();
+        QCOMPARE(textsOf(content), QStringList({ text("0"), text("1"), QString(QChar(0x2026)) }));
+        QCOMPARE(content.limitMet, text("2 elements"));
+    }
+
+    void shouldEndWithAnEllipsisAtTheLimitOfCharacters()
+    {
+        m_limits.shownCharacters = 7;
+        Element entry(m_root.get());
+        entry.set("title", text("four"));
+        for (int i = 0; i < 3; ++i)
+            entry.add("p", text("two "));
+        entry.add("img").set("src", text("a.png"));
+        const HVEntryContent content = read();
+        QCOMPARE(textsOf(content), QStringList({ text("two"), QString(QChar(0x2026)) }));
+        QCOMPARE(content.limitMet, text("7 characters"));
+    }
+
+    void shouldNotTranslateWhatIsTooLongToBeShown()
+    {
+        m_limits.shownCharacters = 10;
+        Element(m_root.get()).add("p", QString(1000, QLatin1Char('x')));
+        QCOMPARE(textsOf(read()), QStringList({ text("xxxxxxxxxx") + QChar(0x2026) }));
+        QCOMPARE(m_services.translated, QStringList());
+    }
+
+    void shouldReadNoMoreElementsThanItShows_data()
+    {
+        QTest::addColumn<QString>("tag");
+        for (const char *tag : { "p", "b", "link", "x" })
+            QTest::newRow(tag) << text(tag);
+    }
+
+    /// Elements within elements: each level counts, whether it shows something or not.
+    void shouldReadNoMoreElementsThanItShows()
+    {
+        QFETCH(QString, tag);
+        Element level(m_root.get());
+        const QByteArray name = tag.toLatin1();
+        for (int depth = 0; depth < 500; ++depth) {
+            for (int i = 0; i < 10; ++i)
+                level.add(name.constData(), text("a")).set("href", text("a/b"));
+            level = level.add(name.constData(), text("b"));
+        }
+        const HVEntryContent content = read();
+        QVERIFY(content.blocks.size() <= m_limits.shownElements + 1);
+        QCOMPARE(content.limitMet, text("300 elements"));
+    }
+
+    void shouldShowNothingWithoutAllowance()
+    {
+        m_limits.shownElements = m_limits.shownCharacters = m_limits.shownPictures = -1;
+        Element entry(m_root.get());
+        entry.set("title", text("A"));
+        entry.add("p", text("B"));
+        const HVEntryContent content = read();
+        QCOMPARE(content.title.text, QString(QChar(0x2026)));
+        QCOMPARE(textsOf(content), QStringList());
+    }
+
+private:
+    HVEntryContent read() { return readEntry(*m_root, m_services, false, m_limits); }
+
+    std::unique_ptr<HVXmlElement> m_root;
+    HVLimits m_limits;
+    Services m_services;
+};
+
+HOVLETS_TEST_MAIN(tst_HVEntryContent)
+
+#include "tst_hventrycontent.moc"

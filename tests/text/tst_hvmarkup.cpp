@@ -1,0 +1,410 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HVMarkup.h"
+#include "HVMarkupTags.h"
+#include "TestMain.h"
+#include "Text.h"
+#include "ThreadTime.h"
+
+#include <QtCore/QRandomGenerator>
+#include <QtCore/QRegularExpression>
+
+using namespace Hovlets;
+
+namespace {
+
+HVShownText shown(const QString &text, const HVMarkupRules &rules = {}, const HVLimits &limits = {})
+{
+    HVDisplayBudget budget(limits);
+    return shownMarkup(text, rules, budget);
+}
+
+HVMarkupRules withTopics()
+{
+    HVMarkupRules rules;
+    rules.topics = true;
+    return rules;
+}
+
+/// Whether all tags are known ones, closed in the order in which they were opened.
+bool isBalanced(const QString &markup)
+{
+    QStringList open;
+    for (auto start = markup.indexOf(QLatin1Char('<')); start >= 0;
+         start = markup.indexOf(QLatin1Char('<'), start + 1)) {
+        const auto end = markup.indexOf(QLatin1Char('>'), start);
+        const bool isEnd = markup.mid(start + 1, 1) == QLatin1String("/");
+        const auto nameStart = start + (isEnd ? 2 : 1);
+        auto nameEnd = nameStart;
+        while (nameEnd < end && markup.at(nameEnd).isLower())
+            ++nameEnd;
+        const QString name = markup.mid(nameStart, nameEnd - nameStart);
+        if (end < 0 || !markupTagNamed(name))
+            return false;
+        if (name == QLatin1String("br"))
+            continue;
+        if (!isEnd)
+            open += name;
+        else if (open.isEmpty() || open.takeLast() != name)
+            return false;
+    }
+    return open.isEmpty();
+}
+
+} // namespace
+
+/// Markup that anybody may have written.
+class tst_HVMarkup : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void shouldTellMarkupFromPlainText_data()
+    {
+        QTest::addColumn<QString>("written");
+        QTest::addColumn<bool>("markup");
+        const auto row = [](const char *written, bool markup) {
+            QTest::newRow(written) << QString::fromLatin1(written) << markup;
+        };
+        for (const char *written : { "<b>", "a</i>", "<BR/>", "<p >", "<a href='x'>", "<ul\n>",
+                                     "&lt;", "&#65;", "&#xaf;", "&NBSP;" })
+            row(written, true);
+        for (const char *written :
+             { "", "a < b", "<html>", "<bold>", "<b", "<b <i", "</ b>", "< b>", "&", "&;", "&lt",
+               "&euro;", "&#;", "Q&A", "<b/x>", "%(a)s" })
+            row(written, false);
+    }
+
+    void shouldTellMarkupFromPlainText()
+    {
+        QFETCH(QString, written);
+        QTEST(isMarkup(written), "markup");
+    }
+
+    void shouldKeepWhatIsHarmless_data()
+    {
+        QTest::addColumn<QString>("written");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("format");
+        const auto row = [](const char *written, const char *text, int format) {
+            QTest::newRow(written)
+                    << QString::fromUtf8(written) << QString::fromUtf8(text) << format;
+        };
+        const int styled = HVShownText::Styled;
+        const int rich = HVShownText::Rich;
+        row("a <b>b</b> c", "a <b>b</b> c", styled);
+        row("<EM>a</EM> <Strong>b</sTrong>", "<i>a</i> <strong>b</strong>", styled);
+        row("a<br/>b<br />c<br>d", "a<br>b<br>c<br>d", styled);
+        row("<ul><li>a</li></ul>", "<ul><li>a</li></ul>", rich);
+        row("<ol type='A'><li>a</ol>", "<ol type=\"A\"><li>a</li></ol>", rich);
+        row("<font color=red size=\"+1\">a</font>", "<font color=\"red\" size=\"+1\">a</font>",
+            rich);
+        row("<p align='center' dir=rtl>a", "<p align=\"center\" dir=\"rtl\">a</p>", rich);
+        row("<span style='color: #f00; FONT-WEIGHT: bold'>a</span>",
+            "<span style=\"color:#f00;font-weight:bold;\">a</span>", rich);
+        row("<p style=\"background-color:rgb(1, 2, 3);font-size:20px\">a</p>",
+            "<p style=\"background-color:rgb(1, 2, 3);font-size:20px;\">a</p>", rich);
+        row("<a href=\"a/b\">c</a>", "<a href=\"a/b\">c</a>", styled);
+        row("<a title=x href = 'a/b' >c</a>", "<a href=\"a/b\">c</a>", styled);
+        row("<a href=\"a/?b&amp;c\">d</a>", "<a href=\"a/?b&amp;c\">d</a>", rich);
+        row("a &lt; b &amp; c &gt; d", "a &lt; b &amp; c > d", styled);
+        row("a&nbsp;b\xc2\xa0"
+            "c",
+            "a&nbsp;b&nbsp;c", styled);
+        row("&#x20ac;&#65;&apos;&quot;",
+            "\xe2\x82\xac"
+            "A'\"",
+            styled);
+        row("<b>&euro;</b>", "<b>&euro;</b>", rich);
+    }
+
+    void shouldKeepWhatIsHarmless()
+    {
+        QFETCH(QString, written);
+        const HVShownText result = shown(written);
+        QTEST(result.text, "text");
+        QTEST(int(result.format), "format");
+        QVERIFY(!result.isCut);
+    }
+
+    void shouldLeaveOutWhatReachesForSomething_data()
+    {
+        QTest::addColumn<QString>("written");
+        QTest::addColumn<QString>("text");
+        const auto row = [](const char *written, const char *text) {
+            QTest::newRow(written) << QString::fromUtf8(written) << QString::fromUtf8(text);
+        };
+        row("<p style=\"background-image:url(http://a/b)\">a</p>", "<p>a</p>");
+        row("<p style=\"color:red;background:url(/a)\">a</p>", "<p style=\"color:red;\">a</p>");
+        row("<span style='list-style-image:url(a)'>a</span>", "<span>a</span>");
+        row("<span style='color:red/**/;color:url(a)'>a</span>", "<span>a</span>");
+        row("<span style='color:\\75rl(a)'>a</span>", "<span>a</span>");
+        row("<span style='color:rgb(url(a))'>a</span>", "<span>a</span>");
+        row("<ul background='a' style='-qt-list-indent:9'><li>a</li></ul>", "<ul><li>a</li></ul>");
+        row("<font face='Some Font' src='a'>a</font>", "<font>a</font>");
+        row("<span style='font-family:a'>a</span>", "<span>a</span>");
+        row("<span style='font-size:4000px'>a</span>", "<span>a</span>");
+        row("<b style='color:red' onclick=a>a</b>", "<b>a</b>");
+        row("<br clear=all style='page-break-before:always'>", "<br>");
+        row("<img src='http://a/b'>", "&lt;img src='http://a/b'>");
+        row("<table background=a><tr><td>b</td></tr></table>",
+            "&lt;table background=a>&lt;tr>&lt;td>b&lt;/td>&lt;/tr>&lt;/table>");
+        row("<style>b { background: url(a) }</style><b>c</b>",
+            "&lt;style>b { background: url(a) }&lt;/style><b>c</b>");
+        row("<!-- <b>a</b> -->", "&lt;!-- <b>a</b> -->");
+        row("<link rel=stylesheet href=a><b>c</b>", "&lt;link rel=stylesheet href=a><b>c</b>");
+        row("<a name='x'>a</a>", "a");
+        row("<a href=''>a</a>", "a");
+        row("<a href='Topic'>a</a>", "a");
+    }
+
+    void shouldLeaveOutWhatReachesForSomething()
+    {
+        QFETCH(QString, written);
+        QTEST(shown(written).text, "text");
+    }
+
+    void shouldBalanceTags_data()
+    {
+        QTest::addColumn<QString>("written");
+        QTest::addColumn<QString>("text");
+        const auto row = [](const char *written, const char *text) {
+            QTest::newRow(written) << QString::fromLatin1(written) << QString::fromLatin1(text);
+        };
+        row("<b>a", "<b>a</b>");
+        row("a</b>", "a");
+        row("<b><i>a</b>b</i>", "<b><i>a</i></b>b");
+        row("<b/>a", "<b></b>a");
+        row("<p>a<p>b", "<p>a</p><p>b</p>");
+        row("<ul><li>a<li>b</ul>", "<ul><li>a</li><li>b</li></ul>");
+        row("<ul><li>a<ul><li>b</ul><li>c</ul>",
+            "<ul><li>a<ul><li>b</li></ul></li><li>c</li></ul>");
+        row("<p>a<ul><li>b", "<p>a</p><ul><li>b</li></ul>");
+        row("<a href='a/b'>c<a href='a/d'>e", "<a href=\"a/b\">c</a><a href=\"a/d\">e</a>");
+        row("<a href='a/b'>c<a>d", "<a href=\"a/b\">c</a>d");
+    }
+
+    void shouldBalanceTags()
+    {
+        QFETCH(QString, written);
+        QTEST(shown(written).text, "text");
+        QVERIFY(isBalanced(shown(written).text));
+    }
+
+    void shouldFollowLinksToTopicsWhereThatIsPossible()
+    {
+        QCOMPARE(shown(text("<a href='Topic'>a</a>"), withTopics()).text,
+                 text("<a href=\"Topic\">a</a>"));
+    }
+
+    void shouldTellTopics_data()
+    {
+        QTest::addColumn<QString>("locator");
+        QTest::addColumn<bool>("topic");
+        const auto row = [](const char *locator, bool topic) {
+            QTest::newRow(locator) << QString::fromUtf8(locator) << topic;
+        };
+        row("Topic", true);
+        row("Some topic", true);
+        row("a/b", false);
+        row("http:a", false);
+        row("C:x", false);
+        row("a+b-c.d:e", false);
+        row("1a:b", true);
+        row(":b", true);
+        row("\xc3\xa4:b", true);
+        row("a b:c", true);
+        row("", true);
+    }
+
+    void shouldTellTopics()
+    {
+        QFETCH(QString, locator);
+        QTEST(isTopic(locator), "topic");
+    }
+
+    void shouldFillPlaceholdersWithText()
+    {
+        HVMarkupRules rules;
+        rules.fill = [](const QString &placeholder) {
+            return placeholder == QLatin1String("%(a)s") ? text("<b>&\"") : placeholder;
+        };
+        QCOMPARE(shown(text("<i>%(a)s</i> %(b)s %(a b)s"), rules).text,
+                 text("<i>&lt;b>&amp;\"</i> %(b)s %(a b)s"));
+        QCOMPARE(shown(text("<a href='x/%(a)s'>c</a>"), rules).text,
+                 text("<a href=\"x/&lt;b&gt;&amp;&quot;\">c</a>"));
+        QCOMPARE(shown(text("<i>%(a)s</i> %(b)s"), rules).spoken, text("<b>&\" %(b)s"));
+    }
+
+    void shouldSpeakTheWords_data()
+    {
+        QTest::addColumn<QString>("written");
+        QTest::addColumn<QString>("spoken");
+        const auto row = [](const char *written, const char *spoken) {
+            QTest::newRow(written) << QString::fromUtf8(written) << QString::fromUtf8(spoken);
+        };
+        row("<b>a</b>b &lt; c", "ab < c");
+        row("a<br>b<p>c</p><ul><li>d<li>e</ul>f", "a b c d e f");
+        row("&nbsp;&#x20ac; &x;", "\xc2\xa0\xe2\x82\xac &x;");
+        row("<a href='a/b'>c</a><img>", "c<img>");
+    }
+
+    void shouldSpeakTheWords()
+    {
+        QFETCH(QString, written);
+        QTEST(shown(written).spoken, "spoken");
+    }
+
+    void shouldReplaceWhatTextDocumentsTakeForTheirOwn()
+    {
+        QString written = text("<b>a</b>");
+        for (const int code : { 0x0, 0xb, 0xfffc, 0xfdd0, 0xfdd1, 0x2029, 0xdc00, 0xd800, 0xffff })
+            written += QChar(code);
+        written += text("&#0;&#xd800;&#xfffc;&#x110000;&#9999999;");
+        const QString result = shown(written).text;
+        QCOMPARE(result, text("<b>a</b>") + QString(14, QChar(QChar::ReplacementCharacter)));
+    }
+
+    void shouldCutAtTheLimitOfCharacters()
+    {
+        HVLimits limits;
+        limits.shownCharacters = 5;
+        const HVShownText result = shown(text("<b>abc<i>defg</i></b>"), {}, limits);
+        QCOMPARE(result.text, QString::fromUtf8("<b>abc<i>de…</i></b>"));
+        QCOMPARE(result.spoken, QString::fromUtf8("abcde…"));
+        QVERIFY(result.isCut);
+        // Never through the middle of a character.
+        QCOMPARE(shown(QString::fromUtf8("<b>abcd😀"), {}, limits).text,
+                 QString::fromUtf8("<b>abcd…</b>"));
+        QVERIFY(!shown(text("<b>abcde"), {}, limits).isCut);
+    }
+
+    void shouldCutAtTheLimitOfElements()
+    {
+        HVLimits limits;
+        limits.shownElements = 2;
+        QCOMPARE(shown(text("<b>a</b><i>b</i><u>c</u>"), {}, limits).text,
+                 QString::fromUtf8("<b>a</b><i>b</i>…"));
+    }
+
+    void shouldSayWhichLimitWasMetFirst()
+    {
+        HVLimits limits;
+        limits.shownElements = 2;
+        limits.shownCharacters = 5;
+        HVDisplayBudget budget(limits);
+        shownMarkup(text("<b>a<b>b"), {}, budget);
+        QCOMPARE(budget.limitMet(), QString());
+        QVERIFY(!budget.isSpent());
+        shownMarkup(text("<b>b"), {}, budget);
+        QCOMPARE(budget.limitMet(), text("2 elements"));
+        shownMarkup(text("123456"), {}, budget);
+        QCOMPARE(budget.limitMet(), text("2 elements"));
+        QVERIFY(budget.isSpent());
+    }
+
+    void shouldLetLongWordsBreak()
+    {
+        const QString breaks(QChar(0x200b));
+        const QString word(1000, QLatin1Char('w'));
+        HVShownText result = shown(text("<b>a</b> ") + word);
+        QCOMPARE(int(result.text.count(breaks)), 4);
+        QCOMPARE(result.spoken, text("a ") + word);
+        QCOMPARE(shown(text("<b>a</b> ") + QString(200, QLatin1Char('w'))).text.count(breaks), 0);
+        // Tags between the letters make no difference.
+        QCOMPARE(int(shown(text("wwwww<b>wwwww</b>").repeated(100)).text.count(breaks)), 4);
+        QCOMPARE(int(shown(text("wwwww<br>").repeated(200)).text.count(breaks)), 0);
+        // Not between a letter and its accents, nor within a flag, nor where lines break anyway.
+        result = shown(text("<b>a</b> ") + QString(199, QLatin1Char('w'))
+                       + QString::fromUtf8("e\u0301\u0301x"));
+        QVERIFY(result.text.contains(QString::fromUtf8("e\u0301\u0301") + breaks));
+        QCOMPARE(shown(text("<b>a</b> ") + QString(1000, QChar(0x6587))).text.count(breaks), 0);
+    }
+
+    void shouldNestWithinBounds()
+    {
+        const QString lists = shown(text("<ul><li>x").repeated(100)).text;
+        QCOMPARE(int(lists.count(text("<ul>"))), 8);
+        QVERIFY(isBalanced(lists));
+        const QString words = shown(text("<tt><b>x").repeated(100)).text;
+        QCOMPARE(int(words.count(text("<tt>"))), 16);
+        QCOMPARE(int(words.count(QLatin1Char('x'))), 100);
+        QVERIFY(isBalanced(words));
+    }
+
+    void shouldTakeATimeLinearInTheText_data()
+    {
+        QTest::addColumn<QString>("piece");
+        for (const char *piece : { "<a href=\"x\">", "<b", "<", "</b>", "<ul><li>", "<b><i>", "&",
+                                   "&lt", "%(", "%(a", "%(a)s", "<a href='", "<p style='color:red;",
+                                   "<a x=", "\"<'>", "w", " ", "<b></i>", "<li>" })
+            QTest::newRow(piece) << QString::fromLatin1(piece);
+    }
+
+    void shouldTakeATimeLinearInTheText()
+    {
+        QFETCH(QString, piece);
+        HVLimits limits;
+        limits.shownElements = limits.shownCharacters = std::numeric_limits<int>::max();
+        HVMarkupRules rules = withTopics();
+        rules.fill = [](const QString &placeholder) { return placeholder; };
+        // A text of a million characters takes some 20 ms; a quadratic way would take hours.
+        const QString written = text("<b>") + piece.repeated(1000000 / int(piece.size()));
+        const ThreadTime time;
+        const HVShownText result = shown(written, rules, limits);
+        QVERIFY2(time.elapsed() < 5000, qPrintable(QString::number(time.elapsed())));
+        QVERIFY(isBalanced(result.text));
+    }
+
+    void shouldMakeBalancedMarkupOfAnything()
+    {
+        static const QStringList pieces {
+            text("<b>"),
+            text("</b>"),
+            text("<i "),
+            text("<ul>"),
+            text("</ul>"),
+            text("<li>"),
+            text("<p>"),
+            text("</p>"),
+            text("<a href='a/b'>"),
+            text("</a>"),
+            text("<a href='T'>"),
+            text("<br/>"),
+            text("<"),
+            text(">"),
+            text("/"),
+            text("'"),
+            text("\""),
+            text("&"),
+            text("lt;"),
+            text("&#"),
+            text("x"),
+            text(" "),
+            text("%("),
+            text("a)s"),
+            text("style="),
+            text("url(x)"),
+            text("<font "),
+            text("color=red"),
+            text("<img "),
+            text("src="),
+            text("<span style=\"color:"),
+            text(";"),
+        };
+        QRandomGenerator random(20260731);
+        for (int i = 0; i < 20000; ++i) {
+            QString written;
+            for (int left = random.bounded(20); left > 0; --left)
+                written += pieces.at(random.bounded(int(pieces.size())));
+            const QString result = shown(written).text;
+            QVERIFY2(isBalanced(result), qPrintable(written + text(" -> ") + result));
+            // The letters of an address may be shown as text, but are never inside a tag.
+            static const QRegularExpression reaching(QStringLiteral("<[^>]*(url|src|img)"));
+            QVERIFY2(!result.contains(reaching), qPrintable(written + text(" -> ") + result));
+        }
+    }
+};
+
+HOVLETS_TEST_MAIN(tst_HVMarkup)
+
+#include "tst_hvmarkup.moc"
