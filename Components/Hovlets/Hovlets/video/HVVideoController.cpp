@@ -40,6 +40,13 @@ public:
         return controllerMutex.try_lock_until(std::chrono::system_clock::now() + LockTime);
     }
 
+    void setState(State newState)
+    {
+        state = newState;
+        if (source)
+            source->setPlaying(state == Playing);
+    }
+
     /// How long to rest after the picture at the position, in seconds.
     double restTime() const
     {
@@ -116,7 +123,7 @@ void HVVideoController::play()
 {
     {
         const Locker locker(d->controllerMutex);
-        d->state = Playing;
+        d->setState(Playing);
         if (d->source && d->position >= d->source->totalFrameCount())
             setProgress(0.0);
     }
@@ -133,7 +140,7 @@ void HVVideoController::setState(State state)
 {
     {
         const Locker locker(d->controllerMutex);
-        d->state = state;
+        d->setState(state);
     }
     d->restEnds.notify_all();
     d->idle->wake();
@@ -276,6 +283,11 @@ void HVVideoController::setLastFrameDisplayTime(const QDateTime &time)
     d->lastFrameDisplayTime = time;
 }
 
+bool HVVideoController::releaseFrames()
+{
+    return !d->source || d->source->releaseFrames();
+}
+
 void HVVideoController::setShouldQuit()
 {
     {
@@ -337,9 +349,13 @@ void HVVideoController::run()
             continue;
         }
         if (d->state == Playing) {
-            // Playback never waits for the decoder.
-            if (frameCount() >= d->position)
+            // Playback never waits for the decoder, except for frames that it has had before.
+            const bool awaits = d->source && d->source->awaitsFrame(d->position);
+            if (!awaits && frameCount() >= d->position)
                 pause();
+        } else if (d->needFrame && !isAvailable) {
+            if (d->source)
+                d->source->awaitsFrame(d->position);
         } else if (d->needFrame && isAvailable && !d->source->getFrame(0).isNull()) {
             d->needFrame = false;
             presentFrame();

@@ -76,6 +76,9 @@ public:
     QDateTime lastFrameDisplayTime() const;
     void setLastFrameDisplayTime(const QDateTime &time);
 
+    /// Frees the frames until one is asked for; false while the clip is decoded or played.
+    bool releaseFrames();
+
     void setShouldQuit();
 
     /// False, too, when the mutex is not to be had within 100 ms: the next pass will see it.

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVVideoSource.h"
 
+#include "HVFrameMemory.h"
 #include "HVIdleWait.h"
 #include "HVLogging.h"
 #include "HVVideoFrameCache.h"
 
 #include <QtCore/QMap>
 
+#include <algorithm>
 #include <deque>
 #include <mutex>
 #include <vector>
@@ -25,7 +27,15 @@ constexpr unsigned long QuitTime = 10000; // ms
 class HVVideoSource::Private
 {
 public:
+    /// Gives the frames up to clips that are shown; the clip is decoded again
+    /// when it is asked for.
+    std::shared_ptr<void> giveUpFrames();
+
+    /// The frames that are there.
     quint64 length() const { return cache ? cache->length() : 0; }
+
+    /// Those that were given up included.
+    quint64 knownLength() const { return std::max(length(), lengthBefore); }
 
     // Guarded by stateMutex.
     mutable Mutex stateMutex;
@@ -39,9 +49,39 @@ public:
     std::shared_ptr<HVVideoFrameCache> cache;
     QMap<QString, std::shared_ptr<HVVideoFrameCache>> caches; // clips to keep: none so far
     std::vector<std::weak_ptr<HVIdleWait>> frameWaiters;
+    quint64 lengthBefore = 0; // of the cache whose frames were given up
+    bool isGivenUp = false;
+    bool isRestoring = false; // the clip is decoded again
+
+    // Its lock is taken before frameMutex, never after.
+    HVFrameMemory memory { [this] { return giveUpFrames(); } };
 
     HVIdleWait idle;
 };
+
+std::shared_ptr<void> HVVideoSource::Private::giveUpFrames()
+{
+    const Locker locker(frameMutex);
+    if (!cache)
+        return nullptr;
+    lengthBefore = cache->length();
+    isGivenUp = true;
+    return std::exchange(cache, std::make_shared<HVVideoFrameCache>(QString()));
+}
+
+namespace {
+
+/// A request to decode the current clip again.
+struct RestoreChange : HVVideoSourceChange
+{
+    RestoreChange()
+        : HVVideoSourceChange(HVVideoSource::NoAction)
+    {
+    }
+    void apply(HVVideoSource *source) override { source->restoreFrames(); }
+};
+
+} // namespace
 
 HVVideoSource::HVVideoSource(QObject *parent)
     : QThread(parent)
@@ -147,6 +187,7 @@ HVVideoSource::Action HVVideoSource::action() const
 HVVideoFrame HVVideoSource::getFrame(unsigned int index) const
 {
     const Locker locker(d->frameMutex);
+    d->memory.shown();
     return index < d->length() ? d->cache->frame(index) : HVVideoFrame();
 }
 
@@ -159,7 +200,7 @@ bool HVVideoSource::isFrameAvailable(quint64 index) const
 quint64 HVVideoSource::loadedFrameCount() const
 {
     const Locker locker(d->frameMutex);
-    return d->length();
+    return d->knownLength();
 }
 
 quint64 HVVideoSource::totalFrameCount() const
@@ -172,13 +213,19 @@ void HVVideoSource::setupSource()
     const QUrl url = source();
     const QString name = url.toString();
     bool isNew = false;
+    std::shared_ptr<HVVideoFrameCache> before; // freed without the lock
     {
         const Locker locker(d->frameMutex);
-        d->cache = d->caches.value(name);
+        before = std::exchange(d->cache, d->caches.value(name));
         isNew = !d->cache;
         if (isNew)
             d->cache = std::make_shared<HVVideoFrameCache>(name);
+        d->lengthBefore = 0;
+        d->isGivenUp = false;
+        d->isRestoring = false;
     }
+    before.reset();
+    d->memory.clear();
     if (isNew)
         setAction(url.isEmpty() ? IdleAction : DecodeAction);
     Q_EMIT sourceChanged();
@@ -192,18 +239,96 @@ void HVVideoSource::clearChanges()
 
 void HVVideoSource::pushFrame(const HVVideoFrame &frame)
 {
+    const bool isHeld = tryPushFrame(frame);
+    Q_UNUSED(isHeld)
+}
+
+bool HVVideoSource::tryPushFrame(const HVVideoFrame &frame)
+{
+    // Asked for without frameMutex: room may be made with the frames of another
+    // clip.
+    if (!d->memory.reserve(frame.sizeInBytes()))
+        return false;
+    bool isKept = false;
+    {
+        const Locker locker(d->frameMutex);
+        isKept = d->cache != nullptr;
+        if (isKept)
+            d->cache->addFrame(frame);
+    }
+    if (isKept)
+        wakeFrameWaiters();
+    else
+        d->memory.clear(); // before the first clip there is nothing to keep it in
+    return true;
+}
+
+void HVVideoSource::wakeFrameWaiters()
+{
     std::vector<std::weak_ptr<HVIdleWait>> waiters;
     {
         const Locker locker(d->frameMutex);
-        if (!d->cache)
-            return;
-        d->cache->addFrame(frame);
         waiters = d->frameWaiters;
     }
     for (const auto &each : waiters) {
         if (const auto waiter = each.lock())
             waiter->wake();
     }
+}
+
+bool HVVideoSource::releaseFrames()
+{
+    return d->memory.release();
+}
+
+bool HVVideoSource::awaitsFrame(quint64 index)
+{
+    {
+        const Locker locker(d->frameMutex);
+        if (index >= d->lengthBefore || (!d->isGivenUp && !d->isRestoring))
+            return false;
+        if (!std::exchange(d->isGivenUp, false))
+            return true; // asked for before
+        d->isRestoring = true;
+    }
+    {
+        const Locker locker(d->stateMutex);
+        d->changes.push_back(std::make_unique<RestoreChange>());
+    }
+    d->idle.wake();
+    return true;
+}
+
+void HVVideoSource::restoreFrames()
+{
+    restoringEnded();
+}
+
+bool HVVideoSource::isRestoring() const
+{
+    const Locker locker(d->frameMutex);
+    return d->isRestoring;
+}
+
+void HVVideoSource::restoringEnded()
+{
+    {
+        const Locker locker(d->frameMutex);
+        d->isRestoring = false;
+        if (!d->isGivenUp) // once more, meanwhile
+            d->lengthBefore = 0; // what came this time is what there is
+    }
+    wakeFrameWaiters();
+}
+
+void HVVideoSource::setPlaying(bool isPlaying)
+{
+    d->memory.setInUse(HVFrameMemory::Use::Playing, isPlaying);
+}
+
+void HVVideoSource::setDecoding(bool isDecoding)
+{
+    d->memory.setInUse(HVFrameMemory::Use::Decoding, isDecoding);
 }
 
 void HVVideoSource::notifyStreamEnded()

@@ -91,7 +91,25 @@ public:
     void setupSource();
     void clearChanges();
     void pushFrame(const HVVideoFrame &frame);
+
+    /// As pushFrame(); false when the memory for clips has no room for the frame, which is dropped.
+    [[nodiscard]] bool tryPushFrame(const HVVideoFrame &frame);
     void notifyStreamEnded();
+
+    /// The clip is played, or no longer: other clips leave its frames alone meanwhile.
+    void setPlaying(bool isPlaying);
+
+    /// Frees the frames until one is asked for; false while the clip is decoded or played.
+    bool releaseFrames();
+
+    /*!
+     * Whether the frame at \a index was freed and will come back. The clip is decoded again from
+     * its start, which emits nothing; the counts stay as they were.
+     */
+    bool awaitsFrame(quint64 index);
+
+    /// Decodes the current clip again. On the source thread.
+    virtual void restoreFrames();
 
     /// Each new frame wakes \a waiter, for as long as anybody else holds it.
     void addFrameWaiter(const std::shared_ptr<HVIdleWait> &waiter);
@@ -108,6 +126,14 @@ Q_SIGNALS:
 protected:
     virtual bool loadSource();
 
+    /// The clip is decoded, or no longer: other clips leave its frames alone meanwhile.
+    void setDecoding(bool isDecoding);
+
+    bool isRestoring() const;
+
+    /// The clip has been decoded again, as far as it went.
+    void restoringEnded();
+
     /// Applies at most one change.
     void processActionQueue();
 
@@ -115,6 +141,8 @@ protected:
     void idle();
 
 private:
+    void wakeFrameWaiters();
+
     class Private;
     std::shared_ptr<Private> d; // the ending thread holds it as well
 };

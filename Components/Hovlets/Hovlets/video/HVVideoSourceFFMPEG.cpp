@@ -24,6 +24,7 @@ public:
     }
 
     bool openMedia();
+    void endMedia(bool fits);
     void releaseMedia();
     bool decodeNextFrame();
     HVVideoFrame nextFrame();
@@ -36,6 +37,7 @@ public:
     QString filePath;
     std::unique_ptr<HVClip> clip; // null when closed
     double videoClock = 0.0; // s, of the next picture
+    double clipStart = 0.0; // s, by the same clock
     qint64 seekTarget = 0;
     int seekFlags = 0;
 
@@ -113,6 +115,7 @@ bool HVVideoSourceFFMPEG::loadSource()
     {
         const Locker locker(d->decoderMutex);
         d->filePath = source().toLocalFile();
+        d->clipStart = d->videoClock;
     }
     const bool loaded = d->openMedia() && HVVideoSource::loadSource();
     setAction(loaded ? DecodeAction : IdleAction);
@@ -137,6 +140,7 @@ bool HVVideoSourceFFMPEG::Private::openMedia()
         return false;
     }
     clip = std::move(opened);
+    owner->setDecoding(true);
     const std::lock_guard<std::mutex> factsLocker(factsMutex);
     size = clip->size();
     duration = clip->duration();
@@ -149,9 +153,10 @@ void HVVideoSourceFFMPEG::Private::releaseMedia()
 {
     const Locker locker(decoderMutex);
     clip.reset();
+    owner->setDecoding(false);
 }
 
-/// Puts the next picture into the cache; false at the end of the clip, and without one.
+/// Puts the next frame into the cache; false at the end of the clip, and without one.
 bool HVVideoSourceFFMPEG::Private::decodeNextFrame()
 {
     while (true) {
@@ -159,6 +164,8 @@ bool HVVideoSourceFFMPEG::Private::decodeNextFrame()
         {
             const Locker locker(decoderMutex);
             if (!clip) {
+                if (owner->isRestoring())
+                    owner->restoringEnded();
                 if (owner->action() != IdleAction)
                     owner->setAction(IdleAction);
                 return false;
@@ -167,13 +174,28 @@ bool HVVideoSourceFFMPEG::Private::decodeNextFrame()
             if (frame.isNull())
                 releaseMedia();
         }
-        if (!frame.isNull()) {
-            owner->pushFrame(frame);
+        const bool fits = frame.isNull() || owner->tryPushFrame(frame);
+        if (!frame.isNull() && fits)
             return true;
-        }
-        if (!owner->shouldQuit())
-            owner->notifyStreamEnded();
+        endMedia(fits);
     }
+}
+
+/// The clip has no more frames, or no more that \a fits.
+void HVVideoSourceFFMPEG::Private::endMedia(bool fits)
+{
+    const bool isRestoring = owner->isRestoring();
+    if (!fits) {
+        releaseMedia();
+        if (!isRestoring) {
+            qCDebug(videoLog).noquote()
+                    << QStringLiteral("The clip ends after %2 frames, more do not fit into the "
+                                      "memory for clips: %1")
+                               .arg(filePath, QString::number(owner->loadedFrameCount()));
+        }
+    }
+    if (!isRestoring && !owner->shouldQuit())
+        owner->notifyStreamEnded();
 }
 
 /// The next picture with its time, or a null one at the end.
@@ -195,6 +217,18 @@ double HVVideoSourceFFMPEG::Private::advanceClock()
     const double pts = videoClock;
     videoClock += 1.0 / owner->frameRate();
     return pts;
+}
+
+void HVVideoSourceFFMPEG::restoreFrames()
+{
+    {
+        const Locker locker(d->decoderMutex);
+        d->videoClock = d->clipStart;
+    }
+    if (d->openMedia())
+        changeSetAction(DecodeAction);
+    else
+        restoringEnded();
 }
 
 void HVVideoSourceFFMPEG::close()

@@ -43,6 +43,8 @@ public:
     /// the next, as the clock goes on. 0 when the clip does not tell its duration.
     virtual double progress();
 
+    void restoreFrames() override;
+
 protected:
     void run() override;
     bool loadSource() override;

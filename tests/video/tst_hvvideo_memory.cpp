@@ -1,0 +1,142 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "DebugLog.h"
+#include "DecodingSource.h"
+#include "HVFrameMemory.h"
+#include "HVLimits.h"
+#include "HVVideoController.h"
+#include "TestMain.h"
+#include "Text.h"
+
+#include <memory>
+
+using namespace Hovlets;
+
+namespace {
+
+constexpr qint64 Frame = 64 * 48 * 4; // bytes of each frame of the usual clip
+constexpr int Count = DecodedClips::Count;
+
+void limitMemory(qint64 bytes)
+{
+    HVLimits limits;
+    limits.clipMemory = bytes;
+    HVLimits::setCurrent(limits);
+}
+
+} // namespace
+
+/// The memory that all clips share.
+class tst_HVVideoMemory : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        m_first = m_clips.usual();
+        for (QString *path : { &m_second, &m_third }) {
+            const QString name = text("%1.mp4").arg(quintptr(path));
+            *path = m_clips.write(name, ClipFolder::read(m_first));
+        }
+    }
+
+    void cleanup()
+    {
+        HVLimits::setCurrent({});
+        QCOMPARE(HVFrameMemory::used(), qint64(0));
+    }
+
+    void shouldEndAClipThatDoesNotFitAndSaySoOnce()
+    {
+        limitMemory(4 * Frame + 1);
+        const DebugLog log;
+        DecodingSource source;
+        QVERIFY(source.decode(m_first));
+        QCOMPARE(source.loadedFrameCount(), quint64(4));
+        QCOMPARE(HVFrameMemory::used(), 4 * Frame);
+        QCOMPARE(log.lines(),
+                 QStringList(text("The clip ends after 4 frames, more do not fit into the memory "
+                                  "for clips: ")
+                             + m_first));
+        QVERIFY(!source.isOpen());
+    }
+
+    void shouldTakeTheMemoryOfTheClipShownLongestAgo()
+    {
+        limitMemory(2 * Count * Frame);
+        DecodingSource first;
+        DecodingSource second;
+        DecodingSource third;
+        QVERIFY(first.decode(m_first));
+        QVERIFY(second.decode(m_second));
+        first.getFrame(0); // shown after the second
+        QVERIFY(third.decode(m_third));
+        QCOMPARE(third.loadedFrameCount(), quint64(Count));
+        QVERIFY(first.isFrameAvailable(Count - 1));
+        QVERIFY(!second.isFrameAvailable(0));
+        QCOMPARE(second.loadedFrameCount(), quint64(Count)); // where it was stays where it was
+        QCOMPARE(HVFrameMemory::used(), 2 * Count * Frame);
+    }
+
+    void shouldLeaveAClipAloneThatPlays()
+    {
+        limitMemory(Count * Frame);
+        const DebugLog log;
+        DecodingSource first;
+        DecodingSource second;
+        QVERIFY(first.decode(m_first));
+        first.setPlaying(true);
+        QVERIFY(!first.releaseFrames());
+        QVERIFY(second.decode(m_second));
+        QCOMPARE(second.loadedFrameCount(), quint64(0));
+        QVERIFY(first.isFrameAvailable(Count - 1));
+    }
+
+    void shouldDecodeAgainWhatWasFreed()
+    {
+        DecodingSource source;
+        QVERIFY(source.decode(m_first));
+        const QByteArray pictures = source.pictures();
+        const double last = source.getFrame(Count - 1).pts();
+        source.seen.take();
+        QVERIFY(!source.awaitsFrame(0)); // it is there
+        QVERIFY(source.releaseFrames());
+        QCOMPARE(HVFrameMemory::used(), qint64(0));
+        QVERIFY(source.getFrame(0).isNull());
+
+        QVERIFY(source.awaitsFrame(5));
+        QVERIFY(!source.awaitsFrame(Count));
+        QTRY_VERIFY(source.isFrameAvailable(Count - 1));
+        QTRY_COMPARE(source.action(), HVVideoSource::IdleAction);
+        QVERIFY(source.pictures() == pictures);
+        QCOMPARE(source.getFrame(Count - 1).pts(), last);
+        QCOMPARE(source.seen.names(), QStringList());
+    }
+
+    void shouldPlayOnWhereItWas()
+    {
+        DecodingSource source;
+        HVVideoController controller(&source, nullptr);
+        disconnect(&controller, &QThread::finished, &controller, &QObject::deleteLater);
+        controller.start();
+        QVERIFY(source.decode(m_first));
+        controller.setPosition(4);
+        QTest::qWait(50);
+        QVERIFY(controller.releaseFrames());
+        QCOMPARE(controller.progress(), 0.4);
+        controller.play();
+        QTRY_COMPARE(controller.position(), quint64(Count));
+        QTRY_COMPARE(controller.state(), HVVideoController::Paused);
+        QVERIFY(source.isFrameAvailable(Count - 1));
+        controller.quit();
+    }
+
+private:
+    DecodedClips m_clips;
+    QString m_first;
+    QString m_second;
+    QString m_third;
+};
+
+HOVLETS_TEST_MAIN(tst_HVVideoMemory)
+#include "tst_hvvideo_memory.moc"
