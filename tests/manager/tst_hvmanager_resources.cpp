@@ -59,14 +59,14 @@ private Q_SLOTS:
         QVERIFY(manager.show(text("ink"), QPoint(100, 100), nullptr));
         QQuickItem *root = manager.widget()->view()->rootObject();
         QVERIFY(root);
-        const QUrl picture(text("qrc:/content/Ink.hovlets/Resources/dot.png"));
+        const QString picture(text(":/content/Ink.hovlets/Resources/dot.png"));
         const auto isShown = [&] {
             QList<QQuickItem *> items { root };
             for (int i = 0; i < items.size(); ++i)
                 items += items.at(i)->childItems();
             return std::any_of(items.begin(), items.end(), [&](const QQuickItem *item) {
-                return item->property("source").toUrl() == picture
-                        && item->property("status").toInt() == 1;
+                return item->property("source").toString() == picture
+                        && !item->property("loading").toBool() && item->implicitWidth() > 0;
             });
         };
         QTRY_VERIFY(isShown());

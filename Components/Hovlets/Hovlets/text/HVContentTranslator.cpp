@@ -31,6 +31,12 @@ void HVContentTranslator::contentShown()
 QString HVContentTranslator::translate(const QString &file, const QString &text,
                                        const QString &context)
 {
+    if (file.isEmpty())
+        return text;
+    if (!m_translator) {
+        m_translator = new QTranslator(m_owner);
+        m_file.clear();
+    }
     // A file that is not found keeps the name of its folder, which must not lead to the host's
     // working directory.
     if (!QDir::isAbsolutePath(file)) {
@@ -44,7 +50,7 @@ QString HVContentTranslator::translate(const QString &file, const QString &text,
 
 bool HVContentTranslator::isCurrent(const QString &file)
 {
-    if (file != m_file || !m_translator)
+    if (file != m_file)
         return false;
     if (m_mayHaveChanged && !m_status.isSameAs(HVFileStatus(file)))
         return false;
@@ -68,8 +74,6 @@ bool HVContentTranslator::load(const QString &file)
             read.result == HVFileBytes::Read ? translationProblem(read.bytes) : read.problem(limit);
     if (!problem.isNull())
         return skip(file, problem);
-    if (!m_translator)
-        m_translator = new QTranslator(m_owner);
     const auto *data = reinterpret_cast<const uchar *>(read.bytes.constData());
     if (!m_translator->load(data, static_cast<int>(read.bytes.size())))
         return skip(file, QStringLiteral("damaged"));
