@@ -268,8 +268,12 @@ void tst_HVClipHostile::shouldStopReadingAHeaderThatFillsTheMemory()
     HVLimits::setCurrent(limits);
     const qint64 before = residentMemory();
     QCOMPARE(QByteArray(newClip()->open(path)), NoMedia);
-    QVERIFY2(peakMemory() - before < (qint64(128) << 20),
-             qPrintable(QString::number(peakMemory() - before)));
+#ifdef __SANITIZE_ADDRESS__
+    constexpr qint64 Most = qint64(512) << 20; // the sanitizer holds on to what was freed
+#else
+    constexpr qint64 Most = qint64(128) << 20;
+#endif
+    QVERIFY2(peakMemory() - before < Most, qPrintable(QString::number(peakMemory() - before)));
 }
 
 void tst_HVClipHostile::shouldStopOpeningWhenTheTimeIsUp()

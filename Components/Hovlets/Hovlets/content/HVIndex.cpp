@@ -70,7 +70,8 @@ public:
         if (reason.isNull() || reported.contains(report))
             return;
         reported.insert(report);
-        Q_EMIT owner->fileSkipped(QStringLiteral("%1 is skipped: %2").arg(file, reason));
+        // A QStringLiteral here would be a symbol among those that hosts see.
+        Q_EMIT owner->fileSkipped(QLatin1String("%1 is skipped: %2").arg(file, reason));
     }
 };
 

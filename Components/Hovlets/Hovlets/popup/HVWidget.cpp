@@ -373,7 +373,8 @@ void HVWidget::contentReservedChanged()
 /// empty frame.
 bool HVWidget::eventFilter(QObject *object, QEvent *event)
 {
-    if (object != d->view || event->type() != QEvent::Close)
+    // The type first: a view that is being deleted is no view any more.
+    if (event->type() != QEvent::Close || object != d->view)
         return QWidget::eventFilter(object, event);
     event->ignore();
     QWidget *own = ownWindow();
