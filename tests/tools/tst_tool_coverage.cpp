@@ -74,8 +74,8 @@ private Q_SLOTS:
     {
         QTest::addColumn<QByteArray>("content");
         QTest::addColumn<QByteArray>("words");
-        QTest::newRow("no JSON") << QByteArray("<xml/>") << QByteArray("is no JSON");
-        QTest::newRow("something else") << QByteArray("{}") << QByteArray("no coverage report");
+        QTest::newRow("not JSON") << QByteArray("<xml/>") << QByteArray("is not JSON");
+        QTest::newRow("something else") << QByteArray("{}") << QByteArray("not a coverage report");
         QTest::newRow("of another version")
                 << QByteArray(Report).replace("\"version\": 1", "\"version\": 2")
                 << QByteArray("of version 1");

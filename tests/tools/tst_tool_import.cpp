@@ -144,7 +144,7 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("words");
         const QByteArray form(Form);
         QTest::newRow("no form") << QByteArray("<x/>") << text("P.hovlets")
-                                 << QByteArray("bad.ui is no file of Qt Designer");
+                                 << QByteArray("bad.ui is not a Qt Designer form");
         QTest::newRow("not well-formed")
                 << form.left(300) << text("P.hovlets") << QByteArray("bad.ui:");
         QTest::newRow("more than a form")
@@ -153,10 +153,10 @@ private Q_SLOTS:
                                        << text("P.hovlets") << QByteArray("nothing to import");
         QTest::newRow("translation")
                 << QByteArray(German) << text("P.hovlets")
-                << QByteArray("bad.ui is a translation file; write --ts before each of these");
-        QTest::newRow("name") << form << text("P.package") << QByteArray("ends in .hovlets");
+                << QByteArray("bad.ui is a translation file; put --ts before it");
+        QTest::newRow("name") << form << text("P.package") << QByteArray("must end in .hovlets");
         QTest::newRow("no name") << form << text(".hovlets")
-                                 << QByteArray("/.hovlets would be hidden; write a name before");
+                                 << QByteArray("/.hovlets would be hidden; put a name before");
         QTest::newRow("hidden") << form << text(".P.hovlets")
                                 << QByteArray("/.P.hovlets would be hidden");
         for (const char *blank :
@@ -164,7 +164,7 @@ private Q_SLOTS:
             QTest::newRow(blank) << tip("button", blank) << text("P.hovlets")
                                  << QByteArray("nothing to import");
         QTest::newRow("there already")
-                << form << text("Old.hovlets") << QByteArray("is there already");
+                << form << text("Old.hovlets") << QByteArray("already exists");
     }
 
     void shouldRefuseWhatItCannotDo()
@@ -265,7 +265,7 @@ private Q_SLOTS:
                 text("other.ts"), translation("fr_FR", { { text("Other"), text("Autre") } }));
         const ToolRun run({ text("import"), m_form, text("--ts"), other, text("-o"), m_package });
         QCOMPARE(run.status, 0);
-        QVERIFY2(run.error.contains("none of the forms' texts is translated for fr_FR"),
+        QVERIFY2(run.error.contains("no text in the forms has a translation for fr_FR"),
                  run.error.constData());
         QCOMPARE(QDir(m_package + text("/Control")).entryList(QDir::Files),
                  QStringList { text("Paint.xml") });
@@ -295,8 +295,8 @@ private Q_SLOTS:
             return;
         QCOMPARE(run.status, 2);
         QCOMPARE(run.error,
-                 "hovlets: " + file.toUtf8() + ": its language \"" + language
-                         + "\" is no known locale; write one such as de_DE\n");
+                 "hovlets: " + file.toUtf8() + ": unknown language \"" + language
+                         + "\"; use a locale such as de_DE\n");
         QVERIFY(!QFile::exists(m_package));
     }
 

@@ -117,7 +117,7 @@ void tst_ToolList::shouldNameWhatIsWrongWithTheCommandLine_data()
     QTest::newRow("no path") << QStringList { QStringLiteral("list") } << QStringLiteral("PATH");
     QTest::newRow("missing folder")
             << QStringList { QStringLiteral("list"), QStringLiteral("nowhere/at-all") }
-            << QStringLiteral("nowhere/at-all is not a folder");
+            << QStringLiteral("nowhere/at-all is not a readable folder");
     QTest::newRow("unknown format")
             << QStringList { QStringLiteral("list"), QStringLiteral("--format"),
                              QStringLiteral("yaml"), QStringLiteral(".") }

@@ -67,7 +67,7 @@ void tst_ToolNew::shouldOverwriteNothing()
             folder.addControlFile(QStringLiteral("Help"), QStringLiteral("Help"), "mine");
     const ToolRun run({ QStringLiteral("new"), QStringLiteral("Help"), folder.path() });
     QCOMPARE(run.status, 2);
-    QVERIFY2(run.error.contains("Help.hovlets is there already"), run.error.constData());
+    QVERIFY2(run.error.contains("Help.hovlets already exists"), run.error.constData());
     QFile kept(file);
     QVERIFY(kept.open(QIODevice::ReadOnly));
     QCOMPARE(kept.readAll(), QByteArray("mine"));
@@ -88,7 +88,7 @@ void tst_ToolNew::shouldRefuseWhatCannotNameAPackage()
     PackageFolder folder;
     const ToolRun run({ QStringLiteral("new"), name, folder.path() });
     QCOMPARE(run.status, 2);
-    const QByteArray words = '"' + name.toUtf8() + "\" cannot name a package";
+    const QByteArray words = '"' + name.toUtf8() + "\" is not a valid package name";
     QVERIFY2(run.error.contains(words), run.error.constData());
     QVERIFY(QDir(folder.path()).isEmpty());
 }

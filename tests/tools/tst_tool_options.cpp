@@ -37,8 +37,8 @@ private Q_SLOTS:
     void shouldRefuseLimitsBelowZero();
     void shouldSayWhichNumbersItTakes_data();
     void shouldSayWhichNumbersItTakes();
-    void shouldNameWhatIsNoCommand_data();
-    void shouldNameWhatIsNoCommand();
+    void shouldRefuseUnknownCommands_data();
+    void shouldRefuseUnknownCommands();
 
 private:
     QList<Command> commands() const;
@@ -189,7 +189,7 @@ void tst_ToolOptions::shouldRefuseUnknownLocales()
     const ToolRun run({ command, m_folder.path(), m_folder.path(), option, locale });
     QCOMPARE(run.status, 2);
     QCOMPARE(run.error,
-             QStringLiteral("hovlets: %1: \"%2\" is no known locale; write one such as de_DE; see "
+             QStringLiteral("hovlets: %1: unknown locale \"%2\"; use a locale such as de_DE; see "
                             "`hovlets %3 --help`\n")
                      .arg(option, locale, command)
                      .toUtf8());
@@ -259,7 +259,7 @@ void tst_ToolOptions::shouldSayWhichNumbersItTakes()
                      .toUtf8());
 }
 
-void tst_ToolOptions::shouldNameWhatIsNoCommand_data()
+void tst_ToolOptions::shouldRefuseUnknownCommands_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QString>("word");
@@ -270,17 +270,18 @@ void tst_ToolOptions::shouldNameWhatIsNoCommand_data()
     QTest::newRow("nothing") << QStringList { QString() } << QString();
 }
 
-void tst_ToolOptions::shouldNameWhatIsNoCommand()
+void tst_ToolOptions::shouldRefuseUnknownCommands()
 {
     QFETCH(QStringList, arguments);
     QFETCH(QString, word);
     const ToolRun run(arguments);
     QCOMPARE(run.status, 2);
     QCOMPARE(run.output, QByteArray());
-    QCOMPARE(run.error,
-             QStringLiteral("hovlets: \"%1\" is no command; `hovlets --help` lists the commands\n")
-                     .arg(word)
-                     .toUtf8());
+    QCOMPARE(
+            run.error,
+            QStringLiteral("hovlets: unknown command \"%1\"; `hovlets --help` lists the commands\n")
+                    .arg(word)
+                    .toUtf8());
 }
 
 HOVLETS_TEST_MAIN(tst_ToolOptions)

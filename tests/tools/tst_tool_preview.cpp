@@ -289,7 +289,7 @@ void tst_ToolPreview::shouldTellOfMistakesInQml()
     const auto *list = find<QTreeWidget>("ofEntry");
     QTRY_VERIFY(list->topLevelItemCount() > 0);
     QCOMPARE(list->topLevelItem(0)->text(1), text("HovletsUI.qml:2:15"));
-    QCOMPARE(message(), text("The user interface cannot be shown; see below why."));
+    QCOMPARE(message(), text("The user interface cannot be shown. See below why."));
     writeUi(100);
     QTRY_COMPARE(title(), text("Eraser"));
     QTRY_COMPARE(list->topLevelItemCount(), 0);
@@ -299,7 +299,7 @@ void tst_ToolPreview::shouldSayWhenThereAreNoEntries()
 {
     const PackageFolder empty;
     open({ empty.path() });
-    QVERIFY(message().startsWith(text("There are no entries here yet.")));
+    QVERIFY(message().startsWith(text("There are no entries yet.")));
     empty.addControlFile(text("First"), text("First"), "<hovlets><hovlet key=\"one\"/></hovlets>");
     QTRY_COMPARE(visibleKeys(), QStringList { text("one") });
 }
@@ -310,7 +310,7 @@ void tst_ToolPreview::shouldOutliveTheFolder()
     open({ package });
     QCOMPARE(title(), text("Eraser"));
     QVERIFY(QDir().rename(package, package + text(".away")));
-    QTRY_VERIFY(message().contains(text("Draw.hovlets is not a folder that can be read")));
+    QTRY_VERIFY(message().contains(text("Draw.hovlets is not a readable folder")));
     QCOMPARE(visibleKeys(), QStringList());
     QVERIFY(QDir().rename(package + text(".away"), package));
     QTRY_COMPARE(title(), text("Eraser"));
@@ -347,9 +347,10 @@ void tst_ToolPreview::shouldNotOpenWithoutADisplay()
     const ToolRun run({ text("preview"), m_folder->path() });
     QCOMPARE(run.status, 2);
     QCOMPARE(run.output, QByteArray());
-    QCOMPARE(run.error,
-             QByteArray("hovlets: there is no display to open a window on; `hovlets render` takes "
-                        "pictures without one\n"));
+    QCOMPARE(
+            run.error,
+            QByteArray("hovlets: there is no display to open a window on; `hovlets render` renders "
+                       "popups without one\n"));
 }
 
 void tst_ToolPreview::shouldNotOpenWhatIsNoFolder()
@@ -357,7 +358,7 @@ void tst_ToolPreview::shouldNotOpenWhatIsNoFolder()
     const ToolRun run({ text("preview"), text("/no/such/folder") },
                       { { text("QT_QPA_PLATFORM"), text("offscreen") } });
     QCOMPARE(run.status, 2);
-    QVERIFY(run.error.startsWith("hovlets: /no/such/folder is not a folder"));
+    QVERIFY(run.error.startsWith("hovlets: /no/such/folder is not a readable folder"));
 }
 
 HOVLETS_TEST_MAIN(tst_ToolPreview)

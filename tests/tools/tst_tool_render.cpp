@@ -164,11 +164,11 @@ private Q_SLOTS:
         QTest::newRow("no key data")
                 << QStringList { text("pen"),   text("PATH"),       text("-o"),
                                  text("x.png"), text("--key-data"), text("/no/such.xml") }
-                << QByteArray("--key-data: /no/such.xml is not a file");
+                << QByteArray("--key-data: /no/such.xml is not a readable file");
         QTest::newRow("no components")
                 << QStringList { text("pen"),   text("PATH"),         text("-o"),
                                  text("x.png"), text("--extra-path"), text("/no/such") }
-                << QByteArray("--extra-path: /no/such is not a folder");
+                << QByteArray("--extra-path: /no/such is not a readable folder");
         QTest::newRow("no value") << QStringList {
             text("pen"), text("PATH"), text("-o"), text("/dev/null"), text("--property"), text("n")
         } << QByteArray("NAME=VALUE");

@@ -20,7 +20,7 @@ namespace HovletsTool {
 
 namespace {
 
-/// The library knows packages by their control files.
+/// The library finds a package through its control files.
 bool hasControlFiles(const QFileInfo &package)
 {
     const QFileInfo control(QDir(package.canonicalFilePath()).filePath(QStringLiteral("Control")));
@@ -28,7 +28,7 @@ bool hasControlFiles(const QFileInfo &package)
     return std::any_of(files.begin(), files.end(), &Hovlets::HVControlFiles::isControlFile);
 }
 
-/// Those that "search" may name: the given ones, their neighbours on disk, and the default one.
+/// The packages that "search" may name: those in the paths, their neighbours on disk and "Default".
 class KnownPackages
 {
 public:
@@ -61,7 +61,7 @@ private:
     QHash<QString, QStringList> m_byFolder;
 };
 
-/// The given packages' own: those that come with the library are not the author's.
+/// The control files in the given packages, without those of the packages in the library.
 ControlFiles controlFiles(const ContentIndex &content)
 {
     ControlFiles files;
@@ -101,7 +101,7 @@ FindingList checkContent(const CheckOptions &options)
     size_t entries = 0;
     for (const ControlFile &file : files)
         entries += file.entries().size();
-    Progress progress(QStringLiteral("checking"), static_cast<int>(entries), options.tellsProgress);
+    Progress progress(QStringLiteral("checking"), static_cast<int>(entries), options.showsProgress);
     checkMedia(files, content, options.limits, progress, findings);
     if (!keyData.isEmpty())
         checkKeyData(QFileInfo(keyData).absoluteFilePath(), files, findings);

@@ -9,19 +9,19 @@
 
 namespace HovletsTool {
 
-/// What to check, and against what.
+/// The paths to check, and what the host provides beside them.
 struct CheckOptions
 {
     std::vector<std::string> paths;
-    std::vector<std::string> locales; // in which every key is to have an entry
-    std::string keyData; // the host's file of attributes by key
+    std::vector<std::string> locales; // that need an entry for every key
+    std::string keyData; // the host's key-data file
     std::string fallbackLocale = "en_US";
-    std::string extraPath; // the host's folder of components
+    std::string extraPath; // the host's extra component folder
     MediaLimits limits;
-    bool tellsProgress = false; // on a terminal
+    bool showsProgress = false; // on a terminal
 };
 
 /// Runs all checks. Throws a ToolError for a path that cannot be read.
-FindingList checkContent(const CheckOptions &options);
+[[nodiscard]] FindingList checkContent(const CheckOptions &options);
 
 } // namespace HovletsTool

@@ -16,8 +16,8 @@ namespace HovletsTool {
 
 namespace {
 
-const QLatin1String OwnAttributes[] = { QLatin1String("HVLocation"),
-                                        QLatin1String("HVPackagName") };
+const QLatin1String ReservedAttributes[] = { QLatin1String("HVLocation"),
+                                             QLatin1String("HVPackagName") };
 
 void checkRoot(const ControlFile &file, const QStringList &packages, FindingList &findings)
 {
@@ -25,14 +25,14 @@ void checkRoot(const ControlFile &file, const QStringList &packages, FindingList
     const XmlDocument &document = file.document();
     if (!file.isForAllLocales() && !isKnownLocale(file.locale()))
         findings.add("HV204", file.path(), document.position(root, QStringLiteral("locale")),
-                     QStringLiteral("\"%1\" is no locale").arg(file.locale()));
+                     QStringLiteral("unknown locale \"%1\"").arg(file.locale()));
     static const QRegularExpression separator(QStringLiteral("[,;\\s]+"),
                                               QRegularExpression::UseUnicodePropertiesOption);
     const QStringList names = root.value(QStringLiteral("search")).split(separator);
     for (const QString &name : names) {
         if (!name.isEmpty() && !packages.contains(name))
             findings.add("HV206", file.path(), document.position(root, QStringLiteral("search")),
-                         QStringLiteral("there is no package \"%1\"").arg(name));
+                         QStringLiteral("no package is named \"%1\"").arg(name));
     }
 }
 
@@ -44,21 +44,21 @@ void checkKey(const ControlFile &file, const ControlFile::Entry &entry, QSet<QSt
                             QStringLiteral("no control can ask for this entry"));
     if (seen.contains(entry.key))
         findings.add("HV202", file.path(), file.position(entry),
-                     QStringLiteral("\"%1\" is a key of this file already").arg(entry.key));
+                     QStringLiteral("\"%1\" is already a key in this file").arg(entry.key));
     seen.insert(entry.key);
 }
 
-void checkOwnAttributes(const QString &path, const XmlDocument &document,
-                        const XmlDocument::Element &element, FindingList &findings)
+void checkReservedAttributes(const QString &path, const XmlDocument &document,
+                             const XmlDocument::Element &element, FindingList &findings)
 {
-    for (const QLatin1String &name : OwnAttributes) {
+    for (const QLatin1String &name : ReservedAttributes) {
         if (element.has(name))
             findings.add("HV205", path, document.position(element, name),
                          QStringLiteral("the library sets \"%1\" itself").arg(name));
     }
 }
 
-/// What the library takes for a topic or a path although it hardly is one.
+/// Whether the library takes the link for a topic or a path, although it can hardly be one.
 bool isMistakenLink(const QString &link)
 {
     static const QRegularExpression address(QStringLiteral("^[a-zA-Z][-+.a-zA-Z0-9]*:/"));
@@ -80,9 +80,8 @@ void checkLink(const QString &link, const ControlFile &file, const XmlDocument::
                const QString &attribute, FindingList &findings)
 {
     if (isMistakenLink(link))
-        findings.add(
-                "HV402", file.path(), file.document().position(element, attribute),
-                QStringLiteral("\"%1\" is neither an address, nor a path, nor a topic").arg(link));
+        findings.add("HV402", file.path(), file.document().position(element, attribute),
+                     QStringLiteral("\"%1\" is not an address, a path or a topic").arg(link));
 }
 
 void checkTexts(const ControlFile &file, const XmlDocument::Element &element, FindingList &findings)
@@ -104,7 +103,7 @@ void checkForm(const QString &path, const XmlDocument &document, FindingList &fi
 {
     if (const XmlDocument::Element *element = document.tooDeep())
         findings.add("HV105", path, document.position(element->offset),
-                     QStringLiteral("elements below more than 511 others are not read, nor is the "
+                     QStringLiteral("elements nested more than 512 deep are not read, nor is the "
                                     "rest of the file"));
     else if (!document.isWellFormed())
         findings.add("HV101", path, document.errorPosition(), document.error());
@@ -123,7 +122,7 @@ void checkControlFile(const ControlFile &file, const QStringList &packages, Find
     QSet<QString> seen;
     for (const ControlFile::Entry &entry : file.entries()) {
         checkKey(file, entry, seen, findings);
-        checkOwnAttributes(file.path(), document, *entry.element, findings);
+        checkReservedAttributes(file.path(), document, *entry.element, findings);
         checkTexts(file, *entry.element, findings);
         for (const XmlDocument::Element *element : entry.below)
             checkTexts(file, *element, findings);
@@ -150,11 +149,11 @@ void checkKeyData(const QString &path, const ControlFiles &files, FindingList &f
     for (const XmlDocument::Element &element : document.elements()) {
         if (element.name != QLatin1String("key"))
             continue;
-        checkOwnAttributes(path, document, element, findings);
+        checkReservedAttributes(path, document, element, findings);
         const QString key = element.value(QStringLiteral("name"));
         if (key.isEmpty())
             findings.add("HV210", path, document.position(element.offset),
-                         QStringLiteral("these attributes are for no entry"));
+                         QStringLiteral("these attributes belong to no entry"));
         else if (!keys.contains(key))
             findings.add("HV209", path, document.position(element, QStringLiteral("name")),
                          QStringLiteral("no entry has the key \"%1\"").arg(key));

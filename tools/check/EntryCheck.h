@@ -13,18 +13,18 @@ class FindingList;
 
 using ControlFiles = std::deque<ControlFile>;
 
-/// Checks a control file by itself; \a packages are those that its "search" may name.
+/// Checks one control file by itself. Its attribute "search" may name any of \a packages.
 void checkControlFile(const ControlFile &file, const QStringList &packages, FindingList &findings);
 
 /*!
- * Checks the files beside each other, in the order in which the library looks through them: which
- * entries never show, and which the locales lack.
- * \param required locales in which every key is to have an entry
+ * Finds entries that are never shown and locales that lack entries.
+ * \param files in the order in which the library searches them
+ * \param required locales that need an entry for every key
  */
 void checkLocales(const ControlFiles &files, const QString &fallback, const QStringList &required,
                   FindingList &findings);
 
-/// Checks the host's file of attributes by key.
+/// Checks the host's key-data file.
 void checkKeyData(const QString &path, const ControlFiles &files, FindingList &findings);
 
 } // namespace HovletsTool

@@ -113,11 +113,11 @@ void printAsSarif(const FindingList &findings)
                 { QStringLiteral("runs"), QJsonArray { run } } });
 }
 
-/// A test case for each file, so that what is in order shows as well.
+/// Every file is a test case, so files without findings are listed, too.
 void printAsJunit(const FindingList &findings)
 {
     const QList<Finding> all = findings.sorted();
-    QSet<QString> failed; // a test case fails once, whatever is found there
+    QSet<QString> failed; // a file with several findings fails once
     for (const Finding &finding : all)
         failed += finding.file;
     QString text;

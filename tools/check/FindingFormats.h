@@ -8,13 +8,13 @@ namespace HovletsTool {
 
 class FindingList;
 
-/// The names for "--format".
-const std::vector<std::string> &findingFormats();
+/// The values of --format.
+[[nodiscard]] const std::vector<std::string> &findingFormats();
 
-/// Prints the findings to the standard output; as text in colour when that is a terminal.
+/// Prints the findings to standard output. Text is coloured when that is a terminal.
 void printFindings(const FindingList &findings, const std::string &format);
 
-/// Prints the table of codes.
+/// Prints the table of finding codes.
 void printRules(const std::string &format);
 
 } // namespace HovletsTool

@@ -21,46 +21,47 @@ const std::vector<Rule> &rules()
         { "HV103", Level::Error, "does not match the schema", "correct what the schema names" },
         { "HV104", Level::Error, "wrong root element of key data",
           "make \"hovletkeys\" the root element" },
-        { "HV105", Level::Error, "nested too deep", "write it with fewer levels" },
+        { "HV105", Level::Error, "nested too deeply", "use fewer levels" },
         { "HV110", Level::Error, "not in the control folder", "move it into the folder Control" },
-        { "HV111", Level::Error, "name does not end in .xml", "give it the ending .xml" },
+        { "HV111", Level::Error, "name does not end in .xml", "rename it to end in .xml" },
         { "HV112", Level::Error, "folder without the package suffix",
-          "let the folder's name end in .hovlets" },
-        { "HV113", Level::Error, "symbolic link, hidden or no ordinary file",
-          "put an ordinary file or folder there" },
+          "rename the folder to end in .hovlets" },
+        { "HV113", Level::Error, "symbolic link, hidden file or special file",
+          "replace it with a regular file or folder" },
         { "HV114", Level::Error, "root tag followed by a line end",
-          "begin a line with \"<hovlets\", and write its first attribute or \">\" on it" },
+          "start a line with \"<hovlets\" and put its first attribute or \">\" on the same line" },
         { "HV115", Level::Error, "not UTF-8", "save the file as UTF-8" },
         { "HV116", Level::Error, "cannot be read", "make it readable" },
         { "HV117", Level::Warning, "no package in the folder",
           "give a folder of packages (*.hovlets) or a package" },
         { "HV118", Level::Error, "tag before the root tag",
-          "write it without the \"<\", or behind the root tag" },
-        { "HV201", Level::Error, "entry without a key", "give the entry the attribute \"key\"" },
-        { "HV202", Level::Error, "key twice in a file", "keep one: the library serves neither" },
-        { "HV203", Level::Warning, "key shadowed by another file", "remove one of the two" },
-        { "HV204", Level::Error, "unknown locale", "write a locale such as en_US" },
-        { "HV205", Level::Error, "attribute of the library's own", "remove it" },
+          "remove its \"<\", or move it after the root tag" },
+        { "HV201", Level::Error, "entry without a key", "add the attribute \"key\"" },
+        { "HV202", Level::Error, "duplicate key in a file",
+          "keep only one: the library serves neither" },
+        { "HV203", Level::Warning, "key shadowed by another file", "remove one of the entries" },
+        { "HV204", Level::Error, "unknown locale", "use a locale such as en_US" },
+        { "HV205", Level::Error, "reserved attribute", "remove it" },
         { "HV206", Level::Error, "unknown package in \"search\"",
           "name a package that has control files" },
-        { "HV207", Level::Warning, "entry in a translation alone",
+        { "HV207", Level::Warning, "entry missing in the fallback locale",
           "add the entry for the fallback locale" },
         { "HV208", Level::Warning, "entry missing in a locale", "add the entry for the locale" },
         { "HV209", Level::Warning, "key data for an unknown key",
           "correct the name, or add an entry for the key" },
-        { "HV210", Level::Error, "key data without a key", "give it the attribute \"name\"" },
+        { "HV210", Level::Error, "key data without a key", "add the attribute \"name\"" },
         { "HV301", Level::Error, "missing resource", "put the file into the package's resources" },
         { "HV302", Level::Error, "unreadable picture", "save it as PNG or JPEG" },
-        { "HV303", Level::Error, "unreadable clip", "encode it anew, for example as H.264 in MP4" },
-        { "HV304", Level::Warning, "clip too long", "cut it, or raise --max-seconds" },
+        { "HV303", Level::Error, "unreadable clip",
+          "encode it again, for example as H.264 in MP4" },
+        { "HV304", Level::Warning, "clip too long", "shorten it, or raise --max-seconds" },
         { "HV305", Level::Warning, "file too large", "make it smaller, or raise --max-megabytes" },
         { "HV306", Level::Error, "missing user interface",
-          "correct its path, or name a package that has it in \"search\", such as Default" },
-        { "HV307", Level::Error, "unreadable user interface",
-          "make it readable, or put a file there" },
-        { "HV401", Level::Error, "placeholder without an end", "write it as %(name)s" },
-        { "HV402", Level::Error, "link to nothing",
-          "name an address with its scheme, a path with \"/\" or a topic" },
+          "correct its path, or add a package that has it to \"search\", such as Default" },
+        { "HV307", Level::Error, "unreadable user interface", "replace it with a readable file" },
+        { "HV401", Level::Error, "unterminated placeholder", "write %(name)s" },
+        { "HV402", Level::Error, "invalid link",
+          "use an address with its scheme, a path with \"/\" or a topic" },
     };
     return all;
 }
@@ -78,15 +79,17 @@ QString Finding::text() const
 
 void FindingList::addFile(const QString &file)
 {
-    if (!m_files.contains(file))
-        m_files += file;
+    if (m_known.contains(file))
+        return;
+    m_known += file;
+    m_files += file;
 }
 
 void FindingList::add(const char *code, const QString &file, Position position,
                       const QString &message)
 {
     addFile(file);
-    // One line for each, whatever the parser or the content has to say.
+    // A finding is one line of output, even if the parser or the content has several.
     static const QRegularExpression lineEnds(QStringLiteral("\\s*[\\r\\n]+\\s*"));
     QString line = message;
     line.replace(lineEnds, QStringLiteral(" "));

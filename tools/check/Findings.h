@@ -4,17 +4,19 @@
 #include "XmlDocument.h"
 
 #include <QtCore/QList>
+#include <QtCore/QSet>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
 namespace HovletsTool {
 
-/// An error: content is not served as written. A warning: it is, but may not be what is meant.
+/// An error: the library does not serve the content as written. A warning: it does, but that may
+/// not be what the author means.
 enum class Level { Error, Warning };
 
 [[nodiscard]] QLatin1String nameOf(Level level);
 
-/// A kind of finding. Authors look for codes and silence them: none is ever reused.
+/// A kind of finding. A code is never reused, since authors search for codes and silence them.
 struct Rule
 {
     const char *code;
@@ -23,9 +25,9 @@ struct Rule
     const char *remedy;
 };
 
-/// All kinds, by code.
-const std::vector<Rule> &rules();
-const Rule &rule(const QString &code);
+/// All rules, sorted by code.
+[[nodiscard]] const std::vector<Rule> &rules();
+[[nodiscard]] const Rule &rule(const QString &code);
 
 struct Finding
 {
@@ -34,14 +36,16 @@ struct Finding
     Position position;
     QString message;
 
-    const Rule &rule() const { return HovletsTool::rule(code); }
-    QString text() const; // message and remedy
+    [[nodiscard]] const Rule &rule() const { return HovletsTool::rule(code); }
+    /// The message and its remedy.
+    [[nodiscard]] QString text() const;
 };
 
-/// What was looked at, and what was found there.
+/// The checked files and the findings in them.
 class FindingList
 {
 public:
+    /// Adds a file that is checked, whether or not it has findings.
     void addFile(const QString &file);
     void add(const char *code, const QString &file, Position position, const QString &message);
     void add(const char *code, const QString &file, const QString &message)
@@ -49,14 +53,15 @@ public:
         add(code, file, {}, message);
     }
 
-    const QStringList &files() const { return m_files; }
+    [[nodiscard]] const QStringList &files() const { return m_files; }
 
-    /// By file and place.
-    QList<Finding> sorted() const;
-    bool isEmpty() const { return m_findings.isEmpty(); }
+    /// Sorted by file and position.
+    [[nodiscard]] QList<Finding> sorted() const;
+    [[nodiscard]] bool isEmpty() const { return m_findings.isEmpty(); }
 
 private:
     QStringList m_files;
+    QSet<QString> m_known; // the same files
     QList<Finding> m_findings;
 };
 

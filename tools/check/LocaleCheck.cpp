@@ -11,7 +11,7 @@ namespace HovletsTool {
 
 namespace {
 
-/// Whatever \a loser is asked for, \a winner answers first.
+/// Whether \a winner, which comes first, answers in every locale of \a loser.
 bool hides(const ControlFile &winner, const ControlFile &loser)
 {
     return winner.isForAllLocales()
@@ -31,7 +31,7 @@ void checkShadows(const ControlFiles &files, FindingList &findings)
                     ? QStringLiteral("every locale")
                     : QStringLiteral("the locale ") + file->locale();
             findings.add("HV203", file->path(), file->position(entry),
-                         QStringLiteral("in %1 the entry \"%2\" of %3, which is indexed later, "
+                         QStringLiteral("in %1, the entry \"%2\" in %3, which is indexed later, "
                                         "is shown instead")
                                  .arg(locale, entry.key, winner->path()));
         }
@@ -68,8 +68,8 @@ void checkLocales(const ControlFiles &files, const QString &fallback, const QStr
         const Position position = place.file->position(*place.entry);
         if (!isAnswered(*key, fallback))
             findings.add("HV207", place.file->path(), position,
-                         QStringLiteral("where there is no entry \"%1\" for a reader's locale, "
-                                        "there is none for the fallback locale %2 either")
+                         QStringLiteral("\"%1\" has no entry for the fallback locale %2, which is "
+                                        "used when a reader's locale has none")
                                  .arg(key.key(), fallback));
         for (const QString &locale : required) {
             if (!isAnswered(*key, locale))

@@ -24,7 +24,7 @@ using namespace Hovlets;
 
 namespace {
 
-/// Builds the root and the entries, without what is in them.
+/// Builds the root element and the entries without their children.
 int entriesShouldGenerate(const QString &name, const QXmlAttributes &, void *)
 {
     if (name == QLatin1String("hovlet"))
@@ -34,8 +34,8 @@ int entriesShouldGenerate(const QString &name, const QXmlAttributes &, void *)
     return HVXmlParser::SkipElement | HVXmlParser::SkipChildren;
 }
 
-/// The entries that the library serves from a file, read by its parser at once: a look-up reads the
-/// whole file for each.
+/// The entries that the library serves from a file. They are parsed together, as a look-up would
+/// read the whole file again for each of them.
 class ServedEntries
 {
 public:
@@ -65,7 +65,7 @@ public:
     ~ServedEntries() { qDeleteAll(m_roots); }
     Q_DISABLE_COPY_MOVE(ServedEntries)
 
-    /// Null for one that is not served; that is told of elsewhere.
+    /// Null for an entry that is not served, which other checks report.
     HVXmlElement *entry(const QString &key) const { return m_entries.value(key); }
 
 private:
@@ -104,7 +104,7 @@ private:
     void check(const ControlFile::Entry &entry)
     {
         checkUserInterface(*entry.element, QStringLiteral("ui"));
-        // The other user interface is of use to hosts with simple popups only.
+        // Only hosts that show simple popups use the other user interface.
         const QString simple = QStringLiteral("simple");
         if (entry.element->has(simple) || m_file->root()->has(simple)) {
             m_manager.context().set(HVKeySimpleMode, true);
@@ -123,7 +123,7 @@ private:
         m_findings.add(code, m_file->path(), position, message);
     }
 
-    /// Where the path is named; once for each file that names it for all entries.
+    /// Reports a path that the root element sets for all entries only once per file.
     void checkUserInterface(const XmlDocument::Element &entry, const QString &attribute)
     {
         const QString path = m_view.uiRootFilePath();
@@ -140,7 +140,8 @@ private:
                 m_file->document().position(isOwn ? entry : *m_file->root(), attribute);
         if (!info.isAbsolute() || !info.exists())
             add("HV306", position,
-                QStringLiteral("neither the package nor one that it searches has %1").arg(path));
+                QStringLiteral("%1 is neither in the package nor in one that it searches")
+                        .arg(path));
         else
             add("HV307", position, QStringLiteral("%1 cannot be read").arg(path));
     }
@@ -154,12 +155,12 @@ private:
         const QFileInfo info(name.isEmpty() ? QString() : m_view.findResource(name));
         if (!info.isAbsolute() || !info.isFile())
             return add("HV301", position,
-                       QStringLiteral("there is no \"%1\" in the resources").arg(name));
+                       QStringLiteral("\"%1\" is not in the resources").arg(name));
         if (!info.isReadable())
             return add("HV116", position, QStringLiteral("%1 cannot be read").arg(info.filePath()));
         if (double(info.size()) > m_limits.megabytes * 1e6)
             add("HV305", position,
-                QStringLiteral("\"%1\" has %2 MB").arg(name).arg(double(info.size()) / 1e6));
+                QStringLiteral("\"%1\" is %2 MB large").arg(name).arg(double(info.size()) / 1e6));
         (this->*check)(info.filePath(), position);
     }
 

@@ -14,8 +14,8 @@ struct MediaLimits
     double megabytes = 20;
 };
 
-/// Checks the clips, pictures and user interfaces that entries name, found as the library does.
-/// \param progress steps once for each entry
+/// Checks the clips, pictures and user interfaces that entries name. The library resolves their
+/// paths. Steps \a progress once for each entry.
 void checkMedia(const ControlFiles &files, ContentIndex &content, const MediaLimits &limits,
                 Progress &progress, FindingList &findings);
 

@@ -20,7 +20,7 @@ bool isXml(const QFileInfo &file)
     return file.fileName().endsWith(QLatin1String(".xml"), Qt::CaseInsensitive);
 }
 
-/// A folder whose files can be listed and opened.
+/// Whether the files in the folder can be listed and opened.
 bool isOpen(const QFileInfo &folder)
 {
     return folder.isReadable() && folder.isExecutable();
@@ -29,7 +29,7 @@ bool isOpen(const QFileInfo &folder)
 void addClosed(const QFileInfo &folder, FindingList &findings)
 {
     findings.add("HV116", folder.filePath(),
-                 QStringLiteral("the folder cannot be read, nor what is in it"));
+                 QStringLiteral("the folder and the files in it cannot be read"));
 }
 
 void checkFile(const QFileInfo &file, bool isInControlFolder, const QStringList &indexed,
@@ -57,17 +57,17 @@ void checkFile(const QFileInfo &file, bool isInControlFolder, const QStringList 
         findings.add("HV111", path, QStringLiteral("only files named *.xml are indexed"));
 }
 
-/// The library follows the link, and then takes files of the package alone.
+/// The library follows the link, but indexes only files in the package.
 void checkControlLink(const QFileInfo &control, const QString &package, FindingList &findings)
 {
     if (!control.exists())
         return findings.add("HV113", control.filePath(),
-                            QStringLiteral("the symbolic link leads nowhere"));
+                            QStringLiteral("the symbolic link is broken"));
     const QString target = control.canonicalFilePath();
     if (!target.startsWith(package + QLatin1Char('/')))
         findings.add("HV113", control.filePath(),
-                     QStringLiteral("the symbolic link leads out of the package, to %1, so that "
-                                    "the control files there are not indexed")
+                     QStringLiteral("the symbolic link leads out of the package to %1, where "
+                                    "control files are not indexed")
                              .arg(target));
 }
 
@@ -92,18 +92,20 @@ void checkPackage(const QFileInfo &package, const QStringList &indexed, FindingL
     }
 }
 
-/// A folder beside packages, or in the place of one.
+/// Checks a folder next to packages or in place of one.
 void checkFolder(const QFileInfo &folder, FindingList &findings)
 {
     const bool hasSuffix = folder.suffix() == PackageSuffix;
     if (hasSuffix && (folder.isSymLink() || folder.isHidden()))
         return findings.add("HV113", folder.filePath(),
-                            QStringLiteral("symbolic links and hidden folders are no packages"));
-    if (hasSuffix && !folder.isReadable()) // of others, the package itself tells
+                            QStringLiteral("symbolic links and hidden folders are not packages"));
+    if (hasSuffix && !folder.isReadable()) // checkPackage() handles the others
         return addClosed(folder, findings);
     if (!hasSuffix && QDir(folder.filePath()).exists(ControlFolder))
-        findings.add("HV112", folder.filePath(),
-                     QStringLiteral("the folder has control files but is no package by its name"));
+        findings.add(
+                "HV112", folder.filePath(),
+                QStringLiteral(
+                        "the folder has control files, but its name is not that of a package"));
 }
 
 } // namespace
@@ -129,7 +131,7 @@ void checkPackages(const std::vector<std::string> &paths, const ContentIndex &co
     }
     if (packages.isEmpty() && findings.isEmpty() && !paths.empty())
         findings.add("HV117", QString::fromLocal8Bit(paths.front().c_str()),
-                     QStringLiteral("there is no package here"));
+                     QStringLiteral("the folder contains no package"));
 }
 
 } // namespace HovletsTool

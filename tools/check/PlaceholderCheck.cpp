@@ -27,7 +27,7 @@ const QRegularExpression &opened()
     return pattern;
 }
 
-/// As the file spells them. They are of ASCII letters, so that bytes do for characters.
+/// The placeholders as written in the file. They are ASCII, so bytes are characters.
 std::vector<Occurrence> written(const QByteArray &bytes, const std::vector<Range> &ranges)
 {
     std::vector<Occurrence> found;
@@ -44,7 +44,7 @@ std::vector<Occurrence> written(const QByteArray &bytes, const std::vector<Range
     return found;
 }
 
-/// \param otherwise where to point to when the file spells it in another way, as with entities
+/// \param otherwise the place to report for a placeholder that an entity holds
 void check(const QString &path, const XmlDocument &document, const QString &text,
            const std::vector<Range> &ranges, int otherwise, FindingList &findings)
 {
@@ -57,7 +57,7 @@ void check(const QString &path, const XmlDocument &document, const QString &text
         const bool isWritten = i < places.size() && places[i].text == placeholder;
         findings.add(
                 "HV401", path, document.position(isWritten ? places[i].offset : otherwise),
-                QStringLiteral("the placeholder \"%1\" does not end in \")s\"").arg(placeholder));
+                QStringLiteral("the placeholder \"%1\" does not end with \")s\"").arg(placeholder));
     }
 }
 

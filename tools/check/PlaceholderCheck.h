@@ -7,7 +7,7 @@ namespace HovletsTool {
 
 class FindingList;
 
-/// Finds each placeholder without an end in the attributes and the text of an element.
+/// Finds unterminated placeholders in the attributes and the text of an element.
 void checkPlaceholders(const QString &path, const XmlDocument &document,
                        const XmlDocument::Element &element, FindingList &findings);
 

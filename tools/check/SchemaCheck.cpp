@@ -13,8 +13,8 @@
 #include <algorithm>
 #include <memory>
 
-/// Outside of any namespace, as the macro requires. A static library's resources do not register
-/// themselves.
+/// The resources of a static library do not register themselves. The macro does not work inside a
+/// namespace.
 static void registerSchemas()
 {
     Q_INIT_RESOURCE(schemas);
@@ -31,10 +31,10 @@ struct Target
     QString path;
     const XmlDocument &document;
     FindingList &findings;
-    QHash<const xmlNode *, size_t> elements; // of both readings, in document order
+    QHash<const xmlNode *, size_t> elements; // the index of each node in the document
 };
 
-/// The schema's reader keeps no columns.
+/// The validator reports no columns, so the place comes from \a target's document.
 Position positionOf(const Target &target, const xmlError &error)
 {
     const auto *node = static_cast<const xmlNode *>(error.node);
@@ -58,7 +58,7 @@ const xmlNode *nextInDocument(const xmlNode *node)
     return node ? node->next : nullptr;
 }
 
-/// None when the readings differ, as they may with elements in entities.
+/// Empty when the two readings differ, as they can when entities contain elements.
 QHash<const xmlNode *, size_t> elementsOf(xmlDoc *tree, const XmlDocument &document)
 {
     QHash<const xmlNode *, size_t> elements;
@@ -77,13 +77,13 @@ QByteArray bytesOf(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// The library reads nothing outside of a file, so neither is anything read here.
+/// Keeps the validator from reading other files, as the library does.
 xmlParserInput *noOtherFile(const char *, const char *, xmlParserCtxt *)
 {
     return nullptr;
 }
 
-/// Keys and locales are checked elsewhere, with more knowledge than a schema has.
+/// Other checks know more about keys and locales than the schema does.
 bool isKnownElsewhere(int code)
 {
     return code == XML_SCHEMAV_CVC_COMPLEX_TYPE_4 || code == XML_SCHEMAV_CVC_IDC
@@ -107,15 +107,15 @@ void checkSchema(const QString &schema, const QString &path, const XmlDocument &
     registerSchemas();
     const QByteArray rules = bytesOf(QStringLiteral(":/schemas/%1.xsd").arg(schema));
     const QByteArray &bytes = file.bytes();
-    // As deep as the library reads; but with entities, which the schema is not for, within limits.
+    // Lifts the parser's limits on depth and sizes, but not those that guard against entities.
     const int reading = bytes.contains("<!ENTITY") ? XML_PARSE_NOENT : XML_PARSE_HUGE;
     const Owned<xmlSchemaParserCtxt> reader(
             xmlSchemaNewMemParserCtxt(rules.constData(), static_cast<int>(rules.size())),
             &xmlSchemaFreeParserCtxt);
     const Owned<xmlSchema> parsed(xmlSchemaParse(reader.get()), &xmlSchemaFree);
     if (!parsed)
-        throw ToolError(QStringLiteral("the schema %1.xsd cannot be used; reinstall the program")
-                                .arg(schema));
+        throw ToolError(
+                QStringLiteral("the schema %1.xsd is damaged; reinstall the program").arg(schema));
     xmlSetExternalEntityLoader(&noOtherFile);
     const Owned<xmlDoc> document(
             xmlReadMemory(bytes.constData(), static_cast<int>(bytes.size()), nullptr, nullptr,

@@ -8,7 +8,7 @@ namespace HovletsTool {
 class FindingList;
 class XmlDocument;
 
-/// Checks a well-formed file against the schema of the given name, "hovlets" or "hovletkeys".
+/// Validates a well-formed file against the schema "hovlets" or "hovletkeys".
 void checkSchema(const QString &schema, const QString &path, const XmlDocument &document,
                  FindingList &findings);
 

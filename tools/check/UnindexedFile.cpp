@@ -14,7 +14,7 @@ namespace {
 
 const QLatin1String RootName("hovlets");
 
-constexpr qint64 HeadSize = 65536; // holds the root tag, even behind a long licence
+constexpr qint64 HeadSize = 65536; // enough for a root tag after a long licence
 
 QByteArray head(const QFileInfo &file)
 {
@@ -39,7 +39,7 @@ struct Tag
     QString name;
 };
 
-/// What the library takes for a start tag, which looks for one line by line.
+/// The start tag that the library finds, which it looks for line by line.
 std::optional<Tag> findTag(const QByteArray &bytes)
 {
     static const QRegularExpression tag(QStringLiteral("<([\\w\\p{M}]+)\\s*([\\w\\p{M}]|>|/>)"),
@@ -80,7 +80,7 @@ void explainUnindexed(const QFileInfo &file, FindingList &findings)
         return findings.add("HV115", path, QStringLiteral("the file is in UTF-16 or UTF-32"));
     XmlDocument document(bytes);
     if (!rootOf(document) && bytes.size() == HeadSize)
-        document = XmlDocument(path); // as the library did, which looks on until it finds a tag
+        document = XmlDocument(path); // the library, too, reads on until it finds a tag
     const XmlDocument::Element *root = rootOf(document);
     if (!root)
         return findings.add("HV101", path, document.errorPosition(), document.error());
@@ -89,13 +89,15 @@ void explainUnindexed(const QFileInfo &file, FindingList &findings)
         return findings.add("HV102", path, position,
                             QStringLiteral("the root element is \"%1\"").arg(root->name));
     if (const auto tag = findTag(document.bytes().left(root->offset)))
-        return findings.add("HV118", path, document.position(tag->offset),
-                            QStringLiteral("\"<%1\" is taken for the root tag, although it stands "
-                                           "in a comment or declaration")
-                                    .arg(tag->name));
-    findings.add("HV114", path, position,
-                 QStringLiteral("the name of the root tag is not followed by anything on its line, "
-                                "or stands far behind in it, so that the file is not indexed"));
+        return findings.add(
+                "HV118", path, document.position(tag->offset),
+                QStringLiteral("\"<%1\" in a comment or declaration is mistaken for the "
+                               "root tag")
+                        .arg(tag->name));
+    findings.add(
+            "HV114", path, position,
+            QStringLiteral("the file is not indexed, because nothing follows the name of the root "
+                           "tag on its line, or because the line is too long"));
 }
 
 } // namespace HovletsTool

@@ -7,13 +7,13 @@ namespace HovletsTool {
 
 class FindingList;
 
-// Files that lie in a package and that the library does not index. They may be anything, and of any
-// size: ordinary ones only are opened, and judged by how they begin.
+// Files in a package that the library does not index. They may be of any kind and size, so only
+// regular files are opened, and only their beginning is read.
 
 /// Whether the root element is that of a control file.
-bool isLikeControlFile(const QFileInfo &file);
+[[nodiscard]] bool isLikeControlFile(const QFileInfo &file);
 
-/// Why an ordinary file with the right name in the control folder is not indexed.
+/// Says why a regular file with a suitable name in the control folder is not indexed.
 void explainUnindexed(const QFileInfo &file, FindingList &findings);
 
 } // namespace HovletsTool

@@ -29,7 +29,7 @@ ExitStatus run(const Options &options)
     if (options.check.paths.empty())
         throw ToolError(QStringLiteral("PATH is required; give a folder of packages or a package"));
     CheckOptions check = options.check;
-    check.tellsProgress = true;
+    check.showsProgress = true;
     const FindingList findings = checkContent(check);
     printFindings(findings, options.format);
     return findings.isEmpty() ? ExitStatus::Clean : ExitStatus::Findings;
@@ -42,26 +42,26 @@ void addCheckCommand(Program &program)
     const auto options = std::make_shared<Options>();
     CheckOptions &check = options->check;
     CLI::App &command = program.add(
-            "check", "Checks content: what is not shown, or not as written, and what to do.",
+            "check", "Check content: report what is not shown as written, and how to fix it.",
             "--key-data examples/drawing/packages/keys.xml examples/drawing/packages",
             [options] { return run(*options); });
     addPaths(command, check.paths);
     command.get_option("PATH")->required(false);
-    command.add_flag("--list-codes", options->listCodes, "List what can be found, and end");
-    command.add_option("--key-data", check.keyData, "The host's file of attributes by key");
-    command.add_option("--extra-path", check.extraPath, "The host's folder of components");
+    command.add_flag("--list-codes", options->listCodes, "List all finding codes and exit");
+    command.add_option("--key-data", check.keyData, "Key-data file of the host");
+    command.add_option("--extra-path", check.extraPath, "Extra component folder of the host");
     command.add_option("--fallback-locale", check.fallbackLocale,
-                       "The locale that answers where another has no entry")
+                       "Locale that is used when another one has no entry")
             ->check(knownLocale())
             ->capture_default_str();
     addRepeatable(command, "--locale", check.locales,
-                  "Every key is to have an entry for it; once for each")
+                  "Locale that needs an entry for every key; may be repeated")
             ->check(knownLocale());
-    command.add_option("--max-seconds", check.limits.seconds, "How long a clip may be")
+    command.add_option("--max-seconds", check.limits.seconds, "Maximum length of a clip")
             ->check(zeroOrMore())
             ->capture_default_str();
     command.add_option("--max-megabytes", check.limits.megabytes,
-                       "How large a clip or picture may be")
+                       "Maximum size of a clip or picture")
             ->check(zeroOrMore())
             ->capture_default_str();
     addFormat(command, options->format, findingFormats());

@@ -8,13 +8,13 @@ namespace HovletsTool {
 
 void addPaths(CLI::App &command, std::vector<std::string> &paths)
 {
-    command.add_option("PATH", paths, "Folders of packages, or packages")->required();
+    command.add_option("PATH", paths, "Folders of packages, or single packages")->required();
 }
 
 void addFormat(CLI::App &command, std::string &format, const std::vector<std::string> &formats)
 {
     format = formats.front();
-    command.add_option("--format", format, "How to print it")
+    command.add_option("--format", format, "Output format")
             ->check(CLI::IsMember(formats))
             ->capture_default_str();
 }
@@ -31,7 +31,7 @@ CLI::Option *addRepeatable(CLI::App &command, const std::string &name,
 void addProperties(CLI::App &command, std::vector<std::string> &properties)
 {
     addRepeatable(command, "--property", properties,
-                  "NAME=VALUE, what a placeholder %(NAME)s stands for; once for each");
+                  "NAME=VALUE, the text for the placeholder %(NAME)s; may be repeated");
 }
 
 std::vector<Property> propertiesOf(const std::vector<std::string> &properties)
@@ -41,7 +41,7 @@ std::vector<Property> propertiesOf(const std::vector<std::string> &properties)
         const QString text = QString::fromLocal8Bit(property.c_str());
         const auto equals = text.indexOf(QLatin1Char('='));
         if (equals <= 0)
-            throw ToolError(QStringLiteral("--property %1: write NAME=VALUE").arg(text));
+            throw ToolError(QStringLiteral("--property %1: use NAME=VALUE").arg(text));
         pairs.push_back({ text.left(equals), text.mid(equals + 1) });
     }
     return pairs;

@@ -3,7 +3,7 @@
 
 namespace HovletsTool {
 
-// Each command registers itself, with its options, from a source file of its own.
+// Each command has a source file, which registers the command and its options.
 
 class Program;
 

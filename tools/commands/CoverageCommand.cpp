@@ -31,19 +31,19 @@ QJsonObject readReport(const QString &path)
     QJsonParseError error;
     const QJsonObject report = QJsonDocument::fromJson(file.readAll(), &error).object();
     if (error.error != QJsonParseError::NoError)
-        throw ToolError(QStringLiteral("%1 is no JSON: %2 at byte %3")
+        throw ToolError(QStringLiteral("%1 is not JSON: %2 at byte %3")
                                 .arg(path, error.errorString())
                                 .arg(error.offset));
     constexpr int Version = 1;
     if (report.value(QLatin1String("format")).toString() != QLatin1String("hovlets-coverage")
         || report.value(QLatin1String("version")).toInt() != Version)
-        throw ToolError(QStringLiteral("%1 is no coverage report of version 1; a host writes one "
-                                       "with Hovlets::HVCoverage")
+        throw ToolError(QStringLiteral("%1 is not a coverage report of version 1; a host writes "
+                                       "one with Hovlets::HVCoverage")
                                 .arg(path));
     return report;
 }
 
-/// Those objects of the list \a name whose flag \a what is \a value.
+/// The objects in the list \a name whose flag \a what is \a value.
 QJsonArray those(const QJsonObject &report, const char *name, const char *what, bool value)
 {
     QJsonArray found;
@@ -55,7 +55,7 @@ QJsonArray those(const QJsonObject &report, const char *name, const char *what, 
     return found;
 }
 
-/// What a reader knows the control by.
+/// The best name that the report has for the control.
 QString nameOf(const QJsonObject &control)
 {
     for (const char *name : { "key", "objectName", "label" }) {
@@ -113,7 +113,7 @@ ExitStatus run(const Options &options)
             result.missing += control;
         const QJsonArray unasked = those(report, "entries", "asked", false);
         for (const auto &entry : unasked) {
-            // The fallback is there for controls without a key.
+            // The fallback entry is for controls without a key.
             if (!entry.toObject().value(QLatin1String("isFallback")).toBool())
                 result.unasked += entry;
         }
@@ -136,14 +136,15 @@ ExitStatus run(const Options &options)
 void addCoverageCommand(Program &program)
 {
     const auto options = std::make_shared<Options>();
-    CLI::App &command = program.add(
-            "coverage",
-            "Tells from a running host's report which controls have no entry, and which entries no "
-            "control asked for.",
-            "coverage.json --max-missing 10", [options] { return run(*options); });
-    command.add_option("REPORT", options->reports, "Reports that hosts wrote")->required();
+    CLI::App &command =
+            program.add("coverage",
+                        "Read the report of a running host: list controls without an entry, and "
+                        "entries that no "
+                        "control asked for.",
+                        "coverage.json --max-missing 10", [options] { return run(*options); });
+    command.add_option("REPORT", options->reports, "Coverage reports of hosts")->required();
     command.add_option("--max-missing", options->mostMissing,
-                       "With more controls without an entry than this, the exit status is 1")
+                       "Number of controls without an entry that still gives exit status 0")
             ->check(zeroOrMore())
             ->capture_default_str();
     addFormat(command, options->format, { "text", "json" });

@@ -30,10 +30,10 @@ struct Options
 struct Entry
 {
     QString key;
-    QStringList paragraphs; // the first is the title, as it is of tooltips that have more than one
+    QStringList paragraphs; // the first becomes the title
 };
 
-/// Without those that have nothing to read, as after a translation to blanks.
+/// Leaves out entries without visible text, such as those translated to blanks.
 std::vector<Entry> entriesOf(const std::vector<UiEntry> &all, const UiTranslation *translation)
 {
     std::vector<Entry> entries;
@@ -91,12 +91,12 @@ std::vector<UiEntry> readForms(const std::vector<std::string> &paths)
             addEntry(entries, entry);
     }
     if (entries.empty())
-        throw ToolError(QStringLiteral("No named widget or action in these forms has a toolTip, "
+        throw ToolError(QStringLiteral("no named widget or action in these forms has a toolTip, "
                                        "statusTip or whatsThis; there is nothing to import"));
     return entries;
 }
 
-/// One for each locale; where two files translate a text, the first does.
+/// One translation per locale. When two files translate the same text, the first one counts.
 std::vector<UiTranslation> readTranslations(const std::vector<std::string> &paths)
 {
     std::vector<UiTranslation> all;
@@ -113,24 +113,24 @@ std::vector<UiTranslation> readTranslations(const std::vector<std::string> &path
     return all;
 }
 
-/// Makes the folder, and returns where its control files are to be, without ".xml".
+/// Creates the folder. Returns the path for its control file, without ".xml".
 QString makePackage(const QDir &package)
 {
     const QFileInfo info(package.path());
     const QString name = info.completeBaseName();
     if (info.suffix() != QLatin1String("hovlets"))
-        throw ToolError(
-                QStringLiteral("%1: the name of a package ends in .hovlets").arg(package.path()));
+        throw ToolError(QStringLiteral("%1: the name of a package must end in .hovlets")
+                                .arg(package.path()));
     if (name.isEmpty() || name.startsWith(QLatin1Char('.')))
-        throw ToolError(QStringLiteral("%1 would be hidden; write a name before .hovlets")
+        throw ToolError(QStringLiteral("%1 would be hidden; put a name before .hovlets")
                                 .arg(package.path()));
     if (package.exists())
-        throw ToolError(QStringLiteral("%1 is there already; import into a new package and move "
-                                       "over what you want")
+        throw ToolError(QStringLiteral("%1 already exists; import into a new package and copy "
+                                       "what you want from there")
                                 .arg(package.path()));
     if (!package.mkpath(QStringLiteral("Control")))
-        throw ToolError(
-                QStringLiteral("%1 cannot be made; is its folder writable?").arg(package.path()));
+        throw ToolError(QStringLiteral("%1 cannot be created; is its parent folder writable?")
+                                .arg(package.path()));
     return package.filePath(QStringLiteral("Control/") + name);
 }
 
@@ -148,8 +148,8 @@ ExitStatus run(const Options &options)
         const std::vector<Entry> translated = entriesOf(texts, &translation);
         if (translated.empty()) {
             printError(
-                    QStringLiteral("none of the forms' texts is translated for %1; no control file "
-                                   "is made for it")
+                    QStringLiteral("no text in the forms has a translation for %1; no control file "
+                                   "is created for it")
                             .arg(locale));
             continue;
         }
@@ -167,15 +167,14 @@ void addImportCommand(Program &program)
     const auto options = std::make_shared<Options>();
     CLI::App &command = program.add(
             "import",
-            "Makes a package from the tool tips, status tips and What's This texts of Qt Designer "
-            "files; keys are object names.",
+            "Create a package from the tool tips, status tips and What's This texts of Qt Designer "
+            "forms; the keys are the object names.",
             "mainwindow.ui --ts app_de.ts -o MyApp.hovlets", [options] { return run(*options); });
-    command.add_option("FILE.ui", options->forms, "Files of Qt Designer")->required();
+    command.add_option("FILE.ui", options->forms, "Qt Designer forms")->required();
     addRepeatable(command, "--ts", options->translations,
-                  "A translation file (.ts); once for each, those of a locale become one control "
-                  "file");
-    command.add_option("-o,--output", options->package, "The package folder to make")->required();
-    command.add_option("--locale", options->locale, "The locale of the texts in the forms")
+                  "Translation file (.ts); may be repeated, files for the same locale are merged");
+    command.add_option("-o,--output", options->package, "Package folder to create")->required();
+    command.add_option("--locale", options->locale, "Locale of the texts in the forms")
             ->check(knownLocale())
             ->capture_default_str();
 }

@@ -49,7 +49,7 @@ void addListCommand(Program &program)
 {
     const auto options = std::make_shared<Options>();
     CLI::App &command =
-            program.add("list", "Lists the keys: package, locale, key, file and line.",
+            program.add("list", "List all entries: package, locale, key, file and line.",
                         "examples/drawing/packages", [options] { return run(*options); });
     addPaths(command, options->paths);
     addFormat(command, options->format, { "text", "json" });

@@ -23,10 +23,11 @@ struct Options
 
 ExitStatus run(Options &options)
 {
-    const ContentIndex readable(options.preview.check.paths); // throws; later, files come and go
+    const ContentIndex readable(
+            options.preview.check.paths); // throws; once the window is open, paths may come and go
     options.preview.properties = propertiesOf(options.properties);
     options.preview.look.dark = options.palette == "dark";
-    qputenv("QML_DISABLE_DISK_CACHE", "1"); // QML that was just saved is not in it
+    qputenv("QML_DISABLE_DISK_CACHE", "1"); // it may lack changes that were just saved
     PreviewWindow window(options.preview);
     if (!options.key.empty())
         window.chooseKey(QString::fromLocal8Bit(options.key.c_str()));
@@ -42,20 +43,21 @@ void addPreviewCommand(Program &program)
     const auto options = std::make_shared<Options>();
     constexpr bool OpensWindow = true;
     CLI::App &command = program.add(
-            "preview", "Opens a window with the popups; follows the files while they are edited.",
+            "preview", "Open a window that shows the popups and follows changes to the files.",
             "examples/drawing/packages", [options] { return run(*options); }, OpensWindow);
     PreviewOptions &preview = options->preview;
     addPaths(command, preview.check.paths);
-    command.add_option("--key", options->key, "The key to begin with");
-    command.add_option("--locale", preview.look.locale, "The locale to begin with, such as de_DE")
+    command.add_option("--key", options->key, "Key to select at first");
+    command.add_option("--locale", preview.look.locale, "Locale to select at first, such as de_DE")
             ->check(knownLocale());
-    command.add_option("--palette", options->palette, "The colours to begin with")
+    command.add_option("--palette", options->palette, "Palette to select at first")
             ->check(CLI::IsMember({ "light", "dark" }))
             ->capture_default_str();
-    command.add_flag("--simple", preview.look.simple, "Begin with the simple popup");
+    command.add_flag("--simple", preview.look.simple, "Show the simple popup at first");
     addProperties(command, options->properties);
-    command.add_option("--key-data", preview.check.keyData, "The host's file of attributes by key");
-    command.add_option("--extra-path", preview.check.extraPath, "The host's folder of components");
+    command.add_option("--key-data", preview.check.keyData, "Key-data file of the host");
+    command.add_option("--extra-path", preview.check.extraPath,
+                       "Extra component folder of the host");
 }
 
 } // namespace HovletsTool

@@ -13,18 +13,18 @@ namespace HovletsTool {
 
 namespace {
 
-/// The parser's notes are for hosts; the commands tell of what is wrong in their own words. A build
-/// machine has no session, of which Qt would warn at each run.
+/// Drops the notes of the library, since the commands report mistakes themselves, and Qt's warnings
+/// about a machine without a session or a display.
 void handleMessage(QtMsgType type, const QMessageLogContext &, const QString &message)
 {
-    const bool isOfTheSession = message.startsWith(QLatin1String("QStandardPaths:"));
-    // What the offscreen platform says of itself whenever a window is shown.
-    const bool isOfThePlatform = message.startsWith(QLatin1String("This plugin does not support "));
-    if (type != QtDebugMsg && type != QtInfoMsg && !isOfTheSession && !isOfThePlatform)
+    const bool isAboutSession = message.startsWith(QLatin1String("QStandardPaths:"));
+    // The offscreen platform prints this whenever a window is shown.
+    const bool isAboutPlatform = message.startsWith(QLatin1String("This plugin does not support "));
+    if (type != QtDebugMsg && type != QtInfoMsg && !isAboutSession && !isAboutPlatform)
         printError(message);
 }
 
-/// "help check" is another way to say "check --help".
+/// Turns "help check" into "check --help".
 std::vector<std::string> withoutHelpCommand(std::vector<std::string> arguments)
 {
     if (arguments.empty() || arguments.front() != "help")
@@ -37,14 +37,14 @@ std::vector<std::string> withoutHelpCommand(std::vector<std::string> arguments)
 } // namespace
 
 Program::Program()
-    : m_app("Checks, shows and lists hovlet content.", "hovlets")
+    : m_app("Check, list, show and render hovlet content.", "hovlets")
 {
     m_app.set_version_flag("--version", std::string("hovlets ") + HOVLETS_PROGRAM_VERSION);
     m_app.require_subcommand(1);
-    m_app.footer("PATH is a folder of packages (*.hovlets) or one package.\n"
+    m_app.footer("PATH is a folder of packages (*.hovlets) or a single package.\n"
                  "`hovlets help COMMAND` or `hovlets COMMAND --help` explains a command.\n"
-                 "Exit status: 0 clean, 1 findings, 2 wrong usage, or what cannot be read or "
-                 "written.");
+                 "Exit status: 0 no findings, 1 findings, 2 wrong usage, or a file that cannot be "
+                 "read or written.");
 }
 
 CLI::App &Program::add(const std::string &name, const std::string &description,
@@ -72,14 +72,15 @@ ExitStatus Program::run(int argc, char **argv)
     }
 }
 
-/// Whether there is a command to run, and not only something to explain.
+/// Returns false when there was only help to print and no command to run.
 bool Program::parse(std::vector<std::string> arguments)
 {
     arguments = withoutHelpCommand(std::move(arguments));
     if (!arguments.empty() && !knows(arguments.front()))
-        throw ToolError(QStringLiteral("\"%1\" is no command; `hovlets --help` lists the commands")
-                                .arg(QString::fromLocal8Bit(arguments.front().c_str())));
-    std::reverse(arguments.begin(), arguments.end()); // as the parser takes them
+        throw ToolError(
+                QStringLiteral("unknown command \"%1\"; `hovlets --help` lists the commands")
+                        .arg(QString::fromLocal8Bit(arguments.front().c_str())));
+    std::reverse(arguments.begin(), arguments.end()); // the parser reads them from the back
     try {
         m_app.parse(arguments);
         return true;
@@ -97,7 +98,7 @@ bool Program::parse(std::vector<std::string> arguments)
     }
 }
 
-/// Whether the command line may begin with \a word.
+/// Whether \a word is a command or an option of the program.
 bool Program::knows(const std::string &word) const
 {
     const auto isNamed = [&](const CLI::App *command) { return command->get_name() == word; };
@@ -110,13 +111,13 @@ ExitStatus Program::runCommand(int argc, char **argv)
     if (!m_opensWindow && !isSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
 #if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
-    // Qt would abort.
+    // Qt aborts when there is no display.
     if (m_opensWindow && !isSet("QT_QPA_PLATFORM") && !isSet("DISPLAY")
         && !isSet("WAYLAND_DISPLAY"))
         throw ToolError(QStringLiteral("there is no display to open a window on; "
-                                       "`hovlets render` takes pictures without one"));
+                                       "`hovlets render` renders popups without one"));
 #endif
-    // The offscreen platform has no OpenGL with Qt 5, which would abort.
+    // Qt 5 aborts on the offscreen platform, which has no OpenGL there.
     if (qgetenv("QT_QPA_PLATFORM").startsWith("offscreen") && !isSet("QT_QUICK_BACKEND"))
         qputenv("QT_QUICK_BACKEND", "software");
     qInstallMessageHandler(&handleMessage);

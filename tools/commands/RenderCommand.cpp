@@ -44,14 +44,14 @@ void save(const QImage &picture, const QString &file)
         throw ToolError(QStringLiteral("%1 cannot be written; is its folder writable?").arg(file));
 }
 
-/// A key may hold what a file name may not.
+/// Encodes the characters of a key that a file name cannot contain.
 QString fileNameOf(const QString &key)
 {
     QByteArray name = key.toUtf8().toPercentEncoding(" ()+,");
     return QString::fromLatin1(name) + QStringLiteral(".png");
 }
 
-/// Null when there is none, after saying why: the other keys may still be shown.
+/// Prints the error and returns a null picture when the popup cannot be shown.
 QImage pictureOf(const QString &key, PopupRenderer &renderer)
 {
     try {
@@ -62,7 +62,7 @@ QImage pictureOf(const QString &key, PopupRenderer &renderer)
     }
 }
 
-/// Those that can be shown.
+/// The pictures of all keys that can be shown.
 std::vector<NamedPicture> renderAll(PopupRenderer &renderer, const QStringList &keys)
 {
     std::vector<NamedPicture> pictures;
@@ -76,7 +76,7 @@ std::vector<NamedPicture> renderAll(PopupRenderer &renderer, const QStringList &
     return pictures;
 }
 
-/// What became of the pictures in \a folder.
+/// The differences from the expected pictures.
 struct Changes
 {
     QStringList changed, added, missing;
@@ -87,7 +87,7 @@ struct Changes
 Changes compare(const std::vector<NamedPicture> &pictures, const QDir &expected, double tolerance)
 {
     if (!expected.exists())
-        throw ToolError(QStringLiteral("%1 is not a folder; make it with --output-dir")
+        throw ToolError(QStringLiteral("%1 is not a folder; create it with --output-dir")
                                 .arg(expected.path()));
     const QTemporaryDir scratch;
     QStringList unseen = expected.entryList({ QStringLiteral("*.png") }, QDir::Files);
@@ -140,8 +140,8 @@ ExitStatus renderMany(const Options &options, PopupRenderer &renderer)
 {
     const QStringList keys = renderer.keys();
     if (keys.isEmpty())
-        throw ToolError(QStringLiteral("There are no entries in these folders; "
-                                       "`hovlets check` tells why files are not read"));
+        throw ToolError(QStringLiteral("there are no entries in these folders; "
+                                       "`hovlets check` says why files are not read"));
     const std::vector<NamedPicture> pictures = renderAll(renderer, keys);
     const ExitStatus status = pictures.size() == static_cast<size_t>(keys.size())
             ? ExitStatus::Clean
@@ -167,13 +167,13 @@ ExitStatus run(Options &options)
     std::vector<std::string> paths = options.arguments;
     if (!many) {
         if (paths.size() < 2 || options.output.empty())
-            throw ToolError(QStringLiteral("Give a key, one or more paths, and -o FILE.png; "
-                                           "or --all for all keys. See `hovlets render --help`"));
+            throw ToolError(QStringLiteral("give a key, one or more paths and -o FILE.png, or "
+                                           "--all for all keys; see `hovlets render --help`"));
         paths.erase(paths.begin());
     }
     if (many && options.output.empty() && options.folder.empty() && options.compare.empty())
-        throw ToolError(QStringLiteral("Say where the pictures are to go: -o FILE.png for a "
-                                       "contact sheet, or --output-dir DIR"));
+        throw ToolError(QStringLiteral("give -o FILE.png for a contact sheet, or --output-dir DIR "
+                                       "for one picture per key"));
     options.look.dark = options.palette == "dark";
     PopupRenderer renderer(paths, options.look);
     for (const auto &[name, value] : propertiesOf(options.properties))
@@ -191,47 +191,48 @@ void addRenderCommand(Program &program)
 {
     const auto options = std::make_shared<Options>();
     CLI::App &command = program.add(
-            "render", "Takes pictures of popups, without a display.",
+            "render", "Render popups to pictures, without a display.",
             "pen examples/drawing/packages -o pen.png\n"
             "  hovlets render --all examples/drawing/packages -o sheet.png --palette dark\n"
             "  hovlets render --compare pictures examples/drawing/packages",
             [options] { return run(*options); });
-    command.add_option("KEY_PATH", options->arguments,
-                       "A key and where to look for it; with --all, --output-dir or --compare only "
-                       "paths")
+    command.add_option(
+                   "KEY_PATH", options->arguments,
+                   "A key and the paths to search for it; only paths with --all, --output-dir or "
+                   "--compare")
             ->required();
     command.add_option("-o,--output", options->output,
-                       "The PNG file to write; of several keys, a contact sheet");
-    command.add_flag("--all", options->all, "All keys");
-    command.add_option("--output-dir", options->folder, "Writes a picture per key to this folder");
+                       "PNG file to write; a contact sheet for several keys");
+    command.add_flag("--all", options->all, "Render all keys");
+    command.add_option("--output-dir", options->folder, "Folder to write one picture per key to");
     command.add_option("--compare", options->compare,
-                       "Tells which pictures differ from those in this folder");
+                       "Folder of pictures to compare with; lists the keys whose pictures differ");
     command.add_option("--tolerance", options->tolerance,
-                       "The part of a picture's pixels that may differ, 0 to 1")
+                       "Fraction of the pixels that may differ, from 0 to 1")
             ->check(between(0, 1))
             ->capture_default_str();
-    command.add_option("--locale", options->look.locale, "The preferred locale, such as de_DE")
+    command.add_option("--locale", options->look.locale, "Preferred locale, such as de_DE")
             ->check(knownLocale());
     command.add_option("--fallback-locale", options->look.fallbackLocale,
-                       "The locale of entries that are missing in the preferred one")
+                       "Locale that is used when the preferred one has no entry")
             ->check(knownLocale());
-    command.add_option("--palette", options->palette, "The colours of the desktop")
+    command.add_option("--palette", options->palette, "Colours of the desktop")
             ->check(CLI::IsMember({ "light", "dark" }))
             ->capture_default_str();
     command.add_option_function<double>(
                    "--scale",
-                   [](const double &scale) { // read when the application starts
+                   [](const double &scale) { // read by Qt when the application starts
                        qputenv("QT_SCALE_FACTOR", QByteArray::number(scale));
                    },
-                   "The scaling of the screen, from 0.5 to 8")
+                   "Scale factor of the screen, from 0.5 to 8")
             ->check(between(0.5, 8));
-    command.add_option("--font-size", options->look.fontSize,
-                       "The size of the font, in points, from 4 to 96")
+    command.add_option("--font-size", options->look.fontSize, "Font size in points, from 4 to 96")
             ->check(between(4, 96));
-    command.add_flag("--simple", options->look.simple, "The simple popup");
+    command.add_flag("--simple", options->look.simple, "Render the simple popup");
     addProperties(command, options->properties);
-    command.add_option("--key-data", options->look.keyData, "The host's file of attributes by key");
-    command.add_option("--extra-path", options->look.extraPath, "The host's folder of components");
+    command.add_option("--key-data", options->look.keyData, "Key-data file of the host");
+    command.add_option("--extra-path", options->look.extraPath,
+                       "Extra component folder of the host");
     addFormat(command, options->format, { "text", "json" });
 }
 

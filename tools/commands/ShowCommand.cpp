@@ -51,7 +51,7 @@ HVContext contextOf(const Options &options)
     return context;
 }
 
-/// The order in which a hover asks.
+/// Searches in the same order as a hover.
 Answer find(HVManager &manager, const Options &options)
 {
     const QLocale preferred = preferredContentLocale(manager.context());
@@ -91,7 +91,7 @@ int lineOf(const QString &file, const QString &key)
     return 1;
 }
 
-/// With the texts, which an element keeps apart from its children.
+/// Writes the text before the children, as the element does not keep their order.
 void write(QXmlStreamWriter &xml, const HVXmlElement &element)
 {
     xml.writeStartElement(element.objectName());
@@ -122,11 +122,10 @@ ExitStatus run(const Options &options)
     ContentIndex content(options.paths, contextOf(options));
     const Answer answer = find(content.manager(), options);
     if (!answer.entry) {
-        printError(
-                QStringLiteral("no entry for \"%1\" in this locale or the fallback; "
-                               "`hovlets list` shows the keys there are, `hovlets check` why one "
-                               "is not served")
-                        .arg(QString::fromLocal8Bit(options.key.c_str())));
+        printError(QStringLiteral("no entry for \"%1\" in this locale or the fallback; "
+                                  "`hovlets list` lists the keys, and `hovlets check` says why one "
+                                  "is not served")
+                           .arg(QString::fromLocal8Bit(options.key.c_str())));
         return ExitStatus::Findings;
     }
     const HVContentTree tree(answer.entry, answer.root);
@@ -156,20 +155,20 @@ ExitStatus run(const Options &options)
 void addShowCommand(Program &program)
 {
     const auto options = std::make_shared<Options>();
-    CLI::App &command = program.add("show", "Shows the entry that a host would get for a key.",
+    CLI::App &command = program.add("show", "Show the entry that a host gets for a key.",
                                     "--locale de_DE tool.pen examples/drawing/packages",
                                     [options] { return run(*options); });
-    command.add_option("KEY", options->key, "The content key")->required();
+    command.add_option("KEY", options->key, "Key to look up")->required();
     addPaths(command, options->paths);
-    command.add_option("--locale", options->locale, "The host's locale (en_US)")
+    command.add_option("--locale", options->locale, "Locale of the host; en_US by default")
             ->check(knownLocale());
     command.add_option("--fallback-locale", options->fallbackLocale,
-                       "The locale to take where that has no entry (en_US)")
+                       "Locale that is used when the other one has no entry; en_US by default")
             ->check(knownLocale());
     command.add_option("--fallback-key", options->fallbackKey,
-                       "The key to take where neither has one");
-    command.add_option("--key-data", options->keyData, "The host's file of attributes by key");
-    command.add_option("--extra-path", options->extraPath, "The host's folder of components");
+                       "Key that is used when neither locale has an entry");
+    command.add_option("--key-data", options->keyData, "Key-data file of the host");
+    command.add_option("--extra-path", options->extraPath, "Extra component folder of the host");
     addFormat(command, options->format, { "text", "json" });
 }
 

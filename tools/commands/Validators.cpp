@@ -20,14 +20,14 @@ std::optional<double> numberOf(const std::string &text)
 
 } // namespace
 
-// Without descriptions, which would stand in the help as the type of each value.
+// The validators have no descriptions, which the help would show as the types of the values.
 
 CLI::Validator knownLocale()
 {
     const auto complaint = [](const std::string &name) -> std::string {
         if (isKnownLocale(QString::fromLocal8Bit(name.c_str())))
             return {};
-        return '"' + name + "\" is no known locale; write one such as de_DE";
+        return "unknown locale \"" + name + "\"; use a locale such as de_DE";
     };
     return { complaint, {} };
 }

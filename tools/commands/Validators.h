@@ -5,15 +5,15 @@
 
 namespace HovletsTool {
 
-// What the value of an option is to be; each refuses other values with what to write instead.
+// Checks for the values of options. The error messages say which values are valid.
 
-/// A locale that the library would not take for another one.
-CLI::Validator knownLocale();
+/// Accepts a locale that the library knows.
+[[nodiscard]] CLI::Validator knownLocale();
 
-/// A number that is not negative.
-CLI::Validator zeroOrMore();
+/// Accepts a number that is not negative.
+[[nodiscard]] CLI::Validator zeroOrMore();
 
-/// A number from \a lowest to \a highest, both included.
-CLI::Validator between(double lowest, double highest);
+/// Accepts a number from \a lowest to \a highest, including both.
+[[nodiscard]] CLI::Validator between(double lowest, double highest);
 
 } // namespace HovletsTool

@@ -17,7 +17,7 @@ using Hovlets::HVControlFiles;
 void ContentIndex::Index::indexControlFile(const QString &file, const QString &location)
 {
     HVIndex::indexControlFile(file, location);
-    const bool isBelow = places.depthBelow(file, location) >= 0; // not by links
+    const bool isBelow = places.depthBelow(file, location) >= 0; // links do not count
     if (isBelow && HVControlFiles::isControlFile(file) && !files.contains(file))
         files.prepend(file);
 }
@@ -33,7 +33,8 @@ ContentIndex::ContentIndex(const std::vector<std::string> &paths, const HVContex
     addDefaultPackages();
 }
 
-/// Those that come with the library, unless the paths hold the like: hosts have them, too.
+/// Hosts have the packages that come with the library, too. A package "Default" in the paths
+/// replaces them.
 void ContentIndex::addDefaultPackages()
 {
     const auto isDefault = [](const QFileInfo &package) {
@@ -48,7 +49,7 @@ void ContentIndex::addPath(const QString &path)
 {
     const QFileInfo info(QDir::cleanPath(QFileInfo(path).absoluteFilePath()));
     if (!info.isDir() || !info.isReadable()) {
-        throw ToolError(QStringLiteral("%1 is not a folder that can be read; "
+        throw ToolError(QStringLiteral("%1 is not a readable folder; "
                                        "give a folder of packages or a package")
                                 .arg(path));
     }

@@ -15,27 +15,33 @@
 namespace HovletsTool {
 
 /*!
- * \brief The content of the given paths as a host would see it: read by the library itself, which
- * therefore cannot disagree with what is told about it here.
+ * \brief The content of the given paths as a host sees it.
+ *
+ * The library itself reads the content, so the tools cannot disagree with it.
  */
 class ContentIndex
 {
 public:
-    /// Throws a ToolError for a path that is no folder.
-    /// \a host is told what the library has to say, and outlives the index.
+    /*!
+     * Throws a ToolError for a path that is not a folder.
+     * \param host receives the library's messages and outlives the index; may be null
+     */
     explicit ContentIndex(const std::vector<std::string> &paths,
                           const HVContext &context = HVContext(),
                           Hovlets::HVInterface *host = nullptr);
 
-    Hovlets::HVManager &manager() { return m_manager; }
+    [[nodiscard]] Hovlets::HVManager &manager() { return m_manager; }
 
-    /// All package folders, in the order of the paths, those of a path by name.
-    QList<QFileInfo> packages() const { return m_packages; }
+    /// All package folders in the order of the paths, and by name within a path.
+    [[nodiscard]] QList<QFileInfo> packages() const { return m_packages; }
 
-    /// Those that the library serves, in the order in which it looks through them.
-    QStringList controlFiles() const { return m_index.files; }
+    /// The control files that the library serves, in the order in which it searches them.
+    [[nodiscard]] QStringList controlFiles() const { return m_index.files; }
 
-    QString packageOf(const QString &file) const { return m_index.packageNameForLocation(file); }
+    [[nodiscard]] QString packageOf(const QString &file) const
+    {
+        return m_index.packageNameForLocation(file);
+    }
 
 private:
     class Index : public Hovlets::HVIndex

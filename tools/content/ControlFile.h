@@ -8,7 +8,7 @@
 
 namespace HovletsTool {
 
-/// A control file that the library serves, with what it says of itself.
+/// A control file that the library indexes, with its entries and their places.
 class ControlFile
 {
 public:
@@ -18,26 +18,27 @@ public:
     {
         QString key;
         const Element *element = nullptr;
-        std::vector<const Element *> below; // all elements in it
+        std::vector<const Element *> below; // all elements inside the entry
     };
 
     ControlFile(const QString &path, const QString &package);
 
-    const QString &path() const { return m_path; }
-    const QString &package() const { return m_package; }
-    const XmlDocument &document() const { return m_document; }
-    const Element *root() const;
-    const std::vector<Entry> &entries() const { return m_entries; }
+    [[nodiscard]] const QString &path() const { return m_path; }
+    [[nodiscard]] const QString &package() const { return m_package; }
+    [[nodiscard]] const XmlDocument &document() const { return m_document; }
+    /// Null for a file without any element.
+    [[nodiscard]] const Element *root() const;
+    [[nodiscard]] const std::vector<Entry> &entries() const { return m_entries; }
 
-    /// Empty for all locales.
-    QString locale() const { return m_locale; }
-    bool isForAllLocales() const { return m_locale.isEmpty(); }
-    bool isFor(const QLocale &locale) const;
+    /// Empty for a file for all locales.
+    [[nodiscard]] QString locale() const { return m_locale; }
+    [[nodiscard]] bool isForAllLocales() const { return m_locale.isEmpty(); }
+    [[nodiscard]] bool isFor(const QLocale &locale) const;
 
-    /// Whether the library finds the entry here when it looks into the file: not with two of it.
-    bool serves(const QString &key) const;
+    /// Whether a look-up finds the entry in this file. A duplicate key is never found.
+    [[nodiscard]] bool serves(const QString &key) const;
 
-    Position position(const Entry &entry) const;
+    [[nodiscard]] Position position(const Entry &entry) const;
 
 private:
     QString m_path, m_package, m_locale;

@@ -9,15 +9,15 @@ namespace HovletsTool {
 
 class ContentIndex;
 
-/// An entry as it is written, whether it is served or not.
+/// An entry as written in a control file, whether or not the library serves it.
 struct Entry
 {
-    QString package, locale, file, key; // the locale is empty for all of them
+    QString package, locale, file, key; // an empty locale stands for all locales
     int line = 0;
-    int endLine = 0; // that of the next entry in the file; of the last, beyond all lines
+    int endLine = 0; // the line of the file's next entry; past all lines for the last one
 };
 
-/// By package, locale, file and line.
-std::vector<Entry> entriesOf(const ContentIndex &content);
+/// All entries, sorted by package, locale, file and line.
+[[nodiscard]] std::vector<Entry> entriesOf(const ContentIndex &content);
 
 } // namespace HovletsTool

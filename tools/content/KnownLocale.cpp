@@ -11,10 +11,10 @@ bool isKnownLocale(const QString &name)
     const QLocale locale(name);
     if (locale.language() == QLocale::C)
         return name == QLatin1String("C");
-    // A territory that is not known is left out, and another one taken in its place.
+    // QLocale replaces an unknown territory with another one.
     static const QRegularExpression territory(QStringLiteral("[-_]([A-Z]{2}|[0-9]{3})\\b"));
     const auto match = territory.match(name);
-    // Whether a script is known, Qt tells of none; without a territory it is as good as a language.
+    // QLocale does not say whether it knows a script, so a script without a territory is accepted.
     static const QRegularExpression withoutTerritory(
             QStringLiteral("^[^-_]+([-_][A-Z][a-z]{3})?$"));
     const bool isShort = withoutTerritory.match(name).hasMatch();

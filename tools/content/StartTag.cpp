@@ -7,7 +7,7 @@ namespace HovletsTool {
 
 namespace {
 
-/// Walks through a start tag; a value may hold ">" and what looks like other attributes.
+/// Reads a start tag. A value may contain ">" and text that looks like an attribute.
 class TagReader
 {
 public:

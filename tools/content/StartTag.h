@@ -7,16 +7,17 @@
 
 namespace HovletsTool {
 
-/// Where an attribute stands in the bytes of a file.
+/// The offsets of an attribute in the bytes of a file.
 struct AttributePlace
 {
     int name = 0;
-    int valueBegin = 0; // behind the quotation mark
-    int valueEnd = 0; // of the closing one
+    int valueBegin = 0; // after the opening quotation mark
+    int valueEnd = 0; // at the closing quotation mark
 };
 
-/// The attribute \a name of the start tag whose "<" is at \a offset, when the tag spells it out.
-std::optional<AttributePlace> findAttribute(const QByteArray &bytes, int offset,
-                                            const QByteArray &name);
+/// Finds the attribute \a name in the start tag whose "<" is at \a offset. An entity can spell a
+/// tag in a way that this does not find.
+[[nodiscard]] std::optional<AttributePlace> findAttribute(const QByteArray &bytes, int offset,
+                                                          const QByteArray &name);
 
 } // namespace HovletsTool

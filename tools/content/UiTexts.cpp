@@ -34,7 +34,7 @@ void refuseMistakes(const QXmlStreamReader &reader, const QFile &file)
                                 .arg(reader.errorString()));
 }
 
-/// Where the text of the property \a name goes; null for other properties.
+/// The member for the property \a name, or null for other properties.
 QString *textOf(UiEntry &entry, const QString &name)
 {
     if (name == QLatin1String("toolTip"))
@@ -44,8 +44,8 @@ QString *textOf(UiEntry &entry, const QString &name)
     return name == QLatin1String("whatsThis") ? &entry.whatsThis : nullptr;
 }
 
-/// Inside a property: its string, or nothing when the property is of another type, or when there is
-/// nothing to read in its string.
+/// Reads the string of a property. Returns a null string for a property of another type, and for a
+/// string without visible text.
 QString readString(QXmlStreamReader &reader)
 {
     QString text;
@@ -66,14 +66,14 @@ void readProperty(QXmlStreamReader &reader, const QString &name, UiEntry &entry)
         reader.skipCurrentElement();
 }
 
-/// For a file whose root is none of a form.
+/// Throws for a file whose root element is not that of a form.
 [[noreturn]] void refuseOther(const QXmlStreamReader &reader, const QFile &file)
 {
     refuseMistakes(reader, file);
     if (reader.name() == QLatin1String("TS"))
-        throw ToolError(QStringLiteral("%1 is a translation file; write --ts before each of these")
+        throw ToolError(QStringLiteral("%1 is a translation file; put --ts before it")
                                 .arg(file.fileName()));
-    throw ToolError(QStringLiteral("%1 is no file of Qt Designer").arg(file.fileName()));
+    throw ToolError(QStringLiteral("%1 is not a Qt Designer form").arg(file.fileName()));
 }
 
 bool hasText(const UiEntry &entry)
@@ -92,8 +92,8 @@ std::vector<UiEntry> readForm(const QString &path)
         refuseOther(reader, file);
     std::vector<UiEntry> all;
     constexpr size_t NoObject = size_t(-1);
-    // The elements around the place: of objects the indices of their entries. The items and columns
-    // of a widget are no objects: their tips are not the widget's.
+    // The open elements: for each object the index of its entry. The items and columns of a widget
+    // are not objects; their tips do not belong to the widget.
     std::vector<size_t> open { NoObject };
     QString context;
     while (!open.empty()) {
@@ -114,7 +114,7 @@ std::vector<UiEntry> readForm(const QString &path)
             open.push_back(NoObject);
         }
     }
-    while (!reader.atEnd()) // where there is to be nothing
+    while (!reader.atEnd()) // anything but white space is a mistake
         reader.readNext();
     refuseMistakes(reader, file);
     all.erase(std::remove_if(
@@ -171,19 +171,18 @@ UiTranslation::UiTranslation(const QString &path)
     }
     refuseMistakes(reader, file);
     if (m_locale.isEmpty())
-        throw ToolError(QStringLiteral("%1 is no translation file, or names no language: its root "
-                                       "is to be <TS language=\"…\">")
+        throw ToolError(QStringLiteral("%1 is not a translation file, or it names no language; its "
+                                       "root element must be <TS language=\"…\">")
                                 .arg(path));
     if (!isKnownLocale(m_locale))
-        throw ToolError(QStringLiteral("%1: its language \"%2\" is no known locale; write one such "
-                                       "as de_DE")
+        throw ToolError(QStringLiteral("%1: unknown language \"%2\"; use a locale such as de_DE")
                                 .arg(path, m_locale));
     m_locale = QLocale(m_locale).name();
 }
 
 void UiTranslation::add(const UiTranslation &other)
 {
-    m_texts.insert(other.m_texts.begin(), other.m_texts.end()); // which keeps its own
+    m_texts.insert(other.m_texts.begin(), other.m_texts.end()); // keeps existing ones
 }
 
 QString UiTranslation::translate(const QString &context, const QString &text) const

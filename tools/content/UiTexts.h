@@ -9,42 +9,40 @@
 
 namespace HovletsTool {
 
-/// What a Qt Designer file says of one widget or action.
+/// The texts of one widget or action in a Qt Designer form.
 struct UiEntry
 {
-    QString name; // of the object
-    QString context; // of its translations: the form's class
+    QString name; // the object name
+    QString context; // of the translations: the form's class
     QString toolTip = {}, statusTip = {}, whatsThis = {};
 };
 
-/// The named objects of a form that have any of these texts to read. Throws a ToolError.
-std::vector<UiEntry> readForm(const QString &path);
+/// Reads the named objects of a form that have any of these texts. Throws a ToolError.
+[[nodiscard]] std::vector<UiEntry> readForm(const QString &path);
 
-/// Adds \a entry, or to an entry of its name the texts that this lacks.
+/// Adds \a entry to \a entries. An entry with the same name gets the texts that it lacks instead.
 void addEntry(std::vector<UiEntry> &entries, const UiEntry &entry);
 
-/// What there is to read: without markup and pictures, white space collapsed.
-QString plainText(const QString &text);
+/// The text without markup and pictures, with white space reduced to single spaces.
+[[nodiscard]] QString plainText(const QString &text);
 
-/*!
- * \brief The finished translations of a Qt Linguist file.
- */
+/// The finished translations of a Qt Linguist file.
 class UiTranslation
 {
 public:
-    /// Throws a ToolError for a file that cannot be read, or that names no known language.
+    /// Throws a ToolError for a file that cannot be read or that names no known language.
     explicit UiTranslation(const QString &path);
 
-    QString locale() const { return m_locale; }
+    [[nodiscard]] QString locale() const { return m_locale; }
 
-    /// \a text itself when it is not translated.
-    QString translate(const QString &context, const QString &text) const;
+    /// Returns \a text itself when it has no translation.
+    [[nodiscard]] QString translate(const QString &context, const QString &text) const;
 
-    /// Adds what \a other has translated and this has not.
+    /// Adds the translations of \a other that are missing here.
     void add(const UiTranslation &other);
 
-    /// Whether any of the entry's texts is translated.
-    bool hasAny(const UiEntry &entry) const;
+    /// Whether any text of the entry has a translation.
+    [[nodiscard]] bool hasAny(const UiEntry &entry) const;
 
 private:
     struct Source

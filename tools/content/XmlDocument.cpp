@@ -17,7 +17,7 @@ namespace HovletsTool {
 
 namespace {
 
-constexpr int MaxLevels = 512; // the library's
+constexpr int MaxLevels = 512; // as in the library
 
 QString fromXml(const xmlChar *text)
 {
@@ -45,7 +45,7 @@ struct XmlHandlers
         XmlDocument::Element element;
         element.name = fromXml(name);
         element.level = static_cast<int>(document.m_open.size());
-        // The parser stands behind the attributes, none of which may hold a "<" of its own.
+        // The parser has read the attributes, none of which can contain a "<".
         const auto consumed = static_cast<int>(xmlByteConsumed(context));
         element.offset =
                 std::max(0, static_cast<int>(document.m_bytes.lastIndexOf('<', consumed - 1)));
@@ -85,7 +85,7 @@ struct XmlHandlers
         document.m_isInText = true;
     }
 
-    /// \param end of the text before what was read, which ends at \a read
+    /// Ends a text at \a end. The tag or comment after it ends at \a read.
     static void endText(XmlDocument &document, int end, int read)
     {
         if (document.m_isInText && !document.m_open.empty())
@@ -95,7 +95,7 @@ struct XmlHandlers
         document.m_read = read;
     }
 
-    /// The first mistake counts: what follows may come of it.
+    /// Keeps the first error, as it may cause the others.
     static void error(void *data, const char *, ...)
     {
         auto *context = static_cast<xmlParserCtxtPtr>(data);
@@ -103,7 +103,7 @@ struct XmlHandlers
         if (!document.m_error.isEmpty())
             return;
         document.m_error = QString::fromUtf8(context->lastError.message).trimmed();
-        // The parser looks for the line of a start tag in a tree, and here is none.
+        // The parser takes the line of a start tag from the tree, which is not built here.
         if (!document.m_open.empty()) {
             const XmlDocument::Element &open = document.m_elements[document.m_open.back()];
             const int line = document.position(open.offset).line;
@@ -145,7 +145,7 @@ XmlDocument::XmlDocument(const QByteArray &bytes)
         m_lines.push_back(static_cast<int>(at) + 1);
 
     xmlSAXHandler handlers = {};
-    // Entities are looked up as the library's parser does: those of the file, nothing outside.
+    // As in the library, entities come only from the file itself.
     handlers.startDocument = &xmlSAX2StartDocument;
     handlers.internalSubset = &xmlSAX2InternalSubset;
     handlers.entityDecl = &xmlSAX2EntityDecl;
@@ -164,7 +164,7 @@ XmlDocument::XmlDocument(const QByteArray &bytes)
         m_error = QStringLiteral("the file is empty");
         return;
     }
-    // Without the limits that keep entities from growing, and the library has its own for depth.
+    // Lifts the parser's limits on depth and sizes, but not those that guard against entities.
     if (!m_bytes.contains("<!ENTITY"))
         xmlCtxtUseOptions(context.get(), XML_PARSE_HUGE);
     xmlSAXHandler *own = context->sax;

@@ -8,7 +8,7 @@
 
 namespace HovletsTool {
 
-/// Where something stands in a file; both count from 1.
+/// A place in a file. Lines and columns start at 1.
 struct Position
 {
     int line = 1;
@@ -16,9 +16,9 @@ struct Position
 };
 
 /*!
- * \brief The elements of an XML file with their places, in document order.
+ * \brief The elements of an XML file and their places, in document order.
  *
- * Of a file that is not well-formed it holds what stands before the mistake.
+ * A file that is not well-formed is read up to the mistake.
  */
 class XmlDocument
 {
@@ -37,44 +37,44 @@ public:
     struct Element
     {
         QString name;
-        int level = 0; // the root's is 0
+        int level = 0; // 0 for the root element
         int offset = 0; // of its "<", in bytes
         std::vector<Attribute> attributes;
-        QString text; // directly in it
-        std::vector<Range> textRanges; // where that is written
+        QString text; // not that of child elements
+        std::vector<Range> textRanges; // the bytes of the text
 
-        bool has(const QString &attribute) const;
-        QString value(const QString &attribute) const;
+        [[nodiscard]] bool has(const QString &attribute) const;
+        [[nodiscard]] QString value(const QString &attribute) const;
     };
 
     /// Throws a ToolError when the file cannot be read.
     explicit XmlDocument(const QString &file);
-    /// Of the bytes of a file, or of its beginning.
+    /// Reads the bytes of a file, or of its beginning.
     explicit XmlDocument(const QByteArray &bytes);
 
-    const QByteArray &bytes() const { return m_bytes; }
-    const std::vector<Element> &elements() const { return m_elements; }
-    bool isWellFormed() const { return m_error.isEmpty(); }
-    QString error() const { return m_error; }
-    Position errorPosition() const { return m_errorPosition; }
+    [[nodiscard]] const QByteArray &bytes() const { return m_bytes; }
+    [[nodiscard]] const std::vector<Element> &elements() const { return m_elements; }
+    [[nodiscard]] bool isWellFormed() const { return m_error.isEmpty(); }
+    [[nodiscard]] QString error() const { return m_error; }
+    [[nodiscard]] Position errorPosition() const { return m_errorPosition; }
 
-    /// The first element below more others than the library reads, or null.
-    const Element *tooDeep() const;
+    /// The first element that is nested more deeply than the library reads, or null.
+    [[nodiscard]] const Element *tooDeep() const;
 
-    Position position(int offset) const;
+    [[nodiscard]] Position position(int offset) const;
 
-    /// Of the attribute, or of the element when its start tag does not spell the name out.
-    Position position(const Element &element, const QString &attribute) const;
+    /// The place of the attribute, or of the element when an entity holds the attribute.
+    [[nodiscard]] Position position(const Element &element, const QString &attribute) const;
 
 private:
     friend struct XmlHandlers;
 
     QByteArray m_bytes;
-    std::vector<int> m_lines; // where each begins
+    std::vector<int> m_lines; // the offset of each line
     std::vector<Element> m_elements;
     std::vector<size_t> m_open;
     int m_read = 0; // the end of the last tag or comment
-    bool m_isInText = false; // since then
+    bool m_isInText = false; // whether text follows it
     QString m_error;
     Position m_errorPosition;
 };

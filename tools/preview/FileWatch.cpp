@@ -8,7 +8,7 @@ namespace HovletsTool {
 
 namespace {
 
-constexpr int Rest = 150; // ms; editors write a file in several steps
+constexpr int Rest = 150; // ms, as editors save a file in several steps
 
 } // namespace
 

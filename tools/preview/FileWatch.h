@@ -9,7 +9,9 @@
 namespace HovletsTool {
 
 /*!
- * \brief Tells when something in folders has changed: once, when the writing has come to rest.
+ * \brief Watches folders and everything below them.
+ *
+ * changed() is emitted once for a series of changes, as soon as no more follow.
  */
 class FileWatch : public QObject
 {
@@ -18,15 +20,15 @@ class FileWatch : public QObject
 public:
     explicit FileWatch(QObject *parent = nullptr);
 
-    /// Watches these folders, with all that is below them now, in place of what was watched. A
-    /// folder may be missing, and come later.
+    /// Watches these folders in place of the previous ones. A folder may be missing, and be created
+    /// later.
     void watch(const QStringList &folders);
 
 Q_SIGNALS:
     void changed();
 
 private:
-    /// What tells a file from how it was; nothing is said of neighbours that come and go.
+    /// Two states of a file or folder are equal as long as nothing in it has changed.
     struct State
     {
         QDateTime changed;

@@ -3,6 +3,7 @@
 
 #include "ToolError.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace HovletsTool {
@@ -10,6 +11,18 @@ namespace HovletsTool {
 using namespace Hovlets;
 
 namespace {
+
+/// The entry that holds the line, or null. \a entries are sorted by line and do not overlap.
+const Entry *entryAt(const std::vector<const Entry *> &entries, int line)
+{
+    const auto next =
+            std::upper_bound(entries.begin(), entries.end(), line,
+                             [](int left, const Entry *entry) { return left < entry->line; });
+    if (next == entries.begin())
+        return nullptr;
+    const Entry *entry = *std::prev(next);
+    return line < entry->endLine ? entry : nullptr;
+}
 
 QStringList sorted(QStringList names)
 {
@@ -22,12 +35,13 @@ QStringList sorted(QStringList names)
 
 PreviewContent::~PreviewContent()
 {
-    m_content.reset(); // tells the host, to the end
+    m_content.reset(); // it sends messages to the host until the end
 }
 
 void PreviewContent::load(const CheckOptions &options, const PopupLook &look)
 {
     m_entries.clear();
+    m_packagesByKey.clear();
     m_content.reset();
     m_error.clear();
 
@@ -36,11 +50,13 @@ void PreviewContent::load(const CheckOptions &options, const PopupLook &look)
     asHost.extraPath = options.extraPath;
     try {
         HVContext context = contextFor(asHost);
-        context.set(HVKeyPopupIsWindow, true); // a part of this window, not one of its own
+        context.set(HVKeyPopupIsWindow, true); // embeds the popup in this window
         context.set(HVKeyTrackHover, false); // the controls here have no hovlets
         m_host = std::make_unique<PopupHost>(context);
         m_content = std::make_unique<ContentIndex>(options.paths, context, m_host.get());
         m_entries = entriesOf(*m_content);
+        for (const Entry &entry : m_entries)
+            m_packagesByKey[entry.key] += entry.package;
     } catch (const ToolError &error) {
         m_content.reset();
         m_error = error.message();
@@ -56,12 +72,15 @@ void PreviewContent::check(const CheckOptions &options)
     } catch (const ToolError &error) {
         m_error = error.message();
     }
+    QHash<QString, std::vector<const Entry *>> byFile; // sorted by line, as m_entries are
+    for (const Entry &entry : m_entries)
+        byFile[entry.file].push_back(&entry);
     for (const Finding &finding : std::as_const(m_findings)) {
-        for (const Entry &entry : m_entries) {
-            const int line = finding.position.line;
-            if (entry.file == finding.file && line >= entry.line && line < entry.endLine)
-                m_findingsByKey[entry.key] += finding;
-        }
+        const auto file = byFile.constFind(finding.file);
+        const Entry *entry =
+                file == byFile.cend() ? nullptr : entryAt(*file, finding.position.line);
+        if (entry)
+            m_findingsByKey[entry->key] += finding;
     }
 }
 
@@ -91,12 +110,7 @@ QStringList PreviewContent::locales() const
 
 QStringList PreviewContent::packagesOf(const QString &key) const
 {
-    QStringList packages;
-    for (const Entry &entry : m_entries) {
-        if (entry.key == key)
-            packages += entry.package;
-    }
-    return sorted(packages);
+    return sorted(m_packagesByKey.value(key));
 }
 
 } // namespace HovletsTool

@@ -14,44 +14,58 @@
 namespace HovletsTool {
 
 /*!
- * \brief What the preview shows: the content of the paths, and what is found in it.
+ * \brief The content of the paths and the findings in it.
  *
- * Read as a whole, and again when a file changes: what a host sees is what it reads at its start.
+ * The preview loads everything again when a file changes, and so shows what a host that starts then
+ * would see.
  */
 class PreviewContent
 {
 public:
+    PreviewContent() = default;
     ~PreviewContent();
+    Q_DISABLE_COPY_MOVE(PreviewContent)
 
-    /// Reads the entries of the options' paths. What cannot be read leaves nothing, and an error().
+    /// Reads the entries in the options' paths. When a path cannot be read, there are no entries,
+    /// and error() says why.
     void load(const CheckOptions &options, const PopupLook &look);
 
-    /// Checks what was loaded; slower, as it opens each clip.
+    /// Checks the loaded content. Slower than load(), as it opens every clip.
     void check(const CheckOptions &options);
 
-    QString error() const { return m_error; }
+    [[nodiscard]] QString error() const { return m_error; }
 
-    /// Null before content is loaded, and when it cannot be.
-    Hovlets::HVManager *manager() { return m_content ? &m_content->manager() : nullptr; }
+    /// Null before load(), and when the content cannot be read.
+    [[nodiscard]] Hovlets::HVManager *manager()
+    {
+        return m_content ? &m_content->manager() : nullptr;
+    }
 
-    /// Mistakes in QML and missing files, of the popups that were shown since the loading.
-    QStringList complaints() const { return m_host ? m_host->complaints() : QStringList(); }
+    /// Mistakes in QML and missing files in the popups shown since load() or clearComplaints().
+    [[nodiscard]] QStringList complaints() const
+    {
+        return m_host ? m_host->complaints() : QStringList();
+    }
     void clearComplaints();
 
-    const std::vector<Entry> &entries() const { return m_entries; }
+    [[nodiscard]] const std::vector<Entry> &entries() const { return m_entries; }
 
-    /// Each once, sorted.
-    QStringList keys() const;
-    QStringList locales() const;
-    QStringList packagesOf(const QString &key) const;
+    // Each is sorted and without duplicates.
+    [[nodiscard]] QStringList keys() const;
+    [[nodiscard]] QStringList locales() const;
+    [[nodiscard]] QStringList packagesOf(const QString &key) const;
 
-    const QList<Finding> &findings() const { return m_findings; }
-    QList<Finding> findingsOf(const QString &key) const { return m_findingsByKey.value(key); }
+    [[nodiscard]] const QList<Finding> &findings() const { return m_findings; }
+    [[nodiscard]] QList<Finding> findingsOf(const QString &key) const
+    {
+        return m_findingsByKey.value(key);
+    }
 
 private:
     std::unique_ptr<PopupHost> m_host;
     std::unique_ptr<ContentIndex> m_content;
     std::vector<Entry> m_entries;
+    QHash<QString, QStringList> m_packagesByKey;
     QList<Finding> m_findings;
     QHash<QString, QList<Finding>> m_findingsByKey;
     QString m_error;

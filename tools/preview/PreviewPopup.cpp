@@ -38,7 +38,7 @@ QString PreviewPopup::showEntry(HVManager &manager, const QString &key)
     if (!entry || !root)
         return {};
 
-    auto *desk = new QWidget; // no window, so that the popup keeps its place in it
+    auto *desk = new QWidget; // not a window, so the popup keeps its place in the layout
     auto *layout = new QVBoxLayout(desk);
     layout->setContentsMargins(Margin, Margin, Margin, Margin);
     m_popup = new HVWidget(&manager, desk, nullptr);

@@ -13,9 +13,7 @@ class HVWidget;
 
 namespace HovletsTool {
 
-/*!
- * \brief A popup inside a window, alive: its clip plays, its links open, it scrolls.
- */
+/// A live popup inside a window: its clip plays, its links open and it scrolls.
 class PreviewPopup : public QScrollArea
 {
     Q_OBJECT
@@ -24,19 +22,19 @@ public:
     explicit PreviewPopup(QWidget *parent = nullptr);
 
     /*!
-     * Shows the entry that \a manager finds for \a key, which lives as long as the popup does.
-     * \return the control file that it comes from, empty when there is no entry
+     * Shows the entry that \a manager finds for \a key. The popup owns the entry.
+     * \return the control file of the entry, or an empty string when there is no entry
      */
     QString showEntry(Hovlets::HVManager &manager, const QString &key);
 
     /// Shows a text in place of a popup.
     void showText(const QString &text);
 
-    /// Why there is no user interface, after showEntry().
-    QList<QQmlError> errors() const;
+    /// Why showEntry() could not show the user interface.
+    [[nodiscard]] QList<QQmlError> errors() const;
 
     /// Null when there is no popup.
-    Hovlets::HVView *view() const;
+    [[nodiscard]] Hovlets::HVView *view() const;
 
 private:
     QPointer<Hovlets::HVWidget> m_popup;

@@ -7,17 +7,15 @@
 #include <QtQml/QQmlError>
 #include <QtWidgets/QMainWindow>
 
-class QCheckBox;
-class QComboBox;
 class QLabel;
-class QLineEdit;
 class QTabWidget;
-class QTreeWidget;
-class QTreeWidgetItem;
 
 namespace HovletsTool {
 
 class FileWatch;
+class FindingView;
+class KeyList;
+class LookBar;
 class PreviewPopup;
 
 struct PreviewOptions
@@ -28,10 +26,10 @@ struct PreviewOptions
 };
 
 /*!
- * \brief All keys, the popup of one of them, and what is found in it.
+ * \brief Shows all keys, the popup of the selected key and the findings in its entry.
  *
- * Follows the files: what an author saves is shown at once, broken or not, and the choice of a key
- * outlives its entry.
+ * The window follows changes to the files. A key stays selected even while its entry is missing or
+ * its file is broken.
  */
 class PreviewWindow : public QMainWindow
 {
@@ -47,39 +45,31 @@ public:
     void chooseKey(const QString &key);
 
 private:
-    QWidget *makeKeys();
     QWidget *makeEntry();
-    void makeToolBar();
+    void makeShortcuts();
+    void watchFiles();
 
     void loadContent();
     void checkContent();
     void changeLook();
-    void listLocales();
-    void listKeys();
-    void listFindings();
-    void addFindings(QTreeWidget *list, const QList<Finding> &findings);
-    void filterKeys(const QString &text);
-    void moveInKeys(int steps);
     void showKey(const QString &key);
-    void countFindings();
     void showPopup();
+    void showSource(const QString &file);
+    void listFindings();
 
     PreviewOptions m_options;
     PreviewContent m_content;
     QString m_key;
-    QList<QQmlError> m_errors; // of the popup that is chosen
+    QList<QQmlError> m_errors; // of the current popup
 
     FileWatch *m_watch;
-    QComboBox *m_locale = nullptr;
-    QComboBox *m_palette = nullptr;
-    QCheckBox *m_simple = nullptr;
-    QLineEdit *m_search = nullptr;
-    QTreeWidget *m_keys = nullptr;
+    LookBar *m_look;
+    KeyList *m_keys;
     QLabel *m_source = nullptr;
     PreviewPopup *m_popup = nullptr;
     QTabWidget *m_tabs = nullptr;
-    QTreeWidget *m_ofEntry = nullptr;
-    QTreeWidget *m_all = nullptr;
+    FindingView *m_ofEntry = nullptr;
+    FindingView *m_all = nullptr;
 };
 
 } // namespace HovletsTool

@@ -23,7 +23,7 @@ struct Column
     std::vector<size_t> pictures;
 };
 
-/// Each picture goes to the column that is the lowest so far, so that the sheet ends evenly.
+/// Puts each picture into the shortest column so far, to keep the bottom of the sheet even.
 std::vector<Column> columnsOf(const std::vector<NamedPicture> &pictures, int nameHeight)
 {
     const auto count = static_cast<size_t>(

@@ -14,7 +14,7 @@ struct NamedPicture
     QImage picture;
 };
 
-/// All pictures on one sheet in columns, each below its name.
-QImage contactSheet(const std::vector<NamedPicture> &pictures);
+/// Lays out all pictures in columns on one sheet, each with its name above it.
+[[nodiscard]] QImage contactSheet(const std::vector<NamedPicture> &pictures);
 
 } // namespace HovletsTool

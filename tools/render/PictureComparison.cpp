@@ -20,7 +20,7 @@ Magick::Image load(const QString &file)
     try {
         return Magick::Image("PNG:" + QFile::encodeName(file).toStdString());
     } catch (const Magick::Exception &error) {
-        throw ToolError(QStringLiteral("%1 cannot be read as a picture: %2")
+        throw ToolError(QStringLiteral("%1 is not a readable picture: %2")
                                 .arg(file, QString::fromLocal8Bit(error.what())));
     }
 }
@@ -33,7 +33,7 @@ double pictureDifference(const QString &expected, const QString &actual)
     const Magick::Image second = load(actual);
     if (first.columns() != second.columns() || first.rows() != second.rows())
         return 1;
-    constexpr double Visible = 0.02; // of the range of a channel; less is a matter of rounding
+    constexpr double Visible = 0.02; // as a fraction of a channel's range; less is rounding
     first.colorFuzz(Visible * static_cast<double>(std::numeric_limits<Magick::Quantum>::max()));
     const double pixels = first.compare(second, Magick::AbsoluteErrorMetric);
     return pixels / static_cast<double>(first.columns() * first.rows());

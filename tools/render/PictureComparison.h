@@ -6,10 +6,10 @@
 namespace HovletsTool {
 
 /*!
- * \brief How much two PNG files differ: the part of the pixels that do so visibly, 0 to 1.
+ * \brief The fraction of pixels, 0 to 1, in which two PNG files differ visibly.
  *
- * Pictures of different sizes differ wholly. Throws a ToolError for a file that cannot be read.
+ * It is 1 for pictures of different sizes. Throws a ToolError for a file that cannot be read.
  */
-double pictureDifference(const QString &expected, const QString &actual);
+[[nodiscard]] double pictureDifference(const QString &expected, const QString &actual);
 
 } // namespace HovletsTool

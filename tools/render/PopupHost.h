@@ -7,9 +7,7 @@
 
 namespace HovletsTool {
 
-/*!
- * \brief A host without an application, which keeps what its popups complain about.
- */
+/// A host without an application. It collects the complaints of its popups.
 class PopupHost : public Hovlets::HVInterface
 {
 public:
@@ -26,8 +24,8 @@ public:
             m_complaints += message.trimmed();
     }
 
-    /// Mistakes in QML, and files that are not found.
-    QStringList complaints() const { return m_complaints; }
+    /// Mistakes in QML and missing files.
+    [[nodiscard]] QStringList complaints() const { return m_complaints; }
     void clearComplaints() { m_complaints.clear(); }
 
 private:

@@ -38,7 +38,7 @@ QPalette paletteFor(bool dark)
 
 void applyLook(const PopupLook &look)
 {
-    QApplication::setStyle(QStringLiteral("Fusion")); // which is there on every machine
+    QApplication::setStyle(QStringLiteral("Fusion")); // available on every machine
     const QPalette palette = paletteFor(look.dark);
     QApplication::setPalette(palette);
     QToolTip::setPalette(palette);
@@ -54,7 +54,7 @@ HVContext contextFor(const PopupLook &look)
     HVContext context;
     context.set(HVKeyHideDelay, 0);
     context.set(HVKeyMessageLevel, HVMessageDebug);
-    context.set(HVKeyDocumentationEnabled, true); // links to topics are content, too
+    context.set(HVKeyDocumentationEnabled, true); // shows links to topics
     context.set(HVKeySimpleMode, look.simple);
     const auto set = [&context](contextKey key, const std::string &value) {
         if (!value.empty())

@@ -7,23 +7,23 @@
 
 namespace HovletsTool {
 
-/// How a popup is to look, and what of the host goes into it.
+/// The look of a popup, and the host's data that goes into it.
 struct PopupLook
 {
     std::string locale;
     std::string fallbackLocale;
     bool dark = false;
     bool simple = false;
-    double fontSize = 0; // points; 0 is the desktop's
-    std::string keyData; // the host's file of attributes by key
-    std::string extraPath; // its folder of components
+    double fontSize = 0; // in points; 0 for the desktop's
+    std::string keyData; // the host's key-data file
+    std::string extraPath; // the host's extra component folder
 };
 
 /// Sets the application's style, palette and font.
 void applyLook(const PopupLook &look);
 
-/// What a host that looks like this would have set. Popups stay until they are told to go. Throws a
+/// The settings of a host with this look, whose popups stay until they are told to hide. Throws a
 /// ToolError when the file or the folder cannot be read.
-HVContext contextFor(const PopupLook &look);
+[[nodiscard]] HVContext contextFor(const PopupLook &look);
 
 } // namespace HovletsTool

@@ -31,7 +31,7 @@ template <typename Condition> void waitFor(Condition isMet, int milliseconds)
     }
 }
 
-/// Whether all clips and pictures below \a item are there.
+/// Whether all clips and pictures below \a item have appeared.
 bool isLoaded(const QQuickItem *item)
 {
     const auto *video = qobject_cast<const HVVideoComponent *>(item);
@@ -44,14 +44,14 @@ bool isLoaded(const QQuickItem *item)
     return std::all_of(children.begin(), children.end(), &isLoaded);
 }
 
-/// Clips and pictures come some time after the popup; a clip that cannot be opened never does.
+/// Clips and pictures appear some time after the popup. A clip that cannot be opened never appears.
 void waitForMedia(const HVView &view)
 {
     constexpr int Patience = 3000; // ms
     waitFor([&] { return isLoaded(view.rootObject()); }, Patience);
 }
 
-/// The picture at which the popup comes to rest.
+/// The first picture of the popup that does not change any more.
 QImage pictureAtRest(HVView &view)
 {
     constexpr int Patience = 2000; // ms
@@ -79,7 +79,7 @@ PopupRenderer::PopupRenderer(const std::vector<std::string> &paths, const PopupL
 
 PopupRenderer::~PopupRenderer()
 {
-    m_content.reset(); // tells the host, to the end
+    m_content.reset(); // it sends messages to the host until the end
 }
 
 void PopupRenderer::setProperty(const QString &name, const QString &value)
@@ -101,10 +101,10 @@ QImage PopupRenderer::render(const QString &key)
         throw ToolError(
                 QStringLiteral(
                         "no entry for the key \"%1\" is served in this locale; `hovlets list` "
-                        "shows the keys there are, `hovlets check` why one is not served")
+                        "lists the keys, and `hovlets check` says why one is not served")
                         .arg(key));
     HVView *view = m_content->manager().widget()->view();
-    view->statusHasChanged(view->status()); // which says what is wrong, if something is
+    view->statusHasChanged(view->status()); // sends the errors of the user interface to the host
     if (!view->rootObject())
         throw ToolError(QStringLiteral("the popup for \"%1\" has no user interface").arg(key));
     waitForMedia(*view);

@@ -17,28 +17,29 @@ namespace HovletsTool {
 class PopupHost;
 
 /*!
- * \brief Takes pictures of popups, as the library shows them.
+ * \brief Renders popups to pictures, exactly as the library shows them.
  *
- * A clip is on its first picture, and nothing moves: the same content gives the same picture. One
- * at a time: it sets the application's style, palette and font.
+ * Clips stay at their first frame and nothing moves, so the same content gives the same picture.
+ * Use one renderer at a time, as it sets the application's style, palette and font.
  */
 class PopupRenderer
 {
 public:
     PopupRenderer(const std::vector<std::string> &paths, const PopupLook &look);
     ~PopupRenderer();
+    Q_DISABLE_COPY_MOVE(PopupRenderer)
 
-    /// What a placeholder stands for.
+    /// Sets the text for a placeholder.
     void setProperty(const QString &name, const QString &value);
 
-    /// Each key once, sorted.
-    QStringList keys();
+    /// All keys, sorted, without duplicates.
+    [[nodiscard]] QStringList keys();
 
-    /// Throws a ToolError when nothing is shown for \a key; its complaints() may tell more.
-    QImage render(const QString &key);
+    /// Throws a ToolError when there is nothing to show for \a key; complaints() may say why.
+    [[nodiscard]] QImage render(const QString &key);
 
-    /// What the popups complained about so far: mistakes in QML, files that are not found.
-    QStringList complaints() const;
+    /// What the popups have complained about so far: mistakes in QML and missing files.
+    [[nodiscard]] QStringList complaints() const;
 
 private:
     std::unique_ptr<PopupHost> m_host;

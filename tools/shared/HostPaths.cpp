@@ -12,8 +12,8 @@ QString extraPath(const std::string &name)
     const QString path = QString::fromLocal8Bit(name.c_str());
     const QFileInfo info(path);
     if (!path.isEmpty() && (!info.isDir() || !info.isReadable()))
-        throw ToolError(QStringLiteral("--extra-path: %1 is not a folder that can be read; "
-                                       "give the host's folder of components")
+        throw ToolError(QStringLiteral("--extra-path: %1 is not a readable folder; "
+                                       "give the host's extra component folder")
                                 .arg(path));
     return path;
 }
@@ -23,8 +23,8 @@ QString keyDataFile(const std::string &name)
     const QString path = QString::fromLocal8Bit(name.c_str());
     const QFileInfo info(path);
     if (!path.isEmpty() && (!info.isFile() || !info.isReadable()))
-        throw ToolError(QStringLiteral("--key-data: %1 is not a file that can be read; "
-                                       "give the host's file of attributes by key")
+        throw ToolError(QStringLiteral("--key-data: %1 is not a readable file; "
+                                       "give the host's key-data file")
                                 .arg(path));
     return path;
 }

@@ -7,13 +7,15 @@
 
 namespace HovletsTool {
 
-// What a host has beside its packages, as the command line names it. The library passes over what
-// is not there; who names it here means it.
+// What a host provides beside its packages, as named on the command line. The library ignores paths
+// that do not exist; here they are mistakes.
 
-/// The folder of components. Throws a ToolError when it cannot be read; empty without a name.
-QString extraPath(const std::string &name);
+/// The host's extra component folder, or an empty string for an empty name. Throws a ToolError when
+/// the folder cannot be read.
+[[nodiscard]] QString extraPath(const std::string &name);
 
-/// The file of attributes by key. Throws a ToolError when it cannot be read; empty without a name.
-QString keyDataFile(const std::string &name);
+/// The host's key-data file, or an empty string for an empty name. Throws a ToolError when the file
+/// cannot be read.
+[[nodiscard]] QString keyDataFile(const std::string &name);
 
 } // namespace HovletsTool

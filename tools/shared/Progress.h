@@ -5,15 +5,15 @@
 
 namespace HovletsTool {
 
-/// Shows on a terminal how far some longer work is; elsewhere it is silent.
+/// Shows the progress of a longer task on a terminal. Shows nothing when standard error is not a
+/// terminal.
 class Progress
 {
 public:
-    /// \param isWanted without it, nothing is shown on a terminal either
+    /// \param isWanted false for no output at all
     Progress(const QString &work, int steps, bool isWanted = true);
     ~Progress();
-    Progress(const Progress &) = delete;
-    Progress &operator=(const Progress &) = delete;
+    Q_DISABLE_COPY_MOVE(Progress)
 
     void step();
 
