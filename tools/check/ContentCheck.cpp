@@ -5,16 +5,23 @@
 #include "ControlFile.h"
 #include "EntryCheck.h"
 #include "HostPaths.h"
+#include "KeyDataCheck.h"
+#include "LocaleCheck.h"
 #include "PackageCheck.h"
 #include "Progress.h"
+#include "UnindexedFile.h"
 
 #include <HVControlFiles.h>
+#include <HVFileBytes.h>
+#include <HVLimits.h>
 #include <HVPackageFiles.h>
 
 #include <QtCore/QDir>
 #include <QtCore/QHash>
+#include <QtCore/QSet>
 
 #include <algorithm>
+#include <utility>
 
 namespace HovletsTool {
 
@@ -37,75 +44,143 @@ public:
         const QStringList files = content.controlFiles();
         for (const QString &file : files)
             m_given += content.packageOf(file);
-        m_given.removeDuplicates();
     }
 
-    QStringList beside(const QFileInfo &package)
+    const QSet<QString> &beside(const QFileInfo &package)
     {
         const QString folder = package.path();
-        if (!m_byFolder.contains(folder)) {
-            QStringList names = m_given;
-            const QList<QFileInfo> neighbours =
-                    Hovlets::packagesIn(QDir(folder), QStringLiteral("*.hovlets"));
-            for (const QFileInfo &neighbour : neighbours) {
-                if (hasControlFiles(neighbour))
-                    names += neighbour.completeBaseName();
-            }
-            m_byFolder.insert(folder, names);
-        }
-        return m_byFolder.value(folder);
+        const auto known = m_byFolder.constFind(folder);
+        return known == m_byFolder.cend() ? *m_byFolder.insert(folder, namesIn(folder)) : *known;
     }
 
 private:
-    QStringList m_given { QStringLiteral("Default") };
-    QHash<QString, QStringList> m_byFolder;
+    [[nodiscard]] QSet<QString> namesIn(const QString &folder) const
+    {
+        QSet<QString> names = m_given;
+        const QList<QFileInfo> neighbours =
+                Hovlets::packagesIn(QDir(folder), QStringLiteral("*.hovlets"));
+        for (const QFileInfo &neighbour : neighbours) {
+            if (hasControlFiles(neighbour))
+                names += neighbour.completeBaseName();
+        }
+        return names;
+    }
+
+    QSet<QString> m_given { QStringLiteral("Default") };
+    QHash<QString, QSet<QString>> m_byFolder;
 };
 
-/// The control files in the given packages, without those of the packages in the library.
-ControlFiles controlFiles(const ContentIndex &content)
+/// The package folders in the paths, without those of the packages in the library.
+class GivenPackages
 {
-    ControlFiles files;
-    const QStringList paths = content.controlFiles();
-    const QList<QFileInfo> packages = content.packages();
-    for (const QString &path : paths) {
-        for (const QFileInfo &package : packages) {
-            if (path.startsWith(package.canonicalFilePath() + QLatin1Char('/'))) {
-                files.emplace_back(path, package.canonicalFilePath());
-                break;
-            }
-        }
+public:
+    explicit GivenPackages(const ContentIndex &content)
+    {
+        const QList<QFileInfo> packages = content.packages();
+        for (const QFileInfo &package : packages)
+            m_folders += package.canonicalFilePath();
     }
-    return files;
-}
+
+    /// The outermost package that holds \a file, or a null string.
+    [[nodiscard]] QString packageOf(const QString &file) const
+    {
+        auto slash = file.indexOf(QLatin1Char('/'), 1);
+        for (; slash >= 0; slash = file.indexOf(QLatin1Char('/'), slash + 1)) {
+            if (m_folders.contains(file.left(slash)))
+                return file.left(slash);
+        }
+        return {};
+    }
+
+private:
+    QSet<QString> m_folders;
+};
+
+class Check
+{
+public:
+    explicit Check(const CheckOptions &options)
+        : m_options(options)
+        , m_keyData(keyDataFile(options.keyData))
+        , m_content(options.paths, contextFor(options))
+        , m_known(m_content)
+        , m_given(m_content)
+        , m_media(m_content, options.limits, m_findings)
+        , m_progress(options.showsProgress)
+    {
+    }
+
+    FindingList run()
+    {
+        checkPackages(m_options.paths, m_content, m_findings);
+        const QStringList paths = m_content.controlFiles();
+        for (const QString &path : paths) {
+            const QString package = m_given.packageOf(path);
+            if (!package.isNull())
+                checkFile(path, package);
+        }
+        QStringList required;
+        for (const std::string &locale : m_options.locales)
+            required += QString::fromStdString(locale);
+        checkLocales(m_entries, QString::fromStdString(m_options.fallbackLocale), required,
+                     m_findings);
+        if (!m_keyData.isEmpty())
+            checkKeyData(QFileInfo(m_keyData).absoluteFilePath(), keys(), m_findings);
+        return m_findings;
+    }
+
+private:
+    static HVContext contextFor(const CheckOptions &options)
+    {
+        HVContext context;
+        const QString extra = extraPath(options.extraPath);
+        if (!extra.isEmpty())
+            context.set(Hovlets::HVKeyExtraComponentPath, extra);
+        return context;
+    }
+
+    /// Only one file is in memory at a time; of the others, there are the entries' keys.
+    void checkFile(const QString &path, const QString &package)
+    {
+        const qint64 most = Hovlets::HVLimits::current().controlFileSize;
+        auto source = Hovlets::HVFileBytes::all(path, most);
+        if (source.result != Hovlets::HVFileBytes::Read)
+            return addUnreadable(path, source, m_findings);
+        const ControlFile file(path, package, std::move(source.bytes));
+        const QSet<QString> &packages = m_known.beside(QFileInfo(package));
+        checkControlFile(file, packages, m_findings);
+        m_progress.begin(QStringLiteral("checking %1").arg(QFileInfo(path).fileName()),
+                         static_cast<int>(file.entries().entries.size()));
+        m_media.check(file, packages, m_progress);
+        m_entries.push_back(file.entries());
+    }
+
+    [[nodiscard]] QSet<QString> keys() const
+    {
+        QSet<QString> keys;
+        for (const EntryList &file : m_entries) {
+            for (const EntryList::Entry &entry : file.entries)
+                keys.insert(entry.key);
+        }
+        return keys;
+    }
+
+    const CheckOptions &m_options;
+    QString m_keyData;
+    ContentIndex m_content;
+    KnownPackages m_known;
+    GivenPackages m_given;
+    FindingList m_findings;
+    MediaCheck m_media;
+    Progress m_progress;
+    std::vector<EntryList> m_entries;
+};
 
 } // namespace
 
 FindingList checkContent(const CheckOptions &options)
 {
-    HVContext context;
-    const QString extra = extraPath(options.extraPath);
-    if (!extra.isEmpty())
-        context.set(Hovlets::HVKeyExtraComponentPath, extra);
-    const QString keyData = keyDataFile(options.keyData);
-    ContentIndex content(options.paths, context);
-    FindingList findings;
-    checkPackages(options.paths, content, findings);
-    const ControlFiles files = controlFiles(content);
-    KnownPackages known(content);
-    for (const ControlFile &file : files)
-        checkControlFile(file, known.beside(QFileInfo(file.package())), findings);
-    QStringList required;
-    for (const std::string &locale : options.locales)
-        required += QString::fromStdString(locale);
-    checkLocales(files, QString::fromStdString(options.fallbackLocale), required, findings);
-    size_t entries = 0;
-    for (const ControlFile &file : files)
-        entries += file.entries().size();
-    Progress progress(QStringLiteral("checking"), static_cast<int>(entries), options.showsProgress);
-    checkMedia(files, content, options.limits, progress, findings);
-    if (!keyData.isEmpty())
-        checkKeyData(QFileInfo(keyData).absoluteFilePath(), files, findings);
-    return findings;
+    return Check(options).run();
 }
 
 } // namespace HovletsTool

@@ -6,7 +6,7 @@
 
 #include <QtCore/QJsonArray>
 #include <QtCore/QUrl>
-#include <QtCore/QSet>
+#include <QtCore/QHash>
 #include <QtCore/QXmlStreamWriter>
 
 #include <cstdio>
@@ -117,9 +117,9 @@ void printAsSarif(const FindingList &findings)
 void printAsJunit(const FindingList &findings)
 {
     const QList<Finding> all = findings.sorted();
-    QSet<QString> failed; // a file with several findings fails once
+    QHash<QString, QList<Finding>> failed; // a file with several findings fails once
     for (const Finding &finding : all)
-        failed += finding.file;
+        failed[finding.file] += finding;
     QString text;
     QXmlStreamWriter xml(&text);
     xml.setAutoFormatting(true);
@@ -133,9 +133,8 @@ void printAsJunit(const FindingList &findings)
         xml.writeStartElement(QStringLiteral("testcase"));
         xml.writeAttribute(QStringLiteral("classname"), QStringLiteral("hovlets"));
         xml.writeAttribute(QStringLiteral("name"), file);
-        for (const Finding &finding : all) {
-            if (finding.file != file)
-                continue;
+        const QList<Finding> findingsInFile = failed.value(file);
+        for (const Finding &finding : findingsInFile) {
             xml.writeStartElement(QStringLiteral("failure"));
             xml.writeAttribute(QStringLiteral("type"), finding.code);
             xml.writeAttribute(QStringLiteral("message"), finding.text());

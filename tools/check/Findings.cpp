@@ -36,6 +36,9 @@ const std::vector<Rule> &rules()
           "give a folder of packages (*.hovlets) or a package" },
         { "HV118", Level::Error, "tag before the root tag",
           "remove its \"<\", or move it after the root tag" },
+        { "HV119", Level::Error, "beyond a limit", "make it smaller or simpler" },
+        { "HV120", Level::Warning, "character reference that Qt 5 misreads",
+          "write the character itself" },
         { "HV201", Level::Error, "entry without a key", "add the attribute \"key\"" },
         { "HV202", Level::Error, "duplicate key in a file",
           "keep only one: the library serves neither" },
@@ -59,12 +62,32 @@ const std::vector<Rule> &rules()
         { "HV306", Level::Error, "missing user interface",
           "correct its path, or add a package that has it to \"search\", such as Default" },
         { "HV307", Level::Error, "unreadable user interface", "replace it with a readable file" },
+        { "HV308", Level::Error, "picture too large", "scale it down" },
+        { "HV309", Level::Warning, "clip too large for the memory of clips",
+          "shorten it, or scale it down" },
         { "HV401", Level::Error, "unterminated placeholder", "write %(name)s" },
         { "HV402", Level::Error, "invalid link",
           "use an address with its scheme, a path with \"/\" or a topic" },
+        { "HV403", Level::Warning, "more content than a popup shows", "divide or shorten it" },
     };
     return all;
 }
+
+namespace {
+
+/// A finding is one line of output, even if its message quotes several lines of content. Content
+/// that is quoted can be very long.
+QString asLine(const QString &message)
+{
+    constexpr int Longest = 1000; // characters
+    static const QRegularExpression lineEnds(QStringLiteral("\\s*[\\r\\n]+\\s*"));
+    QString line = message;
+    if (line.size() > Longest)
+        line = line.left(Longest / 2) + QStringLiteral(" … ") + line.right(Longest / 2);
+    return line.replace(lineEnds, QStringLiteral(" "));
+}
+
+} // namespace
 
 const Rule &rule(const QString &code)
 {
@@ -88,12 +111,15 @@ void FindingList::addFile(const QString &file)
 void FindingList::add(const char *code, const QString &file, Position position,
                       const QString &message)
 {
+    constexpr int Longest = 1000; // findings of a series; nobody reads more
     addFile(file);
-    // A finding is one line of output, even if the parser or the content has several.
-    static const QRegularExpression lineEnds(QStringLiteral("\\s*[\\r\\n]+\\s*"));
+    const int number = ++m_series[file + QLatin1Char('\n') + QLatin1String(code)];
+    if (number > Longest)
+        return;
     QString line = message;
-    line.replace(lineEnds, QStringLiteral(" "));
-    m_findings += Finding { QLatin1String(code), file, position, line };
+    if (number == Longest)
+        line += QStringLiteral("; further findings of this kind in the file are not listed");
+    m_findings += Finding { QLatin1String(code), file, position, asLine(line) };
 }
 
 QList<Finding> FindingList::sorted() const

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "XmlDocument.h"
+#include "TextPositions.h"
 
+#include <QtCore/QHash>
 #include <QtCore/QList>
 #include <QtCore/QSet>
 #include <QtCore/QString>
@@ -41,7 +42,11 @@ struct Finding
     [[nodiscard]] QString text() const;
 };
 
-/// The checked files and the findings in them.
+/*!
+ * \brief The checked files and the findings in them.
+ *
+ * Of a long series of findings with the same code in one file, only the first ones are listed.
+ */
 class FindingList
 {
 public:
@@ -60,6 +65,7 @@ public:
     [[nodiscard]] bool isEmpty() const { return m_findings.isEmpty(); }
 
 private:
+    QHash<QString, int> m_series; // the number of findings by file and code
     QStringList m_files;
     QSet<QString> m_known; // the same files
     QList<Finding> m_findings;

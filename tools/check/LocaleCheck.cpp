@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "LocaleCheck.h"
+
 #include "ControlFile.h"
-#include "EntryCheck.h"
 #include "Findings.h"
 
-#include <QtCore/QMap>
+#include <QtCore/QHash>
+#include <QtCore/QLocale>
 
 #include <algorithm>
 
@@ -11,69 +13,114 @@ namespace HovletsTool {
 
 namespace {
 
-/// Whether \a winner, which comes first, answers in every locale of \a loser.
-bool hides(const ControlFile &winner, const ControlFile &loser)
+/// Equal for names that mean the same locale to the library; empty for all locales.
+QString canonicalName(const QString &name)
 {
-    return winner.isForAllLocales()
-            || (!loser.isForAllLocales() && winner.isFor(QLocale(loser.locale())));
+    const QLocale locale(name);
+    return name.isEmpty() ? QString() : locale.name() + QString::number(locale.script());
 }
 
-void checkShadows(const ControlFiles &files, FindingList &findings)
+/// The entries with one key, in the order in which the library searches them.
+class KeyEntries
 {
-    for (auto file = files.begin(); file != files.end(); ++file) {
-        for (const ControlFile::Entry &entry : file->entries()) {
-            const auto winner = std::find_if(files.begin(), file, [&](const ControlFile &other) {
-                return hides(other, *file) && other.serves(entry.key);
-            });
-            if (winner == file || !file->serves(entry.key))
-                continue;
-            const QString locale = file->isForAllLocales()
-                    ? QStringLiteral("every locale")
-                    : QStringLiteral("the locale ") + file->locale();
-            findings.add("HV203", file->path(), file->position(entry),
-                         QStringLiteral("in %1, the entry \"%2\" in %3, which is indexed later, "
-                                        "is shown instead")
-                                 .arg(locale, entry.key, winner->path()));
-        }
+public:
+    struct Place
+    {
+        const EntryList *file = nullptr;
+        const EntryList::Entry *entry = nullptr;
+        size_t order = 0;
+    };
+
+    /// Returns the earlier entry that is shown instead of \a place in all its locales, or null.
+    const Place *add(const Place &place, const QString &locale)
+    {
+        if (!m_first.file)
+            m_first = place;
+        const auto known = find(locale);
+        if (known == m_places.end())
+            m_places.push_back({ locale, place.entry->isServed ? place : Place() });
+        if (!place.entry->isServed)
+            return nullptr;
+        const Place *general = firstServed(QString());
+        Place &own = find(locale)->firstServed;
+        if (!own.file)
+            own = place;
+        const Place *winner = general && general->order < own.order ? general : &own;
+        return winner->order < place.order ? winner : nullptr;
     }
-}
 
-struct Place
-{
-    const ControlFile *file;
-    const ControlFile::Entry *entry;
+    /// Whether there is an entry, served or not, for \a locale.
+    [[nodiscard]] bool answers(const QString &locale)
+    {
+        return find(QString()) != m_places.end() || find(locale) != m_places.end();
+    }
+
+    /// The first entry, whose place stands for all of them.
+    [[nodiscard]] const Place &first() const { return m_first; }
+
+private:
+    struct InLocale
+    {
+        QString locale;
+        Place firstServed;
+    };
+
+    std::vector<InLocale>::iterator find(const QString &locale)
+    {
+        return std::find_if(m_places.begin(), m_places.end(),
+                            [&](const InLocale &each) { return each.locale == locale; });
+    }
+
+    const Place *firstServed(const QString &locale)
+    {
+        const auto found = find(locale);
+        return found == m_places.end() || !found->firstServed.file ? nullptr : &found->firstServed;
+    }
+
+    std::vector<InLocale> m_places; // no more than there are locales
+    Place m_first;
 };
 
-bool isAnswered(const std::vector<Place> &places, const QString &locale)
+void addShadow(const KeyEntries::Place &loser, const KeyEntries::Place &winner,
+               FindingList &findings)
 {
-    return std::any_of(places.begin(), places.end(),
-                       [&](const Place &place) { return place.file->isFor(QLocale(locale)); });
+    const QString locale = loser.file->locale.isEmpty()
+            ? QStringLiteral("every locale")
+            : QStringLiteral("the locale ") + loser.file->locale;
+    findings.add("HV203", loser.file->path, loser.entry->position,
+                 QStringLiteral("in %1, the entry \"%2\" in %3, which is indexed later, is shown "
+                                "instead")
+                         .arg(locale, loser.entry->key, winner.file->path));
 }
 
 } // namespace
 
-void checkLocales(const ControlFiles &files, const QString &fallback, const QStringList &required,
-                  FindingList &findings)
+void checkLocales(const std::vector<EntryList> &files, const QString &fallback,
+                  const QStringList &required, FindingList &findings)
 {
-    checkShadows(files, findings);
-    QMap<QString, std::vector<Place>> keys;
-    for (const ControlFile &file : files) {
-        for (const ControlFile::Entry &entry : file.entries()) {
-            if (!entry.key.isEmpty())
-                keys[entry.key].push_back({ &file, &entry });
+    QHash<QString, KeyEntries> keys;
+    size_t order = 0;
+    for (const EntryList &file : files) {
+        const QString locale = canonicalName(file.locale);
+        for (const EntryList::Entry &entry : file.entries) {
+            const KeyEntries::Place place { &file, &entry, ++order };
+            if (const KeyEntries::Place *winner = keys[entry.key].add(place, locale))
+                addShadow(place, *winner, findings);
         }
     }
-    for (auto key = keys.cbegin(); key != keys.cend(); ++key) {
-        const Place &place = key->front();
-        const Position position = place.file->position(*place.entry);
-        if (!isAnswered(*key, fallback))
-            findings.add("HV207", place.file->path(), position,
+    const QString fallbackName = canonicalName(fallback);
+    for (auto key = keys.begin(); key != keys.end(); ++key) {
+        if (key.key().isEmpty())
+            continue;
+        const KeyEntries::Place &place = key->first();
+        if (!key->answers(fallbackName))
+            findings.add("HV207", place.file->path, place.entry->position,
                          QStringLiteral("\"%1\" has no entry for the fallback locale %2, which is "
                                         "used when a reader's locale has none")
                                  .arg(key.key(), fallback));
         for (const QString &locale : required) {
-            if (!isAnswered(*key, locale))
-                findings.add("HV208", place.file->path(), position,
+            if (!key->answers(canonicalName(locale)))
+                findings.add("HV208", place.file->path, place.entry->position,
                              QStringLiteral("\"%1\" has no entry for the locale %2")
                                      .arg(key.key(), locale));
         }

@@ -1,11 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "EntryCheck.h"
+#include <QtCore/QSet>
+#include <QtCore/QString>
+
+#include <memory>
 
 namespace HovletsTool {
 
 class ContentIndex;
+class ControlFile;
+class FindingList;
 class Progress;
 
 struct MediaLimits
@@ -14,9 +19,24 @@ struct MediaLimits
     double megabytes = 20;
 };
 
-/// Checks the clips, pictures and user interfaces that entries name. The library resolves their
-/// paths. Steps \a progress once for each entry.
-void checkMedia(const ControlFiles &files, ContentIndex &content, const MediaLimits &limits,
-                Progress &progress, FindingList &findings);
+/*!
+ * \brief Checks the clips, pictures and user interfaces that entries name.
+ *
+ * The library resolves their paths.
+ */
+class MediaCheck
+{
+public:
+    MediaCheck(ContentIndex &content, const MediaLimits &limits, FindingList &findings);
+    ~MediaCheck();
+
+    /// Checks the entries that the library serves. Steps \a progress once for each entry.
+    /// \param packages the packages that the attribute "search" may name
+    void check(const ControlFile &file, const QSet<QString> &packages, Progress &progress);
+
+private:
+    class Private;
+    std::unique_ptr<Private> d;
+};
 
 } // namespace HovletsTool

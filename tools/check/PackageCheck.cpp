@@ -7,6 +7,7 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QDirIterator>
+#include <QtCore/QSet>
 
 namespace HovletsTool {
 
@@ -32,7 +33,7 @@ void addClosed(const QFileInfo &folder, FindingList &findings)
                  QStringLiteral("the folder and the files in it cannot be read"));
 }
 
-void checkFile(const QFileInfo &file, bool isInControlFolder, const QStringList &indexed,
+void checkFile(const QFileInfo &file, bool isInControlFolder, const QSet<QString> &indexed,
                FindingList &findings)
 {
     const QString path = file.filePath();
@@ -71,7 +72,7 @@ void checkControlLink(const QFileInfo &control, const QString &package, FindingL
                              .arg(target));
 }
 
-void checkPackage(const QFileInfo &package, const QStringList &indexed, FindingList &findings)
+void checkPackage(const QFileInfo &package, const QSet<QString> &indexed, FindingList &findings)
 {
     if (!isOpen(package))
         return addClosed(package, findings);
@@ -114,7 +115,8 @@ void checkPackages(const std::vector<std::string> &paths, const ContentIndex &co
                    FindingList &findings)
 {
     const QList<QFileInfo> packages = content.packages();
-    const QStringList indexed = content.controlFiles();
+    const QStringList controlFiles = content.controlFiles();
+    const QSet<QString> indexed(controlFiles.begin(), controlFiles.end());
     for (const QFileInfo &package : packages)
         checkPackage(package, indexed, findings);
     for (const std::string &name : paths) {

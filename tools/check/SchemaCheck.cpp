@@ -5,13 +5,11 @@
 #include "ToolError.h"
 
 #include <QtCore/QFile>
-#include <QtCore/QHash>
+#include <QtCore/QRegularExpression>
 
-#include <libxml/parser.h>
 #include <libxml/xmlschemas.h>
 
-#include <algorithm>
-#include <memory>
+#include <map>
 
 /// The resources of a static library do not register themselves. The macro does not work inside a
 /// namespace.
@@ -26,109 +24,215 @@ namespace {
 
 template <typename T> using Owned = std::unique_ptr<T, void (*)(T *)>;
 
-struct Target
+const xmlChar *toXml(const QByteArray &text)
 {
-    QString path;
-    const XmlDocument &document;
-    FindingList &findings;
-    QHash<const xmlNode *, size_t> elements; // the index of each node in the document
-};
-
-/// The validator reports no columns, so the place comes from \a target's document.
-Position positionOf(const Target &target, const xmlError &error)
-{
-    const auto *node = static_cast<const xmlNode *>(error.node);
-    const bool isAttribute = node && node->type == XML_ATTRIBUTE_NODE;
-    const auto found = target.elements.find(isAttribute ? node->parent : node);
-    if (found == target.elements.end())
-        return { std::max(1, node ? static_cast<int>(xmlGetLineNo(node)) : error.line), 1 };
-    const XmlDocument::Element &element = target.document.elements().at(*found);
-    if (!isAttribute)
-        return target.document.position(element.offset);
-    const QString name = QString::fromUtf8(reinterpret_cast<const char *>(node->name));
-    return target.document.position(element, name);
+    return reinterpret_cast<const xmlChar *>(text.constData());
 }
 
-const xmlNode *nextInDocument(const xmlNode *node)
+/// The schema without its rule on unique keys, which another check knows more about. The time to
+/// apply it would grow with the square of their number.
+QByteArray rulesOf(const QString &schema)
 {
-    if (node->type == XML_ELEMENT_NODE && node->children)
-        return node->children;
-    while (node && !node->next)
-        node = node->parent;
-    return node ? node->next : nullptr;
+    registerSchemas();
+    QFile file(QStringLiteral(":/schemas/%1.xsd").arg(schema));
+    QByteArray rules = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    const QByteArray end = "</xs:unique>";
+    const auto from = rules.indexOf("<xs:unique");
+    if (from >= 0)
+        rules.remove(from, rules.indexOf(end) + end.size() - from);
+    return rules;
 }
 
-/// Empty when the two readings differ, as they can when entities contain elements.
-QHash<const xmlNode *, size_t> elementsOf(xmlDoc *tree, const XmlDocument &document)
+xmlSchema *schemaNamed(const QString &name)
 {
-    QHash<const xmlNode *, size_t> elements;
-    for (const xmlNode *node = xmlDocGetRootElement(tree); node; node = nextInDocument(node)) {
-        if (node->type == XML_ELEMENT_NODE)
-            elements.insert(node, static_cast<size_t>(elements.size()));
-    }
-    if (static_cast<size_t>(elements.size()) != document.elements().size())
-        elements.clear();
-    return elements;
-}
-
-QByteArray bytesOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-/// Keeps the validator from reading other files, as the library does.
-xmlParserInput *noOtherFile(const char *, const char *, xmlParserCtxt *)
-{
-    return nullptr;
+    static std::map<QString, Owned<xmlSchema>> schemas;
+    const auto known = schemas.find(name);
+    if (known != schemas.end())
+        return known->second.get();
+    const QByteArray rules = rulesOf(name);
+    const Owned<xmlSchemaParserCtxt> parser(
+            xmlSchemaNewMemParserCtxt(rules.constData(), static_cast<int>(rules.size())),
+            &xmlSchemaFreeParserCtxt);
+    Owned<xmlSchema> schema(xmlSchemaParse(parser.get()), &xmlSchemaFree);
+    if (!schema)
+        throw ToolError(
+                QStringLiteral("the schema %1.xsd is damaged; reinstall the program").arg(name));
+    return schemas.emplace(name, std::move(schema)).first->second.get();
 }
 
 /// Other checks know more about keys and locales than the schema does.
 bool isKnownElsewhere(int code)
 {
-    return code == XML_SCHEMAV_CVC_COMPLEX_TYPE_4 || code == XML_SCHEMAV_CVC_IDC
-            || code == XML_SCHEMAV_CVC_MINLENGTH_VALID || code == XML_SCHEMAV_CVC_PATTERN_VALID
+    return code == XML_SCHEMAV_CVC_COMPLEX_TYPE_4 || code == XML_SCHEMAV_CVC_MINLENGTH_VALID
+            || code == XML_SCHEMAV_CVC_PATTERN_VALID
             || code == XML_SCHEMAV_CVC_DATATYPE_VALID_1_2_1;
 }
 
-void add(void *data, xmlErrorPtr error)
+/*!
+ * A name with or without a prefix. Prefixes are not looked up, since the schema has no names with
+ * one: they stand for their namespaces.
+ */
+struct Name
 {
-    auto &target = *static_cast<Target *>(data);
-    if (!isKnownElsewhere(error->code))
-        target.findings.add("HV103", target.path, positionOf(target, *error),
-                            QString::fromUtf8(error->message).trimmed());
+    Name(const QString &qualified, const QByteArray &defaultNamespace)
+    {
+        const QByteArray name = qualified.toUtf8();
+        const auto colon = name.indexOf(':');
+        local = name.mid(colon + 1);
+        nameSpace = colon < 0 ? defaultNamespace : name.left(colon);
+    }
+
+    [[nodiscard]] const xmlChar *nameSpaceOrNull() const
+    {
+        return nameSpace.isEmpty() ? nullptr : toXml(nameSpace);
+    }
+
+    QByteArray local;
+    QByteArray nameSpace;
+};
+
+bool declaresNamespace(const XmlDocument::Attribute &attribute)
+{
+    return attribute.name == QLatin1String("xmlns")
+            || attribute.name.startsWith(QLatin1String("xmlns:"));
 }
 
 } // namespace
 
-void checkSchema(const QString &schema, const QString &path, const XmlDocument &file,
-                 FindingList &findings)
+/*!
+ * The validator receives the elements of a document that is parsed already: a parser of its own
+ * would keep the whole file as a tree.
+ */
+class SchemaCheck::Private
 {
-    registerSchemas();
-    const QByteArray rules = bytesOf(QStringLiteral(":/schemas/%1.xsd").arg(schema));
-    const QByteArray &bytes = file.bytes();
-    // Lifts the parser's limits on depth and sizes, but not those that guard against entities.
-    const int reading = bytes.contains("<!ENTITY") ? XML_PARSE_NOENT : XML_PARSE_HUGE;
-    const Owned<xmlSchemaParserCtxt> reader(
-            xmlSchemaNewMemParserCtxt(rules.constData(), static_cast<int>(rules.size())),
-            &xmlSchemaFreeParserCtxt);
-    const Owned<xmlSchema> parsed(xmlSchemaParse(reader.get()), &xmlSchemaFree);
-    if (!parsed)
-        throw ToolError(
-                QStringLiteral("the schema %1.xsd is damaged; reinstall the program").arg(schema));
-    xmlSetExternalEntityLoader(&noOtherFile);
-    const Owned<xmlDoc> document(
-            xmlReadMemory(bytes.constData(), static_cast<int>(bytes.size()), nullptr, nullptr,
-                          XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING
-                                  | XML_PARSE_BIG_LINES | reading),
-            &xmlFreeDoc);
-    if (!document)
+public:
+    Private(const QString &schema, const QString &path, const XmlDocument &document,
+            FindingList &findings)
+        : m_path(path)
+        , m_document(document)
+        , m_findings(findings)
+        , m_validator(xmlSchemaNewValidCtxt(schemaNamed(schema)), &xmlSchemaFreeValidCtxt)
+    {
+        xmlSchemaSetValidStructuredErrors(m_validator.get(), &handleError, this);
+        m_plug = xmlSchemaSAXPlug(m_validator.get(), &m_handler, &m_data);
+    }
+
+    ~Private() { xmlSchemaSAXUnplug(m_plug); }
+    Q_DISABLE_COPY_MOVE(Private)
+
+    void start(const XmlDocument::Element &element);
+    void text(const QByteArray &text)
+    {
+        m_handler->characters(m_data, toXml(text), static_cast<int>(text.size()));
+    }
+    void endTo(int level);
+
+private:
+    struct Open
+    {
+        Name name; // the validator keeps pointers into it
+        QByteArray defaultNamespace;
+        int offset;
+    };
+
+    static void handleError(void *data, xmlErrorPtr error);
+    [[nodiscard]] Position position(const QString &message) const;
+
+    QString m_path;
+    const XmlDocument &m_document;
+    FindingList &m_findings;
+    Owned<xmlSchemaValidCtxt> m_validator;
+    xmlSchemaSAXPlugStruct *m_plug = nullptr;
+    xmlSAXHandler *m_handler = nullptr;
+    void *m_data = nullptr;
+    std::vector<Open> m_open;
+    int m_offset = 0; // of the element that is being validated
+};
+
+void SchemaCheck::Private::start(const XmlDocument::Element &element)
+{
+    endTo(element.level);
+    QByteArray defaultNamespace = m_open.empty() ? QByteArray() : m_open.back().defaultNamespace;
+    if (element.has(QStringLiteral("xmlns")))
+        defaultNamespace = element.value(QStringLiteral("xmlns")).toUtf8();
+
+    std::vector<Name> names;
+    std::vector<QByteArray> values;
+    for (const XmlDocument::Attribute &attribute : element.attributes) {
+        if (declaresNamespace(attribute))
+            continue;
+        names.emplace_back(attribute.name, QByteArray());
+        values.push_back(attribute.value.toUtf8());
+    }
+    std::vector<const xmlChar *> attributes;
+    for (size_t i = 0; i < names.size(); ++i)
+        attributes.insert(attributes.end(),
+                          { toXml(names[i].local), nullptr, names[i].nameSpaceOrNull(),
+                            toXml(values[i]), toXml(values[i]) + values[i].size() });
+
+    m_open.push_back({ Name(element.name, defaultNamespace), defaultNamespace, element.offset });
+    m_offset = element.offset;
+    const Name &name = m_open.back().name;
+    m_handler->startElementNs(m_data, toXml(name.local), nullptr, name.nameSpaceOrNull(), 0,
+                              nullptr, static_cast<int>(names.size()), 0, attributes.data());
+}
+
+/// Ends the open elements at \a level and below.
+void SchemaCheck::Private::endTo(int level)
+{
+    while (static_cast<int>(m_open.size()) > level) {
+        const Name &name = m_open.back().name;
+        m_offset = m_open.back().offset;
+        m_handler->endElementNs(m_data, toXml(name.local), nullptr, name.nameSpaceOrNull());
+        m_open.pop_back();
+    }
+}
+
+void SchemaCheck::Private::handleError(void *data, xmlErrorPtr error)
+{
+    auto &self = *static_cast<Private *>(data);
+    if (isKnownElsewhere(error->code))
         return;
-    const Owned<xmlSchemaValidCtxt> check(xmlSchemaNewValidCtxt(parsed.get()),
-                                          &xmlSchemaFreeValidCtxt);
-    Target target { path, file, findings, elementsOf(document.get(), file) };
-    xmlSchemaSetValidStructuredErrors(check.get(), &add, &target);
-    xmlSchemaValidateDoc(check.get(), document.get());
+    const QString message = QString::fromUtf8(error->message).trimmed();
+    self.m_findings.add("HV103", self.m_path, self.position(message), message);
+}
+
+/// The validator tells the name of an attribute only in its message.
+Position SchemaCheck::Private::position(const QString &message) const
+{
+    static const QRegularExpression attribute(
+            QStringLiteral("^Element '[^']*', attribute '([^']*)'"));
+    const auto match = attribute.match(message);
+    XmlDocument::Element element;
+    element.offset = m_offset;
+    return match.hasMatch() ? m_document.position(element, match.captured(1))
+                            : m_document.position(m_offset);
+}
+
+SchemaCheck::SchemaCheck(const QString &schema, const QString &path, const XmlDocument &document,
+                         FindingList &findings)
+    : d(std::make_unique<Private>(schema, path, document, findings))
+{
+    d->start(*document.root());
+    if (document.hasTextInRoot())
+        d->text("text");
+}
+
+SchemaCheck::~SchemaCheck() = default;
+
+void SchemaCheck::check(const XmlDocument::Branch &branch)
+{
+    for (const XmlDocument::Element &element : branch.elements) {
+        d->start(element);
+        const QString text = element.text.trimmed();
+        if (!text.isEmpty())
+            d->text("text");
+    }
+}
+
+void SchemaCheck::finish()
+{
+    d->endTo(0);
 }
 
 } // namespace HovletsTool

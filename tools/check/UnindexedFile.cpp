@@ -2,35 +2,29 @@
 #include "UnindexedFile.h"
 
 #include "Findings.h"
+#include "XmlDocument.h"
 
-#include <QtCore/QFile>
+#include <HVLimits.h>
+
 #include <QtCore/QRegularExpression>
 
+#include <limits>
 #include <optional>
 
 namespace HovletsTool {
+
+using namespace Hovlets;
 
 namespace {
 
 const QLatin1String RootName("hovlets");
 
-constexpr qint64 HeadSize = 65536; // enough for a root tag after a long licence
-
-QByteArray head(const QFileInfo &file)
-{
-    QFile device(file.filePath());
-    return device.open(QIODevice::ReadOnly) ? device.read(HeadSize) : QByteArray();
-}
+constexpr int HeadSize = 65536; // enough for a root tag after a long licence
 
 bool isWide(const QByteArray &bytes)
 {
     return bytes.startsWith("\xff\xfe") || bytes.startsWith("\xfe\xff")
             || bytes.left(4).contains('\0');
-}
-
-const XmlDocument::Element *rootOf(const XmlDocument &document)
-{
-    return document.elements().empty() ? nullptr : &document.elements().front();
 }
 
 struct Tag
@@ -44,44 +38,64 @@ std::optional<Tag> findTag(const QByteArray &bytes)
 {
     static const QRegularExpression tag(QStringLiteral("<([\\w\\p{M}]+)\\s*([\\w\\p{M}]|>|/>)"),
                                         QRegularExpression::UseUnicodePropertiesOption);
-    int offset = 0;
-    const QList<QByteArray> lines = bytes.split('\n');
-    for (const QByteArray &line : lines) {
-        const QString text = QString::fromUtf8(line);
-        const auto match = tag.match(text);
+    for (qsizetype begin = 0; begin < bytes.size();) {
+        const auto end = bytes.indexOf('\n', static_cast<int>(begin));
+        const auto length = (end < 0 ? bytes.size() : end) - begin;
+        const QString line = QString::fromUtf8(bytes.constData() + begin, static_cast<int>(length));
+        const auto match = tag.match(line);
         if (match.hasMatch())
-            return Tag {
-                offset + static_cast<int>(text.left(match.capturedStart()).toUtf8().size()),
-                match.captured(1)
-            };
-        offset += static_cast<int>(line.size()) + 1;
+            return Tag { static_cast<int>(begin + line.left(match.capturedStart()).toUtf8().size()),
+                         match.captured(1) };
+        begin += length + 1;
     }
     return std::nullopt;
 }
 
 } // namespace
 
+void addUnreadable(const QString &path, const HVFileBytes &file, FindingList &findings)
+{
+    switch (file.result) {
+    case HVFileBytes::Read:
+        return;
+    case HVFileBytes::Unreadable:
+        return findings.add("HV116", path, QStringLiteral("the file cannot be read"));
+    case HVFileBytes::NotRegular:
+        return findings.add("HV113", path,
+                            QStringLiteral("pipes, sockets and devices are not indexed"));
+    case HVFileBytes::TooLarge:
+        return findings.add("HV119", path,
+                            QStringLiteral("the file is larger than the %1 bytes that the library "
+                                           "reads")
+                                    .arg(HVLimits::current().controlFileSize));
+    }
+}
+
 bool isLikeControlFile(const QFileInfo &file)
 {
     if (!file.isFile() || !file.isReadable())
         return false;
-    const XmlDocument document(head(file));
-    const XmlDocument::Element *root = rootOf(document);
+    const qint64 most = std::numeric_limits<qint64>::max(); // only the head is read
+    const XmlDocument document(HVFileBytes::head(file.filePath(), HeadSize, most).bytes);
+    const XmlDocument::Element *root = document.root();
     return root && root->name == RootName;
 }
 
 void explainUnindexed(const QFileInfo &file, FindingList &findings)
 {
     const QString path = file.filePath();
-    if (!file.isReadable())
-        return findings.add("HV116", path, QStringLiteral("the file cannot be read"));
-    const QByteArray bytes = head(file);
+    const qint64 most = HVLimits::current().controlFileSize;
+    const HVFileBytes head = HVFileBytes::head(path, HeadSize, most);
+    if (head.result != HVFileBytes::Read)
+        return addUnreadable(path, head, findings);
+    const QByteArray &bytes = head.bytes;
     if (isWide(bytes))
         return findings.add("HV115", path, QStringLiteral("the file is in UTF-16 or UTF-32"));
     XmlDocument document(bytes);
-    if (!rootOf(document) && bytes.size() == HeadSize)
-        document = XmlDocument(path); // the library, too, reads on until it finds a tag
-    const XmlDocument::Element *root = rootOf(document);
+    if (!document.root() && bytes.size() == HeadSize)
+        document = XmlDocument(HVFileBytes::all(path, most)
+                                       .bytes); // the library, too, reads on until it finds a tag
+    const XmlDocument::Element *root = document.root();
     if (!root)
         return findings.add("HV101", path, document.errorPosition(), document.error());
     const Position position = document.position(root->offset);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <HVFileBytes.h>
+
 #include <QtCore/QFileInfo>
 
 namespace HovletsTool {
@@ -12,6 +14,9 @@ class FindingList;
 
 /// Whether the root element is that of a control file.
 [[nodiscard]] bool isLikeControlFile(const QFileInfo &file);
+
+/// Reports a file that could not be read within the library's limit.
+void addUnreadable(const QString &path, const Hovlets::HVFileBytes &file, FindingList &findings);
 
 /// Says why a regular file with a suitable name in the control folder is not indexed.
 void explainUnindexed(const QFileInfo &file, FindingList &findings);

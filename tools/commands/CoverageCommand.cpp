@@ -3,10 +3,10 @@
 #include "Commands.h"
 #include "Output.h"
 #include "Program.h"
+#include "ReadFile.h"
 #include "ToolError.h"
 #include "Validators.h"
 
-#include <QtCore/QFile>
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 
@@ -25,11 +25,9 @@ struct Options
 
 QJsonObject readReport(const QString &path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        throw ToolError(QStringLiteral("%1 cannot be read: %2").arg(path, file.errorString()));
+    constexpr qint64 MaxSize = qint64 { 64 } * 1024 * 1024; // bytes, far more than any report has
     QJsonParseError error;
-    const QJsonObject report = QJsonDocument::fromJson(file.readAll(), &error).object();
+    const QJsonObject report = QJsonDocument::fromJson(readFile(path, MaxSize), &error).object();
     if (error.error != QJsonParseError::NoError)
         throw ToolError(QStringLiteral("%1 is not JSON: %2 at byte %3")
                                 .arg(path, error.errorString())

@@ -6,6 +6,10 @@
 
 #include <QtWidgets/QApplication>
 
+extern "C" {
+#include <libavutil/log.h>
+}
+
 #include <algorithm>
 #include <sstream>
 
@@ -121,6 +125,7 @@ ExitStatus Program::runCommand(int argc, char **argv)
     if (qgetenv("QT_QPA_PLATFORM").startsWith("offscreen") && !isSet("QT_QUICK_BACKEND"))
         qputenv("QT_QUICK_BACKEND", "software");
     qInstallMessageHandler(&handleMessage);
+    av_log_set_level(AV_LOG_QUIET); // check reports damaged clips itself
     const QApplication application(argc, argv);
     return m_run();
 }

@@ -66,7 +66,8 @@ QImage pictureOf(const QString &key, PopupRenderer &renderer)
 std::vector<NamedPicture> renderAll(PopupRenderer &renderer, const QStringList &keys)
 {
     std::vector<NamedPicture> pictures;
-    Progress progress(QStringLiteral("rendering"), static_cast<int>(keys.size()));
+    Progress progress;
+    progress.begin(QStringLiteral("rendering"), static_cast<int>(keys.size()));
     for (const QString &key : keys) {
         const QImage picture = pictureOf(key, renderer);
         if (!picture.isNull())

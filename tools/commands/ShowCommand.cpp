@@ -5,6 +5,7 @@
 #include "HostPaths.h"
 #include "Output.h"
 #include "Program.h"
+#include "ReadFile.h"
 #include "Validators.h"
 #include "XmlDocument.h"
 
@@ -82,13 +83,17 @@ Answer find(HVManager &manager, const Options &options)
 
 int lineOf(const QString &file, const QString &key)
 {
-    const XmlDocument document(file);
-    for (const XmlDocument::Element &element : document.elements()) {
-        if (element.level == 1 && element.name == QLatin1String("hovlet")
-            && element.value(QStringLiteral("key")) == key)
-            return document.position(element.offset).line;
-    }
-    return 1;
+    const XmlDocument document(readContentFile(file));
+    int line = 1;
+    bool isFound = false;
+    document.forEachBranch([&](const XmlDocument::Branch &branch) {
+        if (isFound || branch.top().name != QLatin1String("hovlet")
+            || branch.top().value(QStringLiteral("key")) != key)
+            return;
+        isFound = true;
+        line = document.position(branch.top().offset).line;
+    });
+    return line;
 }
 
 /// Writes the text before the children, as the element does not keep their order.

@@ -18,8 +18,10 @@ void ContentIndex::Index::indexControlFile(const QString &file, const QString &l
 {
     HVIndex::indexControlFile(file, location);
     const bool isBelow = places.depthBelow(file, location) >= 0; // links do not count
-    if (isBelow && HVControlFiles::isControlFile(file) && !files.contains(file))
+    if (isBelow && HVControlFiles::isControlFile(file) && !known.contains(file)) {
+        known.insert(file);
         files.prepend(file);
+    }
 }
 
 ContentIndex::ContentIndex(const std::vector<std::string> &paths, const HVContext &context,

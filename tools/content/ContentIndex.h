@@ -8,6 +8,7 @@
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QList>
+#include <QtCore/QSet>
 
 #include <string>
 #include <vector>
@@ -51,6 +52,7 @@ private:
         void indexControlFile(const QString &file, const QString &location) override;
 
         QStringList files;
+        QSet<QString> known; // the same files
         Hovlets::HVControlFiles places;
     };
 

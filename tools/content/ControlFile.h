@@ -1,50 +1,78 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "LibraryParse.h"
 #include "XmlDocument.h"
 
 #include <QtCore/QHash>
-#include <QtCore/QLocale>
+#include <QtCore/QStringList>
+
+#include <optional>
+#include <vector>
 
 namespace HovletsTool {
 
-/// A control file that the library indexes, with its entries and their places.
+/// The entries of a control file, without their content.
+struct EntryList
+{
+    struct Entry
+    {
+        QString key;
+        Position position; // of the key
+        bool isServed = false; // whether a look-up finds the entry in this file
+    };
+
+    QString path;
+    QString locale; // empty for all locales
+    std::vector<Entry> entries;
+    bool isWhole = true; // false when there are more entries than the list can hold
+};
+
+/// A control file that the library indexes.
 class ControlFile
 {
 public:
     using Element = XmlDocument::Element;
+    using Branch = XmlDocument::Branch;
 
-    struct Entry
-    {
-        QString key;
-        const Element *element = nullptr;
-        std::vector<const Element *> below; // all elements inside the entry
-    };
+    ControlFile(const QString &path, const QString &package, QByteArray bytes);
 
-    ControlFile(const QString &path, const QString &package);
-
-    [[nodiscard]] const QString &path() const { return m_path; }
+    [[nodiscard]] const QString &path() const { return m_entries.path; }
     [[nodiscard]] const QString &package() const { return m_package; }
     [[nodiscard]] const XmlDocument &document() const { return m_document; }
+
     /// Null for a file without any element.
-    [[nodiscard]] const Element *root() const;
-    [[nodiscard]] const std::vector<Entry> &entries() const { return m_entries; }
+    [[nodiscard]] const Element *root() const { return m_document.root(); }
 
     /// Empty for a file for all locales.
-    [[nodiscard]] QString locale() const { return m_locale; }
-    [[nodiscard]] bool isForAllLocales() const { return m_locale.isEmpty(); }
-    [[nodiscard]] bool isFor(const QLocale &locale) const;
+    [[nodiscard]] QString locale() const { return m_entries.locale; }
 
-    /// Whether a look-up finds the entry in this file. A duplicate key is never found.
-    [[nodiscard]] bool serves(const QString &key) const;
+    /// The limit that keeps the library from serving the file.
+    [[nodiscard]] const std::optional<MetLimit> &limit() const { return m_limit; }
 
-    [[nodiscard]] Position position(const Entry &entry) const;
+    [[nodiscard]] const EntryList &entries() const { return m_entries; }
+
+    /// Whether the branch is an entry that a look-up finds in this file.
+    [[nodiscard]] bool serves(const Branch &branch) const;
 
 private:
-    QString m_path, m_package, m_locale;
+    [[nodiscard]] bool isServed() const;
+    void listEntries();
+
+    QString m_package;
     XmlDocument m_document;
-    std::vector<Entry> m_entries;
-    QHash<QString, int> m_uses; // of each key
+    std::optional<MetLimit> m_limit;
+    EntryList m_entries;
+    QHash<QString, int> m_uses; // of each key: the library serves no duplicates
 };
+
+/// The packages that the value of the attribute "search" names, as the library reads it.
+[[nodiscard]] QStringList searchedPackages(const QString &search);
+
+/// Whether the branch is an entry.
+[[nodiscard]] bool isEntry(const XmlDocument::Branch &branch);
+
+/// Whether the entry has more elements than the library builds.
+[[nodiscard]] bool isTooLarge(const XmlDocument::Branch &entry);
 
 } // namespace HovletsTool

@@ -2,6 +2,7 @@
 #include "Entries.h"
 
 #include "ContentIndex.h"
+#include "ReadFile.h"
 #include "XmlDocument.h"
 
 #include <algorithm>
@@ -14,22 +15,23 @@ namespace {
 
 std::vector<Entry> entriesIn(const ContentIndex &content, const QString &file)
 {
-    const XmlDocument document(file);
+    const XmlDocument document(readContentFile(file));
     std::vector<Entry> entries;
-    QString locale;
-    for (const XmlDocument::Element &element : document.elements()) {
-        if (element.level == 0)
-            locale = element.value(QStringLiteral("locale"));
-        if (element.level != 1 || element.name != QLatin1String("hovlet"))
-            continue;
-        const int line = document.position(element.offset).line;
+    if (!document.root())
+        return entries;
+    const QString package = content.packageOf(file);
+    const QString locale = document.root()->value(QStringLiteral("locale"));
+    document.forEachBranch([&](const XmlDocument::Branch &branch) {
+        const XmlDocument::Element &top = branch.top();
+        if (top.name != QLatin1String("hovlet"))
+            return;
+        const int line = document.position(top.offset).line;
         if (!entries.empty())
             entries.back().endLine = line;
-        if (element.has(QStringLiteral("key")))
-            entries.push_back({ content.packageOf(file), locale, file,
-                                element.value(QStringLiteral("key")), line,
+        if (top.has(QStringLiteral("key")))
+            entries.push_back({ package, locale, file, top.value(QStringLiteral("key")), line,
                                 std::numeric_limits<int>::max() });
-    }
+    });
     return entries;
 }
 

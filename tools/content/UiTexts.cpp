@@ -3,9 +3,9 @@
 
 #include "ControlFile.h"
 #include "KnownLocale.h"
+#include "ReadFile.h"
 #include "ToolError.h"
 
-#include <QtCore/QFile>
 #include <QtCore/QLocale>
 #include <QtCore/QXmlStreamReader>
 #include <QtGui/QTextDocument>
@@ -17,18 +17,13 @@ namespace HovletsTool {
 
 namespace {
 
-void open(QFile &file)
-{
-    if (!file.open(QIODevice::ReadOnly))
-        throw ToolError(
-                QStringLiteral("%1 cannot be read: %2").arg(file.fileName(), file.errorString()));
-}
+constexpr qint64 MaxSize = qint64 { 64 } * 1024 * 1024; // bytes, far more than any form has
 
-void refuseMistakes(const QXmlStreamReader &reader, const QFile &file)
+void refuseMistakes(const QXmlStreamReader &reader, const QString &path)
 {
     if (reader.hasError())
         throw ToolError(QStringLiteral("%1:%2:%3: %4")
-                                .arg(file.fileName())
+                                .arg(path)
                                 .arg(reader.lineNumber())
                                 .arg(reader.columnNumber())
                                 .arg(reader.errorString()));
@@ -67,13 +62,12 @@ void readProperty(QXmlStreamReader &reader, const QString &name, UiEntry &entry)
 }
 
 /// Throws for a file whose root element is not that of a form.
-[[noreturn]] void refuseOther(const QXmlStreamReader &reader, const QFile &file)
+[[noreturn]] void refuseOther(const QXmlStreamReader &reader, const QString &path)
 {
-    refuseMistakes(reader, file);
+    refuseMistakes(reader, path);
     if (reader.name() == QLatin1String("TS"))
-        throw ToolError(QStringLiteral("%1 is a translation file; put --ts before it")
-                                .arg(file.fileName()));
-    throw ToolError(QStringLiteral("%1 is not a Qt Designer form").arg(file.fileName()));
+        throw ToolError(QStringLiteral("%1 is a translation file; put --ts before it").arg(path));
+    throw ToolError(QStringLiteral("%1 is not a Qt Designer form").arg(path));
 }
 
 bool hasText(const UiEntry &entry)
@@ -85,11 +79,9 @@ bool hasText(const UiEntry &entry)
 
 std::vector<UiEntry> readForm(const QString &path)
 {
-    QFile file(path);
-    open(file);
-    QXmlStreamReader reader(&file);
+    QXmlStreamReader reader(readFile(path, MaxSize));
     if (!reader.readNextStartElement() || reader.name() != QLatin1String("ui"))
-        refuseOther(reader, file);
+        refuseOther(reader, path);
     std::vector<UiEntry> all;
     constexpr size_t NoObject = size_t(-1);
     // The open elements: for each object the index of its entry. The items and columns of a widget
@@ -116,7 +108,7 @@ std::vector<UiEntry> readForm(const QString &path)
     }
     while (!reader.atEnd()) // anything but white space is a mistake
         reader.readNext();
-    refuseMistakes(reader, file);
+    refuseMistakes(reader, path);
     all.erase(std::remove_if(
                       all.begin(), all.end(),
                       [](const UiEntry &entry) { return entry.name.isEmpty() || !hasText(entry); }),
@@ -147,9 +139,7 @@ QString plainText(const QString &text)
 
 UiTranslation::UiTranslation(const QString &path)
 {
-    QFile file(path);
-    open(file);
-    QXmlStreamReader reader(&file);
+    QXmlStreamReader reader(readFile(path, MaxSize));
     QString context, source;
     while (!reader.atEnd()) {
         reader.readNext();
@@ -169,7 +159,7 @@ UiTranslation::UiTranslation(const QString &path)
                 m_texts[{ context, source }] = text;
         }
     }
-    refuseMistakes(reader, file);
+    refuseMistakes(reader, path);
     if (m_locale.isEmpty())
         throw ToolError(QStringLiteral("%1 is not a translation file, or it names no language; its "
                                        "root element must be <TS language=\"…\">")

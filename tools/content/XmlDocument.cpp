@@ -2,120 +2,125 @@
 #include "XmlDocument.h"
 
 #include "StartTag.h"
-#include "ToolError.h"
+#include "XmlReading.h"
 
-#include <QtCore/QFile>
-
-#include <libxml/parser.h>
-#include <libxml/SAX2.h>
-#include <libxml/parserInternals.h>
+#include <HVLimits.h>
 
 #include <algorithm>
-#include <memory>
 
 namespace HovletsTool {
 
 namespace {
 
-constexpr int MaxLevels = 512; // as in the library
+// The parser compares each attribute of an element with all others.
+constexpr size_t MaxAttributes = 1000;
 
-QString fromXml(const xmlChar *text)
-{
-    return QString::fromUtf8(reinterpret_cast<const char *>(text));
-}
+constexpr qint64 MaxCharacters = 4 * 1024 * 1024; // of a branch; keeps memory within bounds
 
-QByteArray bytesOf(const QString &file)
+/// Reads the root element and finds elements that are nested too deeply.
+class Overview : public XmlReading
 {
-    QFile device(file);
-    if (!device.open(QIODevice::ReadOnly)) {
-        throw ToolError(QStringLiteral("cannot read %1: %2; make it readable")
-                                .arg(file, device.errorString()));
+public:
+    using XmlReading::XmlReading;
+
+    std::optional<XmlDocument::Element> root;
+    bool hasTextInRoot = false;
+    std::optional<int> tooDeep; // the offset of the first such element
+
+private:
+    void startElement(XmlDocument::Element &&element) override
+    {
+        if (!tooDeep && element.level >= m_deepest)
+            tooDeep = element.offset;
+        if (element.level == 0)
+            root = std::move(element);
     }
-    return device.readAll();
-}
+
+    void text(const QString &text) override
+    {
+        if (openElements() == 1 && !hasTextInRoot)
+            hasTextInRoot = !text.trimmed().isEmpty();
+    }
+
+    void textRange(XmlDocument::Range) override { }
+    void endElement() override { }
+
+    const int m_deepest = Hovlets::HVLimits::current().nestingDepth;
+};
+
+/// Collects the elements of one branch after the other.
+class Branches : public XmlReading
+{
+public:
+    using Visit = std::function<void(const XmlDocument::Branch &)>;
+
+    Branches(const QByteArray &bytes, bool isConverted, const Visit &visit)
+        : XmlReading(bytes, isConverted)
+        , m_visit(visit)
+    {
+    }
+
+    /// Visits a branch that the file does not close.
+    void finish()
+    {
+        if (m_branch.size > 0)
+            m_visit(m_branch);
+        m_branch = {};
+        m_indices.clear();
+    }
+
+private:
+    void startElement(XmlDocument::Element &&element) override
+    {
+        if (element.level == 0)
+            return;
+        ++m_branch.size;
+        const bool isKept = m_branch.elements.size() < m_most;
+        m_indices.push_back(isKept ? std::optional(m_branch.elements.size()) : std::nullopt);
+        if (isKept)
+            m_branch.elements.push_back(std::move(element));
+    }
+
+    void text(const QString &text) override
+    {
+        XmlDocument::Element *element = current();
+        if (!m_indices.empty())
+            m_branch.characters += text.size();
+        if (element && m_branch.characters <= MaxCharacters)
+            element->text += text;
+    }
+
+    void textRange(XmlDocument::Range range) override
+    {
+        XmlDocument::Element *element = current();
+        if (element && m_branch.characters <= MaxCharacters)
+            element->textRanges.push_back(range);
+    }
+
+    void endElement() override
+    {
+        if (m_indices.empty())
+            return;
+        m_indices.pop_back();
+        if (m_indices.empty())
+            finish();
+    }
+
+    /// The innermost open element, unless it is the root or left out.
+    XmlDocument::Element *current()
+    {
+        return m_indices.empty() || !m_indices.back() ? nullptr
+                                                      : &m_branch.elements[*m_indices.back()];
+    }
+
+    const Visit &m_visit;
+    const size_t m_most =
+            static_cast<size_t>(std::max(1, Hovlets::HVLimits::current().builtElements));
+    XmlDocument::Branch m_branch;
+    std::vector<std::optional<size_t>> m_indices; // of the open elements; nothing for one left out
+};
 
 } // namespace
-
-struct XmlHandlers
-{
-    static void start(void *data, const xmlChar *name, const xmlChar **attributes)
-    {
-        auto *context = static_cast<xmlParserCtxtPtr>(data);
-        auto &document = *static_cast<XmlDocument *>(context->_private);
-        XmlDocument::Element element;
-        element.name = fromXml(name);
-        element.level = static_cast<int>(document.m_open.size());
-        // The parser has read the attributes, none of which can contain a "<".
-        const auto consumed = static_cast<int>(xmlByteConsumed(context));
-        element.offset =
-                std::max(0, static_cast<int>(document.m_bytes.lastIndexOf('<', consumed - 1)));
-        for (; attributes && attributes[0]; attributes += 2)
-            element.attributes.push_back({ fromXml(attributes[0]), fromXml(attributes[1]) });
-        endText(document, element.offset, consumed);
-        document.m_open.push_back(document.m_elements.size());
-        document.m_elements.push_back(std::move(element));
-    }
-
-    static void end(void *data, const xmlChar *)
-    {
-        auto *context = static_cast<xmlParserCtxtPtr>(data);
-        auto &document = *static_cast<XmlDocument *>(context->_private);
-        const auto consumed = static_cast<int>(xmlByteConsumed(context));
-        endText(document, consumed, consumed);
-        document.m_open.pop_back();
-    }
-
-    static void comment(void *data, const xmlChar *)
-    {
-        auto *context = static_cast<xmlParserCtxtPtr>(data);
-        auto &document = *static_cast<XmlDocument *>(context->_private);
-        const auto consumed = static_cast<int>(xmlByteConsumed(context));
-        endText(document, static_cast<int>(document.m_bytes.lastIndexOf("<!--", consumed - 1)),
-                consumed);
-    }
-
-    static void text(void *data, const xmlChar *text, int length)
-    {
-        auto *context = static_cast<xmlParserCtxtPtr>(data);
-        auto &document = *static_cast<XmlDocument *>(context->_private);
-        if (document.m_open.empty())
-            return;
-        XmlDocument::Element &element = document.m_elements[document.m_open.back()];
-        element.text += QString::fromUtf8(reinterpret_cast<const char *>(text), length);
-        document.m_isInText = true;
-    }
-
-    /// Ends a text at \a end. The tag or comment after it ends at \a read.
-    static void endText(XmlDocument &document, int end, int read)
-    {
-        if (document.m_isInText && !document.m_open.empty())
-            document.m_elements[document.m_open.back()].textRanges.push_back(
-                    { document.m_read, end });
-        document.m_isInText = false;
-        document.m_read = read;
-    }
-
-    /// Keeps the first error, as it may cause the others.
-    static void error(void *data, const char *, ...)
-    {
-        auto *context = static_cast<xmlParserCtxtPtr>(data);
-        auto &document = *static_cast<XmlDocument *>(context->_private);
-        if (!document.m_error.isEmpty())
-            return;
-        document.m_error = QString::fromUtf8(context->lastError.message).trimmed();
-        // The parser takes the line of a start tag from the tree, which is not built here.
-        if (!document.m_open.empty()) {
-            const XmlDocument::Element &open = document.m_elements[document.m_open.back()];
-            const int line = document.position(open.offset).line;
-            document.m_error.replace(QLatin1String(" line 0"),
-                                     QStringLiteral(" line %1").arg(line));
-        }
-        document.m_errorPosition = { std::max(1, context->lastError.line),
-                                     std::max(1, context->lastError.int2) };
-    }
-
-    static void quiet(void *, const char *, ...) { }
-};
 
 bool XmlDocument::Element::has(const QString &attribute) const
 {
@@ -132,68 +137,47 @@ QString XmlDocument::Element::value(const QString &attribute) const
     return {};
 }
 
-XmlDocument::XmlDocument(const QString &file)
-    : XmlDocument(bytesOf(file))
+XmlDocument::XmlDocument(QByteArray bytes)
+    : m_bytes(std::move(bytes))
+    , m_isConverted(convertToUtf8(m_bytes))
+    , m_positions(m_bytes)
 {
-}
-
-XmlDocument::XmlDocument(const QByteArray &bytes)
-    : m_bytes(bytes)
-{
-    m_lines.push_back(0);
-    for (auto at = m_bytes.indexOf('\n'); at >= 0; at = m_bytes.indexOf('\n', at + 1))
-        m_lines.push_back(static_cast<int>(at) + 1);
-
-    xmlSAXHandler handlers = {};
-    // As in the library, entities come only from the file itself.
-    handlers.startDocument = &xmlSAX2StartDocument;
-    handlers.internalSubset = &xmlSAX2InternalSubset;
-    handlers.entityDecl = &xmlSAX2EntityDecl;
-    handlers.getEntity = &xmlSAX2GetEntity;
-    handlers.startElement = &XmlHandlers::start;
-    handlers.endElement = &XmlHandlers::end;
-    handlers.characters = &XmlHandlers::text;
-    handlers.cdataBlock = &XmlHandlers::text;
-    handlers.comment = &XmlHandlers::comment;
-    handlers.warning = &XmlHandlers::quiet;
-    handlers.error = &XmlHandlers::error;
-    const std::unique_ptr<xmlParserCtxt, decltype(&xmlFreeParserCtxt)> context(
-            xmlCreateMemoryParserCtxt(m_bytes.constData(), static_cast<int>(m_bytes.size())),
-            &xmlFreeParserCtxt);
-    if (!context) {
-        m_error = QStringLiteral("the file is empty");
+    if (const std::optional<int> large = findLargeTag(m_bytes, MaxAttributes)) {
+        m_problem = Problem::TooLarge;
+        m_error = QStringLiteral("an element has more than %1 attributes").arg(MaxAttributes);
+        m_errorPosition = position(*large);
         return;
     }
-    // Lifts the parser's limits on depth and sizes, but not those that guard against entities.
-    if (!m_bytes.contains("<!ENTITY"))
-        xmlCtxtUseOptions(context.get(), XML_PARSE_HUGE);
-    xmlSAXHandler *own = context->sax;
-    context->sax = &handlers;
-    context->_private = this;
-    context->replaceEntities = 1; // in the values of attributes
-    xmlParseDocument(context.get());
-    context->sax = own;
-    xmlFreeDoc(context->myDoc);
-    context->myDoc = nullptr;
-    if (context->wellFormed)
-        m_error.clear();
-    else if (m_error.isEmpty())
-        m_error = QStringLiteral("not well-formed");
+    readOnce();
 }
 
-const XmlDocument::Element *XmlDocument::tooDeep() const
+void XmlDocument::readOnce()
 {
-    const auto found = std::find_if(m_elements.begin(), m_elements.end(),
-                                    [](const Element &each) { return each.level >= MaxLevels; });
-    return found == m_elements.end() ? nullptr : &*found;
+    Overview overview(m_bytes, m_isConverted);
+    const bool isWellFormed = overview.run();
+    m_root = std::move(overview.root);
+    m_hasTextInRoot = overview.hasTextInRoot;
+    if (overview.tooDeep)
+        m_tooDeep = position(*overview.tooDeep);
+    if (isWellFormed)
+        return;
+    const XmlReading::Error &error = overview.error();
+    m_problem = Problem::Malformed;
+    m_error = error.message;
+    m_errorPosition = error.entity ? position(*error.entity) : error.position;
+    // The parser takes the line of a start tag from the tree, which is not built here.
+    if (error.openElement)
+        m_error.replace(QLatin1String(" line 0"),
+                        QStringLiteral(" line %1").arg(position(*error.openElement).line));
 }
 
-Position XmlDocument::position(int offset) const
+void XmlDocument::forEachBranch(const std::function<void(const Branch &)> &visit) const
 {
-    const auto next = std::upper_bound(m_lines.begin(), m_lines.end(), offset);
-    const int start = *std::prev(next);
-    return { static_cast<int>(next - m_lines.begin()),
-             static_cast<int>(QString::fromUtf8(m_bytes.mid(start, offset - start)).size()) + 1 };
+    if (m_problem == Problem::TooLarge)
+        return;
+    Branches branches(m_bytes, m_isConverted, visit);
+    branches.run();
+    branches.finish();
 }
 
 Position XmlDocument::position(const Element &element, const QString &attribute) const

@@ -7,10 +7,8 @@
 
 namespace HovletsTool {
 
-Progress::Progress(const QString &work, int steps, bool isWanted)
-    : m_work(work)
-    , m_steps(steps)
-    , m_isShown(isWanted && ::isatty(STDERR_FILENO) == 1)
+Progress::Progress(bool isWanted)
+    : m_isShown(isWanted && ::isatty(STDERR_FILENO) == 1)
 {
 }
 
@@ -20,11 +18,18 @@ Progress::~Progress()
         std::fprintf(stderr, "\r\033[K");
 }
 
+void Progress::begin(const QString &task, int steps)
+{
+    m_task = task;
+    m_steps = steps;
+    m_done = 0;
+}
+
 void Progress::step()
 {
     ++m_done;
     if (m_isShown)
-        std::fprintf(stderr, "\r\033[K%s %d of %d", qPrintable(m_work), m_done, m_steps);
+        std::fprintf(stderr, "\r\033[K%s %d of %d", qPrintable(m_task), m_done, m_steps);
 }
 
 } // namespace HovletsTool

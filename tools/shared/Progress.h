@@ -5,21 +5,24 @@
 
 namespace HovletsTool {
 
-/// Shows the progress of a longer task on a terminal. Shows nothing when standard error is not a
+/// Shows the progress of longer tasks on a terminal. Shows nothing when standard error is not a
 /// terminal.
 class Progress
 {
 public:
     /// \param isWanted false for no output at all
-    Progress(const QString &work, int steps, bool isWanted = true);
+    explicit Progress(bool isWanted = true);
     ~Progress();
     Q_DISABLE_COPY_MOVE(Progress)
+
+    /// Begins a task, such as "rendering".
+    void begin(const QString &task, int steps);
 
     void step();
 
 private:
-    QString m_work;
-    int m_steps;
+    QString m_task;
+    int m_steps = 0;
     int m_done = 0;
     bool m_isShown;
 };

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "MediaFiles.h"
+
+#include <HVClip.h>
+#include <HVLimits.h>
+
+#include <QtGui/QImageReader>
+
+#include <algorithm>
+
+namespace HovletsTool {
+
+namespace {
+
+/// Decodes the picture to find damage in it. A JPEG file is decoded at a small size, which takes
+/// less memory.
+MediaProblem openPicture(const QString &path)
+{
+    constexpr int Side = 512; // pixels
+    const qint64 most = Hovlets::HVLimits::current().picturePixels;
+    QImageReader reader(path);
+    const QSize size = reader.size();
+    if (qint64 { size.width() } * size.height() > most)
+        return { "HV308",
+                 QStringLiteral("\"%1\" has %2 × %3 pixels, but the library shows pictures of at "
+                                "most %4 pixels")
+                         .arg(path)
+                         .arg(size.width())
+                         .arg(size.height())
+                         .arg(most) };
+    if (reader.format() == "jpeg" && (size.width() > Side || size.height() > Side))
+        reader.setScaledSize(size.scaled(Side, Side, Qt::KeepAspectRatio).expandedTo({ 1, 1 }));
+    if (reader.read().isNull())
+        return { "HV302", QStringLiteral("\"%1\": %2").arg(path, reader.errorString()) };
+    return {};
+}
+
+} // namespace
+
+const MediaProblem &MediaFiles::checkClip(const QString &path)
+{
+    const auto known = m_clips.constFind(path);
+    return known == m_clips.cend() ? *m_clips.insert(path, openClip(path)) : *known;
+}
+
+const MediaProblem &MediaFiles::checkPicture(const QString &path)
+{
+    const auto known = m_pictures.constFind(path);
+    return known == m_pictures.cend() ? *m_pictures.insert(path, openPicture(path)) : *known;
+}
+
+MediaProblem MediaFiles::openClip(const QString &path) const
+{
+    Hovlets::HVClip clip([] { return false; });
+    if (const char *reason = clip.open(path))
+        return { "HV303", QString::fromUtf8(reason).arg(path) };
+    if (clip.duration() > m_longestClip)
+        return { "HV304",
+                 QStringLiteral("\"%1\" lasts %2 seconds").arg(path).arg(clip.duration()) };
+    constexpr double BytesPerPixel = 4;
+    const double memory = clip.duration() * clip.frameRate() * clip.size().width()
+            * clip.size().height() * BytesPerPixel;
+    const auto most = static_cast<double>(Hovlets::HVLimits::current().clipMemory);
+    if (memory > most)
+        return { "HV309",
+                 QStringLiteral(
+                         "\"%1\" takes %2 MB in memory, but all clips together may take %3 MB")
+                         .arg(path)
+                         .arg(memory / 1e6, 0, 'f', 0)
+                         .arg(most / 1e6, 0, 'f', 0) };
+    return {};
+}
+
+} // namespace HovletsTool

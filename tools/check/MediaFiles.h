@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtCore/QHash>
+#include <QtCore/QString>
+
+#include <optional>
+
+namespace HovletsTool {
+
+/// What is wrong with a clip or picture. An empty code stands for nothing.
+struct MediaProblem
+{
+    const char *code = "";
+    QString message;
+};
+
+/// Opens clips and pictures, each file only once.
+class MediaFiles
+{
+public:
+    explicit MediaFiles(double longestClip)
+        : m_longestClip(longestClip)
+    {
+    }
+
+    const MediaProblem &checkClip(const QString &path);
+    const MediaProblem &checkPicture(const QString &path);
+
+private:
+    [[nodiscard]] MediaProblem openClip(const QString &path) const;
+
+    double m_longestClip; // in seconds
+    QHash<QString, MediaProblem> m_clips;
+    QHash<QString, MediaProblem> m_pictures;
+};
+
+} // namespace HovletsTool

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "SizeCheck.h"
+
+#include "ControlFile.h"
+#include "EntryTree.h"
+#include "Findings.h"
+
+#include <HVEntryContent.h>
+#include <HVXmlElement.h>
+
+namespace HovletsTool {
+
+using namespace Hovlets;
+
+namespace {
+
+/// A popup that leaves texts as they are and has every picture.
+class AnyPopup : public HVEntryServices
+{
+public:
+    QString translate(const QString &, const QString &) override { return {}; }
+    QString interpolate(const QString &text) override { return text; }
+    QString resource(const QString &relativePath) override { return relativePath; }
+    bool canShowPicture(const QString &) override { return true; }
+};
+
+/// Whether a popup may cut the entry off. Tags in texts count as elements, too.
+bool isLarge(const XmlDocument::Branch &entry, const HVLimits &limits)
+{
+    constexpr int ShortestTag = 3; // characters
+    return entry.size + entry.characters / ShortestTag > limits.shownElements
+            || entry.size > limits.shownPictures || entry.characters > limits.shownCharacters;
+}
+
+} // namespace
+
+void checkSize(const ControlFile &file, const XmlDocument::Branch &entry, FindingList &findings)
+{
+    const HVLimits limits = HVLimits::current();
+    const auto add = [&](const char *code, const QString &message) {
+        findings.add(code, file.path(), file.document().position(entry.top().offset), message);
+    };
+    if (isTooLarge(entry))
+        return add("HV119",
+                   QStringLiteral("the entry has %1 elements, but the library reads only entries "
+                                  "with fewer than %2")
+                           .arg(entry.size)
+                           .arg(limits.builtElements));
+    if (!file.serves(entry) || !isLarge(entry, limits))
+        return;
+    AnyPopup popup;
+    constexpr bool HasTopics = true;
+    const HVEntryContent content = readEntry(*buildTree(entry), popup, HasTopics, limits);
+    if (!content.limitMet.isEmpty())
+        add("HV403", QStringLiteral("a popup shows only %1 of the entry").arg(content.limitMet));
+}
+
+} // namespace HovletsTool
