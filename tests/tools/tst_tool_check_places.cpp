@@ -17,6 +17,8 @@ private Q_SLOTS:
     void shouldKeepMessagesToALine();
     void shouldPointToTheRootOfKeyData();
     void shouldTellOfKeyDataWithoutAName();
+    void shouldTellOfReferencesThatQt5Misreads();
+    void shouldCountColumnsInAnyEncoding();
     void shouldKnowPackagesByTheirControlFiles();
     void shouldTellOfMediaThatMayNotBeRead();
     void shouldTellOfProgressOnATerminal();
@@ -109,6 +111,29 @@ void tst_ToolCheckPlaces::shouldTellOfKeyDataWithoutAName()
             folder.add(QStringLiteral("keys.xml"), "<hovletkeys>\n<key/></hovletkeys>");
     QCOMPARE(found({ QStringLiteral("--key-data"), data }, folder.path()),
              QStringList { QStringLiteral("HV210 keys.xml:2") });
+}
+
+void tst_ToolCheckPlaces::shouldTellOfReferencesThatQt5Misreads()
+{
+    PackageFolder folder;
+    folder.addControlFile(QStringLiteral("P"), QStringLiteral("A"),
+                          control("<hovlet key='a' title='&#x1F600;'><!-- &#x1F600; -->\n"
+                                  "<p><![CDATA[&#x1F600;]]>&#128512; &#65;</p></hovlet>"));
+    const QStringList misread { QStringLiteral("HV120 A.xml:2:24"),
+                                QStringLiteral("HV120 A.xml:3:25") };
+    QCOMPARE(findingsOf(ToolRun(checkArguments("json", folder.path())), true),
+             QT_VERSION_MAJOR == 5 ? misread : QStringList());
+}
+
+void tst_ToolCheckPlaces::shouldCountColumnsInAnyEncoding()
+{
+    PackageFolder folder;
+    folder.addControlFile(
+            QStringLiteral("P"), QStringLiteral("A"),
+            "<?xml version='1.0' encoding='ISO-8859-1'?>\n"
+                    + control("<hovlet key='a' title='\xe4\xbf\xf6'><p>%(</p></hovlet>"));
+    QCOMPARE(findingsOf(ToolRun(checkArguments("json", folder.path())), true),
+             QStringList { QStringLiteral("HV401 A.xml:3:32") });
 }
 
 void tst_ToolCheckPlaces::shouldKnowPackagesByTheirControlFiles()

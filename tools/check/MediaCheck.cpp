@@ -120,8 +120,8 @@ void MediaCheck::Private::checkUserInterface(const XmlDocument::Element &entry,
     const QFileInfo info(path);
     if (info.isAbsolute() && info.isFile() && info.isReadable())
         return;
-    const Position position =
-            m_file->document().position(isOwn ? entry : *m_file->root(), attribute);
+    const XmlDocument::Element *owner = isOwn ? &entry : m_file->root();
+    const Position position = owner ? m_file->document().position(*owner, attribute) : Position();
     if (!info.isAbsolute() || !info.exists())
         m_findings.add("HV306", m_file->path(), position,
                        QStringLiteral("%1 is neither in the package nor in one that it searches")

@@ -69,7 +69,8 @@ std::optional<int> endOfSection(const QByteArray &bytes, int offset)
         const char *end;
     } sections[] = { { "<!--", "-->" }, { "<![CDATA[", "]]>" }, { "<?", "?>" } };
     for (const auto &section : sections) {
-        if (std::strncmp(bytes.constData() + offset, section.begin, std::strlen(section.begin)))
+        if (std::strncmp(bytes.constData() + offset, section.begin, std::strlen(section.begin))
+            != 0)
             continue;
         const auto end = bytes.indexOf(section.end, offset);
         const auto length = static_cast<qsizetype>(std::strlen(section.end));

@@ -34,7 +34,7 @@ TextPositions::TextPositions(const QByteArray &text)
     : m_text(text)
 {
     const int size = static_cast<int>(m_text.size());
-    m_marks.reserve(static_cast<size_t>(size / Stride + 1));
+    m_marks.reserve(static_cast<size_t>(size) / Stride + 1);
     Position position;
     if (m_text.startsWith("\xef\xbb\xbf")) // the byte-order mark takes no column
         position.column = 0;

@@ -15,7 +15,8 @@ namespace {
 // The parser compares each attribute of an element with all others.
 constexpr size_t MaxAttributes = 1000;
 
-constexpr qint64 MaxCharacters = 4 * 1024 * 1024; // of a branch; keeps memory within bounds
+constexpr qint64 MaxCharacters =
+        qint64 { 4 } * 1024 * 1024; // of a branch; keeps memory within bounds
 
 /// Reads the root element and finds elements that are nested too deeply.
 class Overview : public XmlReading
