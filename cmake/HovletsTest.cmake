@@ -21,11 +21,10 @@ endfunction()
 function(hovlets_test source)
     cmake_parse_arguments(PARSE_ARGV 1 arg "DISPLAY;SCREENS" "" "")
     get_filename_component(name ${source} NAME)
-    # Clips alone have threads. The thread sanitizer reports races in two tests of their end and sleep,
-    # in what Qt's own threads and strings hand over without annotations; whether that is all of it
-    # has still to be found out.
+    # Clips alone have threads. In the test of their sleep the thread sanitizer reports a race on a
+    # path that is handed over under a lock of ours; why has still to be found out.
     if(HOVLETS_SANITIZE STREQUAL thread
-            AND (NOT name MATCHES "^tst_(hvvideo|hvclip)" OR name MATCHES "^tst_hvvideo_(idle|keeper)$"))
+            AND (NOT name MATCHES "^tst_(hvvideo|hvclip)" OR name STREQUAL tst_hvvideo_idle))
         return()
     endif()
     add_executable(${name} ${source}.cpp)
