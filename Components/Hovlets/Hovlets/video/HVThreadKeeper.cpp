@@ -9,7 +9,6 @@
 #include <QtCore/QTimer>
 
 #include <algorithm>
-#include <mutex>
 
 namespace Hovlets {
 
@@ -20,17 +19,10 @@ constexpr int RetryTime = 50; // ms
 
 HVThreadKeeper *instance = nullptr; // GUI thread only
 
-// Orders the last signal of a thread before its deletion. QThread::wait() does so too, but by means
-// that thread checkers do not see.
-std::mutex ending;
-
-/// A thread that has announced its end needs a moment more to end.
+/// A thread that has told of its end needs a moment more to end.
 bool hasEnded(QThread &thread, int milliseconds)
 {
-    if (!thread.wait(QDeadlineTimer(milliseconds)))
-        return false;
-    const std::lock_guard<std::mutex> locker(ending);
-    return true;
+    return thread.wait(QDeadlineTimer(milliseconds));
 }
 
 } // namespace
@@ -71,15 +63,10 @@ int HVThreadKeeper::count()
 void HVThreadKeeper::take(Clip clip)
 {
     const auto freeEndedLater = [this] { freeEnded(0); };
-    const auto watch = [&](QThread *thread) {
-        connect(thread, &QThread::finished, this, freeEndedLater, Qt::QueuedConnection);
-        connect(
-                thread, &QThread::finished, thread,
-                [] { const std::lock_guard<std::mutex> locker(ending); }, Qt::DirectConnection);
-    };
-    watch(clip.source.get());
-    if (clip.controller)
-        watch(clip.controller);
+    connect(clip.source.get(), &QThread::finished, this, freeEndedLater, Qt::QueuedConnection);
+    if (clip.controller) {
+        connect(clip.controller, &QThread::finished, this, freeEndedLater, Qt::QueuedConnection);
+    }
     m_clips.push_back(std::move(clip));
     // They may have ended before they were connected.
     QMetaObject::invokeMethod(this, freeEndedLater, Qt::QueuedConnection);
@@ -109,11 +96,11 @@ void HVThreadKeeper::freeEnded(int milliseconds)
 
 void HVThreadKeeper::endWithApplication()
 {
-    const std::unique_ptr<HVThreadKeeper> keeper(instance);
-    if (!keeper)
+    const std::unique_ptr<HVThreadKeeper> ending(instance);
+    if (!ending)
         return;
-    keeper->freeEnded(ExitTime);
-    for (Clip &clip : keeper->m_clips)
+    ending->freeEnded(ExitTime);
+    for (Clip &clip : ending->m_clips)
         clip.source.release(); // and the controller: a running thread must not lose them
 }
 
