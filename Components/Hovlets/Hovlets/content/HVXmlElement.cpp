@@ -128,4 +128,5 @@ void HVXmlElement::setAttribute(const QString &name, const QString &value)
 
 } // namespace Hovlets
 
-#include "moc_HVXmlElement.cpp" // knows the type QXmlAttributes in full here
+// Qt generates this code, which needs the type QXmlAttributes in full: only this file has it.
+#include "moc_HVXmlElement.cpp" // NOLINT(bugprone-suspicious-include)

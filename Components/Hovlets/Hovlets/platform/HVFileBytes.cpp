@@ -75,7 +75,7 @@ private:
 /// Without the three times that QFile asks for a file's status.
 HVFileBytes fromSystem(const QString &path, qint64 size, qint64 limit)
 {
-    constexpr qint64 FirstRead = 64 * 1024;
+    constexpr qint64 FirstRead = qint64 { 64 } * 1024;
 
     const Descriptor file(path);
     struct stat status = {};

@@ -14,7 +14,7 @@ namespace {
 
 constexpr int MostDepth = 10; // FFmpeg's
 constexpr qint64 MostHeader = qint64 { 64 } * 1024 * 1024; // bytes of all boxes but the media data
-constexpr qint64 MostCompressed = 128 * 1024; // bytes; they may grow a thousandfold
+constexpr qint64 MostCompressed = qint64 { 128 } * 1024; // bytes; they may grow a thousandfold
 constexpr qint64 SamplesPerPiece = 160; // FFmpeg indexes uncompressed sound in pieces of at least
 
 constexpr quint32 name(const char (&text)[5])
