@@ -41,7 +41,7 @@ bool isClosed(const QWidget *widget)
     return inheritsAny(widget, classes);
 }
 
-/// Containers, which are no controls whatever their focus policy.
+/// Containers. They do not count as controls, whatever their focus policy.
 bool isContainer(const QWidget *widget)
 {
     static const QStringList classes {

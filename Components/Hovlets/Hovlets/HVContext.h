@@ -92,7 +92,7 @@ enum contextKey {
  *
  * Do not use it as a general store: nothing can be removed, and nothing is saved.
  *
- * GUI thread only; there is no lock. set() emits its signals synchronously.
+ * GUI thread only: nothing is locked. set() emits its signals synchronously.
  */
 class HOVLETS_EXPORT HVContext : public QObject
 {

@@ -23,7 +23,7 @@ enum HVExternalResourceType : int {
     HVDocumentationResource = 1,
     /// An address with a scheme, such as a web page.
     HVUrlResource = 2,
-    /// A path: it contains "/" and is no address with a scheme.
+    /// A path: it contains "/" and lacks a scheme.
     HVFileResource = 3
 };
 

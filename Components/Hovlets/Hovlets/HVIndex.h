@@ -184,10 +184,9 @@ protected:
 
 Q_SIGNALS:
     /*!
-     * Emitted when a control file or the key-data file is skipped because it is no regular file or
-     * meets one of the HVLimits; once for each file and reason. The manager passes it to the host
-     * as a warning. Subclasses may emit it, too.
-     * \param message names the file and the limit
+     * Emitted when a control file or the key-data file is skipped because it is not a regular file
+     * or meets one of the HVLimits; once for each file and reason. The manager passes it to the
+     * host as a warning. Subclasses may emit it, too. \param message names the file and the limit
      */
     void fileSkipped(const QString &message);
 

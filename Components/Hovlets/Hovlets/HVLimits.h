@@ -24,7 +24,7 @@ namespace Hovlets {
  * Hovlets::HVLimits::setCurrent(limits);
  * \endcode
  *
- * A limit of 0 or less admits nothing; there is no value for "unlimited", but the largest number of
+ * A limit of 0 or less admits nothing. No value means "unlimited", but the largest number of
  * the type comes close. Do not use limits to tune appearance: HVContext has settings for that.
  */
 struct HOVLETS_EXPORT HVLimits

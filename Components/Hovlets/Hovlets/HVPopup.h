@@ -29,13 +29,14 @@ public:
     /// The popup that is on screen for the control under the mouse; null if there is none.
     [[nodiscard]] static HVPopup current();
 
-    /// Whether this is no popup. Everything else then returns null, false or an empty string.
+    /// Whether the object is not a popup. Everything else then returns null, false or an empty
+    /// string.
     [[nodiscard]] bool isNull() const;
 
     /// The popup's own widget: a window, or a part of the container that the host supplied.
     [[nodiscard]] QWidget *widget() const;
 
-    /// Whether the user has pinned it: it is no longer a tooltip.
+    /// Whether the user has pinned the popup, which then stays as a window.
     [[nodiscard]] bool isPinned() const;
 
     /// The entry that it shows, or null. The popup owns it and replaces it with the next one.

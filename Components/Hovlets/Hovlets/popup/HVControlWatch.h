@@ -11,7 +11,7 @@ class QWindow;
 namespace Hovlets {
 
 /*!
- * \brief Notices when the control that a popup belongs to is no longer where it was.
+ * \brief Watches the control of a popup, and reports when it has gone from its place.
  *
  * Watches the control, what it lies in and its window. Emits from within their events. GUI thread
  * only.

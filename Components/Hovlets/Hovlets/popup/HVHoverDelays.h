@@ -10,7 +10,7 @@ namespace Hovlets {
 /*!
  * \brief When the popup shows, and when the simple one becomes the full one.
  *
- * There is no clock in it: every call is given the time, in ms from any origin. The owner runs one
+ * It reads no clock: every call passes the time, in ms from any origin. The owner runs one
  * timer for deadline() and calls timeReached() when that has come.
  */
 class HVHoverDelays

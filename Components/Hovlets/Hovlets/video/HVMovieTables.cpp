@@ -302,7 +302,7 @@ void Tables::readMeta(const Bytes &content, int depth)
 /// A header in zlib's format: a box that names it, then the size and the data.
 void Tables::readCompressed(const Bytes &content, int depth)
 {
-    constexpr qint64 Before = 5 * 4; // bytes
+    constexpr qint64 Before = qint64 { 5 } * 4; // bytes
     if (content.size > MostCompressed || content.number(Before) > MostHeader) {
         m_isRefused = true;
         return;

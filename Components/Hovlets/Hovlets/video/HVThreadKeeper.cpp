@@ -101,7 +101,8 @@ void HVThreadKeeper::endWithApplication()
         return;
     ending->freeEnded(ExitTime);
     for (Clip &clip : ending->m_clips)
-        clip.source.release(); // and the controller: a running thread must not lose them
+        static_cast<void>(
+                clip.source.release()); // and the controller: a running thread must not lose them
 }
 
 } // namespace Hovlets
