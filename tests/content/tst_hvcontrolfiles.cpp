@@ -47,7 +47,7 @@ private Q_SLOTS:
         }
         QCOMPARE(names(files), expected);
 
-        // It is the pair of file and depth that counts.
+        // A repeated path counts as known only with the same depth.
         QVERIFY(files.prepend(file("R", 1)));
         QVERIFY(files.append(file("Q", 3)));
         QVERIFY(files.append(file("p")));
@@ -101,7 +101,7 @@ private Q_SLOTS:
         QTest::newRow("across four kilobytes")
                 << QByteArray(QByteArray(4090, '\n') + "<hovlets>") << true;
 
-        // A line is looked at in pieces of about 1,024 bytes.
+        // Lines are read in pieces of about 1,024 bytes.
         QTest::newRow("far in a long line")
                 << QByteArray("<!--" + QByteArray(3000, 'x') + "--><hovlets>") << true;
         QTest::newRow("in the first piece")

@@ -5,7 +5,7 @@
 
 using namespace Hovlets;
 
-/// Part of the index: what belongs to an entry, the data of its key and where its components lie.
+/// Tests what the index adds to an entry: its own data, its key's data and its components' folders.
 class tst_HVEntryData : public IndexTest
 {
     Q_OBJECT

@@ -16,7 +16,7 @@ namespace {
 
 const QLocale english(QStringLiteral("en_US"));
 
-/// All that can be read off a tree.
+/// Everything that a look-up returns, as text.
 QString described(const HVXmlElement *entry, HVXmlElement *root)
 {
     if (!entry)
@@ -31,7 +31,7 @@ QString described(const HVXmlElement *entry, HVXmlElement *root)
     return text;
 }
 
-/// What a look-up by parsing the whole file finds.
+/// The result of a look-up that parses the whole file.
 QString parsed(const QByteArray &file, const QString &key, const QString &path)
 {
     const WholeParse parse(file, key);
@@ -102,7 +102,7 @@ private Q_SLOTS:
                 refused += HVEntryScan(key).mayHold(file) ? 0 : 1;
             }
         }
-        // The files are worth the while only when all of it happens.
+        // The generated files are a useful test only if each of these cases occurs.
         QVERIFY2(found > rounds() / 4, qPrintable(QString::number(found)));
         QVERIFY2(refused > rounds() / 4, qPrintable(QString::number(refused)));
     }

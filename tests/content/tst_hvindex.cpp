@@ -10,7 +10,7 @@ using namespace Hovlets;
 
 namespace {
 
-/// Notes which operation it was asked for.
+/// Records which operations are called.
 class NotingIndex : public HVIndex
 {
 public:
@@ -169,7 +169,7 @@ private Q_SLOTS:
         QVERIFY(m_index->store(nullptr, QLocale::c(), r, 2));
         QCOMPARE(m_index->keys(), list("Q P R"));
 
-        // Once more changes nothing, neither the list nor its order.
+        // Indexing again changes neither the list nor its order.
         m_index->indexControlFile(p, package("Foo"));
         QVERIFY(m_index->store(nullptr, QLocale::c(), q, 2));
         QVERIFY(m_index->store(nullptr, QLocale(QStringLiteral("de_DE")), r, 2));
@@ -177,7 +177,7 @@ private Q_SLOTS:
         QVERIFY(m_index->store(nullptr, QLocale::c(), r, 3));
         QCOMPARE(m_index->keys(), list("Q P R R"));
 
-        // What is known already maps no package either.
+        // Nor does a known file map a package again.
         const QString s =
                 m_folder->addControlFile(QStringLiteral("Bar"), QStringLiteral("s"), entries("S"));
         QVERIFY(m_index->store(nullptr, QLocale::c(), s, 2));
@@ -217,7 +217,7 @@ private Q_SLOTS:
         m_index->mapControlFile(QString(), package("Foo"));
         QCOMPARE(m_index->componentPathsForPackageNamed(QStringLiteral("Foo")), folders);
 
-        // What is not taken as a control file does not count as a package either.
+        // A file that is rejected does not register its package either.
         index("Bar", "a", "<html/>");
         QVERIFY(m_index->componentPathsForPackageNamed(QStringLiteral("Bar")).isEmpty());
         m_index->mapControlFile(QStringLiteral("not looked at"), package("Bar"));

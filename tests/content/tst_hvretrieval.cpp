@@ -14,7 +14,7 @@ const QLocale english(QStringLiteral("en_US"));
 
 } // namespace
 
-/// Part of the index: look-ups of entries by key and locale.
+/// Tests how the index looks entries up by key and locale.
 class tst_HVRetrieval : public IndexTest
 {
     Q_OBJECT
@@ -150,7 +150,7 @@ private Q_SLOTS:
     {
         QTest::addColumn<QByteArray>("content");
         QTest::addColumn<QByteArray>("key");
-        QTest::addColumn<QString>("tag"); // of the entry, null: none
+        QTest::addColumn<QString>("tag"); // the entry's tag; null: none
 
         const QString hovlet = QStringLiteral("hovlet");
         const QByteArray one = entry("a", "x");
@@ -243,7 +243,7 @@ private Q_SLOTS:
         QFETCH(QByteArray, content);
         QFETCH(int, fatalErrors);
         index("Foo", "good", "<hovlets>" + entry("a", "good") + "</hovlets>");
-        const QString bad = index("Foo", "bad", "<hovlets/>"); // looked at first
+        const QString bad = index("Foo", "bad", "<hovlets/>"); // read first
         m_folder->addControlFile(QStringLiteral("Foo"), QStringLiteral("bad"), content);
         DebugLog log;
         QCOMPARE(Found(*m_index, "a").attribute("name"), QStringLiteral("good"));

@@ -20,7 +20,7 @@ QString describe(const QString &uri, const QString &local, const QString &qName,
 
 } // namespace
 
-/// What the parser makes of documents, those included that mean harm.
+/// Tests the parser with whole documents, malicious ones included.
 class tst_HVXmlDocuments : public QObject
 {
     Q_OBJECT
@@ -56,7 +56,7 @@ private Q_SLOTS:
         const Objects objects = read(parser, "<!DOCTYPE a [<!ELEMENT a (b)>]><a>\n<b/>\t</a>");
         QCOMPARE(element(objects)->content(), QStringLiteral("\n\t"));
 
-        // Also where a reader tells the two apart.
+        // Holds for a reader that distinguishes the two as well.
         struct Space : HVXmlParser
         {
             bool startElement(const QString &uri, const QString &local, const QString &qName,
@@ -141,7 +141,7 @@ private Q_SLOTS:
             QVERIFY(!parser.isClosed());
         }
 
-        // Elements that nobody builds take up the reader's stack just as well.
+        // Elements that are skipped use the reader's stack, too.
         HVXmlParser skipping(&skipAll);
         DebugLog log;
         QVERIFY(read(skipping, nested(513)).empty());
@@ -164,7 +164,7 @@ private Q_SLOTS:
         QCOMPARE(limits.parsedCharacters, qint64(64) << 20);
         limits.parsedCharacters = 10000;
         HVLimits::setCurrent(limits);
-        HVXmlParser parser(&skipAll); // what counts is delivered text, kept or not
+        HVXmlParser parser(&skipAll); // delivered text counts, whether it is kept or not
         read(parser, before + QByteArray(10000, 'a') + after);
         QVERIFY(parser.isClosed());
         DebugLog log;
@@ -186,7 +186,7 @@ private Q_SLOTS:
         QCOMPARE(log.fatalErrors(), 1);
         QCOMPARE(parser.limitMet(), QStringLiteral("more than 50000 elements"));
 
-        HVXmlParser skipping(&skipAll); // builds none of them
+        HVXmlParser skipping(&skipAll); // builds no elements
         read(skipping, "<a>" + QByteArray("<b/>").repeated(50000) + "</a>");
         QVERIFY(skipping.isClosed());
     }
@@ -257,7 +257,7 @@ private Q_SLOTS:
     void shouldReadCharactersBeyondThe16BitOnes_data()
     {
         QTest::addColumn<QByteArray>("document");
-        QTest::addColumn<QString>("text"); // "!" for the character
+        QTest::addColumn<QString>("text"); // "!" marks the character
         QTest::newRow("hexadecimal") << QByteArray("<a>&#x1F600;</a>") << QStringLiteral("!");
         QTest::newRow("lower case") << QByteArray("<a>&#x1f600;.</a>") << QStringLiteral("!.");
         QTest::newRow("decimal") << QByteArray("<a>x&#128512;</a>") << QStringLiteral("x!");

@@ -301,7 +301,7 @@ private Q_SLOTS:
         auto *other = addChild(&root, QStringLiteral("b"));
         QCOMPARE(root.childElement(QStringLiteral("a")), child);
         QCOMPARE(root.childElementList(QStringLiteral("b")), QList<QObject *> { other });
-        // An explicit word: objects without a parent would go by the engine's own guess else.
+        // Set ownership explicitly; the engine would guess it for objects without a parent.
         child->setParent(nullptr);
         other->setParent(nullptr);
         QQmlEngine engine;

@@ -10,7 +10,7 @@ namespace {
 
 constexpr int Most = 1024 * 1024; // characters that entities may add
 
-/// Text of \a size characters that comes from an entity of 2,048, counted with its declaration.
+/// Text of \a size characters from an entity of 2,048, whose declaration counts, too.
 QByteArray entityText(int size, const QByteArray &before, const QByteArray &after)
 {
     return "<!DOCTYPE a [<!ENTITY e \"" + QByteArray(2048, 'a') + "\">]>" + before
@@ -19,7 +19,7 @@ QByteArray entityText(int size, const QByteArray &before, const QByteArray &afte
 
 } // namespace
 
-/// How far documents grow by the entities that they declare.
+/// Tests how much documents may grow by the entities that they declare.
 class tst_HVXmlEntities : public QObject
 {
     Q_OBJECT
@@ -37,10 +37,10 @@ private Q_SLOTS:
     {
         QFETCH(QByteArray, before);
         QFETCH(QByteArray, after);
-        HVXmlParser parser(&skipAll); // what counts is what the reader expands, kept or not
+        HVXmlParser parser(&skipAll); // expanded text counts, whether it is kept or not
         read(parser, entityText(Most - 2048, before, after));
         QVERIFY(parser.isClosed());
-        // The count begins anew with each read.
+        // Each read starts counting at zero.
         read(parser, entityText(Most - 2048, before, after));
         QVERIFY(parser.isClosed());
         QCOMPARE(parser.limitMet(), QString());
@@ -89,7 +89,7 @@ private Q_SLOTS:
         const QByteArray content =
                 "<a>" + QByteArray("100 %, %(n)s &amp; &lt;&gt;&quot;&apos;").repeated(20000);
         HVXmlParser parser;
-        // Those that XML declares itself keep their meaning.
+        // The entities that XML predefines keep their meaning.
         const QByteArray declared = "<!DOCTYPE a [<!ENTITY e '" + QByteArray(20000, 'x')
                 + "'><!ENTITY gt '" + QByteArray(20000, 'x') + "'>]>";
         const auto objects = read(parser, declared + content + "&e;</a>");
@@ -132,7 +132,7 @@ private Q_SLOTS:
 
     void shouldCountWhatAllEntitiesAdd()
     {
-        // Each of them alone would do.
+        // Each declaration would suffice by itself.
         QByteArray document = "<!DOCTYPE a [";
         QByteArray references;
         for (const char *name : { "e", "f" }) {
@@ -163,7 +163,7 @@ private Q_SLOTS:
 
     void shouldRefuseToDeclareEntitiesWithoutEnd()
     {
-        // The reader searches each entity for the names of all.
+        // The reader compares each entity with every entity name.
         for (const QByteArray &value : { QByteArray(), QByteArray(100, 'x') }) {
             QByteArray document = "<!DOCTYPE a [";
             for (int i = 0; i < 20000; ++i)
@@ -179,7 +179,7 @@ private Q_SLOTS:
 
     void shouldTakeTextWithEntitiesInPieces()
     {
-        // A flood is then stopped on its way instead of gathered first.
+        // Expansion stops early instead of collecting everything first.
         struct Pieces : HVXmlParser
         {
             bool characters(const QString &ch) override

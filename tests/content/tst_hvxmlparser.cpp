@@ -7,7 +7,7 @@ using namespace Hovlets;
 
 namespace Content {
 
-/// Has no constructor that takes attributes, so they go to its properties.
+/// Has no constructor that takes attributes, so they become properties.
 class Item : public QObject
 {
     Q_OBJECT
@@ -38,7 +38,7 @@ public:
     static inline QList<Item *> alive;
 };
 
-/// Cannot be made by the parser.
+/// A class that the parser cannot create.
 class Sealed : public QObject
 {
     Q_OBJECT
@@ -55,7 +55,7 @@ using Content::Sealed;
 
 namespace {
 
-/// Answers by tag, 1 for all others, and notes what it was asked.
+/// Answers by tag, with 1 by default, and records the calls.
 struct Answers
 {
     QMap<QString, int> answers;
@@ -133,7 +133,7 @@ private Q_SLOTS:
         const Objects objects = read(parser, "<r>x<p k=\"1\">y<q>z<s/></q></p>w<t/></r>");
         QCOMPARE(flat(objects), tree);
         QCOMPARE(answers.asked, asked.split(QLatin1Char(' ')));
-        // The text of what was not built belongs to nobody.
+        // Text in an element that was not built is dropped.
         QCOMPARE(element(objects)->content(), QStringLiteral("xw"));
     }
 
@@ -178,7 +178,7 @@ private Q_SLOTS:
             QCOMPARE(lost->children().size(), 1);
             QCOMPARE(objects.front()->children(), QList<QObject *> { Item::alive.at(0) });
 
-            // A further read leaves them alone; they live as long as the parser.
+            // Another read keeps them; they live as long as the parser.
             read(parser, "<r/>");
             QCOMPARE(Item::alive.size(), 3);
         }

@@ -52,7 +52,7 @@ private Q_SLOTS:
     void shouldReadResources()
     {
         QDirIterator files(QStringLiteral(":/"), QDir::Files, QDirIterator::Subdirectories);
-        QVERIFY(files.hasNext()); // of Qt itself
+        QVERIFY(files.hasNext()); // in Qt's own resources
         const QString path = files.next();
         QCOMPARE(HVFileBytes::all(path, large).bytes.size(), QFileInfo(path).size());
         QCOMPARE(HVFileBytes::all(path, 10).result, HVFileBytes::TooLarge);
@@ -96,7 +96,7 @@ private Q_SLOTS:
 
     void shouldNotReadAFileOfTheSystemWithoutEnd()
     {
-        // It says that it is empty, and is not.
+        // The file system reports a size of 0 for a file that has content.
         const QString path = QStringLiteral("/proc/self/maps");
         if (!QFile::exists(path))
             QSKIP("this system has no such file");
@@ -109,7 +109,7 @@ private Q_SLOTS:
     {
         const PackageFolder folder;
         const QString path = folder.add(QStringLiteral("file"), "1");
-        // Right after a change, the time stamps prove nothing.
+        // Right after a change, time stamps prove nothing.
         QVERIFY(!HVFileStatus(path).isSameAs(HVFileStatus(path)));
         QTRY_VERIFY(HVFileStatus(path).isSameAs(HVFileStatus(path)));
 
@@ -117,7 +117,7 @@ private Q_SLOTS:
         folder.add(QStringLiteral("file"), "2");
         QVERIFY(!before.isSameAs(HVFileStatus(path)));
 
-        // Nor does a time that was set back, nor another file of the same name.
+        // Nor does a time stamp that was set back, nor another file with the same name.
         QTRY_VERIFY(HVFileStatus(path).isSameAs(HVFileStatus(path)));
         before = HVFileStatus(path);
         {

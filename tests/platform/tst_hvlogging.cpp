@@ -11,7 +11,7 @@ using namespace Hovlets;
 
 namespace {
 
-/// What a document that is not well-formed leaves in the debug output.
+/// The debug output after reading a document that is not well-formed.
 void parseBadDocument()
 {
     HVXmlParser parser;

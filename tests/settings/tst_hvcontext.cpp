@@ -7,7 +7,7 @@
 
 using namespace Hovlets;
 
-// Keys travel as plain integers, which hosts may store as such.
+// Keys are passed as plain integers, and hosts may store them as such.
 static_assert(std::is_same_v<HVContextKey, int>);
 
 class tst_HVContext : public QObject

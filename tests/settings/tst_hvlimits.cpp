@@ -6,7 +6,7 @@
 
 using namespace Hovlets;
 
-// Hosts compile the struct into their own code: a further field takes the place of a reserved one.
+// Hosts compile the struct into their own code, so a new field takes the place of a reserved one.
 static_assert(std::is_standard_layout_v<HVLimits>);
 static_assert(sizeof(HVLimits) == 160);
 

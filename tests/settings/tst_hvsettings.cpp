@@ -13,7 +13,7 @@
 
 using namespace Hovlets;
 
-// The table of settings, the enumeration that hosts use, and the documents say the same.
+// The table of settings, the enumeration that hosts use and the documents must agree.
 
 namespace {
 
@@ -53,7 +53,7 @@ QString row(const HVSetting &setting)
     return QStringLiteral("| %1 |\n").arg(cells.join(u" | "));
 }
 
-/// As docs/settings.md shows it.
+/// The table as docs/settings.md shows it.
 QString table()
 {
     QString text = QStringLiteral("| key | number | type | default | read | what it does |\n"
@@ -63,7 +63,7 @@ QString table()
     return text;
 }
 
-/// The start of an enumerator's comment: its type and its default.
+/// The beginning of an enumerator's comment: type and default.
 QString commentStart(const HVSetting &setting)
 {
     QString type = setting.type;
@@ -133,7 +133,7 @@ private Q_SLOTS:
         QCOMPARE(context.get(2000), QVariant(7));
     }
 
-    /// With HOVLETS_UPDATE_DOCS in the environment, the table in the document is replaced.
+    /// Replaces the table in the document if HOVLETS_UPDATE_DOCS is set in the environment.
     void shouldBeTheTableInTheReference()
     {
         const QString path = sourcePath(QStringLiteral("docs/settings.md"));
@@ -150,11 +150,11 @@ private Q_SLOTS:
         const QStringList written = document.mid(start, end - start).split(u'\n');
         const QStringList wanted = table().split(u'\n');
         for (int i = 0; i < qMin(written.size(), wanted.size()); ++i)
-            QCOMPARE(written.at(i), wanted.at(i)); // else run this test with HOVLETS_UPDATE_DOCS=1
+            QCOMPARE(written.at(i), wanted.at(i)); // HOVLETS_UPDATE_DOCS=1 updates it
         QCOMPARE(written.size(), wanted.size());
     }
 
-    /// The README lists the settings that everybody needs, and links to all.
+    /// The README lists the settings that everybody needs, and links to the full table.
     void shouldBeInTheReadmeAsInTheReference()
     {
         QStringList wanted;

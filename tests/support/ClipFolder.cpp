@@ -23,7 +23,7 @@ QString ClipFolder::make(const QString &name, const QString &arguments) const
         return path;
     QStringList list { QStringLiteral("-y") };
     list += arguments.split(QLatin1Char(' '), Qt::SkipEmptyParts);
-    // Names are files, not patterns or protocols.
+    // Without "file:", the program could read the name as a pattern or a protocol.
     run(list << QLatin1String("file:") + path);
     return QFile::exists(path) ? path : QString();
 }

@@ -7,10 +7,10 @@
 #include <QtCore/QTemporaryDir>
 
 /*!
- * \brief Clips that the ffmpeg program makes when they are asked for, once in the life of a folder.
+ * \brief Clips that the ffmpeg program makes on first use, once for each folder.
  *
- * What goes wrong with the program fails the test with a warning that holds its words, and answers
- * an empty string.
+ * If the program fails, the functions return an empty string, and a warning with the program's
+ * output fails the test.
  */
 class ClipFolder
 {
@@ -18,22 +18,22 @@ public:
     QString filePath(const QString &name) const;
 
     /*!
-     * The path of the clip \a name, whose ending tells the container: a moving test picture of
-     * \a geometry ("WIDTHxHEIGHT"), coded as \a options say.
+     * The path of the clip \a name: a moving test picture of size \a geometry ("WIDTHxHEIGHT"),
+     * encoded with \a options. The suffix of the name selects the container.
      */
     QString clip(const QString &name, const QString &geometry, const QString &options) const;
 
-    /// The same with any arguments of the program in front of the file name; separated by blanks.
+    /// The same for any arguments before the file name, separated by spaces.
     QString make(const QString &name, const QString &arguments) const;
 
-    /// The path of a file with the given bytes.
+    /// Writes a file and returns its path.
     QString write(const QString &name, const QByteArray &bytes) const;
     static QByteArray read(const QString &path);
 
-    /// Every picture of a clip, 32 bits a pixel, without padding, as the program converts them.
+    /// Every frame of a clip as the program converts it: 32 bits a pixel, without padding.
     static QByteArray pictures(const QString &path);
 
-    /// What the program writes to its output.
+    /// Runs the program and returns its standard output.
     static QByteArray run(const QStringList &arguments);
 
 private:

@@ -10,10 +10,10 @@
 #include <algorithm>
 #include <memory>
 
-/// What tests of clips compare.
+/// Compares the frames of clips.
 namespace ClipPictures {
 
-/// The rows of a 32-bit picture without their padding.
+/// The rows of a 32-bit image without their padding.
 inline QByteArray packed(const QImage &image)
 {
     QByteArray bytes;
@@ -22,7 +22,7 @@ inline QByteArray packed(const QImage &image)
     return bytes;
 }
 
-/// The same with every pixel opaque.
+/// The same pixels, all opaque.
 inline QByteArray opaque(QByteArray pixels)
 {
     for (int i = 3; i < pixels.size(); i += 4)
@@ -30,7 +30,7 @@ inline QByteArray opaque(QByteArray pixels)
     return pixels;
 }
 
-/// Where the first difference is; empty for none.
+/// Describes the first difference; empty if there is none.
 inline QString difference(const QByteArray &is, const QByteArray &should)
 {
     const auto size = std::min(is.size(), should.size());

@@ -3,7 +3,7 @@
 
 namespace {
 
-/// Bytes that readers trip over: what stands for the end of data, nothing, broken UTF-8, a mark.
+/// Bytes that readers stumble over: end-of-data marks, null bytes, broken UTF-8, a byte-order mark.
 const QList<QByteArray> &oddBytes()
 {
     static const QList<QByteArray> bytes {
@@ -222,7 +222,7 @@ QByteArray ControlFileGenerator::content(int depth)
     }
 }
 
-/// The file, or one that is cut, or has some bytes too many or too few.
+/// The file as it is, cut short, or with a few bytes removed or added.
 QByteArray ControlFileGenerator::damaged(QByteArray file)
 {
     if (oneIn(15))

@@ -8,17 +8,17 @@
 #include <QtCore/QStringList>
 
 /*!
- * \brief Makes small control files that are hard to read right, the same ones for a seed.
+ * \brief Generates small control files that are hard to read correctly. A seed determines them.
  *
- * About half of them are well-formed. Entries carry few different keys, in many spellings, so that
- * look-ups find what they want often enough.
+ * About half of them are well-formed. Entries share a few keys, in many spellings, which makes
+ * enough look-ups succeed.
  */
 class ControlFileGenerator
 {
 public:
     explicit ControlFileGenerator(quint32 seed);
 
-    /// Keys that look-ups may ask for, the odd ones included.
+    /// Keys to look up, including odd ones.
     static QStringList keys();
 
     QByteArray controlFile();
@@ -42,5 +42,5 @@ private:
     QByteArray encoded(const QByteArray &file);
 
     QRandomGenerator m_random;
-    QByteArray m_key; // the one that most entries of the file carry
+    QByteArray m_key; // most entries of the file have it
 };

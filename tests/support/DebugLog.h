@@ -8,9 +8,9 @@
 #include <mutex>
 
 /*!
- * \brief Takes the debug output of its lifetime; warnings and worse go where they always go.
+ * \brief Captures the debug output during its lifetime. Warnings and errors pass through.
  *
- * One at a time. Any thread may write.
+ * Only one may exist at a time. Any thread may write.
  */
 class DebugLog
 {
@@ -42,7 +42,7 @@ public:
         return m_categories;
     }
 
-    /// The number of documents that the parser did not read to their end.
+    /// The number of documents that the parser gave up on.
     int fatalErrors() const
     {
         return int(lines().filter(QStringLiteral("Fatal error at ")).size());

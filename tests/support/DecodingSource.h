@@ -9,27 +9,27 @@
 
 #include <mutex>
 
-/// The clips that sources decode in tests.
+/// Clips for tests of sources.
 class DecodedClips : public ClipFolder
 {
 public:
-    static constexpr int Count = 10; ///< pictures of the usual one
+    static constexpr int Count = 10; ///< frames of the usual clip
 
-    /// Ten pictures of 64 x 48 at 25 a second.
+    /// Ten frames of 64 x 48 at 25 per second.
     QString usual() const
     {
         return clip(QStringLiteral("usual.mp4"), QStringLiteral("64x48"),
                     QStringLiteral("-c:v libx264 -bf 3 -pix_fmt yuv420p"));
     }
 
-    /// Twenty pictures of 32 x 18 at 50 a second.
+    /// Twenty frames of 32 x 18 at 50 per second.
     QString other() const
     {
         return clip(QStringLiteral("other.avi"), QStringLiteral("32x18"),
                     QStringLiteral("-vf fps=50 -c:v mjpeg -pix_fmt yuvj420p"));
     }
 
-    /// Many more pictures than a test waits for; a small file and small pictures.
+    /// Far more frames than any test waits for, in a small file.
     QString endless() const
     {
         return make(QStringLiteral("endless.avi"),
@@ -38,11 +38,11 @@ public:
     }
 };
 
-/// A source whose run can be told what to do next, and whose signals are noted.
+/// A source that tests can control step by step, with its signals recorded.
 class DecodingSource : public Hovlets::HVVideoSourceFFMPEG
 {
 public:
-    static constexpr int Patience = 60000; ///< ms; only a failure waits so long
+    static constexpr int Patience = 60000; ///< ms; only a failing test waits this long
 
     DecodingSource()
     {
@@ -60,14 +60,14 @@ public:
     }
     ~DecodingSource() override
     {
-        // So that thread checkers see it: QThread::wait() goes by a lock of QtCore's own.
+        // Thread checkers cannot see into the lock that QThread::wait() uses in QtCore.
         quit();
         const std::lock_guard<std::mutex> locker(m_running);
     }
 
     using Hovlets::HVVideoSourceFFMPEG::loadSource;
 
-    /// Asks for a clip and waits for its last picture.
+    /// Requests a clip and waits for its last frame.
     bool decode(const QString &path)
     {
         const int ended = seen.count(QStringLiteral("streamEnded"));
@@ -82,7 +82,7 @@ public:
                 Patience);
     }
 
-    /// Every picture in the cache, without padding.
+    /// Every frame in the cache, without padding.
     QByteArray pictures() const
     {
         QByteArray bytes;

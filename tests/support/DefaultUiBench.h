@@ -18,12 +18,12 @@
 /*!
  * \brief The default user interface, showing entries of a test.
  *
- * Items are found by their object name, among those that are on screen.
+ * Finds visible items by object name.
  */
 class DefaultUiBench
 {
 public:
-    /// \a entries are the "hovlet" elements of the control file.
+    /// \a entries: the "hovlet" elements of the control file.
     explicit DefaultUiBench(const QByteArray &entries);
 
     /// An entry with the key "key".
@@ -39,42 +39,42 @@ public:
     QList<QQuickItem *> items(const QString &name) { return itemsOf(root(), name); }
     static QList<QQuickItem *> itemsOf(QQuickItem *root, const QString &name);
 
-    /// The first of them, or null.
+    /// The first matching item, or null.
     QQuickItem *item(const char *name);
 
-    /// What the items say.
+    /// The texts of the items.
     QStringList texts(const char *name);
 
-    /// Every item that shows text.
+    /// All items that show text.
     QList<QQuickItem *> textItems();
 
-    /// The item's place in the root item.
+    /// The item's rectangle, in the root item's coordinates.
     QRectF place(const QQuickItem *item);
 
-    /// Clicks on its middle.
+    /// Clicks the middle of the item.
     void click(QQuickItem *item);
 
-    /// Where in a text item its first link is, in the root item; null when there is none.
+    /// The position of the first link in a text item, in the root item's coordinates; null if none.
     QPointF linkPosition(QQuickItem *text);
 
-    /// The view as it is now; a widget's own grab shows its last frame.
+    /// The current picture of the view. A grab of the widget would return its last frame.
     QImage grab() { return view()->grabFramebuffer(); }
 
-    /// Renders, and lets everything happen that is due.
+    /// Renders, and processes everything that is due.
     void settle();
 
-    /// What was said by the QML engine, and of files that were not found.
+    /// Messages of the QML engine, and about files that were not found.
     QStringList complaints() { return host.messagesOf(Hovlets::HVMessageDebug); }
 
     static double contrast(const QColor &a, const QColor &b);
 
-    /// The colour that stands out most from \a from among the pixels of \a area.
+    /// The colour among the pixels of \a area that differs most from \a from.
     QColor strongest(const QRectF &area, const QColor &from);
 
     PackageFolder folder;
     HVContext settings;
 
-    /// Translates by \a translation, when it is set.
+    /// Translates with \a translation if that is set.
     class Host : public RecordingHost
     {
     public:

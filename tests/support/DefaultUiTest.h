@@ -8,15 +8,14 @@
 #include <memory>
 
 /*!
- * \brief What tests of the default user interface have in common: none of them may leave a
- * complaint.
+ * \brief Base class of tests of the default user interface. Any QML message fails them.
  */
 class DefaultUiTest : public QObject
 {
     Q_OBJECT
 
 protected:
-    /// Makes a bench with one entry, without showing it.
+    /// Creates a bench with one entry, without showing it.
     void make(const QByteArray &attributes, const QByteArray &children = {})
     {
         m_bench = std::make_unique<DefaultUiBench>(DefaultUiBench::entry(attributes, children));

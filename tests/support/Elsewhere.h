@@ -7,7 +7,7 @@
 #include <thread>
 #include <vector>
 
-/// Does \a work in a thread of its own; false when that thread is held up.
+/// Runs \a work in another thread; returns false if that thread is blocked.
 template <typename Work> inline bool doesElsewhere(std::vector<std::thread> *threads, Work work)
 {
     auto done = std::make_shared<QSemaphore>();

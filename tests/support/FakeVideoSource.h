@@ -5,7 +5,7 @@
 
 #include <atomic>
 
-/// A source without a thread, whose pictures the test hands out. Picture i is i + 1 pixels wide.
+/// A source without a thread. The test supplies the frames; frame i is i + 1 pixels wide.
 class FakeVideoSource : public Hovlets::HVVideoSource
 {
 public:
@@ -21,7 +21,7 @@ public:
 
     void load() { Hovlets::HVVideoSource::loadSource(); }
 
-    /// Begins a clip of no pictures.
+    /// Starts a clip without frames.
     void begin()
     {
         setupSource();

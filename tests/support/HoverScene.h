@@ -18,7 +18,7 @@
 #include <functional>
 #include <memory>
 
-/// A widget that notes which tooltips and clicks reach it.
+/// A widget that records the tooltip requests and clicks that reach it.
 class Control : public QWidget
 {
     Q_OBJECT
@@ -36,9 +36,9 @@ protected:
 /*!
  * \brief A host whose manager watches the mouse, and a window of 100 x 100 with a control on it.
  *
- * The window lies at the screen's top-left corner, far from where popups show, and the mouse rests
- * at the bottom right. Popups hide without a fade, and by themselves not at all. The package holds
- * the keys "a" and "b".
+ * The window is in the screen's top-left corner, far from where popups show, and the mouse rests at
+ * the bottom right. Popups hide without a fade and never by themselves. The package has the keys
+ * "a" and "b".
  */
 class HoverScene
 {
@@ -46,13 +46,13 @@ public:
     HoverScene();
     ~HoverScene();
 
-    /// Starts the library; done by the first use of host() otherwise.
+    /// Starts the library. The first call of host() does so otherwise.
     void start(Hovlets::HVIndex *index = nullptr);
 
     RecordingHost &host();
     Hovlets::HVManager &manager() { return *host().manager(); }
 
-    /// The settings: before the start those to start with, afterwards those in force.
+    /// The initial settings before the start, the current ones afterwards.
     HVContext &context();
 
     Hovlets::HVWidget *popup() { return host().popup(); }
@@ -60,19 +60,19 @@ public:
 
     bool isShowing() { return popup() && popup()->isVisible(); }
 
-    /// The key of the content in the popup, a null string without content.
+    /// The key of the popup's content; null without content.
     QString shownKey();
 
-    /// Shows \a key for the control, as a host that does its own tracking would.
+    /// Shows \a key for the control, like a host that tracks the mouse by itself.
     bool show(const QString &key, const QPoint &position = Position);
 
-    /// Has the mouse rest on \a widget; true when the event did not get through to it.
+    /// Rests the mouse on \a widget; returns true if the widget did not receive the event.
     static bool rest(Control &widget, const QPoint &position = Position);
 
     /// Pins the popup and returns it.
     Hovlets::HVWidget *pin();
 
-    /// Where the cursor is when a popup shows; the popup lies right and below of it.
+    /// The cursor position for which popups show; they open below it, to the right.
     static constexpr QPoint Position { 300, 300 };
 
     PackageFolder packages;
@@ -84,7 +84,7 @@ private:
     std::unique_ptr<RecordingHost> m_host;
 };
 
-/// An index whose content the test makes up.
+/// An index with content that the test defines.
 class MadeUpIndex : public Hovlets::HVIndex
 {
     Q_OBJECT
@@ -101,6 +101,6 @@ public:
     /// A new entry for \a key.
     static Hovlets::HVXmlElement *entry(const QString &key, QObject *parent = nullptr);
 
-    Answer answer; // by default an entry below a root, for every key
+    Answer answer; // by default, an entry below a root for every key
     QStringList asked; // "key locale"
 };

@@ -12,7 +12,7 @@ using namespace Hovlets;
 
 namespace {
 
-/// Has the toolkit ask for tooltips sooner; when it asks is no concern of these tests.
+/// Makes the toolkit ask for tooltips sooner; its delay does not matter to these tests.
 class ImpatientStyle : public QProxyStyle
 {
 public:
@@ -22,7 +22,7 @@ public:
         if (hint == SH_ToolTip_WakeUpDelay)
             return delay;
         if (hint == SH_ToolTip_FallAsleepDelay)
-            return 0; // until then it would ask for the next one at once
+            return 0; // until then, the style would ask for the next one at once
         return QProxyStyle::styleHint(hint, option, widget, data);
     }
 
@@ -101,7 +101,7 @@ void HoverTest::init()
     settings.set(HVKeyTrackHover, true);
     settings.set(HVKeyHideFadeDuration, 0);
     settings.set(HVKeyHideDelay, 60000);
-    // What is indexed later is asked first.
+    // The package that is indexed last is searched first.
     m_host = std::make_unique<RecordingHost>(settings,
                                              QStringList { m_folder.path(), m_german.path() });
     showWindow(QPoint(400, 300));

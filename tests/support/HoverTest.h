@@ -18,10 +18,10 @@
 #include <memory>
 
 /*!
- * \brief A window of a host, and what the toolkit asked tooltips for.
+ * \brief A host's window that records the toolkit's requests for tooltips.
  *
- * Of its buttons "a", "b" and "disabled", which is, have content; "unknown" has a tooltip of its
- * own, "silent" nothing.
+ * Of its buttons, "a", "b" and "disabled" have content; "unknown" has a tooltip of its own,
+ * "silent" has nothing. "disabled" is disabled.
  */
 class HostWindow : public QWidget
 {
@@ -39,7 +39,7 @@ private:
     QHash<QString, QPushButton *> m_buttons;
 };
 
-/// A test with such a window on the screen, a host that watches the mouse, and the real pointer.
+/// A test with a visible window, a host that watches the mouse, and the real pointer.
 class HoverTest : public QObject
 {
     Q_OBJECT
@@ -59,8 +59,8 @@ protected:
     static bool isToolTipShown(const QString &text);
 
     /*!
-     * Rests the pointer at \a position until \a happened. As a hand does, it moves a bit now and
-     * then: the toolkit asks for no tooltip when a window comes up after the last move.
+     * Rests the pointer at \a position until \a happened. It moves a bit now and then, like a hand:
+     * the toolkit asks for no tooltip if a window opens after the last move.
      */
     template <typename Condition> static bool rest(const QPoint &position, Condition happened)
     {
@@ -72,21 +72,21 @@ protected:
         return false;
     }
 
-    /// Rests the pointer until the popup shows the content of that control.
+    /// Rests the pointer on the control until the popup shows its content.
     bool hover(const char *name);
 
-    /// Rests the pointer until the toolkit has asked that control for a tooltip.
+    /// Rests the pointer on the control until the toolkit has asked it for a tooltip.
     bool restOn(const char *name, const QPoint &offset = {});
 
-    /// The toolkit asks for no tooltip in the rest of the test: a control without content does not
-    /// hide the popup before its time.
+    /// Stops the toolkit's requests for tooltips for the rest of the test. Otherwise, a control
+    /// without content could hide the popup early.
     static void stopAskingForTooltips();
 
-    /// Shows a new window of the host there.
+    /// Opens a new window of the host at \a position.
     void showWindow(const QPoint &position);
 
     PackageFolder m_folder;
-    PackageFolder m_german; // the same control "a", and "unknown", in German
+    PackageFolder m_german; // "a" and "unknown" once more, in German
     std::unique_ptr<HostWindow> m_window;
     std::unique_ptr<RecordingHost> m_host;
 };

@@ -11,7 +11,7 @@
 
 #include <memory>
 
-/// A test with an index over an empty data path, both new for each test function.
+/// A test with an empty data path and an index of it, created for each test function.
 class IndexTest : public QObject
 {
     Q_OBJECT
@@ -36,7 +36,7 @@ protected:
         return "<hovlet key=\"" + key + "\" name=\"" + name + "\"/>";
     }
 
-    /// A look-up that owns what it found.
+    /// The result of a look-up; owns the tree.
     struct Found
     {
         Found(Hovlets::HVIndex &index, const char *key,

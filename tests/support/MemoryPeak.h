@@ -3,7 +3,7 @@
 
 #include <QtCore/QFile>
 
-/// How many bytes more this process has held at a time than it held at construction.
+/// The most memory that this process held since construction, in bytes beyond what it held then.
 class MemoryPeak
 {
 public:

@@ -6,7 +6,7 @@
 
 #include <initializer_list>
 
-/// Builds QuickTime and MP4 files box by box, for tests of what such files may declare.
+/// Builds QuickTime and MP4 files box by box, to test what such files may declare.
 namespace MovieBytes {
 
 inline QByteArray number(quint32 value)
@@ -30,7 +30,7 @@ inline QByteArray box(const char *name, const QByteArray &content)
     return number(quint32(content.size()) + 8) + name + content;
 }
 
-/// The description of 320 x 240 pixels of motion JPEG, with further boxes behind it.
+/// A sample description: 320 x 240 pixels of motion JPEG, followed by \a more boxes.
 inline QByteArray description(const QByteArray &more = QByteArray())
 {
     return box("jpeg",
@@ -38,13 +38,13 @@ inline QByteArray description(const QByteArray &more = QByteArray())
                        + QByteArray::fromHex("014000f0") + QByteArray(50, '\0') + more);
 }
 
-/// As many samples as it says, all of the same size; no bytes stand for each.
+/// A table of \a count samples of the same size, which takes up no bytes for each of them.
 inline QByteArray equalSizes(quint32 count, quint32 size = 1)
 {
     return box("stsz", numbers({ 0, size, count }));
 }
 
-/// What the tables of a track say, without a sample behind it.
+/// The tables of a track, without any samples.
 struct Tables
 {
     explicit Tables(const QByteArray &sizes)
@@ -52,11 +52,11 @@ struct Tables
     {
     }
 
-    QByteArray sizes; ///< the box with the sizes of the samples
+    QByteArray sizes; ///< the box with the sample sizes
     QByteArray times = box("stts", numbers({ 0, 1, 1, 512 }));
     QByteArray format = description();
-    QByteArray more; ///< further boxes of the sample table
-    QByteArray edits; ///< a box beside the media
+    QByteArray more; ///< further boxes in the sample table
+    QByteArray edits; ///< a box next to the media box
     const char *handler = "vide";
     quint32 samplesPerChunk = 0x7fffffff;
 };

@@ -7,7 +7,7 @@
 #include <sys/inotify.h>
 #include <unistd.h>
 
-/// Counts how often a file is opened, by whomever, from construction on.
+/// Counts how often any process opens a file.
 class OpenCounter
 {
     Q_DISABLE_COPY_MOVE(OpenCounter)
@@ -22,11 +22,11 @@ public:
 
     ~OpenCounter() { close(m_queue); }
 
-    /// The number of times since the last call.
+    /// The number of times since the last call, or since construction.
     int take()
     {
         int opened = 0;
-        inotify_event event {}; // a watched file's events carry no name
+        inotify_event event {}; // events of a watched file have no name
         while (read(m_queue, &event, sizeof event) == sizeof event) {
             if (event.mask & IN_OPEN)
                 ++opened;

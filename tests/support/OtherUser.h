@@ -11,7 +11,7 @@
 #include <unistd.h>
 
 /*!
- * \brief A user whom permissions stop: the one who runs the test, or for root, another one.
+ * \brief A user to whom permissions apply: the current one, or for root, another user.
  */
 class OtherUser
 {
@@ -31,8 +31,8 @@ public:
     }
 
     /*!
-     * Lets the user look into a folder of this test, and run the program: in that folder, when it
-     * is out of reach where it was built.
+     * Gives the user access to a folder of this test, and to the program. Copies the program into
+     * the folder if the user cannot reach it where it was built.
      */
     void admitTo(const QString &folder)
     {
@@ -48,10 +48,10 @@ public:
             m_lack = QStringLiteral("another user cannot reach %1").arg(folder);
     }
 
-    /// Why nothing can be run as that user; null when it can.
+    /// The reason why nothing can run as that user; null if it can.
     QString lack() const { return m_lack; }
 
-    /// The program, as that user.
+    /// The command that runs the program as that user.
     QStringList command() const { return m_prefix + QStringList { m_program }; }
 
 private:

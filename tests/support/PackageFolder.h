@@ -8,17 +8,16 @@
 /*!
  * \brief A data path in a temporary folder, filled file by file.
  *
- * Paths that it returns are canonical, as the index records them.
+ * Returns canonical paths, as the index records them.
  */
 class PackageFolder
 {
 public:
     PackageFolder();
 
-    /// The data path.
     QString path() const;
 
-    /// Writes a file below the data path, with the folders that it needs, and returns its path.
+    /// Writes a file below the data path, creates the folders that it needs, and returns its path.
     QString add(const QString &relativePath, const QByteArray &content) const;
 
     /// Writes "PACKAGE.hovlets/Control/NAME.xml".

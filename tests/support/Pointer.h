@@ -8,17 +8,17 @@
 #include <QtGui/QColor>
 #include <QtGui/QImage>
 
-/// The pointer and the keys of the X display, moved by xdotool: no event is made up.
+/// The pointer and the keys of the X display. xdotool moves them, so the events are real.
 class Pointer
 {
 public:
     static void moveTo(const QPoint &position);
 
-    /// Where no window of a test lies.
+    /// Moves the pointer to where tests have no windows.
     static void moveAway();
     static void click();
 
-    /// \a key as xdotool names it, such as "shift".
+    /// Presses \a key, named as in xdotool: "shift", for example.
     static void press(const QString &key);
     static void release(const QString &key);
 
@@ -26,5 +26,5 @@ private:
     static void run(const QStringList &arguments);
 };
 
-/// What a person sees at \a position of the screen.
+/// The colour on screen at \a position.
 QColor pixelOnScreen(const QPoint &position);

@@ -10,7 +10,7 @@ using namespace Hovlets;
 
 PopupBench::PopupBench()
 {
-    // The popups of tests come and go; none is to fade unless the test is about that.
+    // Only tests of fading need fades.
     settings.set(HVKeyHideFadeDuration, 0);
     settings.set(HVKeyMessageLevel, HVMessageDebug);
     host = std::make_unique<RecordingHost>(settings, QStringList());
@@ -21,7 +21,7 @@ PopupBench::PopupBench()
     QCursor::setPos(control.geometry().center());
     m_roots = std::make_unique<QObject>();
     popup = std::make_unique<HVWidget>(host->manager(), nullptr, nullptr);
-    // Window systems do not frame tooltip windows; the offscreen platform does unless told.
+    // Window systems do not frame tooltip windows, but the offscreen platform does by default.
     popup->setWindowFlag(Qt::FramelessWindowHint);
     view = new HVView(host->manager(), popup.get());
     popup->setView(view);

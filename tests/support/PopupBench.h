@@ -19,9 +19,9 @@
 #include <memory>
 
 /*!
- * \brief A popup with a view, fed with content by hand: no hovering, no look-ups.
+ * \brief A popup with a view. The test supplies the content; nothing hovers or looks keys up.
  *
- * There is one control, a top-level window at (300, 300) of 100 x 30, and the mouse rests on it.
+ * The only control is a top-level window at (300, 300) of 100 x 30; the mouse rests on it.
  */
 class PopupBench
 {
@@ -29,24 +29,23 @@ public:
     PopupBench();
     ~PopupBench();
 
-    /// The settings in force.
     HVContext &context() { return host->manager()->context(); }
 
-    /// Writes a user interface and returns its path; the default one is 200 x 100.
+    /// Writes a user interface and returns its path. The default one is 200 x 100.
     QString ui(const QByteArray &name = "Default.qml",
                const QByteArray &qml = PackageFolder::userInterface(200, 100)) const;
 
-    /// A content entry for \a key below a root, run by the QML file \a ui. The popup owns it.
+    /// An entry for \a key below a root, for the user interface \a ui. The popup owns it.
     Hovlets::HVXmlElement *content(const QString &key, const QString &ui = QString()) const;
 
     /// Shows new content for the control at \a position.
     void show(const QPoint &position = { 100, 100 });
 
-    /// A point of the screen where nothing is safe, and the mouse moved there.
+    /// Moves the mouse out of the safe region and returns its new position.
     static QPoint away();
     static void moveMouseAway();
 
-    /// Whether the countdown to hiding runs, and how long it is; -1 when it does not run.
+    /// The remaining duration of the countdown to hiding in ms; -1 if it does not run.
     int countdown() const;
     QTimer *hideTimer() const;
     QPropertyAnimation *fade() const;
@@ -63,7 +62,7 @@ public:
     Hovlets::HVView *view;
 };
 
-/// The manager's own popup, as a hover makes it, for what only that one can do: be pinned.
+/// The manager's own popup, as a hover creates it. Only this one can be pinned.
 class HoverBench
 {
 public:

@@ -8,7 +8,7 @@ using namespace Hovlets;
 
 namespace {
 
-/// For the base class, whose manager is to have no part in a test.
+/// Settings for the base class, whose manager takes no part in tests.
 HVContext &noSettings()
 {
     static HVContext context;

@@ -18,10 +18,10 @@ class HVWidget;
 } // namespace Hovlets
 
 /*!
- * \brief A host that notes what the library asks of it and answers as told.
+ * \brief A host that records the library's requests and returns the answers that the test sets.
  *
- * An interface keeps its manager to itself, so this one makes a second manager, with the given
- * settings and content, for tests to work with; the base class's own has neither.
+ * HVInterface keeps its manager private. Therefore this class creates a second one, with the given
+ * settings and content, for tests to use; the base class's manager has neither.
  */
 class RecordingHost : public Hovlets::HVInterface
 {
@@ -35,7 +35,7 @@ public:
 
     Hovlets::HVManager *manager();
 
-    /// The current popup and its view, null before the first show.
+    /// The current popup; null before the first show.
     Hovlets::HVWidget *popup();
     Hovlets::HVView *view();
 

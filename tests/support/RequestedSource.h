@@ -8,13 +8,13 @@
 
 #include <mutex>
 
-/// Lets the test do what is a subclass's, and notes what changes call.
+/// Gives tests access to what only subclasses may call, and records the virtual functions called.
 class RequestedSource : public FakeVideoSource
 {
 public:
     ~RequestedSource() override { end(); }
 
-    /// Quits so that thread checkers see it: QThread::wait() goes by a lock of QtCore's own.
+    /// Thread checkers cannot see into the lock that QThread::wait() uses in QtCore.
     void end()
     {
         quit();

@@ -10,8 +10,8 @@
 #include <vector>
 
 /*!
- * \brief Notes the signals of an object as they are emitted, in whichever thread: QSignalSpy is not
- * made for more than one.
+ * \brief Records an object's signals in the order of their emission, from any thread. QSignalSpy
+ * supports only one thread.
  */
 class SignalOrder
 {
@@ -46,7 +46,7 @@ public:
 
     int count(const QString &name) const { return int(names().count(name)); }
 
-    /// What was noted since the last call.
+    /// The signals recorded since the last call.
     QStringList take()
     {
         const std::lock_guard<std::mutex> locker(m_mutex);
@@ -59,11 +59,11 @@ private:
     QStringList list() const { return QStringList(m_names.begin(), m_names.end()); }
 
     mutable std::mutex m_mutex;
-    std::vector<QString> m_names; // not shared with the copies that are handed out
+    std::vector<QString> m_names; // not shared with the copies that take() returns
     QList<QMetaObject::Connection> m_connections;
 };
 
-/// The signatures of a class's own methods of one kind, in their order.
+/// The signatures of a class's own methods of one kind, in declaration order.
 inline QStringList ownMethods(const QMetaObject &type, QMetaMethod::MethodType kind)
 {
     QStringList signatures;
@@ -74,7 +74,7 @@ inline QStringList ownMethods(const QMetaObject &type, QMetaMethod::MethodType k
     return signatures;
 }
 
-/// "type name rw notify" of a class's own properties, in their order.
+/// "type name rw notify" of a class's own properties, in declaration order.
 inline QStringList ownProperties(const QMetaObject &type)
 {
     QStringList properties;

@@ -6,9 +6,9 @@
 #include <functional>
 
 /*!
- * \brief Runs a function on a thread with a stack of 512 KB, as small as those of some hosts.
+ * \brief Runs a function on a thread with a stack of 512 KB, as small as in some hosts.
  *
- * What recurses without a bound ends the test program here long before it would on the main thread.
+ * Unbounded recursion crashes the test program here long before it would on the main thread.
  */
 inline void onSmallStack(const std::function<void()> &function)
 {

@@ -15,7 +15,7 @@ void setDefault(const char *variable, const char *value)
 
 QtMessageHandler testLog = nullptr;
 
-/// Keeps out what the offscreen platform says of itself whenever a window is shown.
+/// Drops the message that the offscreen platform prints whenever a window is shown.
 void logMessage(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
     if (!text.startsWith(QLatin1String("This plugin does not support ")))

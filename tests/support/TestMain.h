@@ -5,12 +5,12 @@
 
 /*!
  * \brief Runs the test class on the offscreen platform with the software scene graph, unless the
- * environment names others.
+ * environment selects others.
  */
 int runTest(int argc, char **argv, QObject *(*create)());
 
-/// Keeps what the offscreen platform says of itself out of the test's log, in programs that create
-/// their application by themselves. Call it when the test has begun.
+/// Drops the offscreen platform's own messages in programs that create their application
+/// themselves. Call it when the test has begun.
 void filterTestLog();
 
 #define HOVLETS_TEST_MAIN(TestClass) \

@@ -4,13 +4,13 @@
 #include <QtCore/QFile>
 #include <QtCore/QString>
 
-/// Shorthand for tests that are full of strings, most of which become arguments of Qt's.
+/// Shorthand for the many strings in tests, most of which are passed to Qt.
 inline QString text(const char *latin1)
 {
     return QString::fromLatin1(latin1);
 }
 
-/// The content of a UTF-8 file that the test cannot do without.
+/// The content of a UTF-8 file. The test cannot continue without it.
 inline QString readText(const QString &path)
 {
     QFile file(path);

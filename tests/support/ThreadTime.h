@@ -6,9 +6,9 @@
 #include <ctime>
 
 /*!
- * \brief Milliseconds that this thread has spent on the processor since construction.
+ * \brief CPU time of this thread since construction, in ms.
  *
- * Unlike the time on the clock it hardly depends on what else the machine does.
+ * Unlike elapsed time, it hardly depends on the machine's load.
  */
 class ThreadTime
 {

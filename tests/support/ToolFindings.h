@@ -11,7 +11,7 @@ inline QStringList checkArguments(const char *format, const QString &path)
     return { QStringLiteral("check"), QStringLiteral("--format"), QLatin1String(format), path };
 }
 
-/// "CODE FILE-NAME:LINE" of each finding of a run with "--format json", or with ":COLUMN" as well.
+/// "CODE FILE-NAME:LINE" for each finding of a run with "--format json", or with ":COLUMN" added.
 inline QStringList findingsOf(const ToolRun &run, bool withColumn = false)
 {
     QStringList lines;
@@ -31,7 +31,7 @@ inline QStringList findingsOf(const ToolRun &run, bool withColumn = false)
     return lines;
 }
 
-/// Those of "hovlets check".
+/// The same for a run of "hovlets check".
 inline QStringList found(const QStringList &options, const QString &path)
 {
     return findingsOf(ToolRun(checkArguments("json", path) + options));
@@ -48,7 +48,7 @@ inline QStringList messages(const QString &path, const QStringList &options = {}
     return texts;
 }
 
-/// A control file that finds its user interface.
+/// A control file with a user interface that exists.
 inline QByteArray control(const QByteArray &entries, const QByteArray &attributes = {})
 {
     return "<hovlets search=\"Default\" " + attributes + ">\n" + entries + "\n</hovlets>\n";

@@ -9,7 +9,7 @@
 #include <QtCore/QStringList>
 
 /*!
- * \brief What the program for authors says of itself, or of one of its commands.
+ * \brief The help text of the program for authors, or of one of its commands, parsed.
  */
 class ToolHelp
 {
@@ -24,7 +24,7 @@ public:
         bool isOption() const { return name.startsWith(QLatin1Char('-')); }
         QString longName() const { return name.section(QLatin1Char(','), -1); }
 
-        /// The values that there are, when these are a fixed set.
+        /// The allowed values if they are a fixed set.
         QStringList values() const
         {
             static const QRegularExpression set(QStringLiteral("\\{(.*)\\}"));
@@ -41,7 +41,7 @@ public:
         static const QRegularExpression line(QStringLiteral("^Usage: (.*)$"),
                                              QRegularExpression::MultilineOption);
         usage = line.match(help).captured(1);
-        // Of two columns; what is too long for the first ends its line.
+        // There are two columns; an entry that is too wide for the first ends its line.
         static const QRegularExpression row(
                 QStringLiteral("^  (?=\\S)(?!hovlets )(?:(.{27}) |(.{28,})\\n {30})(\\S.*)$"),
                 QRegularExpression::MultilineOption);
@@ -54,7 +54,7 @@ public:
         }
     }
 
-    /// The commands, when this is the help of the program.
+    /// The commands, if this is the help text of the program itself.
     static QStringList commands()
     {
         QStringList names;

@@ -10,12 +10,12 @@
 #include <QtCore/QStringList>
 
 /*!
- * \brief One run of the program for authors, to its end, without a display.
+ * \brief Runs the program for authors without a display until it exits.
  */
 class ToolRun
 {
 public:
-    /// \param command the program, and before it what is to start it
+    /// \param command the program, after the words of the command that starts it, if any
     explicit ToolRun(const QStringList &arguments, const QMap<QString, QString> &variables = {},
                      const QStringList &command = { QStringLiteral(HOVLETS_PROGRAM) })
     {
@@ -37,10 +37,10 @@ public:
         error = process.readAllStandardError();
     }
 
-    /// What it wrote as JSON; empty when it is none.
+    /// The output as a JSON object; empty if it is not one.
     QJsonObject json() const { return QJsonDocument::fromJson(output).object(); }
 
-    int status = -1; // that of the program, or -1 when it did not end by itself
+    int status = -1; // the exit status, or -1 if the program did not exit by itself
     QByteArray output;
     QByteArray error;
 };

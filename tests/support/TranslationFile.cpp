@@ -12,7 +12,7 @@ enum Section : quint8 { Contexts = 0x2f, Hashes = 0x42, Messages = 0x69 };
 
 constexpr quint16 ContextBuckets = 5;
 
-/// The hash by which entries are found.
+/// The hash that finds a message.
 quint32 elfHash(const QByteArray &text)
 {
     quint32 hash = 0;
@@ -37,7 +37,7 @@ QByteArray translationFile(const QList<TranslationMessage> &messages, bool withC
 {
     QByteArray texts;
     QDataStream entry(&texts, QIODevice::WriteOnly);
-    QMap<quint32, QList<quint32>> places; // among the texts, by hash
+    QMap<quint32, QList<quint32>> places; // positions in the list of messages, by hash
     QMap<quint16, QByteArray> buckets;
     for (const TranslationMessage &message : messages) {
         places[elfHash(message.text)] += static_cast<quint32>(texts.size());
@@ -60,7 +60,7 @@ QByteArray translationFile(const QList<TranslationMessage> &messages, bool withC
             hash << it.key() << place;
     }
 
-    QByteArray names(2, '\0'); // no offset is 0
+    QByteArray names(2, '\0'); // no offset may be 0
     QByteArray contexts;
     QDataStream table(&contexts, QIODevice::WriteOnly);
     table << ContextBuckets;

@@ -5,7 +5,7 @@
 #include <QtCore/QList>
 #include <QtCore/QString>
 
-/// A text in a translation file.
+/// One message of a translation file.
 struct TranslationMessage
 {
     QByteArray context;
@@ -16,13 +16,13 @@ struct TranslationMessage
 /*!
  * \brief The bytes of a translation file (".qm"), as lrelease writes them.
  *
- * So that the tests need no tool of Qt's that distributions package apart from it.
+ * Made here, because distributions package lrelease apart from Qt.
  *
  * \param messages at least one
  * \param withContexts adds the table of contexts that "lrelease -compress" writes
  */
 QByteArray translationFile(const QList<TranslationMessage> &messages, bool withContexts = false);
 
-/// One with one text.
+/// A translation file with one message.
 QByteArray translationFile(const QByteArray &context, const QByteArray &text,
                            const QString &translation);

@@ -8,9 +8,9 @@
 #include <QXmlInputSource>
 
 /*!
- * \brief Looks a key up in a control file by parsing all of it, without a search before.
+ * \brief Looks up a key in a control file by parsing the whole file, without a search first.
  *
- * What a look-up through the index has to find as well. Owns what it has built.
+ * A look-up through the index must find the same. Owns what it builds.
  */
 class WholeParse : public Hovlets::HVXmlParser
 {
@@ -29,10 +29,9 @@ public:
 
     ~WholeParse() override { qDeleteAll(m_objects); }
 
-    /// The top of the tree, or null.
     Hovlets::HVXmlElement *root() const { return m_root; }
 
-    /// The entry for the key, whatever its locale, or null: of two there is none.
+    /// The entry for the key in any locale; null if there is none, or more than one.
     Hovlets::HVXmlElement *entry() const
     {
         return m_root && m_root->children().size() == 1 && m_open == 0
@@ -68,5 +67,5 @@ private:
     QString m_key;
     QList<QObject *> m_objects;
     Hovlets::HVXmlElement *m_root = nullptr;
-    int m_open = 0; // counted by itself, not asked of what is tested
+    int m_open = 0; // counted here rather than taken from the code under test
 };

@@ -10,7 +10,7 @@
 #include <memory>
 #include <vector>
 
-// Reading documents from memory, for tests of the parser.
+// Reads documents from memory, for tests of the parser.
 
 using Objects = std::vector<std::unique_ptr<QObject>>;
 
@@ -25,13 +25,13 @@ inline Objects read(Hovlets::HVXmlParser &parser, const QByteArray &document)
     return objects;
 }
 
-/// A parser's callback that has nothing built.
+/// A callback for the parser that skips everything.
 inline int skipAll(const QString &, const QXmlAttributes &, void *)
 {
     return Hovlets::HVXmlParser::SkipElement | Hovlets::HVXmlParser::SkipChildren;
 }
 
-/// The only object, when it is an element.
+/// The only object, if it is an element; else null.
 inline Hovlets::HVXmlElement *element(const Objects &objects)
 {
     return objects.size() == 1 ? qobject_cast<Hovlets::HVXmlElement *>(objects.front().get())

@@ -49,7 +49,7 @@ private Q_SLOTS:
     {
         const QString path = write(QStringLiteral("deutsch"));
         QCOMPARE(translate(path), QStringLiteral("deutsch"));
-        // In place: a file that was mapped would be gone from memory.
+        // Writes in place: if the file were mapped, its memory would be lost.
         QFile file(path);
         QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
         QCOMPARE(translate(path), QStringLiteral("deutsch"));
@@ -63,7 +63,7 @@ private Q_SLOTS:
         QCOMPARE(translate(path), QStringLiteral("deutsch"));
         m_translator->contentShown();
         QCOMPARE(translate(path), QStringLiteral("neu"));
-        // Also one right after, of the same size.
+        // Another one right after it, of the same size.
         write(QStringLiteral("alt"));
         m_translator->contentShown();
         QCOMPARE(translate(path), QStringLiteral("alt"));
@@ -127,12 +127,12 @@ private Q_SLOTS:
 
     void shouldReadNothingBesidesTheFile()
     {
-        // Qt tries further names: with ".qm" appended, and with parts of the name cut off.
+        // Qt tries other names, too: with ".qm" appended, and with parts of the name removed.
         const QString path = write(QStringLiteral("deutsch"));
         const QString stem = path.chopped(3);
         QCOMPARE(translate(stem), QStringLiteral("Open"));
         QCOMPARE(translate(path + QStringLiteral("_de_DE")), QStringLiteral("Open"));
-        // A relative name would be one in the host's working directory.
+        // Qt would resolve a relative name in the host's working directory.
         const QString before = QDir::currentPath();
         QVERIFY(QDir::setCurrent(m_folder->path()));
         QCOMPARE(translate(QStringLiteral("l10n/words.qm")), QStringLiteral("Open"));

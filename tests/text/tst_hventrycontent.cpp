@@ -31,7 +31,7 @@ public:
     QStringList translated;
 };
 
-/// A tree of elements, built from the outside to the inside.
+/// A tree of elements, built from the outside in.
 class Element
 {
 public:
@@ -68,7 +68,7 @@ QStringList textsOf(const HVEntryContent &content)
 
 } // namespace
 
-/// What is shown of an entry, and how much of it.
+/// Tests which parts of an entry are shown, and how much of them.
 class tst_HVEntryContent : public QObject
 {
     Q_OBJECT
@@ -172,7 +172,7 @@ private Q_SLOTS:
             QTest::newRow(tag) << text(tag);
     }
 
-    /// Elements within elements: each level counts, whether it shows something or not.
+    /// Nested elements: each level counts, whether it shows anything or not.
     void shouldReadNoMoreElementsThanItShows()
     {
         QFETCH(QString, tag);

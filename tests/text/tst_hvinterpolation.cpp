@@ -11,7 +11,7 @@ using Values = QMap<QString, QVariant>;
 
 namespace {
 
-/// The rule in its plainest form, which need not end: false after \a steps of them.
+/// The rule in its simplest form, which need not terminate: false after \a steps steps.
 bool plainRule(const QString &text, const Values &values, int steps, QString *result)
 {
     const QRegExp placeholder(QStringLiteral("\\%\\(([-_a-zA-Z0-9]+)\\)s"));
@@ -31,7 +31,7 @@ bool plainRule(const QString &text, const Values &values, int steps, QString *re
     return true;
 }
 
-/// A few pieces that make placeholders, whole or torn.
+/// A few pieces that form placeholders, whole or broken.
 QString randomText(QRandomGenerator &random)
 {
     static const QStringList pieces {
@@ -155,7 +155,7 @@ private Q_SLOTS:
                 QCOMPARE(found, expected);
             }
             if (!ends)
-                QVERIFY(found.contains(QLatin1String(")s"))); // the cycle is left to be seen
+                QVERIFY(found.contains(QLatin1String(")s"))); // the cycle remains visible
         }
         QVERIFY(ended > 6000);
         QVERIFY(endless > 500);
@@ -163,7 +163,7 @@ private Q_SLOTS:
 
     void shouldTakeTimeThatGrowsWithTheTextAlone()
     {
-        // 300,000 placeholders: with a copy of the rest for each, hours.
+        // 300,000 placeholders: this would take hours if each copied the rest of the text.
         constexpr int Number = 300000;
         const QString text = QStringLiteral("%(application)s ").repeated(Number);
         const QMap<QString, QVariant> values { { QStringLiteral("application"),

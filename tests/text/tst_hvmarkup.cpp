@@ -25,7 +25,7 @@ HVMarkupRules withTopics()
     return rules;
 }
 
-/// Whether all tags are known ones, closed in the order in which they were opened.
+/// Whether all tags are known, properly nested and closed.
 bool isBalanced(const QString &markup)
 {
     QStringList open;
@@ -52,7 +52,7 @@ bool isBalanced(const QString &markup)
 
 } // namespace
 
-/// Markup that anybody may have written.
+/// Tests markup from anywhere.
 class tst_HVMarkup : public QObject
 {
     Q_OBJECT
@@ -272,7 +272,7 @@ private Q_SLOTS:
         QCOMPARE(result.text, QString::fromUtf8("<b>abc<i>de…</i></b>"));
         QCOMPARE(result.spoken, QString::fromUtf8("abcde…"));
         QVERIFY(result.isCut);
-        // Never through the middle of a character.
+        // Never in the middle of a character.
         QCOMPARE(shown(QString::fromUtf8("<b>abcd😀"), {}, limits).text,
                  QString::fromUtf8("<b>abcd…</b>"));
         QVERIFY(!shown(text("<b>abcde"), {}, limits).isCut);
@@ -310,10 +310,11 @@ private Q_SLOTS:
         QCOMPARE(int(result.text.count(breaks)), 4);
         QCOMPARE(result.spoken, text("a ") + word);
         QCOMPARE(shown(text("<b>a</b> ") + QString(200, QLatin1Char('w'))).text.count(breaks), 0);
-        // Tags between the letters make no difference.
+        // Tags between the letters change nothing.
         QCOMPARE(int(shown(text("wwwww<b>wwwww</b>").repeated(100)).text.count(breaks)), 4);
         QCOMPARE(int(shown(text("wwwww<br>").repeated(200)).text.count(breaks)), 0);
-        // Not between a letter and its accents, nor within a flag, nor where lines break anyway.
+        // Not between a letter and its accents, nor within a flag, nor where lines break by
+        // themselves.
         result = shown(text("<b>a</b> ") + QString(199, QLatin1Char('w'))
                        + QString::fromUtf8("e\u0301\u0301x"));
         QVERIFY(result.text.contains(QString::fromUtf8("e\u0301\u0301") + breaks));
@@ -347,7 +348,7 @@ private Q_SLOTS:
         limits.shownElements = limits.shownCharacters = std::numeric_limits<int>::max();
         HVMarkupRules rules = withTopics();
         rules.fill = [](const QString &placeholder) { return placeholder; };
-        // A text of a million characters takes some 20 ms; a quadratic way would take hours.
+        // A text of a million characters takes about 20 ms; in quadratic time, it would take hours.
         const QString written = text("<b>") + piece.repeated(1000000 / int(piece.size()));
         const ThreadTime time;
         const HVShownText result = shown(written, rules, limits);
@@ -398,7 +399,7 @@ private Q_SLOTS:
                 written += pieces.at(random.bounded(int(pieces.size())));
             const QString result = shown(written).text;
             QVERIFY2(isBalanced(result), qPrintable(written + text(" -> ") + result));
-            // The letters of an address may be shown as text, but are never inside a tag.
+            // The letters of an address may be shown as text, but never end up inside a tag.
             static const QRegularExpression reaching(QStringLiteral("<[^>]*(url|src|img)"));
             QVERIFY2(!result.contains(reaching), qPrintable(written + text(" -> ") + result));
         }

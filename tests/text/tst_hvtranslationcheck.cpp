@@ -38,7 +38,7 @@ QByteArray file(const QByteArray &sections)
     return goodFile().left(16) + sections;
 }
 
-/// A file with one message, which is found by the hash of "a".
+/// A file with one message, which the hash of "a" finds.
 QByteArray fileOf(const QByteArray &message, quint32 offset = 0)
 {
     return file(section(0x42, number('a') + number(offset)) + section(0x69, message));
@@ -170,7 +170,7 @@ private Q_SLOTS:
         QTest::newRow("texts and contexts") << goodFile(true);
     }
 
-    /// Each byte is set to other values in turn: what passes is translated with.
+    /// Sets each byte to other values in turn, and translates with every file that passes.
     void shouldLetNothingThroughThatHarmsATranslator()
     {
         QFETCH(QByteArray, good);
@@ -199,7 +199,7 @@ private Q_SLOTS:
 
     void shouldTakeTimeThatGrowsWithTheFileAlone()
     {
-        // A million texts in one another, and a million buckets that share one long chain of names.
+        // A million nested texts, and a million buckets that share one long chain of names.
         QByteArray hashes;
         QByteArray texts;
         for (quint32 i = 0; i < 300000; ++i) {
