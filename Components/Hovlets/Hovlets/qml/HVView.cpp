@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVView.h"
 
-#include "HVContentLocale.h"
+#include "HVComponentFinder.h"
 #include "HVContentTranslator.h"
 #include "HVContentTree.h"
 #include "HVEntryReader.h"
-#include "HVIndex.h"
-#include "HVSettings.h"
 #include "HVShowScope.h"
 #include "HVToolTipTheme.h"
+#include "HVViewActivity.h"
+#include "HVViewEnd.h"
 #include "HVViewServices.h"
 
 #include <QtCore/QEvent>
@@ -25,7 +25,6 @@
 #include <QtWidgets/QApplication>
 
 #include <utility>
-#include <vector>
 
 namespace Hovlets {
 
@@ -51,15 +50,7 @@ public:
             services->sendMessage(HVMessageDebug, message);
     }
 
-    QVariant setting(contextKey key) const
-    {
-        return services ? services->settings().get(key) : defaultOf(key);
-    }
-
-    QVariant setting(contextKey key, const QVariant &defaultValue) const
-    {
-        return services ? services->settings().get(key, defaultValue) : defaultValue;
-    }
+    HVComponentFinder finder() const { return { services, content.entry() }; }
 
     QPointer<HVViewServices> services; // null once the manager is gone
     HVContentTree content;
@@ -69,12 +60,10 @@ public:
     bool stayOpen = false;
     bool reserved = false;
     bool reservedByQml = false;
-    int activities = 0;
-    std::vector<std::function<void()>> whenIdle;
+    HVViewActivity activity;
 };
 
-/// Marks the view as busy. QML calls the view, which asks the host, whose code may do anything:
-/// deleting the QML meanwhile would pull the ground from under it.
+/// Marks the view as busy for a scope, which the view may not outlive.
 class HVView::Activity
 {
     Q_DISABLE_COPY_MOVE(Activity)
@@ -83,16 +72,13 @@ public:
     explicit Activity(HVView &view)
         : m_view(&view)
     {
-        ++view.d->activities;
+        view.d->activity.begin();
     }
 
     ~Activity()
     {
-        if (!m_view || --m_view->d->activities > 0)
-            return;
-        const auto actions = std::exchange(m_view->d->whenIdle, {});
-        for (const auto &action : actions)
-            action();
+        if (m_view)
+            m_view->d->activity.end();
     }
 
 private:
@@ -110,27 +96,6 @@ Qt::CursorShape cursorShape(const QString &name)
     if (name == QLatin1String("BlankCursor"))
         return Qt::BlankCursor;
     return Qt::ArrowCursor;
-}
-
-bool endIsArranged = false; // with the current application
-
-/// Qt Quick cleans up when the application ends, after which no view can be deleted.
-void deleteViews()
-{
-    endIsArranged = false;
-    const QWidgetList widgets = QApplication::allWidgets();
-    for (QWidget *widget : widgets) {
-        if (auto *view = qobject_cast<HVView *>(widget))
-            delete view;
-    }
-}
-
-/// Routines run in the reverse order of their registration, and Qt Quick's is registered by now.
-void arrangeEnd()
-{
-    if (!endIsArranged)
-        qAddPostRoutine(&deleteViews);
-    endIsArranged = true;
 }
 
 QUrl urlOfFile(const QString &path)
@@ -167,7 +132,7 @@ HVView::HVView(HVManager *manager, QWidget *parent)
     });
     engine()->rootContext()->setContextProperty(QStringLiteral("hovletReader"), reader);
     setResizeMode(QQuickWidget::SizeViewToRootObject);
-    arrangeEnd();
+    deleteViewsAtEnd();
 }
 
 HVView::~HVView()
@@ -284,55 +249,30 @@ void HVView::writeReserved(bool value)
 
 bool HVView::documentationAvailable() const
 {
-    return d->setting(HVKeyDocumentationEnabled, QVariant()).toBool();
+    return d->services
+            && d->services->settings().get(HVKeyDocumentationEnabled, QVariant()).toBool();
 }
 
 QString HVView::uiRootFilePath() const
 {
-    if (d->setting(HVKeySimpleMode).toBool()) {
-        return findComponent(QStringLiteral("simple"), HVKeySimpleUiFile,
-                             defaultOf(HVKeySimpleUiFile).toString(), QString());
-    }
-    return findComponent(QStringLiteral("ui"), HVKeyRichUiFile,
-                         defaultOf(HVKeyRichUiFile).toString(), QString());
+    return d->finder().userInterface();
 }
 
 QString HVView::categoryPath(const QString &attribute, const QString &fallback,
                              contextKey key) const
 {
-    QString path;
-    if (const HVXmlElement *element = content()) {
-        const auto *parent = qobject_cast<const HVXmlElement *>(element->parent());
-        if (element->hasAttribute(attribute))
-            path = element->attribute(attribute);
-        else if (parent && parent->hasAttribute(attribute))
-            path = parent->attribute(attribute);
-    }
-    return path.isEmpty() ? d->setting(key, fallback).toString() : path;
+    return d->finder().category(attribute, key, fallback);
 }
 
 QString HVView::findComponent(const QString &attribute, contextKey key, const QString &fallback,
                               const QString &relativePath) const
 {
-    const QString category = categoryPath(attribute, fallback, key);
-    if (!d->services || !content())
-        return category;
-    const QStringList candidates =
-            d->services->contentIndex().componentPathsForElement(content(), category);
-    for (const QString &candidate : candidates) {
-        const QFileInfo file(relativePath.isEmpty()
-                                     ? candidate
-                                     : QDir(candidate).absoluteFilePath(relativePath));
-        if (file.exists())
-            return file.absoluteFilePath();
-    }
-    return category;
+    return d->finder().find(attribute, key, fallback, relativePath);
 }
 
 QString HVView::resourceDirectoryPath() const
 {
-    return categoryPath(QStringLiteral("resource"), defaultOf(HVKeyResourceFolder).toString(),
-                        HVKeyResourceFolder);
+    return d->finder().resourceFolder();
 }
 
 void HVView::setItemCursor(QQuickItem *object, const QString &shape, const QString &tag)
@@ -381,19 +321,12 @@ QString HVView::translate(const QString &string, const QString &context)
 
 QString HVView::translatedByPackage(const QString &text, const QString &context)
 {
-    if (!d->services)
-        return text;
-    const HVContext &settings = d->services->settings();
-    const QString file = findComponent(QStringLiteral("l10n_name"), HVKeyTranslationFolder,
-                                       defaultOf(HVKeyTranslationFolder).toString(),
-                                       translationFileName(settings));
-    return d->translator.translate(file, text, context);
+    return d->services ? d->translator.translate(d->finder().translations(), text, context) : text;
 }
 
 QString HVView::findResource(const QString &relativePath)
 {
-    return findComponent(QStringLiteral("resources"), HVKeyResourceFolder,
-                         defaultOf(HVKeyResourceFolder).toString(), relativePath);
+    return d->finder().resource(relativePath);
 }
 
 QList<HVView *> HVView::viewsOf(const QQuickWindow *window)
@@ -410,15 +343,12 @@ QList<HVView *> HVView::viewsOf(const QQuickWindow *window)
 
 bool HVView::isBusy() const
 {
-    return d->activities > 0;
+    return d->activity.isBusy();
 }
 
 void HVView::whenIdle(const std::function<void()> &action)
 {
-    if (isBusy())
-        d->whenIdle.push_back(action);
-    else
-        action();
+    d->activity.whenIdle(action);
 }
 
 void HVView::refreshTheme()
