@@ -12,7 +12,7 @@
 #include <QtCore/QJsonObject>
 #include <QtGui/QHelpEvent>
 #include <QtWidgets/QtWidgets>
-// In another module in each major version of Qt.
+// The module of this class depends on the major version of Qt.
 #include <QAction>
 
 #include <memory>
@@ -21,7 +21,8 @@ using namespace Hovlets;
 
 namespace {
 
-/// A window with a covered and a missing control, and a host with the entries "a", "b", "generic".
+/// A window with a covered and a missing control, and a host with entries for "a", "b" and
+/// "generic".
 class Scene
 {
 public:
@@ -54,7 +55,7 @@ public:
     QPushButton *missing;
 };
 
-/// A host that notes which keys it was asked for.
+/// A host that records the keys that it is asked for.
 class AskedHost : public HVInterface
 {
 public:
@@ -243,7 +244,7 @@ private Q_SLOTS:
         const auto label = [&] {
             return control(coverage.report(), "field")[text("label")].toString();
         };
-        QCOMPARE(label(), QString()); // never what the user has typed
+        QCOMPARE(label(), QString()); // never text that the user has typed
         field->setToolTip(text("The name\nin full"));
         QCOMPARE(label(), text("The name"));
         scene.add<QLabel>("")->setBuddy(field);
@@ -302,12 +303,12 @@ private Q_SLOTS:
         AskedHost host(scene.settings, QStringList { scene.packages.path() });
         HVCoverage coverage(host);
         scene.window.show();
-        QTRY_VERIFY(host.asked.contains(text("a"))); // nothing here asked for a walk
+        QTRY_VERIFY(host.asked.contains(text("a"))); // no call of the test causes this walk
         QDialog dialog;
         (new QPushButton(&dialog))->setObjectName(text("later"));
         dialog.show();
         QTRY_VERIFY(host.asked.contains(text("later")));
-        scene.add<QPushButton>("more"); // in a window that was there
+        scene.add<QPushButton>("more"); // in a window that is already known
         QTRY_VERIFY(host.asked.contains(text("more")));
     }
 
@@ -436,7 +437,7 @@ private Q_SLOTS:
         QTest::mouseClick(scene.window.windowHandle(), Qt::LeftButton, {},
                           scene.covered->geometry().center());
         QCOMPARE(clicks.count(), 1);
-        QCOMPARE(total(coverage.report(), "controls"), 2); // it is none itself
+        QCOMPARE(total(coverage.report(), "controls"), 2); // the overlay itself does not count
     }
 
     void shouldMoveTheOutlinesWithTheControls()

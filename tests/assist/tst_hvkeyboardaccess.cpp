@@ -13,7 +13,7 @@
 
 #include <QtGui/QAccessible>
 #include <QtWidgets/QtWidgets>
-// In other modules in each major version of Qt.
+// The modules of these classes depend on the major version of Qt.
 #include <QAction>
 #include <QShortcut>
 
@@ -23,8 +23,8 @@ using namespace Hovlets;
 
 namespace {
 
-/// A window with controls "a" and "nobody", a group "b" with "inside", and a host with entries for
-/// "a", "b" and "generic". The mouse is far from all of them.
+/// A window with controls "a" and "nobody" and a group "b" with "inside", and a host with entries
+/// for "a", "b" and "generic". The mouse is far from all of them.
 class Scene
 {
 public:
@@ -96,7 +96,7 @@ public:
         return popup() ? popup()->view()->content()->attribute(text("key")) : QString();
     }
 
-    /// As the platform sends it: shortcuts see it first.
+    /// Sends a key press as the platform does: shortcuts see it first.
     static void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
         QTest::keyClick(QApplication::activeWindow()->windowHandle(), key, modifiers);
@@ -120,7 +120,7 @@ QRect onScreen(const QWidget *widget)
     return { widget->mapToGlobal(QPoint(0, 0)), widget->size() };
 }
 
-/// Counts the Escapes that get through to it.
+/// Counts the Escape keys that reach it.
 class Dialog : public QDialog
 {
 public:
@@ -139,7 +139,7 @@ QList<QAccessible::Event> announced;
 
 } // namespace
 
-/// In place of Qt's own, which tells nobody on the offscreen platform: that has no accessibility.
+/// Replaces Qt's own, which reports nothing on the offscreen platform: that lacks accessibility.
 void QAccessible::updateAccessibility(QAccessibleEvent *event)
 {
     if (qobject_cast<HVWidget *>(event->object()))
@@ -251,7 +251,7 @@ private Q_SLOTS:
         Scene scene;
         scene.show(scene.a);
         QVERIFY(scene.host->show(text("a"), QPoint(400, 400), scene.a));
-        QTRY_VERIFY(!scene.popup()); // as it goes without the key, after the delay
+        QTRY_VERIFY(!scene.popup()); // after the delay, as without the key
         scene.pressOpenKey();
         QVERIFY(scene.popup());
         auto *timer = scene.popup()->findChild<QTimer *>(QString(), Qt::FindDirectChildrenOnly);
@@ -259,7 +259,7 @@ private Q_SLOTS:
         QMouseEvent move(QEvent::MouseMove, QPointF(), QPointF(), QPointF(780, 780), Qt::NoButton,
                          Qt::NoButton, Qt::NoModifier);
         QApplication::sendEvent(&scene.window, &move);
-        QVERIFY(timer->isActive()); // the mouse has its say again
+        QVERIFY(timer->isActive()); // the mouse decides again
         QTRY_VERIFY(!scene.popup());
     }
 
@@ -270,8 +270,8 @@ private Q_SLOTS:
         auto *button = scene.add<QPushButton>("a", &dialog);
         scene.show(button, &dialog);
         scene.press(Qt::Key_Escape);
-        QCOMPARE(dialog.escapes, 1); // no popup: the dialog's
-        QVERIFY(scene.host->show(text("a"), QPoint(400, 400), button)); // as hovering does
+        QCOMPARE(dialog.escapes, 1); // without a popup, the dialog gets the key
+        QVERIFY(scene.host->show(text("a"), QPoint(400, 400), button)); // as a hover does
         scene.press(Qt::Key_Escape);
         QVERIFY(!scene.popup());
         QCOMPARE(dialog.escapes, 1);
@@ -294,7 +294,7 @@ private Q_SLOTS:
         scene.press(Qt::Key_Escape);
         QCOMPARE(escapes.count(), 1);
         scene.nobody->setFocus();
-        scene.pressOpenKey(); // nothing to open
+        scene.pressOpenKey(); // there is nothing to open
         QCOMPARE(helps.count(), 1);
     }
 
@@ -311,7 +311,7 @@ private Q_SLOTS:
         QVERIFY(pinned && pinned->isVisible());
         pinned->activateWindow();
         QTRY_COMPARE(QApplication::activeWindow(), pinned.data());
-        // No window is left to release the key in.
+        // The window in which the key would be released is gone.
         QTest::keyPress(pinned->windowHandle(), Qt::Key_Escape);
         QTRY_VERIFY(!pinned);
     }
@@ -387,14 +387,14 @@ private Q_SLOTS:
     {
         announced.clear();
         Scene scene;
-        scene.host->context().set(HVKeyHideDelay, 0); // it stays
+        scene.host->context().set(HVKeyHideDelay, 0); // the popup stays
         scene.show(scene.a);
         QVERIFY(scene.host->show(text("words"), QPoint(300, 300), scene.a));
         QTRY_COMPARE(announced.count(QAccessible::Alert), 1);
         QVERIFY(announced.contains(QAccessible::ObjectShow));
         QCOMPARE(scene.popup()->accessibleName(), text("Pen"));
         QCOMPARE(scene.popup()->accessibleDescription(), text("P\nDraws 3 pixels wide.\nA pen"));
-        // Other content in the popup that is on screen is news as well.
+        // New content in a visible popup is announced, too.
         QVERIFY(scene.host->show(text("a"), QPoint(310, 310), scene.nobody));
         QTRY_COMPARE(announced.count(QAccessible::Alert), 2);
         QCOMPARE(scene.popup()->accessibleName(), text("Title of a"));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// The code blocks of the documentation that are no files of their own.
+// Compiles the documentation's code blocks that are not whole files.
 #include <Hovlets/HVContext.h>
 #include <Hovlets/HVIndex.h>
 #include <Hovlets/HVInterface.h>

@@ -20,7 +20,7 @@
 
 using namespace Hovlets;
 
-// What the documentation shows; see README.md in the folder docs beside this file.
+// Tests the examples of the documentation; see README.md in the folder docs beside this file.
 
 namespace {
 
@@ -45,7 +45,7 @@ QList<Block> allBlocks()
     return blocks;
 }
 
-/// Rows for the blocks in one language.
+/// Adds a row for each block in one language.
 void addRows(const QString &language)
 {
     QTest::addColumn<QString>("word");
@@ -88,7 +88,7 @@ QString rootOf(const QString &xml)
     return reader.readNextStartElement() ? reader.name().toString() : QString();
 }
 
-/// A full control file for what a block shows of one.
+/// A complete control file around the excerpt that a block shows.
 QString controlFile(const QString &word, const QString &text)
 {
     if (word == QLatin1String("children")) {
@@ -110,7 +110,7 @@ std::unique_ptr<RecordingHost> hostOf(const PackageFolder &folder, HVContext set
             settings, QStringList { QStringLiteral(HOVLETS_PACKAGES), folder.path() });
 }
 
-/// What QML and files that are missing have given cause to say, but for resources and addresses.
+/// Messages of QML and about missing files, except for resources and addresses.
 QStringList complaints(const RecordingHost &host)
 {
     return host.messagesOf(HVMessageDebug);
@@ -182,11 +182,11 @@ void tst_Docs::checkControlFile(const QString &text, bool serves)
         return;
     }
     const QStringList keys = attributesOf(text, QStringLiteral("hovlet"), QStringLiteral("key"));
-    if (keys.isEmpty()) { // one that only makes its package known
+    if (keys.isEmpty()) { // such a file only registers its package
         QVERIFY(rootOf(text) == QLatin1String("hovlets"));
         return;
     }
-    // Without one the file shows other things than how an entry is shown.
+    // Without a user interface, the file does not show how an entry looks.
     const bool hasInterface =
             !attributesOf(text, QStringLiteral("hovlets"), QStringLiteral("search")).isEmpty();
     for (const QString &key : keys) {

@@ -14,11 +14,11 @@
 
 using namespace Hovlets;
 
-// The class of the page about menus, item views and other parts, as the page shows it.
+// The class from the page about menus, item views and other parts.
 namespace {
 #include "ControlKeys.cpp"
 
-/// Notes to which objects a tooltip event goes.
+/// Records the objects that receive a tooltip event.
 class EventRoute : public QObject
 {
 public:
@@ -37,7 +37,7 @@ private:
     QStringList m_names;
 };
 
-/// What Qt does when the mouse has rested on a point of a widget.
+/// Sends what Qt sends when the mouse has rested on a point of a widget.
 void restOn(QWidget &widget, const QPoint &point)
 {
     QToolTip::hideText();
@@ -47,7 +47,7 @@ void restOn(QWidget &widget, const QPoint &point)
     QCoreApplication::sendEvent(&widget, &event);
 }
 
-/// The key of the entry in the popup on screen, empty without one.
+/// The key of the entry in the visible popup; empty if there is none.
 QString shownKey()
 {
     const QWidgetList windows = QApplication::topLevelWidgets();
@@ -61,7 +61,7 @@ QString shownKey()
 
 } // namespace
 
-/// A window with a control of each kind, most of them with parts.
+/// A window with a control of each kind. Most of them have parts.
 class ControlWindow : public QWidget
 {
 public:
@@ -143,7 +143,7 @@ private:
     std::unique_ptr<ControlWindow> m_window;
 };
 
-/// A host, of the page's class unless told otherwise, and an entry for each of \a keys, which are
+/// A host, by default of the class on the page, and an entry for each of \a keys, which are
 /// separated by spaces.
 template <class Host>
 std::unique_ptr<HVInterface> tst_DocsControls::host(const QByteArray &keys, HVContext settings)
@@ -159,7 +159,7 @@ std::unique_ptr<HVInterface> tst_DocsControls::host(const QByteArray &keys, HVCo
             settings, QStringList { QStringLiteral(HOVLETS_PACKAGES), m_folder.path() });
 }
 
-/// This is Qt alone: the table of the page.
+/// Tests the page's table, which describes Qt without this library.
 void tst_DocsControls::shouldGoFromTheInnermostWidgetToTheWindow()
 {
     const auto route = [](QWidget &widget, const QPoint &point) {
@@ -184,7 +184,7 @@ void tst_DocsControls::shouldAnswerForThePart()
 {
     const auto interface = host<>("group spinBox list row column two tabs save file");
     ControlWindow &window = *m_window;
-    // How near a popup lies to the next control depends on the style.
+    // The distance between a popup and the next control depends on the style.
     const auto keyAt = [](QWidget &widget, const QPoint &point) {
         if (QWidget *popup = Hovlets::HVPopup::current().widget())
             popup->hide();
@@ -215,7 +215,7 @@ void tst_DocsControls::shouldLeaveAnItemItsTooltip()
     QCOMPARE(QToolTip::text(), QStringLiteral("Of the item"));
 }
 
-/// What the page warns of.
+/// Tests the case that the page warns about.
 void tst_DocsControls::shouldTakeTheTooltipOfAnItemWhenPartsAnswerForTheControl()
 {
     class MappedParts : public ControlKeys

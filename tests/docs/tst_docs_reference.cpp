@@ -20,13 +20,13 @@ using namespace Hovlets;
 
 Q_DECLARE_METATYPE(const QMetaObject *)
 
-// Whether the documentation is complete, and its links lead somewhere.
+// Tests that the documentation is complete and that its links work.
 
 namespace {
 
 const QDir Source(QStringLiteral(HOVLETS_SOURCE));
 
-/// The anchors that the headings of a document make.
+/// The anchors that a document's headings create.
 QStringList anchorsOf(const QString &markdown)
 {
     QStringList anchors;
@@ -67,7 +67,7 @@ void tst_DocsReference::shouldTellOfAllThatQmlSees_data()
     QTest::newRow("theme") << &HVToolTipTheme::staticMetaObject;
 }
 
-/// Every property and method of a type, and every signal that is not that of a property.
+/// Every property and method of a type, and every signal that does not belong to a property.
 void tst_DocsReference::shouldTellOfAllThatQmlSees()
 {
     QFETCH(const QMetaObject *, type);

@@ -8,7 +8,7 @@
 
 namespace {
 
-/// Bad content is reported as debug output, a line for nearly every input here.
+/// Nearly every input is bad content, which the library reports as debug output.
 void dropDebugOutput(QtMsgType type, const QMessageLogContext &, const QString &message)
 {
     if (type == QtCriticalMsg || type == QtFatalMsg)

@@ -4,6 +4,6 @@
 #include <cstddef>
 #include <cstdint>
 
-// Called by the fuzzer's library: once at first, then for each input.
+// The fuzzer's library calls the first function once at the start, the second for each input.
 extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv);
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size);

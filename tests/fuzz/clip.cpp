@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Whether any file that calls itself a clip harms the host that plays it.
+// Checks that no file that claims to be a clip can harm the host that plays it.
 #include "FuzzTarget.h"
 #include "HVClip.h"
 #include "PackageFolder.h"
@@ -8,7 +8,7 @@ using namespace Hovlets;
 
 namespace {
 
-/// A clip may tell of more pictures than a fuzzer has time for.
+/// A clip may declare more frames than a fuzzer has time for.
 constexpr int Pictures = 8;
 
 void readSome(HVClip &clip)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Whether any control file, key-data file or text in them harms the host that looks entries up.
+// Checks that no control file, key-data file or text in them can harm a host that looks up entries.
 #include "FuzzTarget.h"
 #include "HVContentTree.h"
 #include "HVContext.h"
@@ -12,7 +12,7 @@ using namespace Hovlets;
 
 namespace {
 
-/// Asks an entry all that a host or a user interface may ask.
+/// Reads everything that a host or a user interface can read from an entry.
 void readThrough(HVIndex &index, const HVXmlElement *entry, HVXmlElement *root)
 {
     const QMap<QString, QVariant> properties { { QStringLiteral("application"),

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Whether the search through a file's bytes ever refuses a key that the parser would find.
+// Checks that the search through a file's bytes never rejects a key that the parser would find.
 #include "FuzzTarget.h"
 #include "HVEntryScan.h"
 #include "WholeParse.h"
@@ -12,7 +12,7 @@ using namespace Hovlets;
 
 namespace {
 
-/// All keys that entries carry, as the parser reads them.
+/// Collects the keys of all entries as the parser reads them.
 class KeyReader : public HVXmlParser
 {
 public:
@@ -55,7 +55,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     for (const QString &key : keys)
         require(HVEntryScan(key).mayHold(file), file, key);
 
-    // What the parser takes for an entry may be another element, and then any key will do.
+    // An element that the parser takes for an entry may not be one, and then any key matches.
     const QString absent = QStringLiteral("no-such-key");
     if (WholeParse(file, absent).entry())
         require(HVEntryScan(absent).mayHold(file), file, absent);

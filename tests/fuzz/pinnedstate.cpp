@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Whether any bytes in place of the saved state of pinned popups harm the host that restores them.
+// Checks that no bytes in place of the saved state of pinned popups can harm the host.
 #include "FuzzTarget.h"
 #include "HVPinnedState.h"
 
@@ -11,7 +11,7 @@ using namespace Hovlets;
 
 namespace {
 
-/// The checksum that the state ends with, as an attacker would make it: a fuzzer does not guess it.
+/// Appends the checksum of the state, as an attacker would. A fuzzer could not guess it.
 QByteArray withChecksum(const QByteArray &bytes)
 {
     quint32 sum = 2166136261U;
@@ -21,7 +21,7 @@ QByteArray withChecksum(const QByteArray &bytes)
     return bytes + QByteArray(reinterpret_cast<const char *>(&sum), sizeof(sum));
 }
 
-/// What is read can be written, byte for byte.
+/// State that was read can be written again, byte for byte.
 void decodeAndEncode(const QByteArray &bytes)
 {
     const auto popups = decodePinnedStates(bytes);

@@ -7,7 +7,7 @@
 
 using namespace Hovlets;
 
-/// Files that are swapped or grow after they were indexed, or should never be read.
+/// Tests files that are swapped or grow after they were indexed, or must never be read.
 class tst_Hostile_Files : public IndexTest
 {
     Q_OBJECT

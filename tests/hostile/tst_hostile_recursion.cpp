@@ -6,13 +6,13 @@
 
 using namespace Hovlets;
 
-/// Documents on which the XML reader recurses, once per level and without a bound of its own.
+/// Tests documents that make the XML reader recurse, once per level and without a bound of its own.
 class tst_Hostile_Recursion : public QObject
 {
     Q_OBJECT
 
 private:
-    /// Reads a document on a small stack; tells whether all of it was read.
+    /// Reads a document on a small stack. Returns whether all of it was read.
     static bool isRead(const QByteArray &document, QString *limit = nullptr)
     {
         bool closed = false;

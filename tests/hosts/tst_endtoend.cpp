@@ -20,7 +20,7 @@ constexpr auto OtherApplication = "--other-application";
 
 } // namespace
 
-/// Hovering, clicking, pinning and leaving, with a real pointer.
+/// Tests hovering, clicking, pinning and leaving with a real pointer.
 class tst_EndToEnd : public HoverTest
 {
     Q_OBJECT
@@ -33,7 +33,7 @@ private Q_SLOTS:
         QCOMPARE(popup()->pos(), QCursor::pos() + QPoint(35, 30));
         QCOMPARE(popup()->windowOpacity(), 1.0);
         QTRY_COMPARE(pixelOnScreen(popup()->pos() + QPoint(50, 50)), QColor("steelblue"));
-        // The keys go where they went.
+        // Keyboard input still goes to the same window.
         QVERIFY(m_window->isActiveWindow());
         QVERIFY(m_window->field.hasFocus());
         QCOMPARE(popup()->windowHandle()->transientParent(), m_window->windowHandle());
@@ -107,7 +107,7 @@ private Q_SLOTS:
         QVERIFY(hover("a"));
         Pointer::click();
         QTRY_VERIFY(!popup()->isVisible());
-        QTRY_COMPARE(clicked.count(), 1); // which goes where it was meant to
+        QTRY_COMPARE(clicked.count(), 1); // the click reaches its target
     }
 
     void shouldActivateRatherThanHideWhenItMustStayOpen()
@@ -127,7 +127,7 @@ private Q_SLOTS:
         Pointer::click();
         QTRY_COMPARE(m_host->view()->rootObject()->property("clicks").toInt(), 1);
         QVERIFY(isShowing("a"));
-        // Its edge outside the view is a part of it, too.
+        // The popup's edge around the view belongs to it, too.
         m_clicksOnPopup = 0;
         popup()->installEventFilter(this);
         Pointer::moveTo(popup()->geometry().bottomRight());
@@ -164,7 +164,7 @@ private Q_SLOTS:
     {
         QTest::addColumn<QPoint>("corner");
         QTest::addColumn<QByteArray>("control");
-        QTest::addColumn<Qt::Alignment>("atEdge"); // of the screen, where the popup ends
+        QTest::addColumn<Qt::Alignment>("atEdge"); // the edges of the screen that the popup touches
         const int far = 5000;
         QTest::newRow("top left") << QPoint(0, 0) << QByteArray("a") << Qt::Alignment();
         QTest::newRow("top right")
@@ -182,7 +182,7 @@ private Q_SLOTS:
         QFETCH(Qt::Alignment, atEdge);
         const QRect area = m_window->screen()->availableGeometry();
         const QRect frame = m_window->frameGeometry();
-        const QPoint last = area.bottomRight() + QPoint(1, 151) // the controls stay in view
+        const QPoint last = area.bottomRight() + QPoint(1, 151) // the controls stay visible
                 - QPoint(frame.width(), frame.height());
         showWindow({ qMin(corner.x(), last.x()), qMin(corner.y(), last.y()) });
         QVERIFY(hover(control.constData()));
@@ -212,7 +212,7 @@ private Q_SLOTS:
         QTRY_VERIFY(!popup()->isVisible());
         QVERIFY(pinned->isVisible());
 
-        m_host.reset(); // it lives on by itself
+        m_host.reset(); // the popup outlives its host
         QVERIFY(pinned->isVisible());
         pinned->close();
         QTRY_VERIFY(!pinned);

@@ -11,7 +11,7 @@ using namespace Hovlets;
 
 namespace {
 
-/// A host that watches the mouse by itself and tells the library.
+/// A host that watches the mouse itself and informs the library.
 class ForwardingHost : public HVInterface
 {
 public:
@@ -49,7 +49,7 @@ HVWidget *anyPopup()
 
 } // namespace
 
-/// What a host decides about hovering, with a real pointer.
+/// Tests the host's decisions about hovering, with a real pointer.
 class tst_EndToEndHosts : public HoverTest
 {
     Q_OBJECT

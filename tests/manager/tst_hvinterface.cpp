@@ -20,7 +20,7 @@ using namespace Hovlets;
 
 namespace {
 
-/// The popup, wherever the library keeps it.
+/// The popup, found among the application's widgets.
 HVWidget *findPopup()
 {
     const QWidgetList windows = QApplication::topLevelWidgets();
@@ -32,7 +32,7 @@ HVWidget *findPopup()
     return nullptr;
 }
 
-/// Overrides everything and notes each call.
+/// Overrides everything and records each call.
 class Host : public HVInterface
 {
     Q_OBJECT
@@ -220,11 +220,11 @@ private Q_SLOTS:
         QVERIFY(popup);
         QCOMPARE(popup->view()->content()->attribute(text("key")), text("b"));
         popup->view()->setReserved(true);
-        QCOMPARE(popup->windowType(), Qt::Tool); // a window of its own
+        QCOMPARE(popup->windowType(), Qt::Tool); // a separate window
         delete popup;
     }
 
-    // What a host answers
+    // Answers of a host
 
     void shouldAskTheHost()
     {
@@ -255,7 +255,7 @@ private Q_SLOTS:
         delete popup;
     }
 
-    // What it passes on
+    // What the interface passes on
 
     void shouldGiveAccessToTheSettingsInForce()
     {
@@ -265,7 +265,7 @@ private Q_SLOTS:
         QVERIFY(&interface.context() != given.get());
         QCOMPARE(&std::as_const(interface).context(), &interface.context());
         given->set(HVKeyLocale, text("fr_FR"));
-        given.reset(); // it was copied
+        given.reset(); // the interface has a copy
         QCOMPARE(interface.context().get(HVKeyLocale, {}).toString(), text("de_DE"));
     }
 

@@ -11,7 +11,7 @@ using namespace Hovlets;
 
 namespace {
 
-/// A manager whose protected operations a test may call.
+/// Gives tests access to the manager's protected operations.
 class OpenManager : public HVManager
 {
     Q_OBJECT
@@ -35,7 +35,7 @@ private Q_SLOTS:
         m_packages = std::make_unique<PackageFolder>();
     }
 
-    // What it is made of
+    // Parts
 
     void shouldRememberWhatItWasGiven()
     {
@@ -79,7 +79,7 @@ private Q_SLOTS:
         QVERIFY(!index);
     }
 
-    // What it changes in the application
+    // Changes to the application
 
     void shouldHaveToolTipsShownAlwaysWhenToldTo_data()
     {
@@ -148,7 +148,7 @@ private Q_SLOTS:
         QVERIFY(!HoverScene::rest(control));
     }
 
-    // The locale of translations
+    // Locale of translations
 
     void shouldChooseTheLocale_data()
     {
@@ -181,7 +181,7 @@ private Q_SLOTS:
         QTEST(found, "expected");
     }
 
-    // The popup
+    // Popup
 
     void shouldMakeThePopupOnceAndMoveItToTheGivenParent()
     {

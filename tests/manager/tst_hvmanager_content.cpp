@@ -21,7 +21,7 @@ QString keyInQml(HVView *view)
     return element ? element->attribute(text("key")) : QString();
 }
 
-/// Hands out trees and counts the deletions of their elements.
+/// Hands out trees and counts the deleted elements.
 class Forest
 {
 public:
@@ -49,7 +49,7 @@ public:
 
 Q_DECLARE_METATYPE(Forest::Shape)
 
-/// Which content is shown, and who deletes it when.
+/// Tests which content is shown, and who deletes it when.
 class tst_HVManagerContent : public QObject
 {
     Q_OBJECT
@@ -166,7 +166,7 @@ private Q_SLOTS:
         scene.start();
         QVERIFY(!scene.show(text("unknown")));
         scene.context().set(HVKeyFallbackKey, text("generic"));
-        QVERIFY(!scene.show(text("unknown"))); // there is none in English, the default
+        QVERIFY(!scene.show(text("unknown"))); // English, the default, has no such entry
         scene.context().set(HVKeyFallbackLocale, text("de_DE"));
         scene.host().forgetMessages();
         QVERIFY(scene.show(text("unknown")));
@@ -211,7 +211,7 @@ private Q_SLOTS:
         QVERIFY(scene.popup()->pos() != position);
     }
 
-    // The folder of the package
+    // The package's folder
 
     void shouldTakeThePackageFolderAboveTheControlFile_data()
     {
@@ -245,7 +245,7 @@ private Q_SLOTS:
                  QVariant(base + folder));
     }
 
-    // Content that another replaces
+    // Replaced content
 
     void shouldDeleteReplacedContentOnce_data()
     {
@@ -274,7 +274,7 @@ private Q_SLOTS:
             QVERIFY(forest.alive.at(2) && forest.alive.at(3));
             QCOMPARE(scene.shownKey(), text("y"));
 
-            // A hidden popup keeps its content until the next.
+            // A hidden popup keeps its content until the next show.
             scene.popup()->hide();
             QCOMPARE(forest.deleted, 2);
             QVERIFY(scene.show(text("y")));
@@ -301,7 +301,7 @@ private Q_SLOTS:
         QCOMPARE(seen, QStringList { text("b") });
         QCOMPARE(scene.view()->rootObject()->property("key").toString(), text("b"));
         QCOMPARE(scene.view()->rootObject()->property("title").toString(), text("Title of b"));
-        QVERIFY(scene.host().messagesOf(HVMessageDebug).isEmpty()); // no complaint of the QML
+        QVERIFY(scene.host().messagesOf(HVMessageDebug).isEmpty()); // the QML reports nothing
     }
 
     void shouldKeepContentThatTheIndexHandsOutAgain()
@@ -319,7 +319,7 @@ private Q_SLOTS:
             QVERIFY(scene.show(text("x")));
             const QPoint position = scene.popup()->pos();
             scene.host().shortcutsAskedFor.clear();
-            QVERIFY(scene.show(text("y"), { 100, 100 })); // it is on screen already
+            QVERIFY(scene.show(text("y"), { 100, 100 })); // the popup is visible already
             QCOMPARE(scene.popup()->pos(), position);
             QVERIFY(scene.host().shortcutsAskedFor.isEmpty());
             scene.popup()->hide();
@@ -343,7 +343,7 @@ private Q_SLOTS:
             return entry;
         });
         scene.start(&index);
-        scene.context().set(HVKeyFallbackKey, text("good")); // not asked for: something was found
+        scene.context().set(HVKeyFallbackKey, text("good")); // unused, because the look-up succeeds
         QVERIFY(!scene.show(text("bad")));
         QCOMPARE(deleted, 1);
         QVERIFY(!scene.isShowing());
@@ -358,7 +358,7 @@ private Q_SLOTS:
 
     void shouldForgetARootOfALookUpThatFailed()
     {
-        // An index may leave anything behind in the root when it finds nothing.
+        // An index may leave anything in the root when it finds nothing.
         HVXmlElement stale;
         HoverScene scene;
         MadeUpIndex index([&](const QString &key, QString &, int &, HVXmlElement *&root) {

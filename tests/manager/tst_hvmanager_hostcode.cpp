@@ -12,7 +12,7 @@ using namespace Hovlets;
 
 namespace {
 
-// Texts are translated while bindings run, and a click runs a signal handler.
+// Bindings translate texts while they run, and a click runs a signal handler.
 constexpr auto Ui = R"(
 import QtQuick 2.15
 Rectangle {
@@ -22,7 +22,7 @@ Rectangle {
 }
 )";
 
-/// A host whose answers do something unexpected, once.
+/// A host that does something unexpected in one of its answers.
 class MeddlingHost : public RecordingHost
 {
 public:
@@ -53,7 +53,7 @@ private:
     }
 };
 
-/// What a modal dialog does: events are handled until it is closed.
+/// Handles events until the loop ends, like a modal dialog.
 void runEvents()
 {
     QEventLoop loop;
@@ -63,7 +63,7 @@ void runEvents()
 
 } // namespace
 
-/// Code of the host that runs while the popup's own QML is waiting for it.
+/// Tests the host's code that runs while the popup's QML waits for it.
 class tst_HVManagerHostCode : public QObject
 {
     Q_OBJECT
@@ -95,7 +95,7 @@ private Q_SLOTS:
         m_host->atLink = [&] {
             QVERIFY(show("Q1"));
             runEvents();
-            QVERIFY(clicked); // its handler is still running
+            QVERIFY(clicked); // the handler is still running
             QVERIFY(!clicked->isVisible());
         };
         click();
@@ -147,7 +147,7 @@ private Q_SLOTS:
         m_host->atLink = [&] {
             delete m_host->popup();
             runEvents();
-            QVERIFY(clicked); // its handler is still running
+            QVERIFY(clicked); // the handler is still running
         };
         click();
         QTRY_VERIFY(!clicked);

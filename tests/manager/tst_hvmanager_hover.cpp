@@ -13,7 +13,7 @@ QMouseEvent mouseMove(const QPoint &global)
                        Qt::NoModifier);
 }
 
-/// Whether the popup counts down to hiding.
+/// Whether the popup's countdown to hiding runs.
 bool countsDown(const HVWidget *popup)
 {
     return popup->findChild<QTimer *>(QString(), Qt::FindDirectChildrenOnly)->isActive();
@@ -26,7 +26,7 @@ class tst_HVManagerHover : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    // What comes from the application's events
+    // The application's events
 
     void shouldShowThePopupInPlaceOfTheTooltip()
     {
@@ -104,7 +104,7 @@ private Q_SLOTS:
         QCoreApplication::sendEvent(qApp, &deactivate);
         QVERIFY(scene.isShowing());
 
-        // Too late: it is looked at when the library starts.
+        // Too late: the setting is read when the library starts.
         scene.context().set(HVKeyTrackHover, true);
         QTest::mouseClick(scene.control, Qt::LeftButton);
         QVERIFY(scene.isShowing());
@@ -135,7 +135,7 @@ private Q_SLOTS:
 
     void shouldLetAllOtherEventsThrough()
     {
-        // Installed before the library's, so that it sees what that lets through.
+        // Installed before the library's filter, it sees what that lets through.
         class Watcher : public QObject
         {
         public:
@@ -195,7 +195,7 @@ private Q_SLOTS:
         QVERIFY(scene.show(text("a")));
         QTest::mouseClick(scene.view(), Qt::LeftButton);
         QVERIFY(scene.isShowing());
-        // Its own edge, outside of the view.
+        // The popup's own edge, outside the view.
         QTest::mouseClick(scene.popup(), Qt::LeftButton, {}, scene.popup()->rect().bottomRight());
         QVERIFY(scene.isShowing());
         QWidget deeper(scene.view());

@@ -18,7 +18,7 @@ using namespace Hovlets;
 
 namespace {
 
-/// Notes what it is asked to do.
+/// Records the calls.
 class NotingIndex : public HVIndex
 {
     Q_OBJECT
@@ -43,12 +43,12 @@ public:
     }
 
     QStringList notes;
-    unsigned long work = 0; // ms that a file takes
+    unsigned long work = 0; // ms for each file
 };
 
 } // namespace
 
-/// How packages and their control files are found.
+/// Tests how packages and their control files are found.
 class tst_HVManagerLoading : public QObject
 {
     Q_OBJECT
@@ -72,7 +72,7 @@ private Q_SLOTS:
                      (QStringList { text("open"),
                                     package + text("/Control/content.xml ") + package }));
         }
-        QCOMPARE(index.keys(), QStringList { text("a") }); // it stays the host's
+        QCOMPARE(index.keys(), QStringList { text("a") }); // the host still owns it
     }
 
     void shouldTellOfItsProgress()
@@ -205,7 +205,7 @@ private Q_SLOTS:
         QVERIFY(QDir(m_packages->path()).mkpath(text("P.hovlets")));
         RecordingHost host(*m_context, { m_packages->path() });
         QVERIFY(host.manager()->keys().isEmpty());
-        QCOMPARE(host.messages.size(), 4); // no "found", and no failure
+        QCOMPARE(host.messages.size(), 4); // no "found" and no failure
         QCOMPARE(host.messagesOf(HVMessageInformation).size(), 4);
     }
 
@@ -266,7 +266,7 @@ private Q_SLOTS:
                 [package] { QFile::setPermissions(package, QFile::Permissions(0x7700)); });
         NotingIndex index;
         QVERIFY(QFile::setPermissions(m_packages->path(), QFile::Permissions(0x7755)));
-        // Whether a file may be read goes by the real user, and the superuser reads everything.
+        // The real user decides whether a file may be read, and the superuser may read everything.
         const uid_t user = ::getuid();
         const auto restore = qScopeGuard([user] {
             if (::setreuid(user, uid_t(-1)) != 0)

@@ -13,7 +13,7 @@ using namespace Hovlets;
 
 namespace {
 
-/// Notes when a window is raised, as its children see it.
+/// Records when a window is raised, as its children see it.
 class RaiseWatcher : public QObject
 {
     Q_OBJECT
@@ -38,7 +38,7 @@ protected:
 
 } // namespace
 
-/// Popups that the user pins, and popups that outlive the manager.
+/// Tests popups that the user pins, and popups that outlive the manager.
 class tst_HVManagerPinned : public QObject
 {
     Q_OBJECT
@@ -65,7 +65,7 @@ private Q_SLOTS:
         HoverScene scene;
         QWidget container;
         QWidget *answer = &container;
-        QVERIFY(!scene.manager().reserve(nullptr, answer)); // there is no popup either
+        QVERIFY(!scene.manager().reserve(nullptr, answer)); // there is no popup yet
         QVERIFY(scene.show(text("a")));
         HVWidget other(&scene.manager(), nullptr, nullptr);
         QVERIFY(!scene.manager().reserve(&other, answer));
@@ -76,9 +76,9 @@ private Q_SLOTS:
         HVWidget *popup = scene.popup();
         const std::unique_ptr<HVWidget> pinned(popup);
         QVERIFY(scene.manager().reserve(popup, answer));
-        QCOMPARE(answer, nullptr); // the host has no window for it
+        QCOMPARE(answer, nullptr); // the host supplies no window for it
         QCOMPARE(scene.host().windowsAskedFor, QList<HVWindowType> { HVReservedWindow });
-        QVERIFY(!scene.manager().reserve(popup, answer)); // it is not current any more
+        QVERIFY(!scene.manager().reserve(popup, answer)); // no longer the current popup
         QCOMPARE(scene.host().windowsAskedFor.size(), 1);
     }
 
@@ -94,7 +94,7 @@ private Q_SLOTS:
         QVERIFY(pinned->isVisible());
         QCOMPARE(pinned->windowType(), Qt::Tool);
 
-        QVERIFY(scene.show(text("a"))); // the same key, in the fresh popup
+        QVERIFY(scene.show(text("a"))); // the same key, in the new popup
         QVERIFY(scene.isShowing());
         QTest::mouseClick(pinned.get(), Qt::LeftButton);
         QVERIFY(!scene.isShowing());
@@ -117,7 +117,7 @@ private Q_SLOTS:
     void shouldRaiseThePinnedPopupsFromTheLastToTheFirst()
     {
         HoverScene scene;
-        QWidget container; // raising a child is to be seen in its parent
+        QWidget container; // makes it visible when a child is raised
         container.setLayout(new QVBoxLayout);
         scene.host().container = &container;
         RaiseWatcher watcher;
@@ -223,7 +223,7 @@ private Q_SLOTS:
         QVERIFY(scene.show(text("b")));
         const std::unique_ptr<HVWidget> second(scene.pin());
 
-        // Whoever sees the last come up closes the first.
+        // Closes the first when the last appears.
         class Closer : public QObject
         {
         public:
@@ -265,7 +265,7 @@ private Q_SLOTS:
                                                  "+ hovletView.translate(\"t\", \"c\")"
                                                  "+ hovletView.findResource(\"r\")"
                                                  "+ hovletView.openExternalResource(\"e\") }"));
-            // For no control: it would go with the control's window.
+            // Without a control, because the popup would go with the control's window.
             QVERIFY(scene.manager().show(text("a"), HoverScene::Position, nullptr));
             pinned.reset(scene.pin());
             current = scene.popup();
@@ -298,7 +298,7 @@ private Q_SLOTS:
         popup->checkMousePosition({ 700, 700 });
         popup->hideAnimated();
         popup->view()->setReserved(true);
-        QCOMPARE(popup->windowType(), Qt::ToolTip); // nobody is there to grant it
+        QCOMPARE(popup->windowType(), Qt::ToolTip); // nothing is left to grant it
         popup->showAnimated();
         QTRY_VERIFY(!popup);
     }

@@ -23,7 +23,7 @@ void deleteHost()
 
 } // namespace
 
-/// An interface that a routine of the application's end deletes, as plug-ins do.
+/// Tests an interface that is deleted by a post routine of the application, as plug-ins do.
 class tst_HVManagerPostRoutine : public QObject
 {
     Q_OBJECT
@@ -35,7 +35,7 @@ public:
     }
 
 private Q_SLOTS:
-    /// The routine is registered before the first popup, and so runs after Qt Quick's own.
+    /// A routine that is registered before the first popup runs after Qt Quick's own.
     void shouldEndAfterQtQuickHasCleanedUp()
     {
         filterTestLog();

@@ -9,7 +9,7 @@ using namespace Hovlets;
 
 namespace {
 
-/// A host that does something unexpected, once, while the library waits for its answer.
+/// A host that does something unexpected once, while the library waits for its answer.
 class MeddlingHost : public RecordingHost
 {
 public:
@@ -49,7 +49,7 @@ private:
 
 } // namespace
 
-/// What the host does from within the library's questions to it.
+/// Tests hosts that call the library from within its questions to them.
 class tst_HVManagerReentrancy : public QObject
 {
     Q_OBJECT

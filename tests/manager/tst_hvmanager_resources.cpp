@@ -15,7 +15,7 @@
 
 using namespace Hovlets;
 
-/// Content that a host has compiled into itself: a data path in Qt's resources.
+/// Tests content that is compiled into the host: a data path in Qt's resources.
 class tst_HVManagerResources : public QObject
 {
     Q_OBJECT

@@ -8,7 +8,7 @@
 
 using namespace Hovlets;
 
-/// Whether a show leads to a popup, what it shows, and where.
+/// Tests whether a call shows a popup, what it shows, and where.
 class tst_HVManagerShow : public QObject
 {
     Q_OBJECT
@@ -114,7 +114,7 @@ private Q_SLOTS:
         scene.popup()->installEventFilter(&watcher);
         QVERIFY(scene.show(text("b")));
         QCOMPARE(watcher.raises, 1);
-        QVERIFY(scene.show(text("b"))); // nothing to do
+        QVERIFY(scene.show(text("b"))); // nothing changes
         QCOMPARE(watcher.raises, 1);
     }
 
@@ -128,7 +128,7 @@ private Q_SLOTS:
         QCOMPARE(manager.tooltipPosition({ 100, 100 }, scene.control), QPoint(95, 107));
     }
 
-    // Controls without content beside a visible popup
+    // Controls without content next to a visible popup
 
     void shouldKeepOrHideThePopupWhenAControlHasNoContent_data()
     {
@@ -270,7 +270,7 @@ private Q_SLOTS:
         const HVXmlElement *content = host.view()->content();
         QCOMPARE(content->attribute(text("shortcut")), text("unknown|name|F2"));
         QCOMPARE(content->attribute(text("more")), text("m"));
-        QVERIFY(host.manager()->show(text("generic"), {}, &control)); // nothing is asked again
+        QVERIFY(host.manager()->show(text("generic"), {}, &control)); // looks nothing up again
     }
 
     void shouldLeaveContentWithoutAnyShortcut()

@@ -10,7 +10,7 @@
 
 using namespace Hovlets;
 
-/// Interfaces that go when no event loop runs any more, and the application after them.
+/// Tests interfaces that are deleted after the event loop has ended, followed by the application.
 class tst_HVManagerShutdown : public QObject
 {
     Q_OBJECT
@@ -34,7 +34,7 @@ private Q_SLOTS:
         QVERIFY(!popup);
     }
 
-    /// The last test: Qt Quick does not work in a second application.
+    /// Runs last, because Qt Quick does not work in a second application.
     void shouldDeletePopupsWithTheApplicationAtTheLatest()
     {
         QList<QPointer<QObject>> left;
@@ -50,7 +50,7 @@ private Q_SLOTS:
     }
 
 private:
-    /// Has the popup made and filled: it, its view and the content.
+    /// Creates the popup with its view and content, and returns all three.
     static QList<QPointer<QObject>> fill(RecordingHost &host)
     {
         host.manager()->show(QStringLiteral("unknown"), {}, nullptr);

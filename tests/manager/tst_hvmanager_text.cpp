@@ -10,7 +10,7 @@
 
 using namespace Hovlets;
 
-/// The services for the texts of content.
+/// Tests the services for the texts of content.
 class tst_HVManagerText : public QObject
 {
     Q_OBJECT
@@ -88,7 +88,7 @@ private Q_SLOTS:
         HVManager &manager = scene.manager();
         QCOMPARE(manager.hovletAttribute(text("x"), text("title"), text("none")), text("shown"));
         QCOMPARE(manager.hovletAttribute(text("x"), text("other"), text("none")), text("none"));
-        scene.popup()->hide(); // it need not be visible
+        scene.popup()->hide(); // hiding it makes no difference
         QCOMPARE(manager.hovletAttribute(text("x"), text("title"), text("none")), text("shown"));
         scene.view()->content()->setAttribute(text("title"), text(""));
         QCOMPARE(manager.hovletAttribute(text("x"), text("title"), text("none")), text(""));
@@ -117,7 +117,7 @@ private Q_SLOTS:
         QCOMPARE(manager.hovletAttribute(text("x"), text("title"), text("none")), text("second"));
         QVERIFY(index.asked.isEmpty());
 
-        QVERIFY(scene.show(text("x"))); // the current popup comes before the pinned
+        QVERIFY(scene.show(text("x"))); // the current popup takes precedence
         scene.view()->content()->setAttribute(text("title"), text("current"));
         QCOMPARE(manager.hovletAttribute(text("x"), text("title"), text("none")), text("current"));
 
@@ -239,7 +239,7 @@ private Q_SLOTS:
         addTranslation(scene, text("Scene"), text("Hovlets_de_DE"), text("deutsch"));
         QCOMPARE(translate(scene), text("deutsch"));
         QVERIFY(QFile::remove(path));
-        QCOMPARE(translate(scene), text("Open")); // another path: the bare folder's
+        QCOMPARE(translate(scene), text("Open")); // for the bare folder name
         addTranslation(scene, text("Scene"), text("Hovlets_de_DE"), text("neu"));
         QCOMPARE(translate(scene), text("neu"));
     }
@@ -252,7 +252,7 @@ private Q_SLOTS:
         QVERIFY(scene.show(text("a")));
         QCOMPARE(translate(scene), text("deutsch"));
         const QString path = scene.packages.path() + text("/Scene.hovlets/l10n/Hovlets_de_DE.qm");
-        QVERIFY(QFile::remove(path)); // not in place: the loaded file may be mapped
+        QVERIFY(QFile::remove(path)); // not overwritten, because the loaded file may be mapped
         addTranslation(scene, text("Scene"), text("Hovlets_de_DE"), text("neu"));
         QCOMPARE(translate(scene), text("deutsch"));
     }
@@ -290,7 +290,7 @@ private Q_SLOTS:
         QCOMPARE(translate(scene), text("by attribute"));
         scene.context().set(HVKeyTranslationFolder, text(""));
         QVERIFY(scene.show(text("b")));
-        QCOMPARE(translate(scene), text("Open")); // no folder, so no file
+        QCOMPARE(translate(scene), text("Open")); // no folder, hence no file
         QCOMPARE(translate(scene), text("Open")); // nor the next time
     }
 
@@ -317,7 +317,8 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("resource");
         QTest::addColumn<int>("type");
-        QTest::newRow("web address") << "https://example.org/a b" << 3; // a space: no strict URL
+        QTest::newRow("web address")
+                << "https://example.org/a b" << 3; // not valid in a URL: the space
         QTest::newRow("address") << "https://example.org/a?b=c#d" << 2;
         QTest::newRow("mail") << "mailto:a@b" << 2;
         QTest::newRow("scheme of its own") << "help:topic" << 2;

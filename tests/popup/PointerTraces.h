@@ -7,16 +7,16 @@
 #include <QtCore/QString>
 #include <QtCore/QVector>
 
-// Traces of a pointer that leaves a control which has a popup, and the windows that they run over.
-// Everything is global, in pixels and ms.
+// Traces of a pointer that leaves a control with a popup, and the windows that they cross.
+// Coordinates are global and in pixels, times in ms.
 
-/// Controls beside each other; the popup of each lies at the same distance from it.
+/// Adjacent controls. The popup of each is at the same distance from it.
 struct TraceScene
 {
     QString window; // "toolbar", "form", "menu"
-    QString side; // of the popup: "below", "above", "right", "left"
-    int away = 6; // from the control to the popup
-    int along = 0; // by how much the popup is shifted along the control
+    QString side; // the popup's side: "below", "above", "right", "left"
+    int away = 6; // distance between control and popup
+    int along = 0; // shift of the popup along the control
 
     QVector<QRect> controls() const;
     QRect popupOf(int control) const;
@@ -36,18 +36,18 @@ struct PointerTrace
     static constexpr int Popup = -1;
 
     TraceScene scene;
-    QString kind; // of movement: "straight", "curved", …
+    QString kind; // kind of movement: "straight", "curved", …
     int origin = 0; // the control whose popup shows
-    int aim = Popup; // or the control that the pointer is on its way to
-    int arrival = 0; // when the pointer has come to rest at its aim
+    int aim = Popup; // or the control that the pointer moves to
+    int arrival = 0; // when the pointer comes to rest at its aim
     QVector<TraceSample> samples;
 
     QString name() const;
 };
 
-/// One trace, one line: what it is, then each sample as what changed since the one before.
+/// One line for each trace: its description, then each sample as the difference from the last.
 QByteArray writeTraces(const QVector<PointerTrace> &traces);
 QVector<PointerTrace> readTraces(const QByteArray &text);
 
-/// The committed traces, made from nothing but a fixed seed.
+/// The committed traces. Only a fixed seed determines them.
 QVector<PointerTrace> generateTraces();

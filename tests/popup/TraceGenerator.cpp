@@ -6,9 +6,10 @@
 #include <cmath>
 #include <random>
 
-// A hand moves a pointer in a smooth stroke that speeds up and slows down, most often followed by
-// smaller ones that correct it; it trembles, and a mouse reports where it is about every 8 ms, in
-// whole pixels. Only exactly rounded arithmetic is used, which gives the same traces everywhere.
+// A hand moves a pointer in a smooth stroke that speeds up and slows down, usually followed by
+// smaller ones that correct it. It trembles, and a mouse reports its position about every 8 ms, in
+// whole pixels. Only exactly rounded arithmetic is used, which gives the same traces on every
+// machine.
 
 namespace {
 
@@ -50,13 +51,14 @@ public:
     int time() const { return m_time; }
     QPointF position() const { return m_position; }
 
-    /// Trembles a little all along, by up to that many pixels.
+    /// Trembles by up to that many pixels all the time.
     void setTremor(double pixels) { m_tremor = pixels; }
 
-    /// A mouse on a busy machine reports late now and then.
+    /// Reports late now and then, like a mouse on a busy machine.
     void setIrregular() { m_isIrregular = true; }
 
-    /// A stroke of \a duration to \a target, on a bow that is \a bulge of its length high.
+    /// A stroke of \a duration to \a target, along an arc whose height is \a bulge times its
+    /// length.
     void stroke(const QPointF &target, int duration, double bulge = 0)
     {
         const QPointF from = m_position;
@@ -66,7 +68,7 @@ public:
         while (m_time - begin < duration) {
             tick();
             const double t = std::min(1.0, double(m_time - begin) / duration);
-            // Speed rises and falls smoothly, its peak a little before the middle.
+            // Speed rises and falls smoothly and peaks a little before the middle.
             const double u = t * (1.2 - 0.2 * t);
             const double s = u * u * u * (10 + u * (6 * u - 15));
             m_position = from + way * s + aside * (4 * s * (1 - s));
@@ -76,7 +78,7 @@ public:
         report();
     }
 
-    /// The same at one speed, in pixels a second.
+    /// The same at a constant speed, in pixels per second.
     void crawl(const QPointF &target, int speed)
     {
         const QPointF from = m_position;
@@ -89,7 +91,7 @@ public:
         }
     }
 
-    /// Rests, but for a tremble by a pixel now and then.
+    /// Rests, except for a tremble by a pixel now and then.
     void rest(int duration)
     {
         const QPointF place = m_position;
@@ -112,7 +114,7 @@ private:
             m_time += m_random.chance(8) ? ReportInterval : m_random.between(-1, 1);
     }
 
-    /// Like the display, tells of movements by whole pixels only.
+    /// Like the display, reports only movements by whole pixels.
     void report()
     {
         QPointF shown = m_position;
@@ -135,7 +137,7 @@ private:
     QVector<TraceSample> m_samples;
 };
 
-/// How long a practised hand takes for a stroke: longer ways take more, but not in proportion.
+/// The time that a practised hand needs for a stroke: more for longer ones, but not in proportion.
 int strokeTime(Random &random, double way)
 {
     return static_cast<int>(140 + 14 * std::sqrt(way)) + random.between(-60, 120);
@@ -172,7 +174,7 @@ void overshooting(Random &random, Hand &hand, const PointerTrace &, const QPoint
     hand.stroke(target, random.between(120, 260));
 }
 
-/// Stops on the way, wherever that is, for less than it takes to mean it.
+/// Pauses anywhere on the way, for too short a time to be intentional.
 void pausing(Random &random, Hand &hand, const PointerTrace &, const QPointF &target)
 {
     const QPointF start = hand.position();
@@ -186,7 +188,7 @@ void pausing(Random &random, Hand &hand, const PointerTrace &, const QPointF &ta
     hand.stroke(target, strokeTime(random, length(target - hand.position())));
 }
 
-/// Stops for longer, where no control is; somebody asks a question.
+/// Pauses for longer where there is no control, as if somebody asked a question.
 void hesitating(Random &random, Hand &hand, const PointerTrace &trace, const QPointF &target)
 {
     const QPointF start = hand.position();
@@ -204,8 +206,8 @@ void hesitating(Random &random, Hand &hand, const PointerTrace &trace, const QPo
     hand.stroke(target, strokeTime(random, length(target - hand.position())));
 }
 
-/// What recordings of people look like: a stroke that falls short or goes too far and aside, then
-/// one to three that correct it, on bows, trembling, reported at uneven intervals.
+/// Resembles recordings of people: a stroke that misses its target, then one to three that correct
+/// it, along arcs, trembling, reported at uneven intervals.
 void handlike(Random &random, Hand &hand, const PointerTrace &, const QPointF &target)
 {
     hand.setTremor(0.6 + random.share());
@@ -227,7 +229,7 @@ struct Kind
 {
     const char *name;
     Movement move;
-    int traces; // for each scene and side: to the popup
+    int traces; // for each scene and side, to the popup
 };
 
 constexpr Kind Kinds[] {
@@ -247,7 +249,7 @@ QPointF pointIn(Random &random, const QRect &rectangle)
              rectangle.top() + random.between(0, rectangle.height() - 1) * 1.0 };
 }
 
-/// A control other than the origin that the popup leaves in view, or -1.
+/// A control other than the origin that the popup leaves visible, or -1.
 int neighbour(Random &random, const PointerTrace &trace)
 {
     const QVector<QRect> controls = trace.scene.controls();

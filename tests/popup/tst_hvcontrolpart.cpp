@@ -15,7 +15,7 @@ HVControlPart::Id whole()
     return {};
 }
 
-/// The part at the centre of \a rectangle, which is in the widget's coordinates.
+/// The part at the centre of \a rectangle, in the widget's coordinates.
 HVControlPart partIn(const QWidget &widget, const QRect &rectangle)
 {
     return controlPartAt(widget, widget.mapToGlobal(rectangle.center()));

@@ -9,7 +9,7 @@ using namespace Hovlets;
 
 using Action = HVHoverDelays::Action;
 
-/// When a popup shows and expands, and which key takes it away.
+/// Tests when a popup shows and expands, and which keys hide it.
 class tst_HVHoverDelays : public QObject
 {
     Q_OBJECT
@@ -42,7 +42,7 @@ private Q_SLOTS:
         QCOMPARE(*delays.deadline(), 2200);
         QCOMPARE(delays.timeReached(2199), Action::Nothing);
         QCOMPARE(delays.timeReached(2200), Action::Show);
-        QCOMPARE(delays.timeReached(2300), Action::Nothing); // once
+        QCOMPARE(delays.timeReached(2300), Action::Nothing); // only once
         QVERIFY(!delays.deadline());
     }
 
@@ -92,7 +92,7 @@ private Q_SLOTS:
         HVHoverDelays delays;
         delays.setDelays(0, 1000);
         delays.popupShown(2000, true);
-        delays.pointerReturned(2500); // it was there all the time
+        delays.pointerReturned(2500); // the pointer has not left
         QCOMPARE(*delays.deadline(), 3000);
         delays.pointerLeft();
         QCOMPARE(delays.timeReached(9000), Action::Nothing);

@@ -57,7 +57,7 @@ private Q_SLOTS:
 
     void shouldReadTheBytesOfTheFirstVersion()
     {
-        // As hosts have them on their disks: this must never change.
+        // Hosts have saved states like this one, so it must never change.
         const QByteArray bytes = QByteArray::fromHex("48565050"
                                                      "0001"
                                                      "0001"

@@ -35,7 +35,7 @@ protected:
     }
 };
 
-/// What a person sees of \a window.
+/// The picture of \a window on the screen.
 QImage onScreen(const QWidget &window)
 {
     const QRect area(window.mapToGlobal(QPoint()), window.size());
@@ -59,7 +59,7 @@ int differences(const QImage &one, const QImage &other)
 
 } // namespace
 
-/// What becomes of the host's own window on OpenGL, without a compositor that keeps its pixels.
+/// Tests the host's own window on OpenGL, without a compositor that keeps its pixels.
 class tst_HVPinningOpenGL : public QObject
 {
     Q_OBJECT
@@ -146,7 +146,7 @@ private Q_SLOTS:
 
 int main(int argc, char **argv)
 {
-    qputenv("QT_QUICK_BACKEND", ""); // the toolkit's own choice
+    qputenv("QT_QUICK_BACKEND", ""); // the toolkit decides
     qputenv("QSG_RHI_BACKEND", "opengl");
     qputenv("LIBGL_ALWAYS_SOFTWARE", "1");
     return runTest(argc, argv, []() -> QObject * { return new tst_HVPinningOpenGL; });

@@ -38,7 +38,7 @@ bool isVertical(HVSide side)
     return side == HVSide::Below || side == HVSide::Above;
 }
 
-/// The popup's edge towards the control.
+/// The popup's edge that faces the control.
 int nearEdge(const HVPlace &place)
 {
     switch (place.side) {
@@ -81,7 +81,7 @@ HVPlacementRequest mirrored(HVPlacementRequest request)
     return request;
 }
 
-/// Requests of all kinds; the seed alone decides which.
+/// Random requests of all kinds, determined by a seed.
 class RandomRequests
 {
 public:
@@ -120,7 +120,7 @@ private:
     std::mt19937 m_random;
 };
 
-/// Whether there is room beside the control, found by trying every pixel.
+/// Whether there is room beside the control; tries every pixel.
 bool hasRoomBeside(const HVPlacementRequest &request)
 {
     const QRect control = request.control.intersected(request.area);
@@ -147,7 +147,7 @@ bool hasRoomBeside(const HVPlacementRequest &request)
     return false;
 }
 
-/// The rule that \a place breaks, or null.
+/// The rule that \a place breaks; null if none.
 const char *brokenRule(const HVPlacementRequest &request, const HVPlace &place)
 {
     if (place.geometry.size() != request.popup)
@@ -193,7 +193,7 @@ class tst_HVPlacement : public QObject
 private Q_SLOTS:
     void shouldShiftIntoTheAreaFromTheWantedPointAlone()
     {
-        // Of a popup that was tall and gets small, nothing of the tall one's place remains.
+        // A popup that shrinks keeps nothing of the place that it had when it was tall.
         const QPoint wanted(1000, 700);
         const QRect tall = shiftedInto({ wanted, QSize(200, 480) }, Area);
         QCOMPARE(tall.topLeft(), QPoint(1000, 320));
@@ -264,7 +264,7 @@ private Q_SLOTS:
     {
         HVPlacementRequest made = request({ 600, 300, 80, 24 });
         made.direction = Qt::RightToLeft;
-        QCOMPARE(placeBeside(made).geometry, QRect(380, 330, 300, 200)); // ends where it does
+        QCOMPARE(placeBeside(made).geometry, QRect(380, 330, 300, 200)); // their ends align
         made = request({ 600, 390, 80, 24 }, { 300, 500 });
         made.direction = Qt::RightToLeft;
         QCOMPARE(placeBeside(made).side, HVSide::Left);
@@ -275,14 +275,14 @@ private Q_SLOTS:
         HVPlacementRequest made = request({ 600, 300, 80, 24 });
         made.keepClear = { QRect(500, 340, 130, 60) };
         HVPlace place = placeBeside(made);
-        QCOMPARE(place.side, HVSide::Below); // beside the region, as near as can be
+        QCOMPARE(place.side, HVSide::Below); // beside the region, as near as possible
         QCOMPARE(place.geometry.topLeft(), QPoint(630, 330));
 
         made.keepClear = { QRect(0, 340, 1280, 60) };
         QCOMPARE(placeBeside(made).side, HVSide::Above);
         made.keepClear.append(QRect(0, 200, 1280, 60));
         place = placeBeside(made);
-        QCOMPARE(place.side, HVSide::Below); // no side is free of both: the first, over a region
+        QCOMPARE(place.side, HVSide::Below); // the first side: none is clear of both
     }
 
     void shouldComeNearTheEdgeOfTheScreenBeforeItCoversAnything()
@@ -302,7 +302,7 @@ private Q_SLOTS:
         QVERIFY(inset(Area).contains(place.geometry));
         QVERIFY(!place.geometry.contains(made.cursor));
 
-        made.keepClear = { QRect(300, 320, 200, 200) }; // the selection in a canvas
+        made.keepClear = { QRect(300, 320, 200, 200) }; // such as the selection in a canvas
         place = placeBeside(made);
         QVERIFY(!place.geometry.intersects(made.keepClear.constFirst()));
         QVERIFY(!place.geometry.contains(made.cursor));
@@ -350,7 +350,7 @@ private Q_SLOTS:
 
     void shouldStayBelowWhenThereWouldBeRoomAboveForLess()
     {
-        // Placed above when it was tall, it stays there when it gets small, although it fits below.
+        // A popup that shrinks stays above, even if it would now fit below.
         HVPlacementRequest made = request({ 600, 600, 80, 24 }, { 300, 300 });
         made.current = placeBeside(made);
         QCOMPARE(made.current->side, HVSide::Above);
@@ -402,7 +402,7 @@ private Q_SLOTS:
             withRoom += hasRoomBeside(made);
             covering += place.geometry.intersects(made.control.intersected(made.area));
         }
-        // The requests reach both the plain and the desperate cases.
+        // The requests include both simple and impossible ones.
         QVERIFY(withRoom > 400);
         QVERIFY(covering > 50);
     }
@@ -411,7 +411,7 @@ private Q_SLOTS:
     {
         HVPlacementRequest made; // all empty
         QVERIFY(!placeBeside(made).geometry.contains(made.cursor));
-        made = request({ 5000, 5000, 80, 24 }); // a control that is on no screen
+        made = request({ 5000, 5000, 80, 24 }); // a control outside every screen
         made.cursor = { 640, 400 };
         const HVPlace place = placeBeside(made);
         QVERIFY(Area.contains(place.geometry));

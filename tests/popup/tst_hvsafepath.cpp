@@ -18,18 +18,18 @@ namespace {
 
 constexpr int Dwell = 180; // ms
 constexpr int SafeMargin = 20; // px around the popup
-constexpr int Slack = 50; // ms; a neighbour has its popup by then, after the dwell
+constexpr int Slack = 50; // ms after the dwell, by which a neighbour has its popup
 
-/// What a trace did to the popup.
+/// How a trace changed the popup.
 struct Outcome
 {
-    int shown; // the control whose popup shows in the end
+    int shown; // the control whose popup shows at the end
     int changes = 0;
-    int changed = -1; // when the popup changed last
-    bool isOverPopup = false; // where the pointer ended
+    int changed = -1; // when the popup last changed
+    bool isOverPopup = false; // whether the pointer ended there
 };
 
-/// Takes the part of the popup: asks the path at each move and when it said that it would know.
+/// Acts as the popup: asks the path at each move, and at the time that the path has named.
 class Play
 {
 public:
@@ -122,7 +122,7 @@ HVSafePath path(int dwell = Dwell)
 
 } // namespace
 
-/// The traces were drawn by the generator beside them: --write-traces FILE does that again.
+/// The generator beside this file made the traces: --write-traces FILE makes them again.
 class tst_HVSafePath : public QObject
 {
     Q_OBJECT
@@ -142,7 +142,7 @@ private Q_SLOTS:
                 ++lost;
                 qInfo("lost: %s", qPrintable(trace.name()));
             }
-            // Without it, a control takes over at the first pause that the desktop notices.
+            // Without the path, a control takes over at the first pause that the desktop notices.
             constexpr int DesktopsPause = 20;
             const Outcome without = Play(trace, DesktopsPause).run();
             lostWithoutAPath += without.changes > 0;
@@ -151,7 +151,7 @@ private Q_SLOTS:
               lostWithoutAPath);
         QVERIFY(traces >= 200);
         QVERIFY(100 * lost <= traces);
-        QVERIFY(10 * lostWithoutAPath >= traces); // the traces are worth something
+        QVERIFY(10 * lostWithoutAPath >= traces); // otherwise the traces would prove little
     }
 
     void shouldGiveANeighbourItsPopup()
@@ -233,7 +233,7 @@ private Q_SLOTS:
     void shouldNotTakeACrawlToThePopupForRest()
     {
         HVSafePath safe = path();
-        for (int i = 0; i < 60; ++i) // 25 pixels a second
+        for (int i = 0; i < 60; ++i) // 25 pixels per second
             QCOMPARE(safe.pointerMoved({ 120, 130 + i }, 40 * i, Over::Other, 1), Verdict::Wait);
     }
 

@@ -300,7 +300,7 @@ Rectangle {
 
         show("blue", bound);
         QTRY_COMPARE(bench.view->grab().toImage().pixelColor(40, 30), QColor(Qt::blue));
-        // The same file again, so only the content tells what to paint.
+        // The file is the same, so only the content determines the colour.
         show("yellow", bound);
         QTRY_COMPARE(bench.view->grab().toImage().pixelColor(40, 30), QColor(Qt::yellow));
     }

@@ -18,7 +18,7 @@ void showModal(QDialog &dialog)
 
 } // namespace
 
-/// A popup goes with the control that it belongs to.
+/// Tests that a popup goes with its control.
 class tst_HVWidgetControl : public QObject
 {
     Q_OBJECT

@@ -9,9 +9,9 @@ using namespace Hovlets;
 
 namespace {
 
-constexpr int Long = 60000; // ms; a fade or countdown that is not to end by itself in a test
+constexpr int Long = 60000; // ms; longer than any test, for fades and countdowns that must not end
 
-/// Puts a fade at its end, as if its time had passed.
+/// Finishes a fade, as if its time had passed.
 void finish(QPropertyAnimation *fade)
 {
     fade->setCurrentTime(fade->duration());
@@ -41,7 +41,7 @@ private Q_SLOTS:
         QSignalSpy finished(&fade(), &QPropertyAnimation::finished);
         m_bench->show();
         QVERIFY(popup().isVisible());
-        QVERIFY(qAbs(popup().windowOpacity() - 0.1) < 1.0 / 255); // which is how Qt keeps it
+        QVERIFY(qAbs(popup().windowOpacity() - 0.1) < 1.0 / 255); // to Qt's precision
         QCOMPARE(fade().state(), QAbstractAnimation::Running);
         QCOMPARE(fade().duration(), 200);
         QCOMPARE(fade().startValue().toReal(), 0.1);
@@ -203,7 +203,7 @@ private Q_SLOTS:
         QCOMPARE(popup().windowOpacity(), 1.0);
         QCOMPARE(fade().state(), QAbstractAnimation::Stopped);
 
-        // The fade-out that was given up has left nothing behind.
+        // The cancelled fade-out leaves nothing behind.
         m_bench->context().set(HVKeyShowFadeDuration, Long);
         popup().hide();
         m_bench->show();
@@ -292,7 +292,7 @@ private Q_SLOTS:
         popup().setTimer();
         QCOMPARE(m_bench->countdown(), 3000);
         m_bench->view->setStayOpen(true);
-        QCOMPARE(m_bench->countdown(), 3000); // the one that runs goes on
+        QCOMPARE(m_bench->countdown(), 3000); // the running countdown continues
         popup().setTimer();
         QCOMPARE(m_bench->countdown(), -1);
         popup().checkMousePosition(PopupBench::away());
@@ -330,7 +330,7 @@ private Q_SLOTS:
         m_bench->context().set(HVKeyHideDelay, 9000);
         popup().checkMousePosition(QPoint(780, 780));
         QCOMPARE(m_bench->countdown(), 3000);
-        QCOMPARE(m_bench->hideTimer()->timerId(), id); // a restart takes another
+        QCOMPARE(m_bench->hideTimer()->timerId(), id); // a restart would change it
         popup().setTimer();
         QCOMPARE(m_bench->countdown(), 9000);
     }
@@ -354,7 +354,7 @@ private Q_SLOTS:
         m_bench->show();
         popup().checkMousePosition(PopupBench::away()); // on the way to the next control
         QCOMPARE(m_bench->countdown(), 3000);
-        m_bench->show(); // and there
+        m_bench->show(); // the mouse arrives there
         QCOMPARE(m_bench->countdown(), -1);
     }
 

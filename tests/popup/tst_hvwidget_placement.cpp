@@ -52,7 +52,7 @@ private Q_SLOTS:
         QTest::newRow("out at bottom right")
                 << bottomRight.translated(500, 500) << bottomRight << true;
 
-        // The bottom and the right win over the top and the left.
+        // The bottom and right edges take precedence over the top and left ones.
         QTest::newRow("too high") << QRect(left + 10, top + 10, 50, area.height() + 25)
                                   << QRect(left + 10, top - 25, 50, area.height() + 25) << true;
         QTest::newRow("too wide") << QRect(left + 10, top + 10, area.width() + 15, 50)
@@ -60,7 +60,7 @@ private Q_SLOTS:
         const QSize large = area.size() + QSize(15, 25);
         QTest::newRow("too large") << QRect(QPoint(left - 500, top + 500), large)
                                    << QRect(QPoint(left - 15, top - 25), large) << true;
-        // Shifted down first and up again then: that is a shift, too.
+        // Shifted down and then back up, which also counts as a shift.
         QTest::newRow("too large, in place") << QRect(QPoint(left - 15, top - 25), large)
                                              << QRect(QPoint(left - 15, top - 25), large) << true;
     }
@@ -178,7 +178,7 @@ private Q_SLOTS:
     void shouldFollowTheSizeOfTheUserInterface()
     {
         m_bench->show();
-        // One pixel more on purpose, in each direction.
+        // The extra pixel in each direction is deliberate.
         QCOMPARE(m_bench->popup->size(), QSize(201, 101));
         QCOMPARE(m_bench->popup->minimumSize(), QSize(201, 101));
         QCOMPARE(m_bench->popup->maximumSize(), QSize(201, 101));
@@ -200,7 +200,7 @@ private Q_SLOTS:
         m_bench->view->rootObject()->setProperty("width", 300);
         m_bench->view->rootObject()->setProperty("height", 200);
         QTRY_COMPARE(m_bench->popup->size(), QSize(301, 201));
-        // The view is inside; the extra pixel need not be.
+        // The view is inside the screen; the extra pixel need not be.
         QCOMPARE(m_bench->popup->pos(), area.bottomRight() - QPoint(299, 199));
     }
 
@@ -261,7 +261,7 @@ private Q_SLOTS:
         QVERIFY(frame > 0);
         QCOMPARE(popup.pos(), QPoint(200, 200));
 
-        // From the client area's corner, but of the frame's size.
+        // At the corner of the client area, but with the size of the frame.
         const QPoint corner = popup.geometry().topLeft();
         QVERIFY(popup.isSafe(corner - QPoint(20, 20)));
         QVERIFY(!popup.isSafe(corner - QPoint(21, 20)));
@@ -269,7 +269,7 @@ private Q_SLOTS:
         QVERIFY(popup.isSafe(corner + QPoint(size.width() + 19, size.height() + 19)));
         QVERIFY(!popup.isSafe(corner + QPoint(size.width() + 19, size.height() + 20)));
 
-        // Room for the view below the frame's top, then as much higher as that is thick.
+        // Room for the view below the top of the frame, then moved up by the frame's height.
         const int bottom = QGuiApplication::primaryScreen()->availableGeometry().bottom();
         popup.move(10, bottom);
         popup.contentResized();
@@ -317,7 +317,7 @@ private Q_SLOTS:
         m_bench->popup->setTimer();
         QCOMPARE(m_bench->countdown(), 3000);
         QCOMPARE(m_bench->view->findResource(QStringLiteral("x")), QStringLiteral("Resources"));
-        m_bench->view->setReserved(true); // nobody is there to grant it
+        m_bench->view->setReserved(true); // nothing is there to grant it
         QVERIFY(m_bench->popup->isWindow());
         m_bench->show(QPoint(100, 100));
         m_bench->popup->hide();

@@ -145,7 +145,7 @@ private Q_SLOTS:
     void shouldLeaveOtherWindowsOfTheHostAlone()
     {
         QMainWindow main;
-        main.setGeometry(-40, 30, 400, 300); // partly off the screen, as its user left it
+        main.setGeometry(-40, 30, 400, 300); // partly off the screen, where its user left it
         auto *container = new QWidget(&main);
         main.setCentralWidget(container);
         main.show();
@@ -164,7 +164,7 @@ private Q_SLOTS:
         QCOMPARE(main.maximumWidth(), QWIDGETSIZE_MAX);
         QCOMPARE(container->maximumWidth(), QWIDGETSIZE_MAX);
 
-        // QML closes the popup, and nothing of the host's.
+        // QML closes the popup, but none of the host's windows.
         close(popup->view());
         QTRY_VERIFY(!popup->isVisible());
         QVERIFY(main.isVisible());
@@ -256,7 +256,7 @@ private Q_SLOTS:
 
     void shouldStayWhenTheManagerDoesNotGrantIt()
     {
-        PopupBench other; // its popup is not the manager's
+        PopupBench other; // its popup does not belong to the manager
         other.show();
         const Qt::WindowFlags flags = other.popup->windowFlags();
         other.view->setReserved(true);
@@ -272,7 +272,7 @@ private Q_SLOTS:
         m_bench->host->container = new QWidget;
         m_bench->show();
         QPointer<HVWidget> popup = m_bench->popup();
-        popup->view()->setProperty("reserved", true); // as QML does, whose handler is to end first
+        popup->view()->setProperty("reserved", true); // set from QML, whose handler ends first
         delete m_bench->host->container;
         m_bench->host->container = nullptr;
         QTRY_COMPARE(popup->windowType(), Qt::Tool);
@@ -286,7 +286,7 @@ private Q_SLOTS:
         const QPointer<HVWidget> popup = pin();
         const Qt::WindowFlags flags = popup->windowFlags();
         popup->view()->setReserved(false);
-        popup->view()->setReserved(true); // not the current popup any more
+        popup->view()->setReserved(true); // no longer the current popup
         QCOMPARE(popup->windowFlags(), flags);
         QVERIFY(popup->isVisible());
         QCOMPARE(m_bench->host->windowsAskedFor.size(), 1);
@@ -353,7 +353,7 @@ private:
         return pin([](HVXmlElement *) {});
     }
 
-    /// What "hovletView.close()" in QML calls.
+    /// Calls the function behind "hovletView.close()" in QML.
     static void close(HVView *view) { QVERIFY(QMetaObject::invokeMethod(view, "close")); }
 
     std::unique_ptr<HoverBench> m_bench;

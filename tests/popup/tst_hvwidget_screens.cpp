@@ -10,7 +10,7 @@
 
 using namespace Hovlets;
 
-/// A popup beside a control of another screen than the first. The display has two.
+/// Tests popups beside controls on the second of two screens.
 class tst_HVWidgetScreens : public QObject
 {
     Q_OBJECT
@@ -26,7 +26,7 @@ private Q_SLOTS:
 
     void shouldShiftIntoTheScreenOfTheControl_data()
     {
-        QTest::addColumn<int>("screen"); // of the control; -1 for no control
+        QTest::addColumn<int>("screen"); // the control's screen; -1 for no control
         QTest::addColumn<int>("area");
         QTest::newRow("first") << 0 << 0;
         QTest::newRow("second") << 1 << 1;
@@ -38,7 +38,7 @@ private Q_SLOTS:
         QFETCH(int, screen);
         QFETCH(int, area);
         QWidget control;
-        control.winId(); // has a window from now on
+        control.winId(); // creates its window
         control.windowHandle()->setScreen(QGuiApplication::screens().at(qMax(screen, 0)));
         control.show();
         QVERIFY(QTest::qWaitForWindowExposed(&control));

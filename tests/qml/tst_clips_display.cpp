@@ -15,7 +15,7 @@
 
 using namespace Hovlets;
 
-/// Clips and the scroll bar on a screen, with a pointer; on OpenGL, where the other tests of them
+/// Tests clips and the scroll bar on a screen, with a pointer and on OpenGL. Their other tests
 /// paint in software.
 class tst_ClipsDisplay : public QObject
 {
@@ -76,20 +76,20 @@ private Q_SLOTS:
         auto *item = m_popup->item<HVScrollBarComponent>("bar");
         const QImage before = bar();
 
-        // The groove, a page at a time.
+        // The groove scrolls by pages.
         Pointer::moveTo(global(QPoint(60, 150)));
         Pointer::click();
         QTRY_COMPARE(item->position(), 0.1F);
         QTRY_VERIFY(bar() != before);
 
-        // The slider, while the button is held.
+        // The slider, while the button is pressed.
         item->setPosition(0);
         Pointer::moveTo(global(QPoint(60, 45)));
         QTRY_VERIFY(bar() != before); // hovered
         press("mousedown");
         Pointer::moveTo(global(QPoint(60, 90)));
         QTRY_VERIFY(item->position() > 0.2F && item->position() < 0.8F);
-        Pointer::moveTo(global(QPoint(200, 100))); // beside the bar, which keeps the pointer
+        Pointer::moveTo(global(QPoint(200, 100))); // off the bar, which keeps the mouse grab
         press("mouseup");
         QTRY_VERIFY(!isDragged());
         QVERIFY(item->position() > 0.2F);
@@ -129,7 +129,7 @@ private:
 
     static bool isDragged() { return scrollBars().constFirst()->isSliderDown(); }
 
-    /// How many scroll bars are windows on the screen; -1 when nothing is.
+    /// The number of scroll bars that are windows on the screen; -1 if there are no windows at all.
     static int scrollBarWindows()
     {
         QProcess search;
@@ -150,7 +150,7 @@ private:
 
 int main(int argc, char **argv)
 {
-    qputenv("QT_QUICK_BACKEND", ""); // the toolkit's own choice
+    qputenv("QT_QUICK_BACKEND", ""); // the toolkit decides
     qputenv("QSG_RHI_BACKEND", "opengl");
     qputenv("LIBGL_ALWAYS_SOFTWARE", "1");
     return runTest(argc, argv, []() -> QObject * { return new tst_ClipsDisplay; });

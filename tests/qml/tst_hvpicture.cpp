@@ -30,7 +30,7 @@ QByteArray encoded(const QSize &size, const QByteArray &format, const QColor &co
 
 } // namespace
 
-/// Pictures of the content: what is read of their files, and the item that shows them.
+/// Tests pictures in content: how much of their files is read, and the item that shows them.
 class tst_HVPicture : public QObject
 {
     Q_OBJECT
@@ -147,7 +147,8 @@ private Q_SLOTS:
 
     void shouldDecodeAtTheSizeOnTheScreen()
     {
-        // Stripes of a pixel: blurred into grey when they are scaled down, gone when they are not.
+        // Stripes one pixel wide. Scaling the decoded picture down blends them into grey; skipping
+        // pixels would lose them.
         QImage stripes(400, 400, QImage::Format_RGB32);
         for (int y = 0; y < 400; ++y)
             for (int x = 0; x < 400; ++x)
@@ -162,7 +163,7 @@ private Q_SLOTS:
             return qAbs(colour.red() - 127) < 40 && colour.red() == colour.blue();
         };
         QTRY_VERIFY(isGrey(20, 20));
-        // It is decoded again for another size.
+        // Another size decodes the picture again.
         item->setSize({ 20, 20 });
         QTRY_COMPARE(popup.pixel(30, 30), QColor(Qt::white));
         QTRY_VERIFY(isGrey(10, 10));

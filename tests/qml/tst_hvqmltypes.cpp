@@ -12,7 +12,7 @@ using namespace Hovlets;
 
 namespace {
 
-/// What QML says of a document that uses each type; empty when all is well.
+/// QML's errors for a document that uses each type; empty if there are none.
 QString complaint()
 {
     QQmlEngine engine;
@@ -57,7 +57,7 @@ private Q_SLOTS:
         QCOMPARE(complaint(), QString());
     }
 
-    /// As a host does that unloads plug-ins with QML types.
+    /// Hosts that unload plug-ins with QML types clear them.
     void shouldBeRegisteredAgainAfterTheHostClearedAllTypes()
     {
         qmlClearTypeRegistrations();

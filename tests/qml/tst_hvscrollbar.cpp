@@ -8,7 +8,7 @@
 #include <cmath>
 #include <memory>
 
-/// The component by itself, in no window.
+/// Tests the item without a window.
 class tst_HVScrollBar : public QObject
 {
     Q_OBJECT
@@ -164,7 +164,7 @@ private Q_SLOTS:
         m_bar->setValue(456);
         QCOMPARE(told.count(), 1);
         QCOMPARE(m_item->position(), 4.56F);
-        m_item->scrollBarPositionChanged(7); // tells, whatever the value
+        m_item->scrollBarPositionChanged(7); // emits the signal for any value
         QCOMPARE(told.count(), 2);
         QCOMPARE(m_item->position(), 4.56F);
     }

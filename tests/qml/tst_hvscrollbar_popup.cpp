@@ -14,7 +14,7 @@ using namespace Hovlets;
 
 namespace {
 
-/// Scroll bars whose groove has a colour of its own.
+/// Gives scroll bars a green groove.
 class GreenGrooves : public QProxyStyle
 {
 public:
@@ -35,7 +35,7 @@ public:
 
 } // namespace
 
-/// The scroll bar in a popup, with the events that the popup's view gets from a mouse.
+/// Tests the scroll bar in a popup, with the mouse events that the popup's view receives.
 class tst_HVScrollBarPopup : public QObject
 {
     Q_OBJECT
@@ -62,7 +62,7 @@ private Q_SLOTS:
 
     void cleanup()
     {
-        QVERIFY(m_popup->popup()->isVisible()); // nothing passed for a click outside it
+        QVERIFY(m_popup->popup()->isVisible()); // no event counted as a click outside
         m_popup.reset();
     }
 
@@ -122,7 +122,7 @@ private Q_SLOTS:
         QApplication::setPalette(palette);
     }
 
-    /// Painting must not ask for painting.
+    /// Painting must not request another paint.
     void shouldComeToRest()
     {
         m_item->setPosition(0.5);
@@ -134,7 +134,7 @@ private Q_SLOTS:
                         QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents, 5);
             return rendered.isEmpty();
         };
-        QTimer ticks; // so that waiting for events ends
+        QTimer ticks; // lets waiting for events end
         ticks.start(5);
         QTRY_VERIFY(isAtRest());
     }
@@ -233,7 +233,7 @@ private Q_SLOTS:
     }
 
 private:
-    /// What the popup shows of the bar.
+    /// The bar as the popup shows it.
     QImage bar()
     {
         return m_popup->picture()
@@ -280,7 +280,7 @@ private:
         QCoreApplication::sendEvent(view, &event);
     }
 
-    /// Arrows repeat twenty times a second.
+    /// Arrows repeat twenty times per second.
     void verifyThatItRests()
     {
         const float there = m_item->position();

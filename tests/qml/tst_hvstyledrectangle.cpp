@@ -93,7 +93,7 @@ private Q_SLOTS:
         palette.setColor(QPalette::Active, QPalette::WindowText, usual);
         QApplication::setPalette(palette);
         HVStyledRectangleComponent rectangle;
-        // Whoever reads the values when he is told finds the new ones.
+        // Handlers of the change signals read the new values.
         bool isToolTip = false;
         const auto look = [&] {
             QCOMPARE(rectangle.toolTipStyle(), isToolTip);
@@ -137,12 +137,12 @@ private Q_SLOTS:
         QCOMPARE(rectangle.textColor(), QColor(Qt::darkGreen));
     }
 
-    /// The drawing itself, on a canvas that reaches two pixels around the item of 6 x 4.
+    /// Tests the drawing on a canvas that extends two pixels beyond the item of 6 x 4.
     void shouldDrawItsOutline_data()
     {
         QTest::addColumn<bool>("toolTip");
         QTest::addColumn<bool>("nested");
-        QTest::addColumn<QRect>("outline"); // with its lines
+        QTest::addColumn<QRect>("outline"); // including its lines
         QTest::newRow("tooltip") << true << false << QRect(0, 0, 7, 5);
         QTest::newRow("nested tooltip") << true << true << QRect(0, 0, 7, 5);
         QTest::newRow("window, one larger") << false << false << QRect(-1, -1, 9, 7);
@@ -311,8 +311,8 @@ private:
         return picture.convertToFormat(QImage::Format_RGB32);
     }
 
-    /// The whole picture: white, but for a rectangle with lines of a pixel. On a screen of twice
-    /// the pixels, a line lies as much to the left of its coordinate as to the right.
+    /// Checks every pixel: white, except for a rectangle with lines one pixel wide. On a screen
+    /// with doubled pixels, a line is centred on its coordinate.
     static void verify(const QImage &picture, const QRect &outline, const QColor &line,
                        const QColor &inside)
     {
@@ -333,7 +333,7 @@ private:
             for (int x = 0; x < painted.width(); ++x)
                 wrong += painted.pixel(x, y) == expected.pixel(x, y) ? 0 : 1;
         }
-        // Thick lines meet in corners that lack a pixel.
+        // Corners of thick lines lack a pixel.
         QVERIFY2(wrong <= (picture.devicePixelRatio() > 1 ? 4 : 0),
                  qPrintable(QString::number(wrong)));
     }

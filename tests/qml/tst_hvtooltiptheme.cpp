@@ -92,7 +92,7 @@ Rectangle {
                  QToolTip::palette().toolTipBase().color());
         QCOMPARE(root->property("size").toInt(), QApplication::font().pointSize());
 
-        // Nothing tells of a new palette of tooltips; the next show sees it.
+        // No event announces a new palette of tooltips; the next show reads it.
         QToolTip::setPalette(palette());
         bench.popup->showWithContent(&bench.control, QPoint(),
                                      bench.content(QStringLiteral("b"), ui), QString());

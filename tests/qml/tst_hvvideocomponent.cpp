@@ -13,7 +13,7 @@
 
 using namespace Hovlets;
 
-/// The item with the clips of a popup's content.
+/// Tests the item that shows the clips of a popup's content.
 class tst_HVVideoComponent : public QObject
 {
     Q_OBJECT
@@ -101,7 +101,7 @@ private Q_SLOTS:
     {
         HVVideoComponent item;
         HVVideoController *controller = controllerOf(&item);
-        controller->quit(); // nothing else is to change the state
+        controller->quit(); // nothing else may change the state
         QSignalSpy told(&item, QOverload<>::of(&HVVideoComponent::stateChanged));
         item.setState(HVVideoComponent::playingState);
         QCOMPARE(item.state(), HVVideoComponent::playingState);
@@ -172,7 +172,7 @@ private Q_SLOTS:
         settle();
         SignalOrder seen;
         note(seen);
-        m_item->frameReady(); // the same picture
+        m_item->frameReady(); // the same frame
         QCOMPARE(seen.take(), QStringList());
         controllerOf(m_item)->blockSignals(true);
         m_item->setPosition(5);
@@ -186,7 +186,7 @@ private Q_SLOTS:
         QCOMPARE(seen.take(), QStringList({ position, progress }));
         m_item->setProgress(1);
         QCOMPARE(seen.take(), QStringList({ position, progress }));
-        m_item->frameReady(); // no picture there
+        m_item->frameReady(); // there is no frame
         QCOMPARE(seen.take(), QStringList());
         m_item->sourceChangedState();
         QCOMPARE(seen.take(), QStringList { QStringLiteral("state") });
@@ -219,7 +219,7 @@ private Q_SLOTS:
         note(seen);
         int nested = 0;
         connect(m_item, QOverload<>::of(&HVVideoComponent::heightChanged), m_item, [&] {
-            // The new height is not known yet: another picture of it is announced again.
+            // The new height is unknown yet, and another frame with it announces itself again.
             if (++nested == 1)
                 m_item->frameReady();
         });
@@ -258,7 +258,7 @@ private Q_SLOTS:
         QCOMPARE(clip.fileName(), QStringLiteral("clip.avi"));
         QSignalSpy loaded(sourceOf(m_item), &HVVideoSource::sourceLoaded);
         QSignalSpy told(m_item, &HVVideoComponent::sourceChanged);
-        controllerOf(m_item)->quit(); // nothing delivers another picture
+        controllerOf(m_item)->quit(); // no more frames arrive
         m_item->setPosition(3);
         controllerOf(m_item)->setState(HVVideoController::Playing);
         m_item->setSource(name);
@@ -289,7 +289,7 @@ private Q_SLOTS:
         }
         expected.setPixelColor(93, 87, Qt::blue);
         QCOMPARE(m_popup->picture().convertToFormat(QImage::Format_RGB32), expected);
-        m_item->setSize(QSizeF(200, 150)); // of no account
+        m_item->setSize(QSizeF(200, 150)); // makes no difference
         QCOMPARE(m_popup->picture().convertToFormat(QImage::Format_RGB32), expected);
     }
 
@@ -325,7 +325,7 @@ private:
     static HVVideoController *controllerOf(HVVideoComponent *item)
     {
         auto *controller = item->findChild<HVVideoController *>();
-        // Tests end the thread ahead of time; the object is to stay with the item.
+        // Tests end the thread early, but the object must live as long as the item.
         disconnect(controller, &QThread::finished, controller, &QObject::deleteLater);
         return controller;
     }
@@ -347,7 +347,7 @@ private:
         m_item = m_popup->item<HVVideoComponent>("clip");
     }
 
-    /// Shows the first picture of a clip that is decoded to its end.
+    /// Shows the first frame of a clip that is decoded completely.
     void load(const QString &pictures, const QByteArray &properties = QByteArray())
     {
         m_popup->makeClip(QStringLiteral("clip.avi"), pictures);

@@ -14,7 +14,7 @@ using namespace Hovlets;
 
 namespace {
 
-/// Notes how often it is painted, and how often with a new texture.
+/// Counts how often it is painted, and how often with a new texture.
 class CountingItem : public HVVideoComponent
 {
 public:
@@ -42,7 +42,7 @@ protected:
 
 } // namespace
 
-/// Many clips, and clips that are in the way of something else.
+/// Tests many clips at once, and clips that could block something else.
 class tst_HVVideoComponentMany : public QObject
 {
     Q_OBJECT
@@ -80,7 +80,7 @@ private Q_SLOTS:
         QVERIFY(item->painted > painted);
         QCOMPARE(item->uploaded, 1);
 
-        // Of the request, of the loading and of the end of the stream, which pauses.
+        // For the request, for loading, and for the end of the stream, which pauses.
         QTRY_COMPARE_WITH_TIMEOUT(told.count(), 3, 60000);
         item->play();
         QTRY_VERIFY(item->uploaded > 5);
@@ -223,7 +223,7 @@ private Q_SLOTS:
         QTRY_VERIFY(!item);
     }
 
-    /// A decoder at full speed must not keep the user interface waiting for its locks.
+    /// A decoder at full speed must not block the user interface with its locks.
     void shouldLeaveTheUserInterfaceFreeWhileItDecodes()
     {
         m_popup->makeClip(QStringLiteral("large.avi"),

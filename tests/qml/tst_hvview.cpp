@@ -12,7 +12,7 @@ using namespace Hovlets;
 
 namespace {
 
-/// Every host's answer, marked, to tell it from the text itself.
+/// Marks each translation to distinguish it from the text itself.
 class TranslatingHost : public RecordingHost
 {
 public:
@@ -331,7 +331,7 @@ private Q_SLOTS:
         QCOMPARE(item.cursor().shape(), shape);
 
         item.setCursor(Qt::SizeAllCursor);
-        bench.view->setItemCursor(&item, QString(), QStringLiteral("tag")); // that of what is below
+        bench.view->setItemCursor(&item, QString(), QStringLiteral("tag")); // of what is below
         QCOMPARE(item.cursor().shape(), Qt::ArrowCursor);
 
         bench.view->setOverrideCursor(name);
@@ -399,7 +399,7 @@ private Q_SLOTS:
     }
 
 private:
-    /// The methods of one kind, with the names of their parameters.
+    /// The methods of one kind with the names of their parameters.
     static QList<QByteArray> signatures(QMetaMethod::MethodType type)
     {
         QList<QByteArray> found;

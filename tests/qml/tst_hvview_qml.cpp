@@ -92,7 +92,7 @@ private Q_SLOTS:
         QVERIFY(!view().rootObject());
         QCOMPARE(view().errors().size(), 1);
 
-        // Nothing is connected to the slot; it tells of errors when asked.
+        // The slot is not connected to anything; it reports errors when it is called.
         QCOMPARE(messages(), QStringList());
         view().statusHasChanged(QQuickWidget::Ready);
         view().statusHasChanged(QQuickWidget::Null);
@@ -232,7 +232,7 @@ Item {
     width: 10; height: 10
     function collect() { for (var i = 0; i < 20; ++i) { hovletView.content.toXml(); gc() } }
 })");
-        const QPointer<HVXmlElement> content = new HVXmlElement; // an index may hand out such
+        const QPointer<HVXmlElement> content = new HVXmlElement; // an index may return one
         content->setAttribute(QStringLiteral("ui"), path);
         m_bench->popup->showWithContent(nullptr, QPoint(), content, QString());
         QVERIFY(QMetaObject::invokeMethod(view().rootObject(), "collect"));

@@ -10,7 +10,7 @@
 
 using namespace Hovlets;
 
-/// The popup on OpenGL, which is what most desktops paint with; all other tests paint in software.
+/// Tests the popup on OpenGL, which most desktops use; all other tests paint in software.
 class tst_OpenGL : public QObject
 {
     Q_OBJECT
@@ -93,7 +93,7 @@ private:
 
 int main(int argc, char **argv)
 {
-    qputenv("QT_QUICK_BACKEND", ""); // the toolkit's own choice
+    qputenv("QT_QUICK_BACKEND", ""); // the toolkit decides
     qputenv("QSG_RHI_BACKEND", "opengl");
     qputenv("LIBGL_ALWAYS_SOFTWARE", "1");
     return runTest(argc, argv, []() -> QObject * { return new tst_OpenGL; });

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Shows popups, a hundred thousand unless told otherwise, every tenth with a clip, and compares
-// what the process holds at the end with what it held after the first tenth:
+// Shows popups, a hundred thousand by default, every tenth with a clip. Then it compares the memory
+// that the process holds at the end with what it held after the first tenth:
 //
 //   soak [SHOWS]
 #include "ClipFolder.h"
@@ -58,7 +58,7 @@ QByteArray entries()
     return all;
 }
 
-/// Lets the frames, threads and deletions of a show happen.
+/// Waits for the frames, threads and deletions of a show.
 void settle(int milliseconds)
 {
     QElapsedTimer timer;

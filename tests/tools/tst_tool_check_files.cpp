@@ -16,7 +16,7 @@ namespace {
 
 const QString Package = QStringLiteral("P");
 
-/// Without the packages that come with the library, which a copy of the program does not find.
+/// Omits the packages that come with the library, which a copy of the program cannot find.
 QByteArray ownContent()
 {
     return "<hovlets >\n<hovlet key='a'/></hovlets>";
@@ -24,7 +24,7 @@ QByteArray ownContent()
 
 } // namespace
 
-/// What lies in a package and is not read, and why.
+/// Tests files in a package that are not read, and the reasons given.
 class tst_ToolCheckFiles : public QObject
 {
     Q_OBJECT
@@ -131,7 +131,7 @@ void tst_ToolCheckFiles::shouldOpenOrdinaryFilesOnly()
     QCOMPARE(found({}, m_folder->path()), QStringList { QStringLiteral("HV113 Pipe.xml:1") });
 }
 
-/// Files of 3 GB that take no room on disk.
+/// Tests files of 3 GB that take up no space on disk.
 void tst_ToolCheckFiles::shouldJudgeFilesByTheirBeginning()
 {
     for (const char *name : { "notes.bin", "A.txt" }) {
@@ -141,7 +141,7 @@ void tst_ToolCheckFiles::shouldJudgeFilesByTheirBeginning()
             file.write(control("<hovlet key='a'/>"));
         QVERIFY(file.resize(qint64 { 3 } << 30));
     }
-    // A sanitizer reserves more than that for itself; then this tells that it ends at all.
+    // A sanitizer reserves more than that for itself; there, the test only shows that the run ends.
     const QString limit = QStringLiteral(HOVLETS_SANITIZED).isEmpty()
             ? QStringLiteral("ulimit -v 2000000 && ")
             : QString();

@@ -17,7 +17,7 @@ QByteArray repeat(const QByteArray &piece, int count)
     return piece.repeated(count);
 }
 
-/// Pieces with "%1" for the number of each.
+/// Repeats a piece, with "%1" replaced by the number of each.
 QByteArray number(const char *piece, int count)
 {
     const QString format = QString::fromLatin1(piece);
@@ -50,7 +50,7 @@ quint32 checksum(const QByteArray &bytes)
     return ~sum;
 }
 
-/// A PNG file without its pixels, which is enough to learn its size.
+/// A PNG file without pixels, which suffices to determine its size.
 QByteArray pngHead(quint32 width, quint32 height)
 {
     const QByteArray header =
@@ -60,14 +60,14 @@ QByteArray pngHead(quint32 width, quint32 height)
 }
 
 /*!
- * A run of "hovlets check" with bounds on its processor time and memory. Processor time, unlike the
- * time on the clock, does not depend on what else the machine does.
+ * Runs "hovlets check" with limits on CPU time and memory. CPU time, unlike elapsed time, does not
+ * depend on the machine's load.
  */
 ToolRun boundedCheck(const QString &path)
 {
     constexpr int Seconds = 30;
-    constexpr int Kilobytes = 4 * 1024 * 1024; // of addresses; most of them are never used
-    const bool isSanitized = qstrlen(HOVLETS_SANITIZED) > 0; // which reserves far more
+    constexpr int Kilobytes = 4 * 1024 * 1024; // of address space, most of it unused
+    const bool isSanitized = qstrlen(HOVLETS_SANITIZED) > 0; // sanitizers reserve far more
     const QString bounds =
             QStringLiteral("ulimit -t %1%2; exec \"$0\" \"$@\"")
                     .arg(Seconds)
@@ -91,7 +91,7 @@ QStringList codesOf(const ToolRun &run)
 
 } // namespace
 
-/// Content that is made to take the program down, or to keep it busy forever.
+/// Tests content that is made to crash the program or keep it busy forever.
 class tst_ToolCheckHostile : public QObject
 {
     Q_OBJECT
@@ -222,7 +222,7 @@ void tst_ToolCheckHostile::shouldSkipFilesThatAreTooLarge()
                           control("<hovlet key='a'/>"));
     const QString large = folder.addControlFile(QStringLiteral("P"), QStringLiteral("Large"),
                                                 control("<hovlet key='b'/>"));
-    QVERIFY(QFile::resize(large, qint64 { 3 } * 1024 * 1024 * 1024)); // a hole takes no room
+    QVERIFY(QFile::resize(large, qint64 { 3 } * 1024 * 1024 * 1024)); // a hole takes up no space
     QCOMPARE(findingsOf(boundedCheck(folder.path())),
              QStringList { QStringLiteral("HV119 Large.xml:1") });
 }
@@ -278,7 +278,7 @@ void tst_ToolCheckHostile::shouldOpenNothingThatAClipNames()
     const QString pipe = QFileInfo(clip).path() + QStringLiteral("/pipe");
     QCOMPARE(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
     const ToolRun run = boundedCheck(folder.path());
-    QCOMPARE(run.error, QByteArray()); // what the decoders log is not for authors
+    QCOMPARE(run.error, QByteArray()); // messages of the decoders are not for authors
     QCOMPARE(findingsOf(run), QStringList { QStringLiteral("HV303 A.xml:2") });
 }
 

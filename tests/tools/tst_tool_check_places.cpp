@@ -6,7 +6,7 @@
 
 #include <QtTest/QtTest>
 
-/// To which line and column findings point.
+/// Tests the lines and columns of findings.
 class tst_ToolCheckPlaces : public QObject
 {
     Q_OBJECT
@@ -60,7 +60,7 @@ void tst_ToolCheckPlaces::shouldPointToWhatIsWrong_data()
         "<!DOCTYPE hovlets [<!ENTITY e '&#37;(x'>]>\n"
                 + control("<hovlet key='a'><p>&e;</p></hovlet>"),
         { QStringLiteral("HV401 A.xml:3:17") });
-    const auto nested = [](int levels) { // below the root and the entry
+    const auto nested = [](int levels) { // nested below the root and the entry
         QByteArray open, close;
         for (int i = 0; i < levels; ++i) {
             open += "<b>";

@@ -25,7 +25,7 @@ constexpr const char Report[] = R"({
 
 } // namespace
 
-/// What the program makes of the report of a running host.
+/// Tests how the program evaluates a running host's report.
 class tst_ToolCoverage : public QObject
 {
     Q_OBJECT

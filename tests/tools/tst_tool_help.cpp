@@ -10,14 +10,14 @@
 
 namespace {
 
-/// The manual without its markup, but for the names of macros.
+/// The manual without markup, except for the names of macros.
 QString manual()
 {
     static const QRegularExpression markup(QStringLiteral("\\\\f[BIR]|\\\\"));
     return readText(QStringLiteral(HOVLETS_SOURCE_DIR "/tools/hovlets.1")).remove(markup);
 }
 
-/// What bash offers where \a words follow "hovlets" and the last one is to be completed.
+/// The completions that bash offers after "hovlets" and \a words, the last of which is incomplete.
 QStringList completionsOf(const QStringList &words)
 {
     const QString script =
@@ -41,7 +41,7 @@ QStringList sorted(QStringList list)
 
 } // namespace
 
-/// What the program, its manual and its completion tell of the command line.
+/// Tests that the program's help, its manual and its completion agree.
 class tst_ToolHelp : public QObject
 {
     Q_OBJECT
@@ -107,7 +107,7 @@ void tst_ToolHelp::shouldSayInTheManualWhatTheHelpSays()
                 + QLatin1Char('\n') + match.captured(2);
     }
     for (const ToolHelp::Item &item : help.items) {
-        if (item.longName() != QLatin1String("--help")) // which is told of once for all
+        if (item.longName() != QLatin1String("--help")) // documented once for all commands
             expected += QString(item.name + QLatin1Char(' ') + item.kind).trimmed()
                     + QLatin1Char('\n') + item.description;
     }

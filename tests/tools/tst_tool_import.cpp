@@ -39,14 +39,14 @@ constexpr const char German[] =
         "<message><source>Paint</source><translation>Malen</translation></message>\n"
         "</context></TS>\n";
 
-/// A form with a tip, which is written as XML.
+/// A form with a tool tip, written as XML.
 QByteArray tip(const char *name, const QByteArray &xml)
 {
     return QByteArray("<ui><class>MainWindow</class><widget class=\"QPushButton\" name=\"") + name
             + "\"><property name=\"toolTip\"><string>" + xml + "</string></property></widget></ui>";
 }
 
-/// A file of Qt Linguist.
+/// A Qt Linguist file.
 QByteArray translation(const QByteArray &language,
                        const std::vector<std::pair<QString, QString>> &messages)
 {
@@ -84,7 +84,7 @@ QStringList textsOf(const QString &package, const QString &key, const QLocale &l
 
 } // namespace
 
-/// Packages made of the files of Qt Designer and Qt Linguist.
+/// Tests packages made from files of Qt Designer and Qt Linguist.
 class tst_ToolImport : public QObject
 {
     Q_OBJECT

@@ -8,8 +8,8 @@
 
 namespace {
 
-/// A command that reads one good argument and then tells of one that is missing: only where each
-/// stands for itself.
+/// A command that accepts one valid argument and then reports a missing one, which it can do only
+/// if each argument counts separately.
 struct Command
 {
     QString name, good, missing;
@@ -18,7 +18,7 @@ struct Command
 
 } // namespace
 
-/// Options and their values, of each command.
+/// Tests the options of each command and their values.
 class tst_ToolOptions : public QObject
 {
     Q_OBJECT
@@ -68,7 +68,7 @@ QList<Command> tst_ToolOptions::commands() const
              { text("show"), text("pen"), missing } };
 }
 
-/// A right value of an option.
+/// A valid value of an option.
 QString tst_ToolOptions::valueOf(const ToolHelp::Item &option) const
 {
     if (!option.values().isEmpty())
@@ -135,7 +135,7 @@ void tst_ToolOptions::verifyThatBothArgumentsAreRead(const QStringList &argument
 
 void tst_ToolOptions::shouldCoverEachCommandWithOptions()
 {
-    QStringList names { text("new") }; // it has no options but --help
+    QStringList names { text("new") }; // its only option is --help
     const QList<Command> all = commands();
     for (const Command &command : all)
         names += command.name;

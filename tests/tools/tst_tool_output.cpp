@@ -9,7 +9,7 @@ namespace {
 
 struct Shell
 {
-    /// Runs \a script, in which $hovlets is the program and $content a folder with a package.
+    /// Runs \a script, with $hovlets set to the program and $content to a folder with a package.
     Shell(const QString &script, const QString &content)
     {
         QProcess process;
@@ -30,7 +30,7 @@ struct Shell
 
 } // namespace
 
-/// Where the output goes, and what becomes of it.
+/// Tests where the output goes, and what happens when it cannot be written.
 class tst_ToolOutput : public QObject
 {
     Q_OBJECT
@@ -83,7 +83,7 @@ void tst_ToolOutput::shouldBeQuietWhenTheReaderHasSeenEnough()
 {
     QFETCH(QString, disposition);
     const PackageFolder scratch;
-    // The reader closes the pipe first, and only then lets the program begin.
+    // The reader closes the pipe before it lets the program start.
     const Shell closed(QStringLiteral("gate='%1/gate'; mkfifo \"$gate\" && %2"
                                       "{ read -r _ <\"$gate\"; \"$hovlets\" list \"$content\"; }"
                                       " | { exec <&-; echo >\"$gate\"; }; exit ${PIPESTATUS[0]}")

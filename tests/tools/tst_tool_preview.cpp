@@ -26,7 +26,7 @@ constexpr char Ui[] =
 
 } // namespace
 
-/// The window in which authors look at their popups while they write them.
+/// Tests the window that shows authors their popups while they write them.
 class tst_ToolPreview : public QObject
 {
     Q_OBJECT
@@ -185,7 +185,7 @@ void tst_ToolPreview::shouldWalkThroughTheKeysFromTheSearch()
     QCOMPARE(title(), text("Layer"));
     QTest::keyClick(search, Qt::Key_Up);
     QCOMPARE(title(), text("Eraser"));
-    QTest::keyClick(search, Qt::Key_Up); // the first one stays
+    QTest::keyClick(search, Qt::Key_Up); // the first one remains selected
     QCOMPARE(title(), text("Eraser"));
 }
 
@@ -245,7 +245,7 @@ void tst_ToolPreview::shouldFollowTheControlFile()
     m_window->chooseKey(text("pen"));
     write("Broad pen");
     QTRY_COMPARE(title(), text("Broad pen"));
-    write("Narrow pen"); // a second time, as it is watched anew
+    write("Narrow pen"); // a second time, because the new file is watched, too
     QTRY_COMPARE(title(), text("Narrow pen"));
 }
 
@@ -283,7 +283,7 @@ void tst_ToolPreview::shouldKeepTheChoiceWhileTheFileIsBroken()
 void tst_ToolPreview::shouldTellOfMistakesInQml()
 {
     open();
-    // What Qt writes itself.
+    // Qt's own warning.
     QTest::ignoreMessage(QtWarningMsg, QRegularExpression(text("HovletsUI.qml:2")));
     m_folder->add(text("Draw.hovlets/ui/HovletsUI.qml"), "import QtQuick 2.0\nItem { width: }");
     const auto *list = find<QTreeWidget>("ofEntry");

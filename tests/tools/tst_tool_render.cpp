@@ -10,7 +10,7 @@
 #include <QtCore/QTemporaryDir>
 #include <QtGui/QImage>
 
-/// Pictures of popups, taken by the program.
+/// Tests the program's pictures of popups.
 class tst_ToolRender : public QObject
 {
     Q_OBJECT
@@ -32,7 +32,7 @@ private Q_SLOTS:
         QVERIFY(!picture.isNull());
         QVERIFY(picture.width() > 80 && picture.height() > 30);
         QVERIFY(picture.pixelColor(3, 3).lightness() > 200);
-        QCOMPARE(render({}), picture); // each time the same
+        QCOMPARE(render({}), picture); // the same every time
     }
 
     void shouldLookAsAsked_data()
@@ -128,7 +128,7 @@ private Q_SLOTS:
         QCOMPARE(QDir(pictures).entryList(QDir::Files),
                  (QStringList { text("eraser%2Fsoft.png"), text("pen.png") }));
 
-        // What could not be shown is a finding of the comparison as well.
+        // The comparison reports what could not be shown as well.
         const ToolRun same({ text("render"), text("--compare"), pictures, m_folder->path() });
         QCOMPARE(same.output, QByteArray());
         QCOMPARE(same.status, 1);

@@ -8,7 +8,7 @@
 
 using namespace Hovlets;
 
-/// What the default user interface shows of an entry, and what a user can do with it.
+/// Tests what the default user interface shows of an entry, and what users can do with it.
 class tst_DefaultUi : public DefaultUiTest
 {
     Q_OBJECT
@@ -151,7 +151,7 @@ private Q_SLOTS:
         const QQuickItem *image = m_bench->item("image");
         QVERIFY(image);
         QCOMPARE(image->size(), QSizeF(40, 30));
-        // It is decoded on another thread.
+        // Another thread decodes it.
         QTRY_COMPARE(m_bench->grab().pixelColor(m_bench->place(image).center().toPoint()),
                      QColor(Qt::red));
     }

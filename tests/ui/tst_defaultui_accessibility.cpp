@@ -7,7 +7,7 @@
 
 using namespace Hovlets;
 
-/// What a screen reader is told of the default user interface.
+/// Tests what the default user interface reports to screen readers.
 class tst_DefaultUiAccessibility : public DefaultUiTest
 {
     Q_OBJECT
@@ -102,7 +102,7 @@ private Q_SLOTS:
     void shouldPinAndCloseWhenAsked()
     {
         showEntry("title=\"Save\"", "");
-        const QPointer<HVWidget> popup = m_bench->host.popup(); // no longer its popup then
+        const QPointer<HVWidget> popup = m_bench->host.popup(); // the host loses it by pinning
         interfaceOf(m_bench->item("pin"))
                 ->actionInterface()
                 ->doAction(QAccessibleActionInterface::pressAction());

@@ -9,7 +9,7 @@
 
 using namespace Hovlets;
 
-/// The clip of an entry in the default user interface.
+/// Tests an entry's clip in the default user interface.
 class tst_DefaultUiClip : public DefaultUiTest
 {
     Q_OBJECT
@@ -75,10 +75,10 @@ private Q_SLOTS:
         m_bench->click(picture());
         m_bench->click(picture());
         QCOMPARE(video()->state(), HVVideoComponent::playingState);
-        video()->setState(HVVideoComponent::resetState); // as at the end of the stream
+        video()->setState(HVVideoComponent::resetState); // happens at the end of the stream
         QCOMPARE(video()->state(), HVVideoComponent::playingState);
 
-        m_bench->click(picture()); // a clip that the user paused stays so
+        m_bench->click(picture()); // a clip that the user paused stays paused
         video()->setState(HVVideoComponent::resetState);
         QCOMPARE(video()->state(), HVVideoComponent::pausedState);
     }
@@ -142,7 +142,7 @@ private Q_SLOTS:
         QVERIFY(qAbs(video()->progress() - 0.5) < 0.05);
         drag(at(0.8));
         QTRY_VERIFY(qAbs(video()->progress() - 0.8) < 0.05);
-        // Beyond the end there is no picture.
+        // There is no frame past the end.
         drag(at(1.5));
         QTRY_VERIFY(video()->progress() > 0.9);
         QVERIFY(video()->progress() < 1.0);
@@ -239,7 +239,7 @@ private:
     static constexpr auto LongClip = "-s 160x90 -t 6 -r 25";
     static constexpr auto ShortClip = "-s 160x90 -t 0.4 -r 25";
 
-    using Property = QPair<QString, QVariant>; // of the host
+    using Property = QPair<QString, QVariant>; // a property of the host
 
     void showClip(const QString &options, const Property &property = {})
     {
@@ -263,7 +263,7 @@ private:
 
     HVVideoComponent *video() { return qobject_cast<HVVideoComponent *>(m_bench->item("video")); }
 
-    /// Moves the mouse with its button held, which QTest does with one Qt only.
+    /// Moves the mouse with its button pressed. QTest does so with only one of the Qt versions.
     void drag(const QPoint &to)
     {
         QMouseEvent move(QEvent::MouseMove, to, m_bench->view()->mapToGlobal(to), Qt::NoButton,

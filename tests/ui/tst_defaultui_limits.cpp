@@ -18,7 +18,7 @@ using namespace Hovlets;
 
 namespace {
 
-/// A port of this machine that anybody may connect to.
+/// A local port that accepts any connection.
 class ListeningPort
 {
     Q_DISABLE_COPY_MOVE(ListeningPort)
@@ -68,7 +68,7 @@ QByteArray repeated(const char *text, int times)
 
 } // namespace
 
-/// What an entry may cost the host, whatever it holds.
+/// Tests how much an entry may cost the host, whatever its content.
 class tst_DefaultUiLimits : public DefaultUiTest
 {
     Q_OBJECT
@@ -128,7 +128,7 @@ private Q_SLOTS:
         const ThreadTime time;
         QVERIFY(m_bench->show());
         m_bench->settle();
-        // Some 100 ms, and several times as much with the sanitizers.
+        // About 100 ms, and several times that with the sanitizers.
         QVERIFY2(time.elapsed() < 2000, qPrintable(QString::number(time.elapsed())));
         if (!isSanitized())
             QVERIFY2(memory.bytes() < 256 << 20, qPrintable(QString::number(memory.bytes())));
@@ -140,7 +140,7 @@ private Q_SLOTS:
             QVERIFY(warnings.first().contains(QLatin1String("content.xml")));
             QVERIFY(m_bench->texts("paragraph").constLast().contains(QChar(0x2026)));
         }
-        // Once and for all.
+        // Only once, even for the next show.
         m_bench->host.popup()->hide();
         QVERIFY(m_bench->show());
         QCOMPARE(m_bench->host.messagesOf(HVMessageWarning), warnings);
@@ -148,7 +148,7 @@ private Q_SLOTS:
 
     void shouldReachForNothing_data()
     {
-        QTest::addColumn<QByteArray>("markup"); // with @ for an address
+        QTest::addColumn<QByteArray>("markup"); // "@" marks an address
         const auto row = [](const char *markup) { QTest::newRow(markup) << QByteArray(markup); };
         row("<p style=\"background-image:url(@)\">x</p>");
         row("<span style='background-image:url(@)'>x</span>");
@@ -163,7 +163,7 @@ private Q_SLOTS:
         row("<a href='@'>x</a> <tt>y</tt>");
     }
 
-    /// Neither over the network nor in the file system, however it is shown.
+    /// Opens nothing over the network or in the file system, however the content is shown.
     void shouldReachForNothing()
     {
         QFETCH(QByteArray, markup);
@@ -183,7 +183,7 @@ private Q_SLOTS:
         OpenCounter opened(QFile::decodeName(canary));
         QVERIFY(m_bench->show());
         m_bench->settle();
-        QTest::qWait(50); // what another thread would do is done by now
+        QTest::qWait(50); // gives other threads time to act
         m_bench->settle();
         QVERIFY(!port.wasCalled());
         QCOMPARE(opened.take(), 0);

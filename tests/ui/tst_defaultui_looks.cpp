@@ -8,7 +8,7 @@
 
 using namespace Hovlets;
 
-/// Colours, fonts, sizes and layout of the default user interface.
+/// Tests colours, fonts, sizes and layout of the default user interface.
 class tst_DefaultUiLooks : public DefaultUiTest
 {
     Q_OBJECT
@@ -43,7 +43,7 @@ private Q_SLOTS:
         QFETCH(QColor, base);
         QFETCH(QColor, text);
         setColours(base, text, Qt::blue);
-        // Large letters have pixels in the full colour.
+        // Only large letters have pixels in the full colour.
         setPixelSize(40);
         showEntry("title=\"HHH\" shortcut=\"HHH\"", "<p>HHH</p><img alt=\"HHH\" src=\"-\"/>");
         QVERIFY(m_bench->show());
@@ -163,7 +163,7 @@ private Q_SLOTS:
         const QList<QQuickItem *> paragraphs = m_bench->items(QStringLiteral("paragraph"));
         for (const QQuickItem *paragraph : paragraphs) {
             QCOMPARE(start(m_bench->place(paragraph)), title);
-            // The short one's letters, too, are at the start of its line.
+            // The letters of the short text also start at the beginning of its line.
             const QRectF place = m_bench->place(paragraph);
             QRectF firstHalf(place.topLeft(), QSizeF(place.width() / 2, place.height()));
             if (mirrored)
@@ -328,7 +328,7 @@ private:
         return DefaultUiBench::contrast(strongestOn(item, base), base) >= 4.5;
     }
 
-    /// No text leaves the popup, is cut off, or lies on another or on the button.
+    /// Checks that no text leaves the popup, is cut off, or overlaps another text or the button.
     void checkTexts()
     {
         const bool scrolls = m_bench->item("scrollBar");

@@ -7,7 +7,7 @@
 
 using namespace Hovlets;
 
-/// Content that is higher than the popup may be.
+/// Tests content that is taller than the popup may be.
 class tst_DefaultUiScrolling : public DefaultUiTest
 {
     Q_OBJECT
@@ -104,7 +104,8 @@ private:
         QCoreApplication::sendEvent(m_bench->view(), &event);
     }
 
-    /// Through the window: QTest moves the mouse of a widget without its buttons.
+    /// Sends the events to the window: QTest drops the buttons when it moves the mouse over a
+    /// widget.
     void drag(const QPointF &from, int down)
     {
         QWindow *window = m_bench->host.popup()->windowHandle();

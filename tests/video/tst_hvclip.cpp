@@ -6,7 +6,7 @@
 using namespace ClipPictures;
 using namespace Hovlets;
 
-/// What is decoded, against the ffmpeg program.
+/// Compares the decoded frames with those of the ffmpeg program.
 class tst_HVClip : public QObject
 {
     Q_OBJECT
@@ -34,7 +34,7 @@ void tst_HVClip::shouldDecodeWhatTheProgramDecodes_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("geometry");
     QTest::addColumn<QString>("options");
-    QTest::addColumn<int>("count"); // 0: what the program makes of it
+    QTest::addColumn<int>("count"); // 0: as many as the program finds
 
     const auto add = [](const char *row, const char *name, const char *geometry,
                         const char *options, int count = 10) {
@@ -105,7 +105,7 @@ void tst_HVClip::shouldDecodeWhatTheProgramDecodes()
     QFETCH(QString, geometry);
     QFETCH(QString, options);
     QFETCH(int, count);
-    // The options may bring an input of their own: it comes behind the picture.
+    // The options may add an input, which comes after the one with the frames.
     const QString path = m_clips.clip(name, geometry, options);
     QVERIFY(!path.isEmpty());
     const QStringList size = geometry.split(QLatin1Char('x'));
@@ -121,7 +121,7 @@ void tst_HVClip::shouldDecodeWhatTheProgramDecodes()
     compare(path);
 }
 
-/// Fails unless the clip's pictures are the program's, with every pixel opaque.
+/// Fails unless the clip's frames equal the program's, with every pixel opaque.
 void tst_HVClip::compare(const QString &path)
 {
     const QByteArray should = ClipFolder::pictures(path);
@@ -139,7 +139,7 @@ void tst_HVClip::compare(const QString &path)
     }
     QCOMPARE(index * bytes, int(should.size()));
     QVERIFY(index > 0);
-    QVERIFY(clip->nextPicture().isNull()); // the end stays the end
+    QVERIFY(clip->nextPicture().isNull()); // it remains at the end
 }
 
 void tst_HVClip::shouldScaleToTheFirstSizeOfTheStream_data()
@@ -212,7 +212,7 @@ void tst_HVClip::shouldEndATruncatedFileWhereItEnds()
     QVERIFY(ClipFolder::pictures(path).size() < ClipFolder::pictures(whole).size());
 }
 
-/// For clips whose last pictures are damaged: what a decoder makes of one may differ each time.
+/// For clips with damaged frames at the end, which a decoder may decode differently each time.
 void tst_HVClip::compareCount(const QString &path)
 {
     constexpr int Size = 176 * 144 * 4;

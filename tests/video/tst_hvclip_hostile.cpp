@@ -21,7 +21,7 @@ namespace {
 
 const QByteArray NoMedia = "Could not open media at: %1";
 
-/// The most memory that the process ever used, in bytes.
+/// The most memory that the process has held so far, in bytes.
 qint64 peakMemory()
 {
     rusage usage = {};
@@ -35,7 +35,7 @@ int openFiles()
             QDir(text("/proc/self/fd")).entryList(QDir::NoDotAndDotDot | QDir::AllEntries).size());
 }
 
-/// An element of a Matroska file, whose size takes eight bytes.
+/// An element of a Matroska file, with its size stored in eight bytes.
 QByteArray element(const char *id, const QByteArray &content)
 {
     QByteArray size(8, '\0');
@@ -50,7 +50,7 @@ QByteArray matroska(const QByteArray &segment)
 
 } // namespace
 
-/// Files that would make FFmpeg open others, wait for good, or take more than there is.
+/// Tests files that would make FFmpeg open others, wait forever or run out of memory.
 class tst_HVClipHostile : public QObject
 {
     Q_OBJECT
@@ -252,14 +252,14 @@ void tst_HVClipHostile::shouldCountSamplesOverAllTracks()
     limits.clipSamples = 9;
     HVLimits::setCurrent(limits);
     QCOMPARE(QByteArray(newClip()->open(clip())), NoMedia);
-    limits.clipSamples = 10; // as many frames as it has
+    limits.clipSamples = 10; // as many frames as the clip has
     HVLimits::setCurrent(limits);
     QCOMPARE(newClip()->open(clip()), nullptr);
 }
 
 void tst_HVClipHostile::shouldStopReadingAHeaderThatFillsTheMemory()
 {
-    // A track is described by more than a kilobyte of memory and two bytes of file.
+    // A track takes more than a kilobyte of memory, but only two bytes of the file.
     const QString path = m_clips.write(
             text("tracks.mkv"),
             matroska(element("1654AE6B", QByteArray("\xae\x80", 2).repeated(500000))));
@@ -269,7 +269,7 @@ void tst_HVClipHostile::shouldStopReadingAHeaderThatFillsTheMemory()
     const qint64 before = residentMemory();
     QCOMPARE(QByteArray(newClip()->open(path)), NoMedia);
 #ifdef __SANITIZE_ADDRESS__
-    constexpr qint64 Most = qint64(512) << 20; // the sanitizer holds on to what was freed
+    constexpr qint64 Most = qint64(512) << 20; // sanitizers keep freed memory for a while
 #else
     constexpr qint64 Most = qint64(128) << 20;
 #endif

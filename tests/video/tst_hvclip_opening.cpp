@@ -17,8 +17,7 @@ const QString Sound = QStringLiteral("-f lavfi -i sine=duration=0.4"); // makes 
 const QString Square = QStringLiteral(
         "-f lavfi -i color=size=%1x8192:rate=25 -frames:v 1 -c:v ffv1 -pix_fmt gray");
 
-/// Lets memory run out where a decoder writes to its log, which it does whether or not anyone
-/// reads.
+/// Lets memory run out when a decoder logs a message, which it does even if nobody reads it.
 class MemoryUntilLine
 {
     Q_DISABLE_COPY_MOVE(MemoryUntilLine)
@@ -50,7 +49,7 @@ private:
 
 } // namespace
 
-/// What an opened clip tells of itself, and what cannot be opened.
+/// Tests what an opened clip reports about itself, and which files cannot be opened.
 class tst_HVClipOpening : public QObject
 {
     Q_OBJECT
@@ -118,7 +117,7 @@ void tst_HVClipOpening::shouldTellThePicturesPerSecond()
 
 void tst_HVClipOpening::shouldAverageAnAbsurdRate()
 {
-    // Two bursts a second apart: r_frame_rate tells the ticks of their clock.
+    // Two bursts of frames, a second apart: r_frame_rate is the tick rate of their clock.
     const QString path = m_clips.clip(
             QStringLiteral("burst.mov"), QStringLiteral("64x48"),
             QStringLiteral("-vf settb=1/1000,setpts=N*2+gt(N\\,5)*1000 -vsync passthrough "
@@ -202,7 +201,7 @@ void tst_HVClipOpening::shouldTellWhyItCannotOpen()
     QCOMPARE(QByteArray(answer), message);
 }
 
-/// A file of a codec that nobody knows.
+/// A file with an unknown codec.
 QString tst_HVClipOpening::withoutCodec() const
 {
     QByteArray bytes = ClipFolder::read(m_clips.clip(
@@ -210,7 +209,7 @@ QString tst_HVClipOpening::withoutCodec() const
     return m_clips.write(QStringLiteral("nocodec.avi"), bytes.replace("FMP4", "Q?#!"));
 }
 
-/// A stream that begins behind what tells its size.
+/// A stream that starts after the data that describes its size.
 QString tst_HVClipOpening::withoutFirstPicture() const
 {
     const QByteArray bytes =
@@ -220,7 +219,7 @@ QString tst_HVClipOpening::withoutFirstPicture() const
     return m_clips.write(QStringLiteral("nosize.h264"), bytes.mid(slice));
 }
 
-/// A file whose header tells the size of pictures that are all zeros.
+/// A file whose header declares the frame size, but whose frames are all zeros.
 QString tst_HVClipOpening::withoutPictures() const
 {
     QByteArray bytes =
@@ -251,7 +250,7 @@ void tst_HVClipOpening::shouldFailToOpenWithoutMemory()
 {
     const QString path = m_clips.clip(QStringLiteral("open.ts"), QStringLiteral("64x48"),
                                       QStringLiteral("-c:v libx264 -pix_fmt yuv420p"));
-    // Memory runs out at one step of the opening after the other.
+    // Memory runs out at a later step of opening each time.
     QStringList messages;
     bool isOpen = false;
     for (int patience = 0; patience < 1000 && !isOpen; ++patience) {
@@ -274,7 +273,7 @@ void tst_HVClipOpening::shouldFailToOpenWithoutMemory()
 
 void tst_HVClipOpening::shouldFailToOpenWithoutMemoryForAPicture()
 {
-    // Its decoder tells of itself when it has all that it needs.
+    // The decoder logs a message once it has allocated everything.
     const QString path = m_clips.clip(QStringLiteral("open.avi"), QStringLiteral("64x48"),
                                       QStringLiteral("-c:v utvideo"));
     QStringList messages;

@@ -10,7 +10,7 @@
 using namespace ClipPictures;
 using namespace Hovlets;
 
-/// What interrupts, ends and moves the reading.
+/// Tests interrupting, ending and seeking while a clip is read.
 class tst_HVClipReading : public QObject
 {
     Q_OBJECT
@@ -47,7 +47,7 @@ void tst_HVClipReading::shouldStopDecodingWhenInterrupted()
 void tst_HVClipReading::shouldEndWhereThereIsNoMemory_data()
 {
     QTest::addColumn<int>("most"); // bytes
-    QTest::newRow("for a picture") << 250000; // a decoded one takes 230400, ours 307200
+    QTest::newRow("for a picture") << 250000; // decoded: 230400, copied: 307200
     QTest::newRow("to decode") << 100000;
 }
 
@@ -62,7 +62,7 @@ void tst_HVClipReading::shouldEndWhereThereIsNoMemory()
     const QImage picture = clip->nextPicture();
     av_max_alloc(INT_MAX);
     QVERIFY(picture.isNull());
-    // It did not read on.
+    // Reading stopped there.
     int left = 0;
     while (!clip->nextPicture().isNull())
         ++left;
@@ -74,7 +74,7 @@ void tst_HVClipReading::shouldEndAStreamThatNeverYieldsAPicture()
     QByteArray bytes = ClipFolder::read(
             m_clips.clip(QStringLiteral("never.ivf"), QStringLiteral("64x48"),
                          QStringLiteral("-c:v libvpx -deadline realtime -cpu-used 8")));
-    constexpr int Header = 32; // bytes; then each packet, after 12 bytes that begin with its size
+    constexpr int Header = 32; // bytes; each packet then follows 12 bytes that begin with its size
     int packets = 0;
     for (int at = Header; at + 12 < bytes.size(); ++packets) {
         const auto size = qFromLittleEndian<quint32>(bytes.constData() + at);
@@ -89,7 +89,7 @@ void tst_HVClipReading::shouldEndAStreamThatNeverYieldsAPicture()
 
 void tst_HVClipReading::shouldDecodeOnAfterASeek_data()
 {
-    QTest::addColumn<int>("before"); // pictures
+    QTest::addColumn<int>("before"); // frames
     QTest::addColumn<double>("seconds");
     QTest::addColumn<bool>("backward");
     QTest::addColumn<int>("first");
@@ -132,7 +132,7 @@ void tst_HVClipReading::shouldDecodeAgainWhenItSeeksAtTheEnd()
     for (int i = 0; i < 10; ++i)
         QVERIFY(!clip->nextPicture().isNull());
 
-    clip->seekTo(0, 0); // before it is known that there are no more
+    clip->seekTo(0, 0); // the decoder does not know yet that this was the last
     constexpr int Size = 64 * 48 * 4;
     for (int i = 0; i < 10; ++i) {
         const QString wrong = difference(packed(clip->nextPicture()), pictures.mid(i * Size, Size));

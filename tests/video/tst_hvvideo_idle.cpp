@@ -13,9 +13,10 @@ using namespace Hovlets;
 
 namespace {
 
-constexpr int Long = 2000; // ms; the threads used to wake twenty times meanwhile
+constexpr int Long = 2000; // ms; a thread that polls would wake often meanwhile
 
-/// How often the threads of clips have slept and were woken so far; -1 unless there are \a count.
+/// The number of sleeps and wakes of the clips' threads so far; -1 unless there are \a count of
+/// them.
 int wakes(int count)
 {
     int total = 0;
@@ -36,7 +37,7 @@ int wakes(int count)
 
 } // namespace
 
-/// The threads of a clip that does not play.
+/// Tests the threads of a clip that does not play.
 class tst_HVVideoIdle : public QObject
 {
     Q_OBJECT
@@ -78,7 +79,7 @@ private Q_SLOTS:
             m_controller->play();
             QTRY_COMPARE(m_controller->state(), HVVideoController::Paused);
         }
-        QTest::qWait(200); // what has been asked for is done
+        QTest::qWait(200); // lets pending requests finish
 
         const int before = wakes(2);
         QVERIFY(before >= 0);
@@ -89,7 +90,7 @@ private Q_SLOTS:
     void shouldPlayAgainAfterTheSleep()
     {
         QVERIFY(m_source->decode(m_clips.usual()));
-        QTest::qWait(200); // the end of the stream, told to this thread, pauses what plays
+        QTest::qWait(200); // the end of the stream reaches this thread and pauses the clip
         for (int i = 0; i < 3; ++i) {
             m_controller->play();
             QTRY_COMPARE(m_controller->state(), HVVideoController::Paused);

@@ -19,13 +19,13 @@ using namespace Hovlets;
 
 namespace {
 
-constexpr int Patience = 60000; // ms; only a failure waits so long
+constexpr int Patience = 60000; // ms; only a failing test waits this long
 
-/// A source in the middle of a step that no request to quit ends.
+/// A source in a step that no request to quit can end.
 class StuckSource : public FakeVideoSource
 {
 public:
-    /// The step ends with \a end.
+    /// \a end ends the step.
     explicit StuckSource(std::shared_ptr<QSemaphore> end)
         : m_end(std::move(end))
     {
@@ -54,10 +54,10 @@ protected:
 private:
     std::shared_ptr<QSemaphore> m_end;
     QSemaphore m_begun;
-    std::mutex m_running; // so that thread checkers see the end
+    std::mutex m_running; // shows thread checkers that the thread has ended
 };
 
-/// Leaves a clip behind that is stuck for \a milliseconds when the application ends.
+/// Ends the application with a clip that is stuck for \a milliseconds.
 int endWithStuckClip(int argc, char **argv, int milliseconds)
 {
     QCoreApplication application(argc, argv);
@@ -76,7 +76,7 @@ int endWithStuckClip(int argc, char **argv, int milliseconds)
 
 } // namespace
 
-/// What becomes of the threads of a clip that nobody shows any more.
+/// Tests the threads of clips that are no longer shown.
 class tst_HVVideoKeeper : public QObject
 {
     Q_OBJECT
@@ -114,7 +114,7 @@ private Q_SLOTS:
         source->begin();
         const QPointer<HVVideoController> controller = new HVVideoController(source, nullptr);
         controller->start();
-        controller->quit(); // it has asked for its deletion
+        controller->quit(); // the controller has requested its deletion
         HVThreadKeeper::keep(controller, source);
         QTRY_COMPARE_WITH_TIMEOUT(HVThreadKeeper::count(), 0, Patience);
         QVERIFY(!source);

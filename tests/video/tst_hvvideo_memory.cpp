@@ -13,7 +13,7 @@ using namespace Hovlets;
 
 namespace {
 
-constexpr qint64 Frame = 64 * 48 * 4; // bytes of each frame of the usual clip
+constexpr qint64 Frame = 64 * 48 * 4; // bytes in each frame of the usual clip
 constexpr int Count = DecodedClips::Count;
 
 void limitMemory(qint64 bytes)
@@ -25,7 +25,7 @@ void limitMemory(qint64 bytes)
 
 } // namespace
 
-/// The memory that all clips share.
+/// Tests the memory that all clips share.
 class tst_HVVideoMemory : public QObject
 {
     Q_OBJECT
@@ -74,7 +74,7 @@ private Q_SLOTS:
         QCOMPARE(third.loadedFrameCount(), quint64(Count));
         QVERIFY(first.isFrameAvailable(Count - 1));
         QVERIFY(!second.isFrameAvailable(0));
-        QCOMPARE(second.loadedFrameCount(), quint64(Count)); // where it was stays where it was
+        QCOMPARE(second.loadedFrameCount(), quint64(Count)); // the indices remain valid
         QCOMPARE(HVFrameMemory::used(), 2 * Count * Frame);
     }
 
@@ -99,7 +99,7 @@ private Q_SLOTS:
         const QByteArray pictures = source.pictures();
         const double last = source.getFrame(Count - 1).pts();
         source.seen.take();
-        QVERIFY(!source.awaitsFrame(0)); // it is there
+        QVERIFY(!source.awaitsFrame(0)); // it is still in memory
         QVERIFY(source.releaseFrames());
         QCOMPARE(HVFrameMemory::used(), qint64(0));
         QVERIFY(source.getFrame(0).isNull());

@@ -14,10 +14,10 @@ using namespace Hovlets;
 
 namespace {
 
-constexpr int LongWait = 60000; // ms; only a failure waits so long
+constexpr int LongWait = 60000; // ms; only a failing test waits this long
 constexpr qint64 Patience = 10000; // ms, of each wait for a thread
 
-/// A thread's work that quitting does not end, and that no one may terminate.
+/// Work that keeps a thread running when it should quit, and that must not be terminated.
 class Busy
 {
 public:
@@ -30,7 +30,7 @@ public:
 
     bool hasBegun() { return m_begun.tryAcquire(1, LongWait); }
 
-    /// Ends the work and waits for it so that thread checkers see it.
+    /// Ends the work and waits for it in a way that thread checkers see.
     void end()
     {
         m_ended.release();
@@ -63,7 +63,7 @@ protected:
     }
 };
 
-/// What \a thread writes while it quits. Its work ends after so many lines, in \a elapsed ms.
+/// What \a thread logs while it quits, in \a elapsed ms. Its work ends after \a patience lines.
 template <typename Thread>
 QStringList linesOfQuitting(Thread *thread, int patience, qint64 *elapsed)
 {
@@ -84,7 +84,7 @@ QStringList linesOfQuitting(Thread *thread, int patience, qint64 *elapsed)
 
 } // namespace
 
-/// What is said of threads that do not end in time. They do end, so that nothing is terminated.
+/// Tests the messages about threads that end late. They do end, so none is terminated.
 class tst_HVVideoQuit : public QObject
 {
     Q_OBJECT
@@ -123,7 +123,7 @@ void tst_HVVideoQuit::shouldTellOfAThreadThatDoesNotEnd()
     QCOMPARE(isController ? linesOfQuitting(&controller, patience, &elapsed)
                           : linesOfQuitting(&source, patience, &elapsed),
              lines);
-    // No line comes sooner; how much later is the machine's business.
+    // No line comes early; how late one comes depends on the machine.
     QVERIFY2(elapsed >= patience * Patience - 100, qPrintable(QString::number(elapsed)));
 }
 

@@ -147,7 +147,7 @@ private Q_SLOTS:
         QCOMPARE(m_seen->take(),
                  QStringList({ QStringLiteral("state"), QStringLiteral("loadProgress"),
                                QStringLiteral("position"), QStringLiteral("state") }));
-        QVERIFY(m_controller->source().isEmpty()); // until the source has taken it up
+        QVERIFY(m_controller->source().isEmpty()); // until the source has processed the request
         m_source->changeSetSource(url);
         QCOMPARE(m_controller->source(), url);
     }
@@ -218,7 +218,7 @@ private Q_SLOTS:
         QCOMPARE(m_controller->currentFrame().width(), 3);
         QCOMPARE(m_controller->getFrame(1).width(), 2);
         QVERIFY(m_controller->getFrame(3).isNull());
-        QCOMPARE(m_controller->getFrame(quint64(1) << 32).width(), 1); // 32 bits count
+        QCOMPARE(m_controller->getFrame(quint64(1) << 32).width(), 1); // only 32 bits count
         m_controller->setPosition((quint64(1) << 32) + 1);
         QCOMPARE(m_controller->currentFrame().width(), 2);
     }
@@ -323,7 +323,7 @@ private Q_SLOTS:
                             answer.wait_for(std::chrono::seconds(30)) == std::future_status::ready;
                 },
                 Qt::DirectConnection);
-        m_controller->play(); // from the start, of which it tells while it holds its lock
+        m_controller->play(); // from the start, which it announces while it holds its lock
         QVERIFY(answer.valid());
         QVERIFY(isAnswered);
         QVERIFY(!answer.get());

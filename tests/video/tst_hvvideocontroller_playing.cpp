@@ -18,13 +18,13 @@ namespace {
 
 constexpr quint64 AllBits = std::numeric_limits<quint64>::max();
 
-/// What the process has computed so far, in seconds.
+/// CPU time of the process so far, in seconds.
 double computed()
 {
     return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
 }
 
-/// Counts tenths of a second in a thread of its own, as slowed down by the machine as any other.
+/// Counts tenths of a second in a thread, which a busy machine slows down like any other.
 class Tenths : public QThread
 {
 public:
@@ -47,7 +47,7 @@ public:
 
 } // namespace
 
-/// The controller's thread at work.
+/// Tests the controller's running thread.
 class tst_HVVideoControllerPlaying : public QObject
 {
     Q_OBJECT
@@ -64,7 +64,7 @@ private Q_SLOTS:
     void cleanup()
     {
         m_controller->quit();
-        QCOMPARE(m_log->lines(), QStringList()); // nothing had to be terminated
+        QCOMPARE(m_log->lines(), QStringList()); // no thread had to be terminated
         m_controller.reset();
         m_seen.reset();
         m_log.reset();
@@ -147,7 +147,7 @@ private Q_SLOTS:
             while (m_seen->count(display) == 0)
                 QThread::yieldCurrentThread();
         }
-        // Asleep, the thread would have needed a tenth for each.
+        // A sleeping thread would take a tenth of a second for each.
         QVERIFY2(tenths.passed < Requests / 2, qPrintable(QString::number(tenths.passed)));
     }
 
@@ -178,7 +178,7 @@ private Q_SLOTS:
         QTRY_COMPARE(m_controller->state(), HVVideoController::Paused);
         QTRY_COMPARE(m_seen->count(QStringLiteral("state")), 2);
         QStringList pictures = m_seen->take();
-        pictures.removeAll(QStringLiteral("state")); // comes from two threads, at any time
+        pictures.removeAll(QStringLiteral("state")); // two threads emit it, at any time
         QStringList expected;
         for (int i = 1; i <= 5; ++i)
             expected << QStringLiteral("display %1").arg(i) << QStringLiteral("position %1").arg(i);
@@ -210,7 +210,7 @@ private Q_SLOTS:
         waitForPasses();
         QCOMPARE(m_controller->state(), HVVideoController::Paused);
         QCOMPARE(m_controller->position(), quint64(2));
-        m_controller->play(); // goes on where it was
+        m_controller->play(); // continues from the current position
         QTRY_COMPARE(m_controller->position(), quint64(4));
         QTRY_COMPARE(m_controller->state(), HVVideoController::Paused);
     }
@@ -274,7 +274,7 @@ private Q_SLOTS:
         m_controller->start();
         QTRY_COMPARE(m_controller->state(), HVVideoController::Paused);
         m_controller->quit();
-        // A sleep is never shorter; how much longer is the machine's business.
+        // A sleep is never shorter; how much longer it is depends on the machine.
         QVERIFY(times[2] - times[1] >= rest - 1);
         QVERIFY(times[3] - times[2] >= rest - 1);
     }
@@ -286,7 +286,7 @@ private Q_SLOTS:
         QTest::newRow("a clock that was set back") << QDateTime::currentDateTime().addYears(1);
     }
 
-    /// Would a rest of 1000 s not end, quitting would need a termination.
+    /// If a rest of 1000 s could not be interrupted, quitting would have to terminate the thread.
     void shouldEndItsRestEarly()
     {
         QFETCH(QDateTime, last);
@@ -342,7 +342,7 @@ private Q_SLOTS:
         QElapsedTimer timer;
         timer.start();
         waitForPasses();
-        // A busy loop takes whatever it gets; the test itself takes next to nothing.
+        // A busy loop uses all the CPU time it gets; the test itself uses almost none.
         QVERIFY(computed() - before < 0.5e-3 * double(timer.elapsed()));
     }
 
@@ -351,7 +351,7 @@ private:
     {
         m_controller = std::make_unique<HVVideoController>(source, nullptr);
         HVVideoController *c = m_controller.get();
-        // The object is the test's: it is not to delete itself.
+        // The test owns the object, which must not delete itself.
         disconnect(c, &QThread::finished, c, &QObject::deleteLater);
         m_seen = std::make_unique<SignalOrder>();
         const auto numbered = [this, c](const char *name) {
@@ -365,7 +365,8 @@ private:
         m_seen->note(c, &HVVideoController::stateChanged, QStringLiteral("state"));
     }
 
-    /// Until the controller, which idles a tenth of a second at a time, has looked a few times.
+    /// Waits until the controller, which idles for a tenth of a second at a time, has passed a few
+    /// times.
     static void waitForPasses()
     {
         Tenths tenths;

@@ -14,11 +14,11 @@ using namespace Hovlets;
 
 namespace {
 
-constexpr std::chrono::seconds LongWait(30); // only a failure waits so long
+constexpr std::chrono::seconds LongWait(30); // only a failing test waits this long
 
 } // namespace
 
-/// What one pass of the controller does, in the test's thread.
+/// Tests single passes of the controller, in the test's thread.
 class tst_HVVideoControllerPresenting : public QObject
 {
     Q_OBJECT
@@ -71,7 +71,7 @@ private Q_SLOTS:
         QTest::addColumn<bool>("lookedAt");
         QTest::addColumn<double>("rate");
         QTest::addColumn<int>("rest"); // ms
-        // It would be one of 1000 s.
+        // Otherwise the controller would rest for 1000 s.
         QTest::newRow("seen by the display") << true << false << 0.001 << 0;
         QTest::newRow("not yet seen") << false << false << 5.0 << 200;
         QTest::newRow("not yet seen, but looked at") << false << true << 5.0 << 200;
@@ -101,7 +101,7 @@ private Q_SLOTS:
         const bool isOver = rested.wait_for(LongWait) == std::future_status::ready;
         const QStringList seen = m_seen->take();
         m_controller->pause(); // ends a rest that is too long
-        // A rest is never shorter; how much longer is the machine's business.
+        // A rest is never shorter; how much longer it is depends on the machine.
         QVERIFY(rested.get() >= rest - 1);
         QVERIFY(isOver);
         QCOMPARE(seen, QStringList());
@@ -120,22 +120,22 @@ private Q_SLOTS:
         m_source->rate = 5;
         m_source->push(4);
         m_controller->setState(HVVideoController::Playing);
-        m_controller->setPosition(0); // as if one before it were on screen
+        m_controller->setPosition(0); // as if an earlier frame were on screen
         m_controller->presentFrame();
         QCOMPARE(m_controller->position(), quint64(1));
-        m_controller->setLastFrameDisplayTime(QDateTime()); // no time since
+        m_controller->setLastFrameDisplayTime(QDateTime()); // no frame was displayed before
         QElapsedTimer timer;
         timer.start();
         m_controller->presentFrame();
-        // A rest is never shorter; how much longer is the machine's business.
+        // A rest is never shorter; how much longer it is depends on the machine.
         QVERIFY2(timer.elapsed() >= 2 * 200 - 1, qPrintable(QString::number(timer.elapsed())));
     }
 
-    /// However many pictures the display is behind: 400 at 10 a second would be a rest of 40 s.
+    /// Holds for any number of missed frames: 400 at 10 per second would mean a rest of 40 s.
     void shouldGoOnAtTheClipsPaceAMillisecondAfterTheLastPicture()
     {
         constexpr int Pictures = 400;
-        m_source->rate = 1e6; // no rest that matters
+        m_source->rate = 1e6; // makes rests negligible
         m_source->push(Pictures + 1);
         m_controller->setState(HVVideoController::Playing);
         for (int i = 0; i < Pictures; ++i)

@@ -24,7 +24,7 @@ HVVideoFrame frameOf(int width, double pts)
 
 } // namespace
 
-/// The picture and the cache that holds those of a clip.
+/// Tests the frame, and the cache that holds a clip's frames.
 class tst_HVVideoFrame : public QObject
 {
     Q_OBJECT

@@ -13,7 +13,7 @@ static_assert(std::is_base_of_v<HVVideoSourceChange, ::HVVideoSourceSourceChange
 static_assert(std::has_virtual_destructor_v<HVVideoSourceChange>);
 static_assert(std::is_same_v<decltype(std::declval<HVVideoSource &>().getTime()), double>);
 
-/// Requests and pictures, without a thread.
+/// Tests requests and frames without a thread.
 class tst_HVVideoSource : public QObject
 {
     Q_OBJECT
@@ -253,7 +253,7 @@ private Q_SLOTS:
         m_source->changeSetSource(url);
         m_source->calls.take();
         m_seen->take();
-        // Whoever hears of the new source finds its cache and its request.
+        // Handlers of the signal see the cache and the request of the new source.
         connect(m_source.get(), &HVVideoSource::sourceChanged, this, [this] {
             m_source->calls.add(QStringLiteral("%1 pictures").arg(m_source->loadedFrameCount()));
             m_source->processActionQueue();

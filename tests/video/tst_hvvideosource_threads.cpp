@@ -15,11 +15,11 @@ using namespace Hovlets;
 
 namespace {
 
-constexpr int LongWait = 30000; // ms; only a failure waits so long
+constexpr int LongWait = 30000; // only a failing test waits this long
 
 } // namespace
 
-/// The source's own thread, and others that ask it.
+/// Tests the source's thread together with other threads that call it.
 class tst_HVVideoSourceThreads : public QObject
 {
     Q_OBJECT
@@ -69,7 +69,7 @@ private Q_SLOTS:
 
     void shouldLetItsCallersComeBackWhileItLocks()
     {
-        // A subclass may hold a mutex and call back: they are recursive where they are taken.
+        // A subclass may hold a mutex and call back, because the mutexes are recursive.
         m_source->changeSetSource(clipUrl());
         connect(m_source.get(), &HVVideoSource::actionChanged, this, [this] {
             m_source->clearChanges();
@@ -102,7 +102,7 @@ private Q_SLOTS:
         }
         for (std::thread &thread : threads)
             thread.join();
-        // 100 s of idling, if requests did not end it; each clip is an action as well.
+        // Without requests, it would idle for 100 s; each clip is an action as well.
         QTRY_COMPARE_WITH_TIMEOUT(m_seen->count(QStringLiteral("actionChanged")),
                                   Threads * Requests, LongWait);
         QCOMPARE(m_source->calls.count(QStringLiteral("action 3")), Threads * Requests / 2);
@@ -169,7 +169,7 @@ private Q_SLOTS:
         thread.join();
         QVERIFY(isWoken);
         waiter.reset();
-        m_source->push(); // nobody is left to wake
+        m_source->push(); // there is no thread left to wake
     }
 
     void shouldRememberAWakeThatComesBeforeTheSleep()
@@ -182,7 +182,7 @@ private Q_SLOTS:
         std::thread thread([&] {
             idleWait.sleep();
             first.release();
-            idleWait.sleep(); // both wakes are spent
+            idleWait.sleep(); // both wakes are used up
             second.release();
         });
         const bool isFirstOver = first.tryAcquire(1, LongWait);

@@ -18,7 +18,7 @@ constexpr int Count = DecodedClips::Count;
 
 } // namespace
 
-/// What is decoded, and what cannot be.
+/// Tests which files can be decoded, and the result.
 class tst_HVVideoSourceFFMPEG : public QObject
 {
     Q_OBJECT
@@ -72,7 +72,7 @@ void tst_HVVideoSourceFFMPEG::shouldBeginClosed()
     QCOMPARE(source.position(), quint64(0));
     QCOMPARE(source.loadedFrameCount(), quint64(0));
     QCOMPARE(HVVideoSourceFFMPEG::staticMetaObject.methodCount(),
-             HVVideoSource::staticMetaObject.methodCount()); // no signals of its own
+             HVVideoSource::staticMetaObject.methodCount()); // it adds no signals
 
     QObject parent;
     QCOMPARE((new HVVideoSourceFFMPEG(&parent))->parent(), &parent);
@@ -83,7 +83,7 @@ void tst_HVVideoSourceFFMPEG::shouldSilenceTheDecodersLog()
     const HVVideoSourceFFMPEG source;
     QCOMPARE(av_log_get_level(), -8);
     av_log_set_level(AV_LOG_FATAL);
-    const HVVideoSourceFFMPEG second; // once per process: a host may have asked for more
+    const HVVideoSourceFFMPEG second; // only the first: a host may want more messages
     QCOMPARE(av_log_get_level(), AV_LOG_FATAL);
     av_log_set_level(AV_LOG_QUIET);
 }
@@ -147,8 +147,8 @@ void tst_HVVideoSourceFFMPEG::shouldTellWhatItDoesInOrder()
     QCOMPARE(source.seen.names(),
              QStringList({ QStringLiteral("sourceChanged"), QStringLiteral("sourceLoaded"),
                            QStringLiteral("streamEnded") }));
-    // Both the new cache and the opened file ask for the decoding; both what finds the clip ended
-    // and what asked for its pictures then go idle. The last is the one of quitting.
+    // Both the new cache and the opened file request decoding. Both the step that finds the end of
+    // the clip and the one that requested its frames then go idle. The last action is quitting.
     QCOMPARE(source.actions.names(),
              QStringList({ QStringLiteral("1"), QStringLiteral("4"), QStringLiteral("4"),
                            QStringLiteral("5"), QStringLiteral("5") }));
@@ -208,7 +208,7 @@ void tst_HVVideoSourceFFMPEG::shouldKeepThePicturesUntilTheNextClip()
     source.close();
     QCOMPARE(source.loadedFrameCount(), quint64(Count));
     QCOMPARE(source.frameWidth(), 64.0);
-    QVERIFY(!source.setSource(QUrl::fromLocalFile(m_clips.usual()))); // it is the current one
+    QVERIFY(!source.setSource(QUrl::fromLocalFile(m_clips.usual()))); // it is the current clip
     QVERIFY(source.decode(m_clips.other()));
     QVERIFY(source.pictures() == ClipFolder::pictures(m_clips.other()));
     QCOMPARE(source.frameWidth(), 32.0);
@@ -306,7 +306,7 @@ void tst_HVVideoSourceFFMPEG::shouldKeepTheSizeOfTheLastClipAfterAFailure()
     QVERIFY(source.setSource(QUrl::fromLocalFile(m_clips.filePath(QStringLiteral("missing")))));
     QTRY_VERIFY_WITH_TIMEOUT(source.actions.count(QStringLiteral("5")) > idled, LongWait);
     QCOMPARE(source.frameWidth(), 64.0);
-    QCOMPARE(source.loadedFrameCount(), quint64(0)); // its cache is the new clip's
+    QCOMPARE(source.loadedFrameCount(), quint64(0)); // the new clip's cache is empty
     QCOMPARE(source.seen.count(QStringLiteral("sourceLoaded")), 1);
 }
 
@@ -325,7 +325,7 @@ void tst_HVVideoSourceFFMPEG::shouldEndAStreamThatFindsNoMemory()
     QVERIFY(!source.isOpen());
 
     source.seen.take();
-    source.disconnect(&source); // every connection of the test
+    source.disconnect(&source); // all connections of the test
     QVERIFY(source.setSource(QUrl::fromLocalFile(m_clips.usual())));
     QTRY_COMPARE_WITH_TIMEOUT(source.loadedFrameCount(), quint64(Count), LongWait);
 }

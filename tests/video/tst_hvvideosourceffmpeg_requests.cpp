@@ -16,7 +16,7 @@ constexpr int LongWait = DecodingSource::Patience;
 
 } // namespace
 
-/// Closing, seeking and other requests while it decodes, of any thread.
+/// Tests closing, seeking and other requests while the source decodes, from any thread.
 class tst_HVVideoSourceFFMPEGRequests : public QObject
 {
     Q_OBJECT
@@ -85,7 +85,7 @@ void tst_HVVideoSourceFFMPEGRequests::shouldCloseOnRequest()
 
 void tst_HVVideoSourceFFMPEGRequests::shouldCloseForAnEmptySource()
 {
-    DecodingSource source; // not started: this thread plays its part
+    DecodingSource source; // not started: this thread does its work
     source.changeSetSource(QUrl::fromLocalFile(m_clips.usual()));
     QVERIFY(source.loadSource());
     QVERIFY(source.isOpen());
@@ -134,7 +134,7 @@ void tst_HVVideoSourceFFMPEGRequests::shouldSeekOnRequest()
     source.changeSetSource(QUrl::fromLocalFile(path));
     QVERIFY(source.loadSource());
     source.clearChanges();
-    // The action does not end by itself; seeking goes to the start of the clip.
+    // The action does not end by itself. It seeks to the start of the clip.
     source.changeSetAction(HVVideoSource::SeekAction);
     source.start();
     source.setAction(HVVideoSource::DecodeAction);
@@ -168,7 +168,7 @@ void tst_HVVideoSourceFFMPEGRequests::shouldSetItsClockWhenItSeeks()
     source.seen.take();
     source.changeSetPosition(6);
     QCOMPARE(source.seen.names(), QStringList(QStringLiteral("positionChanged")));
-    source.start(); // the requests of the loading are still queued
+    source.start(); // the requests made by loading are still queued
     QTRY_COMPARE_WITH_TIMEOUT(source.seen.count(QStringLiteral("streamEnded")), 1, LongWait);
     QCOMPARE(source.loadedFrameCount(), quint64(4));
     QVERIFY(source.pictures() == pictures.mid(6 * Size));
@@ -190,7 +190,7 @@ void tst_HVVideoSourceFFMPEGRequests::shouldSeekInTheDirectionOfTheClock()
                                       QStringLiteral("-c:v mpeg4 -g 5 -bf 0"));
     const QByteArray pictures = ClipFolder::pictures(path);
     constexpr int Size = 64 * 48 * 4;
-    constexpr int Key = 5; // the second of its key pictures
+    constexpr int Key = 5; // the clip's second key frame
     DecodingSource source;
     source.changeSetSource(QUrl::fromLocalFile(path));
     QVERIFY(source.loadSource());
