@@ -49,7 +49,7 @@ double secondsSince(Clock::time_point start)
     return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-/// The library's start-up: a manager that indexes the path.
+/// Starts the library: the manager indexes the path.
 void startLibrary(benchmark::State &state, DataPath &data)
 {
     const QStringList paths { (*data).path() };

@@ -1,13 +1,13 @@
 # SPDX-License-Identifier: Apache-2.0
-# How a test program is built and run. There are many of them, and most of what each compiles and
-# links is Qt and the library, so what a program costs beyond its own lines is kept small here.
+# How test programs are built and run. There are many, and most of what each compiles and links is
+# Qt and the library. The options here keep the cost of a program beyond its own lines small.
 
-# A fast linker, where there is one.
+# A fast linker, if available.
 find_program(HOVLETS_LLD ld.lld DOC "Links the tests faster than the compiler's usual linker")
 mark_as_advanced(HOVLETS_LLD)
 
-# Tests are compiled more often than they run: the library is optimised, they are not. Line numbers
-# are enough for a stack trace; a Debug build has the rest.
+# Tests are compiled more often than they run, so they are not optimised; the library is. Line
+# numbers suffice for a stack trace; a Debug build has full debug information.
 function(hovlets_test_options target)
     target_compile_options(${target} PRIVATE
         $<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:-O0 $<$<NOT:$<CONFIG:Debug>>:-g1>>)
@@ -15,16 +15,16 @@ endfunction()
 
 # hovlets_test(FOLDER/NAME [DISPLAY [SCREENS]])
 #
-# A QTest program NAME from FOLDER/NAME.cpp, which includes NAME.moc. It runs on the offscreen
-# platform or, with DISPLAY, on an X server with a window manager and, with SCREENS, a second screen.
-# A warning that the test does not expect fails it.
+# Builds the QTest program NAME from FOLDER/NAME.cpp, which includes NAME.moc. It runs on the
+# offscreen platform. With DISPLAY it runs on an X server with a window manager, and with SCREENS on
+# two screens. An unexpected warning fails the test.
 function(hovlets_test source)
     cmake_parse_arguments(PARSE_ARGV 1 arg "DISPLAY;SCREENS" "" "")
     get_filename_component(name ${source} NAME)
-    # Clips alone have threads. Two tests of theirs are not clean with the thread sanitizer. What it
-    # reports of the keeper lies in QtCore's lists of connections and events, whose locks it does not
-    # see; of the sleep it reports a path that is handed over under a lock of ours, which has still to
-    # be explained.
+    # Only clips use threads. Two of their tests are not clean with the thread sanitizer. For the
+    # keeper, it reports QtCore's lists of connections and events, because it does not see their
+    # locks. For the sleep, it reports a path that is passed on under one of this project's locks,
+    # which is still unexplained.
     if(HOVLETS_SANITIZE STREQUAL thread
             AND (NOT name MATCHES "^tst_(hvvideo|hvclip)" OR name MATCHES "^tst_hvvideo_(idle|keeper)$"))
         return()
@@ -38,7 +38,7 @@ function(hovlets_test source)
         target_link_options(${name} PRIVATE -fuse-ld=lld)
     endif()
 
-    # AUTOMOC would compile one more file for each program, as long as it takes to compile the test.
+    # With AUTOMOC, each program would compile another file, which takes as long as the test itself.
     set_target_properties(${name} PROPERTIES AUTOMOC OFF)
     set(moc "${CMAKE_CURRENT_BINARY_DIR}/moc/${name}.moc")
     qt_generate_moc(${source}.cpp "${moc}" TARGET ${name})
@@ -52,7 +52,7 @@ function(hovlets_test source)
         endif()
         add_test(NAME ${name} COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/support/with-display ${screens}
             $<TARGET_FILE:${name}>)
-        # Each moves a pointer over windows of its own and wants the machine's attention for it.
+        # These tests move a pointer over their windows and need an otherwise idle machine.
         set_tests_properties(${name} PROPERTIES RUN_SERIAL ON)
     else()
         add_test(NAME ${name} COMMAND ${name})

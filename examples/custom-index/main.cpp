@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// A host whose hovlets are rows of a database instead of control files.
+// A host that reads its hovlets from a database instead of control files.
 #include <Hovlets/HVContext.h>
 #include <Hovlets/HVIndex.h>
 #include <Hovlets/HVInterface.h>
@@ -14,7 +14,7 @@
 
 using Hovlets::HVXmlElement;
 
-/// Looks entries up in the default database, and those that it lacks in the control files.
+/// Looks up entries in the default database first, then in the control files.
 class DatabaseIndex : public Hovlets::HVIndex
 {
 public:
@@ -40,16 +40,16 @@ public:
         if (!query.exec() || !query.next())
             return HVIndex::retrieve(key, locale, path, depth, root);
 
-        path = QCoreApplication::applicationDirPath(); // where pictures and clips would be
-        depth = 1; // that folder itself
-        root = new HVXmlElement; // the library deletes it, with the entry below it
+        path = QCoreApplication::applicationDirPath(); // the folder for pictures and clips
+        depth = 1; // 1 is the folder itself
+        root = new HVXmlElement; // the library deletes it and the entry below it
         root->setTagName(QStringLiteral("hovlets"));
         auto *entry = new HVXmlElement(root);
         entry->setTagName(QStringLiteral("hovlet"));
         entry->setAttribute(QStringLiteral("key"), key);
         entry->setAttribute(QStringLiteral("title"), query.value(1).toString());
         entry->setAttribute(QStringLiteral("shortcut"), query.value(2).toString());
-        // Whose user interface shows it. The attribute is spelled without the "e".
+        // The package with the user interface. The attribute is spelled without the "e".
         entry->setAttribute(QStringLiteral("HVPackagName"), QStringLiteral("Default"));
         addParagraphs(entry, key, query.value(0).toString());
         return entry;
@@ -72,7 +72,7 @@ private:
     }
 };
 
-/// Fills a database in memory; a real host would open a file. False when that fails.
+/// Fills a database in memory, where a real host would open a file. Returns false on failure.
 bool openDatabase()
 {
     QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"));

@@ -104,7 +104,7 @@ void SettingsPanel::addSwitch(QFormLayout *layout, const QString &label, int key
     layout->addRow(box);
 }
 
-/// Initially off, as a general text for every control would replace all ordinary tooltips.
+/// Initially off, because a general text for every control would replace all ordinary tooltips.
 void SettingsPanel::addFallback(QFormLayout *layout)
 {
     auto *box = new QCheckBox(tr("General help elsewhere"));

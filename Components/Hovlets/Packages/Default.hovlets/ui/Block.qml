@@ -1,23 +1,23 @@
 // SPDX-License-Identifier: Apache-2.0
 import QtQuick 2.15
 
-// One block of the body, below the one before.
+// One block of the body, below the previous one.
 Item {
     id: block
 
     required property Theme theme
-    // What to show; see Content.js.
+    // The content to show; see Content.js.
     required property var content
     required property Block previous
 
     readonly property real lowerEdge: y + height
-    // The greatest natural width of this block and all before.
+    // The greatest natural width of this block and all previous ones.
     readonly property real widest: Math.max(previous ? previous.widest : 0,
                                             loader.item ? loader.item.naturalWidth : 0)
 
     signal linkFollowed(string locator)
 
-    // No Column: positioners lay out with the next frame, when the popup has its size already.
+    // Not a Column: positioners lay out in the next frame, after the popup has got its size.
     y: previous ? previous.lowerEdge + (height > 0 && previous.lowerEdge > 0 ? distance() : 0) : 0
     height: loader.height
 

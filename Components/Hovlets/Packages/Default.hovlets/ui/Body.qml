@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 import QtQuick 2.15
 
-// The blocks of an entry, one below the other.
+// The blocks of an entry, stacked vertically.
 Item {
     id: body
 
@@ -11,7 +11,7 @@ Item {
 
     signal linkFollowed(string locator)
 
-    // The model is named for its notification: the items are there when it comes.
+    // Reads the model because its change signal comes after the items exist.
     readonly property Item last: repeater.model && repeater.count > 0
                                  ? repeater.itemAt(repeater.count - 1) : null
 

@@ -4,10 +4,10 @@ import QtQuick.Window 2.15
 import com.zandor.hovlets.qml 1.0
 import "Content.js" as Content
 
-// The entry's clip: its first picture, then it plays once. A click pauses it, plays on, or plays it
-// again; the bar below tells where it is and can be dragged. While the popup is hidden it pauses. It
-// has the size of the clip, or is scaled down to the width that there is. A clip that cannot be
-// opened takes no room.
+// The entry's clip. It shows the first frame, then plays once. A click pauses it, resumes it or
+// plays it again; the bar below shows the position and can be dragged. The clip pauses while the
+// popup is hidden. It has its natural size, or is scaled down to the available width. A clip that
+// cannot be opened takes up no space.
 Item {
     id: clip
 
@@ -16,19 +16,19 @@ Item {
     readonly property real naturalWidth: loaded ? video.contentWidth : 0
 
     property bool loaded: false
-    // For those who cannot bear motion: the host's word for it. Unset, it is the placeholder itself.
+    // The host sets the property for users who want no motion. Unset, it reads as its placeholder.
     readonly property bool still: {
         var value = hovletView ? hovletView.interpolate("%(reducedMotion)s") : "";
         return value === "true" || value === "1";
     }
-    // Whether it is to play, by itself or because the user said so last.
+    // Whether the clip should play, by default or by the user's last choice.
     property bool wanted: !still
-    // The user has taken over, or has to.
+    // Whether the user has clicked the clip, or has to in order to play it.
     property bool touched: still
     readonly property bool shown: Window.visibility !== Window.Hidden
-    // As soon as there is somebody to see it.
+    // Starts when the popup is visible.
     property bool playsWhenShown: false
-    // QML knows enumerators with a capital letter only.
+    // QML can access only enumerators that start with a capital letter.
     readonly property int playingState: 2
     readonly property bool playing: video.state === playingState
     readonly property bool ended: video.progress >= 1
@@ -71,10 +71,11 @@ Item {
         height: contentHeight
         transformOrigin: Item.TopLeft
         scale: clip.factor
-        // Clips are looked up through the window's view.
+        // The window's view resolves the name, so it must exist first.
         source: Window.window ? clip.name : ""
         onContentWidthChanged: clip.loaded = true
-        // Playing does not wait for the decoder, and pauses when all is decoded: that is told here.
+        // The controller does not wait for the decoder, and pauses when all frames are decoded.
+        // Therefore the clip starts when loading is complete.
         onLoadProgressChanged: {
             if (clip.wanted && loadProgress === 1)
                 clip.play();
@@ -121,7 +122,7 @@ Item {
             video.scrubbing = true;
             video.pause();
         }
-        // Just short of the end, where there is still a picture.
+        // Just before the end, where there is still a frame.
         onDragged: function(value) { video.progress = Math.min(value, 0.9999); }
         onReleased: {
             video.scrubbing = false;

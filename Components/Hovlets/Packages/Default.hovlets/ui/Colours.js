@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 .pragma library
 
-// Smallest contrast at which text of ordinary size is easy to read.
+// The lowest contrast at which text of normal size is easy to read.
 var READABLE = 4.5;
 
 function channel(value) {
@@ -12,7 +12,7 @@ function luminance(colour) {
     return 0.2126 * channel(colour.r) + 0.7152 * channel(colour.g) + 0.0722 * channel(colour.b);
 }
 
-/// From 1, the same brightness, to 21, black on white.
+/// From 1 (equal brightness) to 21 (black on white).
 function contrast(a, b) {
     var first = luminance(a);
     var second = luminance(b);
@@ -23,13 +23,13 @@ function opaque(colour) {
     return Qt.rgba(colour.r, colour.g, colour.b, 1);
 }
 
-/// The colour \a share of the way from \a from to \a to.
+/// Mixes two colours: \a from at a \a share of 0, \a to at 1.
 function blend(from, to, share) {
     return Qt.rgba(from.r + (to.r - from.r) * share, from.g + (to.g - from.g) * share,
                    from.b + (to.b - from.b) * share, 1);
 }
 
-/// \a text, paled towards \a base by \a share at most, as far as it stays readable on \a base.
+/// Fades \a text towards \a base by at most \a share, as long as it stays readable on \a base.
 function paled(text, base, share) {
     for (var step = share; step > 0; step -= 0.05) {
         var colour = blend(text, base, step);
@@ -39,7 +39,7 @@ function paled(text, base, share) {
     return opaque(text);
 }
 
-/// A surface that stands out from \a base by \a share at most, on which \a text stays readable.
+/// A surface that differs from \a base by at most \a share, with \a text readable on it.
 function surface(base, text, share) {
     for (var step = share; step > 0; step -= 0.01) {
         var colour = blend(base, text, step);

@@ -1,34 +1,34 @@
 // SPDX-License-Identifier: Apache-2.0
 .pragma library
 
-// What the user interfaces show of an entry. The format is described in HovletsUI.qml.
+// Determines what the user interfaces show of an entry. HovletsUI.qml describes the format.
 
 /*
- * What there is to show of \a entry, all of it empty for null:
+ * The content of \a entry to show; all of it is empty for null:
  *   title, shortcut, key   plain text
  *   blocks                 in order, each an object with a "kind":
  *       paragraph          text, format ("plain", "styled" or "rich"), muted
  *       link               text, locator
  *       image              source (path), text (its description)
  *       clip               name (in the package's resources)
- * All texts have passed the reader, which lets no markup through but what is harmless and quick to
- * lay out. Each block has its plain words in "spoken".
+ * The reader passes only markup that is harmless and quick to lay out. "spoken" is the plain text of
+ * a block.
  */
 function read(entry, reader, view) {
     return reader.read(entry, view ? view.documentationAvailable : false);
 }
 
-/// A text of the user interface's own, in the reader's language.
+/// Translates a text of the user interface itself.
 function translated(view, text) {
     return view ? view.translate(text, "HovletsUI") || text : text;
 }
 
-/// The first paragraph among \a blocks, in a list, or an empty list.
+/// A list with the first paragraph among \a blocks; empty if there is none.
 function firstParagraph(blocks) {
     return blocks.filter(function(block) { return block.kind === "paragraph"; }).slice(0, 1);
 }
 
-/// What \a content says beside its title when it shows \a blocks of it.
+/// The description of \a content for screen readers, without the title, when \a blocks are shown.
 function spokenContent(content, blocks) {
     var texts = [content.shortcut].concat(blocks.map(function(block) { return block.spoken; }));
     return texts.filter(function(text) { return text; }).join("\n");

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 import QtQuick 2.15
 
-// The title, and the shortcut beside it or, without room there, below.
+// The title and the shortcut: side by side if there is room, else the shortcut below.
 Item {
     id: header
 
@@ -9,7 +9,7 @@ Item {
     property alias title: titleText.source
     property alias titleColor: titleText.color
     property alias shortcut: badge.text
-    // At least as high as a button beside it.
+    // The height of a button next to it.
     property real minimumHeight: 0
 
     readonly property bool isEmpty: !title && !shortcut

@@ -3,7 +3,7 @@ import QtQuick 2.15
 import "Content.js" as Content
 
 /*
- * The full popup. It shows entries of this form; nothing in it is obligatory but the key:
+ * The full popup. It shows entries of this form, of which only the key is mandatory:
  *
  *   <hovlet key="save" title="Save" shortcut="Ctrl+S">
  *     <p>Writes the document to its file.</p>
@@ -14,35 +14,35 @@ import "Content.js" as Content
  *   </hovlet>
  *
  * Attributes of the entry
- *   title      the title; a child element <title> does as well
+ *   title      the title; a child element <title> has the same effect
  *   shortcut   the keyboard shortcut, shown as a key beside the title
- *   clip       a clip in the package's resources, of any format that FFmpeg opens; shown at the top;
- *              it pauses while the popup is hidden
+ *   clip       a clip in the package's resources, in any format that FFmpeg opens; shown at the
+ *              top, paused while the popup is hidden
  *
- * Child elements, shown in their order
+ * Child elements, shown in order
  *   <p>, <text>   a paragraph
- *   <img>         a picture from the package's resources, at its size or scaled down to the popup's
- *                 width; the text "alt" is shown for a picture that is missing
+ *   <img>         a picture from the package's resources, at its natural size or scaled down to the
+ *                 popup's width; the text "alt" replaces a missing picture
  *   <link>        a link to an address, a file (it contains "/") or a documentation topic, which is
- *                 left out while no documentation is available; the label defaults to the address
- *   others        a paragraph of their text, then their own children
+ *                 omitted while no documentation is available; the label defaults to the address
+ *   others        a paragraph with their text, then their own children
  *
- * Paragraphs are plain text unless they hold one of the tags a, b, big, br, code, em, font, i, kbd,
+ * Paragraphs are plain text unless they contain one of the tags a, b, big, br, code, em, font, i, kbd,
  * li, ol, p, s, samp, small, span, strong, sub, sup, tt, u, ul, or an entity such as &nbsp;. As
- * elements of the control file tags would lose their place in the text: write the paragraph in
- * CDATA, or its "<" as "&lt;". All other tags are shown as they are written. Of attributes only the
- * harmless ones stay: nothing in a text can name a file, an address to load or a font. Runs of white
+ * elements of the control file, tags would lose their place in the text. Therefore write the
+ * paragraph in CDATA, or its "<" as "&lt;". All other tags are shown as they are written. Only
+ * harmless attributes remain: no text can name a file, an address to load or a font. Runs of white
  * space count as one space; <br> breaks a line.
  *
- * Every text is translated in the context of the entry's key, with its white space so reduced as
- * source text, and shown untranslated where the translation file lacks it. Then its placeholders
- * "%(name)s" are filled; their values are plain text.
+ * Every text is translated in the context of the entry's key. The source text has its white space
+ * reduced in this way. A text that the translation file lacks is shown untranslated. Then the
+ * placeholders "%(name)s" are filled with plain text.
  *
  * The texts of the user interface itself have the context "HovletsUI": "Keep open", "Close", "Play",
  * "Pause", "Play again", "Position in the clip", "Scroll". Screen readers read them; they are not shown.
  *
- * With the global property "reducedMotion" set to true by the host a clip stays on its first picture
- * until it is clicked. Nothing else in the popup moves by itself.
+ * If the host sets the global property "reducedMotion" to true, a clip shows its first frame until
+ * it is clicked. Nothing else in the popup moves by itself.
  */
 PopupFrame {
     content: Content.read(hovlet, hovletReader, hovletView)

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 import QtQuick 2.15
 
-// A shortcut, looking like a key: a face in a rim that is one pixel thicker below.
+// A shortcut that looks like a key: a face with a rim that is one pixel thicker at the bottom.
 Rectangle {
     id: cap
 

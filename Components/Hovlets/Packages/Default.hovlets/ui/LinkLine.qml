@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 import QtQuick 2.15
 
-// A link on a line of its own.
+// A link on its own line.
 Item {
     id: line
 

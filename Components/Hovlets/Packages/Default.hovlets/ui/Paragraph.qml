@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 import QtQuick 2.15
 
-// Text that wraps at its width and tells how wide it would like to be.
+// Text that wraps at its width and reports its natural width.
 Text {
     id: paragraph
 
     required property Theme theme
     property string source
-    // Its plain words.
+    // The plain text for screen readers.
     property string spoken: source
     // "plain", "styled" or "rich".
     property string format: "plain"
@@ -29,7 +29,7 @@ Text {
     color: theme.text
     linkColor: theme.link
     wrapMode: Text.Wrap
-    // Explicit, so that a mirrored layout mirrors it.
+    // Set explicitly: mirrored layouts do not mirror the default.
     horizontalAlignment: Text.AlignLeft
     renderType: Text.NativeRendering
 
@@ -42,7 +42,8 @@ Text {
             hovletView.setItemCursor(paragraph, hoveredLink ? "PointingHandCursor" : "", "");
     }
 
-    // A text that is given a width tells another implicit one while it wraps.
+    // Measures the natural width: a text's implicit width changes when it wraps, which this one
+    // never does.
     Text {
         id: ruler
         visible: false

@@ -2,7 +2,7 @@
 import QtQuick 2.15
 import com.zandor.hovlets.qml 1.0
 
-// A picture at its own size, or scaled down to the width that there is.
+// A picture at its natural size, or scaled down to the available width.
 Item {
     id: picture
 

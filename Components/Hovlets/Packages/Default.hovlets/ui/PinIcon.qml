@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 import QtQuick 2.15
 
-// A drawing pin, stuck in from above right.
+// A drawing pin, stuck in from the top right.
 Item {
     id: icon
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 import QtQuick 2.15
 
-// A triangle on a disc, readable on any picture.
+// A triangle on a disc, visible on any picture.
 Rectangle {
     id: mark
 
@@ -10,7 +10,7 @@ Rectangle {
     color: "#b0000000"
     border { width: 1; color: "#80ffffff" }
 
-    // The right half of a square that stands on its corner.
+    // The right half of a square that is rotated by 45 degrees.
     Item {
         x: Math.round(0.38 * mark.width)
         y: Math.round((mark.height - height) / 2)

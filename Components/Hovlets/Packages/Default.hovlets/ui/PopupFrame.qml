@@ -4,8 +4,9 @@ import QtQuick.Window 2.15
 import com.zandor.hovlets.qml 1.0
 import "Content.js" as Content
 
-// A popup that looks like the desktop's tooltips, as large as its content within limits; what is
-// higher scrolls. All sizes are settled as soon as the content is set: the popup is placed by them before
+// A popup that looks like the desktop's tooltips, as large as its content within limits. Taller
+// content scrolls. All sizes are final once the content is set, because they determine the popup's
+// position before the first frame.
 // the first frame.
 Rectangle {
     id: frame
@@ -17,14 +18,14 @@ Rectangle {
 
     readonly property Theme theme: Theme {}
 
-    // Without a title for company the key, which says at least what the popup is about.
+    // An entry without texts shows its key, which at least says what the popup is about.
     readonly property bool showsKey: !content.title && !content.shortcut && blocks.length === 0
     readonly property bool hasHeader: !header.isEmpty
     readonly property int buttonSpace: pinnable ? theme.buttonSize + theme.smallGap : 0
     readonly property int buttonMargin: Math.round(theme.padding - theme.smallGap / 2)
     readonly property int headerButtonSpace: hasHeader ? buttonSpace : 0
 
-    // Beside text that scrolls, and where there is no title, the button has a column of its own.
+    // The button has a column of its own if the text scrolls or there is no title.
     readonly property bool scrolls: fullHeight > maximumHeight
     readonly property int gutter: Math.max(pinnable && (scrolls || !hasHeader) ? buttonSpace : 0,
                                            scrolls ? scrollBar.width + theme.smallGap : 0)
@@ -58,8 +59,8 @@ Rectangle {
                      maximumHeight)
     color: theme.base
 
-    // The desktop's own tooltip. Its line is black and would be lost on a dark ground: it lies just
-    // outside, and the one on top is in the theme's colour.
+    // The desktop's own tooltip. Its black outline would be invisible on a dark background, so it
+    // lies just outside, and an outline in the theme's colour is drawn on top.
     HVStyledRectangle {
         objectName: "background"
         readonly property color base: frame.theme.base
@@ -149,6 +150,6 @@ Rectangle {
         }
     }
 
-    // Every show begins at the top.
+    // Every show starts at the top.
     onContentChanged: flickable.contentY = 0
 }

@@ -3,15 +3,16 @@ import QtQuick 2.15
 import com.zandor.hovlets.qml 1.0
 import "Content.js" as Content
 
-// The desktop's scroll bar for a Flickable, in step with it. As wide as the desktop has it.
+// The desktop's scroll bar for a Flickable, synchronised with it and as wide as usual.
 HVScrollBar {
     id: bar
 
     required property Flickable flickable
-    // What a click on an arrow moves by.
+    // The distance that a click on an arrow scrolls.
     property real line: 20
 
-    // Positions are cut to hundredths: what one side takes from the other must not come back.
+    // Set while one side takes its position from the other. Positions are truncated to hundredths,
+    // so the value that comes back differs and must not be applied.
     property bool inStep: false
 
     Accessible.role: Accessible.ScrollBar
@@ -38,7 +39,7 @@ HVScrollBar {
         follow();
     }
 
-    // Not before the item has the bar's width, which would be lost.
+    // Waits until the item has the bar's width; resizing earlier would lose it.
     function resize() {
         if (width > 0 && height > 0)
             updateDimensions();

@@ -2,7 +2,7 @@
 import QtQuick 2.15
 import "Content.js" as Content
 
-// A thin bar that shows a value from 0 to 1 and can be dragged to another.
+// A thin bar that shows a value from 0 to 1. Dragging changes the value.
 Item {
     id: bar
 

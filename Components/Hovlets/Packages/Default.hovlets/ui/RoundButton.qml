@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 import QtQuick 2.15
 
-// A flat button; the icon is drawn by what is put inside.
+// A flat round button. Its child items draw the icon.
 Rectangle {
     id: button
 

@@ -2,8 +2,7 @@
 import QtQuick 2.15
 import "Content.js" as Content
 
-// The simple popup: title, shortcut and the first paragraph. The format is described in
-// HovletsUI.qml.
+// The simple popup: title, shortcut and the first paragraph. HovletsUI.qml describes the format.
 PopupFrame {
     content: Content.read(hovlet, hovletReader, hovletView)
     blocks: Content.firstParagraph(content.blocks)

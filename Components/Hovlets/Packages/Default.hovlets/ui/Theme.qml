@@ -21,14 +21,14 @@ QtObject {
     property font linkFont
     property font keyFont
 
-    // In pixels, also for a font whose size is in points.
+    // In pixels, even if the font's size is in points.
     property int em: 1
     readonly property int padding: Math.round(0.75 * em)
     readonly property int gap: Math.round(0.6 * em)
     readonly property int smallGap: Math.round(0.35 * em)
     readonly property int buttonSize: Math.round(1.7 * em)
 
-    // Knows its size once it has text.
+    // Has a size once it has text.
     readonly property Text ruler: Text {
         text: "M"
     }
@@ -37,11 +37,11 @@ QtObject {
     Component.onCompleted: derive()
 
     function derive() {
-        // Does not tell of its changes, so that there is no binding to it.
+        // Assigned here: a binding would not work, because the font has no change signal.
         ruler.font = bodyFont;
         em = Math.max(1, ruler.fontInfo.pixelSize);
 
-        // Copies that are changed keep the exact size, and what QML has no name for.
+        // Modified copies keep the exact size, and properties that QML does not know.
         titleFont = bodyFont;
         titleFont.weight = Font.Bold;
         linkFont = bodyFont;

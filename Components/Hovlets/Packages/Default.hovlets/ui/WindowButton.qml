@@ -2,7 +2,7 @@
 import QtQuick 2.15
 import "Content.js" as Content
 
-// Pins the popup and, once it is pinned, closes it.
+// Pins the popup, or closes a pinned one.
 Item {
     id: button
 
