@@ -17,7 +17,8 @@ QLocale fallbackContentLocale(const HVContext &context)
 
 QLocale translationLocale(const HVContext &context)
 {
-    // Unlike content, translations have no default locale: without a setting, the system's is next.
+    // Unlike content, translations do not default to "en_US": without a setting, the system's
+    // locale is next.
     for (const contextKey key : { HVKeyLocale, HVKeyFallbackLocale }) {
         const QString name = context.get(key, QString()).toString();
         if (!name.isEmpty())

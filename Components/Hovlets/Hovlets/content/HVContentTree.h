@@ -12,8 +12,8 @@ namespace Hovlets {
 /*!
  * \brief Owns the result of a look-up: the entry, and the root above it.
  *
- * The two are deleted separately, since an index supplied by the host need not return the entry as
- * a child of the root. Either may be null, or deleted elsewhere in the meantime.
+ * The two are deleted separately, because an index supplied by the host may return an entry that is
+ * not a child of the root. Either may be null, or may have been deleted elsewhere.
  */
 class HVContentTree
 {

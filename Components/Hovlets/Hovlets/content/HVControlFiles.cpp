@@ -14,7 +14,7 @@ namespace Hovlets {
 
 namespace {
 
-/// The number of steps up from \a folder to \a location, or -1 when the walk ends at the root.
+/// The number of levels from \a folder up to \a location, or -1 if it is not above the folder.
 int levelsUp(const QString &folder, const QString &location)
 {
     const QString target = QFileInfo(location).canonicalFilePath();
@@ -28,14 +28,14 @@ int levelsUp(const QString &folder, const QString &location)
     return -1;
 }
 
-/// Whether a tag's name may begin with the byte, which may be part of a character beyond ASCII.
+/// Whether \a byte may start a tag name. It may belong to a character beyond ASCII.
 bool mayBeginName(char byte)
 {
     return std::isalnum(static_cast<uchar>(byte)) || byte == '_'
             || static_cast<uchar>(byte) >= 0x80;
 }
 
-/// Whether some "<" in \a line may begin a start tag: those of declarations and comments do not.
+/// Whether \a line has a "<" that may start a start tag, and not a declaration or a comment.
 bool mayHoldStartTag(const QByteArray &line)
 {
     for (auto at = line.indexOf('<'); at >= 0; at = line.indexOf('<', at + 1)) {
@@ -45,15 +45,15 @@ bool mayHoldStartTag(const QByteArray &line)
     return false;
 }
 
-/// Whether the first start tag in \a text is "hovlets"; nothing when no line holds a start tag.
+/// Whether the first start tag in \a text is "hovlets"; no value if no line has a start tag.
 std::optional<bool> namesHovlets(const QByteArray &text)
 {
-    // Wants a character of the tag's rest on the same line: a root tag whose name ends its line is
-    // not recognised.
+    // A character must follow the name on the same line: a root tag whose name ends its line is not
+    // recognised.
     static const QRegularExpression startTag(
             QStringLiteral("<([\\w\\p{M}]+)\\s*([\\w\\p{M}]|>|/>)"),
             QRegularExpression::UseUnicodePropertiesOption);
-    constexpr int LongestLine = 1023; // a longer one counts as several
+    constexpr int LongestLine = 1023; // longer lines count as several
 
     QByteArray line;
     for (int at = 0; at < text.size(); at += static_cast<int>(line.size())) {
@@ -118,7 +118,7 @@ bool HVControlFiles::isControlFile(const QString &file)
 
 bool HVControlFiles::findControlFile(const QString &file, QString &problem)
 {
-    constexpr int Head = 4096; // holds the root tag of most files, and costs no more than its line
+    constexpr int Head = 4096; // has the root tag of most files, and costs no more than its line
 
     const qint64 limit = HVLimits::current().controlFileSize;
     HVFileBytes read = HVFileBytes::head(file, Head, limit);

@@ -9,14 +9,14 @@
 namespace Hovlets {
 
 /*!
- * \brief The control files of an index, newest first, each once.
+ * \brief The control files of an index, newest first and without duplicates.
  *
- * A set answers whether a file is present: indexing stays linear in the number of files.
+ * A hash set finds duplicates, which keeps indexing linear in the number of files.
  */
 class HVControlFiles
 {
 public:
-    /// Path, and number of folder levels from the package folder down to the file.
+    /// Path, and the number of folder levels from the package folder down to the file.
     using File = QPair<QString, int>;
 
     /// Adds \a file before or after all others. Returns false if it is already present.
@@ -26,15 +26,16 @@ public:
     QList<File> files() const { return m_files; }
 
     /*!
-     * The number of levels from the folder \a location down to \a file, or -1 when the folder is
-     * not above the file.
+     * The number of levels from the folder \a location down to \a file, or -1 if the folder is not
+     * above the file.
      */
     int depthBelow(const QString &file, const QString &location);
 
     /// Whether the first start tag of \a file is "hovlets".
     static bool isControlFile(const QString &file);
 
-    /// Likewise. \a problem becomes the reason why a file that exists is not read, or null.
+    /// Likewise. Sets \a problem to the reason why an existing file is not read, or to a null
+    /// string.
     static bool findControlFile(const QString &file, QString &problem);
 
 private:
@@ -43,7 +44,7 @@ private:
     QList<File> m_files;
     QSet<File> m_known;
 
-    // The files of a folder come one after the other: its depth, once found, is kept.
+    // Caches the last folder and its depth, because the files of a folder are adjacent.
     QString m_folder;
     QString m_location;
     int m_folderDepth = -1;

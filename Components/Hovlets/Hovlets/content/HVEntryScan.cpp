@@ -34,7 +34,7 @@ void skipSpace(Bytes &text)
     text.remove_prefix(std::min(text.find_first_not_of(Space), text.size()));
 }
 
-/// Drops \a text up to the end of \a mark; false when there is none.
+/// Drops \a text up to the end of \a mark; returns false if there is none.
 bool skipPast(Bytes &text, Bytes mark)
 {
     const size_t at = text.find(mark);
@@ -44,7 +44,7 @@ bool skipPast(Bytes &text, Bytes mark)
     return true;
 }
 
-/// Whether an XML declaration leaves the file in UTF-8, in the spelling that leaves no doubt.
+/// Whether an XML declaration unambiguously says UTF-8, or leaves that default.
 bool declaresUtf8(Bytes declaration)
 {
     const size_t at = declaration.find("encoding");
@@ -76,22 +76,22 @@ bool hasPlainProlog(Bytes text)
             if (!skipPast(text, "?>"))
                 return false;
         } else {
-            // A root in another encoding does not go on with a letter after its "<".
+            // In another encoding, no letter follows the "<" of the root.
             return text.size() > 1 && text[0] == '<' && std::isalpha(static_cast<uchar>(text[1]));
         }
     }
 }
 
-/// Whether the value can only read as it stands, and not as \a key.
+/// Whether the value means exactly its bytes, and they are not \a key.
 bool differs(Bytes value, Bytes key)
 {
     return value != key && value.find('&') == Bytes::npos;
 }
 
 /*!
- * Whether the start tag of an entry, whose attributes begin \a text, carries \a key or may do so.
+ * Whether the start tag of an entry has \a key, or may have it. \a text starts with its attributes.
  *
- * An entry without a key has the empty one; of several the parser takes the first.
+ * Without the attribute, the key is empty; of several, the parser uses the first.
  */
 bool tagMayCarry(Bytes text, Bytes key)
 {
@@ -114,7 +114,7 @@ bool tagMayCarry(Bytes text, Bytes key)
             return true;
         const char quote = text[0];
         text.remove_prefix(1);
-        // No value holds a "<": tags never overlap, so that the whole search stays linear.
+        // No value contains "<". Tags therefore never overlap, and the whole search remains linear.
         const char ends[] = { quote, '<' };
         const size_t end = text.find_first_of(Bytes(ends, sizeof ends));
         if (end == Bytes::npos || text[end] == '<')
@@ -129,8 +129,8 @@ bool tagMayCarry(Bytes text, Bytes key)
 
 HVEntryScan::HVEntryScan(const QString &key)
     : m_key(key.toUtf8())
-    // Broken UTF-8 reads as U+FFFD, so a key that holds one may stand as any such bytes; a key
-    // that UTF-8 cannot hold comes back as another one.
+    // Broken UTF-8 is read as U+FFFD. Therefore a key with that character may match any such bytes.
+    // A key that UTF-8 cannot represent changes when it is converted.
     , m_plainKey(!key.contains(QChar::ReplacementCharacter) && QString::fromUtf8(m_key) == key)
 {
 }
@@ -146,7 +146,7 @@ bool HVEntryScan::mayHold(const QByteArray &file) const
     for (Bytes rest = text; skipPast(rest, EntryTag);) {
         if (rest.empty())
             return false;
-        // A root inside the root counts as an entry, whatever the key.
+        // A root inside the root counts as an entry with any key.
         if (rest[0] == 's' && ++roots > 1)
             return true;
         if ((isSpace(rest[0]) || rest[0] == '>' || rest[0] == '/') && tagMayCarry(rest, key))

@@ -9,8 +9,8 @@ namespace Hovlets {
 /*!
  * \brief Searches the bytes of a control file for the entry for a key, without parsing them.
  *
- * A look-up reads many files and finds its key in one, and a parse costs about thirty times as much
- * as a search. "No" is certain: the parser would find no such entry either. "Maybe" leaves the
+ * A look-up reads many files and finds its key in one, and parsing takes about thirty times as long
+ * as searching. "No" is certain: the parser would not find such an entry either. "Maybe" leaves the
  * decision to the parser. It is the answer wherever the bytes differ from what the parser reads: an
  * encoding other than UTF-8, a document type declaration, references in a key.
  */
@@ -19,7 +19,7 @@ class HVEntryScan
 public:
     explicit HVEntryScan(const QString &key);
 
-    /// False when no "hovlet" element of the file carries the key.
+    /// False if no "hovlet" element of the file has the key.
     bool mayHold(const QByteArray &file) const;
 
 private:

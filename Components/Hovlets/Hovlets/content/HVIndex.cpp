@@ -40,9 +40,9 @@ public:
     QPointer<HVContext> context;
     QStringList dataPaths;
     HVControlFiles controlFiles;
-    QMap<QString, QStringList> packages; // name to folders, in the order first seen
-    // The files of a package come one after the other, and its name is looked up on disk.
-    QPair<QString, QString> lastMapped; // location, and the suffix in force
+    QMap<QString, QStringList> packages; // folders by name, in the order of registration
+    // Cached because the files of a package are adjacent, and finding its name reads the disk.
+    QPair<QString, QString> lastMapped; // location, and the suffix at that time
     QSet<QPair<QString, QString>> reported; // file and reason
     bool inUpdate = false;
 
@@ -70,7 +70,7 @@ public:
         if (reason.isNull() || reported.contains(report))
             return;
         reported.insert(report);
-        // A QStringLiteral here would be a symbol among those that hosts see.
+        // A QStringLiteral would add a symbol to those that hosts see.
         Q_EMIT owner->fileSkipped(QLatin1String("%1 is skipped: %2").arg(file, reason));
     }
 };
@@ -82,7 +82,7 @@ QString packageSuffix(const HVContext &context)
     return context.get(HVKeyPackageSuffix).toString();
 }
 
-/// Builds the entry whose key is \a userData, with all below it, and its root.
+/// Builds the entry whose key is \a userData, everything below it, and its root.
 int entryShouldGenerate(const QString &qName, const QXmlAttributes &attributes, void *userData)
 {
     if (qName == QLatin1String("hovlet")) {
@@ -96,7 +96,7 @@ int entryShouldGenerate(const QString &qName, const QXmlAttributes &attributes, 
     return HVXmlParser::SkipElement | HVXmlParser::SkipChildren;
 }
 
-/// Builds the record of a key-data file whose name is \a userData, and its root.
+/// Builds the record whose name is \a userData in a key-data file, and its root.
 int keyDataShouldGenerate(const QString &qName, const QXmlAttributes &attributes, void *userData)
 {
     if (qName == QLatin1String("key")) {
@@ -151,7 +151,7 @@ bool HVIndex::remove()
 HVXmlElement *HVIndex::retrieve(const QString &key, const QLocale &locale, QString &path,
                                 int &depth, HVXmlElement *&root)
 {
-    const QList<HVControlFiles::File> files = d->controlFiles.files(); // a message may add some
+    const QList<HVControlFiles::File> files = d->controlFiles.files(); // messages may add files
     for (const HVControlFiles::File &file : files) {
         if (HVXmlElement *entry = load(key, file.first, locale, root)) {
             depth = qMax(1, file.second);
@@ -229,7 +229,7 @@ void HVIndex::mapControlFile(const QString &file, const QString &location)
     if (d->lastMapped == package)
         return;
     const QString name = packageNameForLocation(location);
-    if (!name.isNull()) // a folder that is not there yet may come
+    if (!name.isNull()) // a folder that does not exist yet may appear later
         d->lastMapped = package;
     QStringList &folders = d->packages[name];
     if (!folders.contains(location))

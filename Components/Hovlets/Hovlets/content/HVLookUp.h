@@ -13,29 +13,28 @@ namespace Hovlets {
 
 class HVIndex;
 
-/// An entry that a look-up found, and the package folder that it belongs to.
+/// An entry that a look-up found, and the folder of its package.
 struct HVFoundContent
 {
     HVContentTree tree;
-    QString packageRoot; // canonical; a null string when the folder does not exist
+    QString packageRoot; // canonical; a null string if the folder does not exist
 };
 
-/// How an index is asked: as HVIndex::retrieve(), with key and locale already chosen.
+/// A call of HVIndex::retrieve() with key and locale already bound.
 using HVRetrieve = std::function<HVXmlElement *(QString &path, int &depth, HVXmlElement *&root)>;
 
 /*!
- * \brief Asks an index once and takes over what it returns.
+ * \brief Asks an index once and takes ownership of the result.
  *
- * An index answers with the folder of the control file and the number of levels up to the package.
- * This is the only place that turns the two into the package folder. Without an entry the result
- * is empty.
+ * An index returns the folder of the control file and the number of levels up to the package. Only
+ * this function converts the two into the package folder. Without an entry, the result is empty.
  */
 [[nodiscard]] HVFoundContent lookUp(const HVRetrieve &retrieve);
 
 /*!
  * The entry for \a key in the preferred locale, else in the fallback locale.
  *
- * Both locales are read before the index is asked: its code may change settings.
+ * Reads both locales before it asks the index, whose code may change settings.
  */
 HVXmlElement *retrieveByLocale(HVIndex &index, const HVContext &settings, const QString &key,
                                QString &path, int &depth, HVXmlElement *&root);

@@ -30,7 +30,7 @@ QStringList filesListedByQt(const QString &path)
 
 #ifdef Q_OS_LINUX
 
-/// By its entry alone where the file system tells the type in it, as the common ones do.
+/// Uses the type in the directory entry where the file system stores it, as common ones do.
 bool isRegularFile(int folder, const dirent &entry)
 {
     if (entry.d_type != DT_UNKNOWN)
@@ -40,8 +40,8 @@ bool isRegularFile(int folder, const dirent &entry)
             && S_ISREG(status.st_mode);
 }
 
-/// What QDir lists, in a third of its time: it asks for each file by its whole path, and makes two
-/// objects of it. Start-up spends most of its time here.
+/// Replaces QDir, which takes three times as long: it queries each file by its whole path and
+/// creates two objects for it. Start-up spends most of its time here.
 QStringList listedFiles(const QString &path)
 {
     if (path.startsWith(QLatin1Char(':'))) // in Qt's resources
@@ -88,7 +88,7 @@ QStringList controlFilesIn(const QFileInfo &folder)
 {
     QStringList files = listedFiles(folder.absoluteFilePath());
     std::sort(files.begin(), files.end(), &isBefore);
-    // No entry is a symbolic link, so the folder's canonical path serves all its files.
+    // No entry is a symbolic link, so the folder's canonical path is valid for all its files.
     const QDir canonical(folder.canonicalFilePath());
     for (QString &file : files)
         file = canonical.filePath(file);

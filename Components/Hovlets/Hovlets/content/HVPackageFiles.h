@@ -9,17 +9,17 @@
 class QDir;
 
 // Lists packages and their control files on disk. Hidden and unreadable ones and symbolic links are
-// left out silently. The lists are sorted by name: the same entry answers on every machine.
+// omitted silently. The lists are sorted by name, which gives the same entry on every machine.
 
 namespace Hovlets {
 
 /// The package folders in the data path \a directory, by a wildcard such as "*.hovlets".
 QList<QFileInfo> packagesIn(const QDir &directory, const QString &filter);
 
-/// Canonical paths of the control files in \a folder; those in sub-folders are left out.
+/// Canonical paths of the control files in \a folder, but not in its subfolders.
 QStringList controlFilesIn(const QFileInfo &folder);
 
-/// The folder \a levels above \a path, canonical; a null string when it does not exist.
+/// The folder \a levels above \a path, canonical; a null string if it does not exist.
 QString folderAbove(const QString &path, int levels);
 
 } // namespace Hovlets

@@ -21,7 +21,7 @@ HVShowScope::~HVShowScope()
 {
     if (--running > 0)
         return;
-    // What is deleted may run code that shows again, and so comes back here.
+    // Deletion may run code that shows something else and calls this function again.
     const std::vector<HVContentTree> trees = std::exchange(retired, {});
 }
 

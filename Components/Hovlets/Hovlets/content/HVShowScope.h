@@ -8,9 +8,9 @@ namespace Hovlets {
 /*!
  * \brief Keeps replaced content alive while a show is running.
  *
- * A show runs QML and code of the host, either of which may show something else. What the inner
- * show replaces is still in use by the outer one, so it is deleted when the outermost scope ends.
- * GUI thread only; scopes nest.
+ * A show runs QML and the host's code, and either may show something else. The outer show still
+ * uses what the inner one replaces, so that is deleted when the outermost scope ends. GUI thread
+ * only; scopes nest.
  */
 class HVShowScope
 {
@@ -20,7 +20,7 @@ public:
     HVShowScope();
     ~HVShowScope();
 
-    /// Deletes \a tree once no show is running: at once when there is none.
+    /// Deletes \a tree once no show is running, or immediately if there is none.
     static void retire(HVContentTree tree);
 };
 

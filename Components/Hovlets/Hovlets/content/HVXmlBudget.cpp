@@ -9,7 +9,7 @@ namespace Hovlets {
 
 namespace {
 
-/// Whether a content model may go on after the character. Any other ends it, and the recursion.
+/// Whether a content model may continue after \a c. Any other character ends it, and the recursion.
 bool continuesContentModel(QChar c)
 {
     switch (c.unicode()) {
@@ -32,7 +32,7 @@ bool continuesContentModel(QChar c)
     }
 }
 
-/// The parentheses open after a character, when \a open were before it.
+/// The number of open parentheses after the character, if \a open were open before it.
 int openAfter(QChar c, int open)
 {
     if (c == QLatin1Char('('))
@@ -94,15 +94,15 @@ bool HVXmlBudget::openParentheses(int number)
 
 bool HVXmlBudget::declareEntity(const QString &name, const QString &value)
 {
-    constexpr int SearchSpeed = 16; // the reader searches so much faster than it reads
+    constexpr int SearchSpeed = 16; // the reader searches that much faster than it reads
 
     const bool isParameter = name.startsWith(QLatin1Char('%'));
     const qint64 quotes = value.count(QLatin1Char('"')) + value.count(QLatin1Char('\''));
     const Entity entity { value.size() + 5 * quotes, mostOpenParentheses(value) };
     m_entities.insert(isParameter ? name.mid(1) : name, entity);
 
-    // With the next declaration, the reader searches the value for the names of all entities, and
-    // takes each reference out of a copy of it.
+    // At the next declaration, the reader searches the value for the names of all entities, and
+    // removes each reference from a copy of it.
     m_entityNames += name.size();
     const qint64 passes = m_entities.size() + value.count(QLatin1Char('&'));
     m_entityCharacters += entity.length + m_entities.size()

@@ -9,19 +9,19 @@
 namespace Hovlets {
 
 /*!
- * \brief What the parse of one document may still cost.
+ * \brief The remaining cost that parsing one document may have.
  *
  * Qt's XML reader recurses on elements and on the parentheses of content models, expands entities
- * without a total limit, and does work that grows with the square of their number. The parser tells
- * the budget about each step before the reader takes it, and stops when a method returns false.
- * From then on failure() names the limit that was met.
+ * without a total limit, and does work that grows with the square of their number. The parser
+ * reports each step to the budget before the reader performs it, and stops when a method returns
+ * false. After that, failure() names the limit that was met.
  */
 class HVXmlBudget
 {
 public:
     explicit HVXmlBudget(const HVLimits &limits = HVLimits::current());
 
-    /// The document type declaration begins or ends: only there do parentheses matter.
+    /// The document type declaration begins or ends; parentheses matter only inside it.
     void setInDocumentType(bool inside);
 
     /// The reader gets the next character of the document.
@@ -42,14 +42,14 @@ public:
     /// The reader delivers text or the value of an attribute.
     bool deliver(qint64 characters);
 
-    /// The limit that was met, as in "elements nest deeper than 512 levels", or a null string.
+    /// The limit that was met, such as "elements nest deeper than 512 levels", or a null string.
     QString failure() const { return m_failure; }
 
 private:
     struct Entity
     {
-        qint64 length = 0; // characters it may add: quotation marks are escaped in attributes
-        int openParentheses = 0; // most that its text can leave open at a time
+        qint64 length = 0; // characters that it may add: in attributes, quotation marks are escaped
+        int openParentheses = 0; // the most that its text can leave open
     };
 
     bool fail(const QString &reason);
@@ -62,7 +62,7 @@ private:
     qint64 m_entityCharacters = 0;
     qint64 m_delivered = 0;
     int m_built = 0;
-    int m_parentheses = 0; // open in the content model that is being read
+    int m_parentheses = 0; // open in the current content model
     bool m_inDocumentType = false;
     QString m_failure;
 };

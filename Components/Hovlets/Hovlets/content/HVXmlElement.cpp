@@ -66,7 +66,7 @@ void HVXmlElement::setContent(const QString &content)
 HVXmlElement *HVXmlElement::childElement(const QString &name) const
 {
     auto *child = findChild<HVXmlElement *>(name);
-    // Otherwise the QML engine would own, and collect, an object that an invokable returns.
+    // Otherwise the QML engine would own the object that an invokable returns, and delete it.
     if (child)
         QQmlEngine::setObjectOwnership(child, QQmlEngine::CppOwnership);
     return child;
@@ -128,5 +128,5 @@ void HVXmlElement::setAttribute(const QString &name, const QString &value)
 
 } // namespace Hovlets
 
-// Qt generates this code, which needs the type QXmlAttributes in full: only this file has it.
+// Qt generates this code, which needs the complete type QXmlAttributes. Only this file has it.
 #include "moc_HVXmlElement.cpp" // NOLINT(bugprone-suspicious-include)

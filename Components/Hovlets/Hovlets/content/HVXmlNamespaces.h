@@ -12,8 +12,8 @@ namespace Hovlets {
 /*!
  * \brief Resolves the namespaces of elements and attributes, as Qt's XML reader does.
  *
- * The reader compares the lists of all prefixes before and after each empty element: its time grows
- * with the square of their number, for every element. Here it grows with the names alone.
+ * The reader compares the lists of all prefixes before and after each empty element, so its time
+ * grows with the square of their number. Here it grows only with the names.
  */
 class HVXmlNamespaces
 {
@@ -22,13 +22,13 @@ public:
 
     struct Name
     {
-        QString uri; // null without a namespace
+        QString uri; // null if there is none
         QString local;
     };
 
     /*!
      * Begins the scope of an element.
-     * \param attributes those of its start tag, with qualified names only
+     * \param attributes of its start tag, with qualified names only
      * \return them with their namespaces, without the declarations ("xmlns:x")
      */
     QXmlAttributes enter(const QXmlAttributes &attributes);
@@ -36,7 +36,7 @@ public:
     /// Ends the innermost scope.
     void leave();
 
-    /// What the tag of an element means in the innermost scope.
+    /// The namespace and local name of an element in the innermost scope.
     Name elementName(const QString &qName) const;
 
 private:
@@ -49,9 +49,9 @@ private:
 
     void declare(const QString &prefix, const QString &uri);
 
-    QHash<QString, QString> m_uris; // by prefix; the empty one is for elements without a prefix
-    QVector<Replaced> m_replaced; // what the open scopes declared anew, innermost last
-    QVector<int> m_scopes; // sizes of m_replaced when they began
+    QHash<QString, QString> m_uris; // by prefix; the empty prefix is for elements without one
+    QVector<Replaced> m_replaced; // prefixes that the open scopes have redefined, innermost last
+    QVector<int> m_scopes; // size of m_replaced at the start of each open scope
 };
 
 } // namespace Hovlets

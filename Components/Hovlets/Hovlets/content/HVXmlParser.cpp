@@ -28,7 +28,7 @@ void log(const QString &message)
     qCDebug(contentLog).noquote() << message;
 }
 
-/// Writes the attributes to the properties of their names; false when a property is missing.
+/// Assigns the attributes to the properties of the same names; false if a property is missing.
 bool writeAttributes(const QMetaObject *metaObject, QObject *object, const QXmlAttributes &atts)
 {
     for (int i = 0; i < atts.count(); ++i) {
@@ -58,9 +58,9 @@ void writeIfPresent(QObject *object, const char *name, const QString &value)
 } // namespace
 
 /*!
- * \brief Stands between the reader and the parser, and adds the namespaces.
+ * \brief Sits between the reader and the parser, and resolves the namespaces.
  *
- * The reader's own support for them is switched off: see HVXmlNamespaces.
+ * The reader's own support for them is disabled: see HVXmlNamespaces.
  */
 class HVXmlParser::NamespaceFilter : public QXmlDefaultHandler
 {
@@ -103,14 +103,14 @@ public:
     {
     }
 
-    /// An object of the class, or null with the reason in the debug output.
+    /// An object of the class, or null; then the reason is in the debug output.
     QObject *create(const QMetaObject *metaObject, QObject *parent, const QString &localName,
                     const QXmlAttributes &atts) const;
 
     QMap<QString, const QMetaObject *> elements;
     const QMetaObject *defaultElement = &HVXmlElement::staticMetaObject;
     QList<StackEntry> stack;
-    QList<QPointer<QObject>> orphans; // built below a skipped element: nobody else knows them
+    QList<QPointer<QObject>> orphans; // built below a skipped element, and without any other owner
     Callback callback = nullptr;
     void *userData = nullptr;
     int mode = GenerateAsk;
@@ -139,8 +139,8 @@ HVXmlParser::HVXmlParser(Callback callback, void *userData)
 {
     d->callback = callback;
     d->userData = userData;
-    // Text around entities then comes in pieces, and each expansion is reported: a flood of them is
-    // stopped on its way.
+    // Makes the reader deliver text around entities in pieces and report each expansion, which lets
+    // the parser stop a flood of them early.
     setFeature(QStringLiteral("http://qt-project.org/xml/features/report-start-end-entity"), true);
     setFeature(QStringLiteral("http://xml.org/sax/features/namespaces"), false);
 }

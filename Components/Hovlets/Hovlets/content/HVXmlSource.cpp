@@ -18,7 +18,7 @@ constexpr quint64 lastCharacters(const char *text)
 constexpr quint64 Last2 = 0xffffffff;
 constexpr quint64 Last3 = 0xffffffffffff;
 
-/// The character that a reference such as "&#x1f600;" names, when it takes two UTF-16 units, or 0.
+/// The character of a reference such as "&#x1f600;" if it takes two UTF-16 units, else 0.
 char32_t supplementaryCharacter(QStringView reference)
 {
     if (!reference.startsWith(QLatin1String("&#")) || !reference.endsWith(QLatin1Char(';')))
@@ -27,7 +27,7 @@ char32_t supplementaryCharacter(QStringView reference)
     const bool isHex = number.startsWith(QLatin1Char('x'));
     if (isHex)
         number.remove(0, 1);
-    if (number.contains(QLatin1Char('x'))) // "0x1f600" is a number to Qt
+    if (number.contains(QLatin1Char('x'))) // Qt parses "0x1f600" as a number
         return 0;
     const uint code = number.toUInt(nullptr, isHex ? 16 : 10);
     return code > 0xffff && code <= 0x10ffff ? code : 0;
@@ -92,13 +92,13 @@ void HVXmlSource::trackSection(QChar c)
         break;
     }
     if (m_section != before)
-        m_recent = 0; // "<!-->" does not end what it begins
+        m_recent = 0; // "<!-->" does not end the comment that it begins
 }
 
-/// Reads on after an "&", and returns the first character to hand out.
+/// Continues after an "&", and returns the first character to deliver.
 QChar HVXmlSource::readReference()
 {
-    constexpr int Longest = 64; // a number with more leading zeros is left to the reader
+    constexpr int Longest = 64; // the reader handles numbers with more leading zeros
 
     m_ahead = QLatin1Char('&');
     m_next = 0;

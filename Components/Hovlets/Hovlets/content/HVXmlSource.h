@@ -9,23 +9,23 @@ namespace Hovlets {
 class HVXmlBudget;
 
 /*!
- * \brief Hands a document to Qt's XML reader, character by character.
+ * \brief Delivers a document to Qt's XML reader, character by character.
  *
- * It ends the document where the budget is used up. References to characters beyond U+FFFF are
- * replaced by the characters: the reader of Qt 5 cuts their numbers to 16 bits.
+ * The document ends where the budget is used up. References to characters beyond U+FFFF are
+ * replaced with the characters, because the reader of Qt 5 truncates their numbers to 16 bits.
  */
 class HVXmlSource : public QXmlInputSource
 {
     Q_DISABLE_COPY_MOVE(HVXmlSource)
 
 public:
-    /// Neither is owned.
+    /// Owns neither.
     HVXmlSource(QXmlInputSource &document, HVXmlBudget &budget);
 
     QChar next() override;
 
 private:
-    /// Parts of a document in which "&" begins no reference.
+    /// Parts of a document. Only in Text does "&" begin a reference.
     enum class Section { Text, Comment, CData, Instruction };
 
     void trackSection(QChar c);
@@ -35,7 +35,7 @@ private:
     HVXmlBudget &m_budget;
     Section m_section = Section::Text;
     quint64 m_recent = 0; // the last four characters
-    QString m_ahead; // characters read, and not yet handed out
+    QString m_ahead; // characters that were read, but not delivered yet
     int m_next = 0; // in m_ahead
     bool m_ended = false;
 };

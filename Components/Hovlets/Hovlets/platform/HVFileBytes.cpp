@@ -22,7 +22,7 @@ namespace {
 constexpr qint64 NsPerMs = 1000000;
 constexpr qint64 LargestArray = std::numeric_limits<int>::max() / 2;
 
-/// Whether a change at a time, in ns, is long enough ago to differ from any later one.
+/// Whether a change at \a time (ns) is old enough to have a time stamp that no later one shares.
 bool isSettled(qint64 time)
 {
     return QDateTime::currentMSecsSinceEpoch() - time / NsPerMs > 100;
@@ -54,7 +54,7 @@ class Descriptor
 
 public:
     explicit Descriptor(const QString &path)
-        // Without O_NONBLOCK, a pipe would wait for somebody to write to it.
+        // Without O_NONBLOCK, opening a pipe would wait for a writer.
         : m_number(::open(QFile::encodeName(path).constData(),
                           O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY))
     {
@@ -72,7 +72,7 @@ private:
     int m_number;
 };
 
-/// Without the three times that QFile asks for a file's status.
+/// Avoids QFile, which queries a file's status three times.
 HVFileBytes fromSystem(const QString &path, qint64 size, qint64 limit)
 {
     constexpr qint64 FirstRead = qint64 { 64 } * 1024;
@@ -88,7 +88,7 @@ HVFileBytes fromSystem(const QString &path, qint64 size, qint64 limit)
     if (status.st_size > limit)
         return { HVFileBytes::TooLarge, {} };
 
-    // Some files of the system are larger than they say, and others grow while they are read.
+    // Some system files are larger than their status says, and others grow while they are read.
     QByteArray bytes;
     qint64 used = 0;
     ssize_t got = 0;

@@ -7,18 +7,17 @@
 namespace Hovlets {
 
 /*!
- * \brief Reads files whose content nobody vouches for.
+ * \brief Reads untrusted files.
  *
- * Only regular files are read: a path that names a pipe or a device by the time it is opened is
- * refused at once, without waiting for a writer. A look-up and a start read every control file that
- * there is; this costs little more than what the system needs for it. Paths of Qt's resources work
- * too.
+ * Only regular files are read. A path that names a pipe or a device when it is opened is rejected
+ * immediately, without waiting for a writer. Start-up and look-ups read every control file, so this
+ * costs little more than the system calls. Paths in Qt's resources work too.
  */
 struct HVFileBytes
 {
     enum Result {
         Read,
-        Unreadable, ///< missing, forbidden, a folder, or an error on the way
+        Unreadable, ///< missing, not permitted, a folder, or a read error
         NotRegular, ///< a pipe, a socket or a device
         TooLarge
     };
@@ -26,18 +25,19 @@ struct HVFileBytes
     Result result = Unreadable;
     QByteArray bytes; ///< empty unless the file was read
 
-    /// All of a file of at most \a limit bytes.
+    /// The whole content of a file of at most \a limit bytes.
     static HVFileBytes all(const QString &path, qint64 limit);
 
-    /// The first \a size bytes of a file of at most \a limit bytes, or all of a shorter one.
+    /// The first \a size bytes of a file of at most \a limit bytes, or the whole content if
+    /// shorter.
     static HVFileBytes head(const QString &path, int size, qint64 limit);
 
-    /// Why a file that exists was not read with a \a limit, or a null string.
+    /// The reason why an existing file was not read with a \a limit, or a null string.
     QString problem(qint64 limit) const;
 };
 
 /*!
- * \brief What the system tells about a file, for a cheap look at whether it has changed.
+ * \brief The status of a file, for a cheap test whether it has changed.
  */
 class HVFileStatus
 {
@@ -46,20 +46,20 @@ public:
     explicit HVFileStatus(const QString &path);
 
     /*!
-     * Whether nobody replaced the file or wrote to it between this status and a later one of the
-     * same path. Also false where the time stamps cannot prove it: they are too coarse for what
-     * happens within a tenth of a second of the last change.
+     * Whether nobody replaced or wrote the file between this status and a later one of the same
+     * path. Also false if the time stamps cannot prove it: they are too coarse to distinguish
+     * changes within a tenth of a second.
      */
     bool isSameAs(const HVFileStatus &later) const;
 
 private:
     bool m_exists = false;
     quint64 m_device = 0;
-    quint64 m_file = 0; // number on the device
+    quint64 m_file = 0; // inode number
     qint64 m_size = 0;
     qint64 m_modified = 0; // ns
-    qint64 m_changed = 0; // ns; nobody can set it back
-    bool m_isSettled = false; // the last change was well before the status was taken
+    qint64 m_changed = 0; // ns; unlike m_modified, programs cannot set it
+    bool m_isSettled = false; // the last change was well before this status was taken
 };
 
 } // namespace Hovlets

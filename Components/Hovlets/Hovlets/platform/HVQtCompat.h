@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-// What differs between Qt 5 and Qt 6. Classes use this header instead of asking for the version.
+// The differences between Qt 5 and Qt 6. Classes use this header instead of testing the version.
 
 #include <QtCore/QPoint>
 #include <QtGui/QHoverEvent>
@@ -9,7 +9,7 @@
 
 namespace Hovlets {
 
-/// Position of the mouse: global, in pixels.
+/// The mouse position in global coordinates.
 inline QPoint globalPosition(const QMouseEvent &event)
 {
 #if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)

@@ -7,11 +7,11 @@ class QString;
 namespace Hovlets {
 
 /*!
- * Opens \a path for reading, unbuffered, if it is a regular file; false otherwise.
+ * Opens \a path for reading, unbuffered, if it is a regular file; otherwise returns false.
  *
- * QFile waits when it opens a fifo that nobody writes to, and reads a device without end. Here what
- * is opened is checked after the opening, which never waits: a path that is replaced between a
- * check and the opening fools nobody.
+ * QFile would wait for a writer when it opens a fifo, and would read a device endlessly. This
+ * function opens without waiting and checks what it has opened. Replacing the path between a check
+ * and the opening therefore achieves nothing.
  */
 [[nodiscard]] bool openRegularFile(QFile &file, const QString &path);
 

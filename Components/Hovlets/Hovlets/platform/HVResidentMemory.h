@@ -5,7 +5,7 @@
 
 namespace Hovlets {
 
-/// Bytes of main memory that the process uses now; 0 where the system does not say.
+/// Resident memory of the process in bytes; 0 if the system does not report it.
 [[nodiscard]] qint64 residentMemory();
 
 } // namespace Hovlets

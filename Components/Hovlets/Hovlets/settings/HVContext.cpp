@@ -15,7 +15,7 @@ HVContext::HVContext(QObject *parent)
     : QObject(parent)
     , d(std::make_unique<Private>())
 {
-    // Queued connections and spies look the parameter of the signals up by its name.
+    // Queued connections and spies look up the parameter type of the signals by this name.
     static const int type = qRegisterMetaType<HVContextKey>("HVContextKey");
     Q_UNUSED(type)
 }

@@ -10,7 +10,7 @@ namespace Hovlets {
 namespace {
 
 // To add a setting, add its enumerator to HVContext.h and a row here, ordered by key. A test
-// compares both, and docs/settings.md, with each other.
+// compares both with each other and with docs/settings.md.
 #define HV_SETTING(key, type, value, note, read, meaning) \
     HVSetting \
     { \

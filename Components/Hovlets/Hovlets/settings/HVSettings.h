@@ -9,14 +9,14 @@
 
 namespace Hovlets {
 
-/// One row of the table of settings. Its texts are those of docs/settings.md, in Markdown.
+/// One row of the table of settings. The texts appear in docs/settings.md, in Markdown.
 struct HVSetting
 {
     contextKey key;
-    QString name; ///< of the enumerator
-    QString type; ///< what the value is converted to, and its unit or meaning
+    QString name; ///< name of the enumerator
+    QString type; ///< type that the value is converted to, and its unit or meaning
     QVariant defaultValue; ///< invalid if there is none
-    QString defaultNote; ///< what the default means, where the value alone does not say it
+    QString defaultNote; ///< meaning of the default where the value does not explain itself
     QString read; ///< when the library reads it
     QString meaning;
 };
@@ -25,10 +25,10 @@ struct HVSetting
 const QList<HVSetting> &allSettings();
 
 /*!
- * The default of a setting; invalid if it has none, or is unknown.
+ * The default of a setting; invalid if it has none or is unknown.
  *
  * HVKeyDocumentationEnabled, HVKeyFallbackLocale and HVKeyLocale are read in two places with
- * different defaults: the second one is written where it is used.
+ * different defaults. The second default is in the code that reads it.
  */
 QVariant defaultOf(HVContextKey key);
 

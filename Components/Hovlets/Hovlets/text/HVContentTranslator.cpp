@@ -20,7 +20,7 @@ HVContentTranslator::HVContentTranslator(QObject *owner, std::function<void(cons
 
 HVContentTranslator::~HVContentTranslator()
 {
-    delete m_translator.data(); // which reads the bytes
+    delete m_translator.data(); // it reads the bytes
 }
 
 void HVContentTranslator::contentShown()
@@ -37,7 +37,7 @@ QString HVContentTranslator::translate(const QString &file, const QString &text,
         m_translator = new QTranslator(m_owner);
         m_file.clear();
     }
-    // A file that is not found keeps the name of its folder, which must not lead to the host's
+    // If the file is missing, the path is only a folder name. It must not be resolved in the host's
     // working directory.
     if (!QDir::isAbsolutePath(file)) {
         m_file.clear();
@@ -77,14 +77,14 @@ bool HVContentTranslator::load(const QString &file)
     const auto *data = reinterpret_cast<const uchar *>(read.bytes.constData());
     if (!m_translator->load(data, static_cast<int>(read.bytes.size())))
         return skip(file, QStringLiteral("damaged"));
-    m_bytes = read.bytes; // of which the translator has no copy
+    m_bytes = read.bytes; // the translator does not copy them
     m_file = file;
     m_skipped.clear();
     m_mayHaveChanged = false;
     return true;
 }
 
-/// Warns about a file, unless it did so last time. Returns false.
+/// Warns about a file unless the last warning was about the same one. Returns false.
 bool HVContentTranslator::skip(const QString &file, const QString &problem)
 {
     if (file != m_skipped)

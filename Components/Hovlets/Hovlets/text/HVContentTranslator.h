@@ -17,9 +17,9 @@ namespace Hovlets {
 /*!
  * \brief Translates texts of content with the translation file of its package.
  *
- * It keeps the bytes of the last file that it read, so the file may be rewritten while it is in
- * use. The translator is never installed in the application, so the host's own translations are
- * unaffected. GUI thread only.
+ * Keeps the bytes of the last file in memory, so the file may be rewritten while it is in use. The
+ * translator is never installed in the application and therefore does not affect the host's own
+ * translations. GUI thread only.
  */
 class HVContentTranslator
 {
@@ -27,20 +27,20 @@ class HVContentTranslator
 
 public:
     /*!
-     * \param owner becomes the parent of the translator, which may be deleted with it
-     * \param warn takes a message about a file that is skipped, once per file
+     * \param owner becomes the parent of the translator and may delete it
+     * \param warn receives a message about a skipped file, once per file
      */
     HVContentTranslator(QObject *owner, std::function<void(const QString &)> warn);
     ~HVContentTranslator();
 
-    /// Content is shown: the next translation looks whether its file has changed.
+    /// Call when content is shown: the next translation checks whether its file has changed.
     void contentShown();
 
     /*!
-     * The translation of \a text in \a context by \a file.
+     * The translation of \a text in \a context from \a file.
      *
-     * Returns \a text itself if there is no usable file, and looks for it again at the next call.
-     * Returns an empty string if the file lacks the text. Content relies on the difference.
+     * Returns \a text itself if there is no usable file, and tries again at the next call. Returns
+     * an empty string if the file lacks the text. Content relies on the difference.
      */
     QString translate(const QString &file, const QString &text, const QString &context);
 
@@ -52,14 +52,14 @@ private:
     QObject *m_owner;
     std::function<void(const QString &)> m_warn;
     QPointer<QTranslator> m_translator; // null until the first use
-    QByteArray m_bytes; // that the translator reads
-    QString m_file; // that they are from; null while none is loaded
-    HVFileStatus m_status; // of the file, loaded or skipped
+    QByteArray m_bytes; // the translator reads them
+    QString m_file; // source of m_bytes; null if none is loaded
+    HVFileStatus m_status; // of the file that was loaded or skipped last
     QString m_skipped; // the last file that could not be used
     bool m_mayHaveChanged = true;
 };
 
-/// The name of the translation files that the settings ask for, such as "Hovlets_de_DE.qm".
+/// The name of translation files under the current settings, such as "Hovlets_de_DE.qm".
 QString translationFileName(const HVContext &settings);
 
 } // namespace Hovlets

@@ -22,7 +22,7 @@ bool HVDisplayBudget::takeCharacters(int count)
 {
     const bool taken = take(m_characters, count, m_limits.shownCharacters, "characters");
     if (!taken)
-        m_characters = 0; // a shorter one that would fit must not follow
+        m_characters = 0; // a shorter text that would fit must not follow
     m_spent |= !taken;
     return taken;
 }

@@ -8,11 +8,11 @@
 namespace Hovlets {
 
 /*!
- * \brief What is left of the limits on what a popup shows of one entry.
+ * \brief The remainder of the limits on what a popup shows of one entry.
  *
- * Whoever adds to the popup takes from the budget first. Once an element or a character was refused
- * the budget is spent: no further element of the entry is read, and its last text ends with "…". A
- * refused picture leaves room for what follows it.
+ * Take from the budget before you add to the popup. Once an element or a character is refused, the
+ * budget is spent: no further elements of the entry are read, and its last text ends with "…". A
+ * refused picture leaves room for what follows.
  */
 class HVDisplayBudget
 {
@@ -22,13 +22,13 @@ public:
     /// An element of the entry, or a tag in one of its texts.
     bool takeElement();
 
-    /// Further UTF-16 code units of text: all of them or none.
+    /// Takes \a count UTF-16 code units of text: all of them or none.
     bool takeCharacters(int count);
     bool takePicture();
 
     bool isSpent() const { return m_spent; }
 
-    /// The first limit that was met, such as "300 elements"; empty when none was.
+    /// The first limit that was met, such as "300 elements"; empty if none was.
     QString limitMet() const { return m_limitMet; }
 
 private:

@@ -11,7 +11,7 @@ namespace Hovlets {
 
 namespace {
 
-/// Markup may be longer than what it shows, by so much.
+/// Markup may be that many times longer than the text it shows.
 constexpr int MarkupPerCharacter = 4;
 
 constexpr ushort Ellipsis = 0x2026;
@@ -26,7 +26,7 @@ bool isTag(const HVXmlElement &element, const char *name)
     return element.getTagName() == QLatin1String(name);
 }
 
-/// Whether an element of the control file marks a word of the paragraph that it is in.
+/// Whether an element of the control file marks a word in its paragraph.
 bool isWord(const HVXmlElement &element)
 {
     const std::optional<HVMarkupTag> tag = markupTagNamed(element.getTagName());
@@ -67,7 +67,7 @@ public:
     }
 
 private:
-    /// Calls \a visit with the direct children, as far as the budget goes.
+    /// Calls \a visit for the direct children until the budget is spent.
     template <typename Visit> void forEachChild(const HVXmlElement &element, Visit visit)
     {
         const QObjectList &children = element.children();
@@ -83,7 +83,7 @@ private:
 
     QString simplified(const QString &text) const { return simplifiedText(text, m_longestText); }
 
-    /// The text of an element and all below it, its white space simplified.
+    /// The text of an element and its descendants, with white space simplified.
     QString allText(const HVXmlElement &element)
     {
         QString text;
@@ -116,8 +116,8 @@ private:
         return {};
     }
 
-    /// Where the translation lacks a text, the text itself. One that is too long to be shown whole
-    /// has none.
+    /// The translation of \a text, or \a text itself if there is none. A text too long to be shown
+    /// whole is not translated.
     QString translated(const QString &text)
     {
         if (text.isEmpty() || text.size() > m_longestText)
@@ -200,8 +200,8 @@ private:
             addText(element);
     }
 
-    /// Elements in a paragraph are no markup, as their place in the text is unknown here: their
-    /// words follow it. What is more than a word becomes a block of its own.
+    /// Elements in a paragraph do not act as markup, because their place in the text is unknown
+    /// here. Words follow the text; anything larger becomes a block of its own.
     void addText(const HVXmlElement &element)
     {
         QString text;
@@ -220,7 +220,7 @@ private:
             addElement(*block);
     }
 
-    /// Says that there is more, unless the last text ends with an ellipsis already.
+    /// Shows that content was cut, unless the last text already ends with an ellipsis.
     void markTheEnd()
     {
         const bool isMarked = m_content.title.isCut || m_content.shortcut.isCut

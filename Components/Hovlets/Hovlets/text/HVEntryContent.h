@@ -17,13 +17,13 @@ struct HVEntryBlock
     enum Kind { Paragraph, Link, Image, Clip };
 
     Kind kind = Paragraph;
-    HVShownText text; ///< Of an image its description; of a clip nothing.
-    QString locator; ///< Of a link.
-    QString resource; ///< Of an image the path of its file, of a clip its name in the resources.
-    bool isMuted = false; ///< A paragraph that stands for something else.
+    HVShownText text; ///< Of an image: its description. Empty for a clip.
+    QString locator; ///< Only of a link.
+    QString resource; ///< Of an image: the path of its file. Of a clip: its name in the resources.
+    bool isMuted = false; ///< Whether the paragraph only replaces missing content.
 };
 
-/// What there is to show of an entry.
+/// The content of an entry to show.
 struct HVEntryContent
 {
     QString key;
@@ -31,35 +31,35 @@ struct HVEntryContent
     HVShownText shortcut;
     QVector<HVEntryBlock> blocks;
 
-    /// The first limit that was met, such as "300 elements"; empty when all is shown.
+    /// The first limit that was met, such as "300 elements"; empty if everything is shown.
     QString limitMet;
 };
 
-/// What reading an entry asks of the popup around it.
+/// The services of the popup that reading an entry needs.
 class HVEntryServices
 {
 public:
     virtual ~HVEntryServices() = default;
 
-    /// The translation; empty where there is none.
+    /// The translation; empty if there is none.
     virtual QString translate(const QString &text, const QString &context) = 0;
 
     /// \a text with its placeholders filled.
     virtual QString interpolate(const QString &text) = 0;
 
-    /// The path of a file in the package's resources, empty when it is missing.
+    /// The path of a file in the package's resources; empty if it is missing.
     virtual QString resource(const QString &relativePath) = 0;
 
-    /// Whether the file holds a picture that can be shown.
+    /// Whether the file contains a picture that can be shown.
     virtual bool canShowPicture(const QString &path) = 0;
 };
 
 /*!
- * \brief Reads an entry into what the default user interface shows of it.
+ * \brief Reads an entry into the form in which the default user interface shows it.
  *
- * The format is described in the package's HovletsUI.qml. The texts are safe to show, whatever the
- * control file holds: see shownMarkup(). Work and result stay within \a limits. With \a topics the
- * links to documentation topics can be followed; without it they are left out.
+ * The package's HovletsUI.qml describes the format. The texts are safe to show whatever the control
+ * file contains: see shownMarkup(). Work and result stay within \a limits. \a topics says whether
+ * links to documentation topics can be followed; otherwise they are omitted.
  */
 HVEntryContent readEntry(const HVXmlElement &entry, HVEntryServices &services, bool topics,
                          const HVLimits &limits);

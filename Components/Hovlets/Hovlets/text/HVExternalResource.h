@@ -9,14 +9,14 @@
 namespace Hovlets {
 
 /*!
- * \brief What \a resource names: an address when it is a well-formed URL with a scheme, else a file
- * when it contains "/", else a documentation topic.
+ * \brief The type of \a resource: an address if it is a well-formed URL with a scheme, else a file
+ * if it contains "/", else a documentation topic.
  *
  * A path with a drive letter, "C:/x", counts as an address.
  */
 HVExternalResourceType externalResourceType(const QString &resource);
 
-/// The setting that decides whether resources of \a type may be opened.
+/// The setting that permits opening resources of \a type.
 contextKey externalResourceGate(HVExternalResourceType type);
 
 } // namespace Hovlets

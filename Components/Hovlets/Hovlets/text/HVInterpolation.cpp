@@ -13,11 +13,11 @@ namespace {
 constexpr qsizetype Opening = 2; // "%("
 constexpr qsizetype Closing = 2; // ")s"
 
-/// A value that was put into the text and is being scanned.
+/// A value that was inserted into the text and is being scanned.
 struct Expansion
 {
     QString name;
-    qsizetype tail; // characters behind it: its end moves while it grows, this does not
+    qsizetype tail; // number of characters after it, which stays constant while it grows
 };
 
 bool isNameCharacter(QChar c)
@@ -29,10 +29,10 @@ bool isNameCharacter(QChar c)
 }
 
 /*!
- * \brief What is left of a text to scan.
+ * \brief The part of a text that remains to be scanned.
  *
- * It holds its characters in reverse, so replacing those at its front costs no more than what is
- * taken out and put in.
+ * Stores its characters in reverse, which makes replacing text at the front cost no more than the
+ * text removed and inserted.
  */
 class Rest
 {
@@ -64,9 +64,9 @@ private:
     QString m_reversed;
 };
 
-/// The length of the name in the placeholder that begins the text, or 0 where none does. By hand: a
-/// regular expression finds nothing in a text that is not well-formed UTF-16, as text from QML may
-/// be.
+/// The length of the name in the placeholder at the start of the text, or 0 if there is none. Not a
+/// regular expression, because those fail on text that is not well-formed UTF-16, which QML may
+/// pass.
 qsizetype placeholderName(const Rest &rest)
 {
     if (rest.at(0) != QLatin1Char('%') || rest.at(1) != QLatin1Char('('))
@@ -96,8 +96,8 @@ QString interpolated(const QString &text, const QMap<QString, QVariant> &values)
         const QString placeholder = rest.first(Opening + nameLength + Closing);
         const QString name = placeholder.mid(Opening, nameLength);
         rest.drop(placeholder.size());
-        // One that reaches beyond an expansion uses up text from outside, which is finite: only
-        // one that lies wholly inside an expansion of its own name goes round for ever.
+        // A placeholder that extends past an expansion consumes text from outside, which is finite.
+        // Only one that lies completely inside an expansion of its own name would recur forever.
         const qsizetype tail = rest.size();
         while (!open.isEmpty() && tail < open.constLast().tail)
             open.removeLast();

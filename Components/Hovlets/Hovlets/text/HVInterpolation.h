@@ -8,9 +8,9 @@
 namespace Hovlets {
 
 /*!
- * \brief \a text with each placeholder "%(name)s" replaced by the value of that name.
+ * \brief \a text with each placeholder "%(name)s" replaced with the value of that name.
  *
- * Inserted values are scanned again. A placeholder stays visible if its name is unknown, if its
+ * Inserted values are scanned, too. A placeholder stays visible if its name is unknown, if its
  * value converts to a null string (an empty one removes it), or if it results from its own
  * expansion, which would never end. Names consist of letters, digits, "-" and "_".
  */

@@ -13,7 +13,8 @@ namespace {
 
 using Tag = HVMarkupTag;
 
-// Qt's layout of nested lists and elements takes more than linear time; nobody reads more of them.
+// Qt's layout takes more than linear time for nested lists and elements, and deeper ones are
+// useless.
 constexpr size_t DeepestNesting = 32;
 constexpr int DeepestList = 8;
 constexpr int LongestLocator = 2048;
@@ -82,7 +83,7 @@ private:
     std::array<int, MarkupTagCount> m_counts {};
 };
 
-/// Reads markup from its start to its end and writes what may stay.
+/// Reads markup from start to end and writes the part that is permitted.
 class Sanitizer
 {
 public:
@@ -106,7 +107,7 @@ public:
     }
 
 private:
-    /// Returns the place behind what it has read.
+    /// Returns the position after what it has read.
     qsizetype readNext()
     {
         const QChar c = m_text[m_at];
@@ -136,7 +137,7 @@ private:
         return end;
     }
 
-    /// An entity that is not known here is left to RichText, which knows all of HTML's.
+    /// Leaves unknown entities to RichText, which knows all of HTML's.
     void writeEntity(const HVNamedToken &entity)
     {
         const QString text = entityText(entity.name);
@@ -150,7 +151,7 @@ private:
 
     void handleTag(HVTagToken token)
     {
-        if (token.tag == Tag::Em) // the same, and StyledText knows it on Qt 5 as well
+        if (token.tag == Tag::Em) // equivalent, and StyledText also supports it on Qt 5
             token.tag = Tag::I;
         if (token.isEnd)
             close(token.tag);
@@ -174,7 +175,7 @@ private:
         }
         if (!m_open.hasRoomFor(token.tag))
             return;
-        // StyledText resolves no entities in attributes.
+        // StyledText does not resolve entities in attributes.
         m_isRich |= !isStyledTextTag(token.tag) || attributes.contains(QLatin1Char('&'));
         m_writer.writeMarkup(QLatin1Char('<') + markupTagName(token.tag) + attributes
                              + QLatin1Char('>'));
@@ -187,7 +188,7 @@ private:
             closeInnermost();
     }
 
-    /// Ends what HTML ends before such a tag.
+    /// Closes the elements that HTML closes implicitly before such a tag.
     void closeImplied(Tag tag)
     {
         if (tag == Tag::A)
@@ -198,7 +199,7 @@ private:
             close(Tag::Li);
     }
 
-    /// Ends the innermost element of that kind, if any, and all in it.
+    /// Closes the innermost element of that kind, if any, with everything in it.
     void close(Tag tag)
     {
         for (bool isDone = !m_open.contains(tag); !isDone;) {

@@ -9,27 +9,28 @@
 
 namespace Hovlets {
 
-/// What markup may hold, and what becomes of it.
+/// Determines which markup is permitted, and how it is converted.
 struct HVMarkupRules
 {
-    /// Whether links to documentation topics can be followed. Elsewhere only their label is shown.
+    /// Whether links to documentation topics can be followed. Otherwise only their labels are
+    /// shown.
     bool topics = false;
 
-    /// Fills a placeholder "%(name)s"; returns it unchanged when it has no value. The value is text
-    /// and no markup. Not called when empty.
+    /// Returns the value for a placeholder "%(name)s", or the placeholder unchanged if it has none.
+    /// The value is plain text. May be empty; placeholders then stay.
     std::function<QString(const QString &placeholder)> fill;
 };
 
-/// Whether the text holds a tag or a character entity, and is therefore markup.
+/// Whether the text contains a tag or a character entity, which makes it markup.
 bool isMarkup(const QString &text);
 
 /*!
- * \brief Markup that anybody may have written, as markup that a text item can show without harm.
+ * \brief Converts untrusted markup to markup that a text item can show safely.
  *
- * The result is made from scratch, of known tags and known attributes alone: showing it opens no
- * connection, no file and no font, whatever the text holds. All other tags become visible text. Its
- * tags are balanced and nested within bounds; Qt's parser and layout take a time linear in it. That
- * also holds for this function, which reads each character once.
+ * Writes only known tags and attributes: showing the result opens no connection, file or font,
+ * whatever the text contains. All other tags become visible text. The result is balanced and its
+ * nesting limited; Qt's parser and layout take linear time for it. So does this function, which
+ * reads each character once.
  */
 HVShownText shownMarkup(const QString &text, const HVMarkupRules &rules, HVDisplayBudget &budget);
 

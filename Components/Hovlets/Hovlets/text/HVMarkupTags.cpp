@@ -62,7 +62,7 @@ bool isColour(const QString &value)
                });
 }
 
-/// "9pt" or "12px": large letters cost memory by their square.
+/// "9pt" or "12px", up to a limit: the memory for letters grows with the square of their size.
 bool isTextSize(const QString &value)
 {
     constexpr int Largest = 72;
@@ -107,7 +107,7 @@ QString harmlessStyles(const QString &style)
     return result;
 }
 
-/// The value that may stay of an attribute; empty for none.
+/// The value of an attribute if it is harmless; otherwise empty.
 QString harmlessValue(Tag tag, const QString &name, const QString &written)
 {
     const QString value = written.toLower();
@@ -124,7 +124,7 @@ QString harmlessValue(Tag tag, const QString &name, const QString &written)
         isHarmless = isOneOf(value, { "ltr", "rtl" });
     else if ((tag == Tag::Ol || tag == Tag::Ul) && name == QLatin1String("type"))
         isHarmless = isOneOf(value, { "1", "a", "i", "disc", "circle", "square" });
-    return isHarmless ? written : QString(); // lists: "a" is not "A"
+    return isHarmless ? written : QString(); // in lists, "a" and "A" differ
 }
 
 bool mayHaveAttributes(Tag tag)
@@ -142,7 +142,7 @@ bool mayHaveAttributes(Tag tag)
     }
 }
 
-/// Reads the attributes of a start tag one by one, however badly they are written.
+/// Reads the attributes of a start tag one by one, even malformed ones.
 class AttributeReader
 {
 public:

@@ -7,7 +7,7 @@
 
 namespace Hovlets {
 
-/// The tags that may be markup in a text. All others are shown as they are written.
+/// The tags that count as markup in a text. All others are shown as they are written.
 enum class HVMarkupTag {
     A,
     B,
@@ -35,25 +35,24 @@ enum class HVMarkupTag {
 
 constexpr int MarkupTagCount = int(HVMarkupTag::Ul) + 1;
 
-/// The tag of that name, upper and lower case alike.
+/// The tag with that name, regardless of case.
 std::optional<HVMarkupTag> markupTagNamed(QStringView name);
 QLatin1String markupTagName(HVMarkupTag tag);
 
-/// Whether it marks words in a paragraph rather than making a block or a line.
+/// Whether the tag marks words in a paragraph instead of starting a block or a line.
 bool marksWords(HVMarkupTag tag);
 
-/// Whether Qt's light-weight StyledText shows it as RichText does.
+/// Whether Qt's lightweight StyledText shows the tag in the same way as RichText.
 bool isStyledTextTag(HVMarkupTag tag);
 
 /*!
- * \a raw, what a start tag holds behind its name, with the attributes that are known to be harmless
- * alone, each after a space: colours, text decoration, sizes within reason. Nothing in the result
- * names a file, an address or a font. The address of a link is not among them: see
- * markupAttribute().
+ * The harmless attributes in \a raw, the part of a start tag after its name, each after a space:
+ * colours, text decoration, sizes within limits. Nothing in the result names a file, an address or
+ * a font. The address of a link is not included: see markupAttribute().
  */
 QString harmlessAttributes(HVMarkupTag tag, QStringView raw);
 
-/// The value of an attribute as it is written, without its quotes; null when it is absent.
+/// The value of an attribute as it is written, without quotes; null if it is absent.
 QString markupAttribute(QStringView raw, QLatin1String name);
 
 } // namespace Hovlets

@@ -23,7 +23,7 @@ bool isPlaceholderCharacter(QChar c)
     return isLetterOrDigit(c) || c == QLatin1Char('-') || c == QLatin1Char('_');
 }
 
-/// The place of the first character from \a at that is not \a wanted, or the end.
+/// The position of the first character from \a at on that is not \a wanted, or the end.
 template <typename Wanted> qsizetype behind(QStringView text, qsizetype at, Wanted wanted)
 {
     while (at < text.size() && wanted(text[at]))

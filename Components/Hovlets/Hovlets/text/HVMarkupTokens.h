@@ -12,9 +12,9 @@ struct HVTagToken
 {
     HVMarkupTag tag = HVMarkupTag::A;
     bool isEnd = false;
-    bool isEmpty = false; ///< It ends with "/>".
+    bool isEmpty = false; ///< The tag ends with "/>".
     QStringView attributes;
-    qsizetype end = 0; ///< The place behind it.
+    qsizetype end = 0; ///< The position after the tag.
 };
 
 /// A character entity, or a placeholder.
@@ -27,13 +27,13 @@ struct HVNamedToken
 /// The known tag whose "<" is at \a at.
 std::optional<HVTagToken> readTag(QStringView text, qsizetype at);
 
-/// The entity whose "&" is at \a at, such as "&lt;" or "&#60;", whether it is known or not.
+/// The entity whose "&" is at \a at, such as "&lt;" or "&#60;", known or not.
 std::optional<HVNamedToken> readEntity(QStringView text, qsizetype at);
 
 /// The placeholder "%(name)s" whose "%" is at \a at.
 std::optional<HVNamedToken> readPlaceholder(QStringView text, qsizetype at);
 
-/// What an entity stands for; null for a name that is not known here.
+/// The text of an entity; null if the name is not known here.
 QString entityText(QStringView name);
 
 } // namespace Hovlets

@@ -7,7 +7,7 @@ namespace Hovlets {
 
 namespace {
 
-/// Letters without a place to break, several lines of them in any popup.
+/// Number of letters without a line break opportunity; several lines of them in any popup.
 constexpr int LongWord = 200;
 
 constexpr QChar Ellipsis(0x2026);
@@ -20,7 +20,7 @@ bool isWhiteSpace(QChar c)
             || (c >= QLatin1Char('\t') && c <= QLatin1Char('\r') && c != QLatin1Char('\v'));
 }
 
-/// What a text document takes for its own objects, frames and blocks, or for the end of the text.
+/// Characters that a text document uses for its own objects, frames and blocks, or as the end.
 bool isReserved(QChar c)
 {
     const ushort code = c.unicode();
@@ -28,7 +28,7 @@ bool isReserved(QChar c)
             || (code >= 0xfdd0 && code <= 0xfdef) || code >= 0xfffe;
 }
 
-/// Scripts whose lines break between any two letters.
+/// Scripts in which lines may break between any two letters.
 bool breaksAnywhere(QChar c)
 {
     const ushort code = c.unicode();
@@ -79,7 +79,7 @@ void HVShownTextWriter::append(QChar c)
         m_shown.text += QLatin1String("&lt;");
     else if (m_escapes && c == QLatin1Char('&'))
         m_shown.text += QLatin1String("&amp;");
-    else if (m_escapes && c == QChar::Nbsp) // StyledText takes the character for white space
+    else if (m_escapes && c == QChar::Nbsp) // StyledText treats the character as white space
         m_shown.text += QLatin1String("&nbsp;");
     else
         m_shown.text += c;
@@ -91,7 +91,7 @@ void HVShownTextWriter::breakLongWord(QChar next)
         m_wordLength = 0;
         return;
     }
-    // Not within what is drawn as one character.
+    // Does not split what is drawn as one character.
     const bool isJoined =
             next.isMark() || next == ZeroWidthJoiner || m_shown.spoken.endsWith(ZeroWidthJoiner);
     if (++m_wordLength <= LongWord || isJoined)

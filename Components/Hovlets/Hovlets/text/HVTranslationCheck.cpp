@@ -11,7 +11,7 @@ namespace {
 
 constexpr char Magic[] = "\x3c\xb8\x64\x18\xca\xef\x9c\x95\xcd\x21\x1c\xbf\x60\xa1\xbd\xdd";
 constexpr qint64 MagicSize = 16;
-constexpr quint32 NoString = 0xffffffff; // the length of a string that is null
+constexpr quint32 NoString = 0xffffffff; // the length of a null string
 
 enum Section : quint8 { Contexts = 0x2f, Hashes = 0x42, Messages = 0x69, Dependencies = 0x96 };
 
@@ -24,7 +24,7 @@ enum Tag : quint8 {
     Comment = 8
 };
 
-/// Bytes of a file. Reading beyond them gives 0.
+/// Bytes of a file. Reading past the end returns 0.
 class Bytes
 {
 public:
@@ -64,7 +64,7 @@ struct Sections
     bool areWhole = true;
 };
 
-/// Finds the sections as QTranslator does: of two of a kind, the last counts.
+/// Finds the sections as QTranslator does: the last of a kind counts.
 Sections sectionsOf(const Bytes &file)
 {
     constexpr qint64 HeaderSize = 5;
@@ -93,7 +93,7 @@ Sections sectionsOf(const Bytes &file)
     return sections;
 }
 
-/// Whether each bucket of the table leads to names that end inside of the section.
+/// Whether each bucket of the table leads to names that end inside the section.
 bool areContextsSound(const Bytes &contexts)
 {
     if (contexts.size() == 0)
@@ -102,7 +102,7 @@ bool areContextsSound(const Bytes &contexts)
     const qint64 names = 2 + 2 * buckets;
     if (buckets == 0 || !contexts.has(0, names))
         return false;
-    std::vector<bool> known(static_cast<size_t>(contexts.size())); // where sound names begin
+    std::vector<bool> known(static_cast<size_t>(contexts.size())); // positions of sound names
     for (qint64 bucket = 0; bucket < buckets; ++bucket) {
         const qint64 offset = contexts.number16(2 + 2 * bucket);
         if (offset == 0)
@@ -120,7 +120,7 @@ bool areContextsSound(const Bytes &contexts)
     return true;
 }
 
-/// The end of the message that begins at an offset, or -1 when it is damaged.
+/// The end of the message at an offset, or -1 if the message is damaged.
 qint64 endOfMessage(const Bytes &messages, qint64 at)
 {
     while (messages.has(at, 1)) {
@@ -135,7 +135,7 @@ qint64 endOfMessage(const Bytes &messages, qint64 at)
         case Obsolete:
             continue;
         case Translation:
-            // Plural forms that nobody has written. QTranslator gives the message up there.
+            // An untranslated plural form, at which QTranslator stops reading the message.
             if (length == NoString)
                 return at;
             break;
@@ -153,11 +153,11 @@ qint64 endOfMessage(const Bytes &messages, qint64 at)
     return -1;
 }
 
-/// Whether each hash leads to a message, and no message lies in another.
+/// Whether each hash leads to a message, and messages do not overlap.
 bool areMessagesSound(const Bytes &hashes, const Bytes &messages)
 {
     constexpr qint64 HashSize = 8;
-    constexpr int MostAlike = 10000; // QTranslator compares all texts of a hash with the one sought
+    constexpr int MostAlike = 10000; // QTranslator compares the text with all messages of its hash
 
     if (hashes.size() % HashSize != 0)
         return false;

@@ -7,21 +7,21 @@
 namespace Hovlets {
 
 /*!
- * \brief What is wrong with the bytes of a translation file (".qm"), or a null string.
+ * \brief Describes the problem with the bytes of a translation file (".qm"); a null string if none.
  *
- * QTranslator follows the lengths and offsets in a file without a look at where they lead: a
- * damaged one makes it read anywhere, or divide by zero. It also loads the files that a translation
- * file names. Only bytes without a problem may be handed to it. Time and memory are linear in the
- * size of the file.
+ * QTranslator follows the lengths and offsets in a file without checking them. A damaged file makes
+ * it read out of bounds, or divide by zero. It also loads other files that a translation file
+ * names. Therefore pass it only bytes without a problem. Time and memory are linear in the size of
+ * the file.
  */
 QString translationProblem(const QByteArray &file);
 
 /*!
- * The bytes of a translation file, as QTranslator can read them.
+ * Makes the bytes of a translation file readable for QTranslator.
  *
- * "lrelease -compress" may leave out the byte that ends its list of contexts; QTranslator then
- * reads on in what follows. The result has a second such list with its end, which replaces the
- * first.
+ * "lrelease -compress" may omit the byte that ends its list of contexts, and QTranslator then
+ * continues reading in the next section. The result contains a second, terminated list, which
+ * replaces the first.
  */
 QByteArray completedTranslation(const QByteArray &file);
 
