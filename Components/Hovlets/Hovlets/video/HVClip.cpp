@@ -14,8 +14,8 @@ namespace Hovlets {
 
 namespace {
 
-constexpr int MostThreads = 4; // more gain little on clips of this size and cost memory each
-constexpr double FastestRate = 240.0; // frames/s; above, containers tell clock ticks
+constexpr int MostThreads = 4; // more speed up clips of this size little and each costs memory
+constexpr double FastestRate = 240.0; // frames/s; higher rates are those of a clock
 constexpr double UsualRate = 25.0;
 
 double number(AVRational rational)
@@ -41,7 +41,8 @@ bool isClip(const AVStream &stream)
             && (stream.disposition & AV_DISPOSITION_ATTACHED_PIC) == 0;
 }
 
-/// The index of the stream to play, with its decoder. The cover of a piece of music is no clip.
+/// The index of the stream to play, with its decoder. The cover picture of a music file does not
+/// count.
 int findClip(AVFormatContext *format, const AVCodec **codec)
 {
     const int best = av_find_best_stream(format, AVMEDIA_TYPE_VIDEO, -1, -1, codec, 0);
@@ -57,10 +58,10 @@ int findClip(AVFormatContext *format, const AVCodec **codec)
     return AVERROR_STREAM_NOT_FOUND;
 }
 
-/// As avformat_find_stream_info(), which decodes as well, within what a frame may take.
+/// Does the same as avformat_find_stream_info(), with limits: that function decodes as well.
 int findStreams(AVFormatContext *format, qint64 mostPixels)
 {
-    const std::size_t count = format->nb_streams; // it may find more, beyond these options
+    const std::size_t count = format->nb_streams; // the search may add more, without options
     std::vector<AVDictionary *> options(count, nullptr);
     for (AVDictionary *&each : options)
         av_dict_set_int(&each, "max_pixels", mostPixels, 0);
@@ -126,7 +127,7 @@ const char *HVClip::openContainer(const QString &filePath)
     format->max_streams = m_limits.clipStreams;
     format->probesize = std::max<qint64>(m_limits.clipProbeSize, 32);
     format->protocol_whitelist = av_strdup("none");
-    // Frees the context when it fails.
+    // On failure, this frees the context.
     if (avformat_open_input(&format, m_file.hint(), container, nullptr) < 0)
         return Failure;
     m_format.reset(format);
@@ -170,7 +171,7 @@ QImage HVClip::nextPicture()
     if (!m_converting.valid()) {
         if (!receive())
             return {};
-        if (m_isFirst) { // shown at once, without waiting for the second
+        if (m_isFirst) { // shown immediately, without waiting for the second
             m_isFirst = false;
             return m_converter.convert(*m_decoded);
         }
@@ -183,7 +184,7 @@ QImage HVClip::nextPicture()
     return picture;
 }
 
-/// Hands the decoded picture on. Where no thread is to be had, it is converted when it is fetched.
+/// Starts converting the decoded frame. Without a thread for it, fetching the frame converts it.
 void HVClip::startConverting()
 {
     HVFfmpegPtr<AVFrame> picture(av_frame_alloc());
@@ -194,7 +195,7 @@ void HVClip::startConverting()
     });
 }
 
-/// Decodes until there is a picture; false at the end.
+/// Decodes until there is a frame; returns false at the end.
 bool HVClip::receive()
 {
     while (!isInterrupted()) {
@@ -211,7 +212,7 @@ bool HVClip::receive()
     return false;
 }
 
-/// Gives the decoder one packet of the stream, or the news that there are no more.
+/// Gives the decoder one packet of the stream, or tells it that there are no more.
 bool HVClip::feed()
 {
     do {
@@ -221,7 +222,7 @@ bool HVClip::feed()
             return avcodec_send_packet(m_codec.get(), nullptr) >= 0;
         }
     } while (m_packet->stream_index != m_stream->index);
-    // A packet that the decoder refuses is damaged; the next may be whole.
+    // A packet that the decoder rejects is damaged; the next one may not be.
     const int result = avcodec_send_packet(m_codec.get(), m_packet.get());
     av_packet_unref(m_packet.get());
     return result != AVERROR(ENOMEM);
@@ -229,7 +230,7 @@ bool HVClip::feed()
 
 void HVClip::seek(double seconds, bool backward)
 {
-    m_converting = {}; // a picture from before the jump
+    m_converting = {}; // a frame from before the jump
     const double base = number(m_stream->time_base);
     seekTo(base > 0.0 ? static_cast<qint64>(seconds / base) : 0,
            backward ? AVSEEK_FLAG_BACKWARD : 0);
@@ -242,7 +243,7 @@ void HVClip::seekTo(qint64 target, int flags)
     av_seek_frame(m_format.get(), m_stream->index, target, flags);
     if (!m_draining)
         return;
-    avcodec_flush_buffers(m_codec.get()); // it was told that there is no more
+    avcodec_flush_buffers(m_codec.get()); // the decoder may have reached the end
     m_draining = false;
 }
 
@@ -257,15 +258,15 @@ double HVClip::duration() const
 
 double HVClip::timeBase() const
 {
-    // Today's decoders seldom tell theirs: it is what one picture takes.
+    // Current decoders seldom set a time base: it is the duration of one frame.
     const double base = number(m_codec->time_base);
     return base > 0.0 ? base : 1.0 / frameRate();
 }
 
 double HVClip::frameRate() const
 {
-    // FFmpeg 7 and later put the fields per second of raw H.264 into r_frame_rate. The guess is in
-    // frames for all of them.
+    // FFmpeg 7 and later set r_frame_rate of raw H.264 to fields per second. The guess is in frames
+    // in all versions.
     const AVRational guess = av_guess_frame_rate(m_format.get(), m_stream, nullptr);
     for (const AVRational rate : { guess, m_stream->avg_frame_rate }) {
         if (isRate(rate))

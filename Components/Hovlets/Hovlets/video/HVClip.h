@@ -20,17 +20,17 @@ namespace Hovlets {
  * \brief An open clip file: reads, decodes and converts its first video stream, frame by frame.
  *
  * One thread at a time. From the second frame on, the clip works ahead: it decodes the next frame
- * while another thread converts the current one. Destroy the clip to close it.
+ * while another thread converts the current one. To close the clip, destroy it.
  *
- * A clip is a regular file whose container holds its frames itself. Nothing that the file names is
- * opened, and opening it stays within HVLimits.
+ * A clip is a regular file whose container stores the frames itself. Nothing that the file names is
+ * opened, and opening the clip stays within HVLimits.
  */
 class HVClip
 {
     Q_DISABLE_COPY_MOVE(HVClip)
 
 public:
-    /// Asked often while the file is read; true ends the reading, which then fails.
+    /// Called often while the file is read. Returning true ends the reading, which then fails.
     using Interrupted = HVClipFile::Interrupted;
 
     explicit HVClip(Interrupted interrupted);
@@ -40,20 +40,20 @@ public:
     [[nodiscard]] const char *open(const QString &filePath);
 
     /*!
-     * The next frame; null at the end of the clip, or where it can be read no further.
+     * The next frame; null at the end of the clip, or where nothing more can be read.
      *
-     * Frames that the decoder finds damaged are skipped.
+     * Skips frames that the decoder reports as damaged.
      */
     QImage nextPicture();
 
-    /// Jumps to the key frame before \a seconds or, without \a backward, to one after it.
+    /// Jumps to the key frame before \a seconds, or without \a backward to one after it.
     void seek(double seconds, bool backward);
     void seekTo(qint64 target, int flags);
 
     /// Width and height of the first frame in pixels. Frames of another size are scaled to it.
     QSize size() const { return m_size; }
 
-    /// In seconds; 0 when unknown.
+    /// In seconds; 0 if unknown.
     double duration() const;
 
     /// In seconds.
@@ -72,19 +72,20 @@ private:
     void startConverting();
 
     Interrupted m_interrupted;
-    HVLimits m_limits; // those that applied when the opening began
+    HVLimits m_limits; // limits at the time when opening began
     std::optional<QDeadlineTimer> m_openingEnds; // while the clip is opened
-    qint64 m_openingMemory = 0; // bytes of the process at its start
+    qint64 m_openingMemory = 0; // memory of the process when opening began, in bytes
     HVClipFile m_file;
     HVFfmpegPtr<AVFormatContext> m_format; // reads from the file
     HVFfmpegPtr<AVCodecContext> m_codec;
     HVFfmpegPtr<AVFrame> m_decoded;
     HVFfmpegPtr<AVPacket> m_packet;
     HVPictureConverter m_converter;
-    std::future<QImage> m_converting; // ends before what it works with
+    std::future<QImage>
+            m_converting; // declared after what the conversion uses, hence destroyed first
     bool m_isFirst = true;
     QSize m_size;
-    AVStream *m_stream = nullptr; // the format context's
+    AVStream *m_stream = nullptr; // owned by the format context
     bool m_draining = false;
 };
 

@@ -9,15 +9,15 @@ namespace Hovlets {
 
 namespace {
 
-constexpr int BufferSize = 32 * 1024; // bytes; what FFmpeg takes for files
+constexpr int BufferSize = 32 * 1024; // bytes; FFmpeg's own size for files
 
-/// Demuxers of files that name other files or addresses, or are programs.
+/// Demuxers of files that name other files or addresses, or that are programs.
 constexpr auto Refused = "hls,concat,dash,webm_dash_manifest,imf,sdp,rtsp,rtp,sap,"
                          "image2,svg_pipe,avisynth,vapoursynth";
 
 bool isAccepted(const AVInputFormat &format)
 {
-    // A demuxer without a file would open by itself what the name says.
+    // A demuxer without AVIO would open whatever the name says.
     return (format.flags & AVFMT_NOFILE) == 0 && av_match_list(format.name, Refused, ',') == 0;
 }
 
@@ -32,7 +32,7 @@ HVClipFile::~HVClipFile() = default;
 
 bool HVClipFile::open(const QString &path)
 {
-    // Nothing of the name but its suffix: demuxers read patterns and protocols into names.
+    // Only the suffix of the name, because demuxers interpret names as patterns and protocols.
     m_hint = "clip." + QFileInfo(path).suffix().toUtf8();
     if (m_hint.contains('%') || m_hint.contains('*') || m_hint.contains('?'))
         m_hint = "clip";

@@ -10,44 +10,44 @@
 namespace Hovlets {
 
 /*!
- * \brief The file of a clip, as FFmpeg reads it.
+ * \brief The file of a clip, for FFmpeg to read.
  *
- * FFmpeg opens nothing by itself: it reads this one regular file through context(). One thread at a
- * time.
+ * FFmpeg does not open anything itself: it reads this one regular file through context(). One
+ * thread at a time.
  */
 class HVClipFile
 {
     Q_DISABLE_COPY_MOVE(HVClipFile)
 
 public:
-    /// Asked before each read; true makes the read fail.
+    /// Called before each read. Returning true makes the read fail.
     using Interrupted = std::function<bool()>;
 
     explicit HVClipFile(Interrupted interrupted);
     ~HVClipFile();
 
-    /// False for what is not a regular file, cannot be read, or finds no memory.
+    /// False if \a path is not a regular file or cannot be read, or if memory runs out.
     [[nodiscard]] bool open(const QString &path);
 
     /*!
-     * The demuxer for the file, or null when no accepted one recognises it.
+     * The demuxer for the file, or null if no permitted one recognises it.
      *
-     * Accepted are containers that hold their frames themselves. What names other files or
-     * addresses (playlists, manifests, session descriptions, image patterns), runs a script or
-     * stands for a device is refused.
+     * Permitted are containers that store their frames themselves. Files that name other files or
+     * addresses (playlists, manifests, session descriptions, image patterns), run a script or
+     * represent a device are rejected.
      */
     [[nodiscard]] const AVInputFormat *format();
 
-    /// A file name for demuxers that look at suffixes; no other part of the real name is in it.
+    /// A file name for demuxers that check suffixes. It contains no other part of the real name.
     const char *hint() const { return m_hint.constData(); }
 
     /// The file itself, for checks before the demuxer reads it.
     QFile &device() { return m_file; }
 
-    /// Makes a context that reads the file from its start; false without memory.
+    /// Creates a context that reads the file from its start; false if memory runs out.
     [[nodiscard]] bool restart();
 
-    /// For the demuxer; owned by this object, null before restart().
+    /// For the demuxer. Owned by this object; null before restart().
     AVIOContext *context() const { return m_context.get(); }
 
 private:

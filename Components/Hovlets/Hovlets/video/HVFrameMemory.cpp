@@ -11,14 +11,13 @@ namespace Hovlets {
 
 struct HVFrameMemory::Shares
 {
-    std::mutex mutex; // guards the next two
+    std::mutex mutex; // guards the next two members
     std::vector<HVFrameMemory *> all;
     qint64 used = 0;
 
     std::atomic<quint64> time { 0 }; // counts shown frames
 
-    /// The idle share whose frames were shown longest ago; null when there is
-    /// none.
+    /// The unused share whose frames were shown longest ago; null if there is none.
     HVFrameMemory *oldest(const HVFrameMemory *except) const
     {
         HVFrameMemory *found = nullptr;
@@ -32,7 +31,7 @@ struct HVFrameMemory::Shares
     }
 };
 
-/// Never destroyed: a thread that outlives the application may still decode.
+/// Never destroyed, because a thread that outlives the application may still decode.
 HVFrameMemory::Shares &HVFrameMemory::shares()
 {
     static auto *shares = new Shares;
@@ -57,7 +56,7 @@ HVFrameMemory::~HVFrameMemory()
 bool HVFrameMemory::reserve(qint64 bytes)
 {
     const qint64 most = HVLimits::current().clipMemory;
-    std::vector<std::shared_ptr<void>> released; // freed without the lock
+    std::vector<std::shared_ptr<void>> released; // freed after unlocking
     Shares &shares = HVFrameMemory::shares();
     const std::lock_guard<std::mutex> lock(shares.mutex);
     while (shares.used + bytes > most) {
@@ -80,7 +79,7 @@ void HVFrameMemory::clear()
 
 bool HVFrameMemory::release()
 {
-    std::shared_ptr<void> released; // freed without the lock
+    std::shared_ptr<void> released; // freed after unlocking
     const std::lock_guard<std::mutex> lock(shares().mutex);
     if (m_use != 0)
         return false;
@@ -89,7 +88,7 @@ bool HVFrameMemory::release()
     return true;
 }
 
-/// With the shares locked.
+/// Requires the lock on the shares.
 std::shared_ptr<void> HVFrameMemory::giveUp()
 {
     shares().used -= std::exchange(m_bytes, 0);

@@ -10,12 +10,10 @@
 namespace Hovlets {
 
 /*!
- * \brief One clip's share of the memory for decoded frames, which all clips of
- * the process divide among themselves.
+ * \brief One clip's share of the memory for decoded frames, which all clips of the process share.
  *
- * HVLimits::clipMemory bounds the sum. A clip that needs more takes it from the
- * clip that was shown least recently and is neither decoded nor played. Any
- * thread may call.
+ * HVLimits::clipMemory limits the sum. A clip that needs more takes it from the clip that was shown
+ * least recently and is neither being decoded nor playing. Any thread may call.
  */
 class HVFrameMemory
 {
@@ -23,8 +21,8 @@ class HVFrameMemory
 
 public:
     /*!
-     * Gives up all frames of the clip, and returns what still holds them. Called
-     * by any thread with the shares locked: it calls nothing here.
+     * Releases all frames of the clip, and returns the object that still owns them. Any thread may
+     * call it, with the shares locked, so it must not call this class.
      */
     using Release = std::function<std::shared_ptr<void>()>;
 
@@ -36,22 +34,22 @@ public:
     explicit HVFrameMemory(Release release);
     ~HVFrameMemory();
 
-    /// Takes \a bytes for a frame; false when other clips in use hold too much.
+    /// Reserves \a bytes for a frame; false if other clips that are in use hold too much.
     [[nodiscard]] bool reserve(qint64 bytes);
 
-    /// The clip's frames are gone.
+    /// Call when the clip's frames are gone.
     void clear();
 
-    /// Gives up the frames, unless the clip is in use; false then.
+    /// Releases the frames unless the clip is in use; then returns false.
     bool release();
 
-    /// While a clip is in use, nobody takes its frames.
+    /// While a clip is in use, other clips do not take its frames.
     void setInUse(Use use, bool isInUse);
 
-    /// A frame of the clip was shown just now.
+    /// Call when a frame of the clip was shown.
     void shown();
 
-    /// Bytes of the frames of all clips.
+    /// Size of the frames of all clips in bytes.
     [[nodiscard]] static qint64 used();
 
 private:
@@ -61,7 +59,7 @@ private:
 
     const Release m_release;
     std::atomic<quint64> m_lastShown { 0 };
-    qint64 m_bytes = 0; // guarded by the mutex of the shares, as the next
+    qint64 m_bytes = 0; // like the next ones, guarded by the shares' mutex
     int m_use = 0;
 };
 

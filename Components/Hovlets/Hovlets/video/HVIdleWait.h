@@ -9,8 +9,8 @@ namespace Hovlets {
 /*!
  * \brief A sleep that lasts until there is work.
  *
- * A wake that comes before the sleep is not lost: the next sleep ends at once. Any thread may call
- * wake().
+ * A wake that comes before the sleep is not lost: the next sleep then ends immediately. Any thread
+ * may call wake().
  */
 class HVIdleWait
 {

@@ -12,9 +12,9 @@ namespace Hovlets {
 
 namespace {
 
-constexpr int MostDepth = 10; // FFmpeg's
+constexpr int MostDepth = 10; // as in FFmpeg
 constexpr qint64 MostHeader = qint64 { 64 } * 1024 * 1024; // bytes of all boxes but the media data
-constexpr qint64 MostCompressed = qint64 { 128 } * 1024; // bytes; they may grow a thousandfold
+constexpr qint64 MostCompressed = qint64 { 128 } * 1024; // bytes; may expand a thousandfold
 constexpr qint64 SamplesPerPiece = 160; // FFmpeg indexes uncompressed sound in pieces of at least
 
 constexpr quint32 name(const char (&text)[5])
@@ -25,9 +25,9 @@ constexpr quint32 name(const char (&text)[5])
             | static_cast<quint32>(static_cast<uchar>(text[3]));
 }
 
-constexpr quint32 Root = 0; // the file, as the parent of its boxes
+constexpr quint32 Root = 0; // the file itself, as the parent of boxes
 
-/// Big-endian bytes of the file.
+/// Bytes of the file, read as big-endian numbers.
 struct Bytes
 {
     const char *data = nullptr;
@@ -40,7 +40,7 @@ struct Bytes
     }
     Bytes left(qint64 length) const { return { data, std::min(length, size) }; }
 
-    /// 0 past the end.
+    /// Returns 0 past the end.
     quint32 number(qint64 offset) const
     {
         return offset + 4 <= size ? qFromBigEndian<quint32>(data + offset) : 0;
@@ -51,14 +51,14 @@ struct Bytes
     }
 };
 
-/// The head of a box.
+/// The header of a box.
 struct Box
 {
     quint32 type = 0;
     qint64 head = 8; // bytes
-    qint64 size = 0; // of the whole, as FFmpeg reads it
+    qint64 size = 0; // of the whole box, as FFmpeg reads it
 
-    /// \a left bytes remain in the parent.
+    /// \a left: the number of bytes that remain in the parent.
     static Box read(const Bytes &bytes, qint64 left)
     {
         Box box;
@@ -77,7 +77,7 @@ struct Box
     bool isValid() const { return size >= head; }
 };
 
-/// \a begin is at least the first 8 bytes of the content.
+/// \a begin: at least the first 8 bytes of the content.
 bool mayHoldTables(quint32 type, const Bytes &begin)
 {
     switch (type) {
@@ -88,14 +88,14 @@ bool mayHoldTables(quint32 type, const Bytes &begin)
         return false;
     case name("free"):
     case name("hoov"):
-        // FFmpeg takes a header out of what a program has set aside.
+        // FFmpeg also reads a header from space that a program has reserved.
         return begin.number(4) == name("mvhd") || begin.number(4) == name("cmov");
     default:
         return true;
     }
 }
 
-/// What the boxes of a header declare.
+/// Counts what the boxes of a header declare.
 class Tables
 {
 public:
@@ -113,7 +113,7 @@ private:
     struct Run
     {
         quint32 firstChunk;
-        quint32 samples; // of each chunk
+        quint32 samples; // in each chunk
     };
 
     struct Track
@@ -149,13 +149,13 @@ private:
     Track m_track;
 };
 
-/// Sound whose every sample takes one tick is uncompressed, or counted as if it were.
+/// Sound with one tick per sample is uncompressed, or counts as uncompressed.
 bool Tables::Track::isIndexedByChunk() const
 {
     return isSound && handlers == 1 && timeTables == 1 && sizeTables == 1 && isEverySampleOneTick;
 }
 
-/// The index entries of a track that is indexed by chunk, as far as one can tell from outside.
+/// The number of index entries for a track that is indexed by chunk, estimated.
 qint64 Tables::Track::pieces() const
 {
     qint64 pieces = chunks;
@@ -170,7 +170,7 @@ qint64 Tables::Track::pieces() const
 void Tables::endTrack()
 {
     const Track track = std::exchange(m_track, {});
-    // Each edit may take the whole track once more.
+    // Each edit may use the whole track once more.
     const qint64 entries = track.isIndexedByChunk() ? track.pieces() : track.samples;
     add(std::min(entries, m_most + 1) * std::max<qint64>(track.edits, 1));
 }
@@ -221,7 +221,7 @@ void Tables::readBox(quint32 type, quint32 parent, const Bytes &content, int dep
     readBoxes(content, type, depth + 1);
 }
 
-/// False for a box that is no table.
+/// Returns false if the box is not a table.
 bool Tables::readTable(quint32 type, quint32 parent, const Bytes &content)
 {
     quint32 home = name("stbl");
@@ -290,7 +290,7 @@ void Tables::readGroups(const Bytes &content)
     add(sumOfCounts(content.from(table), content.number(table - 4)));
 }
 
-/// FFmpeg begins with the first handler at a multiple of four.
+/// FFmpeg starts at the first handler whose offset is a multiple of four.
 void Tables::readMeta(const Bytes &content, int depth)
 {
     for (qint64 offset = 4; offset + 4 <= content.size; offset += 4) {
@@ -299,7 +299,7 @@ void Tables::readMeta(const Bytes &content, int depth)
     }
 }
 
-/// A header in zlib's format: a box that names it, then the size and the data.
+/// Reads a header in zlib's format: a box that names the format, then the size and the data.
 void Tables::readCompressed(const Bytes &content, int depth)
 {
     constexpr qint64 Before = qint64 { 5 } * 4; // bytes
@@ -313,7 +313,7 @@ void Tables::readCompressed(const Bytes &content, int depth)
     readBoxes({ header.constData(), header.size() }, Root, depth + 1);
 }
 
-/// FFmpeg reads boxes behind the description of a format, too. None of them is a table.
+/// FFmpeg also reads boxes after the description of a format. Tables there are refused.
 void Tables::refuseHiddenTables(const Bytes &content)
 {
     for (qint64 offset = 0; offset + 4 <= content.size; ++offset) {
@@ -335,7 +335,7 @@ void Tables::refuseHiddenTables(const Bytes &content)
     }
 }
 
-/// Of a table of counts and values.
+/// The sum over a table of counts and values.
 qint64 Tables::sumOfCounts(const Bytes &table, qint64 entries)
 {
     entries = std::min(entries, table.size / 8);

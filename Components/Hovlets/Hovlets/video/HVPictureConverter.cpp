@@ -13,7 +13,7 @@ bool hasAlpha(AVPixelFormat format)
     return descriptor && (descriptor->flags & (AV_PIX_FMT_FLAG_ALPHA | AV_PIX_FMT_FLAG_PAL)) != 0;
 }
 
-/// The colour matrix of a picture. RGB and what is untagged take the one of standard definition.
+/// The colour matrix of a frame. RGB and untagged frames use that of standard definition.
 const int *matrixOf(const AVFrame &picture)
 {
     const bool isTagged = picture.colorspace != AVCOL_SPC_RGB;
@@ -52,7 +52,7 @@ bool HVPictureConverter::prepare(int width, int height, AVPixelFormat format)
     av_opt_set_int(context, "dsth", m_size.height(), 0);
     av_opt_set_int(context, "dst_format", AV_PIX_FMT_RGB32, 0);
     av_opt_set_int(context, "sws_flags", SWS_BICUBIC, 0);
-    // Where MPEG-2 and all that came after it have the colour samples of this format.
+    // MPEG-2 and all later codecs place the colour samples of this format there.
     if (format == AV_PIX_FMT_YUV420P)
         av_opt_set_int(context, "src_v_chr_pos", 128, 0);
     if (sws_init_context(context, nullptr, nullptr) < 0)

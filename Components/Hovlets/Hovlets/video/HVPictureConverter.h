@@ -9,25 +9,25 @@
 namespace Hovlets {
 
 /*!
- * \brief Turns decoded pictures into 32-bit images of one size.
+ * \brief Converts decoded frames to 32-bit images of one size.
  *
- * The clip's own colour matrix and range are honoured, and the bytes are those of the ffmpeg
- * program for bicubic scaling. Geometry and format may change from picture to picture. One thread
- * at a time.
+ * Uses the clip's colour matrix and range, and gives the same bytes as the ffmpeg program with
+ * bicubic scaling. Size and format may change from frame to frame. One thread at a time.
  */
 class HVPictureConverter
 {
 public:
-    /// Images will have this size. The converter is made anew for each clip.
+    /// \a size is the size of the images. Create a new converter for each clip.
     explicit HVPictureConverter(QSize size = QSize());
 
-    /// Gets ready for pictures of the given geometry; false when there is no conversion.
+    /// Prepares for frames of the given size and format; false if no conversion exists.
     bool prepare(int width, int height, AVPixelFormat format);
 
     /*!
-     * The picture in QImage::Format_RGB32; null when memory or the conversion fails.
+     * The frame in QImage::Format_RGB32; null if memory runs out or the conversion fails.
      *
-     * Rows are padded to 64 bytes: the conversion writes whole vectors, past the end of odd rows.
+     * Rows are padded to 64 bytes, because the conversion writes whole vectors, past the end of odd
+     * rows.
      */
     QImage convert(const AVFrame &picture);
 
@@ -39,7 +39,7 @@ private:
     int m_width = 0;
     int m_height = 0;
     AVPixelFormat m_format = AV_PIX_FMT_NONE;
-    int m_colorSpace = -1; // what the context's tables were made for; -1: nothing yet
+    int m_colorSpace = -1; // for which the context has tables; -1: none yet
     int m_colorRange = -1;
 };
 

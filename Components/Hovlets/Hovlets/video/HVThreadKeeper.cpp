@@ -19,7 +19,7 @@ constexpr int RetryTime = 50; // ms
 
 HVThreadKeeper *instance = nullptr; // GUI thread only
 
-/// A thread that has told of its end needs a moment more to end.
+/// A thread that has announced its end needs a moment longer to end.
 bool hasEnded(QThread &thread, int milliseconds)
 {
     return thread.wait(QDeadlineTimer(milliseconds));
@@ -52,7 +52,7 @@ void HVThreadKeeper::keep(HVVideoController *controller, HVVideoSource *source)
         new HVThreadKeeper; // until the application ends
     instance->take(std::move(clip));
     if (!QCoreApplication::instance())
-        endWithApplication(); // no events come any more
+        endWithApplication(); // no events are handled after this
 }
 
 int HVThreadKeeper::count()
@@ -68,11 +68,11 @@ void HVThreadKeeper::take(Clip clip)
         connect(clip.controller, &QThread::finished, this, freeEndedLater, Qt::QueuedConnection);
     }
     m_clips.push_back(std::move(clip));
-    // They may have ended before they were connected.
+    // They may have ended before the signals were connected.
     QMetaObject::invokeMethod(this, freeEndedLater, Qt::QueuedConnection);
 }
 
-/// Waits \a milliseconds in all.
+/// Waits for \a milliseconds in total.
 void HVThreadKeeper::freeEnded(int milliseconds)
 {
     const QDeadlineTimer deadline(milliseconds);

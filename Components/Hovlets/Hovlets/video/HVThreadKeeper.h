@@ -13,14 +13,14 @@ class HVVideoController;
 class HVVideoSource;
 
 /*!
- * \brief Keeps the threads of a clip that nobody shows any more until they have ended, and frees
- * them then with all that they use.
+ * \brief Keeps the threads of a clip that is no longer shown until they have ended, then frees them
+ * and everything that they use.
  *
- * FFmpeg may be in the middle of a long step when the item of a clip is destroyed. The item cannot
- * wait for it: it is on the GUI thread.
+ * FFmpeg may be in the middle of a long step when the item of a clip is destroyed. The item is on
+ * the GUI thread and therefore cannot wait.
  *
- * When the application object is destroyed, the keeper waits 3 s for what still runs. What runs
- * even then is left alone, with its memory, until the process ends. GUI thread only.
+ * When the application object is destroyed, the keeper waits 3 s for running threads. After that,
+ * it leaves them with their memory until the process ends. GUI thread only.
  */
 class HVThreadKeeper : public QObject
 {
@@ -30,14 +30,14 @@ class HVThreadKeeper : public QObject
 public:
     ~HVThreadKeeper() override;
 
-    /// Asks both threads to quit, and owns both objects from now on.
+    /// Takes ownership of both objects, and asks their threads to quit.
     static void keep(HVVideoController *controller, HVVideoSource *source);
 
-    /// The number of clips that are kept.
+    /// The number of clips being kept.
     [[nodiscard]] static int count();
 
 private:
-    /// A source outlives its controller.
+    /// A clip's objects. The source outlives its controller.
     struct Clip
     {
         std::unique_ptr<HVVideoSource> source;

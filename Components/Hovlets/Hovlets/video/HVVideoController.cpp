@@ -15,13 +15,13 @@ namespace Hovlets {
 
 namespace {
 
-using Mutex = std::recursive_timed_mutex; // one that thread checkers see through
+using Mutex = std::recursive_timed_mutex; // thread checkers understand this one
 using Locker = std::lock_guard<Mutex>;
 
 constexpr std::chrono::milliseconds LockTime(100);
 constexpr unsigned long QuitTime = 10000; // ms
-constexpr double UsualRate = 25.0; // pictures/s, where a source tells none
-constexpr double LongestRest = 3600.0; // s, where one tells next to none
+constexpr double UsualRate = 25.0; // frames/s, for sources without a rate
+constexpr double LongestRest = 3600.0; // s, for sources with a rate close to 0
 
 } // namespace
 
@@ -36,7 +36,8 @@ public:
 
     bool tryLock() const
     {
-        // By the system's clock: thread checkers do not know the call that goes by the steady one.
+        // Uses the system clock, because thread checkers do not know the call that uses the steady
+        // one.
         return controllerMutex.try_lock_until(std::chrono::system_clock::now() + LockTime);
     }
 
@@ -47,16 +48,16 @@ public:
             source->setPlaying(state == Playing);
     }
 
-    /// How long to rest after the picture at the position, in seconds.
+    /// The time to rest after the frame at the position, in seconds.
     double restTime() const
     {
         const double duration = frameDuration();
         const double due = static_cast<double>(position - displayedPosition) * duration;
         const QDateTime now = QDateTime::currentDateTime();
         const QDateTime &last = lastFrameDisplayTime;
-        // Microseconds against seconds, on purpose: a picture that is late by a millisecond is
-        // followed at the clip's pace, and only a burst within one is slowed down. A clock that was
-        // set back counts as no time at all.
+        // The mix of microseconds and seconds is deliberate: a frame that is a millisecond late is
+        // followed at the clip's pace, and only a burst within a millisecond is slowed down. If the
+        // clock was set back, no time counts as elapsed.
         const double elapsed = (static_cast<double>(last.daysTo(now)) * 86400000.0
                                 + static_cast<double>(last.time().msecsTo(now.time())))
                 * 1000.0;
@@ -64,11 +65,11 @@ public:
         return std::min(std::max(remaining, duration), LongestRest);
     }
 
-    /// Called by the thread at its end and by who has waited for it. QThread orders the two as
-    /// well, but by means that thread checkers do not see.
+    /// Called by the thread at its end, and by the caller that has waited for it. QThread orders
+    /// the two as well, but thread checkers cannot see how.
     void threadEnded() const { const Locker locker(controllerMutex); }
 
-    /// Keeps the clip's pace; only pausing and quitting end it early.
+    /// Keeps the clip's pace. Only pausing and quitting interrupt it.
     void rest(double seconds)
     {
         std::unique_lock<Mutex> lock(controllerMutex);
@@ -80,7 +81,7 @@ public:
 
     // Guarded by controllerMutex.
     mutable Mutex controllerMutex;
-    std::condition_variable_any restEnds; // told of changes of shouldQuit and state
+    std::condition_variable_any restEnds; // notified when shouldQuit or state changes
     quint64 displayedPosition = 0;
     quint64 position = 0;
     bool shouldQuit = false;
@@ -89,7 +90,7 @@ public:
     QDateTime lastFrameDisplayTime;
     State state = Paused;
 
-    // Shared with the source, whose pictures end the wait for the first one.
+    // Shared with the source: new frames end the wait for the first one.
     std::shared_ptr<HVIdleWait> idle = std::make_shared<HVIdleWait>();
 };
 
@@ -100,8 +101,8 @@ HVVideoController::HVVideoController(HVVideoSource *source, QObject *parent)
     d->source = source;
     setObjectName(QStringLiteral("Controller"));
     connect(this, &QThread::finished, this, &QObject::deleteLater);
-    // Connected last, so that quit() sees what the thread did, posting its deletion included. By
-    // then the controller may be half gone: the thread holds what it still needs.
+    // Connected last, so quit() sees everything that the thread did, including its posted deletion.
+    // The controller may be half destroyed by then, so the lambda holds what it still needs.
     connect(
             this, &QThread::finished, this, [shared = d] { shared->threadEnded(); },
             Qt::DirectConnection);
@@ -186,7 +187,7 @@ void HVVideoController::setPosition(quint64 position)
     {
         const Locker locker(d->controllerMutex);
         d->position = position;
-        d->displayedPosition = position - 1; // wraps at 0, where one picture is to come as well
+        d->displayedPosition = position - 1; // wraps at 0, where one frame is due as well
     }
     setNeedFrame(true);
     Q_EMIT positionChanged();
@@ -201,7 +202,7 @@ quint64 HVVideoController::position() const
 void HVVideoController::setProgress(double progress)
 {
     const auto frames = static_cast<double>(frameCount());
-    // QML may write anything; only what an index can hold converts.
+    // QML may assign any number, but only an index can be converted.
     const double position = std::clamp(frames * progress, 0.0, 4294967295.0);
     setPosition(position > 0.0 ? static_cast<quint64>(position) : 0);
 }
@@ -218,7 +219,7 @@ double HVVideoController::loadProgress() const
         return 0.0;
     const auto total = static_cast<double>(d->source->totalFrameCount());
     const auto loaded = static_cast<double>(d->source->loadedFrameCount());
-    // Both are the same number, but a picture may come between the two questions.
+    // Both are the same number, but a frame may arrive between the two calls.
     return total > 0.0 ? std::min(loaded / total, 1.0) : qQNaN();
 }
 
@@ -349,7 +350,7 @@ void HVVideoController::run()
             continue;
         }
         if (d->state == Playing) {
-            // Playback never waits for the decoder, except for frames that it has had before.
+            // Playback never waits for the decoder, except for frames that were decoded before.
             const bool awaits = d->source && d->source->awaitsFrame(d->position);
             if (!awaits && frameCount() >= d->position)
                 pause();
@@ -361,7 +362,7 @@ void HVVideoController::run()
             presentFrame();
         }
         locker.unlock();
-        d->idle->sleep(); // all that this pass looks at wakes it when it changes
+        d->idle->sleep(); // any change to the values read above wakes it
     }
 }
 

@@ -14,15 +14,15 @@ namespace Hovlets {
 class HVVideoSource;
 
 /*!
- * \brief The playback clock: walks a position through the pictures that a source has decoded, at
- * the clip's frame rate, and tells the display to fetch a picture.
+ * \brief The playback clock: advances a position through the frames that a source has decoded, at
+ * the clip's frame rate, and tells the display to fetch a frame.
  *
- * A clip plays once and pauses where the decoded pictures end, whether or not the decoder is still
- * at work. All operations may be called from any thread. Signals come from the thread that changes
- * something: the caller's, or while a clip plays and when a picture is due the controller's.
- * The owner starts the thread. When the thread finishes, the object deletes itself later.
+ * A clip plays once and pauses at the last decoded frame, even if the decoder is still working. Any
+ * thread may call. A change emits its signals on the thread that causes it: the caller's, or the
+ * controller's while a clip plays or a frame is due. The owner starts the thread. When the thread
+ * finishes, the object deletes itself with deleteLater().
  *
- * The controller's mutex is taken before those of the source, never after.
+ * Lock the controller's mutex before those of the source, never after.
  */
 class HVVideoController : public QThread
 {
@@ -44,47 +44,47 @@ public:
 
     void close();
 
-    /// Asks for another clip, paused at its start; false when the source refuses.
+    /// Requests another clip, paused at its start; false if the source refuses it.
     bool setSource(const QUrl &url);
     QUrl source() const;
 
-    /// The index of the picture to show next.
+    /// The index of the next frame to show.
     void setPosition(quint64 position);
     quint64 position() const;
 
-    /// The position as a part of the clip, 0 to 1.
+    /// The position as a fraction of the clip, 0 to 1.
     void setProgress(double progress);
     double progress() const;
 
-    /// 1 once there is a picture; not a number before.
+    /// 1 once there is a frame, NaN before.
     double loadProgress() const;
     quint64 frameCount() const;
     double frameWidth() const;
     double frameHeight() const;
 
-    /// The picture at the position, which counts as displayed from now on.
+    /// The frame at the position, which counts as displayed from then on.
     HVVideoFrame currentFrame();
     HVVideoFrame getFrame(quint64 index);
 
-    /// While scrubbing, the end of the stream does not pause.
+    /// While scrubbing, the end of the stream does not pause the clip.
     void setScrubbing(bool scrubbing);
     bool isScrubbing() const;
 
-    /// Asks for a picture to be delivered even while paused.
+    /// Requests a frame even while the clip is paused.
     void setNeedFrame(bool need);
 
     QDateTime lastFrameDisplayTime() const;
     void setLastFrameDisplayTime(const QDateTime &time);
 
-    /// Frees the frames until one is asked for; false while the clip is decoded or played.
+    /// Frees the frames until one is requested; false while the clip is being decoded or playing.
     bool releaseFrames();
 
     void setShouldQuit();
 
-    /// False, too, when the mutex is not to be had within 100 ms: the next pass will see it.
+    /// Also false if the mutex is not available within 100 ms; the next pass asks again.
     bool shouldQuit() const;
 
-    /// Ends the thread: asks it, waits 10 s, terminates it, waits 10 s.
+    /// Ends the thread: requests its end, waits 10 s, terminates it, and waits 10 s.
     void quit();
 
     void presentFrame();
@@ -106,7 +106,7 @@ protected:
 
 private:
     class Private;
-    std::shared_ptr<Private> d; // the ending thread holds it as well
+    std::shared_ptr<Private> d; // shared with the ending thread
 };
 
 } // namespace Hovlets

@@ -6,14 +6,14 @@
 namespace Hovlets {
 
 /*!
- * \brief A decoded picture of a clip with its presentation time.
+ * \brief A decoded frame of a clip with its presentation time.
  *
- * It is an image, and as cheap to copy: copies share the pixels until one is written to.
+ * As cheap to copy as any QImage: copies share the pixels until one is modified.
  */
 class HVVideoFrame : public QImage
 {
 public:
-    /// A null picture at 0 s.
+    /// A null frame at 0 s.
     HVVideoFrame() = default;
     HVVideoFrame(const QImage &image, quint64 pts);
     HVVideoFrame(int width, int height, QImage::Format format, quint64 pts);

@@ -10,23 +10,23 @@
 namespace Hovlets {
 
 /*!
- * \brief Every picture of one clip, in decode order, in memory for as long as the cache lives.
+ * \brief Stores all frames of one clip in decoding order, as long as the cache exists.
  *
- * A clip costs width x height x 4 bytes per picture; no picture is dropped or decoded twice. There
- * is no lock: the source serialises every call.
+ * A frame takes width x height x 4 bytes. No frame is dropped or decoded twice. There is no lock:
+ * the source serialises all calls.
  */
 class HVVideoFrameCache : public QObject
 {
     Q_DISABLE_COPY_MOVE(HVVideoFrameCache)
 
 public:
-    /// \a name is the clip's address, for people who debug.
+    /// \a name is the clip's address, for debugging.
     explicit HVVideoFrameCache(const QString &name);
     ~HVVideoFrameCache() override;
 
     virtual void addFrame(const HVVideoFrame &frame);
 
-    /// The picture at \a index, or a null one behind the last. An empty cache must not be asked.
+    /// The frame at \a index, or a null frame past the end. Must not be called on an empty cache.
     virtual HVVideoFrame frame(quint64 index);
     virtual quint64 length();
 

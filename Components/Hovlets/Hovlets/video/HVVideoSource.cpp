@@ -17,7 +17,7 @@ namespace Hovlets {
 
 namespace {
 
-using Mutex = std::recursive_mutex; // one that thread checkers see through
+using Mutex = std::recursive_mutex; // thread checkers understand this one
 using Locker = std::lock_guard<Mutex>;
 
 constexpr unsigned long QuitTime = 10000; // ms
@@ -27,14 +27,13 @@ constexpr unsigned long QuitTime = 10000; // ms
 class HVVideoSource::Private
 {
 public:
-    /// Gives the frames up to clips that are shown; the clip is decoded again
-    /// when it is asked for.
+    /// Releases the frames for other clips. The next request for one decodes the clip again.
     std::shared_ptr<void> giveUpFrames();
 
-    /// The frames that are there.
+    /// The number of frames in the cache.
     quint64 length() const { return cache ? cache->length() : 0; }
 
-    /// Those that were given up included.
+    /// Includes frames that were released.
     quint64 knownLength() const { return std::max(length(), lengthBefore); }
 
     // Guarded by stateMutex.
@@ -47,13 +46,13 @@ public:
     // Guarded by frameMutex.
     mutable Mutex frameMutex;
     std::shared_ptr<HVVideoFrameCache> cache;
-    QMap<QString, std::shared_ptr<HVVideoFrameCache>> caches; // clips to keep: none so far
+    QMap<QString, std::shared_ptr<HVVideoFrameCache>> caches; // kept clips; unused so far
     std::vector<std::weak_ptr<HVIdleWait>> frameWaiters;
-    quint64 lengthBefore = 0; // of the cache whose frames were given up
+    quint64 lengthBefore = 0; // length of the cache whose frames were released
     bool isGivenUp = false;
-    bool isRestoring = false; // the clip is decoded again
+    bool isRestoring = false; // the clip is being decoded again
 
-    // Its lock is taken before frameMutex, never after.
+    // Lock its mutex before frameMutex, never after.
     HVFrameMemory memory { [this] { return giveUpFrames(); } };
 
     HVIdleWait idle;
@@ -87,8 +86,8 @@ HVVideoSource::HVVideoSource(QObject *parent)
     : QThread(parent)
     , d(std::make_shared<Private>())
 {
-    // Orders what the thread did before what its owner does after wait(). QThread does so, too, but
-    // by means that thread checkers do not see.
+    // Orders the thread's actions before those of its owner after wait(). QThread does so too, but
+    // thread checkers cannot see how.
     connect(
             this, &QThread::finished, this,
             [shared = d] { const Locker locker(shared->stateMutex); }, Qt::DirectConnection);
@@ -101,7 +100,7 @@ HVVideoSource::~HVVideoSource()
 
 void HVVideoSource::close()
 {
-    // An empty address is not valid, so that this asks for nothing; subclasses do the closing.
+    // An empty address is invalid, so this requests nothing. Closing is up to subclasses.
     setSource(QUrl());
 }
 
@@ -113,7 +112,7 @@ void HVVideoSource::changeSetAction(Action action)
         const Locker locker(d->stateMutex);
         d->action = action;
     }
-    d->idle.wake(); // called by another thread, it ends the idling as a request does
+    d->idle.wake(); // from another thread, this ends idling like a request
     Q_EMIT actionChanged();
 }
 
@@ -213,7 +212,7 @@ void HVVideoSource::setupSource()
     const QUrl url = source();
     const QString name = url.toString();
     bool isNew = false;
-    std::shared_ptr<HVVideoFrameCache> before; // freed without the lock
+    std::shared_ptr<HVVideoFrameCache> before; // freed after unlocking
     {
         const Locker locker(d->frameMutex);
         before = std::exchange(d->cache, d->caches.value(name));
@@ -245,8 +244,7 @@ void HVVideoSource::pushFrame(const HVVideoFrame &frame)
 
 bool HVVideoSource::tryPushFrame(const HVVideoFrame &frame)
 {
-    // Asked for without frameMutex: room may be made with the frames of another
-    // clip.
+    // Called without frameMutex, because it may release another clip's frames to make room.
     if (!d->memory.reserve(frame.sizeInBytes()))
         return false;
     bool isKept = false;
@@ -259,7 +257,7 @@ bool HVVideoSource::tryPushFrame(const HVVideoFrame &frame)
     if (isKept)
         wakeFrameWaiters();
     else
-        d->memory.clear(); // before the first clip there is nothing to keep it in
+        d->memory.clear(); // before the first clip, there is no cache for it
     return true;
 }
 
@@ -288,7 +286,7 @@ bool HVVideoSource::awaitsFrame(quint64 index)
         if (index >= d->lengthBefore || (!d->isGivenUp && !d->isRestoring))
             return false;
         if (!std::exchange(d->isGivenUp, false))
-            return true; // asked for before
+            return true; // already requested
         d->isRestoring = true;
     }
     {
@@ -315,8 +313,8 @@ void HVVideoSource::restoringEnded()
     {
         const Locker locker(d->frameMutex);
         d->isRestoring = false;
-        if (!d->isGivenUp) // once more, meanwhile
-            d->lengthBefore = 0; // what came this time is what there is
+        if (!d->isGivenUp) // not released again meanwhile
+            d->lengthBefore = 0; // the frames decoded this time are all
     }
     wakeFrameWaiters();
 }
@@ -366,7 +364,7 @@ void HVVideoSource::idle()
     {
         const Locker locker(d->stateMutex);
         if (!d->changes.empty())
-            return; // one wake may have come for several requests
+            return; // one wake may stand for several requests
     }
     d->idle.sleep();
 }

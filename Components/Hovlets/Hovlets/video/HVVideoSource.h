@@ -15,15 +15,15 @@ class HVVideoSource;
 struct HVVideoSourceChange;
 
 /*!
- * \brief A source of pictures: a thread that works through requested changes, then performs the
- * current action, and owns the cache that the pictures go to.
+ * \brief A source of frames: a thread that processes requested changes, then performs the current
+ * action, and owns the cache for the frames.
  *
- * Requests and queries may come from any thread; what is "applied" runs on the source's own. The
- * decoding, and run(), are a subclass's, whose destructor must call quit() first: when this one
- * does it, the subclass's run() is gone.
+ * Requests and queries may come from any thread; changes are applied on the source's own.
+ * Subclasses implement the decoding and run(). Their destructors must call quit() first: when this
+ * one calls it, the subclass's run() is gone.
  *
- * Two recursive mutexes guard the state and the cache; neither is held while a change is applied
- * or a signal is emitted.
+ * Two recursive mutexes guard the state and the cache. Neither is held while a change is applied or
+ * a signal is emitted.
  */
 class HVVideoSource : public QThread
 {
@@ -32,7 +32,7 @@ class HVVideoSource : public QThread
 
 public:
     enum Action {
-        NoAction = -1, ///< no change
+        NoAction = -1, ///< leaves the action unchanged
         StopAction = 0,
         LoadAction = 1,
         CloseAction = 2,
@@ -47,7 +47,7 @@ public:
     virtual void close();
     virtual bool isOpen() = 0;
 
-    /// A wall clock, in seconds.
+    /// The time of a wall clock in seconds.
     virtual double getTime() = 0;
 
     virtual void changeSetAction(Action action);
@@ -60,58 +60,59 @@ public:
     /// In seconds.
     virtual double timeBase() = 0;
 
-    /// In pictures per second.
+    /// In frames per second.
     virtual double frameRate() = 0;
 
     /// In pixels.
     virtual double frameWidth() const = 0;
     virtual double frameHeight() const = 0;
 
-    /// Queues the clip at \a url; false when it is invalid or the current one already.
+    /// Queues the clip at \a url; false if it is invalid or already the current one.
     bool setSource(const QUrl &url);
     void setAction(Action action);
     void setShouldQuit();
     bool shouldQuit() const;
 
-    /// Ends the thread: asks it, waits 10 s, terminates it, waits 10 s.
+    /// Ends the thread: requests its end, waits 10 s, terminates it, and waits 10 s.
     void quit();
 
     QUrl source() const;
     Action action() const;
 
-    /// The picture at \a index, null behind the last. Only once isFrameAvailable() said so.
+    /// The frame at \a index, or a null frame past the end. Call isFrameAvailable() first.
     HVVideoFrame getFrame(unsigned int index) const;
     bool isFrameAvailable(quint64 index) const;
 
-    /// The number of pictures decoded so far; the total is the same on purpose.
+    /// The number of frames decoded so far. The total returns the same number, deliberately.
     quint64 loadedFrameCount() const;
     quint64 totalFrameCount() const;
 
-    /// Makes the cache for the current source. On the source thread.
+    /// Creates the cache for the current source. On the source thread.
     void setupSource();
     void clearChanges();
     void pushFrame(const HVVideoFrame &frame);
 
-    /// As pushFrame(); false when the memory for clips has no room for the frame, which is dropped.
+    /// Like pushFrame(), but drops the frame and returns false if the memory for clips has no room
+    /// for it.
     [[nodiscard]] bool tryPushFrame(const HVVideoFrame &frame);
     void notifyStreamEnded();
 
-    /// The clip is played, or no longer: other clips leave its frames alone meanwhile.
+    /// While the clip plays, other clips do not take its frames.
     void setPlaying(bool isPlaying);
 
-    /// Frees the frames until one is asked for; false while the clip is decoded or played.
+    /// Frees the frames until one is requested; false while the clip is being decoded or playing.
     bool releaseFrames();
 
     /*!
-     * Whether the frame at \a index was freed and will come back. The clip is decoded again from
-     * its start, which emits nothing; the counts stay as they were.
+     * Whether the frame at \a index was freed and will come back. If so, the clip is decoded again
+     * from its start. That emits no signals, and the counts do not change.
      */
     bool awaitsFrame(quint64 index);
 
     /// Decodes the current clip again. On the source thread.
     virtual void restoreFrames();
 
-    /// Each new frame wakes \a waiter, for as long as anybody else holds it.
+    /// Each new frame wakes \a waiter, as long as someone else holds it.
     void addFrameWaiter(const std::shared_ptr<HVIdleWait> &waiter);
 
 Q_SIGNALS:
@@ -126,12 +127,12 @@ Q_SIGNALS:
 protected:
     virtual bool loadSource();
 
-    /// The clip is decoded, or no longer: other clips leave its frames alone meanwhile.
+    /// While the clip is being decoded, other clips do not take its frames.
     void setDecoding(bool isDecoding);
 
     bool isRestoring() const;
 
-    /// The clip has been decoded again, as far as it went.
+    /// The clip has been decoded again, as far as possible.
     void restoringEnded();
 
     /// Applies at most one change.
@@ -144,7 +145,7 @@ private:
     void wakeFrameWaiters();
 
     class Private;
-    std::shared_ptr<Private> d; // the ending thread holds it as well
+    std::shared_ptr<Private> d; // shared with the ending thread
 };
 
 /// A request to change the action, applied on the source thread.
@@ -158,7 +159,7 @@ struct HVVideoSourceChange
     HVVideoSourceChange &operator=(const HVVideoSourceChange &) = delete;
     virtual ~HVVideoSourceChange() = default;
 
-    /// 1, or 3 for a change of the source.
+    /// 1, or 3 to change the source.
     virtual int changeType() { return 1; }
     virtual void apply(HVVideoSource *source) { source->changeSetAction(action); }
 

@@ -10,7 +10,7 @@ namespace Hovlets {
 
 namespace {
 
-using Mutex = std::recursive_mutex; // one that thread checkers see through
+using Mutex = std::recursive_mutex; // thread checkers understand this one
 using Locker = std::lock_guard<Mutex>;
 
 } // namespace
@@ -32,23 +32,23 @@ public:
 
     HVVideoSourceFFMPEG *owner;
 
-    // Guarded by decoderMutex, which is taken before the mutexes of HVVideoSource, never after.
+    // Guarded by decoderMutex. Lock it before the mutexes of HVVideoSource, never after.
     mutable Mutex decoderMutex;
     QString filePath;
-    std::unique_ptr<HVClip> clip; // null when closed
-    double videoClock = 0.0; // s, of the next picture
-    double clipStart = 0.0; // s, by the same clock
+    std::unique_ptr<HVClip> clip; // null while closed
+    double videoClock = 0.0; // time of the next frame in s
+    double clipStart = 0.0; // s, in the same time
     qint64 seekTarget = 0;
     int seekFlags = 0;
 
-    // Guarded by factsMutex, which is taken last. The decoder holds its own mutex nearly all the
-    // time, and nobody who asks for one of these may wait for it: the user interface does.
+    // Guarded by factsMutex, which is locked last. The decoder holds its own mutex almost all the
+    // time, and callers of these getters, such as the user interface, must not wait for it.
     mutable std::mutex factsMutex;
-    QSizeF size = QSizeF(200, 150); // of the last clip: the item shows its picture to the end
+    QSizeF size = QSizeF(200, 150); // of the last clip, because the item shows its frame to the end
     double progress = 0.0;
     double duration = 0.0; // s
     double timeBase = 0.0; // s
-    double frameRate = 0.0; // pictures per second
+    double frameRate = 0.0; // frames per second
 };
 
 HVVideoSourceFFMPEG::HVVideoSourceFFMPEG(QObject *parent)
@@ -135,7 +135,7 @@ bool HVVideoSourceFFMPEG::Private::openMedia()
     }
     auto opened = std::make_unique<HVClip>([this] { return owner->shouldQuit(); });
     if (const char *message = opened->open(filePath)) {
-        if (!owner->shouldQuit()) // which ends an opening as well
+        if (!owner->shouldQuit()) // quitting also interrupts opening
             qCDebug(videoLog).noquote() << QString::fromLatin1(message).arg(filePath);
         return false;
     }
@@ -156,7 +156,7 @@ void HVVideoSourceFFMPEG::Private::releaseMedia()
     owner->setDecoding(false);
 }
 
-/// Puts the next frame into the cache; false at the end of the clip, and without one.
+/// Adds the next frame to the cache; false at the end of the clip, and without a clip.
 bool HVVideoSourceFFMPEG::Private::decodeNextFrame()
 {
     while (true) {
@@ -181,7 +181,7 @@ bool HVVideoSourceFFMPEG::Private::decodeNextFrame()
     }
 }
 
-/// The clip has no more frames, or no more that \a fits.
+/// The clip has no more frames, or without \a fits, no more that fit into memory.
 void HVVideoSourceFFMPEG::Private::endMedia(bool fits)
 {
     const bool isRestoring = owner->isRestoring();
@@ -198,7 +198,7 @@ void HVVideoSourceFFMPEG::Private::endMedia(bool fits)
         owner->notifyStreamEnded();
 }
 
-/// The next picture with its time, or a null one at the end.
+/// The next frame with its time, or a null one at the end.
 HVVideoFrame HVVideoSourceFFMPEG::Private::nextFrame()
 {
     const QImage picture = clip->nextPicture();
@@ -211,7 +211,7 @@ HVVideoFrame HVVideoSourceFFMPEG::Private::nextFrame()
     return frame;
 }
 
-/// The time of a picture. Time stamps in files are often wrong; the frame rate is not.
+/// The time of a frame. Time stamps in files are often wrong; the frame rate is not.
 double HVVideoSourceFFMPEG::Private::advanceClock()
 {
     const double pts = videoClock;

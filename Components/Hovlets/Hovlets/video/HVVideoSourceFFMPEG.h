@@ -10,9 +10,9 @@ namespace Hovlets {
 /*!
  * \brief Decodes a local clip file with FFmpeg, as fast as it can, into the source's cache.
  *
- * Pacing is the controller's business. Failures to open go to Qt's debug output, one line each,
- * and leave the source idle. A picture is 32 bits a pixel, at the clip's size. The owner starts the
- * thread. Getters may be called from any thread.
+ * The controller does the pacing. If a clip cannot be opened, the source writes one line to Qt's
+ * debug output and stays idle. Frames have the clip's size and 32 bits per pixel. The owner starts
+ * the thread. Any thread may call the getters.
  */
 class HVVideoSourceFFMPEG : public HVVideoSource
 {
@@ -20,7 +20,7 @@ class HVVideoSourceFFMPEG : public HVVideoSource
     Q_DISABLE_COPY_MOVE(HVVideoSourceFFMPEG)
 
 public:
-    /// The first one silences FFmpeg's log, for the whole process.
+    /// The first instance silences FFmpeg's log for the whole process.
     explicit HVVideoSourceFFMPEG(QObject *parent = nullptr);
     ~HVVideoSourceFFMPEG() override;
 
@@ -32,15 +32,15 @@ public:
     double timeBase() override;
     double frameRate() override;
 
-    /// Of the clip last opened; 200 x 150 before the first.
+    /// Size of the last opened clip; 200 x 150 before the first.
     double frameWidth() const override;
     double frameHeight() const override;
 
     /// Always 0: the controller knows the position.
     virtual quint64 position();
 
-    /// How far the decoding is, by the clock: from 0 to 1 for the first clip, and on from there for
-    /// the next, as the clock goes on. 0 when the clip does not tell its duration.
+    /// Progress of decoding, by the clock: 0 to 1 for the first clip. The clock continues for the
+    /// next clip, so its progress starts there. 0 if the clip has no known duration.
     virtual double progress();
 
     void restoreFrames() override;
