@@ -21,7 +21,7 @@ HVContext settingsFor(const Options &options)
 {
     using namespace Hovlets;
     HVContext settings;
-    settings.set(HVKeyTrackHover, true);
+    useRecommendedSettings(settings);
     settings.set(HVKeyLocale, options.locale);
     settings.set(HVKeyFallbackLocale, QStringLiteral("en_US"));
     settings.set(HVKeySimpleMode, options.simple);

@@ -154,6 +154,26 @@ private Q_SLOTS:
         QCOMPARE(written.size(), wanted.size());
     }
 
+    void shouldWriteWhatTheReferenceRecommends()
+    {
+        HVContext context;
+        context.set(HVKeyHideDelay, 5);
+        useRecommendedSettings(context);
+        QCOMPARE(context.get(HVKeyHideDelay), QVariant(5));
+        QString written = QStringLiteral("| key | value |\n|---|---|\n");
+        for (const HVSetting &setting : allSettings()) {
+            if (setting.key != HVKeyHideDelay && context.contains(setting.key))
+                written += QStringLiteral("| `%1` | %2 |\n")
+                                   .arg(setting.name, context.get(setting.key).toString());
+        }
+        QCOMPARE(context.keys().size(), recommendedSettings().size() + 1);
+
+        const QString document = readText(sourcePath(QStringLiteral("docs/settings.md")));
+        const auto start = document.indexOf(u"| key | value |");
+        QVERIFY(start >= 0);
+        QCOMPARE(document.mid(start, document.indexOf(u"\n\n", start) + 1 - start), written);
+    }
+
     /// The README lists the settings that everybody needs, and links to the full table.
     void shouldBeInTheReadmeAsInTheReference()
     {

@@ -22,6 +22,11 @@ void Pointer::click()
     run({ QStringLiteral("click"), QStringLiteral("1") });
 }
 
+void Pointer::turnWheel()
+{
+    run({ QStringLiteral("click"), QStringLiteral("5") });
+}
+
 void Pointer::press(const QString &key)
 {
     run({ QStringLiteral("keydown"), key });

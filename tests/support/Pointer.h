@@ -18,6 +18,9 @@ public:
     static void moveAway();
     static void click();
 
+    /// One notch towards the user.
+    static void turnWheel();
+
     /// Presses \a key, named as in xdotool: "shift", for example.
     static void press(const QString &key);
     static void release(const QString &key);

@@ -14,6 +14,17 @@ typedef int HVContextKey;
 
 namespace Hovlets {
 
+/// What takes a popup away besides leaving it: values of HVKeyDismissOnKey, which may be combined.
+enum HVDismissal : int {
+    HVDismissNever = 0,
+    /// The Escape key.
+    HVDismissOnEscape = 1,
+    /// Any key except modifiers. In a popup that has the keyboard, Escape alone.
+    HVDismissOnAnyKey = 2,
+    /// The wheel over the control.
+    HVDismissOnWheel = 4
+};
+
 /*!
  * \brief The settings that the library reads: type, unit, default, meaning.
  *
@@ -21,8 +32,8 @@ namespace Hovlets {
  * 0, an empty string or an invalid size, not as the default.
  *
  * Keys below 1000 that are missing here are never read by the library, so a host may use them for
- * itself. The range from 1000 to 1999 is reserved for future settings of the library; hosts use
- * keys from 2000 on for their own.
+ * itself. The range from 1000 to 1999 is reserved for the library; hosts use keys from 2000 on for
+ * their own.
  */
 enum contextKey {
     /// float, ms, 3000: a popup hides this long after the mouse has left it; 0 or less: never.
@@ -78,7 +89,9 @@ enum contextKey {
     /// int, HVMessageType, 200: highest type that is passed on to the host.
     HVKeyMessageLevel = 36,
     /// string, "Hovlets": base name of the translation files.
-    HVKeyTranslationName = 37
+    HVKeyTranslationName = 37,
+    /// int, HVDismissal, 0: what takes a popup away besides leaving it; the key is not swallowed.
+    HVKeyDismissOnKey = 1130
 };
 
 } // namespace Hovlets
@@ -149,3 +162,16 @@ private:
     class Private;
     std::unique_ptr<Private> d;
 };
+
+namespace Hovlets {
+
+/*!
+ * Writes the settings that suit most applications: the library watches the mouse, and a popup goes
+ * with Escape and with the wheel. docs/settings.md lists them.
+ *
+ * The defaults keep what earlier versions did. Call this first, on the context that you pass to
+ * HVInterface, and overwrite what you want otherwise. Later versions may recommend more.
+ */
+HOVLETS_EXPORT void useRecommendedSettings(HVContext &settings);
+
+} // namespace Hovlets

@@ -1,21 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <QtCore/Qt>
+#include "HVContext.h"
 
 namespace Hovlets {
-
-/// What takes the popup away although the mouse has not left. Values of a setting; they may be
-/// combined.
-enum HVDismissal : int {
-    HVDismissNever = 0,
-    /// The Escape key.
-    HVDismissOnEscape = 1,
-    /// Any key but the modifiers.
-    HVDismissOnAnyKey = 2,
-    /// The wheel over the control.
-    HVDismissOnWheel = 4
-};
 
 /*!
  * \brief Whether pressing \a key dismisses the popup.

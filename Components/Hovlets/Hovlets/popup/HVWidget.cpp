@@ -3,6 +3,7 @@
 
 #include "HVContext.h"
 #include "HVControlWatch.h"
+#include "HVDismissalWatch.h"
 #include "HVPinning.h"
 #include "HVPopupServices.h"
 #include "HVSettings.h"
@@ -63,6 +64,7 @@ public:
     bool pinned = false;
     bool retired = false;
     HVControlWatch *control = nullptr; // child; watches the reference widget of a hover popup
+    HVDismissalWatch *dismissal = nullptr; // child; runs while a hover popup is up
     std::optional<QPoint> wanted; // where the popup was asked for; none once the user has moved it
     QPoint placed; // where it went for that
 };
@@ -86,6 +88,8 @@ HVWidget::HVWidget(HVManager *manager, QWidget *parent, QWidget *referenceWidget
         if (isVisible())
             checkMousePosition(QCursor::pos());
     });
+    d->dismissal = new HVDismissalWatch(*this);
+    connect(d->dismissal, &HVDismissalWatch::dismissed, this, &HVWidget::hide);
 }
 
 HVWidget::~HVWidget()
@@ -142,6 +146,7 @@ void HVWidget::showWithContent(QObject *reference, const QPoint &pos, HVXmlEleme
     // A countdown that began on the way here must not hide the popup of this control.
     if (isVisible() && isSafe(QCursor::pos()))
         d->hideTimer->stop();
+    d->dismissal->start(d->setting(HVKeyDismissOnKey).toInt(), d->referenceWidget);
     showAnimated();
 }
 
@@ -240,6 +245,7 @@ void HVWidget::hideEvent(QHideEvent *event)
     // Neither a fade nor a countdown of this show may affect the next one.
     d->opacityAnimation->stop();
     d->hideTimer->stop();
+    d->dismissal->stop();
 }
 
 /// The rim outside the view belongs to the tooltip, even where windows have another colour.
@@ -352,6 +358,7 @@ void HVWidget::contentReservedChanged()
     setWindowOpacity(1.0);
     d->pinned = true;
     d->control->watch(nullptr);
+    d->dismissal->stop();
     d->wanted.reset();
     d->hideTimer->stop();
     setAttribute(Qt::WA_DeleteOnClose, !container); // at once: it may be closed before it moves

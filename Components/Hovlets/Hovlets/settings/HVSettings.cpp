@@ -107,6 +107,11 @@ QList<HVSetting> makeSettings()
         HV_SETTING(HVKeyTranslationName, "string", QStringLiteral("Hovlets"), "",
                    "at each translation",
                    "translation files are named NAME_LOCALE.qm, such as `Hovlets_de_DE.qm`"),
+        HV_SETTING(HVKeyDismissOnKey, "int, `HVDismissal`", 0, "nothing",
+                   "at each show",
+                   "what takes a popup away besides leaving it, combined with \"or\": 1 Escape, 2 any "
+                   "key except modifiers, 4 the wheel over the control. The control still gets the "
+                   "key"),
     };
     // clang-format on
 }
@@ -128,6 +133,22 @@ QVariant defaultOf(HVContextKey key)
             settings.cbegin(), settings.cend(), key,
             [](const HVSetting &setting, HVContextKey wanted) { return setting.key < wanted; });
     return found != settings.cend() && found->key == key ? found->defaultValue : QVariant();
+}
+
+const QMap<HVContextKey, QVariant> &recommendedSettings()
+{
+    static const QMap<HVContextKey, QVariant> settings {
+        { HVKeyTrackHover, true },
+        { HVKeyDismissOnKey, HVDismissOnEscape | HVDismissOnWheel },
+    };
+    return settings;
+}
+
+void useRecommendedSettings(HVContext &settings)
+{
+    const QMap<HVContextKey, QVariant> &recommended = recommendedSettings();
+    for (auto setting = recommended.cbegin(); setting != recommended.cend(); ++setting)
+        settings.set(setting.key(), setting.value());
 }
 
 } // namespace Hovlets

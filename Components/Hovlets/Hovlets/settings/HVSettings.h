@@ -4,6 +4,7 @@
 #include "HVContext.h"
 
 #include <QtCore/QList>
+#include <QtCore/QMap>
 #include <QtCore/QString>
 #include <QtCore/QVariant>
 
@@ -31,5 +32,8 @@ const QList<HVSetting> &allSettings();
  * different defaults. The second default is in the code that reads it.
  */
 QVariant defaultOf(HVContextKey key);
+
+/// What useRecommendedSettings() writes, by key. docs/settings.md has the same list.
+const QMap<HVContextKey, QVariant> &recommendedSettings();
 
 } // namespace Hovlets

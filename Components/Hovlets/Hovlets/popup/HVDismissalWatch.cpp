@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HVDismissalWatch.h"
+
+#include "HVDismissal.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtGui/QGuiApplication>
+#include <QtGui/QKeyEvent>
+#include <QtGui/QWindow>
+#include <QtWidgets/QWidget>
+
+namespace Hovlets {
+
+HVDismissalWatch::HVDismissalWatch(QWidget &popup)
+    : QObject(&popup)
+    , m_popup(popup)
+{
+}
+
+void HVDismissalWatch::start(int dismissals, QWidget *control)
+{
+    stop();
+    m_dismissals = dismissals;
+    m_control = control;
+    if (dismissals != HVDismissNever)
+        QCoreApplication::instance()->installEventFilter(this);
+}
+
+void HVDismissalWatch::stop()
+{
+    QCoreApplication::instance()->removeEventFilter(this);
+}
+
+bool HVDismissalWatch::hasKeyboard() const
+{
+    const QWindow *window = m_popup.window()->windowHandle();
+    return window && QGuiApplication::focusWindow() == window;
+}
+
+bool HVDismissalWatch::dismisses(QObject *object, const QEvent &event) const
+{
+    switch (event.type()) {
+    // A key that triggers a shortcut arrives as the first of these alone.
+    case QEvent::ShortcutOverride:
+    case QEvent::KeyPress: {
+        const auto &key = static_cast<const QKeyEvent &>(event);
+        // One that repeats was pressed before: it may be what opened the popup.
+        if (key.isAutoRepeat())
+            return false;
+        return keyDismisses(hasKeyboard() ? m_dismissals & HVDismissOnEscape : m_dismissals,
+                            key.key());
+    }
+    case QEvent::Wheel: {
+        if (!m_control || !object->isWidgetType() || !wheelDismisses(m_dismissals))
+            return false;
+        const auto *widget = static_cast<const QWidget *>(object);
+        return widget == m_control || m_control->isAncestorOf(widget);
+    }
+    default:
+        return false;
+    }
+}
+
+bool HVDismissalWatch::eventFilter(QObject *object, QEvent *event)
+{
+    if (m_popup.isVisible() && dismisses(object, *event))
+        Q_EMIT dismissed();
+    return false;
+}
+
+} // namespace Hovlets
