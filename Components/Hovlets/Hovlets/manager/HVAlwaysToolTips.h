@@ -3,7 +3,8 @@
 
 namespace Hovlets {
 
-/// Has all windows of the application show tooltips while they are inactive, or only while active.
+/// Makes all windows of the application show tooltips while they are inactive, or only while
+/// active.
 void setAlwaysToolTips(bool on);
 
 } // namespace Hovlets

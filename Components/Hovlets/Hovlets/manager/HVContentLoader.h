@@ -11,20 +11,20 @@ namespace Hovlets {
 class HVManager;
 
 /*!
- * \brief Walks data paths and packages, and hands each control file that it finds to the manager.
+ * \brief Walks data paths and packages, and passes each control file that it finds to the manager.
  *
- * Files come by name, and the last one handed over wins a key. GUI thread only; a walk returns when
- * every file has been handed over.
+ * Files come in the order of their names; for a key, the last one takes precedence. GUI thread
+ * only. A call returns when all files have been passed on.
  */
 class HVContentLoader
 {
 public:
     explicit HVContentLoader(HVManager &manager);
 
-    /// Walks the packages in \a paths. Paths that are not folders are skipped silently.
+    /// Walks the packages in \a paths. Silently skips paths that are not folders.
     void loadDataPaths(const QStringList &paths);
 
-    /// Hands over the control files of one package; those in sub-folders are left out.
+    /// Passes on the control files of one package, but not those in subfolders.
     void loadPackage(const QFileInfo &package) const;
 
 private:

@@ -11,22 +11,20 @@ class HVHoverPopup;
 class HVManager;
 
 /*!
- * \brief Turns the application's events into shows and hides.
- *
- * GUI thread only.
+ * \brief Shows and hides the popup in response to the application's events. GUI thread only.
  */
 class HVHoverEvents
 {
 public:
     HVHoverEvents(HVManager &manager, HVHoverPopup &popup);
 
-    /// Acts on an event of \a object; true when nobody else should see it.
+    /// Handles an event of \a object; returns true if the event must not go any further.
     bool filter(QObject *object, QEvent *event);
 
-    /// The pointer is at \a position now: global, in pixels.
+    /// Call when the pointer is at \a position: global, in pixels.
     void pointerMoved(const QPoint &position);
 
-    /// A mouse button was pressed or released on \a object, which may be null.
+    /// Call when a mouse button was pressed or released on \a object, which may be null.
     void buttonUsed(QObject *object);
 
 private:

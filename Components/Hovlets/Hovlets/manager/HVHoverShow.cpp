@@ -47,7 +47,7 @@ bool HVHoverShow::show(const QString &key, const QPoint &position, QObject *obje
     const bool complete = entry && found.tree.root();
     const bool isOnScreen = entry && m_popup.content() == entry;
     if (isOnScreen)
-        found.tree.release(); // an index supplied by the host may hand out the same tree again
+        found.tree.release(); // an index supplied by the host may return the same tree again
     if (!complete)
         return m_popup.keepOrHide(position, hover.widget);
     if (isOnScreen && m_popup.isVisible())
@@ -74,8 +74,8 @@ HVFoundContent HVHoverShow::findFallback(const QString &fallbackKey) const
 
 bool HVHoverShow::present(const Hover &hover, HVXmlElement *entry, HVFoundContent found)
 {
-    // A message, or an index supplied by the host, may have closed the popup; and its QML may be
-    // what led here.
+    // Sending a message or asking the host's index may have closed the popup, and the popup's own
+    // QML may have caused this call.
     m_popup.prepareForContent(&m_manager);
     if (m_popup.content() != entry)
         m_popup.view()->setContentTree(std::move(found.tree));
@@ -87,12 +87,12 @@ bool HVHoverShow::present(const Hover &hover, HVXmlElement *entry, HVFoundConten
     const QPointer<HVWidget> popup(m_popup.widget());
     popup->showWithContent(hover.control, corner, entry, found.packageRoot);
     if (!popup || popup != m_popup.widget())
-        return m_popup.isShowing(hover.key); // QML asked the host, which showed something else
+        return m_popup.isShowing(hover.key); // QML called the host, which showed something else
     popup->raise();
     return true;
 }
 
-/// Asks the host, whose code may delete the entry that the shortcut is for.
+/// Asks the host, whose code may delete the entry to which the shortcut belongs.
 void HVHoverShow::fillInShortcut(const Hover &hover, HVXmlElement &entry) const
 {
     const QString name = QStringLiteral("shortcut");

@@ -16,21 +16,21 @@ class HVHoverPopup;
 class HVManager;
 
 /*!
- * \brief Decides what a hover leads to: a popup for its content, the one on screen, or none.
+ * \brief Decides what a hover shows: a popup with its content, the popup on screen, or none.
  *
  * Messages and questions to the host run the host's code, which may delete the control, close the
- * popup or show another: whatever such code may delete is held by a guarded pointer. GUI thread
- * only.
+ * popup or show another one. Therefore guarded pointers refer to everything that it may delete. GUI
+ * thread only.
  */
 class HVHoverShow
 {
 public:
     HVHoverShow(HVManager &manager, HVHoverPopup &popup);
 
-    /// Whether the settings allow a popup right now.
+    /// Whether the current settings allow a popup.
     [[nodiscard]] bool isAllowed() const;
 
-    /// As HVManager::show(), once that is so and the popup exists.
+    /// Does what HVManager::show() does once popups are allowed and the popup exists.
     bool show(const QString &key, const QPoint &position, QObject *object);
 
 private:

@@ -51,7 +51,7 @@ public:
     HVHoverPopup popup;
     HVHoverShow hoverShow;
     HVHoverEvents hoverEvents;
-    HVManagerServices services; // goes first: nobody is answered from what is half gone
+    HVManagerServices services; // destroyed first, so no answer uses members that are gone
 };
 
 namespace {
@@ -180,7 +180,7 @@ bool HVManager::mouseButtonEventFilter(QObject *object, QMouseEvent *event)
 
 bool HVManager::show(const QString &key, const QPoint &position, QObject *object)
 {
-    const QPointer<QObject> control(object); // a message runs code of the host, which may delete it
+    const QPointer<QObject> control(object); // the host may delete it while it handles a message
     inform(QStringLiteral("looking for Hovlet for key:%1").arg(key));
     if (!d->hoverShow.isAllowed())
         return false;
@@ -212,7 +212,7 @@ bool HVManager::reserve(HVWidget *widget, QWidget *&container)
         return false;
     QWidget *window = d->interface ? d->interface->createWindow(HVReservedWindow) : nullptr;
     if (widget != d->popup.widget())
-        return false; // the popup did not live to see the host's answer
+        return false; // the popup was deleted while the host answered
     container = window;
     d->pinned.add(widget);
     d->popup.release();

@@ -43,7 +43,7 @@ QString HVManagerServices::translated(HVView &view, const QString &text, const Q
     HVInterface *host = m_manager.interface();
     if (!host)
         return text;
-    // The host's translation may run QML of another view, which asks in its turn.
+    // The host's translation may run QML of another view, which calls this function again.
     const QScopedValueRollback<QPointer<HVView>> asking(m_translatingView, &view);
     return host->translateString(text, context);
 }

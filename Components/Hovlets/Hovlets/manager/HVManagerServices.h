@@ -8,9 +8,9 @@
 namespace Hovlets {
 
 /*!
- * \brief Answers views and popups in the manager's name.
+ * \brief Answers views and popups on behalf of the manager.
  *
- * It is gone before anything that it would answer from.
+ * It must be destroyed before the members that it uses.
  */
 class HVManagerServices final : public HVPopupServices
 {
@@ -27,7 +27,7 @@ public:
     HVManager *manager() override;
     bool reservePopup(HVWidget *popup, QWidget *&container) override;
 
-    /// The view on whose behalf the host is translating a text right now, or null.
+    /// The view for which the host is currently translating a text, or null.
     HVView *translatingView() const;
 
 private:

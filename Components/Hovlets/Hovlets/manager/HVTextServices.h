@@ -11,28 +11,26 @@ class HVManager;
 class HVXmlElement;
 
 /*!
- * \brief The values and attributes that content and hosts ask for by name, and links.
- *
- * GUI thread only.
+ * \brief Values and attributes that content and hosts request by name, and links. GUI thread only.
  */
 class HVTextServices
 {
 public:
     explicit HVTextServices(HVManager &manager);
 
-    /// Values by the names of their placeholders.
+    /// Values by placeholder name.
     const QMap<QString, QVariant> &globalProperties() const;
     void setGlobalProperty(const QString &name, const QVariant &value);
 
     /*!
      * An attribute of the entry for \a key.
      *
-     * \a onScreen is the content that shows the key, or null; without it the entry is looked up.
+     * \a onScreen is the visible content for the key, or null; then the entry is looked up.
      */
     QString hovletAttribute(const HVXmlElement *onScreen, const QString &key,
                             const QString &attribute, const QString &defaultValue) const;
 
-    /// Has the host open \a resource if the settings allow its kind.
+    /// Asks the host to open \a resource if the settings allow its type.
     bool openExternalResource(const QString &resource) const;
 
 private:

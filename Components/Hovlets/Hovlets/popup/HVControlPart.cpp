@@ -14,7 +14,7 @@ namespace Hovlets {
 
 namespace {
 
-/// A part in the coordinates of its widget.
+/// In the coordinates of the widget; no value outside all parts.
 using Part = std::optional<HVControlPart>;
 
 Part tabAt(const QTabBar &bar, const QPoint &point)
@@ -65,7 +65,7 @@ Part partAt(const QWidget &widget, const QPoint &point)
         return actionAt(*menu, point);
     if (const auto *bar = qobject_cast<const QMenuBar *>(&widget))
         return actionAt(*bar, point);
-    // Views get their events through a child.
+    // Views receive their events through a child.
     const auto *view = qobject_cast<const QAbstractItemView *>(widget.parentWidget());
     if (!view || view->viewport() != &widget)
         return std::nullopt;

@@ -11,14 +11,14 @@ class QWidget;
 namespace Hovlets {
 
 /*!
- * \brief What of a widget is a control of its own.
+ * \brief A part of a widget that acts as a control.
  *
- * A tab, a header section, an item of a view or an entry of a menu or menu bar may each have
- * content of its own although one widget draws them all.
+ * A tab, a header section, an item of a view or an entry of a menu or menu bar may each have its
+ * own content, although one widget draws them all.
  */
 struct HVControlPart
 {
-    /// All zero for a widget without parts; else equal for the same part of the same widget only.
+    /// All zero for a widget without parts, otherwise unique to the part of the widget.
     using Id = std::array<quintptr, 3>;
 
     Id id {};
@@ -26,7 +26,7 @@ struct HVControlPart
     QRect geometry;
 };
 
-/// The part of \a widget at \a position, which is global, or the whole widget where there is none.
+/// The part of \a widget at the global \a position, or the whole widget if there is none.
 HVControlPart controlPartAt(const QWidget &widget, const QPoint &position);
 
 } // namespace Hovlets

@@ -11,10 +11,10 @@ class QWindow;
 namespace Hovlets {
 
 /*!
- * \brief Watches the control of a popup, and reports when it has gone from its place.
+ * \brief Watches the control of a popup, and reports when it is no longer in its place.
  *
- * Watches the control, what it lies in and its window. Emits from within their events. GUI thread
- * only.
+ * Watches the control, its parent widgets and its window. Emits signals while it handles their
+ * events. GUI thread only.
  */
 class HVControlWatch : public QObject
 {
@@ -25,7 +25,7 @@ public:
     /// \a popup owns the watch.
     explicit HVControlWatch(QWidget &popup);
 
-    /// Watches \a control instead of the one before; null watches none.
+    /// Watches \a control instead of the previous one; null stops watching.
     void watch(QWidget *control);
 
 Q_SIGNALS:
@@ -33,7 +33,7 @@ Q_SIGNALS:
     /// modal dialog.
     void controlGone();
 
-    /// The pointer left the control's window or the popup, and no move may come that says where to.
+    /// The pointer left the control's window or the popup, and perhaps no mouse move will follow.
     void pointerLeft();
 
 protected:
@@ -45,8 +45,8 @@ private:
 
     QWidget &m_popup;
     QPointer<QWidget> m_control;
-    QVector<QPointer<QWidget>> m_watched; // the control and what it lies in, its window last
-    QPointer<QWindow> m_handle; // of that window: dialogs block this, not the widget
+    QVector<QPointer<QWidget>> m_watched; // the control and its parents, with the window last
+    QPointer<QWindow> m_handle; // of that window; modal dialogs block it rather than the widget
 };
 
 } // namespace Hovlets

@@ -8,8 +8,8 @@ namespace Hovlets {
 /*!
  * \brief Whether pressing \a key dismisses the popup.
  *
- * \a dismissals is a combination of HVDismissal, other bits are ignored; \a key is one of Qt::Key.
- * Modifiers never dismiss, nor do the keys that lock them: people hold one while they read.
+ * \a dismissals is a combination of HVDismissal; other bits are ignored. \a key is one of Qt::Key.
+ * Modifiers and lock keys never dismiss it, because users hold modifiers while they read.
  */
 bool keyDismisses(int dismissals, int key);
 

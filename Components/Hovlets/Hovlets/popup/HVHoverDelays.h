@@ -8,10 +8,10 @@
 namespace Hovlets {
 
 /*!
- * \brief When the popup shows, and when the simple one becomes the full one.
+ * \brief Decides when the popup shows, and when the simple popup becomes the full one.
  *
- * It reads no clock: every call passes the time, in ms from any origin. The owner runs one
- * timer for deadline() and calls timeReached() when that has come.
+ * It reads no clock: every call passes the time, in ms from any origin. The owner runs one timer
+ * for deadline() and then calls timeReached().
  */
 class HVHoverDelays
 {
@@ -25,38 +25,38 @@ public:
     };
 
     /*!
-     * \a show is the rest that a popup takes to show, \a expand how long the pointer stays with the
-     * simple popup before the full one; both in ms. A \a show of 0 or less means the desktop's own
-     * moment, an \a expand of 0 or less never.
+     * \a show is how long the pointer must rest before a popup shows, \a expand how long it must
+     * stay at the simple popup before that becomes the full one. Both are in ms. A \a show of 0 or
+     * less selects the desktop's delay. With an \a expand of 0 or less, the popup stays simple.
      */
     void setDelays(int show, int expand);
 
     /*!
-     * The desktop's moment for a tooltip has come, for a pointer that rests since \a restSince.
-     * Answers Show unless the delay is longer than that.
+     * Call when the desktop would show a tooltip for a pointer that has rested since \a restSince.
+     * Returns Show unless the delay is longer.
      */
     Action toolTipDue(qint64 now, qint64 restSince);
 
-    /// The pointer moved: a popup that is not on screen yet waits for the next rest.
+    /// Call when the pointer has moved: a popup that is not visible yet waits for the next rest.
     void pointerMoved();
 
-    /// A popup is on screen, with content of its own that replaced what was there.
+    /// Call when a popup shows new content.
     void popupShown(qint64 now, bool isSimple);
     void popupHidden();
 
-    /// The pointer is neither over the control nor near the popup any more, or it is again.
+    /// Call when the pointer leaves the control and the popup's surroundings, or returns to them.
     void pointerLeft();
     void pointerReturned(qint64 now);
 
-    /// When to call timeReached(); none while nothing waits.
+    /// When to call timeReached(); no value if nothing is pending.
     std::optional<qint64> deadline() const;
 
-    /// What is due at \a now; it is answered once.
+    /// Returns what is due at \a now, but only once.
     Action timeReached(qint64 now);
 
 private:
     Action m_next = Action::Nothing;
-    std::optional<qint64> m_deadline; // of m_next; none while the pointer is away
+    std::optional<qint64> m_deadline; // of m_next; no value while the pointer is away
     int m_show = 0;
     int m_expand = 0;
 };

@@ -15,7 +15,7 @@ namespace Hovlets {
 namespace {
 
 QList<QPointer<HVWidget>> dismissedPopups;
-bool deletionIsArranged = false; // with the current application
+bool deletionIsArranged = false; // for the current application
 
 void deleteDismissedPopups()
 {
@@ -26,13 +26,13 @@ void deleteDismissedPopups()
 }
 
 /*!
- * Deletes \a popup later, and no later than the application: a host that deletes its interface
- * after exec() has no event loop left to do it.
+ * Deletes \a popup later, but at the latest with the application: a host that deletes its interface
+ * after exec() has no event loop to do it.
  */
 void dismiss(HVWidget *popup)
 {
     popup->retire();
-    dismissedPopups.removeAll(QPointer<HVWidget>()); // those already deleted by the event loop
+    dismissedPopups.removeAll(QPointer<HVWidget>()); // which the event loop has deleted already
     dismissedPopups.append(popup);
     if (!deletionIsArranged)
         qAddPostRoutine(&deleteDismissedPopups);

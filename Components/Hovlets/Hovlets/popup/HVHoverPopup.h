@@ -15,10 +15,10 @@ class HVWidget;
 class HVXmlElement;
 
 /*!
- * \brief The one popup that comes and goes with the mouse.
+ * \brief The one popup that shows and hides as the mouse moves.
  *
- * There is none before the first prepare(). The popup is owned and deleted later, until release()
- * gives it up to the user.
+ * It does not exist before the first prepare(). This class owns the popup and deletes it later,
+ * unless release() leaves it to the user.
  */
 class HVHoverPopup
 {
@@ -28,18 +28,18 @@ public:
     HVHoverPopup() = default;
     ~HVHoverPopup();
 
-    /// Makes the popup if there is none; otherwise gives it \a parent.
+    /// Creates the popup if there is none; otherwise changes its parent to \a parent.
     void prepare(HVManager *manager, QWidget *parent);
 
     /*!
      * Prepares a popup whose content can be replaced.
      *
-     * While QML of the popup runs, which is waiting for the host, that is another popup: the old
-     * one goes from the screen, and is deleted when its QML has ended.
+     * While the popup's QML is waiting for the host, this creates another popup. The old one is
+     * hidden, and deleted when its QML has ended.
      */
     void prepareForContent(HVManager *manager);
 
-    /// Forgets the popup, which lives on by itself.
+    /// Gives up the popup, which continues to exist independently.
     void release();
 
     /// Null before the first prepare().
@@ -49,17 +49,17 @@ public:
 
     bool isVisible() const;
 
-    /// Whether it is on screen with the content for \a key.
+    /// Whether the popup is visible with the content for \a key.
     bool isShowing(const QString &key) const;
 
     /// Keeps a visible popup on screen, even if it is fading out. Always returns true.
     bool keep();
 
     /*!
-     * Keeps or hides the popup when there is no content for \a hovered, the widget at \a position.
+     * Keeps or hides the popup if there is no content for \a hovered, the widget at \a position.
      *
-     * Returns true if the popup stays: the mouse is near it, and the widget has no ordinary tooltip
-     * to show.
+     * Returns true if the popup stays because the mouse is near it and the widget has no ordinary
+     * tooltip to show.
      */
     bool keepOrHide(const QPoint &position, const QWidget *hovered);
 

@@ -23,11 +23,11 @@ void HVPinnedPopups::setStayOnTop(bool on)
 {
     forEachFromLast([on](HVWidget &popup) {
         popup.setWindowFlags(popup.windowFlags().setFlag(Qt::WindowStaysOnTopHint, on));
-        popup.show(); // a change of flags hides a window
+        popup.show(); // changing the flags has hidden the window
     });
 }
 
-/// Raising and showing a window run code of others, which may close or pin a popup meanwhile.
+/// Raising and showing windows runs foreign code, which may close or pin a popup meanwhile.
 void HVPinnedPopups::forEachFromLast(const std::function<void(HVWidget &)> &change)
 {
     forgetClosed();

@@ -15,8 +15,8 @@ class HVXmlElement;
 /*!
  * \brief The popups that the user has pinned, in the order of pinning.
  *
- * They are independent windows that the user may close at any time: nothing here owns them, and
- * closed ones are skipped.
+ * They are independent windows that the user may close at any time. This class does not own them,
+ * and skips closed ones.
  */
 class HVPinnedPopups
 {
@@ -26,7 +26,7 @@ public:
     /// Raises each popup, the last one first.
     void raise();
 
-    /// Turns stay-on-top on or off for each popup.
+    /// Turns stay-on-top on or off for all popups.
     void setStayOnTop(bool on);
 
     /// The content of the first popup that shows \a key, or null.

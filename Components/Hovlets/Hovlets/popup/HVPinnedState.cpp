@@ -14,7 +14,8 @@ constexpr quint32 Mark = 0x48565050; // "HVPP"
 constexpr quint16 Version = 1;
 constexpr int ChecksumSize = sizeof(quint32);
 
-/// FNV-1a. It finds damage by accident: whoever may write the host's settings needs no forgery.
+/// FNV-1a. It detects accidental damage only: whoever can write the host's settings can also forge
+/// the checksum.
 quint32 checksum(const char *bytes, int size)
 {
     constexpr quint32 OffsetBasis = 2166136261U;
@@ -32,7 +33,7 @@ void writeText(QDataStream &stream, const QString &text)
         stream << character.unicode();
 }
 
-/// Not QDataStream's own strings: those take the memory that a damaged length asks for.
+/// Not QDataStream's own strings, for which a damaged length would allocate memory.
 bool readText(QDataStream &stream, QString &text)
 {
     quint16 size = 0;

@@ -8,11 +8,11 @@
 
 #include <optional>
 
-// The bytes in which a host keeps the pinned popups from one run to the next.
+// The format in which a host stores the pinned popups from one run to the next.
 
 namespace Hovlets {
 
-/// What it takes to bring a pinned popup back.
+/// The data from which a pinned popup is restored.
 struct HVPinnedState
 {
     /// Content key.
@@ -26,24 +26,24 @@ struct HVPinnedState
     bool operator==(const HVPinnedState &other) const;
 };
 
-/// Popups beyond this many are left out.
+/// The most popups to store; others are left out.
 constexpr int MaximumPinnedStates = 256;
 
-/// Popups with a key or locale of more characters than this are left out.
+/// Popups whose key or locale is longer than this are left out.
 constexpr int MaximumPinnedStateText = 4096;
 
 /*!
- * \brief The bytes for \a popups, in their order.
+ * \brief Encodes \a popups in their order.
  *
- * They begin with a mark and the format's version and end with a checksum.
+ * The bytes begin with a mark and the format's version, and end with a checksum.
  */
 QByteArray encodePinnedStates(const QVector<HVPinnedState> &popups);
 
 /*!
- * \brief The popups that \a bytes hold, or nothing where a single byte is wrong.
+ * \brief Decodes \a bytes; no value if a single byte is wrong.
  *
- * Bytes that encodePinnedStates() did not make, of a newer version, cut off, extended or altered,
- * do no harm: no more memory is taken than the input has bytes, give or take a constant factor.
+ * Bytes from another source, of a newer version, or truncated, extended or altered bytes are
+ * harmless: memory use is proportional to the size of the input.
  */
 std::optional<QVector<HVPinnedState>> decodePinnedStates(const QByteArray &bytes);
 

@@ -18,14 +18,14 @@ namespace {
 constexpr Qt::WindowFlags PinnedHints =
         Qt::WindowTitleHint | Qt::CustomizeWindowHint | Qt::WindowCloseButtonHint;
 
-/// The content of the popup, whose view may be gone by the time it moves.
+/// The content of the popup, whose view may be gone by the time the popup moves.
 const HVXmlElement *contentOf(const HVWidget &popup)
 {
     const HVView *view = popup.view();
     return view ? view->content() : nullptr;
 }
 
-/// The title of a pinned popup. Content may carry it in any of three places.
+/// The title of a pinned popup, which content may have in any of three places.
 QString titleOf(const HVXmlElement *content)
 {
     if (!content)
@@ -46,12 +46,12 @@ bool rendersToTexture(const HVWidget &popup)
 }
 
 /*!
- * \brief A window that is never shown, between the host's window and a popup that belongs to it.
+ * \brief A window that is never shown, between the host's window and its popup.
  *
- * A widget that renders to a texture marks its new parent as one to be composed of textures, also
- * when it is a window itself. Qt never takes the mark back, and a marked window that paints by
- * itself is no longer repaired where another window covered it. The mark goes up to the next window
- * only: this one keeps it from the host's.
+ * A widget that renders to a texture marks its new parent window as composed of textures, even if
+ * the widget is a window itself. Qt never removes the mark, and a marked window that paints by
+ * itself is no longer repaired after another window covered it. Only the next window up gets the
+ * mark, so this one protects the host's.
  */
 class WindowBetween : public QWidget
 {
@@ -64,7 +64,7 @@ public:
     }
 
 protected:
-    /// Ties the popup to the host's window on the screen, each time before it comes up.
+    /// Makes the popup transient for the host's window each time before it shows.
     bool eventFilter(QObject *object, QEvent *event) override
     {
         if (event->type() == QEvent::Show)

@@ -9,12 +9,12 @@ namespace Hovlets {
 
 namespace {
 
-constexpr int EdgeDistance = 8; // from the screen's edge
+constexpr int EdgeDistance = 8; // to the screen's edge
 constexpr int Gap = 6; // between the control and the popup
-constexpr int CursorRoom = 6; // around the hot spot; at most Gap, or a control's edge is in its way
-constexpr QSize CursorPicture(20, 26); // what an arrow covers right of and below its hot spot
+constexpr int CursorRoom = 6; // around the hot spot; at most Gap, so no control's edge interferes
+constexpr QSize CursorPicture(20, 26); // an arrow's extent right of and below its hot spot
 
-/// A span of pixels in one direction, its end excluded.
+/// A range of pixels in one direction; the end is exclusive.
 struct Span
 {
     int begin;
@@ -49,7 +49,8 @@ QRect rectangle(const Span &across, const Span &along, HVSide side)
     return { across.begin, along.begin, across.length(), along.length() };
 }
 
-/// The extent of a popup away from \a anchor; the edge towards it does not depend on \a length.
+/// The extent of a popup beside \a anchor. Its edge towards the anchor does not depend on \a
+/// length.
 Span besideAnchor(const QRect &anchor, int length, HVSide side)
 {
     const Span taken = across(anchor, side);
@@ -59,8 +60,8 @@ Span besideAnchor(const QRect &anchor, int length, HVSide side)
 }
 
 /*!
- * Where a span of \a length begins inside \a room, nearest to \a wanted, without touching any of
- * \a taken. Only the ends of what is free can be nearest.
+ * The start of a span of \a length inside \a room, as close to \a wanted as possible and without
+ * overlap with \a taken. Only the ends of the free ranges can be closest.
  */
 std::optional<int> slide(int wanted, int length, const Span &room, const QVector<Span> &taken)
 {
@@ -114,8 +115,8 @@ public:
 private:
     static constexpr HVSide Sides[] { HVSide::Below, HVSide::Above, HVSide::Right, HVSide::Left };
 
-    /// The place that a popup keeps whose size changes. To jump to another side would be worse than
-    /// to come close to the screen's edge.
+    /// The place of a popup that changes its size. Moving to another side would be worse than
+    /// coming close to the screen's edge.
     std::optional<HVPlace> resized() const
     {
         if (!m_request.current)
@@ -151,7 +152,7 @@ private:
         return std::nullopt;
     }
 
-    /// The popup with \a extent across the side, as near to \a wanted along it as there is room.
+    /// The popup with \a extent across the side, as close to \a wanted along it as there is room.
     std::optional<HVPlace> slid(HVSide side, const Span &extent, int wanted, const QRect &area,
                                 const Span &room, bool keepClear) const
     {
@@ -174,7 +175,8 @@ private:
         return HVPlace { rectangle(extent, { *begin, *begin + length }, side), side };
     }
 
-    /// Along the anchor, touching it at least at a corner, as far as the screen allows.
+    /// The range along the anchor, limited by the screen, in which the popup touches it at least at
+    /// a corner.
     Span reach(HVSide side, const QRect &anchor, const QRect &area) const
     {
         const Span room = along(area, side);
@@ -184,7 +186,7 @@ private:
                  std::min(room.end, std::max(beside.end - 1 + length, room.begin + length)) };
     }
 
-    /// On the side of the cursor that shows the most of a popup for which there is no room.
+    /// The place on the side of the cursor that shows the most of a popup without enough room.
     HVPlace mostVisible() const
     {
         HVPlace best;

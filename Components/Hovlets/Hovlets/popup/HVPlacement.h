@@ -9,12 +9,12 @@
 
 #include <optional>
 
-// Where a popup goes that belongs beside its control. No windows, no screens: points in, place out.
-// Everything is global, in pixels.
+// Computes the place of a popup beside its control, without access to windows and screens.
+// Coordinates are global, in pixels.
 
 namespace Hovlets {
 
-/// The side of the control, or of the cursor, on which a popup is.
+/// The side of the control or of the cursor on which the popup is.
 enum class HVSide { Below, Above, Right, Left };
 
 struct HVPlace
@@ -25,37 +25,37 @@ struct HVPlace
 
 struct HVPlacementRequest
 {
-    /// The control, or the part of it that has content: a row, a tab, a section, a menu item.
+    /// The control, or its part with content: a row, a tab, a section, a menu item.
     QRect control;
-    /// The popup's size with its frame.
+    /// The popup's size including its frame.
     QSize popup;
     /// The available area of the control's screen.
     QRect area;
     /// The cursor's hot spot.
     QPoint cursor;
-    /// That of the control: right-to-left mirrors all of what follows.
+    /// The control's layout direction. Right-to-left mirrors all rules.
     Qt::LayoutDirection direction = Qt::LeftToRight;
-    /// Regions that the popup leaves in view where it can.
+    /// Regions that the popup does not cover if possible.
     QVector<QRect> keepClear;
-    /// Where the popup is, when its size changes and its control is the same and has not moved.
+    /// The current place of a popup whose size changes while its control stays in place.
     std::optional<HVPlace> current;
 };
 
 /*!
  * \brief The place for a popup beside its control.
  *
- * The sides are tried in the order below, above, right, left, and the first that has room for the
- * whole popup wins. There the popup begins where the control does, and slides along the control as
- * far as the screen's edges, the regions to keep clear and the cursor require. A popup that has a
- * place stays on its side while it fits there: its edge towards the control keeps its position.
+ * Tries the sides in the order below, above, right, left, and takes the first with room for the
+ * whole popup. There, the popup aligns with the start of the control. It slides along the control
+ * as far as the screen's edges, the regions to keep clear and the cursor require. A popup that has
+ * a place stays on its side while it fits: its edge towards the control does not move.
  *
- * Without room on any side, in this order:
- * - the distance of 8 pixels to the screen's edges is given up,
- * - the regions to keep clear are covered,
- * - the control is covered, and the popup goes beside the cursor by the same rules,
- * - the popup leaves the screen, on the side of the cursor where most of it is visible.
+ * If no side has room, the popup gives up one thing after the other:
+ * - it ignores the distance of 8 pixels to the screen's edges,
+ * - it covers the regions to keep clear,
+ * - it covers the control and goes beside the cursor by the same rules,
+ * - it extends past the screen, on the side of the cursor where most of it is visible.
  *
- * It never covers the cursor, unless the cursor is over the popup already.
+ * It never covers the cursor unless the cursor is already over the popup.
  */
 HVPlace placeBeside(const HVPlacementRequest &request);
 

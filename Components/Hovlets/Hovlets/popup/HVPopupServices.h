@@ -10,10 +10,10 @@ namespace Hovlets {
 class HVWidget;
 
 /*!
- * \brief What a popup asks of the library around it, beside what its view asks.
+ * \brief The services of the library that a popup uses, in addition to those of its view.
  *
- * A popup that the user has pinned may outlive the manager, which owns this object: popups keep a
- * guarded pointer to it. GUI thread only.
+ * A pinned popup may outlive the manager, which owns this object. Therefore popups keep a guarded
+ * pointer to it. GUI thread only.
  */
 class HVPopupServices : public HVViewServices
 {
@@ -21,8 +21,8 @@ public:
     virtual HVManager *manager() = 0;
 
     /*!
-     * Lets \a popup live on by itself if it is the current one.
-     * \param[out] container the host's window for it, or null; written on success only
+     * Makes \a popup independent if it is the current one.
+     * \param[out] container the host's window for it, or null; set only on success
      */
     virtual bool reservePopup(HVWidget *popup, QWidget *&container) = 0;
 };

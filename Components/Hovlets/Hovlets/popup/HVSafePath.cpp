@@ -8,15 +8,15 @@ namespace Hovlets {
 
 namespace {
 
-// A hand at rest trembles by a pixel or two.
+// A resting hand trembles by a pixel or two.
 constexpr int RestExtent = 4; // px
 constexpr double Progress = 3; // px towards the popup
 constexpr int HeadingGrace = 40; // ms
 
-constexpr int BetweenMargin = 24; // px around what lies between the control and the popup
+constexpr int BetweenMargin = 24; // px around the area between the control and the popup
 constexpr qint64 HeadingSpan = 120; // ms over which the direction is measured
-constexpr double HeadingDistance = 3; // px; less has no direction
-constexpr double HeadingSpread = 0.25; // of the distance: a hand's way is no straight line
+constexpr double HeadingDistance = 3; // px; shorter movements have no direction
+constexpr double HeadingSpread = 0.25; // of the distance; hands do not move in straight lines
 
 double distanceTo(const QRect &rectangle, const QPoint &position)
 {
@@ -27,7 +27,7 @@ double distanceTo(const QRect &rectangle, const QPoint &position)
     return std::hypot(x, y);
 }
 
-/// A range of a parameter from which linear conditions take their share.
+/// A range of a parameter, narrowed by linear conditions.
 class Range
 {
 public:
@@ -37,7 +37,7 @@ public:
     {
     }
 
-    /// Keeps where \a offset + \a slope * t is at most 0.
+    /// Restricts the range to values t for which \a offset + \a slope * t is at most 0.
     void keepNonPositive(double offset, double slope)
     {
         if (slope > 0)
@@ -106,13 +106,13 @@ const HVSafePath::Sample &HVSafePath::sample(size_t stepsBack) const
     return m_samples[(m_count - 1 - stepsBack) % m_samples.size()];
 }
 
-/// How many steps back the oldest sample is.
+/// The number of steps back to the oldest sample.
 size_t HVSafePath::oldestSample() const
 {
     return std::min(m_count, m_samples.size()) - 1;
 }
 
-/// How many steps back the pointer came to where it has stayed since.
+/// The number of steps back to the sample since which the pointer has not left its place.
 size_t HVSafePath::beginningOfRest() const
 {
     const Sample &now = sample(0);
@@ -130,8 +130,8 @@ size_t HVSafePath::beginningOfRest() const
     return oldestSample();
 }
 
-/// Whether the point is in the convex hull of the control and the popup. A point of the hull lies
-/// in a rectangle somewhere on the way from one to the other, each edge moving at its own pace.
+/// Whether the point is in the convex hull of the control and the popup. A point of the hull is in
+/// a rectangle that is somewhere between the two, where each edge moves at its own pace.
 bool HVSafePath::isBetween(const QPoint &position) const
 {
     const int m = BetweenMargin;
@@ -145,8 +145,8 @@ bool HVSafePath::isBetween(const QPoint &position) const
     return !way.isEmpty();
 }
 
-/// Whether the movement that ended at that sample, prolonged, met the popup, or nearly so from
-/// afar.
+/// Whether the extension of the movement that ended at that sample meets the popup, or from afar,
+/// nearly meets it.
 bool HVSafePath::wasHeadingForPopup(size_t stepsBack) const
 {
     const Sample &now = sample(stepsBack);

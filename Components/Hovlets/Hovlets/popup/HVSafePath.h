@@ -9,16 +9,16 @@
 namespace Hovlets {
 
 /*!
- * \brief Whether a pointer that has left its control is on its way to the popup.
+ * \brief Decides whether a pointer that has left its control is on its way to the popup.
  *
- * Between the control and its popup lie other controls. Crossing one takes the popup away only when
- * the pointer rests there for the dwell: it stays within a few pixels, as a hand at rest does, and
- * comes no closer to the popup. A pointer that headed for the popup before it rested is given 40 ms
- * more. Over nothing at all, the popup stays as long as the pointer is between the control and the
- * popup, however long it rests.
+ * Other controls lie between the control and its popup. Crossing one hides the popup only if the
+ * pointer rests there for the dwell time: it stays within a few pixels, like a resting hand, and
+ * comes no closer to the popup. A pointer that was heading for the popup gets 40 ms more. Where
+ * there is no control, the popup stays as long as the pointer is between the control and the popup,
+ * even at rest.
  *
- * Points and times go in, a verdict comes out: there is no clock, window or event here. Points are
- * global, in pixels, times in ms from any origin. A move takes well below a microsecond.
+ * Does not use clocks, windows or events. Points are global, in pixels; times are in ms from any
+ * origin. A move takes well below a microsecond.
  */
 class HVSafePath
 {
@@ -27,9 +27,9 @@ public:
     enum class Over {
         /// The control that the popup describes.
         Origin,
-        /// The popup, with the margin in which the mouse counts as over it.
+        /// The popup and the margin around it in which the mouse counts as over it.
         Popup,
-        /// A control that would show something else: a popup or a tooltip of its own.
+        /// A control that would show something else: another popup or a tooltip.
         Other,
         /// Neither.
         Nothing
@@ -40,26 +40,27 @@ public:
         Keep,
         /// The popup stays; ask again at deadline().
         Wait,
-        /// What is under the pointer takes over.
+        /// The control under the pointer takes over.
         Change
     };
 
     /*!
-     * A popup is on screen: \a popup, for the control (or its part) \a origin. \a dwell is the
-     * rest, in ms, that another control needs; with 0 or less it takes over at once.
+     * Call when a popup is visible: \a popup, for the control (or its part) \a origin. \a dwell is
+     * the time in ms that the pointer must rest on another control; with 0 or less, that takes over
+     * immediately.
      */
     void begin(const QRect &origin, const QRect &popup, int dwell);
 
     /*!
-     * The pointer has moved to \a position and is \a over something. \a control tells other
-     * controls apart and is any number that is the same for the same control or part.
+     * Call when the pointer has moved to \a position, \a over something. \a control identifies
+     * other controls: any number that is the same for the same control or part.
      */
     Verdict pointerMoved(const QPoint &position, qint64 time, Over over, quint64 control = 0);
 
-    /// The verdict at \a time, the pointer having stayed where it was.
+    /// The verdict at \a time if the pointer has not moved.
     Verdict verdictAt(qint64 time) const;
 
-    /// When a verdict of Wait becomes Change unless the pointer moves.
+    /// When a verdict of Wait becomes Change if the pointer does not move.
     qint64 deadline() const;
 
 private:
@@ -80,12 +81,12 @@ private:
     QRect m_popup;
     int m_dwell = 0;
 
-    std::array<Sample, 64> m_samples; // the latest since the pointer left, a ring
-    size_t m_count = 0; // of all of them
+    std::array<Sample, 64> m_samples; // ring buffer of the latest samples since the pointer left
+    size_t m_count = 0; // of all samples, including overwritten ones
     Over m_over = Over::Origin;
     quint64 m_control = 0;
     bool m_isBetween = true;
-    qint64 m_entered = 0; // when the pointer came over the control
+    qint64 m_entered = 0; // when the pointer entered the control
     qint64 m_since = 0; // when the dwell began
     int m_grace = 0; // ms beyond the dwell
     qint64 m_now = 0;

@@ -8,16 +8,16 @@ namespace Hovlets {
 /*!
  * \brief \a geometry, shifted into \a area and never resized.
  *
- * The shifts come in this order, each from where the one before left the rectangle: down from above
+ * The shifts come in this order, each applied to the result of the previous one: down from above
  * the top edge, right from beyond the left edge, up from below the bottom edge, left from beyond
- * the right edge. A rectangle larger than the area therefore ends with its bottom and right edges
- * on the area's: the later shifts win, and the end of a large popup is in view.
+ * the right edge. A rectangle larger than the area therefore ends at the area's bottom and right
+ * edges: later shifts take precedence, and the end of a large popup is visible.
  *
- * The result depends on where the rectangle begins. A popup whose size changes is shifted from the
- * point that was asked for; from the place that an older size was given it would drift away from
- * its control.
+ * The result depends on where the rectangle starts. A popup that changes its size is shifted from
+ * the requested point; from the place of an older size, it would drift away from its control.
  *
- * \a shifted, unless null, receives whether any shift applied, also when a later one undid it.
+ * \a shifted, unless null, is set to whether any shift was applied, even if a later one reversed
+ * it.
  */
 QRect shiftedInto(QRect geometry, const QRect &area, bool *shifted = nullptr);
 

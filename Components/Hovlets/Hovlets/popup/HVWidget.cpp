@@ -33,15 +33,15 @@ namespace {
 
 constexpr qreal FadeStart = 0.1;
 
-/// Deletes \a view, which may be null. If its QML is running, waits until that has ended.
+/// Deletes \a view, which may be null, once its QML has ended.
 void deleteWhenIdle(HVView *view)
 {
     if (!view || !view->isBusy()) {
         delete view;
         return;
     }
-    // A widget that changes its window rebuilds its scene, and so deletes the running QML. Being
-    // nobody's child is enough to outlive the popup.
+    // Moving the widget to another window would rebuild its scene and delete the running QML.
+    // Removing only the QObject parent suffices for it to outlive the popup.
     view->QObject::setParent(nullptr);
     view->whenIdle([view] { view->deleteLater(); });
 }
@@ -60,13 +60,13 @@ public:
     QPointer<QWidget> referenceWidget;
     QPropertyAnimation *opacityAnimation = nullptr; // child
     QTimer *hideTimer = nullptr; // child
-    QPointer<HVPopupServices> services; // null once the manager is gone
+    QPointer<HVPopupServices> services; // null after the manager is destroyed
     bool pinned = false;
     bool retired = false;
     HVControlWatch *control = nullptr; // child; watches the reference widget of a hover popup
     HVDismissalWatch *dismissal = nullptr; // child; runs while a hover popup is up
-    std::optional<QPoint> wanted; // where the popup was asked for; none once the user has moved it
-    QPoint placed; // where it went for that
+    std::optional<QPoint> wanted; // requested position; none once the user has moved it
+    QPoint placed; // the resulting position
 };
 
 HVWidget::HVWidget(HVManager *manager, QWidget *parent, QWidget *referenceWidget)
@@ -101,7 +101,7 @@ void HVWidget::setView(HVView *view)
 {
     if (view == d->view)
         return;
-    // Not while it is the view: what a dying widget still sends would find half of one.
+    // Replace the member first: events of the view being destroyed must not find it.
     HVView *old = d->view;
     d->view = view;
     deleteWhenIdle(old);
@@ -138,12 +138,12 @@ void HVWidget::showWithContent(QObject *reference, const QPoint &pos, HVXmlEleme
     d->referenceWidget =
             reference && reference->isWidgetType() ? static_cast<QWidget *>(reference) : nullptr;
     d->control->watch(d->referenceWidget);
-    d->wanted.reset(); // the new content takes its size before it takes its place
+    d->wanted.reset(); // the new content takes its size before it is placed
     d->view->showContent(content, rootPath);
     if (!self || d->retired || !d->view || d->view->content() != content)
         return; // the host's code has shown something else or closed the popup
     placeAt(pos, frameGeometry().size());
-    // A countdown that began on the way here must not hide the popup of this control.
+    // A countdown that started meanwhile must not hide the popup of this control.
     if (isVisible() && isSafe(QCursor::pos()))
         d->hideTimer->stop();
     d->dismissal->start(d->setting(HVKeyDismissOnKey).toInt(), d->referenceWidget);
@@ -215,7 +215,7 @@ void HVWidget::hideAnimationFinished()
     hide();
 }
 
-/// Keeps a popup that was fading out. A fade-in continues: it ends at full opacity anyway.
+/// Keeps a popup that was fading out. A fade-in continues, because it ends at full opacity anyway.
 void HVWidget::endFadeOut()
 {
     const bool fadesOut = d->opacityAnimation->state() != QAbstractAnimation::Stopped
@@ -242,13 +242,13 @@ void HVWidget::hideEvent(QHideEvent *event)
     QWidget::hideEvent(event);
     disconnect(d->opacityAnimation, &QPropertyAnimation::finished, this,
                &HVWidget::hideAnimationFinished);
-    // Neither a fade nor a countdown of this show may affect the next one.
+    // Fades and countdowns of this show must not affect the next one.
     d->opacityAnimation->stop();
     d->hideTimer->stop();
     d->dismissal->stop();
 }
 
-/// The rim outside the view belongs to the tooltip, even where windows have another colour.
+/// Paints the rim around the view like a tooltip, even if windows have another colour.
 void HVWidget::paintEvent(QPaintEvent *event)
 {
     QPainter(this).fillRect(event->rect(),
@@ -260,7 +260,7 @@ void HVWidget::setTimer()
     d->hideTimer->stop();
     if (d->pinned || (d->view && d->view->stayOpen()))
         return;
-    constexpr float Longest = 1e9F; // 11 days; an int holds it
+    constexpr float Longest = 1e9F; // ms, 11 days; fits into an int
     const float delay = d->setting(HVKeyHideDelay).toFloat();
     if (delay > 0)
         d->hideTimer->start(static_cast<int>(qMin(delay, Longest)));
@@ -291,7 +291,7 @@ QRect HVWidget::findVisibleGeometry(QRect geometry, bool *move) const
     return shiftedInto(geometry, screen ? screen->availableGeometry() : geometry, move);
 }
 
-/// Moves the popup to \a wanted, shifted onto the screen for \a size, and remembers both points.
+/// Moves the popup to \a wanted, shifted onto the screen for \a size, and stores both points.
 void HVWidget::placeAt(const QPoint &wanted, const QSize &size)
 {
     QWidget *own = ownWindow();
@@ -313,7 +313,7 @@ void HVWidget::reposition()
         own->move(geometry.topLeft());
 }
 
-/// The window that the popup may move, resize and close; null when it is docked inside another.
+/// The window that the popup may move, resize and close; null if it is docked in another window.
 QWidget *HVWidget::ownWindow()
 {
     if (isWindow())
@@ -361,8 +361,8 @@ void HVWidget::contentReservedChanged()
     d->dismissal->stop();
     d->wanted.reset();
     d->hideTimer->stop();
-    setAttribute(Qt::WA_DeleteOnClose, !container); // at once: it may be closed before it moves
-    // A view that changes its window may rebuild its scene. That must not delete the item whose
+    setAttribute(Qt::WA_DeleteOnClose, !container); // it may be closed before it moves
+    // Moving a view to another window may rebuild its scene. That must not delete the item whose
     // handler is pinning the popup.
     const auto move = [this, position = pos(), target = QPointer<QWidget>(container)] {
         if (target)
@@ -376,11 +376,11 @@ void HVWidget::contentReservedChanged()
         move();
 }
 
-/// hovletView.close() closes the window around the view: closing the view alone would leave an
+/// Makes hovletView.close() close the window around the view. Closing only the view would leave an
 /// empty frame.
 bool HVWidget::eventFilter(QObject *object, QEvent *event)
 {
-    // The type first: a view that is being deleted is no view any more.
+    // Compares the type first, because a view that is being deleted is no longer an HVView.
     if (event->type() != QEvent::Close || object != d->view)
         return QWidget::eventFilter(object, event);
     event->ignore();

@@ -15,14 +15,14 @@ class HVView;
 class HVXmlElement;
 
 /*!
- * \brief The floating window in which a hovlet is shown.
+ * \brief The floating window that shows a hovlet.
  *
- * It takes the size of its view, keeps inside the available area of the screen, fades in and out
- * and hides some time after the mouse has left its safe region. The view may ask to be reserved
- * (pinned): the popup then becomes a titled tool window, or part of a window supplied by the host,
- * and lives on by itself, even without the manager.
+ * It takes the size of its view, stays inside the available area of the screen, fades in and out,
+ * and hides some time after the mouse has left its safe region. The view may request to be reserved
+ * (pinned). The popup then becomes a titled tool window, or part of a window supplied by the host,
+ * and continues to exist independently, even without the manager.
  *
- * Settings are read at each use. Points are global, in pixels. GUI thread only.
+ * Settings are read whenever they are used. Points are global, in pixels. GUI thread only.
  */
 class HVWidget : public QWidget
 {
@@ -34,31 +34,32 @@ public:
     HVWidget(HVManager *manager, QWidget *parent, QWidget *referenceWidget);
     ~HVWidget() override;
 
-    /// Owns \a view and deletes the previous one; null only deletes.
+    /// Takes ownership of \a view and deletes the previous one. Null only deletes.
     void setView(HVView *view);
     HVView *view() const;
 
-    /// Null once the manager is gone.
+    /// Null after the manager is destroyed.
     HVManager *manager() const;
 
     /// The control that the current hovlet describes, or null.
     QWidget *referenceWidget() const;
 
-    /// Starts the countdown to hiding when \a pos is not safe, and stops it when it is.
+    /// Starts the countdown to hiding if \a pos is not safe, and stops it if it is.
     void checkMousePosition(const QPoint &pos);
 
     /// Whether \a pos is over the reference widget, or over the popup grown by HVKeySafeMargin.
     bool isSafe(const QPoint &pos) const;
 
-    /// Deletes the popup later, once its QML no longer runs. It does not show again.
+    /// Deletes the popup later, when its QML is no longer running. It does not show again.
     void retire();
 
 public Q_SLOTS:
     /*!
-     * Shows \a content with its top-left corner at \a pos, moved onto the screen where needed.
+     * Shows \a content with the popup's top-left corner at \a pos, shifted onto the screen if
+     * necessary.
      *
-     * The popup owns \a content from here on. \a rootPath is the package folder, \a reference the
-     * control, which may be null. Null content does nothing.
+     * The popup takes ownership of \a content. \a rootPath is the package folder. \a reference is
+     * the control, and may be null. If \a content is null, nothing happens.
      */
     void showWithContent(QObject *reference, const QPoint &pos, HVXmlElement *content,
                          const QString &rootPath);
@@ -66,11 +67,11 @@ public Q_SLOTS:
     /// Moves the window back onto the screen.
     void reposition();
 
-    /// Fades out, unless a fade runs already.
+    /// Fades out, unless a fade is already running.
     void hideAnimated();
     void hideAnimationFinished();
 
-    /// Fades in. A popup that is visible stays as it is; one that was fading out stays after all.
+    /// Fades in. A visible popup does not change, and one that was fading out stays.
     void showAnimated();
 
     /// Restarts the countdown to hiding, unless the view must stay open or the popup is pinned.
@@ -81,8 +82,8 @@ public Q_SLOTS:
     /*!
      * \a geometry, shifted into the available area of the reference widget's screen.
      *
-     * One that is larger than the area ends with its bottom and right edges on the area's.
-     * \a move receives whether it was shifted.
+     * A geometry larger than the area ends at the area's bottom and right edges. \a move, unless
+     * null, is set to whether it was shifted.
      */
     QRect findVisibleGeometry(QRect geometry, bool *move = nullptr) const;
 

@@ -61,7 +61,7 @@ QString HVComponentFinder::userInterface() const
     return find(attribute, key, defaultOf(key).toString(), QString());
 }
 
-// The attributes differ by a letter. Content relies on both names.
+// The names of the attributes differ by a letter. Content relies on both.
 QString HVComponentFinder::resourceFolder() const
 {
     return category(QStringLiteral("resource"), HVKeyResourceFolder,

@@ -12,11 +12,10 @@ class HVViewServices;
 class HVXmlElement;
 
 /*!
- * \brief Finds the files that an entry is shown with: its user interface, its resources and its
- * translations.
+ * \brief Finds the files that belong to an entry: its user interface, resources and translations.
  *
- * Make one where it is needed: it refers to the entry and to the services, and each question goes
- * to the disk. Without services nothing is found, and the answers are the names that were looked
+ * Create a finder where it is needed: it refers to the entry and the services, and each call
+ * accesses the disk. Without services it finds nothing, and returns the names that it was asked
  * for. GUI thread only.
  */
 class HVComponentFinder
@@ -26,23 +25,23 @@ public:
     HVComponentFinder(const HVViewServices *services, const HVXmlElement *content) noexcept;
 
     /*!
-     * The folder or file for components of a kind: the attribute of the content, else of its parent
-     * element, else the setting \a key with its default \a fallback.
+     * The folder or file for components of a kind: the attribute of the content, else that of its
+     * parent element, else the setting \a key with its default \a fallback.
      */
     [[nodiscard]] QString category(const QString &attribute, contextKey key,
                                    const QString &fallback) const;
 
     /*!
-     * The first existing file \a relativePath (or category, when that is empty) in the content's
-     * search folders; the category when there is none.
+     * The first existing file \a relativePath (or category, if the path is empty) in the content's
+     * search folders; the category if there is none.
      */
     [[nodiscard]] QString find(const QString &attribute, contextKey key, const QString &fallback,
                                const QString &relativePath) const;
 
-    /// The QML file to run, simple or rich as the settings say.
+    /// The QML file to run, simple or rich depending on the settings.
     [[nodiscard]] QString userInterface() const;
 
-    /// The folder of the resources as the content names it, which is not looked up.
+    /// The name of the resource folder in the content; not resolved.
     [[nodiscard]] QString resourceFolder() const;
 
     /// A file of the resources.

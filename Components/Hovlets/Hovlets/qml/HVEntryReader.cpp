@@ -14,7 +14,7 @@ namespace Hovlets {
 
 namespace {
 
-/// The view's answers; none once the host has deleted the view from one of its own functions.
+/// Forwards to the view; empty if the host has deleted the view during a call.
 class Services : public HVEntryServices
 {
 public:
@@ -33,7 +33,7 @@ public:
         return m_view ? m_view->interpolate(text) : text;
     }
 
-    /// The look-up returns the folder's name for a file that is missing.
+    /// The look-up returns the folder's name if the file is missing.
     QString resource(const QString &relativePath) override
     {
         const auto nameOf = [](const QString &path) {

@@ -12,9 +12,9 @@ namespace Hovlets {
 class HVView;
 
 /*!
- * \brief Reads entries for QML, as "hovletReader", into texts that are safe and quick to show.
+ * \brief Converts entries to texts that are safe and quick to show; "hovletReader" in QML.
  *
- * A child of its view, which answers for translations, placeholders and resources. GUI thread only.
+ * A child of its view, which provides translations, placeholders and resources. GUI thread only.
  */
 class HVEntryReader : public QObject
 {
@@ -25,13 +25,14 @@ public:
     explicit HVEntryReader(HVView *view);
 
     /*!
-     * What the default user interface shows of \a entry, without links to documentation topics
-     * unless \a topics. Of an entry past a limit it is the part within, and the host gets one
-     * warning for that entry. All of it is empty for null.
+     * The content of \a entry that the default user interface shows. Links to documentation topics
+     * are included only with \a topics. Of an entry that exceeds a limit, only the part within the
+     * limit is returned, and the host gets one warning for it. If \a entry is null, all texts are
+     * empty.
      *
-     * An object with "key", "title", "shortcut" and "blocks", a list of objects with a
-     * "kind": "paragraph" (text, format, muted), "link" (text, locator), "image" (source,
-     * text) or "clip" (name). All of them have "spoken", plain text.
+     * The result has "key", "title", "shortcut" and "blocks", a list of objects with a "kind":
+     * "paragraph" (text, format, muted), "link" (text, locator), "image" (source, text) or "clip"
+     * (name). All have "spoken", plain text.
      */
     Q_INVOKABLE QVariantMap read(Hovlets::HVXmlElement *entry, bool topics);
 

@@ -22,7 +22,7 @@ QSGNode *updateImageNode(QSGNode *node, QQuickWindow *window, const QImage &imag
     if (!old)
         old.reset(window->createImageNode());
     auto *imageNode = static_cast<QSGImageNode *>(old.get());
-    // Only one of the scene graph's renderers frees a texture that another replaces.
+    // Only one of the scene graph's renderers deletes a texture when it is replaced.
     const std::unique_ptr<QSGTexture> replaced(imageNode->texture());
     imageNode->setOwnsTexture(false);
     imageNode->setTexture(texture.release());

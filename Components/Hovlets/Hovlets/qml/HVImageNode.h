@@ -9,11 +9,12 @@ class QSGNode;
 namespace Hovlets {
 
 /*!
- * \brief The scene graph node of an item that shows one image at its own size, nearest pixels.
+ * \brief The scene graph node of an item that shows one image at its natural size, without
+ * smoothing.
  *
- * It may reach beyond the item. Returns \a node, or a new one for a null \a node, with a texture of
- * \a image at \a topLeft; deletes it and returns null for a null image. Call it from
- * QQuickItem::updatePaintNode() when the image has changed, and only then: each call uploads.
+ * The image may extend past the item. Returns \a node, or a new node if it is null, with a texture
+ * of \a image at \a topLeft. For a null image, deletes \a node and returns null. Call it from
+ * QQuickItem::updatePaintNode(), and only if the image has changed, because each call uploads it.
  */
 QSGNode *updateImageNode(QSGNode *node, QQuickWindow *window, const QImage &image,
                          const QPointF &topLeft);

@@ -32,7 +32,7 @@ void HVPictureComponent::setSource(const QString &path)
     Q_EMIT sourceChanged();
 }
 
-/// Device pixels of the item, which has the picture's proportions.
+/// Size of the item in device pixels. The item has the picture's proportions.
 QSize HVPictureComponent::sizeOnScreen() const
 {
     const qreal ratio = window() ? window()->effectiveDevicePixelRatio() : 1;
@@ -54,7 +54,7 @@ void HVPictureComponent::show(const HVSharedPicture &picture)
     update();
 }
 
-/// Once the item has its size: asks for the picture at that size, unless it has.
+/// The item has its final size: requests the picture at that size, unless it has it.
 void HVPictureComponent::updatePolish()
 {
     const QSize size = sizeOnScreen();
@@ -76,7 +76,7 @@ QSGNode *HVPictureComponent::updatePaintNode(QSGNode *node, UpdatePaintNodeData 
     m_isUploaded = true;
     if (auto *image = static_cast<QSGImageNode *>(node)) {
         image->setRect(boundingRect());
-        // At another size until it has been decoded again, and where it is smaller than the item.
+        // The size differs until the picture is decoded again, or if it is smaller than the item.
         image->setFiltering(m_picture->size() == sizeOnScreen() ? QSGTexture::Nearest
                                                                 : QSGTexture::Linear);
     }

@@ -13,9 +13,9 @@ namespace Hovlets {
 /*!
  * \brief The QML item that shows a picture of the content's resources.
  *
- * Its implicit size, known at once, is that of the picture. The picture itself comes later, decoded
- * on a background thread at the size that the item has on the screen. Only regular files are
- * opened, within HVLimits. GUI thread only.
+ * Its implicit size is that of the picture and known immediately. The picture itself follows later:
+ * a background thread decodes it at the item's size on screen. Only regular files are opened,
+ * within HVLimits. GUI thread only.
  */
 class HVPictureComponent : public QQuickItem
 {
@@ -28,13 +28,13 @@ public:
     explicit HVPictureComponent(QQuickItem *parent = nullptr);
     ~HVPictureComponent() override;
 
-    /// The path of the file.
+    /// The path of the picture file.
     QString source() const { return m_source; }
 
-    /// Clears the picture, also when the file is the same one: it may have changed.
+    /// Clears the picture even if the path does not change, because the file may have changed.
     void setSource(const QString &path);
 
-    /// Whether there is a picture to come.
+    /// Whether the picture is still being decoded.
     bool isLoading() const { return m_isLoading; }
 
 Q_SIGNALS:
@@ -55,7 +55,7 @@ private:
     QSize m_requestedSize;
     std::optional<HVPictureRequest> m_request;
     HVSharedPicture m_picture;
-    bool m_isUploaded = false; // m_picture, to the scene graph
+    bool m_isUploaded = false; // whether m_picture is in the scene graph
     bool m_isLoading = false;
 };
 

@@ -14,7 +14,7 @@ namespace Hovlets {
 
 namespace {
 
-// Where the size of any ordinary picture is told: a JPEG's comes behind its camera's notes.
+// Contains the size of any ordinary picture. In a JPEG file, it comes after the camera's data.
 constexpr qint64 ShortStart = 4096;
 constexpr qint64 LongStart = qint64 { 256 } * 1024;
 
@@ -37,7 +37,7 @@ bool isWithinLimits(const HVPictureHeader &header)
     return pixels <= limits.picturePixels && 4 * pixels <= limits.pictureMemory;
 }
 
-/// Whether decoding takes a time that the size in pixels bounds, and opens no further file.
+/// Whether the size in pixels bounds the decoding time, and no other file is opened.
 bool isPlain(const HVPictureHeader &header, const QByteArray &file)
 {
     if (header.format == "jpeg")
@@ -77,7 +77,7 @@ QImage HVPictureFile::decode(const QSize &size) const
     if (isVector || size.width() < header.size.width() || size.height() < header.size.height())
         reader.setScaledSize(size);
     const QImage image = reader.read();
-    // The formats that need no conversion on the GUI thread.
+    // Formats that the GUI thread need not convert.
     return image.convertToFormat(image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied
                                                          : QImage::Format_RGB32);
 }

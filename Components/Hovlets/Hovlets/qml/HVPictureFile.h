@@ -10,21 +10,23 @@ class QImage;
 namespace Hovlets {
 
 /*!
- * \brief A picture in a file that anybody may have made.
+ * \brief A picture in an untrusted file.
  *
- * Only regular files of the formats above are opened; HVLimits says how large the pictures may be.
+ * Opens only regular files in the formats of readPictureHeader(). HVLimits limits the size of
+ * pictures.
  */
 class HVPictureFile
 {
 public:
     explicit HVPictureFile(const QString &path);
 
-    /// Width and height in pixels; empty when the picture cannot be shown. Reads the file's start.
+    /// Width and height in pixels; empty if the picture cannot be shown. Reads the start of the
+    /// file.
     QSize size() const;
 
     /*!
-     * The picture, scaled down to \a size as it is decoded; vector graphics are scaled up as well.
-     * Null when it cannot be shown. May take a second: for background threads.
+     * Decodes the picture, scaled down to \a size; vector graphics are scaled up as well. Returns
+     * null if it cannot be shown. May take a second: call it on a background thread.
      */
     QImage decode(const QSize &size) const;
 

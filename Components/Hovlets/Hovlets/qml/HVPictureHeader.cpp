@@ -12,7 +12,7 @@ namespace Hovlets {
 
 namespace {
 
-/// Reads numbers of a file at their places; those past its end are 0.
+/// Reads numbers at positions in a file; 0 past its end.
 class Bytes
 {
 public:
@@ -34,7 +34,7 @@ public:
     int big16(int at) const { return byte(at) << 8 | byte(at + 1); }
     int little16(int at) const { return byte(at + 1) << 8 | byte(at); }
 
-    // What an int does not hold comes out negative, and is no size.
+    // Values too large for an int become negative, and are then not a valid size.
     int big32(int at) const { return int(quint32(big16(at)) << 16 | quint32(big16(at + 2))); }
     int little32(int at) const
     {
@@ -71,7 +71,7 @@ QSize bmpSize(const Bytes &bytes)
     constexpr int OldHeader = 12;
     if (bytes.little32(14) == OldHeader)
         return { bytes.little16(18), bytes.little16(20) };
-    const int height = bytes.little32(22); // negative when the top row comes first
+    const int height = bytes.little32(22); // negative if the top row comes first
     return { bytes.little32(18), height > std::numeric_limits<int>::min() ? qAbs(height) : 0 };
 }
 
@@ -90,7 +90,7 @@ QSize webpSize(const Bytes &bytes)
     return {};
 }
 
-/// A length in pixels, 0 for one that depends on something else.
+/// A length in pixels; 0 if it depends on something else.
 int svgLength(QString length)
 {
     double scale = 1;

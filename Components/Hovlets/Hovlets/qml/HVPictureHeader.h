@@ -6,22 +6,22 @@
 
 namespace Hovlets {
 
-/// Format and size of a picture, as its first bytes tell them.
+/// Format and size of a picture, according to its first bytes.
 struct HVPictureHeader
 {
-    QByteArray format; ///< As QImageReader names it; empty when it is none of those shown here.
+    QByteArray format; ///< QImageReader's name; empty if the format is not supported here.
     QSize size; ///< In pixels.
 };
 
 /*!
  * \brief Reads the header of a PNG, JPEG, GIF, BMP, WebP or SVG picture from the start of its file.
  *
- * Takes a time linear in \a start, whatever that holds. QImageReader promises no such thing: it
- * unpacks what stands before the picture in the file.
+ * Takes time linear in \a start, whatever it contains. QImageReader does not guarantee that: it
+ * decompresses what precedes the picture in the file.
  */
 HVPictureHeader readPictureHeader(const QByteArray &start);
 
-/// How often a JPEG picture draws over itself, which costs as much as a whole picture each time.
+/// The number of scans in a JPEG picture. Each takes as long to decode as a whole picture.
 int jpegScans(const QByteArray &file);
 
 } // namespace Hovlets

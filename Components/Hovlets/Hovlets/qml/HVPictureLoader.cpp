@@ -19,7 +19,7 @@ namespace Hovlets {
 
 namespace {
 
-/// Bytes of all decoded pictures that are in use.
+/// Bytes of all decoded pictures in use.
 std::atomic<qint64> usedMemory { 0 };
 
 qint64 bytesOf(const QImage &image)
@@ -27,7 +27,7 @@ qint64 bytesOf(const QImage &image)
     return qint64 { image.bytesPerLine() } * image.height();
 }
 
-/// Null for an image that does not fit beside those in use.
+/// Null if the image exceeds the memory that those in use have left.
 HVSharedPicture shared(QImage image)
 {
     const qint64 bytes = bytesOf(image);
@@ -41,14 +41,14 @@ HVSharedPicture shared(QImage image)
     });
 }
 
-/// Decoding pictures one by one keeps all but one of them small. Null at exit.
+/// A single thread, so only one picture at a time has its full size in memory. Null at exit.
 std::unique_ptr<QThreadPool> &decoders()
 {
     static std::unique_ptr<QThreadPool> pool;
     return pool;
 }
 
-/// Image plug-ins must not be unloaded while a picture is being decoded.
+/// Waits, because image plug-ins must not be unloaded while a picture is being decoded.
 void endDecoding()
 {
     decoders()->clear();
@@ -65,7 +65,7 @@ QThreadPool &decoder()
     return *decoders();
 }
 
-/// The picture, from memory when another item shows it. On the decoding thread only.
+/// The picture, shared if another item shows it. Call only on the decoding thread.
 HVSharedPicture decoded(const QString &path, const QSize &size)
 {
     static QHash<QString, std::weak_ptr<const QImage>> inUse;
@@ -88,7 +88,7 @@ HVSharedPicture decoded(const QString &path, const QSize &size)
 
 } // namespace
 
-/// What the receiver's thread and the decoding one share.
+/// Shared by the receiver's thread and the decoding one.
 class HVPictureRequest::State
 {
 public:
@@ -100,7 +100,7 @@ public:
 
     QMutex mutex; // guards receiver
     QObject *receiver = nullptr; // null once cancelled
-    Answer answer; // called on the receiver's thread only
+    Answer answer; // called only on the receiver's thread
 };
 
 HVPictureRequest::HVPictureRequest(const QString &path, const QSize &size, QObject *receiver,

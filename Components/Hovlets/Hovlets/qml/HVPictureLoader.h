@@ -12,20 +12,20 @@ class QObject;
 
 namespace Hovlets {
 
-/// A decoded picture; it counts against HVLimits::pictureMemory for as long as somebody holds it.
+/// A decoded picture. It counts against HVLimits::pictureMemory as long as it is referenced.
 using HVSharedPicture = std::shared_ptr<const QImage>;
 
 /*!
- * \brief A picture on its way from its file to the item that shows it.
+ * \brief A request to decode a picture for an item.
  *
- * All pictures of the process are decoded one after the other on one background thread, so that at
- * most one is in memory at its full size. Those that are in use already, of the same file and size,
- * are shared. Destroying the request, on any thread and without waiting, cancels it.
+ * One background thread decodes all pictures of the process in turn, so at most one is in memory at
+ * its full size. Pictures with the same file and size that are already in use are shared.
+ * Destroying the request cancels it, on any thread and without waiting.
  */
 class HVPictureRequest
 {
 public:
-    /// Called on the receiver's thread with the picture, or null when it cannot be shown.
+    /// Called on the receiver's thread with the picture, or null if it cannot be shown.
     using Answer = std::function<void(const HVSharedPicture &picture)>;
 
     /// Decodes the picture in \a path, scaled to \a size, for \a receiver, which must outlive the

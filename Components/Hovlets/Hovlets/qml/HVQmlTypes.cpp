@@ -17,7 +17,7 @@ constexpr auto Module = "com.zandor.hovlets.qml";
 
 template <typename Type> void registerType(const char *name)
 {
-    // Registering a type twice would leave two, of which QML reports one as ambiguous.
+    // A type that is registered twice is ambiguous in QML.
     if (qmlTypeId(Module, 1, 0, name) < 0)
         qmlRegisterType<Type>(Module, 1, 0, name);
 }

@@ -17,7 +17,7 @@ namespace {
 
 constexpr double Scale = 100.0;
 
-/// Truncates. QML may write anything: out-of-range values are clamped, and NaN becomes 0.
+/// Truncates. QML may assign anything: values out of range are clamped, and NaN becomes 0.
 int hundredths(float value)
 {
     using Limits = std::numeric_limits<int>;
@@ -166,8 +166,8 @@ bool HVScrollBarComponent::eventFilter(QObject *object, QEvent *event)
     return QQuickPaintedItem::eventFilter(object, event);
 }
 
-/// Delivers the event directly. Sent through the application, it would count as a click outside the
-/// popup, since the scroll bar is not a child of it.
+/// Delivers the event directly. If it went through the application, it would count as a click
+/// outside the popup, because the scroll bar is not a child of it.
 void HVScrollBarComponent::hand(QEvent &event)
 {
     m_scrollBar->event(&event);
@@ -182,7 +182,7 @@ void HVScrollBarComponent::handMouse(const QMouseEvent &event)
 
 void HVScrollBarComponent::mousePressEvent(QMouseEvent *event)
 {
-    setKeepMouseGrab(true); // a list around it must not take over the drag
+    setKeepMouseGrab(true); // a list around the item must not take over the drag
     handMouse(*event);
 }
 
@@ -197,8 +197,8 @@ void HVScrollBarComponent::mouseReleaseEvent(QMouseEvent *event)
     handMouse(*event);
 }
 
-/// If the popup hides while a button is held, no release follows and the bar would go on scrolling.
-/// A second release does nothing.
+/// If the popup hides while a button is pressed, no release follows, and the bar would continue to
+/// scroll. A second release has no effect.
 void HVScrollBarComponent::mouseUngrabEvent()
 {
     setKeepMouseGrab(false);

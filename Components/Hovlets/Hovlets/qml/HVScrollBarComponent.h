@@ -10,8 +10,8 @@ class QScrollBar;
 /*!
  * \brief The desktop's scroll bar as a QML item.
  *
- * It wraps a real QScrollBar without a parent, painted by the application's style, and passes
- * mouse, wheel and hover events to it. The scroll bar is never a window on screen. It counts in
+ * Wraps a real QScrollBar without a parent, painted in the application's style, and passes mouse,
+ * wheel and hover events to it. The scroll bar is never a window on screen. It counts in
  * hundredths: a value is multiplied by 100 and truncated. Do not use it outside a popup's QML: Qt
  * Quick Controls has a scroll bar for that. GUI thread only.
  */
@@ -47,21 +47,22 @@ public:
     float scrollBarWidth() const;
 
     /*!
-     * The distance that a click beside the slider moves it: the visible part of the range, which
-     * the slider's length shows. Default 0.1, too small for a range in pixels.
+     * The distance by which a click beside the slider moves it: the visible part of the range,
+     * which also determines the slider's length. Default 0.1, which is too small for a range in
+     * pixels.
      */
     float pageStep() const;
     void setPageStep(float value);
 
-    /// The distance that a click on an arrow moves the slider; the wheel moves it by several of
+    /// The distance by which a click on an arrow moves the slider; the wheel moves it by several of
     /// them. Default 0.01.
     float singleStep() const;
     void setSingleStep(float value);
 
-    /// Resizes the bar to the item. The bar keeps its size until this is called.
+    /// Resizes the bar to the item. Until this is called, the bar keeps its size.
     Q_INVOKABLE void updateDimensions();
 
-    /// Sets the value and emits positionChanged() only if it changes.
+    /// Sets the value, and emits positionChanged() only if it changes.
     Q_INVOKABLE void setPositionExternal(float value);
 
     void paint(QPainter *painter) override;

@@ -19,7 +19,7 @@ namespace {
 struct Element
 {
     QLatin1String name;
-    int code; // the style's number of the primitive element
+    int code; // the number of the primitive element in QStyle
 };
 
 const std::array<Element, 2> &elements()
@@ -80,7 +80,7 @@ void HVStyledRectangleComponent::setToolTipStyle(bool toolTipStyle)
     update();
 }
 
-/// Whether the only item around this one is the window's content item.
+/// Whether the window's content item is the item's only ancestor.
 bool HVStyledRectangleComponent::isPainted() const
 {
     return m_toolTipStyle || !parentItem() || (window() && parentItem() == window()->contentItem());

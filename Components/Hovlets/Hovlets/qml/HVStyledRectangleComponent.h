@@ -11,9 +11,9 @@ namespace Hovlets {
 /*!
  * \brief A bordered rectangle in the colours of the desktop's tooltips or windows.
  *
- * The border's right and bottom lines lie just outside the item, at x = width and y = height. In
- * the style of windows only an item without a parent paints, one pixel larger on each side. GUI
- * thread only.
+ * The border's right and bottom lines are just outside the item, at x = width and y = height. In
+ * the style of windows, only an item without a parent paints, and is one pixel larger on each side.
+ * GUI thread only.
  */
 class HVStyledRectangleComponent : public QQuickItem
 {
@@ -33,13 +33,13 @@ public:
     /// Ignores unknown names.
     void setElement(const QString &element);
 
-    /// Colour for text on the rectangle: black in tooltip style, else that of the palette.
+    /// Colour for text on the rectangle: black in tooltip style, else the palette's text colour.
     QColor textColor() const;
 
     bool toolTipStyle() const;
     void setToolTipStyle(bool toolTipStyle);
 
-    /// Paints the rectangle, the item's top-left corner at (0, 0).
+    /// Paints the rectangle, with the item's top-left corner at (0, 0).
     void paint(QPainter *painter) const;
 
 Q_SIGNALS:

@@ -10,8 +10,8 @@ namespace Hovlets {
 /*!
  * \brief The desktop's tooltip colours and the application's font, for QML as "hovletTheme".
  *
- * Qt Quick offers only the application's palette, which lacks the colours of tooltips. The values
- * are read at creation and by refresh(), which runs at every show and whenever the application's
+ * Qt Quick offers only the application's palette, which lacks the tooltip colours. The values are
+ * read at creation and by refresh(), which runs at every show and whenever the application's
  * palette or font changes. GUI thread only; owned by the view.
  */
 class HVToolTipTheme : public QObject
@@ -29,10 +29,10 @@ public:
     /// Background of tooltips.
     QColor base() const { return m_base; }
 
-    /// Colour of text on that background.
+    /// Text colour on that background.
     QColor text() const { return m_text; }
 
-    /// The palette's colour for links. It may be unreadable on the background.
+    /// The palette's link colour, which may be unreadable on the background.
     QColor link() const { return m_link; }
 
     /// The application's font.

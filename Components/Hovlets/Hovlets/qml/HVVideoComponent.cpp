@@ -36,7 +36,7 @@ HVVideoComponent::HVVideoComponent(QQuickItem *parent)
 
 HVVideoComponent::~HVVideoComponent()
 {
-    // FFmpeg may take its time; the user interface has none.
+    // FFmpeg may need time, for which the user interface must not wait.
     HVThreadKeeper::keep(m_controller, m_source);
 }
 
@@ -194,7 +194,7 @@ void HVVideoComponent::controllerPositionChanged()
 void HVVideoComponent::setFrame(const HVVideoFrame &frame)
 {
     if (frame.cacheKey() == m_frame.cacheKey())
-        return; // a picture may be delivered more than once
+        return; // a frame may be delivered more than once
     m_frame = frame;
     m_frameIsNew = true;
     update();

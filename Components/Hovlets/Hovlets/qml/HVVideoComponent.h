@@ -15,10 +15,10 @@ class HVVideoSourceFFMPEG;
 /*!
  * \brief The QML item that shows a clip of the popup's content.
  *
- * Each item has a source and a controller, each with its own thread. When the item is destroyed, it
- * asks both to quit and leaves them to HVThreadKeeper: it waits for nothing. The picture is drawn
- * from (0, 0) at its own size, also where the item is smaller; QML sizes the item by contentWidth
- * and contentHeight. GUI thread only.
+ * Each item has a source and a controller, each with a thread. When the item is destroyed, it asks
+ * both to quit and leaves them to HVThreadKeeper, without waiting. The frame is drawn from (0, 0)
+ * at its natural size, even if the item is smaller. QML sizes the item with contentWidth and
+ * contentHeight. GUI thread only.
  */
 class HVVideoComponent : public QQuickItem
 {
@@ -44,34 +44,34 @@ public:
     QString source() const;
 
     /*!
-     * Loads the clip that the popup's view finds in the content's resources, and clears the
-     * picture.
+     * Loads the clip that the popup's view finds in the content's resources, and clears the frame.
      *
-     * An item outside a view finds nothing: QML sets it once the item has a window. A name that is
-     * not found leaves what plays. Emits nothing.
+     * An item outside a view finds nothing, so QML must set the source once the item has a window.
+     * If the name is not found, the current clip remains. Emits nothing.
      */
     void setSource(const QString &name);
 
     VideoState state() const;
     void setState(VideoState state);
 
-    /// The index of the picture.
+    /// The index of the frame.
     qlonglong position() const;
     void setPosition(qlonglong position);
 
-    /// The position as a part of the clip, 0 to 1.
+    /// The position as a fraction of the clip, 0 to 1.
     double progress() const;
     void setProgress(double progress);
 
-    /// Kept for content that sets it; look-ups go through the view.
+    /// Unused. Kept for content that sets it; the view finds clips.
     QString searchPath() const;
     void setSearchPath(const QString &path);
 
-    /// The user drags the position: the end of the stream does not pause.
+    /// Whether the user is dragging the position. If so, the end of the stream does not pause the
+    /// clip.
     bool scrubbing() const;
     void setScrubbing(bool scrubbing);
 
-    /// Of the clip, in pixels; 200 x 150 before the first.
+    /// Size of the clip in pixels; 200 x 150 before the first.
     double contentHeight() const;
     double contentWidth() const;
     double loadProgress() const;

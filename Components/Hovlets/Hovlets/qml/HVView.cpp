@@ -52,7 +52,7 @@ public:
 
     HVComponentFinder finder() const { return { services, content.entry() }; }
 
-    QPointer<HVViewServices> services; // null once the manager is gone
+    QPointer<HVViewServices> services; // null after the manager is destroyed
     HVContentTree content;
     HVContentTranslator translator;
     HVToolTipTheme *theme = nullptr; // child of the view
@@ -63,7 +63,7 @@ public:
     HVViewActivity activity;
 };
 
-/// Marks the view as busy for a scope, which the view may not outlive.
+/// Marks the view as busy during a scope, in which the view may be deleted.
 class HVView::Activity
 {
     Q_DISABLE_COPY_MOVE(Activity)
@@ -108,7 +108,7 @@ QUrl urlOfFile(const QString &path)
     return url;
 }
 
-/// "title 12:3:text", without reading placeholders in the text.
+/// "title 12:3:text". Does not replace placeholders in the text.
 QString errorMessage(const QString &title, const QQmlError &error)
 {
     return QStringLiteral("%1 %2:%3:%4")
@@ -137,7 +137,7 @@ HVView::HVView(HVManager *manager, QWidget *parent)
 
 HVView::~HVView()
 {
-    // The QML goes before the content that it shows, so that none of it is left to complain.
+    // The QML is deleted before the content that it shows, so no binding reports missing content.
     setSource(QUrl());
 }
 
@@ -176,16 +176,16 @@ void HVView::showContent(HVXmlElement *content, const QString &rootPath)
     refreshTheme();
     exposeContent(rootPath);
     if (!self || d->content.entry() != content)
-        return; // the host's code has shown something else, or closed the popup
+        return; // the host's code has shown something else, or has closed the popup
     loadQML(ui.absoluteFilePath());
-    // QML that runs already resizes its view with the next turn of the event loop, after a frame
-    // at the old size and a place chosen by it.
+    // QML that is already running would resize its view in the next turn of the event loop: after a
+    // frame at the old size, and after the popup was placed for that.
     if (self)
         resize(sizeHint());
 }
 
-/// Hands the content to QML. Setting each property runs the bindings on it, and all three are in
-/// place before the first binding runs: none sees the new content with the old folder.
+/// Passes the content to QML. Setting each property runs its bindings, but all three are set before
+/// the first binding runs. None combines the new content with the old folder.
 void HVView::exposeContent(const QString &rootPath)
 {
     QQmlContext *context = engine()->rootContext();

@@ -8,17 +8,17 @@
 namespace Hovlets {
 
 /*!
- * \brief Counts what QML of a view has asked for and is waiting for.
+ * \brief Counts the calls of a view's QML that have not returned yet.
  *
- * QML calls the view, which asks the host, whose code may do anything: deleting the QML meanwhile
- * would pull the ground from under it, so what would delete it waits for the last answer.
+ * QML calls the view, which asks the host, whose code may do anything. Deleting the QML meanwhile
+ * would crash, so deletions wait until the last call has returned.
  */
 class HVViewActivity
 {
 public:
     [[nodiscard]] bool isBusy() const noexcept { return m_depth > 0; }
 
-    /// Calls \a action when nothing is under way, at once if nothing is.
+    /// Calls \a action when no call is pending, which may be immediately.
     void whenIdle(const std::function<void()> &action)
     {
         if (isBusy())

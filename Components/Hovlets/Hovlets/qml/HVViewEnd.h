@@ -4,11 +4,11 @@
 namespace Hovlets {
 
 /*!
- * \brief Has every view deleted when the application ends, before Qt Quick cleans up.
+ * \brief Deletes every view when the application ends, before Qt Quick cleans up.
  *
- * No view can be deleted after that clean-up, and a host may keep the library until then. Call it
- * once Qt Quick is loaded: routines run in the reverse order of their registration. GUI thread
- * only.
+ * Views cannot be deleted after that clean-up, and a host may keep the library until then. Call
+ * this function after Qt Quick is loaded: post routines run in the reverse order of their
+ * registration. GUI thread only.
  */
 void deleteViewsAtEnd();
 

@@ -14,32 +14,32 @@ class HVManager;
 class HVView;
 
 /*!
- * \brief What a view asks of the library around it.
+ * \brief The services of the library that a view uses.
  *
- * The manager owns the object that answers. Views keep a guarded pointer to it, since a pinned
- * popup may outlive the manager. GUI thread only.
+ * The manager owns the object that implements them. A pinned popup may outlive the manager, so
+ * views keep a guarded pointer to it. GUI thread only.
  */
 class HVViewServices : public QObject
 {
 public:
-    /// The parent of what views make for the services; it lives as long as they do.
+    /// The parent for objects that views create for the services. It lives as long as the services.
     virtual QObject *owner() = 0;
 
     /// The settings that the host can change at run time.
     virtual const HVContext &settings() const = 0;
 
-    /// Where the folders of a package are looked up.
+    /// The index that knows the folders of packages.
     virtual const HVIndex &contentIndex() const = 0;
 
     virtual void sendMessage(HVMessageType type, const QString &message) = 0;
 
-    /// Fills the placeholders "%(name)s" of \a text.
+    /// \a text with its placeholders "%(name)s" filled.
     virtual QString interpolated(const QString &text) const = 0;
 
-    /// Asks the host to translate \a text on behalf of \a view, whose package may have the answer.
+    /// Asks the host to translate \a text for \a view, whose package may contain the translation.
     virtual QString translated(HVView &view, const QString &text, const QString &context) = 0;
 
-    /// Asks the host to open what the settings allow; false when nothing was opened.
+    /// Asks the host to open \a resource if the settings allow it; false if nothing was opened.
     virtual bool openResource(const QString &resource) = 0;
 };
 

@@ -24,9 +24,9 @@ struct HVShownText
  *
  * Time and memory are linear in the input:
  * - Characters that Qt's text documents use for objects and frames, and lone surrogates, become
- * U+FFFD.
+ *   U+FFFD.
  * - A word of hundreds of letters gets zero-width spaces where it may break, because Qt measures
- * the whole rest of a word for each of its lines.
+ *   the whole rest of a word for each of its lines.
  * - Where the budget ends, the text ends with "…", and nothing more is written.
  */
 class HVShownTextWriter

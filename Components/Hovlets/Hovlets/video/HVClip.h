@@ -81,8 +81,7 @@ private:
     HVFfmpegPtr<AVFrame> m_decoded;
     HVFfmpegPtr<AVPacket> m_packet;
     HVPictureConverter m_converter;
-    std::future<QImage>
-            m_converting; // declared after what the conversion uses, hence destroyed first
+    std::future<QImage> m_converting; // destroyed before what it uses
     bool m_isFirst = true;
     QSize m_size;
     AVStream *m_stream = nullptr; // owned by the format context
