@@ -35,7 +35,7 @@ bool hasControlFiles(const QFileInfo &package)
     return std::any_of(files.begin(), files.end(), &Hovlets::HVControlFiles::isControlFile);
 }
 
-/// The packages that "search" may name: those in the paths, their neighbours on disk and "Default".
+/// The packages that "search" may name: those in the paths, their siblings on disk and "Default".
 class KnownPackages
 {
 public:
@@ -70,7 +70,7 @@ private:
     QHash<QString, QSet<QString>> m_byFolder;
 };
 
-/// The package folders in the paths, without those of the packages in the library.
+/// The package folders in the paths, without those of the library's own packages.
 class GivenPackages
 {
 public:
@@ -139,7 +139,7 @@ private:
         return context;
     }
 
-    /// Only one file is in memory at a time; of the others, there are the entries' keys.
+    /// Keeps only one file in memory at a time; of the others, only the keys of their entries.
     void checkFile(const QString &path, const QString &package)
     {
         const qint64 most = Hovlets::HVLimits::current().controlFileSize;

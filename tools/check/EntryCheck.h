@@ -9,7 +9,7 @@ namespace HovletsTool {
 class ControlFile;
 class FindingList;
 
-/// Checks one control file by itself. Its attribute "search" may name any of \a packages.
+/// Checks one control file. Its attribute "search" may name any of \a packages.
 void checkControlFile(const ControlFile &file, const QSet<QString> &packages,
                       FindingList &findings);
 

@@ -75,8 +75,8 @@ const std::vector<Rule> &rules()
 
 namespace {
 
-/// A finding is one line of output, even if its message quotes several lines of content. Content
-/// that is quoted can be very long.
+/// Makes a finding fit on one line of output, even if its message quotes several lines of content.
+/// Shortens long quotes.
 QString asLine(const QString &message)
 {
     constexpr int Longest = 1000; // characters
@@ -111,7 +111,7 @@ void FindingList::addFile(const QString &file)
 void FindingList::add(const char *code, const QString &file, Position position,
                       const QString &message)
 {
-    constexpr int Longest = 1000; // findings of a series; nobody reads more
+    constexpr int Longest = 1000; // findings of a series; more are of no use
     addFile(file);
     const int number = ++m_series[file + QLatin1Char('\n') + QLatin1String(code)];
     if (number > Longest)

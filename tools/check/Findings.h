@@ -11,13 +11,13 @@
 
 namespace HovletsTool {
 
-/// An error: the library does not serve the content as written. A warning: it does, but that may
-/// not be what the author means.
+/// An error: the library does not serve the content as it is written. A warning: it does, but
+/// perhaps the author means something else.
 enum class Level { Error, Warning };
 
 [[nodiscard]] QLatin1String nameOf(Level level);
 
-/// A kind of finding. A code is never reused, since authors search for codes and silence them.
+/// A kind of finding. Codes are never reused, because authors search for them and silence them.
 struct Rule
 {
     const char *code;
@@ -45,7 +45,7 @@ struct Finding
 /*!
  * \brief The checked files and the findings in them.
  *
- * Of a long series of findings with the same code in one file, only the first ones are listed.
+ * Lists only the first findings of a long series with the same code in one file.
  */
 class FindingList
 {

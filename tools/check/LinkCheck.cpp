@@ -11,7 +11,7 @@ namespace HovletsTool {
 
 namespace {
 
-/// Whether the library takes the link for a topic or a path, although it can hardly be one.
+/// Whether the library reads the link as a topic or a path, although the author hardly means one.
 bool isMistakenLink(const QString &link)
 {
     static const QRegularExpression address(QStringLiteral("^[a-zA-Z][-+.a-zA-Z0-9]*:/"));

@@ -7,7 +7,7 @@ namespace HovletsTool {
 
 class FindingList;
 
-/// Finds links that lead nowhere in an element and in the markup of its text.
+/// Finds broken links in an element and in the markup of its text.
 void checkLinks(const QString &path, const XmlDocument &document,
                 const XmlDocument::Element &element, FindingList &findings);
 

@@ -13,7 +13,7 @@ namespace HovletsTool {
 
 namespace {
 
-/// Equal for names that mean the same locale to the library; empty for all locales.
+/// A name that is equal for all spellings of a locale; empty for all locales.
 QString canonicalName(const QString &name)
 {
     const QLocale locale(name);
@@ -55,7 +55,7 @@ public:
         return find(QString()) != m_places.end() || find(locale) != m_places.end();
     }
 
-    /// The first entry, whose place stands for all of them.
+    /// The first entry, which stands for all of them.
     [[nodiscard]] const Place &first() const { return m_first; }
 
 private:
@@ -77,7 +77,7 @@ private:
         return found == m_places.end() || !found->firstServed.file ? nullptr : &found->firstServed;
     }
 
-    std::vector<InLocale> m_places; // no more than there are locales
+    std::vector<InLocale> m_places; // at most one for each locale
     Place m_first;
 };
 

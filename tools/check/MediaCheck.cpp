@@ -19,8 +19,8 @@ using namespace Hovlets;
 
 namespace {
 
-/// The names in "search" that can lead to a file, each once: the library tries all names for each
-/// file.
+/// The names in "search" that can lead to a file, without duplicates: the library tries all names
+/// for each file.
 QString usefulNames(const QString &search, const QSet<QString> &packages)
 {
     QStringList names;
@@ -62,7 +62,7 @@ private:
     MediaFiles m_files;
     HVView m_view;
     const ControlFile *m_file = nullptr;
-    QSet<QString> m_checked; // the user interfaces for all entries of a file
+    QSet<QString> m_checked; // the user interfaces that apply to all entries of a file
 };
 
 void MediaCheck::Private::check(const ControlFile &file, const QSet<QString> &packages,
@@ -93,7 +93,7 @@ void MediaCheck::Private::check(const ControlFile &file, const QSet<QString> &pa
 void MediaCheck::Private::check(const XmlDocument::Branch &entry)
 {
     checkUserInterface(entry.top(), QStringLiteral("ui"));
-    // Only hosts that show simple popups use the other user interface.
+    // Only hosts that show simple popups use this user interface.
     const QString simple = QStringLiteral("simple");
     if (entry.top().has(simple) || m_file->root()->has(simple)) {
         m_manager.context().set(HVKeySimpleMode, true);
@@ -107,7 +107,7 @@ void MediaCheck::Private::check(const XmlDocument::Branch &entry)
     }
 }
 
-/// Reports a path that the root element sets for all entries only once per file.
+/// Reports a path that the root element sets for all entries only once for each file.
 void MediaCheck::Private::checkUserInterface(const XmlDocument::Element &entry,
                                              const QString &attribute)
 {

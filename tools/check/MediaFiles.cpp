@@ -12,8 +12,8 @@ namespace HovletsTool {
 
 namespace {
 
-/// Decodes the picture to find damage in it. A JPEG file is decoded at a small size, which takes
-/// less memory.
+/// Decodes the picture to find damage. A JPEG file is decoded at a small size, which takes less
+/// memory.
 MediaProblem openPicture(const QString &path)
 {
     constexpr int Side = 512; // pixels

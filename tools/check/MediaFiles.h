@@ -8,7 +8,7 @@
 
 namespace HovletsTool {
 
-/// What is wrong with a clip or picture. An empty code stands for nothing.
+/// A problem with a clip or picture. An empty code means that there is none.
 struct MediaProblem
 {
     const char *code = "";

@@ -100,7 +100,7 @@ void checkFolder(const QFileInfo &folder, FindingList &findings)
     if (hasSuffix && (folder.isSymLink() || folder.isHidden()))
         return findings.add("HV113", folder.filePath(),
                             QStringLiteral("symbolic links and hidden folders are not packages"));
-    if (hasSuffix && !folder.isReadable()) // checkPackage() handles the others
+    if (hasSuffix && !folder.isReadable()) // checkPackage() handles readable ones
         return addClosed(folder, findings);
     if (!hasSuffix && QDir(folder.filePath()).exists(ControlFolder))
         findings.add(
@@ -121,7 +121,7 @@ void checkPackages(const std::vector<std::string> &paths, const ContentIndex &co
         checkPackage(package, indexed, findings);
     for (const std::string &name : paths) {
         const QString given = QFileInfo(QString::fromLocal8Bit(name.c_str())).absoluteFilePath();
-        const QFileInfo path(QDir::cleanPath(given)); // "P.hovlets/" has no suffix
+        const QFileInfo path(QDir::cleanPath(given)); // cleaned because "P.hovlets/" has no suffix
         if (path.suffix() == PackageSuffix)
             continue;
         checkFolder(path, findings);

@@ -9,7 +9,7 @@ namespace HovletsTool {
 class ContentIndex;
 class FindingList;
 
-/// Finds files in the paths that look like content but are not indexed, and says why.
+/// Finds files in the paths that look like content but are not indexed, and reports the reason.
 void checkPackages(const std::vector<std::string> &paths, const ContentIndex &content,
                    FindingList &findings);
 

@@ -58,7 +58,7 @@ void findUnterminated(Iterator begin, Iterator end, int offset, std::vector<Occu
     }
 }
 
-/// The unterminated placeholders as written in the file.
+/// The unterminated placeholders as they are written in the file.
 std::vector<Occurrence> written(const QByteArray &bytes, const std::vector<Range> &ranges)
 {
     std::vector<Occurrence> found;
@@ -68,7 +68,7 @@ std::vector<Occurrence> written(const QByteArray &bytes, const std::vector<Range
     return found;
 }
 
-/// \param otherwise the place to report for a placeholder that an entity holds
+/// \param otherwise the place to report if an entity contains the placeholder
 void check(const QString &path, const XmlDocument &document, const QString &text,
            const std::vector<Range> &ranges, int otherwise, FindingList &findings)
 {

@@ -29,8 +29,8 @@ const xmlChar *toXml(const QByteArray &text)
     return reinterpret_cast<const xmlChar *>(text.constData());
 }
 
-/// The schema without its rule on unique keys, which another check knows more about. The time to
-/// apply it would grow with the square of their number.
+/// The schema without its rule on unique keys. Another check gives better messages for it, and its
+/// time would grow with the square of their number.
 QByteArray rulesOf(const QString &schema)
 {
     registerSchemas();
@@ -60,7 +60,7 @@ xmlSchema *schemaNamed(const QString &name)
     return schemas.emplace(name, std::move(schema)).first->second.get();
 }
 
-/// Other checks know more about keys and locales than the schema does.
+/// Other checks give better messages about keys and locales.
 bool isKnownElsewhere(int code)
 {
     return code == XML_SCHEMAV_CVC_COMPLEX_TYPE_4 || code == XML_SCHEMAV_CVC_MINLENGTH_VALID
@@ -69,8 +69,8 @@ bool isKnownElsewhere(int code)
 }
 
 /*!
- * A name with or without a prefix. Prefixes are not looked up, since the schema has no names with
- * one: they stand for their namespaces.
+ * A name with or without a prefix. The prefix itself serves as the namespace. It need not be
+ * resolved, because the schema has no names with a prefix.
  */
 struct Name
 {
@@ -100,8 +100,8 @@ bool declaresNamespace(const XmlDocument::Attribute &attribute)
 } // namespace
 
 /*!
- * The validator receives the elements of a document that is parsed already: a parser of its own
- * would keep the whole file as a tree.
+ * The validator receives the elements of a document that is already parsed: with its own parser, it
+ * would keep the whole file in memory as a tree.
  */
 class SchemaCheck::Private
 {
@@ -130,7 +130,7 @@ public:
 private:
     struct Open
     {
-        Name name; // the validator keeps pointers into it
+        Name name; // the validator stores pointers into it
         QByteArray defaultNamespace;
         int offset;
     };
@@ -146,7 +146,7 @@ private:
     xmlSAXHandler *m_handler = nullptr;
     void *m_data = nullptr;
     std::vector<Open> m_open;
-    int m_offset = 0; // of the element that is being validated
+    int m_offset = 0; // of the element being validated
 };
 
 void SchemaCheck::Private::start(const XmlDocument::Element &element)
@@ -197,7 +197,7 @@ void SchemaCheck::Private::handleError(void *data, xmlErrorPtr error)
     self.m_findings.add("HV103", self.m_path, self.position(message), message);
 }
 
-/// The validator tells the name of an attribute only in its message.
+/// The validator names the attribute only in its message.
 Position SchemaCheck::Private::position(const QString &message) const
 {
     static const QRegularExpression attribute(

@@ -14,7 +14,7 @@ using namespace Hovlets;
 
 namespace {
 
-/// A popup that leaves texts as they are and has every picture.
+/// Stands for any popup: leaves texts unchanged and has every picture.
 class AnyPopup : public HVEntryServices
 {
 public:
@@ -24,7 +24,7 @@ public:
     bool canShowPicture(const QString &) override { return true; }
 };
 
-/// Whether a popup may cut the entry off. Tags in texts count as elements, too.
+/// Whether a popup might cut the entry. Tags in texts count as elements.
 bool isLarge(const XmlDocument::Branch &entry, const HVLimits &limits)
 {
     constexpr int ShortestTag = 3; // characters

@@ -33,7 +33,7 @@ struct Tag
     QString name;
 };
 
-/// The start tag that the library finds, which it looks for line by line.
+/// The start tag that the library would find. It searches line by line.
 std::optional<Tag> findTag(const QByteArray &bytes)
 {
     static const QRegularExpression tag(QStringLiteral("<([\\w\\p{M}]+)\\s*([\\w\\p{M}]|>|/>)"),
@@ -94,7 +94,7 @@ void explainUnindexed(const QFileInfo &file, FindingList &findings)
     XmlDocument document(bytes);
     if (!document.root() && bytes.size() == HeadSize)
         document = XmlDocument(HVFileBytes::all(path, most)
-                                       .bytes); // the library, too, reads on until it finds a tag
+                                       .bytes); // the library also continues until it finds a tag
     const XmlDocument::Element *root = document.root();
     if (!root)
         return findings.add("HV101", path, document.errorPosition(), document.error());

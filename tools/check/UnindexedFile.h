@@ -9,7 +9,7 @@ namespace HovletsTool {
 
 class FindingList;
 
-// Files in a package that the library does not index. They may be of any kind and size, so only
+// Files in a package that the library does not index. They may have any type and size, so only
 // regular files are opened, and only their beginning is read.
 
 /// Whether the root element is that of a control file.
@@ -18,7 +18,7 @@ class FindingList;
 /// Reports a file that could not be read within the library's limit.
 void addUnreadable(const QString &path, const Hovlets::HVFileBytes &file, FindingList &findings);
 
-/// Says why a regular file with a suitable name in the control folder is not indexed.
+/// Reports why a regular file with a suitable name in the control folder is not indexed.
 void explainUnindexed(const QFileInfo &file, FindingList &findings);
 
 } // namespace HovletsTool

@@ -7,9 +7,9 @@ namespace HovletsTool {
 
 class FindingList;
 
-// Checks that control files and key-data files have in common.
+// Checks for both control files and key-data files.
 
-/// Reports a file that is not well-formed or that is nested too deeply.
+/// Reports a file that is not well-formed or nested too deeply.
 void checkForm(const QString &path, const XmlDocument &document, FindingList &findings);
 
 /// Reports attributes that the library sets itself.

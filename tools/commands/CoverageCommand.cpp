@@ -25,7 +25,7 @@ struct Options
 
 QJsonObject readReport(const QString &path)
 {
-    constexpr qint64 MaxSize = qint64 { 64 } * 1024 * 1024; // bytes, far more than any report has
+    constexpr qint64 MaxSize = qint64 { 64 } * 1024 * 1024; // bytes, far more than in any report
     QJsonParseError error;
     const QJsonObject report = QJsonDocument::fromJson(readFile(path, MaxSize), &error).object();
     if (error.error != QJsonParseError::NoError)
@@ -53,7 +53,7 @@ QJsonArray those(const QJsonObject &report, const char *name, const char *what, 
     return found;
 }
 
-/// The best name that the report has for the control.
+/// The most helpful name of the control in the report.
 QString nameOf(const QJsonObject &control)
 {
     for (const char *name : { "key", "objectName", "label" }) {
@@ -111,7 +111,7 @@ ExitStatus run(const Options &options)
             result.missing += control;
         const QJsonArray unasked = those(report, "entries", "asked", false);
         for (const auto &entry : unasked) {
-            // The fallback entry is for controls without a key.
+            // The fallback entry serves controls without content; none asks for its key.
             if (!entry.toObject().value(QLatin1String("isFallback")).toBool())
                 result.unasked += entry;
         }

@@ -33,7 +33,7 @@ struct Entry
     QStringList paragraphs; // the first becomes the title
 };
 
-/// Leaves out entries without visible text, such as those translated to blanks.
+/// Omits entries without visible text, such as those translated to spaces.
 std::vector<Entry> entriesOf(const std::vector<UiEntry> &all, const UiTranslation *translation)
 {
     std::vector<Entry> entries;

@@ -17,8 +17,8 @@ namespace HovletsTool {
 
 namespace {
 
-/// Drops the notes of the library, since the commands report mistakes themselves, and Qt's warnings
-/// about a machine without a session or a display.
+/// Drops messages of the library, because the commands report mistakes themselves, and Qt's
+/// warnings about machines without a session or a display.
 void handleMessage(QtMsgType type, const QMessageLogContext &, const QString &message)
 {
     const bool isAboutSession = message.startsWith(QLatin1String("QStandardPaths:"));
@@ -76,7 +76,7 @@ ExitStatus Program::run(int argc, char **argv)
     }
 }
 
-/// Returns false when there was only help to print and no command to run.
+/// Returns false if the command line only asked for help, so no command needs to run.
 bool Program::parse(std::vector<std::string> arguments)
 {
     arguments = withoutHelpCommand(std::move(arguments));
@@ -121,7 +121,7 @@ ExitStatus Program::runCommand(int argc, char **argv)
         throw ToolError(QStringLiteral("there is no display to open a window on; "
                                        "`hovlets render` renders popups without one"));
 #endif
-    // Qt 5 aborts on the offscreen platform, which has no OpenGL there.
+    // Qt 5 aborts on the offscreen platform, which lacks OpenGL there.
     if (qgetenv("QT_QPA_PLATFORM").startsWith("offscreen") && !isSet("QT_QUICK_BACKEND"))
         qputenv("QT_QUICK_BACKEND", "software");
     qInstallMessageHandler(&handleMessage);

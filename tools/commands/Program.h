@@ -12,10 +12,10 @@ namespace HovletsTool {
 enum class ExitStatus { Clean = 0, Findings = 1, Failed = 2 };
 
 /*!
- * \brief The command line: registers the commands and runs the one that the user asks for.
+ * \brief The command line: registers the commands and runs the selected one.
  *
- * The application object is created after the command line is parsed. A wrong command line
- * therefore costs nothing, and only a command that opens a window needs a display.
+ * The application object is created after the command line is parsed. Therefore a wrong command
+ * line costs nothing, and only commands that open a window need a display.
  */
 class Program
 {

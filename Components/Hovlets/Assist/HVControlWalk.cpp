@@ -27,7 +27,7 @@ bool inheritsAny(const QObject *object, const QStringList &classes)
     });
 }
 
-/// Controls whose child widgets are parts of the control.
+/// Controls whose child widgets are only parts of them.
 bool isClosed(const QWidget *widget)
 {
     static const QStringList classes {
@@ -61,13 +61,13 @@ bool isInteractive(const QWidget *widget)
             || (!isContainer(widget) && (isClosed(widget) || widget->focusPolicy() != Qt::NoFocus));
 }
 
-/// Whether Qt has named the object: it builds controls from such parts.
+/// Whether Qt has named the object, as it does with the parts that it builds controls from.
 bool isPart(const QWidget *widget)
 {
     return widget->objectName().startsWith(QLatin1String("qt_"));
 }
 
-/// The only parts of Qt's own controls that contain widgets of the host.
+/// Parts of Qt's own controls that can contain widgets of the host; there are no others.
 bool holdsHostWidgets(const QWidget *part)
 {
     return part->objectName() == QLatin1String("qt_scrollarea_viewport")
@@ -151,7 +151,7 @@ private:
     const std::function<void(const HVVisibleObject &)> &m_visit;
 };
 
-/// The text of the label whose buddy is the field.
+/// The text of the label that has the field as its buddy.
 QString textOfBuddy(const QObject *object)
 {
     if (!object->isWidgetType() || !object->parent())
@@ -174,7 +174,7 @@ void walkVisibleObjects(const QStringList &ignoredClasses,
 
 QString labelOf(const QObject *object)
 {
-    // In other widgets, the property "text" holds what the user has typed.
+    // In other widgets, the property "text" contains what the user has typed.
     const bool hasWords = object->inherits("QAbstractButton") || object->inherits("QAction")
             || object->inherits("QLabel");
     const auto property = [object](const char *name) { return object->property(name).toString(); };
@@ -182,7 +182,7 @@ QString labelOf(const QObject *object)
                                  property("accessibleName"), textOfBuddy(object),
                                  property("toolTip") };
     for (QString text : candidates) {
-        // Without the mark of the mnemonic.
+        // Without the mnemonic's mark.
         const QString line =
                 text.remove(QLatin1Char('&')).section(QLatin1Char('\n'), 0, 0).simplified();
         if (!line.isEmpty())

@@ -32,7 +32,7 @@ struct HVVisibleObject
 void walkVisibleObjects(const QStringList &ignoredClasses,
                         const std::function<void(const HVVisibleObject &)> &visit);
 
-/// The words by which a person recognises a widget or an action.
+/// The text by which a user recognises a widget or an action.
 QString labelOf(const QObject *object);
 
 } // namespace Hovlets

@@ -23,7 +23,7 @@ namespace Hovlets {
 
 namespace {
 
-constexpr int Rest = 50; // ms from an event to the walk, which serves many events
+constexpr int Rest = 50; // ms from an event to the walk, which serves all events until then
 constexpr int FormatVersion = 1;
 
 QString windowName(const QWidget *widget)
@@ -35,7 +35,7 @@ QString windowName(const QWidget *widget)
                                           : window->objectName();
 }
 
-/// Whether an outline may be in the wrong place after such an event.
+/// Whether such an event may leave an outline in the wrong place.
 bool movesControls(QEvent::Type type)
 {
     return type == QEvent::Hide || type == QEvent::Move || type == QEvent::Resize
@@ -151,7 +151,7 @@ void HVCoverage::walk()
 {
     if (!d->host || d->isWalking)
         return;
-    d->isWalking = true; // its own overlays must not start another
+    d->isWalking = true; // the overlays of this walk must not start another
     d->timer.stop();
     d->outlines.clear();
     d->fallback = fallbackKey(*d->host);
@@ -162,7 +162,7 @@ void HVCoverage::walk()
     d->isWalking = false;
 }
 
-/// Does not restart the timer: a window that changes constantly must be walked too.
+/// Does not restart the timer: a window that changes constantly must be walked as well.
 void HVCoverage::walkSoon()
 {
     if (!d->timer.isActive())

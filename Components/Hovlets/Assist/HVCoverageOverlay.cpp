@@ -58,7 +58,7 @@ bool isOverlay(const QObject *object)
 
 bool takesOverlay(const QWidget *window)
 {
-    return !window->inherits("QSplitter"); // makes each child a pane
+    return !window->inherits("QSplitter"); // would turn each child into a pane
 }
 
 } // namespace Hovlets

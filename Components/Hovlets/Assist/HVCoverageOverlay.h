@@ -23,7 +23,7 @@ struct HVOutline
  * \brief Covers a window and outlines its controls.
  *
  * Events pass through it to the widgets below. Missing and covered controls differ in the stroke as
- * well as in the colour, since not everybody can tell red from green.
+ * well as in the colour, because not everybody can distinguish red from green.
  */
 class HVCoverageOverlay : public QWidget
 {
@@ -43,7 +43,7 @@ private:
 
 bool isOverlay(const QObject *object);
 
-/// Whether the window tolerates an additional child widget.
+/// Whether the window can have an additional child widget.
 bool takesOverlay(const QWidget *window);
 
 } // namespace Hovlets

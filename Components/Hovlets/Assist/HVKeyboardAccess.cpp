@@ -126,7 +126,7 @@ void HVKeyboardAccess::Private::hideWithEscape()
         closePinnedPopup(pinned);
 }
 
-/// Keeps the place that the library chose, below the control, unless the popup hides the control.
+/// Keeps the place below the control that the library chose, unless the popup hides the control.
 void HVKeyboardAccess::Private::place()
 {
     if (!popup || !control)

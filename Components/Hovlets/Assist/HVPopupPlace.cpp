@@ -7,7 +7,7 @@ namespace {
 
 constexpr int Gap = 6; // pixels between the control and the popup
 
-/// Shifts the popup along the control where it would leave the screen.
+/// Shifts the popup along the control if it would otherwise leave the screen.
 int within(int start, int length, int low, int high)
 {
     return qMax(low, qMin(start, high - length + 1));

@@ -23,7 +23,7 @@ QString plainText(const HVPopup &popup, const QString &source, const QString &ke
     return shown.simplified();
 }
 
-/// The texts below \a element in their order; a picture has its description.
+/// The texts below \a element in document order, including the descriptions of pictures.
 QStringList textsBelow(const HVXmlElement &element)
 {
     QStringList texts;

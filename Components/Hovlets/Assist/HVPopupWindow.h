@@ -8,26 +8,26 @@ class QWidget;
 
 namespace Hovlets {
 
-// What the helpers ask of the library's popups, through HVPopup.
+// Queries of the helpers about the library's popups, through HVPopup.
 
 bool isPopup(const QObject *object);
 
-/// Whether the user has pinned it, so that it is no tooltip any more.
+/// Whether the user has pinned the popup, which therefore no longer acts as a tooltip.
 bool isPinned(const QWidget *popup);
 
-/// The popup that is on screen and not pinned, or null.
+/// The visible popup that is not pinned, or null.
 QWidget *visiblePopup();
 
 /// The pinned popup that has the focus, or null.
 QWidget *pinnedPopupWithFocus();
 
-/// Closes a pinned popup with the window that is around it alone.
+/// Closes a pinned popup, or its parent if that is a window.
 void closePinnedPopup(QWidget *popup);
 
-/// The key of the entry that it shows, or empty.
+/// The key of the entry in the popup; empty if there is none.
 QString shownKey(const QWidget *popup);
 
-/// What it says, for a screen reader: plain text, translated and filled in.
+/// The popup's text for a screen reader: plain text, translated, with placeholders filled.
 struct HVPopupWords
 {
     QString title;
