@@ -13,13 +13,14 @@ function(hovlets_test_options target)
         $<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:-O0 $<$<NOT:$<CONFIG:Debug>>:-g1>>)
 endfunction()
 
-# hovlets_test(FOLDER/NAME [DISPLAY [SCREENS]])
+# hovlets_test(FOLDER/NAME [DISPLAY [SCREENS] [BOTH_SCENE_GRAPHS]])
 #
 # Builds the QTest program NAME from FOLDER/NAME.cpp, which includes NAME.moc. It runs on the
 # offscreen platform. With DISPLAY it runs on an X server with a window manager, and with SCREENS on
-# two screens. An unexpected warning fails the test.
+# two screens. With BOTH_SCENE_GRAPHS it runs a second time, as NAME_opengl, on OpenGL instead of the
+# software scene graph. An unexpected warning fails the test.
 function(hovlets_test source)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "DISPLAY;SCREENS" "" "")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "DISPLAY;SCREENS;BOTH_SCENE_GRAPHS" "" "")
     get_filename_component(name ${source} NAME)
     # Only clips use threads. Two of their tests are not clean with the thread sanitizer. For the
     # keeper, it reports QtCore's lists of connections and events, because it does not see their
@@ -50,16 +51,27 @@ function(hovlets_test source)
         if(arg_SCREENS)
             set(screens --second 640x480)
         endif()
-        add_test(NAME ${name} COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/support/with-display ${screens}
-            $<TARGET_FILE:${name}>)
+        set(tests ${name})
+        if(arg_BOTH_SCENE_GRAPHS)
+            list(APPEND tests ${name}_opengl)
+        endif()
+        foreach(test IN LISTS tests)
+            add_test(NAME ${test} COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/support/with-display ${screens}
+                $<TARGET_FILE:${name}>)
+        endforeach()
         # These tests move a pointer over their windows and need an otherwise idle machine.
-        set_tests_properties(${name} PROPERTIES RUN_SERIAL ON)
+        set_tests_properties(${tests} PROPERTIES RUN_SERIAL ON)
     else()
+        set(tests ${name})
         add_test(NAME ${name} COMMAND ${name})
     endif()
-    set_tests_properties(${name} PROPERTIES FAIL_REGULAR_EXPRESSION "QWARN;QCRITICAL" TIMEOUT 600)
+    set_tests_properties(${tests} PROPERTIES FAIL_REGULAR_EXPRESSION "QWARN;QCRITICAL" TIMEOUT 600)
+    if(arg_BOTH_SCENE_GRAPHS)
+        set_property(TEST ${name}_opengl APPEND PROPERTY ENVIRONMENT
+            "QT_QUICK_BACKEND=;QSG_RHI_BACKEND=opengl;LIBGL_ALWAYS_SOFTWARE=1")
+    endif()
     if(HOVLETS_SANITIZE)
-        set_tests_properties(${name} PROPERTIES ENVIRONMENT
+        set_property(TEST ${tests} APPEND PROPERTY ENVIRONMENT
             "ASAN_OPTIONS=detect_stack_use_after_return=1;UBSAN_OPTIONS=print_stacktrace=1;LSAN_OPTIONS=suppressions=${CMAKE_CURRENT_SOURCE_DIR}/sanitizers/leak.supp:print_suppressions=0;TSAN_OPTIONS=suppressions=${CMAKE_CURRENT_SOURCE_DIR}/sanitizers/thread.supp:die_after_fork=0")
     endif()
 endfunction()

@@ -33,6 +33,9 @@ namespace {
 
 constexpr qreal FadeStart = 0.1;
 
+// Deliberate: user interfaces rely on it to show their last border line.
+constexpr QSize Rim(1, 1);
+
 /// Deletes \a view, which may be null, once its QML has ended.
 void deleteWhenIdle(HVView *view)
 {
@@ -44,6 +47,18 @@ void deleteWhenIdle(HVView *view)
     // Removing only the QObject parent suffices for it to outlive the popup.
     view->QObject::setParent(nullptr);
     view->whenIdle([view] { view->deleteLater(); });
+}
+
+/// Moves and resizes \a window, in one step where it can be seen.
+void setFixedGeometry(QWidget &window, const QRect &geometry)
+{
+    if (window.isVisible() && window.frameGeometry() == window.geometry()) {
+        window.setMinimumSize(0, 0);
+        window.setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+        window.setGeometry(geometry);
+    }
+    window.setFixedSize(geometry.size());
+    window.move(geometry.topLeft());
 }
 
 } // namespace
@@ -65,6 +80,7 @@ public:
     bool retired = false;
     HVControlWatch *control = nullptr; // child; watches the reference widget of a hover popup
     HVDismissalWatch *dismissal = nullptr; // child; runs while a hover popup is up
+    bool isChanging = false; // the view loads content, whose size is final when it returns
     std::optional<QPoint> wanted; // requested position; none once the user has moved it
     QPoint placed; // the resulting position
 };
@@ -138,11 +154,18 @@ void HVWidget::showWithContent(QObject *reference, const QPoint &pos, HVXmlEleme
     d->referenceWidget =
             reference && reference->isWidgetType() ? static_cast<QWidget *>(reference) : nullptr;
     d->control->watch(d->referenceWidget);
-    d->wanted.reset(); // the new content takes its size before it is placed
+    d->isChanging = true;
     d->view->showContent(content, rootPath);
-    if (!self || d->retired || !d->view || d->view->content() != content)
+    if (!self)
+        return;
+    d->isChanging = false;
+    if (d->retired || !d->view || d->view->content() != content)
         return; // the host's code has shown something else or closed the popup
-    placeAt(pos, frameGeometry().size());
+    d->wanted = pos;
+    fitToView(Place::Wanted);
+    // In this turn of the event loop: in the next one, the old content would have been visible at
+    // the new position.
+    d->view->repaint();
     // A countdown that started meanwhile must not hide the popup of this control.
     if (isVisible() && isSafe(QCursor::pos()))
         d->hideTimer->stop();
@@ -291,17 +314,6 @@ QRect HVWidget::findVisibleGeometry(QRect geometry, bool *move) const
     return shiftedInto(geometry, screen ? screen->availableGeometry() : geometry, move);
 }
 
-/// Moves the popup to \a wanted, shifted onto the screen for \a size, and stores both points.
-void HVWidget::placeAt(const QPoint &wanted, const QSize &size)
-{
-    QWidget *own = ownWindow();
-    if (!own)
-        return;
-    d->placed = findVisibleGeometry(QRect(wanted, size)).topLeft();
-    d->wanted = wanted;
-    own->move(d->placed);
-}
-
 void HVWidget::reposition()
 {
     QWidget *own = ownWindow();
@@ -323,29 +335,47 @@ QWidget *HVWidget::ownWindow()
 
 void HVWidget::contentResized()
 {
-    if (!d->view)
+    if (!d->view || d->isChanging)
         return;
-    // The extra pixel is deliberate: user interfaces rely on it to show their last border line.
-    constexpr QSize Extra(1, 1);
+    const QWidget *own = ownWindow();
+    const bool isPlaced = own && d->wanted && own->pos() == d->placed;
+    fitToView(isPlaced ? Place::WantedButTheRim : Place::Nearest);
+}
+
+/// Takes the size of the view and, unless docked, a place on the screen for that size.
+void HVWidget::fitToView(Place place)
+{
     const QSize size = d->view->size();
-    setFixedSize(size + Extra);
     QWidget *own = ownWindow();
+    if (own != this)
+        setFixedSize(size + Rim);
     if (!own)
         return;
     QSize ownSize = size;
     if (own != this) {
         const QMargins margins = own->layout() ? own->layout()->contentsMargins() : QMargins();
         ownSize = size.grownBy(margins);
-        own->setFixedSize(ownSize + Extra);
     }
-    if (d->wanted && own->pos() == d->placed)
-        return placeAt(*d->wanted, ownSize);
-    const QRect client = own->geometry();
-    const QRect frame = own->frameGeometry();
+    if (place == Place::Nearest) {
+        own->setFixedSize(ownSize + Rim);
+        moveOntoScreen(*own, ownSize);
+        return;
+    }
+    if (place == Place::WantedButTheRim && own->size() == ownSize + Rim)
+        return;
+    const QSize visible = place == Place::Wanted ? ownSize + Rim : ownSize;
+    d->placed = findVisibleGeometry(QRect(*d->wanted, visible)).topLeft();
+    setFixedGeometry(*own, QRect(d->placed, ownSize + Rim));
+}
+
+void HVWidget::moveOntoScreen(QWidget &own, const QSize &size)
+{
+    const QRect client = own.geometry();
+    const QRect frame = own.frameGeometry();
     bool shifted = false;
-    const QRect visible = findVisibleGeometry(QRect(frame.topLeft(), ownSize), &shifted);
+    const QRect visible = findVisibleGeometry(QRect(frame.topLeft(), size), &shifted);
     if (shifted)
-        own->move(visible.left(), visible.top() - (client.top() - frame.top()));
+        own.move(visible.left(), visible.top() - (client.top() - frame.top()));
 }
 
 void HVWidget::contentReservedChanged()

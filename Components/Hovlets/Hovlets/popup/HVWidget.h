@@ -96,7 +96,11 @@ protected:
 private:
     void endFadeOut();
     QWidget *ownWindow();
-    void placeAt(const QPoint &wanted, const QSize &size);
+    /// Where the popup goes for a new size: for the point that was asked for, with or without its
+    /// rim on the screen, or as near as possible to where it is.
+    enum class Place { Wanted, WantedButTheRim, Nearest };
+    void fitToView(Place place);
+    void moveOntoScreen(QWidget &own, const QSize &size);
 
     class Private;
     std::unique_ptr<Private> d;

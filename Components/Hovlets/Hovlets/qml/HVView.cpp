@@ -19,9 +19,13 @@
 #include <QtCore/QUrl>
 #include <QtCore/QVector>
 #include <QtGui/QGuiApplication>
+#include <QtGui/QResizeEvent>
+#include <QtGui/QShowEvent>
 #include <QtQml/QQmlContext>
 #include <QtQml/QQmlEngine>
 #include <QtQuick/QQuickItem>
+#include <QtQuick/QQuickWindow>
+#include <QtQuick/QSGRendererInterface>
 #include <QtWidgets/QApplication>
 
 #include <utility>
@@ -178,10 +182,32 @@ void HVView::showContent(HVXmlElement *content, const QString &rootPath)
     if (!self || d->content.entry() != content)
         return; // the host's code has shown something else, or has closed the popup
     loadQML(ui.absoluteFilePath());
+    if (!self)
+        return;
     // QML that is already running would resize its view in the next turn of the event loop: after a
     // frame at the old size, and after the popup was placed for that.
-    if (self)
-        resize(sizeHint());
+    if (size() == sizeHint())
+        renderScene();
+    else
+        resize(sizeHint()); // which renders as well
+}
+
+/// Renders at once. The base class renders some milliseconds after a change, and the popup would
+/// show its old content until then. Its handler of each of these two events renders immediately,
+/// with one of the two kinds of scene graph.
+void HVView::renderScene()
+{
+    if (!isVisible())
+        return;
+    if (quickWindow()->rendererInterface()->graphicsApi() == QSGRendererInterface::Software) {
+        QResizeEvent event(size(), size());
+        QQuickWidget::resizeEvent(&event);
+    } else {
+        QShowEvent event;
+        QQuickWidget::showEvent(&event);
+    }
+    if (size() != sizeHint())
+        resize(sizeHint()); // positioners and layouts settle when the scene is rendered
 }
 
 /// Passes the content to QML. Setting each property runs its bindings, but all three are set before
@@ -400,6 +426,13 @@ void HVView::resizeEvent(QResizeEvent *event)
     QQuickWidget::resizeEvent(event);
     if (rootObject())
         Q_EMIT contentSizeChanged();
+}
+
+void HVView::showEvent(QShowEvent *event)
+{
+    QQuickWidget::showEvent(event);
+    if (quickWindow()->rendererInterface()->graphicsApi() == QSGRendererInterface::Software)
+        renderScene();
 }
 
 void HVView::changeEvent(QEvent *event)

@@ -59,7 +59,8 @@ public:
     /*!
      * Owns \a content, in place of the content before, and runs its user interface.
      *
-     * When it returns, the view has the size of the new content. \a rootPath is the package folder.
+     * When it returns, the view has the size of the new content and, if it is visible, has rendered
+     * it: repaint() brings it to the screen. \a rootPath is the package folder.
      * QML and code of the host run meanwhile; they may show other content, which then stays.
      */
     void showContent(HVXmlElement *content, const QString &rootPath);
@@ -163,11 +164,13 @@ Q_SIGNALS:
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
+    void showEvent(QShowEvent *event) override;
     void changeEvent(QEvent *event) override;
 
 private:
     void writeReserved(bool value);
     void exposeContent(const QString &rootPath);
+    void renderScene();
 
     class Activity;
     class Private;
