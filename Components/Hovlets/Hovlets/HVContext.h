@@ -14,12 +14,13 @@ typedef int HVContextKey;
 
 namespace Hovlets {
 
-/// What takes a popup away besides leaving it: values of HVKeyDismissOnKey, which may be combined.
+/// Input that hides a popup while the mouse is still near it: values of HVKeyDismissOnKey, which
+/// can be combined.
 enum HVDismissal : int {
     HVDismissNever = 0,
     /// The Escape key.
     HVDismissOnEscape = 1,
-    /// Any key except modifiers. In a popup that has the keyboard, Escape alone.
+    /// Any key except modifiers. In a popup that has the keyboard focus, only Escape.
     HVDismissOnAnyKey = 2,
     /// The wheel over the control.
     HVDismissOnWheel = 4
@@ -62,7 +63,7 @@ enum contextKey {
     HVKeyDocumentationEnabled = 21,
     /// bool, true: web addresses and files can be opened.
     HVKeyLinksEnabled = 22,
-    /// string, empty: key of the content to show for a control that has none.
+    /// string, empty: key of the content, in the fallback locale, for a control that has none.
     HVKeyFallbackKey = 23,
     /// string, locale, "en_US": locale of the content to show when the preferred locale has none.
     HVKeyFallbackLocale = 24,
@@ -90,7 +91,7 @@ enum contextKey {
     HVKeyMessageLevel = 36,
     /// string, "Hovlets": base name of the translation files.
     HVKeyTranslationName = 37,
-    /// int, HVDismissal, 0: what takes a popup away besides leaving it; the key is not swallowed.
+    /// int, HVDismissal, 0: input that hides a popup. It still reaches its receiver.
     HVKeyDismissOnKey = 1130
 };
 
@@ -112,7 +113,7 @@ class HOVLETS_EXPORT HVContext : public QObject
     Q_OBJECT
 
 public:
-    /// An empty context. A \a parent owns it, as it owns any QObject.
+    /// A context without settings: get() returns defaults. A \a parent owns it, like any QObject.
     explicit HVContext(QObject *parent = nullptr);
 
     /// A context with the settings of \a other, but without its parent, name and connections.
@@ -134,9 +135,10 @@ public:
     [[nodiscard]] QVariant get(const HVContextKey &key, const QVariant &defaultValue) const;
 
     /*!
-     * The value of a setting as get() above returns it, with the default in Hovlets::contextKey.
+     * The value of a setting exactly as it was written, else the default in Hovlets::contextKey.
      *
-     * The result is invalid for a key that is not the library's and was never written.
+     * The result is invalid for a setting without a default, or a key that is not the library's,
+     * that was never written.
      */
     [[nodiscard]] QVariant get(const HVContextKey &key) const;
 
@@ -146,8 +148,9 @@ public:
     /*!
      * Writes a setting.
      *
-     * Both signals are emitted on every call, also for an equal value. The value is converted where
-     * it is read, so a wrong type is not noticed here.
+     * Both signals are emitted on every call, even for an equal value. The value is converted where
+     * it is read, so a wrong type is not noticed here. The content of
+     * a popup on screen does not change.
      */
     void set(const HVContextKey &key, const QVariant &value);
 
@@ -166,11 +169,12 @@ private:
 namespace Hovlets {
 
 /*!
- * Writes the settings that suit most applications: the library watches the mouse, and a popup goes
- * with Escape and with the wheel. docs/settings.md lists them.
+ * Writes the settings that suit most applications: the library watches the mouse, and Escape and
+ * the wheel hide the popup. docs/settings.md lists them.
  *
- * The defaults keep what earlier versions did. Call this first, on the context that you pass to
- * HVInterface, and overwrite what you want otherwise. Later versions may recommend more.
+ * The defaults differ, because they keep the behaviour of earlier versions. Call this function
+ * first, on the context that you pass to HVInterface, then overwrite settings as you like. Later
+ * versions may recommend more.
  */
 HOVLETS_EXPORT void useRecommendedSettings(HVContext &settings);
 

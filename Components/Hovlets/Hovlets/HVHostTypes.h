@@ -3,27 +3,33 @@
 
 namespace Hovlets {
 
+// Later versions may add values. Hosts must expect ones that they do not know.
+
 /// Severity of a message; a higher value is less severe.
 enum HVMessageType : int {
+    /// Not sent by this version of the library.
     HVMessageError = 100,
+    /// Content is skipped or shown only in part: it exceeds a limit or is damaged.
     HVMessageWarning = 200,
+    /// Progress: indexing, look-ups.
     HVMessageInformation = 300,
+    /// Mistakes in QML, missing user interfaces, and the user interface's own debug output.
     HVMessageDebug = 400
 };
 
-/// What kind of window HVInterface::createWindow() is asked for.
+/// The kind of window that HVInterface::createWindow() must supply.
 enum HVWindowType : int {
     /// A container for a popup that the user has pinned.
     HVReservedWindow = 1
 };
 
-/// What HVInterface::openExternalResource() is asked to open.
+/// The kind of target that HVInterface::openExternalResource() must open.
 enum HVExternalResourceType : int {
     /// A documentation topic: neither an address with a scheme nor a path.
     HVDocumentationResource = 1,
     /// An address with a scheme, such as a web page.
     HVUrlResource = 2,
-    /// A path: it contains "/" and lacks a scheme.
+    /// A path: it contains "/" but has no scheme.
     HVFileResource = 3
 };
 

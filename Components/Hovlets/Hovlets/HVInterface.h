@@ -23,16 +23,19 @@ class HVIndex;
 /*!
  * \brief The class through which a host uses the library; creating it starts the library.
  *
- * The virtual operations are the library's questions to the host. Each has a default, so a host
+ * The virtual functions are the library's questions to the host. Each has a default, so a host
  * derives from this class and overrides only what it needs, or nothing at all.
  *
- * Create one object after the QApplication and delete it before the QApplication ends. Deleting it
- * ends everything that the library runs; popups that the user has pinned stay. Do not create a
- * second one for the same windows: both would show popups.
+ * Create one object after the QApplication, which it needs, and delete it before the QApplication.
+ * Deleting it ends everything that the library runs; popups that the user has pinned stay. Do not
+ * create a second one for the same windows: both would show popups.
  *
- * GUI thread only; the library calls the virtual operations on that thread, synchronously. While
- * the constructor indexes the content, the derived object does not exist yet, and messages go to
- * this class's handleMessage() instead of an override.
+ * GUI thread only. The library calls the virtual functions on that thread, synchronously and while
+ * the user waits. They may run an event loop, show or close popups and delete controls, but must
+ * not delete this object. Nothing throws: failures are results and messages.
+ *
+ * While the constructor indexes the content, the derived object does not exist yet, and messages go
+ * to this class's handleMessage() instead of an override.
  */
 class HOVLETS_EXPORT HVInterface : public QObject
 {
@@ -43,10 +46,12 @@ public:
     /*!
      * Indexes the packages in \a dataPaths and, with HVKeyTrackHover, starts to watch the mouse.
      *
+     * Returns when all packages are indexed.
+     *
      * \param context the settings; they are copied
      * \param dataPaths folders of packages; those that do not exist are skipped silently
-     * \param index where content is looked up. It stays the host's and must outlive this object.
-     * Null creates the default index, which reads control files
+     * \param index where content is looked up; not owned, and must outlive this object. Null
+     * creates the default index, which reads control files
      */
     HVInterface(HVContext &context, const QStringList &dataPaths, HVIndex *index = nullptr);
 
@@ -54,19 +59,25 @@ public:
     ~HVInterface() override;
 
     /*!
-     * A window for a popup that the user has pinned, or null (the default) to make the popup itself
-     * a tool window.
+     * A window for a popup that the user is pinning, or null (the default) to make the popup itself
+     * a tool window, which is deleted when it is closed.
      *
-     * The host owns the window. The popup becomes its child, in its layout if it has one.
+     * The host owns the window. The popup becomes its child, in its layout if it has one, and is
+     * deleted with it. The library sets the title and shows the window; a top-level window moves to
+     * the popup's position and is closed with the popup. Set Qt::WA_DeleteOnClose if closing must
+     * delete it.
      *
-     * \param type the purpose of the window; always HVReservedWindow
+     * \param type the purpose of the window: always HVReservedWindow. Return null for other values
      */
     virtual QWidget *createWindow(HVWindowType type);
 
     /*!
-     * The content key of a control, by default its object name.
-     * \param object what the mouse rests on, a widget or a window; never null
-     * \return the key; an empty key has no content
+     * The content key of a control, by default its object name. Called when the mouse rests: for
+     * the innermost widget first, then for each of its parents, until one shows a popup or an
+     * ordinary tooltip.
+     * \param object a widget or a window; with the helper library also an action. Never null from
+     * the library, but the default accepts null
+     * \return the key; an empty key finds no content
      */
     virtual QString keyForObject(QObject *object);
 
@@ -77,24 +88,27 @@ public:
      * By default, addresses open in the desktop's browser; topics and files are not opened.
      *
      * \param type whether it is a topic, an address or a file
-     * \param resource the target exactly as the content has it. Decide which files you open:
-     * content may name any \return whether it was opened
+     * \param resource the target exactly as it is in the content, which may name any file. Decide
+     * which ones you open
+     * \return whether it was opened
      */
     virtual bool openExternalResource(HVExternalResourceType type, const QString &resource);
 
     /*!
      * Receives a message. By default, writes the line "level:message" to Qt's debug output.
      *
-     * Messages above the severity in HVKeyMessageLevel are not sent. It may be called during any
-     * other call into the library, so do not show a modal dialog here.
+     * Only messages with a type up to HVKeyMessageLevel are sent, by default errors and warnings.
+     * The library may call this function during any other call, so do not show a modal dialog here.
      */
     virtual void handleMessage(HVMessageType type, const QString &message);
 
     /*!
      * The translation of a text in the content; by default from the translation files of the
-     * content package. \param text the source text \param context distinguishes equal texts; the
-     * default user interface passes the entry's key \return the translation. By default, \a text if
-     * there is no translation file, and an empty string if the file does not contain the text
+     * content's package. Called whenever a user interface shows a text.
+     * \param text the source text
+     * \param context distinguishes equal texts; the default user interface passes the entry's key
+     * \return the translation; an empty string if there is none. By default, \a text if there is no
+     * translation file, and an empty string if the file does not contain the text
      */
     virtual QString translateString(const QString &text, const QString &context);
 
@@ -108,22 +122,22 @@ public:
      */
     virtual QString shortCutForObject(const QString &key, QObject *object, const QString &shortcut);
 
-    /// The current settings: the library's copy, which lives as long as this object. Write here to
-    /// change a setting at run time.
+    /// The current settings: the library's copy, which exists as long as this object. Write to it
+    /// to change a setting at run time.
     HVContext &context();
 
     /// The current settings, for reading.
     [[nodiscard]] const HVContext &context() const;
 
     /*!
-     * The keys of all entries in the order of files, with duplicates. Reads every control file,
+     * The keys of all entries in the order of files, with duplicates. Parses every control file,
      * which may take seconds with much content: do not call it while the user waits.
      */
     QStringList keys();
 
     /*!
-     * For hosts that leave HVKeyTrackHover false: call this for every mouse move, from an event
-     * filter on the application.
+     * Informs the library about a mouse move. Call it for every move, from an event filter on the
+     * application, if HVKeyTrackHover is false.
      *
      * \param object the receiver of the event; unused
      * \param event the move
@@ -132,8 +146,7 @@ public:
     bool mouseMoveEventFilter(QObject *object, QMouseEvent *event);
 
     /*!
-     * The same for every press and release of a mouse button: a click outside of the popup hides
-     * it.
+     * Likewise for every press and release of a mouse button. A click outside the popup hides it.
      *
      * \param object the receiver of the event
      * \param event the press or release
@@ -142,26 +155,34 @@ public:
     bool mouseButtonEventFilter(QObject *object, QMouseEvent *event);
 
     /*!
-     * Shows the content for a key.
+     * Shows the content for a key: the entry in the preferred locale, else in the fallback locale,
+     * else that for HVKeyFallbackKey. Without any, a visible popup stays if the mouse is near it,
+     * and hides otherwise.
      *
      * \param key the content key
      * \param position the cursor, global, in pixels; the popup appears HVKeyCursorOffset from it
-     * \param object the control that the content describes; may be null
-     * \return true if a popup for the key, or for the fallback key, is or stays on screen
+     * \param object the control that the content describes; may be null. The popup hides when a
+     * control that is a widget does
+     * \return true if a popup shows or stays: suppress the ordinary tooltip then. False while
+     * HVKeySuspended or HVKeyRequiredModifiers forbid popups
      */
     bool show(const QString &key, const QPoint &position, QObject *object);
 
     /*!
-     * Sets the value of the placeholder "%(name)s" in texts of the content. It cannot be removed,
-     * only replaced. \param name letters, digits, "-" and "_" \param value shown as a string, which
-     * may contain placeholders itself
+     * Sets the value of the placeholder "%(name)s" in texts of the content. A value can be
+     * replaced, but not removed. Texts on screen do not change.
+     * \param name letters, digits, "-" and "_"
+     * \param value shown as a string, which may contain placeholders itself. With a value that
+     * converts to a null string, the placeholder stays visible
      */
     void setGlobalProperty(const QString &name, const QVariant &value);
 
     /*!
-     * The value of an attribute of an entry, exactly as the content has it. Reads control files
-     * unless the entry is on screen. \param key the content key \param attribute the name of the
-     * attribute \param defaultValue the result if the entry or the attribute does not exist
+     * The value of an attribute of an entry, exactly as it is in the content. Uses the locales of
+     * show(), and reads control files unless the entry is on screen.
+     * \param key the content key
+     * \param attribute the name of the attribute
+     * \param defaultValue the result if the entry or the attribute does not exist
      */
     QString hovletAttribute(const QString &key, const QString &attribute,
                             const QString &defaultValue);

@@ -32,8 +32,8 @@ class HVXmlElement;
 /*!
  * \brief Ties the library together: content, hovering, the popup, and text services for content.
  *
- * HVInterface creates and owns it. Hosts use HVInterface, whose operations forward to this class;
- * do not create a manager in an application, except to test without a host.
+ * HVInterface creates and owns it. Hosts use HVInterface, whose functions forward to this class. Do
+ * not create a manager in an application, except to test without a host.
  *
  * GUI thread only, and synchronous: the constructor returns when all content is indexed. Nothing
  * here throws. Failures are results, and messages where the host can act on them.
@@ -50,7 +50,8 @@ public:
      * answers: no control has a key, and messages are dropped
      * \param context the settings; they are copied
      * \param dataPaths folders of packages; those that do not exist are skipped silently
-     * \param index where content is looked up; not owned. Null creates the default index
+     * \param index where content is looked up; not owned, and must outlive the manager. Null
+     * creates the default index
      */
     HVManager(HVInterface *interface, HVContext &context, const QStringList &dataPaths,
               HVIndex *index);
@@ -91,13 +92,14 @@ public:
     QStringList keys();
 
     /*!
-     * Indexes the packages in folders; a host may add paths later.
+     * Indexes the packages in folders, at any time. Their entries take precedence over those that
+     * were indexed before.
      * \param paths folders of packages; those that do not exist are skipped silently
      */
     void loadDataPath(const QStringList &paths);
 
     /*!
-     * Indexes the control files of one package; those in sub-folders are left out.
+     * Indexes the control files of one package, but not those in subfolders.
      * \param package the package folder
      */
     void loadPackage(const QFileInfo &package);
@@ -129,23 +131,23 @@ public:
      * \param key the content key
      * \param[out] path the folder of the control file
      * \param[out] depth its number of folder levels below the package
-     * \param[out] element the root of the returned tree, not to be used after a null answer
+     * \param[out] element the root of the returned tree; unused after a null result
      * \return the entry, or null
      */
     HVXmlElement *retrieve(const QString &key, QString &path, int &depth, HVXmlElement *&element);
 
     /*!
-     * The popup's top-left corner before it is moved into the screen: \a position of the cursor
+     * The popup's top-left corner before it is shifted onto the screen: \a position of the cursor
      * plus HVKeyCursorOffset. Both are global, in pixels. The widget is unused.
      */
     QPoint tooltipPosition(const QPoint &position, QWidget *widget);
 
     /*!
-     * Releases the current popup, which becomes a window of the user, and creates a new one.
+     * Releases the current popup, which the user then closes, and creates a new one. Asks the host
+     * for a container.
      *
      * \param widget the popup that the user has pinned
-     * \param[out] container the window that the host supplies for it, or null; only written on
-     * success
+     * \param[out] container the window that the host supplies for it, or null; only set on success
      * \return false if \a widget is not the current popup
      */
     bool reserve(HVWidget *widget, QWidget *&container);
@@ -187,15 +189,16 @@ public:
      * The translation from the content package's file for the current locale.
      *
      * \param text the source text
-     * \param context its context, by which equal texts are told apart
-     * \return without such a file, or before the first show, \a text; with a file that lacks it, an
-     * empty string. Content relies on the difference
+     * \param context distinguishes equal texts
+     * \return the translation. Without such a file, or before the first show, \a text; if the file
+     * lacks the text, an empty string. Content relies on the difference
      */
     QString translateString(const QString &text, const QString &context);
 
     /*!
-     * Classifies an address, a path or a topic and lets the host open it if the settings allow
-     * that. \return whether the host opened it
+     * Classifies an address, a path or a topic, and asks the host to open it if the settings allow
+     * that.
+     * \return whether the host opened it
      */
     bool openExternalResource(const QString &resource);
 
@@ -206,7 +209,8 @@ protected:
      */
     bool eventFilter(QObject *object, QEvent *event) override;
 
-    /// Creates the popup on first use; later makes \a parent its parent. Null makes it a window.
+    /// Creates the popup on first use; later changes its parent to \a parent. Without a parent, the
+    /// popup is a window.
     void initializeTooltipWindow(QWidget *parent);
 
 private:

@@ -13,40 +13,41 @@ namespace Hovlets {
 class HVXmlElement;
 
 /*!
- * \brief A look at one of the library's popups, among the widgets of the application.
+ * \brief Identifies one of the library's popups among the widgets of the application.
  *
- * Popups are widgets that the library creates; hosts meet them in event filters, in lists of
- * windows and as the focus widget. A handle tells whether a widget is a popup and what it shows. It
- * does not own the popup: get it where you use it, and do not keep it while events are handled. To
- * show a popup, use HVInterface::show() instead. GUI thread only.
+ * Hosts encounter popups in event filters, in lists of windows and as the focus widget. A handle
+ * says whether a widget is a popup, and what it shows. It neither owns the popup nor notices its
+ * deletion: create a handle where you use it, and do not keep it while events are handled. To show
+ * a popup, use HVInterface::show() instead. GUI thread only.
  */
 class HOVLETS_EXPORT HVPopup
 {
 public:
-    /// The popup \a object; null unless it is one.
+    /// A handle for \a object; a null handle if that is null or not a popup.
     explicit HVPopup(const QObject *object);
 
-    /// The popup that is on screen for the control under the mouse; null if there is none.
+    /// The visible popup that is not pinned; a null handle if there is none.
     [[nodiscard]] static HVPopup current();
 
-    /// Whether the object is not a popup. Everything else then returns null, false or an empty
-    /// string.
+    /// Whether this is a null handle, whose other functions return null, false or an empty string.
     [[nodiscard]] bool isNull() const;
 
-    /// The popup's own widget: a window, or a part of the container that the host supplied.
+    /// The popup's widget: a window, or a child of the container that the host supplied.
     [[nodiscard]] QWidget *widget() const;
 
     /// Whether the user has pinned the popup, which then stays as a window.
     [[nodiscard]] bool isPinned() const;
 
-    /// The entry that it shows, or null. The popup owns it and replaces it with the next one.
+    /// The entry that the popup shows, or null. The popup owns it, and deletes it when it shows
+    /// another one.
     [[nodiscard]] HVXmlElement *content() const;
 
     /*!
-     * A text as the popup shows it: translated, and with its placeholders filled.
+     * A text as the popup shows it: translated, and with its placeholders filled. Asks the host for
+     * the translation.
      * \param text the source text
-     * \param context the context by which translations tell equal texts apart
-     * \return the text; markup stays in it
+     * \param context distinguishes equal texts in translations, such as the entry's key
+     * \return the text including its markup; an empty string for a null handle
      */
     [[nodiscard]] QString shownText(const QString &text, const QString &context) const;
 

@@ -7,21 +7,21 @@
 
 /*!
  * \file
- * The version of the library: as macros, that of the headers that a host was compiled with, and as
- * a function, that of the library that is loaded. Versions follow the rules of semantic versioning:
- * within a major version a newer library replaces an older one without recompiling the host.
+ * The version of the library. The macros are the version of the headers with which a host was
+ * compiled; the function returns that of the loaded library. Versions follow semantic versioning:
+ * within a major version, a newer library replaces an older one without recompiling the host.
  *
- * The three numbers are defined here only; the build reads them from this file.
+ * Only this file defines the three numbers; the build reads them from it.
  */
 
-/// Changes when hosts have to be adapted or recompiled.
+/// Increases when hosts must be adapted or recompiled.
 #define HOVLETS_VERSION_MAJOR 1
-/// Changes when something is added.
+/// Increases when something is added.
 #define HOVLETS_VERSION_MINOR 0
-/// Changes with corrections only.
+/// Increases when only defects are fixed.
 #define HOVLETS_VERSION_PATCH 0
 
-/// A version as one number, to be compared with HOVLETS_VERSION. Each part is below 256.
+/// A version as one number, for comparison with HOVLETS_VERSION. Each part is below 256.
 #define HOVLETS_VERSION_CHECK(major, minor, patch) (((major) << 16) | ((minor) << 8) | (patch))
 
 /// The version of these headers as one number: `#if HOVLETS_VERSION >= HOVLETS_VERSION_CHECK(1, 2,

@@ -23,29 +23,29 @@ namespace Hovlets {
 /*!
  * \brief A node of content: one element of a control file, as QML reads it.
  *
- * Hosts meet this class when they write an index of their own: HVIndex::retrieve() returns a tree
- * of these. Do not use it as a general XML document: it keeps no order between text and child
- * elements, and toXml() does not reproduce the file.
+ * Hosts need this class to write an index: HVIndex::retrieve() returns a tree of elements. Do not
+ * use it as a general XML document: it does not store the order of text and child elements, and
+ * toXml() does not reproduce the file.
  *
  * The element tree is the QObject tree: construct a child with its parent, in document order, and
  * delete the root to delete the whole tree. The tag is the object name, by which childElement() and
- * childElementList() find elements. Elements always belong to C++, also those that QML has seen.
+ * childElementList() find elements. C++ always owns elements, even those that QML has received.
  *
- * GUI thread only. Nothing here fails: what is missing reads as a null string or a null pointer.
+ * GUI thread only. Nothing here fails: missing values read as a null string or a null pointer.
  */
 class HOVLETS_EXPORT HVXmlElement : public QObject
 {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(HVXmlElement)
 
-    /// The tag with its namespace prefix, which is the object name too.
+    /// The tag with its namespace prefix; also the object name.
     Q_PROPERTY(QString tagName READ getTagName WRITE setTagName NOTIFY tagNameChanged)
 
     /// The namespace URI of the tag; empty without one.
     Q_PROPERTY(QString tagNameSpace READ getTagNameSpace WRITE setTagNameSpace NOTIFY
                        tagNameSpaceChanged)
 
-    /// The element's own text; QML reads it and changes it through appendContent() only.
+    /// The element's own text. QML can read it, and change it only through appendContent().
     Q_PROPERTY(QString content READ content NOTIFY contentChanged)
 
 public:
@@ -72,8 +72,8 @@ public:
     /// Sets the namespace URI. Always emits tagNameSpaceChanged().
     void setTagNameSpace(const QString &tagNameSpace);
 
-    /// The element's own text, without that of its children. Its pieces are joined and white space
-    /// is kept.
+    /// The element's own text, without that of its children. Pieces between children are joined,
+    /// and white space is preserved.
     [[nodiscard]] QString content() const;
 
     /// Replaces the text. Always emits contentChanged().
@@ -88,7 +88,7 @@ public:
     /// All descendants with the tag \a name in document order; with an empty name, all descendants.
     Q_INVOKABLE QList<QObject *> childElementList(const QString &name);
 
-    /// The value of an attribute, or a null string if the element does not have it.
+    /// The value of an attribute, or a null string if it is missing.
     Q_INVOKABLE QString attribute(const QString &name) const;
 
     /// Whether the element has an attribute.
@@ -111,13 +111,13 @@ public:
     void setAttribute(const QString &name, const QString &value);
 
 Q_SIGNALS:
-    /// Emitted on every call of setTagName(), also with an equal value.
+    /// Emitted on every call of setTagName(), even with an equal value.
     void tagNameChanged();
 
-    /// Emitted on every call of setTagNameSpace(), also with an equal value.
+    /// Emitted on every call of setTagNameSpace(), even with an equal value.
     void tagNameSpaceChanged();
 
-    /// Emitted on every call of setContent() and appendContent(), also with an equal value.
+    /// Emitted on every call of setContent() and appendContent(), even with an equal value.
     void contentChanged();
 
 private:
