@@ -26,14 +26,14 @@ QList<HVSetting> makeSettings()
                    "when the mouse leaves the popup",
                    "the popup hides after this time; 0 or less: it stays"),
         HV_SETTING(HVKeyPopupIsWindow, "bool", false, "",
-                   "when a popup is made: at the first show, and after one is pinned",
+                   "when a popup is created: at the first show, and after one is pinned",
                    "true: an ordinary window with a frame, false: a tooltip window"),
         HV_SETTING(HVKeyPackageSuffix, "string", QStringLiteral("hovlets"), "",
-                   "while packages are indexed, and to tell package names",
+                   "while packages are indexed, and when package names are determined",
                    "packages are the folders whose names end in a dot and this"),
         HV_SETTING(HVKeyExtraComponentPath, "string, path", QString(), "none",
                    "at each look-up of a file",
-                   "one more folder that every package looks for its files in, after its own"),
+                   "one more folder that is searched for the files of every package, after its own"),
         HV_SETTING(HVKeyRichUiFile, "string", QStringLiteral("ui/HovletsUI.qml"), "",
                    "at each show",
                    "the QML file of the full popup, below the package"),
@@ -51,7 +51,7 @@ QList<HVSetting> makeSettings()
                    "margin around the popup in which the mouse counts as over it"),
         HV_SETTING(HVKeyCursorOffset, "QSize, px", QSize(35, 30), "",
                    "at each show",
-                   "from the cursor to the popup's top-left corner"),
+                   "distance from the cursor to the popup's top-left corner"),
         HV_SETTING(HVKeySimpleMode, "bool", false, "",
                    "at each show",
                    "true: the simple popup, false: the full one"),
@@ -64,14 +64,15 @@ QList<HVSetting> makeSettings()
                    "whether addresses and files can be opened"),
         HV_SETTING(HVKeyFallbackKey, "string", QString(), "none",
                    "at each hover without content",
-                   "key of the entry to show for a control that has none"),
+                   "key of the entry, in the fallback locale, to show for a control that has none"),
         HV_SETTING(HVKeyFallbackLocale, "string, locale", QStringLiteral("en_US"), "",
                    "at each look-up",
-                   "locale of the entry to take when the preferred one has none"),
+                   "locale of the entry to show if there is none in the preferred locale"),
         HV_SETTING(HVKeyLocale, "string, locale", QStringLiteral("en_US"), "",
                    "at each look-up and translation",
-                   "preferred locale of entries. For translation files: when it is empty or not set, "
-                   "`HVKeyFallbackLocale`, when that is empty or not set too, the system's"),
+                   "preferred locale of entries, and locale of translation files. If it is empty or not "
+                   "set, these use `HVKeyFallbackLocale`, and if that is empty or not set, the "
+                   "system's locale"),
         HV_SETTING(HVKeySuspended, "bool", false, "",
                    "at each hover",
                    "true: no popup is shown"),
@@ -109,9 +110,9 @@ QList<HVSetting> makeSettings()
                    "translation files are named NAME_LOCALE.qm, such as `Hovlets_de_DE.qm`"),
         HV_SETTING(HVKeyDismissOnKey, "int, `HVDismissal`", 0, "nothing",
                    "at each show",
-                   "what takes a popup away besides leaving it, combined with \"or\": 1 Escape, 2 any "
-                   "key except modifiers, 4 the wheel over the control. The control still gets the "
-                   "key"),
+                   "input that hides a popup while the mouse is near it, combined with \"or\": 1 Escape, "
+                   "2 any key except modifiers, 4 the wheel over the control. The input still "
+                   "reaches its receiver"),
     };
     // clang-format on
 }
