@@ -17,13 +17,15 @@ class HVInterface;
 /// Options for the construction of an HVCoverage.
 struct HVCoverageSettings
 {
-    /// File to which the report is written when the program ends. If empty, none is written.
+    /// File to which the report is written when the program ends; relative to the working
+    /// directory. If empty, none is written. A failure is silent: call HVCoverage::writeReport() to
+    /// see it.
     QString reportFile;
 
-    /// Outline the controls: solid green with an entry, dashed red without.
+    /// Outlines the controls: solid green with an entry, dashed red without.
     bool overlay = false;
 
-    /// Classes to skip, with derived classes and everything inside their widgets.
+    /// Names of classes to skip, with derived classes and everything inside their widgets.
     QStringList ignoredClasses { QStringLiteral("QColorDialog"),   QStringLiteral("QErrorMessage"),
                                  QStringLiteral("QFileDialog"),    QStringLiteral("QFontDialog"),
                                  QStringLiteral("QInputDialog"),   QStringLiteral("QMessageBox"),
@@ -37,14 +39,15 @@ struct HVCoverageSettings
  * not for every user. Use the program, then read the report. docs/assist.md defines what counts as
  * a control and describes the report.
  *
- * Create it after the host's interface and delete it before. Without the interface it does nothing.
+ * Create it after the host's interface and delete it before. Once the interface is gone, it does
+ * nothing.
  *
  * It watches the application's events and walks the windows within 50 ms after something was shown.
  * A walk calls HVInterface::keyForObject() for each visible widget and looks up each new key once.
  * The look-up takes as long as that of a hover and sends the same messages of level 300; apart from
- * that, a walk takes some microseconds per widget. With the overlay, changes of layout start a walk
- * too, and each window has one additional child widget, which takes no events. Only a report reads
- * the keys of all entries.
+ * that, a walk takes some microseconds per widget. With the overlay, layout changes start a walk,
+ * too, and each window has one additional child widget, which receives no events. Only a report
+ * reads the keys of all entries.
  *
  * GUI thread only.
  */
@@ -61,14 +64,15 @@ public:
     /// Writes the report unless the end of the program has already done so.
     ~HVCoverage() override;
 
-    /// Walks the visible windows. This happens by itself after something was shown.
+    /// Walks the visible windows. Happens automatically after something was shown.
     void walk();
 
-    /// Walks, and returns the report so far. It is empty if the interface no longer exists.
+    /// Walks the visible windows and returns the report so far, which may take seconds with much
+    /// content. Empty if the interface no longer exists.
     QJsonObject report();
 
     /*!
-     * Walks and writes the report to \a file, replacing an existing one.
+     * Writes report() to \a file, replacing an existing one.
      * \return false if writing failed or the interface no longer exists
      */
     bool writeReport(const QString &file);
@@ -76,7 +80,7 @@ public:
     /// Whether controls are outlined. The initial value is HVCoverageSettings::overlay.
     bool isOverlayVisible() const;
 
-    /// Switches the outlines on or off.
+    /// Shows or hides the outlines.
     void setOverlayVisible(bool visible);
 
 protected:

@@ -16,18 +16,18 @@ class HVInterface;
 struct HVKeyboardAccessSettings
 {
     /*!
-     * Key, with modifiers, that opens and closes the hovlet of the control with the focus. If
-     * empty, no key does.
+     * Key with modifiers that opens and closes the hovlet of the control with the focus. If empty,
+     * no key does.
      *
-     * Other toolkits use Ctrl+F1 for tooltips. F1 and Shift+F1 are taken: they are Qt's standard
-     * keys for help and "What's This?".
+     * Other toolkits use Ctrl+F1 for tooltips. F1 and Shift+F1 are not available: they are Qt's
+     * standard keys for help and "What's This?".
      */
     QKeySequence openKey { QStringLiteral("Ctrl+F1") };
 
     /// Escape hides the popup, and closes a pinned one that has the focus.
     bool escapeHides = true;
 
-    /// Announce each popup to screen readers.
+    /// Announces each popup to screen readers, even those that the mouse opens.
     bool announce = true;
 };
 
@@ -40,10 +40,10 @@ struct HVKeyboardAccessSettings
  * does not; once it moves, the library's rules for the mouse apply. HVKeySuspended and
  * HVKeyRequiredModifiers apply as well: with the latter, choose a key that has those modifiers.
  *
- * Escape is taken from the host only while a popup is visible; the next one closes the dialog.
+ * The host does not receive Escape while a popup is visible; the next one closes the dialog.
  *
- * Create one after the host's interface and delete it before. Without the interface it does
- * nothing. It watches the application's events and does not own the popup. GUI thread only.
+ * Create one object after the host's interface and delete it before. Once the interface is gone, it
+ * does nothing. It watches the application's events and does not own the popup. GUI thread only.
  */
 class HOVLETS_ASSIST_EXPORT HVKeyboardAccess : public QObject
 {
@@ -56,13 +56,14 @@ public:
                               QObject *parent = nullptr);
     ~HVKeyboardAccess() override;
 
-    /// Switches keys and announcements on or off. They are on initially.
+    /// Enables or disables keys and announcements. Initially, they are enabled.
     void setEnabled(bool enabled);
 
-    /// Whether keys and announcements are on.
+    /// Whether keys and announcements are enabled.
     bool isEnabled() const;
 
-    /// Opens a hovlet as the key does. Returns false if there is none to show.
+    /// Opens a hovlet in the same way as the key. Returns false if there is none to show, or while
+    /// disabled.
     bool open();
 
     /// Hides the popup that open() opened, if it still shows that hovlet.

@@ -69,6 +69,8 @@ public Q_SLOTS:
 
     /// Fades out, unless a fade is already running.
     void hideAnimated();
+
+    /// Hides immediately, and returns the QML to its default state.
     void hideAnimationFinished();
 
     /// Fades in. A visible popup does not change, and one that was fading out stays.
@@ -76,7 +78,11 @@ public Q_SLOTS:
 
     /// Restarts the countdown to hiding, unless the view must stay open or the popup is pinned.
     void setTimer();
+
+    /// Pins the popup if the view requests it and the manager permits it.
     void contentReservedChanged();
+
+    /// Takes the size of the view.
     void contentResized();
 
     /*!

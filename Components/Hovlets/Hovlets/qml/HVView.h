@@ -47,54 +47,60 @@ public:
     /// Deletes the content that is still set.
     ~HVView() override;
 
+    /// The entry; null before the first show, or if it was deleted.
     HVXmlElement *content();
     const HVXmlElement *content() const;
 
-    /// Only stores the pointer: the caller that replaces content deletes the old one.
+    /// Takes ownership of \a element, but does not delete the previous content: the caller does.
     void setContent(HVXmlElement *element);
 
-    /// Owns the content that a look-up returned, entry and root, in place of the content before.
+    /// Takes ownership of the result of a look-up, entry and root, and deletes the previous content
+    /// once no show is running.
     void setContentTree(HVContentTree tree);
 
     /*!
-     * Owns \a content, in place of the content before, and runs its user interface.
+     * Takes ownership of \a content, unless it is the current one, and runs its user interface.
      *
      * When it returns, the view has the size of the new content and, if it is visible, has rendered
      * it: repaint() brings it to the screen. \a rootPath is the package folder.
-     * QML and code of the host run meanwhile; they may show other content, which then stays.
+     * QML and the host's code run meanwhile; they may show other content, which then stays.
      */
     void showContent(HVXmlElement *content, const QString &rootPath);
 
+    /// The package folder of the content.
     QDir packageRoot() const;
     void setPackageRoot(const QDir &dir);
 
-    /// Whether QML asks the popup not to hide by itself.
+    /// Whether QML requests that the popup not hide by itself.
     bool stayOpen() const;
 
     /// Emits stayOpenChanged() on every call, even if nothing changes: content relies on it.
     void setStayOpen(bool value);
 
-    /// Whether QML asks the popup to be kept as a window.
+    /// Whether QML requests that the popup be pinned.
     bool reserved() const;
+
+    /// Emits reservedChanged() if the value changes; the popup then pins itself.
     void setReserved(bool value);
 
     /// Whether QML is setting the flag: its items must outlive the handler that sets it.
     bool isReservedByQml() const;
 
+    /// The setting HVKeyDocumentationEnabled; false if it is not set.
     bool documentationAvailable() const;
 
-    /// Path of the QML file to run for the content; the category path when no file is there.
+    /// Path of the QML file to run for the content; the category path if the file is missing.
     QString uiRootFilePath() const;
 
     /*!
-     * The folder or file for components of a kind: the attribute of the content, else of its parent
-     * element, else the setting \a key with its default \a fallback.
+     * The folder or file for components of a kind: the attribute of the content, else that of its
+     * parent element, else the setting \a key with its default \a fallback.
      */
     QString categoryPath(const QString &attribute, const QString &fallback, contextKey key) const;
 
     /*!
-     * The first existing file \a relativePath (or category path, when that is empty) in the
-     * content's search folders; the category path when there is none.
+     * The first existing file \a relativePath (or category path, if it is empty) in the content's
+     * search folders; the category path if there is none.
      */
     QString findComponent(const QString &attribute, contextKey key, const QString &fallback,
                           const QString &relativePath) const;
@@ -103,38 +109,44 @@ public:
     /// attribute "resources"; content relies on the difference.
     QString resourceDirectoryPath() const;
 
-    /// Sets the cursor that \a object shows; an empty \a shape removes it. \a tag is not used.
+    /// Sets the cursor over \a object; an empty \a shape removes it. \a tag is unused.
     Q_INVOKABLE void setItemCursor(QQuickItem *object, const QString &shape, const QString &tag);
+
+    /// Sends a debug message to the host.
     Q_INVOKABLE void debugLog(const QString &msg);
+
+    /// Asks the host to open an address, a file or a topic; false if nothing was opened.
     Q_INVOKABLE bool openExternalResource(const QString &resourceLocator);
 
     /// The text with its placeholders "%(name)s" filled.
     Q_INVOKABLE QString interpolate(const QString &string);
 
-    /// Pushes a cursor for the whole application; QML pairs it with restoreOverrideCursor().
+    /// Sets a cursor for the whole application until QML calls restoreOverrideCursor().
     Q_INVOKABLE void setOverrideCursor(const QString &shape);
     Q_INVOKABLE void restoreOverrideCursor();
+
+    /// The host's translation, by default that of translatedByPackage().
     Q_INVOKABLE QString translate(const QString &string, const QString &context);
 
     /*!
-     * The translation by the file of the content's package for the current locale.
+     * The translation from the file of the content's package for the current locale.
      *
-     * \a text itself without such a file; an empty string when the file lacks the text. Content
+     * Without such a file, \a text itself; an empty string if the file lacks the text. Content
      * relies on the difference.
      */
     QString translatedByPackage(const QString &text, const QString &context);
 
-    /// Path of a file in the package's resources, as written; the category path if not found.
+    /// Path of a file in the package's resources; the category path if there is none.
     Q_INVOKABLE QString findResource(const QString &relativePath);
 
-    /// The views that show \a window: one, or none.
+    /// The views that render \a window: at most one.
     static QList<HVView *> viewsOf(const QQuickWindow *window);
 
-    /// Whether QML of the view is running, or waiting for an answer of the host.
+    /// Whether the view's QML is running or waiting for the host. Then it must not be deleted.
     [[nodiscard]] bool isBusy() const;
 
-    /// Calls \a action when the view is no longer busy, at once if it is not. It does not outlive
-    /// the view.
+    /// Calls \a action when the view is no longer busy, which may be immediately. Does not call it
+    /// if the view is deleted before.
     void whenIdle(const std::function<void()> &action);
 
     /// Re-reads the desktop's tooltip colours and the application's font.
@@ -144,8 +156,10 @@ public Q_SLOTS:
     /// Sends the view's errors as messages. The library does not connect it.
     void statusHasChanged(DECLARATIVEVIEW_STATUS s);
 
-    /// Runs the QML file, unless it is running already. If the file is missing, nothing changes.
+    /// Runs the QML file unless it is already running. If the file is missing, nothing changes.
     void loadQML(const QString &path);
+
+    /// Sends the QML engine's warnings as debug messages.
     void handleWarnings(const QList<QQmlError> &warnings);
 
     /// Returns the QML's root item to its default state.
@@ -157,9 +171,17 @@ public Q_SLOTS:
 Q_SIGNALS:
     void stayOpenChanged();
     void reservedChanged();
+
+    /// Never emitted: user interfaces bind to the context property "hovlet".
     void contentChanged();
+
+    /// Emitted when the view has a new size.
     void contentSizeChanged();
+
+    /// Emitted only by managerContextSettingDidChange().
     void documentationAvailableChanged();
+
+    /// Never emitted.
     void resourceDirectoryChanged();
 
 protected:

@@ -18,7 +18,8 @@ struct HVVideoSourceChange;
  * \brief A source of frames: a thread that processes requested changes, then performs the current
  * action, and owns the cache for the frames.
  *
- * Requests and queries may come from any thread; changes are applied on the source's own.
+ * Requests and queries may come from any thread; changes are applied, and signals emitted, on the
+ * source's own. The owner starts the thread.
  * Subclasses implement the decoding and run(). Their destructors must call quit() first: when this
  * one calls it, the subclass's run() is gone.
  *
@@ -79,8 +80,10 @@ public:
     QUrl source() const;
     Action action() const;
 
-    /// The frame at \a index, or a null frame past the end. Call isFrameAvailable() first.
+    /// The frame at \a index, or a null frame past the end or if it was freed.
     HVVideoFrame getFrame(unsigned int index) const;
+
+    /// Whether the frame at \a index is in memory.
     bool isFrameAvailable(quint64 index) const;
 
     /// The number of frames decoded so far. The total returns the same number, deliberately.
@@ -89,7 +92,11 @@ public:
 
     /// Creates the cache for the current source. On the source thread.
     void setupSource();
+
+    /// Drops all requests that were not applied yet.
     void clearChanges();
+
+    /// Adds a frame to the end of the cache.
     void pushFrame(const HVVideoFrame &frame);
 
     /// Like pushFrame(), but drops the frame and returns false if the memory for clips has no room
@@ -116,15 +123,29 @@ public:
     void addFrameWaiter(const std::shared_ptr<HVIdleWait> &waiter);
 
 Q_SIGNALS:
+    /// For subclasses; not emitted here.
     void frameReady();
+
+    /// Emitted when the source is another one, and its cache exists.
     void sourceChanged();
+
+    /// Emitted when the last frame of the clip is in the cache.
     void streamEnded();
+
+    /// Emitted when the clip is open; its size and rate are known.
     void sourceLoaded();
+
+    /// Emitted when a change of the action was applied, even if it is the same action.
     void actionChanged();
+
+    /// Emitted when decoding continues at another position.
     void positionChanged();
+
+    /// For subclasses; not emitted here.
     void loadProgressChanged();
 
 protected:
+    /// Opens the current clip, in subclasses. Here it only emits sourceLoaded() and returns true.
     virtual bool loadSource();
 
     /// While the clip is being decoded, other clips do not take its frames.
