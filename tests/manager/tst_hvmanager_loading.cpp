@@ -270,7 +270,7 @@ private Q_SLOTS:
         const uid_t user = ::getuid();
         const auto restore = qScopeGuard([user] {
             if (::setreuid(user, uid_t(-1)) != 0)
-                qFatal("The real user stays another one");
+                qFatal("cannot restore the real user");
         });
         QVERIFY(user != 0 || ::setreuid(65534, uid_t(-1)) == 0);
         RecordingHost host(*m_context, { m_packages->path() }, &index);

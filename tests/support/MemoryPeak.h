@@ -11,7 +11,7 @@ public:
     {
         QFile reset(QStringLiteral("/proc/self/clear_refs"));
         if (!reset.open(QIODevice::WriteOnly) || reset.write("5") != 1)
-            qFatal("the peak of the memory cannot be reset");
+            qFatal("cannot reset the peak of the memory");
         reset.close();
         m_start = read("VmRSS:");
     }
@@ -23,7 +23,7 @@ private:
     {
         QFile status(QStringLiteral("/proc/self/status"));
         if (!status.open(QIODevice::ReadOnly))
-            qFatal("the memory of the process cannot be read");
+            qFatal("cannot read the memory of the process");
         const QByteArray all = status.readAll();
         const auto start = all.indexOf(field) + qstrlen(field);
         return 1024 * all.mid(int(start), 20).simplified().split(' ').value(0).toLongLong();

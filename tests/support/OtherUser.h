@@ -21,7 +21,7 @@ public:
         if (::geteuid() != 0)
             return;
         const QString program = QStandardPaths::findExecutable(QStringLiteral("setpriv"));
-        m_lack = program.isEmpty() ? QStringLiteral("there is no setpriv here") : QString();
+        m_lack = program.isEmpty() ? QStringLiteral("setpriv is not installed") : QString();
         m_prefix = QStringList { program,
                                  QStringLiteral("--reuid"),
                                  QStringLiteral("65534"),

@@ -318,7 +318,7 @@ void tst_ToolCheck::shouldColourLevelsOnATerminal()
 {
     const QString script = QStandardPaths::findExecutable(QStringLiteral("script"));
     if (script.isEmpty())
-        QSKIP("There is no program here that makes a terminal");
+        QSKIP("no program that provides a terminal is installed");
     PackageFolder folder;
     folder.addControlFile(QStringLiteral("P"), QStringLiteral("A"), control("<hovlet/>"));
     const auto output = [&](bool hasTerminal, const QString &noColour) {

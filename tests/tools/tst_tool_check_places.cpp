@@ -172,7 +172,7 @@ void tst_ToolCheckPlaces::shouldTellOfProgressOnATerminal()
 {
     const QString script = QStandardPaths::findExecutable(QStringLiteral("script"));
     if (script.isEmpty())
-        QSKIP("There is no program here that makes a terminal");
+        QSKIP("no program that provides a terminal is installed");
     PackageFolder folder;
     folder.addControlFile(QStringLiteral("P"), QStringLiteral("A"),
                           control("<hovlet key='a'/><hovlet key='b'/>"));

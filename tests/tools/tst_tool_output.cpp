@@ -61,7 +61,7 @@ void tst_ToolOutput::shouldTellOfLostOutput_data()
 void tst_ToolOutput::shouldTellOfLostOutput()
 {
     if (!QFile::exists(QStringLiteral("/dev/full")))
-        QSKIP("there is no device that is always full on this system");
+        QSKIP("this system has no device that is always full");
     QFETCH(QString, command);
     const Shell full(QStringLiteral("\"$hovlets\" %1 >/dev/full").arg(command), m_folder.path());
     QCOMPARE(full.status, 2);

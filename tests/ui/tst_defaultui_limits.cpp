@@ -33,7 +33,7 @@ public:
         auto *address = reinterpret_cast<sockaddr *>(&m_address);
         if (::bind(m_socket, address, size) != 0 || ::listen(m_socket, 8) != 0
             || ::getsockname(m_socket, address, &size) != 0)
-            qFatal("no port to listen at");
+            qFatal("cannot listen on a local port");
     }
 
     ~ListeningPort() { ::close(m_socket); }
