@@ -91,6 +91,8 @@ enum contextKey {
     HVKeyMessageLevel = 36,
     /// string, "Hovlets": base name of the translation files.
     HVKeyTranslationName = 37,
+    /// bool, false: what control files name is found inside packages only, symbolic links resolved.
+    HVKeyConfineContent = 1000,
     /// int, HVDismissal, 0: input that hides a popup. It still reaches its receiver.
     HVKeyDismissOnKey = 1130
 };

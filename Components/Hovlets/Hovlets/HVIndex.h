@@ -208,6 +208,9 @@ Q_SIGNALS:
     void fileSkipped(const QString &message);
 
 private:
+    friend class HVComponentSearch;
+    [[nodiscard]] QStringList distinctFoldersForElement(const HVXmlElement *element) const;
+
     class Private;
     std::unique_ptr<Private> d;
 };

@@ -6,6 +6,7 @@
 #include "HVEntryScan.h"
 #include "HVFileBytes.h"
 #include "HVLimits.h"
+#include "HVSearchedPackages.h"
 #include "HVXmlElement.h"
 #include "HVXmlParser.h"
 
@@ -41,6 +42,7 @@ public:
     QStringList dataPaths;
     HVControlFiles controlFiles;
     QMap<QString, QStringList> packages; // folders by name, in the order of registration
+    HVSearchedPackages searched;
     // Cached because the files of a package are adjacent, and finding its name reads the disk.
     QPair<QString, QString> lastMapped; // location, and the suffix at that time
     QSet<QPair<QString, QString>> reported; // file and reason
@@ -231,6 +233,7 @@ void HVIndex::mapControlFile(const QString &file, const QString &location)
     const QString name = packageNameForLocation(location);
     if (!name.isNull()) // a folder that does not exist yet may appear later
         d->lastMapped = package;
+    d->searched.clear();
     QStringList &folders = d->packages[name];
     if (!folders.contains(location))
         folders.append(location);
@@ -331,6 +334,19 @@ QStringList HVIndex::componentPathsForElement(const HVXmlElement *element,
     for (QString &path : paths)
         path = QDir(path).absoluteFilePath(fileName);
     return paths;
+}
+
+/// The folders of componentPathsForElement(), each once: a control file may name a package often.
+QStringList HVIndex::distinctFoldersForElement(const HVXmlElement *element) const
+{
+    if (!element)
+        return {};
+    QStringList folders =
+            componentPathsForPackageNamed(element->attribute(QStringLiteral("HVPackagName")));
+    if (const auto *root = qobject_cast<const HVXmlElement *>(element->parent()))
+        folders += d->searched.folders(root->attribute(QStringLiteral("search")), d->packages);
+    folders.removeDuplicates();
+    return folders;
 }
 
 int HVIndex::indexDataShouldGenerateElement(const QString &qName, const QXmlAttributes &attributes,

@@ -1,19 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVComponentFinder.h"
 
+#include "HVComponentSearch.h"
 #include "HVContentTranslator.h"
 #include "HVIndex.h"
 #include "HVSettings.h"
 #include "HVViewServices.h"
 #include "HVXmlElement.h"
 
-#include <QtCore/QDir>
-#include <QtCore/QFileInfo>
+#include <QtCore/QPointer>
 
 namespace Hovlets {
 
-HVComponentFinder::HVComponentFinder(const HVViewServices *services,
-                                     const HVXmlElement *content) noexcept
+HVComponentFinder::HVComponentFinder(HVViewServices *services, const HVXmlElement *content) noexcept
     : m_services(services)
     , m_content(content)
 {
@@ -22,17 +21,20 @@ HVComponentFinder::HVComponentFinder(const HVViewServices *services,
 QString HVComponentFinder::category(const QString &attribute, contextKey key,
                                     const QString &fallback) const
 {
-    QString path;
-    if (m_content) {
-        const auto *parent = qobject_cast<const HVXmlElement *>(m_content->parent());
-        if (m_content->hasAttribute(attribute))
-            path = m_content->attribute(attribute);
-        else if (parent && parent->hasAttribute(attribute))
-            path = parent->attribute(attribute);
-    }
+    const QString path = categoryOfContent(attribute);
     if (!path.isEmpty())
         return path;
     return m_services ? m_services->settings().get(key, fallback).toString() : fallback;
+}
+
+/// The attribute of the entry, else of the element above it.
+QString HVComponentFinder::categoryOfContent(const QString &attribute) const
+{
+    if (!m_content)
+        return {};
+    const auto *parent = qobject_cast<const HVXmlElement *>(m_content->parent());
+    return !m_content->hasAttribute(attribute) && parent ? parent->attribute(attribute)
+                                                         : m_content->attribute(attribute);
 }
 
 QString HVComponentFinder::find(const QString &attribute, contextKey key, const QString &fallback,
@@ -41,16 +43,27 @@ QString HVComponentFinder::find(const QString &attribute, contextKey key, const 
     const QString name = category(attribute, key, fallback);
     if (!m_services || !m_content)
         return name;
-    const QStringList candidates =
-            m_services->contentIndex().componentPathsForElement(m_content, name);
-    for (const QString &candidate : candidates) {
-        const QFileInfo file(relativePath.isEmpty()
-                                     ? candidate
-                                     : QDir(candidate).absoluteFilePath(relativePath));
-        if (file.exists())
-            return file.absoluteFilePath();
+    HVComponentSearch search(m_services->contentIndex(), m_content);
+    if (setting(HVKeyConfineContent).toBool())
+        search.confine(categoryOfContent(attribute).isEmpty() ? name : QString());
+    const QString found = search.find(name, relativePath);
+    warnOfRefused(search.refused());
+    return found;
+}
+
+void HVComponentFinder::warnOfRefused(const QStringList &files) const
+{
+    if (files.isEmpty())
+        return;
+    const QPointer<HVViewServices> services = m_services; // the host may delete them
+    const QString controlFile = m_content->attribute(QStringLiteral("HVLocation"));
+    for (const QString &file : files) {
+        const QString warning =
+                QStringLiteral("%1 is refused: it is outside of the packages that %2 may use")
+                        .arg(file, controlFile);
+        if (services)
+            services->warnOnce(warning);
     }
-    return name;
 }
 
 QString HVComponentFinder::userInterface() const
@@ -62,10 +75,13 @@ QString HVComponentFinder::userInterface() const
 }
 
 // The names of the attributes differ by a letter. Content relies on both.
-QString HVComponentFinder::resourceFolder() const
+QString HVComponentFinder::resourceFolder(const QString &packageRoot) const
 {
-    return category(QStringLiteral("resource"), HVKeyResourceFolder,
-                    defaultOf(HVKeyResourceFolder).toString());
+    const QString attribute = QStringLiteral("resource");
+    if (setting(HVKeyConfineContent).toBool()
+        && HVComponentSearch::leadsOut(categoryOfContent(attribute), packageRoot))
+        return setting(HVKeyResourceFolder).toString();
+    return category(attribute, HVKeyResourceFolder, defaultOf(HVKeyResourceFolder).toString());
 }
 
 QString HVComponentFinder::resource(const QString &relativePath) const

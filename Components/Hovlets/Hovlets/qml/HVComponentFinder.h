@@ -22,7 +22,7 @@ class HVComponentFinder
 {
 public:
     /// \a services and \a content may be null; both must outlive the finder.
-    HVComponentFinder(const HVViewServices *services, const HVXmlElement *content) noexcept;
+    HVComponentFinder(HVViewServices *services, const HVXmlElement *content) noexcept;
 
     /*!
      * The folder or file for components of a kind: the attribute of the content, else that of its
@@ -34,6 +34,10 @@ public:
     /*!
      * The first existing file \a relativePath (or category, if the path is empty) in the content's
      * search folders; the category if there is none.
+     *
+     * Under HVKeyConfineContent, a file outside of these folders counts as missing, and the host
+     * gets one warning, at which it may delete the view. A category that leads out of the folders
+     * becomes an empty string.
      */
     [[nodiscard]] QString find(const QString &attribute, contextKey key, const QString &fallback,
                                const QString &relativePath) const;
@@ -41,8 +45,9 @@ public:
     /// The QML file to run, simple or rich depending on the settings.
     [[nodiscard]] QString userInterface() const;
 
-    /// The name of the resource folder in the content; not resolved.
-    [[nodiscard]] QString resourceFolder() const;
+    /// The name of the resource folder in the content; not resolved. Under HVKeyConfineContent,
+    /// that of the settings if the content's leads out of \a packageRoot.
+    [[nodiscard]] QString resourceFolder(const QString &packageRoot) const;
 
     /// A file of the resources.
     [[nodiscard]] QString resource(const QString &relativePath) const;
@@ -52,8 +57,10 @@ public:
 
 private:
     [[nodiscard]] QVariant setting(contextKey key) const;
+    [[nodiscard]] QString categoryOfContent(const QString &attribute) const;
+    void warnOfRefused(const QStringList &files) const;
 
-    const HVViewServices *m_services;
+    HVViewServices *m_services;
     const HVXmlElement *m_content;
 };
 

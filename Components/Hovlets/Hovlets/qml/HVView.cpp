@@ -177,10 +177,12 @@ void HVView::showContent(HVXmlElement *content, const QString &rootPath)
         setContentTree(HVContentTree(content));
     d->translator.contentShown();
     const QFileInfo ui(uiRootFilePath());
+    if (!self || d->content.entry() != content)
+        return; // the host's code has shown something else, or has closed the popup
     refreshTheme();
     exposeContent(rootPath);
     if (!self || d->content.entry() != content)
-        return; // the host's code has shown something else, or has closed the popup
+        return;
     loadQML(ui.absoluteFilePath());
     if (!self)
         return;
@@ -298,7 +300,7 @@ QString HVView::findComponent(const QString &attribute, contextKey key, const QS
 
 QString HVView::resourceDirectoryPath() const
 {
-    return d->finder().resourceFolder();
+    return d->finder().resourceFolder(d->packageRoot);
 }
 
 void HVView::setItemCursor(QQuickItem *object, const QString &shape, const QString &tag)
@@ -347,11 +349,14 @@ QString HVView::translate(const QString &string, const QString &context)
 
 QString HVView::translatedByPackage(const QString &text, const QString &context)
 {
-    return d->services ? d->translator.translate(d->finder().translations(), text, context) : text;
+    const QPointer<HVView> self(this);
+    const QString file = d->finder().translations(); // may warn the host, which may delete the view
+    return self && d->services ? d->translator.translate(file, text, context) : text;
 }
 
 QString HVView::findResource(const QString &relativePath)
 {
+    const Activity activity(*this);
     return d->finder().resource(relativePath);
 }
 

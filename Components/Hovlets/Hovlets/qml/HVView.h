@@ -101,12 +101,16 @@ public:
     /*!
      * The first existing file \a relativePath (or category path, if it is empty) in the content's
      * search folders; the category path if there is none.
+     *
+     * Under HVKeyConfineContent, a file outside of these folders counts as missing and causes one
+     * warning. A category path that leads out of them becomes an empty string.
      */
     QString findComponent(const QString &attribute, contextKey key, const QString &fallback,
                           const QString &relativePath) const;
 
     /// The category path of the resources. It uses the attribute "resource", and findResource() the
-    /// attribute "resources"; content relies on the difference.
+    /// attribute "resources"; content relies on the difference. Under HVKeyConfineContent, an
+    /// attribute that leads out of the package is unused.
     QString resourceDirectoryPath() const;
 
     /// Sets the cursor over \a object; an empty \a shape removes it. \a tag is unused.

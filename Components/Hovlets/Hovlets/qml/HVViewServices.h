@@ -5,6 +5,7 @@
 #include "HVHostTypes.h"
 
 #include <QtCore/QObject>
+#include <QtCore/QSet>
 #include <QtCore/QString>
 
 namespace Hovlets {
@@ -33,6 +34,15 @@ public:
 
     virtual void sendMessage(HVMessageType type, const QString &message) = 0;
 
+    /// Sends a warning, unless it was sent before.
+    void warnOnce(const QString &message)
+    {
+        if (m_warnings.contains(message))
+            return;
+        m_warnings.insert(message);
+        sendMessage(HVMessageWarning, message);
+    }
+
     /// \a text with its placeholders "%(name)s" filled.
     virtual QString interpolated(const QString &text) const = 0;
 
@@ -41,6 +51,9 @@ public:
 
     /// Asks the host to open \a resource if the settings allow it; false if nothing was opened.
     virtual bool openResource(const QString &resource) = 0;
+
+private:
+    QSet<QString> m_warnings; // sent by warnOnce()
 };
 
 /// The services of \a manager; null for a null manager.

@@ -108,6 +108,10 @@ QList<HVSetting> makeSettings()
         HV_SETTING(HVKeyTranslationName, "string", QStringLiteral("Hovlets"), "",
                    "at each translation",
                    "translation files are named NAME_LOCALE.qm, such as `Hovlets_de_DE.qm`"),
+        HV_SETTING(HVKeyConfineContent, "bool", false, "",
+                   "at each look-up of a file",
+                   "true: user interfaces, resources and translations that control files name come "
+                   "from the entry's search folders only, see [trust](../README.md#trust)"),
         HV_SETTING(HVKeyDismissOnKey, "int, `HVDismissal`", 0, "nothing",
                    "at each show",
                    "input that hides a popup while the mouse is near it, combined with \"or\": 1 Escape, "
@@ -140,6 +144,7 @@ const QMap<HVContextKey, QVariant> &recommendedSettings()
 {
     static const QMap<HVContextKey, QVariant> settings {
         { HVKeyTrackHover, true },
+        { HVKeyConfineContent, true },
         { HVKeyDismissOnKey, HVDismissOnEscape | HVDismissOnWheel },
     };
     return settings;

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HVSearchedPackages.h"
+
+#include <QtCore/QSet>
+
+#include <algorithm>
+
+namespace Hovlets {
+
+namespace {
+
+/// What separates names: the pattern "[,;\s]", without the cost of a match for each name.
+bool isSeparator(QChar c)
+{
+    constexpr ushort MongolianVowelSeparator = 0x180e; // a space to the pattern only
+    return c == QLatin1Char(',') || c == QLatin1Char(';') || c.isSpace()
+            || c.unicode() == MongolianVowelSeparator;
+}
+
+} // namespace
+
+QStringList HVSearchedPackages::folders(const QString &search,
+                                        const QMap<QString, QStringList> &packages)
+{
+    if (search.isEmpty())
+        return {};
+    if (search.constData() == m_search.constData() && search.size() == m_search.size())
+        return m_folders;
+
+    QStringList folders;
+    QSet<QString> named;
+    const QChar *const end = search.cend();
+    for (const QChar *at = search.cbegin(); named.size() < packages.size();) {
+        const QChar *const nameEnd = std::find_if(at, end, &isSeparator);
+        const auto found = packages.constFind(QString(at, static_cast<int>(nameEnd - at)));
+        if (found != packages.cend() && !named.contains(found.key())) {
+            named.insert(found.key());
+            folders += found.value();
+        }
+        if (nameEnd == end)
+            break;
+        at = std::find_if_not(nameEnd, end, &isSeparator);
+    }
+    m_search = search;
+    m_folders = folders;
+    return folders;
+}
+
+void HVSearchedPackages::clear()
+{
+    m_search.clear();
+    m_folders.clear();
+}
+
+} // namespace Hovlets

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtCore/QMap>
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
+namespace Hovlets {
+
+/*!
+ * \brief The folders of the packages that an attribute "search" names.
+ *
+ * Every text, picture and clip of a popup asks for them, and a control file may name hundreds of
+ * thousands of packages: the last answer is kept.
+ */
+class HVSearchedPackages
+{
+public:
+    /// The folders of each package in \a packages that \a search names, in the order of the names.
+    /// A package counts once.
+    QStringList folders(const QString &search, const QMap<QString, QStringList> &packages);
+
+    /// Forgets the last answer. Call it when the packages change.
+    void clear();
+
+private:
+    QString m_search; // shares its data with the attribute, which proves that they are equal
+    QStringList m_folders;
+};
+
+} // namespace Hovlets

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
+namespace Hovlets {
+
+class HVIndex;
+class HVXmlElement;
+
+/*!
+ * \brief Finds the files that content names, in the search folders of its entry.
+ *
+ * Made for one look-up. Each folder is searched once, however often content names it.
+ */
+class HVComponentSearch
+{
+public:
+    /// Neither is owned; \a entry may be null.
+    HVComponentSearch(const HVIndex &index, const HVXmlElement *entry);
+
+    /*!
+     * Refuses what lies outside of the search folders once all symbolic links are resolved, see
+     * HVKeyConfineContent. A host's own path is admitted wherever it leads.
+     * \param hostPath the category path if it comes from the settings, else empty
+     */
+    void confine(const QString &hostPath);
+
+    /*!
+     * The first existing file \a relativePath (or \a category, when that is empty) in the folders.
+     * Otherwise \a category itself, or an empty string when confined and \a category would lead out
+     * of the folders.
+     */
+    QString find(const QString &category, const QString &relativePath);
+
+    /// Whether the folder \a category, which may not exist, leads out of the \a packageRoot.
+    static bool leadsOut(const QString &category, const QString &packageRoot);
+
+    /// The files that exist and were refused.
+    QStringList refused() const { return m_refused; }
+
+private:
+    bool admits(const QString &path);
+
+    QStringList m_folders;
+    QStringList m_admitted; // canonical paths
+    QStringList m_refused;
+    QString m_hostPath; // null unless it leads out of the folders
+    bool m_isConfined = false;
+};
+
+} // namespace Hovlets
