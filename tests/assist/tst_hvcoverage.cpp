@@ -112,7 +112,7 @@ class tst_HVCoverage : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void shouldTellCoveredControlsFromMissingOnes()
+    void shouldDistinguishCoveredControlsFromMissingOnes()
     {
         Scene scene;
         HVCoverage coverage(*scene.host);
@@ -135,7 +135,7 @@ private Q_SLOTS:
         QCOMPARE(total(report, "answeredByFallback"), 0);
     }
 
-    void shouldTellWhichEntriesNoControlAsksFor()
+    void shouldReportEntriesThatNoControlAsksFor()
     {
         Scene scene;
         HVCoverage coverage(*scene.host);
@@ -148,7 +148,7 @@ private Q_SLOTS:
         QCOMPARE(total(report, "unasked"), 2);
     }
 
-    void shouldTellWhatTheFallbackAnswers()
+    void shouldReportControlsThatTheFallbackAnswers()
     {
         Scene scene;
         HVCoverage coverage(*scene.host);
@@ -164,7 +164,7 @@ private Q_SLOTS:
         QCOMPARE(report[text("fallbackKey")].toString(), text("generic"));
     }
 
-    void shouldTellWhatAParentHasToSay()
+    void shouldReportTheEntryOfAParent()
     {
         Scene scene;
         HVCoverage coverage(*scene.host);
@@ -234,7 +234,7 @@ private Q_SLOTS:
         QVERIFY(!control(coverage.report(), "it").isEmpty());
     }
 
-    void shouldLabelAControlWithWhatAPersonReads()
+    void shouldLabelAControlWithItsVisibleText()
     {
         Scene scene;
         HVCoverage coverage(*scene.host);
@@ -269,7 +269,7 @@ private Q_SLOTS:
         QVERIFY(!control(coverage.report(), "page").isEmpty());
     }
 
-    void shouldPassOverHiddenControlsAndIgnoredClasses()
+    void shouldSkipHiddenControlsAndIgnoredClasses()
     {
         Scene scene;
         HVCoverageSettings settings;
@@ -297,7 +297,7 @@ private Q_SLOTS:
                  QStringList({ text("a"), text("later"), text("nobody") })); // once
     }
 
-    void shouldWalkByItselfWhenSomethingIsShown()
+    void shouldWalkAutomaticallyWhenSomethingIsShown()
     {
         Scene scene;
         AskedHost host(scene.settings, QStringList { scene.packages.path() });

@@ -201,7 +201,7 @@ private Q_SLOTS:
         QCOMPARE(scene.shownKey(), text("b"));
     }
 
-    void shouldOpenTheFallbackWhereNobodyHasAnEntry()
+    void shouldOpenTheFallbackIfNoParentHasAnEntry()
     {
         Scene scene;
         scene.show(scene.nobody);
@@ -337,7 +337,7 @@ private Q_SLOTS:
         QVERIFY(!scene.popup());
     }
 
-    void shouldRefuseWhatTheSettingsRefuse()
+    void shouldRefuseResourcesThatTheSettingsForbid()
     {
         Scene scene;
         scene.show(scene.a);
@@ -346,7 +346,7 @@ private Q_SLOTS:
         QVERIFY(!scene.popup());
     }
 
-    void shouldLeaveKeysAloneWhenOff()
+    void shouldIgnoreKeysWhenDisabled()
     {
         Scene scene;
         scene.show(scene.a);
@@ -358,7 +358,7 @@ private Q_SLOTS:
         QVERIFY(scene.popup());
     }
 
-    void shouldTakeAnotherKey()
+    void shouldAcceptAnotherKey()
     {
         HVKeyboardAccessSettings wanted;
         wanted.openKey = QKeySequence(text("Alt+H"));
@@ -370,7 +370,7 @@ private Q_SLOTS:
         QCOMPARE(scene.shownKey(), text("a"));
     }
 
-    void shouldTakeNoStandardKey()
+    void shouldUseNoStandardKey()
     {
         const QKeySequence key = HVKeyboardAccessSettings().openKey;
         QCOMPARE(key, QKeySequence(Qt::CTRL | Qt::Key_F1));
@@ -383,7 +383,7 @@ private Q_SLOTS:
                         .contains(QKeySequence(Qt::SHIFT | Qt::Key_F1)));
     }
 
-    void shouldTellScreenReaders()
+    void shouldInformScreenReaders()
     {
         announced.clear();
         Scene scene;

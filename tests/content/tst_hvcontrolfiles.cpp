@@ -55,7 +55,7 @@ private Q_SLOTS:
         QCOMPARE(names(files), QStringList(QStringLiteral("R 1")) + expected + behind);
     }
 
-    void shouldTellControlFilesByTheirFirstStartTag_data()
+    void shouldRecogniseControlFilesByTheirFirstStartTag_data()
     {
         QTest::addColumn<QByteArray>("content");
         QTest::addColumn<bool>("isControlFile");
@@ -114,7 +114,7 @@ private Q_SLOTS:
                 << QByteArray(QByteArray(1024, ' ') + "<hovlets>") << true;
     }
 
-    void shouldTellControlFilesByTheirFirstStartTag()
+    void shouldRecogniseControlFilesByTheirFirstStartTag()
     {
         QFETCH(QByteArray, content);
         const PackageFolder folder;
@@ -122,7 +122,7 @@ private Q_SLOTS:
         QTEST(HVControlFiles::isControlFile(path), "isControlFile");
     }
 
-    void shouldPassOverWhatItCannotRead()
+    void shouldSkipWhatItCannotRead()
     {
         const PackageFolder folder;
         folder.add(QStringLiteral("folder.xml/file"), "<hovlets>");
@@ -133,7 +133,7 @@ private Q_SLOTS:
         QVERIFY(!HVControlFiles::isControlFile(link));
     }
 
-    void shouldTellWhyAFileIsNotRead()
+    void shouldReportWhyAFileIsNotRead()
     {
         const PackageFolder folder;
         const QString large =
@@ -201,7 +201,7 @@ private Q_SLOTS:
             QTEST(files.depthBelow(folder.path() + file, folder.path() + location), "depth");
     }
 
-    void shouldTellTheFilesOfDifferentFoldersApart()
+    void shouldDistinguishTheFilesOfDifferentFolders()
     {
         const PackageFolder folder;
         const QString package = folder.path() + QStringLiteral("/Foo.hovlets");

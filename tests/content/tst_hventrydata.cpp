@@ -69,7 +69,7 @@ private Q_SLOTS:
         QCOMPARE(log.fatalErrors(), data.endsWith('>') ? 0 : 1);
     }
 
-    void shouldDoWithoutAFileOfKeyData()
+    void shouldWorkWithoutAKeyDataFile()
     {
         index("Foo", "a", "<hovlets>" + entry("a", "x") + "</hovlets>");
         for (const QString &path : { QString(), m_folder->path() + QStringLiteral("/no.xml") }) {
@@ -141,7 +141,7 @@ private Q_SLOTS:
         QCOMPARE(absolute.count(QStringLiteral("/a.qml")), folders.size());
     }
 
-    void shouldTakeAnEmptyNameForThatOfFoldersInNoPackage()
+    void shouldUseAnEmptyNameForFoldersOutsidePackages()
     {
         index("Q", "a", "<hovlets/>");
         m_index->mapControlFile(QString(), m_folder->path());
@@ -156,7 +156,7 @@ private Q_SLOTS:
                  (QStringList { package("Q"), m_folder->path(), package("Q") }));
     }
 
-    void shouldFindNoPathsForAnElementOfNoPackage()
+    void shouldFindNoPathsForAnElementWithoutAPackage()
     {
         index("P", "a", "<hovlets/>");
         HVXmlElement element;

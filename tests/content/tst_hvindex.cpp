@@ -114,7 +114,7 @@ private Q_SLOTS:
         QVERIFY(m_index->componentPathsForPackageNamed(QString()).isEmpty());
     }
 
-    void shouldKeepItsContentWhateverItIsTold()
+    void shouldKeepItsContentForAnyRequest()
     {
         index("Foo", "a", entries("a"));
         QVERIFY(m_index->open());
@@ -127,7 +127,7 @@ private Q_SLOTS:
                  QStringList { package("Foo") });
     }
 
-    void shouldClearItselfOnSetupUnlessToldOtherwise_data()
+    void shouldClearItselfOnSetupByDefault_data()
     {
         QTest::addColumn<QVariant>("setting");
         QTest::addColumn<bool>("clears");
@@ -137,7 +137,7 @@ private Q_SLOTS:
         QTest::newRow("as text") << QVariant(QStringLiteral("false")) << false;
     }
 
-    void shouldClearItselfOnSetupUnlessToldOtherwise()
+    void shouldClearItselfOnSetupByDefault()
     {
         QFETCH(QVariant, setting);
         QFETCH(bool, clears);
@@ -227,7 +227,7 @@ private Q_SLOTS:
         QVERIFY(m_index->componentPathsForPackageNamed(QStringLiteral("bar")).isEmpty());
     }
 
-    void shouldMapAPackageByWhatItIsAtTheTime()
+    void shouldMapAPackageByItsCurrentName()
     {
         m_context->set(HVKeyPackageSuffix, QStringLiteral("other"));
         m_index->mapControlFile(QString(), package("Foo"));
@@ -298,7 +298,7 @@ private Q_SLOTS:
         QCOMPARE(result.isNull(), name.isNull());
     }
 
-    void shouldNameNoPackageWhereThereIsNone_data()
+    void shouldNameNoPackageOutsidePackages_data()
     {
         QTest::addColumn<QString>("location");
         QTest::newRow("null") << QString();
@@ -307,7 +307,7 @@ private Q_SLOTS:
         QTest::newRow("relative") << QStringLiteral("a/b.xml");
     }
 
-    void shouldNameNoPackageWhereThereIsNone()
+    void shouldNameNoPackageOutsidePackages()
     {
         QFETCH(QString, location);
         QVERIFY(m_index->packageNameForLocation(location).isNull());
@@ -342,7 +342,7 @@ private Q_SLOTS:
         QCOMPARE(log.lines().size(), 2);
     }
 
-    void shouldPassOverAFileWithoutARoot()
+    void shouldSkipAFileWithoutARoot()
     {
 #ifndef QT_NO_DEBUG
         QSKIP("in a debug build, an assertion fails for such a file");
@@ -357,7 +357,7 @@ private Q_SLOTS:
 #endif
     }
 
-    void shouldReadTheFilesAnewForTheirKeys()
+    void shouldReadTheFilesAgainForTheirKeys()
     {
         index("Foo", "a", entries("a"));
         QCOMPARE(m_index->keys(), list("a"));

@@ -20,7 +20,7 @@ class tst_HVRetrieval : public IndexTest
     Q_OBJECT
 
 private Q_SLOTS:
-    void shouldFindAnEntryWithAllBelowIt()
+    void shouldFindAnEntryWithItsSubtree()
     {
         const QString path = index(
                 "Foo", "a",
@@ -61,7 +61,7 @@ private Q_SLOTS:
         QVERIFY(!found);
     }
 
-    void shouldLeaveTheResultUntouchedWhenNothingIsFound()
+    void shouldLeaveTheResultUnchangedWhenNothingIsFound()
     {
         const QString path =
                 index("Foo", "a", "<hovlets locale=\"de_DE\">" + entry("a", "x") + "</hovlets>");
@@ -98,7 +98,7 @@ private Q_SLOTS:
         QCOMPARE(Found(*m_index, "a").attribute("HVLocation"), old);
     }
 
-    void shouldTakeADepthOfNothingForOne()
+    void shouldTreatADepthOfZeroAsOne()
     {
         const QString path = m_folder->add(QStringLiteral("s.xml"),
                                            "<hovlets>" + entry("a", "x") + "</hovlets>");
@@ -106,7 +106,7 @@ private Q_SLOTS:
         QCOMPARE(Found(*m_index, "a").depth, 1);
     }
 
-    void shouldGoByTheLocaleOfTheFile_data()
+    void shouldUseTheLocaleOfTheFile_data()
     {
         QTest::addColumn<QByteArray>("locale");
         QTest::addColumn<QString>("wanted");
@@ -127,7 +127,7 @@ private Q_SLOTS:
         QTest::newRow("not the root's") << QByteArray("lang=\"de_DE\"") << us << true;
     }
 
-    void shouldGoByTheLocaleOfTheFile()
+    void shouldUseTheLocaleOfTheFile()
     {
         QFETCH(QByteArray, locale);
         QFETCH(QString, wanted);
@@ -137,7 +137,7 @@ private Q_SLOTS:
         QCOMPARE(found.path != QStringLiteral("untouched"), found.entry() != nullptr);
     }
 
-    void shouldGoOnToTheFileOfTheWantedLocale()
+    void shouldContinueToTheFileOfTheRequestedLocale()
     {
         index("Foo", "en", "<hovlets locale=\"en_US\">" + entry("a", "english") + "</hovlets>");
         index("Foo", "de", "<hovlets locale=\"de_DE\">" + entry("a", "german") + "</hovlets>");
@@ -146,7 +146,7 @@ private Q_SLOTS:
                  QStringLiteral("german"));
     }
 
-    void shouldTellWhichEntriesAFileServes_data()
+    void shouldReportTheEntriesThatAFileServes_data()
     {
         QTest::addColumn<QByteArray>("content");
         QTest::addColumn<QByteArray>("key");
@@ -190,7 +190,7 @@ private Q_SLOTS:
                 << QByteArray("<hovlets>" + one) << QByteArray("a") << QString();
     }
 
-    void shouldTellWhichEntriesAFileServes()
+    void shouldReportTheEntriesThatAFileServes()
     {
         QFETCH(QByteArray, content);
         QFETCH(QByteArray, key);
@@ -204,7 +204,7 @@ private Q_SLOTS:
         QCOMPARE(found ? found->parent() : nullptr, root);
     }
 
-    void shouldPassOverAFileThatServesNothing_data()
+    void shouldSkipAFileThatServesNothing_data()
     {
         QTest::addColumn<QByteArray>("content");
         QTest::addColumn<int>("fatalErrors");
@@ -238,7 +238,7 @@ private Q_SLOTS:
                 << QByteArray("<hovlets>" + QByteArray(64 * 1024 * 1024, 'x') + "x</hovlets>") << 0;
     }
 
-    void shouldPassOverAFileThatServesNothing()
+    void shouldSkipAFileThatServesNothing()
     {
         QFETCH(QByteArray, content);
         QFETCH(int, fatalErrors);
@@ -251,7 +251,7 @@ private Q_SLOTS:
         QCOMPARE(log.lines().size(), fatalErrors);
     }
 
-    void shouldPassOverAFileThatCannotBeRead()
+    void shouldSkipAFileThatCannotBeRead()
     {
         index("Foo", "good", "<hovlets>" + entry("a", "good") + "</hovlets>");
         const QString bad = index("Foo", "bad", "<hovlets/>");
@@ -276,7 +276,7 @@ private Q_SLOTS:
         QVERIFY(!Found(*m_index, "k200000").entry());
     }
 
-    void shouldReadEachFileAnewAndOnce()
+    void shouldReadEachFileAgainAndOnlyOnce()
     {
         const QString a = index("Foo", "a", "<hovlets>" + entry("a", "1") + "</hovlets>");
         const QString b = index("Foo", "b", "<hovlets>" + entry("b", "1") + "</hovlets>");

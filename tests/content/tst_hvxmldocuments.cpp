@@ -39,7 +39,7 @@ private Q_SLOTS:
         qDeleteAll(list);
     }
 
-    void shouldDeliverTextAsItStands()
+    void shouldDeliverTextUnchanged()
     {
         HVXmlParser parser;
         const Objects objects =
@@ -50,7 +50,7 @@ private Q_SLOTS:
         QCOMPARE(element(objects)->children().size(), 1);
     }
 
-    void shouldTakeWhiteSpaceForContent()
+    void shouldTreatWhiteSpaceAsContent()
     {
         HVXmlParser parser;
         const Objects objects = read(parser, "<!DOCTYPE a [<!ELEMENT a (b)>]><a>\n<b/>\t</a>");
@@ -69,7 +69,7 @@ private Q_SLOTS:
         QCOMPARE(element(read(space, "<a/>"))->content(), QStringLiteral("  "));
     }
 
-    void shouldReturnWhatStoodBeforeAnError_data()
+    void shouldReturnWhatPrecededAnError_data()
     {
         QTest::addColumn<QByteArray>("document");
         QTest::addColumn<QString>("tree");
@@ -88,7 +88,7 @@ private Q_SLOTS:
                 << QByteArray("<a><b/>&#xZ;</a>") << QStringLiteral("<a><b/></a>");
     }
 
-    void shouldReturnWhatStoodBeforeAnError()
+    void shouldReturnWhatPrecededAnError()
     {
         QFETCH(QByteArray, document);
         QFETCH(QString, tree);
@@ -103,7 +103,7 @@ private Q_SLOTS:
         QCOMPARE(objects.size(), tree.isEmpty() ? 0U : 1U);
     }
 
-    void shouldTellLineColumnAndReasonOfAnError()
+    void shouldReportLineColumnAndReasonOfAnError()
     {
         HVXmlParser parser;
         QTest::ignoreMessage(QtDebugMsg, "Fatal error at 12345,678 : of %1 \"x\"");
@@ -289,7 +289,7 @@ private Q_SLOTS:
         QVERIFY(parser.isClosed());
     }
 
-    void shouldReadSuchCharactersInAttributes()
+    void shouldReadTheseCharactersInAttributes()
     {
         HVXmlParser parser;
         const Objects objects = read(parser, "<a k='&#x1F600;'/>");
@@ -297,7 +297,7 @@ private Q_SLOTS:
                  QString::fromUtf8("\xf0\x9f\x98\x80"));
     }
 
-    void shouldRefuseReferencesThatAreNone_data()
+    void shouldRefuseInvalidReferences_data()
     {
         QTest::addColumn<QByteArray>("document");
         for (const char *reference : { "&#x0x1F600;", "&#X1F600;", "&#1F600;", "&#x1F600 ;",
@@ -305,7 +305,7 @@ private Q_SLOTS:
             QTest::newRow(reference) << "<a>" + QByteArray(reference) + "</a>";
     }
 
-    void shouldRefuseReferencesThatAreNone()
+    void shouldRefuseInvalidReferences()
     {
         QFETCH(QByteArray, document);
         HVXmlParser parser;

@@ -139,7 +139,7 @@ private Q_SLOTS:
         QVERIFY(!grandchild);
     }
 
-    void shouldTakeAttributesByTheirQualifiedNames()
+    void shouldStoreAttributesByTheirQualifiedNames()
     {
         QXmlAttributes attrs;
         attrs.append(QStringLiteral("x:key"), QStringLiteral("urn:x"), QStringLiteral("key"),
@@ -150,7 +150,7 @@ private Q_SLOTS:
         QVERIFY(!element.hasAttribute(QStringLiteral("key")));
     }
 
-    void shouldKeepTheLaterOfTwoAttributesOfOneName()
+    void shouldKeepTheLaterOfTwoAttributesWithOneName()
     {
         const HVXmlElement element(nullptr,
                                    attributes({ { QStringLiteral("a"), QStringLiteral("1") },
@@ -172,7 +172,7 @@ private Q_SLOTS:
                                 QStringLiteral("\u00e4") }));
     }
 
-    void shouldTellAbsentAttributesFromEmptyOnes()
+    void shouldDistinguishAbsentAttributesFromEmptyOnes()
     {
         HVXmlElement element;
         QVERIFY(element.attribute(QStringLiteral("a")).isNull());
@@ -215,7 +215,7 @@ private Q_SLOTS:
         QCOMPARE(child->getTagName(), QStringLiteral("y"));
     }
 
-    void shouldTellOfEveryNameSpaceThatIsSet()
+    void shouldAnnounceEveryNameSpaceThatIsSet()
     {
         HVXmlElement element;
         QSignalSpy spy(&element, &HVXmlElement::tagNameSpaceChanged);
@@ -225,7 +225,7 @@ private Q_SLOTS:
         QCOMPARE(spy.count(), 2);
     }
 
-    void shouldJoinContentAndTellOfEachPiece()
+    void shouldJoinContentAndAnnounceEachPiece()
     {
         HVXmlElement element;
         QSignalSpy spy(&element, &HVXmlElement::contentChanged);
@@ -350,7 +350,7 @@ private Q_SLOTS:
                                 "    </a>"));
     }
 
-    void shouldWriteValuesAsTheyAre()
+    void shouldWriteValuesUnchanged()
     {
         HVXmlElement element(
                 nullptr, attributes({ { QStringLiteral("a"), QStringLiteral("%1 <&> \"%2\"") } }));

@@ -84,7 +84,7 @@ private Q_SLOTS:
                  qPrintable(log.lines().constFirst()));
     }
 
-    void shouldNotTakeSignsOfTextForReferencesToEntities()
+    void shouldNotMistakeAmpersandsInTextForReferences()
     {
         const QByteArray content =
                 "<a>" + QByteArray("100 %, %(n)s &amp; &lt;&gt;&quot;&apos;").repeated(20000);
@@ -97,7 +97,7 @@ private Q_SLOTS:
         QCOMPARE(element(objects)->content().size(), 20000 * 19 + 20000);
     }
 
-    void shouldReadWhatGrowsLittleByItsEntities_data()
+    void shouldReadFilesThatGrowLittleByTheirEntities_data()
     {
         QTest::addColumn<QByteArray>("document");
         QTest::addColumn<int>("length");
@@ -120,7 +120,7 @@ private Q_SLOTS:
                 << QByteArray(large + QByteArray("100%done ").repeated(70000) + "</a>") << 660000;
     }
 
-    void shouldReadWhatGrowsLittleByItsEntities()
+    void shouldReadFilesThatGrowLittleByTheirEntities()
     {
         QFETCH(QByteArray, document);
         QFETCH(int, length);
@@ -177,7 +177,7 @@ private Q_SLOTS:
         }
     }
 
-    void shouldTakeTextWithEntitiesInPieces()
+    void shouldAcceptTextWithEntitiesInPieces()
     {
         // Expansion stops early instead of collecting everything first.
         struct Pieces : HVXmlParser

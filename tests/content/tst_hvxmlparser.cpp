@@ -79,7 +79,7 @@ class tst_HVXmlParser : public QObject
 private Q_SLOTS:
     void cleanup() { QVERIFY(Item::alive.isEmpty()); }
 
-    void shouldNumberItsAnswers()
+    void shouldNumberTheValuesOfTheCallback()
     {
         QCOMPARE(int(HVXmlParser::GenerateAsk), 1);
         QCOMPARE(int(HVXmlParser::GenerateAll), 2);
@@ -97,7 +97,7 @@ private Q_SLOTS:
         QVERIFY(parser.isClosed());
     }
 
-    void shouldKeepWhatTheCallbackAsksFor_data()
+    void shouldKeepWhatTheCallbackSelects_data()
     {
         QTest::addColumn<int>("answer"); // for <p>
         QTest::addColumn<QString>("tree");
@@ -123,7 +123,7 @@ private Q_SLOTS:
         QTest::newRow("15") << 15 << without << top;
     }
 
-    void shouldKeepWhatTheCallbackAsksFor()
+    void shouldKeepWhatTheCallbackSelects()
     {
         QFETCH(int, answer);
         QFETCH(QString, tree);
@@ -145,14 +145,14 @@ private Q_SLOTS:
         QCOMPARE(answers.asked, (QStringList { QStringLiteral("x:r"), QStringLiteral("p=K") }));
     }
 
-    void shouldAskAgainAfterASubtreeThatItDidNotAskAbout_data()
+    void shouldAskAgainAfterASubtreeThatItHandledWithoutAsking_data()
     {
         QTest::addColumn<int>("answer");
         for (int answer : { 2, 3, 8, 12 })
             QTest::addRow("%d", answer) << answer;
     }
 
-    void shouldAskAgainAfterASubtreeThatItDidNotAskAbout()
+    void shouldAskAgainAfterASubtreeThatItHandledWithoutAsking()
     {
         QFETCH(int, answer);
         Answers answers { { { QStringLiteral("p"), answer } }, {} };
@@ -185,7 +185,7 @@ private Q_SLOTS:
         QVERIFY(Item::alive.isEmpty());
     }
 
-    void shouldLeaveOutASkippedRoot()
+    void shouldOmitASkippedRoot()
     {
         Answers answers { { { QStringLiteral("r"), 4 } }, {} };
         HVXmlParser parser(&Answers::ask, &answers);
@@ -221,7 +221,7 @@ private Q_SLOTS:
         QCOMPARE(objects.front()->parent(), nullptr);
     }
 
-    void shouldGoByTheLocalNameOfATag()
+    void shouldUseTheLocalNameOfATag()
     {
         HVXmlParser parser;
         parser.registerElement(QStringLiteral("item"), &Item::staticMetaObject);
@@ -247,7 +247,7 @@ private Q_SLOTS:
         QCOMPARE(element(objects)->content(), QString());
     }
 
-    void shouldGoOnAfterAPropertyThatCannotBeWritten()
+    void shouldContinueAfterAPropertyThatCannotBeWritten()
     {
         HVXmlParser parser;
         parser.registerElement(QStringLiteral("item"), &Item::staticMetaObject);
@@ -310,7 +310,7 @@ private Q_SLOTS:
         QCOMPARE(flat(objects), QStringLiteral("<r><a/></r>"));
     }
 
-    void shouldStartEachReadAnew()
+    void shouldStartEachReadFromScratch()
     {
         Answers answers { { { QStringLiteral("p"), 12 } }, {} };
         HVXmlParser parser(&Answers::ask, &answers);
@@ -337,7 +337,7 @@ private Q_SLOTS:
         QVERIFY(!child);
     }
 
-    void shouldLeaveTheObjectsOfAnEarlierReadAlone()
+    void shouldNotAffectTheObjectsOfAnEarlierRead()
     {
         auto parser = std::make_unique<HVXmlParser>();
         DebugLog log;
@@ -350,7 +350,7 @@ private Q_SLOTS:
         QVERIFY(second);
     }
 
-    void shouldGoOnWhenAnOpenObjectIsDeleted()
+    void shouldContinueWhenAnOpenObjectIsDeleted()
     {
         const auto deleteItem = [](const QString &qName, const QXmlAttributes &, void *) -> int {
             if (qName == QLatin1String("last"))

@@ -133,7 +133,7 @@ private Q_SLOTS:
     void shouldAnswerForThePart();
     void shouldLeaveAnItemItsTooltip();
     void shouldTakeTheTooltipOfAnItemWhenPartsAnswerForTheControl();
-    void shouldShowTheFallbackForTheInnerPart();
+    void shouldShowTheFallbackForAnInnerPart();
 
 private:
     template <class Host = ControlKeys>
@@ -235,7 +235,7 @@ void tst_DocsControls::shouldTakeTheTooltipOfAnItemWhenPartsAnswerForTheControl(
     QCOMPARE(QToolTip::text(), QString());
 }
 
-void tst_DocsControls::shouldShowTheFallbackForTheInnerPart()
+void tst_DocsControls::shouldShowTheFallbackForAnInnerPart()
 {
     HVContext settings;
     settings.set(HVKeyFallbackKey, QStringLiteral("general"));

@@ -48,14 +48,14 @@ class tst_DocsReference : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void shouldTellOfAllThatQmlSees_data();
-    void shouldTellOfAllThatQmlSees();
-    void shouldTellOfEveryQuestionToTheHost();
-    void shouldLinkToWhatIsThere_data();
-    void shouldLinkToWhatIsThere();
+    void shouldDocumentEverythingThatQmlSees_data();
+    void shouldDocumentEverythingThatQmlSees();
+    void shouldDocumentEveryQuestionToTheHost();
+    void shouldLinkToExistingTargets_data();
+    void shouldLinkToExistingTargets();
 };
 
-void tst_DocsReference::shouldTellOfAllThatQmlSees_data()
+void tst_DocsReference::shouldDocumentEverythingThatQmlSees_data()
 {
     QTest::addColumn<const QMetaObject *>("type");
     QTest::newRow("view") << &HVView::staticMetaObject;
@@ -68,7 +68,7 @@ void tst_DocsReference::shouldTellOfAllThatQmlSees_data()
 }
 
 /// Every property and method of a type, and every signal that does not belong to a property.
-void tst_DocsReference::shouldTellOfAllThatQmlSees()
+void tst_DocsReference::shouldDocumentEverythingThatQmlSees()
 {
     QFETCH(const QMetaObject *, type);
     QStringList names, notifications;
@@ -89,7 +89,7 @@ void tst_DocsReference::shouldTellOfAllThatQmlSees()
     }
 }
 
-void tst_DocsReference::shouldTellOfEveryQuestionToTheHost()
+void tst_DocsReference::shouldDocumentEveryQuestionToTheHost()
 {
     const QString document = readText(Source.filePath(QStringLiteral("docs/hosts.md")));
     auto questions = QRegularExpression(QStringLiteral("\\n    virtual [\\w *]*?(\\w+)\\("))
@@ -103,7 +103,7 @@ void tst_DocsReference::shouldTellOfEveryQuestionToTheHost()
     QCOMPARE(count, 6);
 }
 
-void tst_DocsReference::shouldLinkToWhatIsThere_data()
+void tst_DocsReference::shouldLinkToExistingTargets_data()
 {
     QTest::addColumn<QString>("path");
     const QStringList names { QStringLiteral("README.md"), QStringLiteral("CONTRIBUTING.md"),
@@ -118,7 +118,7 @@ void tst_DocsReference::shouldLinkToWhatIsThere_data()
     }
 }
 
-void tst_DocsReference::shouldLinkToWhatIsThere()
+void tst_DocsReference::shouldLinkToExistingTargets()
 {
     QFETCH(QString, path);
     const QString document = readText(path);

@@ -74,7 +74,7 @@ private Q_SLOTS:
                  QStringList { swapped + QStringLiteral(" is skipped: not a regular file") });
     }
 
-    void shouldNotReadAKeyDataFileThatIsNone()
+    void shouldNotReadOtherFilesAsKeyData()
     {
         index("Foo", "a", "<hovlets>" + entry("a", "1") + "</hovlets>");
         const QString file = m_folder->path() + QStringLiteral("/keys.xml");
@@ -112,7 +112,7 @@ private Q_SLOTS:
                                 large + QStringLiteral(" is skipped: larger than 200 bytes") }));
     }
 
-    void shouldSayWhichLimitOfTheParserAFileMeets()
+    void shouldReportTheLimitThatAFileMeets()
     {
         index("Foo", "good", "<hovlets>" + entry("a", "good") + "</hovlets>");
         const QString nested = index("Foo", "nested",

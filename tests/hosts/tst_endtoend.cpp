@@ -72,7 +72,7 @@ private Q_SLOTS:
         QVERIFY(m_window->asked.contains(QStringLiteral("silent")));
     }
 
-    void shouldHideSomeTimeAfterThePointerHasLeft()
+    void shouldHideAfterADelayOnceThePointerHasLeft()
     {
         QVERIFY(hover("a"));
         QVERIFY(!timer()->isActive());
@@ -120,7 +120,7 @@ private Q_SLOTS:
         QVERIFY(isShowing("a"));
     }
 
-    void shouldTakeAClickInside()
+    void shouldReceiveAClickInside()
     {
         QVERIFY(hover("a"));
         Pointer::moveTo(popup()->pos() + QPoint(50, 50));

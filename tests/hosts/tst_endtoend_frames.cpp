@@ -106,7 +106,7 @@ private Q_SLOTS:
         QVERIFY2(last.first.isWhole({ popup()->pos(), FirstSize }), qPrintable(last.text()));
     }
 
-    void shouldShowNothingButTheOneOrTheOther()
+    void shouldShowOnlyTheOldOrTheNewPopup()
     {
         placePopupsBesideTheWindow();
         QVERIFY(hover("a"));

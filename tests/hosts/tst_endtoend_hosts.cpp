@@ -75,7 +75,7 @@ private Q_SLOTS:
         QVERIFY(shown);
     }
 
-    void shouldLeaveAllToTooltipsWhileSuspended()
+    void shouldLeaveEverythingToTooltipsWhileSuspended()
     {
         m_host->manager()->context().set(HVKeySuspended, true);
         m_window->button("a").setToolTip(QStringLiteral("Plain"));

@@ -14,7 +14,7 @@ class tst_EndToEndSettings : public HoverTest
     Q_OBJECT
 
 private Q_SLOTS:
-    void shouldGoWithAKeyThatTheFieldStillGets_data()
+    void shouldHideOnAKeyThatTheFieldStillGets_data()
     {
         QTest::addColumn<int>("setting");
         QTest::addColumn<QString>("key");
@@ -26,7 +26,7 @@ private Q_SLOTS:
         QTest::newRow("modifier") << int(HVDismissOnAnyKey) << QStringLiteral("shift") << false;
     }
 
-    void shouldGoWithAKeyThatTheFieldStillGets()
+    void shouldHideOnAKeyThatTheFieldStillGets()
     {
         QFETCH(int, setting);
         QFETCH(QString, key);
@@ -43,7 +43,7 @@ private Q_SLOTS:
         QCOMPARE(popup()->isVisible(), !goes);
     }
 
-    void shouldGoWithTheWheelOverTheControl()
+    void shouldHideOnTheWheelOverTheControl()
     {
         settings().set(HVKeyDismissOnKey, int(HVDismissOnWheel));
         QVERIFY(hover("a"));

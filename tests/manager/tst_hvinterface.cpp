@@ -162,7 +162,7 @@ private Q_SLOTS:
         QTEST(lines.at(0), "line");
     }
 
-    void shouldTakeMessagesOfTheStartItself()
+    void shouldHandleMessagesOfTheStartInTheBaseClass()
     {
         m_context->set(HVKeyMessageLevel, 300);
         const DebugLog log;
@@ -189,7 +189,7 @@ private Q_SLOTS:
         QCOMPARE(interface.translateString(text("Open"), text("Menu")), text("Open"));
     }
 
-    void shouldOpenAddressesAloneByDefault()
+    void shouldOpenOnlyAddressesByDefault()
     {
         HVInterface interface(*m_context, {});
         const QString address = text("hovletstest://host/path?a=b");
@@ -201,7 +201,7 @@ private Q_SLOTS:
         QCOMPARE(m_opened, QList<QUrl> { QUrl(address) });
     }
 
-    void shouldSayWhenAnAddressDidNotOpen()
+    void shouldReportWhetherAnAddressOpened()
     {
         HVInterface interface(*m_context, {});
         QVERIFY(!interface.openExternalResource(HVUrlResource, QString()));
@@ -257,7 +257,7 @@ private Q_SLOTS:
 
     // What the interface passes on
 
-    void shouldGiveAccessToTheSettingsInForce()
+    void shouldGiveAccessToTheCurrentSettings()
     {
         m_context->set(HVKeyLocale, text("de_DE"));
         auto given = std::make_unique<HVContext>(*m_context);

@@ -37,7 +37,7 @@ private Q_SLOTS:
 
     // Parts
 
-    void shouldRememberWhatItWasGiven()
+    void shouldStoreWhatItWasGiven()
     {
         const QStringList paths { text("/no/such/folder"), text("relative") };
         HVIndex index(nullptr, {});
@@ -105,7 +105,7 @@ private Q_SLOTS:
         QVERIFY(!window.testAttribute(Qt::WA_AlwaysShowToolTips));
     }
 
-    void shouldEndAlwaysShownToolTipsWhoeverBeganThem()
+    void shouldStopShowingToolTipsInInactiveWindows()
     {
         QWidget window;
         QWidget child(&window);
@@ -134,7 +134,7 @@ private Q_SLOTS:
         QCOMPARE(element->getTagName(), text("made"));
     }
 
-    void shouldWatchTheMouseUntilItGoes()
+    void shouldWatchTheMouseUntilItIsDeleted()
     {
         m_packages->addPackage(text("P"), { text("a") });
         m_context->set(HVKeyTrackHover, true);

@@ -55,7 +55,7 @@ class tst_HVManagerContent : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void shouldTellHowLongALookUpTook()
+    void shouldReportTheTimeOfALookUp()
     {
         HoverScene scene;
         QVERIFY(scene.show(text("a")));
@@ -66,7 +66,7 @@ private Q_SLOTS:
         QVERIFY2(pattern.match(messages.at(1)).hasMatch(), qPrintable(messages.at(1)));
     }
 
-    void shouldTellTheTimeOfBothLookUpsInSeconds()
+    void shouldReportTheTimeOfBothLookUpsInSeconds()
     {
         MadeUpIndex index;
         index.answer = [&index](const QString &key, QString &, int &, HVXmlElement *&root) {
@@ -85,7 +85,7 @@ private Q_SLOTS:
         QVERIFY2(told.section(QLatin1Char(' '), 3, 3).toDouble() >= 0.04, qPrintable(told));
     }
 
-    void shouldTakePercentSignsInKeysAsTheyAre()
+    void shouldNotInterpretPercentSignsInKeys()
     {
         HoverScene scene;
         scene.start();
@@ -101,7 +101,7 @@ private Q_SLOTS:
                         .startsWith(text("Retrieved %2 in 0")));
     }
 
-    void shouldSeekContentByLocale_data()
+    void shouldFindContentByLocale_data()
     {
         QTest::addColumn<QString>("preferred");
         QTest::addColumn<QString>("fallback");
@@ -116,7 +116,7 @@ private Q_SLOTS:
                               << QStringList { text("x de_DE"), text("x fr_FR") };
     }
 
-    void shouldSeekContentByLocale()
+    void shouldFindContentByLocale()
     {
         QFETCH(QString, preferred);
         QFETCH(QString, fallback);
@@ -175,7 +175,7 @@ private Q_SLOTS:
                  QStringList { text("looking for Hovlet for key:unknown") });
     }
 
-    void shouldSeekTheFallbackContentInEnglishByDefault()
+    void shouldFindTheFallbackContentInEnglishByDefault()
     {
         MadeUpIndex index([](const QString &, QString &, int &, HVXmlElement *&) {
             return static_cast<HVXmlElement *>(nullptr);
@@ -304,7 +304,7 @@ private Q_SLOTS:
         QVERIFY(scene.host().messagesOf(HVMessageDebug).isEmpty()); // the QML reports nothing
     }
 
-    void shouldKeepContentThatTheIndexHandsOutAgain()
+    void shouldKeepContentThatTheIndexReturnsAgain()
     {
         Forest forest;
         HVXmlElement *root = nullptr;
@@ -332,7 +332,7 @@ private Q_SLOTS:
         QCOMPARE(forest.deleted, 2);
     }
 
-    void shouldTakeContentWithoutARootForNone()
+    void shouldTreatContentWithoutARootAsMissing()
     {
         HoverScene scene;
         int deleted = 0;
@@ -356,7 +356,7 @@ private Q_SLOTS:
         QCOMPARE(deleted, 3);
     }
 
-    void shouldForgetARootOfALookUpThatFailed()
+    void shouldIgnoreTheRootOfAFailedLookUp()
     {
         // An index may leave anything in the root when it finds nothing.
         HVXmlElement stale;

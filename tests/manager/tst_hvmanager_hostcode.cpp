@@ -154,7 +154,7 @@ private Q_SLOTS:
         QVERIFY(show("P2"));
     }
 
-    void shouldBelongToTheWindowOfItsControlAlone()
+    void shouldBelongOnlyToTheWindowOfItsControl()
     {
         m_control->show();
         QVERIFY(QTest::qWaitForWindowExposed(m_control.get()));

@@ -110,7 +110,7 @@ private Q_SLOTS:
         QVERIFY(scene.isShowing());
     }
 
-    void shouldHideAtOnceWhenTheApplicationIsLeft()
+    void shouldHideImmediatelyWhenTheApplicationIsLeft()
     {
         HoverScene scene;
         scene.context().set(HVKeyHideFadeDuration, 100000);
@@ -166,7 +166,7 @@ private Q_SLOTS:
 
     // Clicks
 
-    void shouldHideAtAClickOutside_data()
+    void shouldHideWhenClickedOutside_data()
     {
         QTest::addColumn<QEvent::Type>("type");
         QTest::addColumn<bool>("hides");
@@ -176,7 +176,7 @@ private Q_SLOTS:
         QTest::newRow("move") << QEvent::MouseMove << false;
     }
 
-    void shouldHideAtAClickOutside()
+    void shouldHideWhenClickedOutside()
     {
         QFETCH(QEvent::Type, type);
         HoverScene scene;
@@ -189,7 +189,7 @@ private Q_SLOTS:
         QCOMPARE(scene.control->presses, type == QEvent::MouseButtonPress ? 1 : 0);
     }
 
-    void shouldStayAtAClickInside()
+    void shouldStayWhenClickedInside()
     {
         HoverScene scene;
         QVERIFY(scene.show(text("a")));
@@ -203,7 +203,7 @@ private Q_SLOTS:
         QVERIFY(scene.isShowing());
     }
 
-    void shouldTakeNoNoticeOfClicksOnOtherObjects()
+    void shouldIgnoreClicksOnOtherObjects()
     {
         HoverScene scene;
         QVERIFY(scene.show(text("a")));
@@ -217,7 +217,7 @@ private Q_SLOTS:
         QVERIFY(!scene.isShowing());
     }
 
-    void shouldTakeNoNoticeOfTheMouseWithoutAPopup()
+    void shouldIgnoreTheMouseWithoutAPopup()
     {
         HoverScene scene;
         QMouseEvent event = mouseMove({});
@@ -242,7 +242,7 @@ private Q_SLOTS:
 
     // Moves
 
-    void shouldTellAVisiblePopupWhereTheMouseIs()
+    void shouldInformAVisiblePopupAboutTheMouse()
     {
         HoverScene scene;
         QVERIFY(scene.show(text("a")));

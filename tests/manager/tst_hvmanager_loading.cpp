@@ -75,7 +75,7 @@ private Q_SLOTS:
         QCOMPARE(index.keys(), QStringList { text("a") }); // the host still owns it
     }
 
-    void shouldTellOfItsProgress()
+    void shouldAnnounceItsProgress()
     {
         m_packages->addPackage(text("P"), { text("a") });
         const QString path = m_packages->path();
@@ -95,7 +95,7 @@ private Q_SLOTS:
         QVERIFY(match.captured(1).toDouble() < 60);
     }
 
-    void shouldTellTheTimeInSeconds()
+    void shouldReportTheTimeInSeconds()
     {
         m_packages->addPackage(text("P"), { text("a") });
         NotingIndex index;
@@ -106,7 +106,7 @@ private Q_SLOTS:
         QVERIFY2(time >= 0.02 && time < 20, qPrintable(told));
     }
 
-    void shouldTellTheTimeAlsoWithoutContent()
+    void shouldReportTheTimeEvenWithoutContent()
     {
         RecordingHost host(*m_context, { text("/no/such/folder") });
         QCOMPARE(host.messages.size(), 1);
@@ -114,7 +114,7 @@ private Q_SLOTS:
         QVERIFY(host.manager()->keys().isEmpty());
     }
 
-    void shouldKeepProgressToItselfByDefault()
+    void shouldShowNoProgressByDefault()
     {
         m_packages->addPackage(text("P"), { text("a") });
         HVContext defaults;
@@ -159,7 +159,7 @@ private Q_SLOTS:
         QTEST(host.manager()->keys(), "keys");
     }
 
-    void shouldReadTheControlFolderAlone()
+    void shouldReadOnlyTheControlFolder()
     {
         const QByteArray control("<hovlets><hovlet key=\"sub\"/></hovlets>");
         m_packages->addPackage(text("P"), { text("a") });
@@ -209,7 +209,7 @@ private Q_SLOTS:
         QCOMPARE(host.messagesOf(HVMessageInformation).size(), 4);
     }
 
-    void shouldSkipWhatIsNoFolder()
+    void shouldSkipPathsThatAreNotFolders()
     {
         m_packages->addPackage(text("P"), { text("a") });
         const QString file = m_packages->add(text("file.txt"), "x");
@@ -254,7 +254,7 @@ private Q_SLOTS:
     }
 
 #ifdef Q_OS_UNIX
-    void shouldPassOverFilesThatItMayNotRead()
+    void shouldSkipFilesThatItMayNotRead()
     {
         m_packages->addPackage(text("P"), { text("a") });
         const QString file = m_packages->addControlFile(text("P"), text("secret"), "<hovlets/>");
@@ -281,7 +281,7 @@ private Q_SLOTS:
     }
 #endif
 
-    void shouldHandCanonicalPathsToTheIndex()
+    void shouldPassCanonicalPathsToTheIndex()
     {
         m_packages->addPackage(text("P"), { text("a") });
         PackageFolder other;
@@ -310,7 +310,7 @@ private Q_SLOTS:
         QCOMPARE(index.keys(), QStringList { text("a") });
     }
 
-    void shouldSpeakOfAbsolutePaths()
+    void shouldReportAbsolutePaths()
     {
         m_packages->addPackage(text("P"), { text("a") });
         const QString before = QDir::currentPath();
@@ -325,7 +325,7 @@ private Q_SLOTS:
         QCOMPARE(messages.at(6), text("looking for control files in :") + control);
     }
 
-    void shouldTakeMoreContentLater()
+    void shouldAcceptMoreContentLater()
     {
         RecordingHost host(*m_context, {});
         HVManager &manager = *host.manager();

@@ -60,7 +60,7 @@ private Q_SLOTS:
         delete pinned;
     }
 
-    void shouldPinTheCurrentPopupAlone()
+    void shouldPinOnlyTheCurrentPopup()
     {
         HoverScene scene;
         QWidget container;
@@ -82,7 +82,7 @@ private Q_SLOTS:
         QCOMPARE(scene.host().windowsAskedFor.size(), 1);
     }
 
-    void shouldHaveAFreshPopupAtOnce()
+    void shouldHaveANewPopupImmediately()
     {
         HoverScene scene;
         QVERIFY(scene.show(text("a")));
@@ -207,14 +207,14 @@ private Q_SLOTS:
         QCOMPARE(scene.manager().hovletAttribute(text("a"), text("key"), {}), text("a"));
     }
 
-    void shouldPassOverPopupsThatCloseMeanwhile_data()
+    void shouldSkipPopupsThatCloseMeanwhile_data()
     {
         QTest::addColumn<bool>("raises");
         QTest::newRow("raised") << true;
         QTest::newRow("kept on top") << false;
     }
 
-    void shouldPassOverPopupsThatCloseMeanwhile()
+    void shouldSkipPopupsThatCloseMeanwhile()
     {
         QFETCH(bool, raises);
         HoverScene scene;

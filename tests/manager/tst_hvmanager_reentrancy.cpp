@@ -73,7 +73,7 @@ private Q_SLOTS:
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
 
-    void shouldLeaveWhatTheHostShowsMeanwhile()
+    void shouldKeepWhatTheHostShowsMeanwhile()
     {
         m_host->shortcut = text("F1");
         m_host->atShortcut = [this] { QVERIFY(show("b")); };
@@ -82,7 +82,7 @@ private Q_SLOTS:
         QCOMPARE(m_host->shortcutsAskedFor, QStringList({ text("a"), text("b") }));
     }
 
-    void shouldShowWhatTheHostShowsMeanwhileToo()
+    void shouldAlsoShowWhatTheHostShowsMeanwhile()
     {
         const HVXmlElement *inner = nullptr;
         m_host->shortcut = text("F1");
@@ -111,7 +111,7 @@ private Q_SLOTS:
         QCOMPARE(m_host->popup()->referenceWidget(), nullptr);
     }
 
-    void shouldTakeTheVisiblePopupAlongWhenItsControlGoesMeanwhile()
+    void shouldHideTheVisiblePopupWhenItsControlGoesMeanwhile()
     {
         QVERIFY(show("a"));
         m_control->setToolTip(text("ordinary"));
@@ -175,7 +175,7 @@ private Q_SLOTS:
         QCOMPARE(m_host->manager()->findChildren<QTranslator *>().size(), 1);
     }
 
-    void shouldDoWithoutAHostToAsk()
+    void shouldWorkWithoutAHost()
     {
         HVContext context;
         context.set(HVKeyMessageLevel, HVMessageDebug);

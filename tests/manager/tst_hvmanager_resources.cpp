@@ -72,7 +72,7 @@ private Q_SLOTS:
         QTRY_VERIFY(isShown());
     }
 
-    void shouldSayThatClipsCannotBePlayed()
+    void shouldReportClipsThatCannotBePlayed()
     {
         const DebugLog log;
         HVVideoSourceFFMPEG source;

@@ -181,7 +181,7 @@ private Q_SLOTS:
         QCOMPARE(fade->state(), QAbstractAnimation::Running);
     }
 
-    void shouldEndAFadeOutWithAnyShowThatSaysTrue_data()
+    void shouldEndAFadeOutWithAnySuccessfulShow_data()
     {
         QTest::addColumn<QString>("key");
         QTest::newRow("same key") << text("a");
@@ -189,7 +189,7 @@ private Q_SLOTS:
         QTest::newRow("no content, inside") << text("unknown");
     }
 
-    void shouldEndAFadeOutWithAnyShowThatSaysTrue()
+    void shouldEndAFadeOutWithAnySuccessfulShow()
     {
         QFETCH(QString, key);
         HoverScene scene;
@@ -273,7 +273,7 @@ private Q_SLOTS:
         QVERIFY(host.manager()->show(text("generic"), {}, &control)); // looks nothing up again
     }
 
-    void shouldLeaveContentWithoutAnyShortcut()
+    void shouldLeaveContentWithoutAShortcut()
     {
         HoverScene scene;
         QVERIFY(scene.show(text("a")));

@@ -22,7 +22,7 @@ public:
     }
 
 private Q_SLOTS:
-    void shouldNotMindThatTheEventLoopWasFaster()
+    void shouldNotFailWhenTheEventLoopWasFaster()
     {
         QPointer<QObject> popup;
         {

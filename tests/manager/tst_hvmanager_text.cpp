@@ -18,7 +18,7 @@ class tst_HVManagerText : public QObject
 private Q_SLOTS:
     // Messages
 
-    void shouldPassMessagesOnUpToALevel_data()
+    void shouldPassOnMessagesUpToALevel_data()
     {
         QTest::addColumn<QVariant>("level");
         QTest::addColumn<QList<int>>("passed");
@@ -30,7 +30,7 @@ private Q_SLOTS:
         QTest::newRow("text") << QVariant(text("100")) << QList<int> { 100 };
     }
 
-    void shouldPassMessagesOnUpToALevel()
+    void shouldPassOnMessagesUpToALevel()
     {
         QFETCH(QVariant, level);
         HVContext context;
@@ -65,7 +65,7 @@ private Q_SLOTS:
         QCOMPARE(manager.interpolate(text("Press %(key)s")), text("Press "));
     }
 
-    void shouldFillTextFromGivenValuesAlone()
+    void shouldFillTextOnlyFromGivenValues()
     {
         HVContext context;
         RecordingHost host(context, {});
@@ -157,7 +157,7 @@ private Q_SLOTS:
 
     // Translation
 
-    void shouldLeaveTextAsItIsBeforeThereIsAPopup()
+    void shouldLeaveTextUnchangedBeforeTheFirstPopup()
     {
         HoverScene scene;
         addTranslation(scene, text("Scene"), text("Hovlets_en_US"), text("x"));
@@ -212,7 +212,7 @@ private Q_SLOTS:
         QCOMPARE(translate(scene), text("deutsch"));
     }
 
-    void shouldTakeTextAndContextAsUtf8()
+    void shouldPassTextAndContextAsUtf8()
     {
         HoverScene scene;
         scene.packages.add(text("Scene.hovlets/l10n/Hovlets_de_DE.qm"),
@@ -294,7 +294,7 @@ private Q_SLOTS:
         QCOMPARE(translate(scene), text("Open")); // nor the next time
     }
 
-    void shouldKeepItsTranslationsFromTheApplication()
+    void shouldNotTranslateForTheApplication()
     {
         HoverScene scene;
         addTranslation(scene, text("Scene"), text("Hovlets_de_DE"), text("deutsch"));
@@ -313,7 +313,7 @@ private Q_SLOTS:
 
     // Resources
 
-    void shouldTellKindsOfResourcesApart_data()
+    void shouldDistinguishKindsOfResources_data()
     {
         QTest::addColumn<QString>("resource");
         QTest::addColumn<int>("type");
@@ -335,7 +335,7 @@ private Q_SLOTS:
         QTest::newRow("empty") << "" << 1;
     }
 
-    void shouldTellKindsOfResourcesApart()
+    void shouldDistinguishKindsOfResources()
     {
         QFETCH(QString, resource);
         QFETCH(int, type);

@@ -59,7 +59,7 @@ private Q_SLOTS:
         QCOMPARE(HVFileBytes::head(path, 10, large).bytes.size(), 10);
     }
 
-    void shouldRefuseWhatIsNoRegularFile()
+    void shouldRefuseIrregularFiles()
     {
         const PackageFolder folder;
         const QString pipe = folder.path() + QStringLiteral("/pipe");
@@ -82,7 +82,7 @@ private Q_SLOTS:
         close(socket);
     }
 
-    void shouldRefuseWhatCannotBeRead()
+    void shouldRefuseFilesThatCannotBeRead()
     {
         const PackageFolder folder;
         const QString link = folder.path() + QStringLiteral("/link");
@@ -105,7 +105,7 @@ private Q_SLOTS:
         QCOMPARE(HVFileBytes::head(path, 100, large).bytes.size(), 100);
     }
 
-    void shouldProveThatAFileIsTheSame()
+    void shouldProveThatAFileIsUnchanged()
     {
         const PackageFolder folder;
         const QString path = folder.add(QStringLiteral("file"), "1");

@@ -27,7 +27,7 @@ class tst_HVLogging : public QObject
 private Q_SLOTS:
     void cleanup() { QLoggingCategory::setFilterRules(QString()); }
 
-    void shouldWriteOfContentUnderItsCategory()
+    void shouldLogContentUnderItsCategory()
     {
         DebugLog log;
         parseBadDocument();
@@ -35,7 +35,7 @@ private Q_SLOTS:
         QCOMPARE(log.categories(), QStringList(QStringLiteral("hovlets.content")));
     }
 
-    void shouldWriteOfClipsUnderTheirCategory()
+    void shouldLogClipsUnderTheirCategory()
     {
         DebugLog log;
         HVVideoSourceFFMPEG source;

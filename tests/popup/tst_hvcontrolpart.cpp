@@ -33,7 +33,7 @@ class tst_HVControlPart : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void shouldTakeAPlainWidgetAsAWhole()
+    void shouldTreatAPlainWidgetAsAWhole()
     {
         QPushButton button;
         button.setGeometry(50, 60, 80, 30);
@@ -43,7 +43,7 @@ private Q_SLOTS:
         QCOMPARE(part.geometry, toGlobal(button, button.rect()));
     }
 
-    void shouldTellTabsApart()
+    void shouldDistinguishTabs()
     {
         QTabBar bar;
         bar.addTab(QStringLiteral("One"));
@@ -60,7 +60,7 @@ private Q_SLOTS:
         QCOMPARE(partIn(bar, QRect(380, 2, 10, 5)).id, whole()); // past the last tab
     }
 
-    void shouldTellSectionsApart()
+    void shouldDistinguishSections()
     {
         QTableWidget table(2, 3);
         table.resize(400, 200);
@@ -81,7 +81,7 @@ private Q_SLOTS:
         }
     }
 
-    void shouldTellItemsApart()
+    void shouldDistinguishItems()
     {
         QStandardItemModel model;
         for (const char *name : { "a", "b" }) {
@@ -112,7 +112,7 @@ private Q_SLOTS:
         QCOMPARE(partIn(tree, tree.rect()).id, whole()); // the view's own events
     }
 
-    void shouldTellMenuEntriesApart()
+    void shouldDistinguishMenuEntries()
     {
         QMenu menu;
         const QAction *open = menu.addAction(QStringLiteral("New"));

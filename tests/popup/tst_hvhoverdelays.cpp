@@ -15,7 +15,7 @@ class tst_HVHoverDelays : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void shouldShowAtTheDesktopsMoment_data()
+    void shouldShowAfterTheDesktopsDelay_data()
     {
         QTest::addColumn<int>("delay");
         QTest::newRow("unset") << 0;
@@ -24,7 +24,7 @@ private Q_SLOTS:
         QTest::newRow("equal") << 700;
     }
 
-    void shouldShowAtTheDesktopsMoment()
+    void shouldShowAfterTheDesktopsDelay()
     {
         QFETCH(int, delay);
         HVHoverDelays delays;
@@ -100,7 +100,7 @@ private Q_SLOTS:
         QCOMPARE(delays.timeReached(10000), Action::Expand);
     }
 
-    void shouldForgetThePopupThatIsGone()
+    void shouldForgetADeletedPopup()
     {
         HVHoverDelays delays;
         delays.setDelays(0, 1000);

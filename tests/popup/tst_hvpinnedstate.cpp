@@ -27,7 +27,7 @@ class tst_HVPinnedState : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void shouldGiveBackWhatItWasGiven_data()
+    void shouldReturnWhatItWasGiven_data()
     {
         QTest::addColumn<QVector<HVPinnedState>>("popups");
         QTest::newRow("none") << QVector<HVPinnedState>();
@@ -47,7 +47,7 @@ private Q_SLOTS:
                 << QVector<HVPinnedState>(MaximumPinnedStates, somePopups().constFirst());
     }
 
-    void shouldGiveBackWhatItWasGiven()
+    void shouldReturnWhatItWasGiven()
     {
         QFETCH(QVector<HVPinnedState>, popups);
         const auto decoded = decodePinnedStates(encodePinnedStates(popups));
@@ -74,7 +74,7 @@ private Q_SLOTS:
         QCOMPARE(*decoded, popups);
     }
 
-    void shouldLeaveOutWhatIsTooLongOrTooMuch()
+    void shouldOmitPopupsWithLongTextsOrBeyondTheMaximum()
     {
         QVector<HVPinnedState> popups = somePopups();
         popups.insert(1, { QString(MaximumPinnedStateText + 1, QLatin1Char('k')), {}, {}, false });
@@ -106,7 +106,7 @@ private Q_SLOTS:
         }
     }
 
-    void shouldRefuseWhatIsSomethingElse_data()
+    void shouldRefuseOtherBytes_data()
     {
         QTest::addColumn<QByteArray>("bytes");
         QTest::newRow("nothing") << QByteArray();
@@ -121,7 +121,7 @@ private Q_SLOTS:
                 << QByteArray::fromHex("4856505000010001ffff6161");
     }
 
-    void shouldRefuseWhatIsSomethingElse()
+    void shouldRefuseOtherBytes()
     {
         QFETCH(QByteArray, bytes);
         QVERIFY(!decodePinnedStates(bytes));

@@ -117,7 +117,7 @@ private Q_SLOTS:
         delete pinned;
     }
 
-    void shouldGoWithTheHostsWindow()
+    void shouldBeDeletedWithTheHostsWindow()
     {
         HoverBench bench;
         auto window = std::make_unique<HostPainting>();

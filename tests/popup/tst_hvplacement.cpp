@@ -191,7 +191,7 @@ class tst_HVPlacement : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void shouldShiftIntoTheAreaFromTheWantedPointAlone()
+    void shouldShiftIntoTheAreaOnlyFromTheRequestedPoint()
     {
         // A popup that shrinks keeps nothing of the place that it had when it was tall.
         const QPoint wanted(1000, 700);
@@ -205,7 +205,7 @@ private Q_SLOTS:
         QVERIFY(shifted);
     }
 
-    void shouldShowTheEndOfWhatIsLargerThanTheArea()
+    void shouldShowTheEndOfARectangleLargerThanTheArea()
     {
         bool shifted = false;
         const QRect shown = shiftedInto({ QPoint(5, 5), QSize(1300, 900) }, Area, &shifted);
@@ -285,7 +285,7 @@ private Q_SLOTS:
         QCOMPARE(place.side, HVSide::Below); // the first side: none is clear of both
     }
 
-    void shouldComeNearTheEdgeOfTheScreenBeforeItCoversAnything()
+    void shouldApproachTheEdgeOfTheScreenBeforeItCoversAnything()
     {
         const HVPlacementRequest made = request({ 0, 206, 1280, 594 }); // 200 pixels and the gap
         const HVPlace place = placeBeside(made);
@@ -308,7 +308,7 @@ private Q_SLOTS:
         QVERIFY(!place.geometry.contains(made.cursor));
     }
 
-    void shouldShowTheMostOfWhatFitsNowhere()
+    void shouldShowTheMostOfAPopupThatFitsNowhere()
     {
         HVPlacementRequest made = request({ 600, 100, 80, 24 }, { 1400, 1000 });
         const HVPlace place = placeBeside(made);
@@ -348,7 +348,7 @@ private Q_SLOTS:
         }
     }
 
-    void shouldStayBelowWhenThereWouldBeRoomAboveForLess()
+    void shouldStayAboveWhenItShrinksAndWouldFitBelow()
     {
         // A popup that shrinks stays above, even if it would now fit below.
         HVPlacementRequest made = request({ 600, 600, 80, 24 }, { 300, 300 });
@@ -360,7 +360,7 @@ private Q_SLOTS:
         QCOMPARE(nearEdge(after), nearEdge(*made.current));
     }
 
-    void shouldGrowUnderTheCursorThatIsOverItAlready()
+    void shouldGrowUnderACursorThatIsAlreadyOverIt()
     {
         HVPlacementRequest made = request({ 600, 300, 80, 24 }, { 200, 80 });
         made.current = placeBeside(made);
@@ -407,7 +407,7 @@ private Q_SLOTS:
         QVERIFY(covering > 50);
     }
 
-    void shouldHoldForWhatHasNoSense()
+    void shouldHoldForImpossibleRequests()
     {
         HVPlacementRequest made; // all empty
         QVERIFY(!placeBeside(made).geometry.contains(made.cursor));

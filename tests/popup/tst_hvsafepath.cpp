@@ -177,7 +177,7 @@ private Q_SLOTS:
               traces, delays.at(delays.size() / 2), longest);
     }
 
-    void shouldHaveTracesOfAllKinds()
+    void shouldHaveTracesOfEachKind()
     {
         const QVector<PointerTrace> &traces = committedTraces();
         for (const char *window : { "toolbar", "form", "menu" }) {
@@ -201,7 +201,7 @@ private Q_SLOTS:
         QCOMPARE(writeTraces(committedTraces()), writeTraces(generateTraces()));
     }
 
-    void shouldStayWhileThePointerIsAtHome()
+    void shouldStayWhileThePointerIsOverTheControl()
     {
         HVSafePath safe = path();
         QCOMPARE(safe.verdictAt(1000000), Verdict::Keep);
@@ -220,7 +220,7 @@ private Q_SLOTS:
         QCOMPARE(safe.verdictAt(1000 + Dwell), Verdict::Change);
     }
 
-    void shouldTakeTremblingForRest()
+    void shouldTreatTremblingAsRest()
     {
         HVSafePath safe = path();
         safe.pointerMoved({ 120, 150 }, 1000, Over::Other, 1);
@@ -230,14 +230,14 @@ private Q_SLOTS:
         QCOMPARE(safe.pointerMoved({ 120, 150 }, 1000 + Dwell, Over::Other, 1), Verdict::Change);
     }
 
-    void shouldNotTakeACrawlToThePopupForRest()
+    void shouldNotMistakeACrawlToThePopupForRest()
     {
         HVSafePath safe = path();
         for (int i = 0; i < 60; ++i) // 25 pixels per second
             QCOMPARE(safe.pointerMoved({ 120, 130 + i }, 40 * i, Over::Other, 1), Verdict::Wait);
     }
 
-    void shouldBeginAnewOnTheNextControl()
+    void shouldStartAgainOnTheNextControl()
     {
         HVSafePath safe = path();
         safe.pointerMoved({ 120, 150 }, 1000, Over::Other, 1);
@@ -279,7 +279,7 @@ private Q_SLOTS:
         QCOMPARE(safe.verdictAt(Dwell), Verdict::Change);
     }
 
-    void shouldKnowWhatLiesBetween_data()
+    void shouldKnowTheAreaBetweenControlAndPopup_data()
     {
         QTest::addColumn<QRect>("popup");
         QTest::addColumn<QPoint>("between");
@@ -293,7 +293,7 @@ private Q_SLOTS:
         QTest::newRow("around it") << QRect(0, 0, 400, 400) << QPoint(20, 20) << QPoint(450, 20);
     }
 
-    void shouldKnowWhatLiesBetween()
+    void shouldKnowTheAreaBetweenControlAndPopup()
     {
         QFETCH(QRect, popup);
         QFETCH(QPoint, between);
@@ -312,7 +312,7 @@ private Q_SLOTS:
         }
     }
 
-    void shouldEndureAClockThatGoesBack()
+    void shouldHandleAClockThatGoesBack()
     {
         HVSafePath safe = path();
         safe.pointerMoved({ 120, 150 }, 1000, Over::Other, 1);
@@ -320,7 +320,7 @@ private Q_SLOTS:
         QCOMPARE(safe.deadline(), 1000 + Dwell);
     }
 
-    void shouldForgetTheWayOnceHome()
+    void shouldForgetTheMovementAtTheControl()
     {
         HVSafePath safe = path();
         safe.pointerMoved({ 120, 150 }, 1000, Over::Other, 1);

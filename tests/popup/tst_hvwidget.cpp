@@ -123,7 +123,7 @@ private Q_SLOTS:
         QVERIFY(bench.host->messages.isEmpty());
     }
 
-    void shouldBearToHaveNoView()
+    void shouldWorkWithoutAView()
     {
         PopupBench bench;
         bench.popup->setView(nullptr);
@@ -153,7 +153,7 @@ private Q_SLOTS:
         QVERIFY(bench.view->rootObject());
     }
 
-    void shouldTakeOnlyAWidgetForReference()
+    void shouldAcceptOnlyAWidgetAsReference()
     {
         PopupBench bench;
         bench.show();
@@ -180,7 +180,7 @@ private Q_SLOTS:
         bench.popup->reposition();
     }
 
-    void shouldDeleteReplacedContentOnly()
+    void shouldDeleteOnlyReplacedContent()
     {
         PopupBench bench;
         const QPointer<HVXmlElement> first = bench.content(QStringLiteral("a"));
@@ -194,7 +194,7 @@ private Q_SLOTS:
         QCOMPARE(bench.view->content(), second.data());
     }
 
-    void shouldHandTheContentToQml()
+    void shouldPassTheContentToQml()
     {
         PopupBench bench;
         const QString ui = bench.ui("Names.qml", R"(import QtQuick 2.15

@@ -24,7 +24,7 @@ class tst_HVWidgetControl : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void shouldGoWithItsControl_data()
+    void shouldHideWithItsControl_data()
     {
         QTest::addColumn<QByteArray>("event");
         for (const char *event :
@@ -33,7 +33,7 @@ private Q_SLOTS:
             QTest::newRow(event) << QByteArray(event);
     }
 
-    void shouldGoWithItsControl()
+    void shouldHideWithItsControl()
     {
         QFETCH(QByteArray, event);
         HoverScene scene;

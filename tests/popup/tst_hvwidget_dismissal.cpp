@@ -44,7 +44,7 @@ class tst_HVWidgetDismissal : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void shouldGoWithAKey_data()
+    void shouldHideOnAKey_data()
     {
         QTest::addColumn<QVariant>("setting");
         QTest::addColumn<Qt::Key>("key");
@@ -61,7 +61,7 @@ private Q_SLOTS:
         QTest::newRow("text") << QVariant(QStringLiteral("Escape")) << Qt::Key_Escape << false;
     }
 
-    void shouldGoWithAKey()
+    void shouldHideOnAKey()
     {
         QFETCH(QVariant, setting);
         QFETCH(Qt::Key, key);
@@ -75,7 +75,7 @@ private Q_SLOTS:
         QCOMPARE(receiver.keys, 1);
     }
 
-    void shouldGoWithAKeyThatTriggersAShortcut()
+    void shouldHideOnAKeyThatTriggersAShortcut()
     {
         HoverScene scene;
         scene.context().set(HVKeyDismissOnKey, int(HVDismissOnAnyKey));
@@ -109,7 +109,7 @@ private Q_SLOTS:
         QVERIFY(!scene.isShowing());
     }
 
-    void shouldGoWithTheWheelOverTheControl_data()
+    void shouldHideOnTheWheelOverTheControl_data()
     {
         QTest::addColumn<int>("setting");
         QTest::addColumn<QByteArray>("target");
@@ -123,7 +123,7 @@ private Q_SLOTS:
         QTest::newRow("popup") << wheel << QByteArray("popup") << false;
     }
 
-    void shouldGoWithTheWheelOverTheControl()
+    void shouldHideOnTheWheelOverTheControl()
     {
         QFETCH(int, setting);
         QFETCH(QByteArray, target);
@@ -142,7 +142,7 @@ private Q_SLOTS:
         QCOMPARE(receiver.turns, 1);
     }
 
-    void shouldTakeWhatAppliesAtTheShow()
+    void shouldUseTheSettingsAtTheTimeOfTheShow()
     {
         HoverScene scene;
         QVERIFY(scene.show(QStringLiteral("a")));

@@ -90,14 +90,14 @@ private Q_SLOTS:
         QVERIFY(fade().startValue().toReal() < 0.7);
     }
 
-    void shouldHideAtOnceWithoutADuration_data()
+    void shouldHideImmediatelyWithoutADuration_data()
     {
         QTest::addColumn<int>("duration");
         QTest::newRow("0") << 0;
         QTest::newRow("below 0") << -5;
     }
 
-    void shouldHideAtOnceWithoutADuration()
+    void shouldHideImmediatelyWithoutADuration()
     {
         QFETCH(int, duration);
         m_bench->context().set(HVKeyHideFadeDuration, duration);
@@ -153,7 +153,7 @@ private Q_SLOTS:
         QVERIFY(!popup().isVisible());
     }
 
-    void shouldNotHideWhatIsHidden()
+    void shouldNotHideAHiddenPopup()
     {
         m_bench->show();
         popup().hide();
@@ -311,7 +311,7 @@ private Q_SLOTS:
         QTRY_VERIFY(!popup().isVisible());
     }
 
-    void shouldCountDownWhileTheMouseIsAwayOnly()
+    void shouldCountDownOnlyWhileTheMouseIsAway()
     {
         m_bench->show();
         popup().checkMousePosition(PopupBench::away());
@@ -349,7 +349,7 @@ private Q_SLOTS:
         QCOMPARE(m_bench->countdown(), -1);
     }
 
-    void shouldForgetTheCountdownOfTheControlBefore()
+    void shouldForgetTheCountdownOfThePreviousControl()
     {
         m_bench->show();
         popup().checkMousePosition(PopupBench::away()); // on the way to the next control

@@ -117,7 +117,7 @@ private Q_SLOTS:
         QCOMPARE(m_bench->popup->pos(), area.topLeft());
     }
 
-    void shouldEndAtTheBottomWhenItIsTooHigh()
+    void shouldEndAtTheBottomWhenItIsTooTall()
     {
         const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
         const QString ui =
@@ -152,7 +152,7 @@ private Q_SLOTS:
         QCOMPARE(m_bench->popup->pos(), nearBottom);
     }
 
-    void shouldComeBackToTheWantedPlaceWhenItShrinks()
+    void shouldReturnToTheRequestedPlaceWhenItShrinks()
     {
         const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
         const QPoint wanted = area.bottomRight() - QPoint(210, 110);
@@ -213,7 +213,7 @@ private Q_SLOTS:
         QTRY_COMPARE(m_bench->popup->size(), QSize(41, 301));
     }
 
-    void shouldCallAMarginAroundItselfSafe_data()
+    void shouldCountAMarginAroundItselfAsSafe_data()
     {
         QTest::addColumn<QPoint>("offset"); // from the popup's top-left corner, 201 x 101
         QTest::addColumn<bool>("safe");
@@ -230,7 +230,7 @@ private Q_SLOTS:
         QTest::newRow("bottom-right corner") << QPoint(220, 120) << true;
     }
 
-    void shouldCallAMarginAroundItselfSafe()
+    void shouldCountAMarginAroundItselfAsSafe()
     {
         QFETCH(QPoint, offset);
         m_bench->control.hide();
@@ -251,7 +251,7 @@ private Q_SLOTS:
         QVERIFY(!m_bench->popup->isSafe(QPoint(405, 351)));
     }
 
-    void shouldReckonWithTheFrameOfAWindow()
+    void shouldIncludeTheFrameOfAWindow()
     {
         m_bench->control.hide();
         HVWidget &popup = *m_bench->popup;
@@ -276,7 +276,7 @@ private Q_SLOTS:
         QCOMPARE(popup.pos(), QPoint(10, bottom - 99 - frame));
     }
 
-    void shouldCallItsControlSafe()
+    void shouldCountItsControlAsSafe()
     {
         m_bench->show(QPoint(10, 10));
         QVERIFY(m_bench->popup->isSafe(m_bench->control.geometry().center()));
@@ -296,7 +296,7 @@ private Q_SLOTS:
         QVERIFY(!m_bench->popup->isSafe(inner.mapToGlobal(QPoint(25, 15))));
     }
 
-    void shouldNotTakeNoWidgetForNoControl()
+    void shouldNotCountEmptySpaceAsTheControl()
     {
         m_bench->popup->showWithContent(nullptr, QPoint(10, 10),
                                         m_bench->content(QStringLiteral("a")), QString());

@@ -48,7 +48,7 @@ private Q_SLOTS:
         QTRY_VERIFY(!popup);
     }
 
-    void shouldBecomeAWindowOfItsOwnWithoutAControl()
+    void shouldBecomeAnIndependentWindowWithoutAControl()
     {
         m_bench->control.reset();
         QPointer<HVWidget> popup = pin();
@@ -83,7 +83,7 @@ private Q_SLOTS:
         QTEST(popup->windowTitle(), "expected");
     }
 
-    void shouldSimplifyATitleThatIsText()
+    void shouldSimplifyATitleInAnElement()
     {
         const QPointer<HVWidget> popup = pin([&](HVXmlElement *content) {
             content->childElement(QStringLiteral("title"))
@@ -92,7 +92,7 @@ private Q_SLOTS:
         QCOMPARE(popup->windowTitle(), QStringLiteral("A b"));
     }
 
-    void shouldBearToHaveNoTitle()
+    void shouldWorkWithoutATitle()
     {
         const QPointer<HVWidget> popup = pin([&](HVXmlElement *content) {
             delete content->childElement(QStringLiteral("title"));
@@ -142,7 +142,7 @@ private Q_SLOTS:
         QTRY_COMPARE(popup->geometry(), QRect(1, 2, 301, 101));
     }
 
-    void shouldLeaveOtherWindowsOfTheHostAlone()
+    void shouldNotAffectOtherWindowsOfTheHost()
     {
         QMainWindow main;
         main.setGeometry(-40, 30, 400, 300); // partly off the screen, where its user left it
@@ -267,7 +267,7 @@ private Q_SLOTS:
         QCOMPARE(other.countdown(), 3000);
     }
 
-    void shouldStandAloneWhenTheContainerDiesBeforeItMoves()
+    void shouldBecomeAToolWindowWhenTheContainerDiesBeforeItMoves()
     {
         m_bench->host->container = new QWidget;
         m_bench->show();

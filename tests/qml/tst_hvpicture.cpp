@@ -83,7 +83,7 @@ private Q_SLOTS:
         QTEST(header.size, "size");
     }
 
-    void shouldBearAnyHeader()
+    void shouldSurviveAnyHeader()
     {
         QRandomGenerator random(1);
         const QByteArrayList files { encoded({ 9, 9 }, "png"),    encoded({ 9, 9 }, "jpeg"),
@@ -97,7 +97,7 @@ private Q_SLOTS:
         }
     }
 
-    void shouldRefuseWhatTakesLongToDecode()
+    void shouldRefusePicturesThatTakeLongToDecode()
     {
         QCOMPARE(jpegScans(encoded({ 9, 9 }, "jpeg")), 1);
         QmlPopup popup;
@@ -130,7 +130,7 @@ private Q_SLOTS:
         QCOMPARE(!file.decode(size).isNull(), shown);
     }
 
-    void shouldHaveThePicturesSizeAtOnceAndThePictureLater()
+    void shouldHaveThePicturesSizeImmediatelyAndThePictureLater()
     {
         QmlPopup popup;
         popup.folder.add(text("Pack.hovlets/a.png"), encoded({ 60, 40 }, "png"));
@@ -183,7 +183,7 @@ private Q_SLOTS:
         QTRY_COMPARE(popup.pixel(11, 11), QColor(Qt::white));
     }
 
-    void shouldReadAFileThatChangedAnew()
+    void shouldReloadAFileThatChanged()
     {
         QmlPopup popup;
         const QString path =
@@ -196,7 +196,7 @@ private Q_SLOTS:
         QTRY_COMPARE(popup.pixel(11, 11), QColor(Qt::blue));
     }
 
-    void shouldEndWhileItsPicturesAreDecoded()
+    void shouldEndWhileItsFramesAreDecoded()
     {
         QmlPopup popup;
         popup.folder.add(text("Pack.hovlets/a.png"), encoded({ 3000, 3000 }, "png"));

@@ -39,7 +39,7 @@ class tst_HVQmlTypes : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void shouldBeThereOnceAnInterfaceWasMade()
+    void shouldExistOnceAnInterfaceWasCreated()
     {
         QVERIFY(!complaint().isEmpty());
         HVContext settings;
@@ -47,7 +47,7 @@ private Q_SLOTS:
         QCOMPARE(complaint(), QString());
     }
 
-    void shouldOutliveTheInterfaceAndBeRegisteredOnce()
+    void shouldStayRegisteredAfterTheInterfaceAndOnlyOnce()
     {
         const int id = qmlTypeId("com.zandor.hovlets.qml", 1, 0, "HVScrollBar");
         QVERIFY(id >= 0);

@@ -119,7 +119,7 @@ private Q_SLOTS:
         QCOMPARE(m_item->position(), 2.0F);
     }
 
-    void shouldTellOfEachChangeOfTheRange()
+    void shouldAnnounceEachChangeOfTheRange()
     {
         QSignalSpy start(m_item.get(), &HVScrollBarComponent::startChanged);
         QSignalSpy end(m_item.get(), &HVScrollBarComponent::endChanged);
@@ -133,7 +133,7 @@ private Q_SLOTS:
         QCOMPARE(start.count(), 2);
     }
 
-    void shouldTellOfThePosition_data()
+    void shouldAnnounceThePosition_data()
     {
         QTest::addColumn<bool>("external");
         QTest::addColumn<float>("position");
@@ -145,7 +145,7 @@ private Q_SLOTS:
         QTest::newRow("unchanged, external") << true << 3.0F << 0;
     }
 
-    void shouldTellOfThePosition()
+    void shouldAnnounceThePosition()
     {
         QFETCH(bool, external);
         QFETCH(float, position);
@@ -158,7 +158,7 @@ private Q_SLOTS:
         QTEST(int(told.count()), "told");
     }
 
-    void shouldTellWhenTheBarIsMoved()
+    void shouldAnnounceThatTheBarIsMoved()
     {
         QSignalSpy told(m_item.get(), &HVScrollBarComponent::positionChanged);
         m_bar->setValue(456);

@@ -73,7 +73,7 @@ private Q_SLOTS:
         QCOMPARE(bar(), expected);
     }
 
-    void shouldPaintAnew_data()
+    void shouldRepaint_data()
     {
         QTest::addColumn<int>("change");
         QTest::newRow("value") << 0;
@@ -85,7 +85,7 @@ private Q_SLOTS:
         QTest::newRow("size") << 6;
     }
 
-    void shouldPaintAnew()
+    void shouldRepaint()
     {
         QFETCH(int, change);
         const QPalette palette = QApplication::palette();
@@ -123,7 +123,7 @@ private Q_SLOTS:
     }
 
     /// Painting must not request another paint.
-    void shouldComeToRest()
+    void shouldStopPainting()
     {
         m_item->setPosition(0.5);
         QSignalSpy rendered(m_popup->view()->quickWindow(), &QQuickWindow::afterRendering);
@@ -177,7 +177,7 @@ private Q_SLOTS:
         QTEST(m_item->position(), "position");
     }
 
-    void shouldScrollOnWhileAnArrowIsHeld()
+    void shouldKeepScrollingWhileAnArrowIsPressed()
     {
         const QPoint arrow = center(QStyle::SC_ScrollBarAddLine);
         send(QEvent::MouseButtonPress, arrow);
@@ -223,7 +223,7 @@ private Q_SLOTS:
         QTRY_COMPARE(bar(), m_before);
     }
 
-    void shouldLeaveOtherButtonsAlone()
+    void shouldIgnoreOtherButtons()
     {
         QSignalSpy told(m_item, &HVScrollBarComponent::positionChanged);
         QTest::mouseClick(m_popup->view(), Qt::RightButton, Qt::NoModifier,

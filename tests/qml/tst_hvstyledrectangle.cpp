@@ -61,7 +61,7 @@ private Q_SLOTS:
         QCOMPARE(HVStyledRectangleComponent(&parent).parentItem(), &parent);
     }
 
-    void shouldTakeKnownElementsOnly_data()
+    void shouldTakeOnlyKnownElements_data()
     {
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("element");
@@ -76,7 +76,7 @@ private Q_SLOTS:
         QTest::newRow("empty") << QString() << widget << 0;
     }
 
-    void shouldTakeKnownElementsOnly()
+    void shouldTakeOnlyKnownElements()
     {
         QFETCH(QString, name);
         HVStyledRectangleComponent rectangle;
@@ -86,7 +86,7 @@ private Q_SLOTS:
         QTEST(int(told.count()), "told");
     }
 
-    void shouldTellOfTheStyleAndThenOfTheTextEachTime()
+    void shouldAnnounceTheStyleAndThenTheTextEachTime()
     {
         const QColor usual(Qt::darkGreen);
         QPalette palette = m_palette;
@@ -126,7 +126,7 @@ private Q_SLOTS:
         QCOMPARE(rectangle.textColor(), QColor(Qt::black));
     }
 
-    void shouldTellOfTheTextWhenThePaletteChanges()
+    void shouldAnnounceTheTextColourWhenThePaletteChanges()
     {
         HVStyledRectangleComponent rectangle;
         QSignalSpy told(&rectangle, &HVStyledRectangleComponent::textColorChanged);

@@ -30,7 +30,7 @@ private Q_SLOTS:
         QApplication::setFont(m_font);
     }
 
-    void shouldTellTheColoursOfToolTipsAndTheFontOfTheApplication()
+    void shouldProvideTheColoursOfToolTipsAndTheFontOfTheApplication()
     {
         QToolTip::setPalette(palette());
         const HVToolTipTheme theme(nullptr);
@@ -40,7 +40,7 @@ private Q_SLOTS:
         QCOMPARE(theme.font(), QApplication::font());
     }
 
-    void shouldTellOfAChangeOnce()
+    void shouldAnnounceAChangeOnce()
     {
         HVToolTipTheme theme(nullptr);
         QSignalSpy changed(&theme, &HVToolTipTheme::changed);
@@ -54,7 +54,7 @@ private Q_SLOTS:
         QCOMPARE(theme.base(), QColor(Qt::darkBlue));
     }
 
-    void shouldTellOfEachValue_data()
+    void shouldAnnounceEachValue_data()
     {
         QTest::addColumn<int>("role");
         QTest::newRow("base") << int(QPalette::ToolTipBase);
@@ -62,7 +62,7 @@ private Q_SLOTS:
         QTest::newRow("link") << int(QPalette::Link);
     }
 
-    void shouldTellOfEachValue()
+    void shouldAnnounceEachValue()
     {
         QFETCH(int, role);
         HVToolTipTheme theme(nullptr);

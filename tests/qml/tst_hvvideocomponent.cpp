@@ -87,7 +87,7 @@ private Q_SLOTS:
         QVERIFY(threads.at(0)->isRunning() && threads.at(1)->isRunning());
     }
 
-    void shouldLoadNothingInNoWindow()
+    void shouldLoadNothingOutsideAWindow()
     {
         HVVideoComponent item;
         item.setSource(QStringLiteral("clip.avi"));
@@ -137,7 +137,7 @@ private Q_SLOTS:
         QCOMPARE(loading.count(), 2);
     }
 
-    void shouldTellOfTheSearchPathEachTime()
+    void shouldAnnounceTheSearchPathEachTime()
     {
         HVVideoComponent item;
         QSignalSpy told(&item, &HVVideoComponent::searchPathChanged);
@@ -192,7 +192,7 @@ private Q_SLOTS:
         QCOMPARE(seen.take(), QStringList { QStringLiteral("state") });
     }
 
-    void shouldKnowTheProgressThatItHasTold()
+    void shouldRememberTheProgressThatItHasAnnounced()
     {
         load(QStringLiteral("testsrc=size=64x48:rate=25:duration=0.4"));
         controllerOf(m_item)->quit();
@@ -208,7 +208,7 @@ private Q_SLOTS:
         QCOMPARE(seen.names(), QStringList());
     }
 
-    void shouldTellOfAnotherHeightOnly()
+    void shouldAnnounceOnlyADifferentHeight()
     {
         m_popup->makeClip(QStringLiteral("other.avi"),
                           QStringLiteral("testsrc=size=64x32:rate=25:duration=0.2"));

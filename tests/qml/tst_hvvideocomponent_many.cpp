@@ -65,7 +65,7 @@ private Q_SLOTS:
         m_log.reset();
     }
 
-    void shouldUploadEachPictureOnce()
+    void shouldUploadEachFrameOnce()
     {
         m_popup->show("");
         auto *item = new CountingItem(m_popup->view()->rootObject());
@@ -90,7 +90,7 @@ private Q_SLOTS:
             QVERIFY(!texture);
     }
 
-    void shouldGiveUpItsTextureWithThePicture()
+    void shouldFreeItsTextureWithTheFrame()
     {
         m_popup->show("");
         auto *item = new CountingItem(m_popup->view()->rootObject());

@@ -86,7 +86,7 @@ private Q_SLOTS:
         QTEST(property.notifySignal().name(), "notify");
     }
 
-    void shouldTellOfStayOpenAlways()
+    void shouldAlwaysAnnounceStayOpen()
     {
         PopupBench bench;
         QVERIFY(!bench.view->stayOpen());
@@ -97,7 +97,7 @@ private Q_SLOTS:
         QVERIFY(bench.view->property("stayOpen").toBool());
     }
 
-    void shouldTellOfReservedWhenItChanges()
+    void shouldAnnounceReservedWhenItChanges()
     {
         PopupBench bench;
         QVERIFY(!bench.view->reserved());
@@ -242,7 +242,7 @@ private Q_SLOTS:
                  bench.folder.path() + QStringLiteral("/Pack.hovlets/Control/content.xml"));
     }
 
-    void shouldGoByResourcesForFilesAndByResourceForTheFolder()
+    void shouldUseResourcesForFilesAndResourceForTheFolder()
     {
         PopupBench bench;
         HVXmlElement *content = bench.content(QStringLiteral("a"));
@@ -341,7 +341,7 @@ private Q_SLOTS:
         QVERIFY(!QApplication::overrideCursor());
     }
 
-    void shouldIgnoreTheCursorOfNoItem()
+    void shouldIgnoreACursorWithoutAnItem()
     {
         PopupBench bench;
         bench.view->setItemCursor(nullptr, QStringLiteral("ArrowCursor"), QString());
@@ -359,7 +359,7 @@ private Q_SLOTS:
         bench.view->restoreOverrideCursor();
     }
 
-    void shouldPassItsServicesOnToTheManager()
+    void shouldForwardItsServicesToTheManager()
     {
         HVContext settings;
         settings.set(HVKeyMessageLevel, HVMessageDebug);
@@ -377,7 +377,7 @@ private Q_SLOTS:
         QVERIFY(!view.openExternalResource(QStringLiteral("Topic")));
     }
 
-    void shouldTellWhetherDocumentationIsAvailable()
+    void shouldReportWhetherDocumentationIsAvailable()
     {
         PopupBench bench;
         QVERIFY(!bench.view->documentationAvailable());

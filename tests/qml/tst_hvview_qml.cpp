@@ -23,7 +23,7 @@ private Q_SLOTS:
         QCOMPARE(view().size(), QSize(120, 90));
     }
 
-    void shouldTellOfItsSizeWithARootItemOnly()
+    void shouldAnnounceItsSizeOnlyWithARootItem()
     {
         m_bench->popup->setView(nullptr);
         HVView view(m_bench->host->manager(), nullptr);
@@ -41,7 +41,7 @@ private Q_SLOTS:
         QCOMPARE(resized.count(), 1);
     }
 
-    void shouldSayThatAFileIsMissing()
+    void shouldReportAMissingFile()
     {
         const QString path = m_bench->folder.path() + QStringLiteral("/No %1.qml");
         view().loadQML(path);
@@ -49,7 +49,7 @@ private Q_SLOTS:
         QVERIFY(view().source().isEmpty());
     }
 
-    void shouldLeaveTheFileBeforeWhenTheNextIsMissing()
+    void shouldKeepThePreviousFileWhenTheNextIsMissing()
     {
         const QString path = m_bench->ui();
         view().loadQML(path);
@@ -60,7 +60,7 @@ private Q_SLOTS:
         QVERIFY(root);
     }
 
-    void shouldKeepWhatRunsWhenTheSameFileIsLoadedAgain()
+    void shouldKeepRunningWhenTheSameFileIsLoadedAgain()
     {
         const QString path = m_bench->ui();
         view().loadQML(path);
@@ -82,7 +82,7 @@ private Q_SLOTS:
         QCOMPARE(view().rootObject()->state(), QString());
     }
 
-    void shouldSayWhatIsWrongWithAFile()
+    void shouldReportMistakesInAQmlFile()
     {
         const QString path =
                 m_bench->ui("Wrong.qml", "import QtQuick 2.15\nItem {\n  none: 1\n}\n");
@@ -119,7 +119,7 @@ private Q_SLOTS:
                                               "\"none\"") }));
     }
 
-    void shouldReportErrorsToWhoeverConnectsIt()
+    void shouldReportErrorsWhenConnected()
     {
         connect(&view(), &QQuickWidget::statusChanged, &view(), &HVView::statusHasChanged);
         const QString path = m_bench->ui("Broken.qml", "import QtQuick 2.15\nItem {\n");

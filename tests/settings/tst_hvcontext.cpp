@@ -53,7 +53,7 @@ private Q_SLOTS:
         QCOMPARE(context.keys(), (QList<HVContextKey> { 3, 25 }));
     }
 
-    void shouldTellBeforeAndAfterAWrite()
+    void shouldAnnounceAWriteBeforeAndAfter()
     {
         HVContext context;
         context.set(HVKeyLocale, 1);
@@ -68,7 +68,7 @@ private Q_SLOTS:
         QCOMPARE(seen, (QStringList { QStringLiteral("will 25 1"), QStringLiteral("did 25 2") }));
     }
 
-    void shouldHoldANewKeyOnlyAfterTheWrite()
+    void shouldContainANewKeyOnlyAfterTheWrite()
     {
         HVContext context;
         QList<bool> held;
@@ -88,7 +88,7 @@ private Q_SLOTS:
         QVERIFY(!context);
     }
 
-    void shouldTellAlsoOfAnEqualValue()
+    void shouldAnnounceEvenAnEqualValue()
     {
         HVContext context;
         QSignalSpy will(&context, SIGNAL(settingWillChange(HVContextKey)));

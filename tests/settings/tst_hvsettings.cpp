@@ -124,7 +124,7 @@ private Q_SLOTS:
         QVERIFY(!context.get(HVKeyHideDelay).isValid());
     }
 
-    void shouldHaveNoDefaultWhenItIsTheHosts()
+    void shouldHaveNoDefaultForTheHostsOwnKeys()
     {
         HVContext context;
         QVERIFY(!context.get(1).isValid());

@@ -55,7 +55,7 @@ private Q_SLOTS:
         QCOMPARE(translate(path), QStringLiteral("deutsch"));
     }
 
-    void shouldSeeAChangeWhenContentIsShown()
+    void shouldNoticeAChangeWhenContentIsShown()
     {
         const QString path = write(QStringLiteral("deutsch"));
         QCOMPARE(translate(path), QStringLiteral("deutsch"));
@@ -73,7 +73,7 @@ private Q_SLOTS:
         QCOMPARE(m_warnings, QStringList());
     }
 
-    void shouldWarnOnceOfAFileThatItSkips_data()
+    void shouldWarnOnceAboutAFileThatItSkips_data()
     {
         QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<QString>("problem");
@@ -83,7 +83,7 @@ private Q_SLOTS:
         QTest::newRow("damaged rules") << good + QByteArray("\x88\0\0\0\x01\xff", 6) << "damaged";
     }
 
-    void shouldWarnOnceOfAFileThatItSkips()
+    void shouldWarnOnceAboutAFileThatItSkips()
     {
         QFETCH(QByteArray, bytes);
         QFETCH(QString, problem);

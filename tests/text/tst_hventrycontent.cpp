@@ -106,7 +106,7 @@ private Q_SLOTS:
         QVERIFY(m_services.translated.contains(text("k/The title")));
     }
 
-    void shouldShowTheDescriptionOfWhatIsNoPicture()
+    void shouldShowTheDescriptionOfAFileThatIsNotAPicture()
     {
         Element entry(m_root.get());
         for (const char *file : { "missing.png", "text.txt", "" })
@@ -120,7 +120,7 @@ private Q_SLOTS:
         }
     }
 
-    void shouldShowTheDescriptionOfAPictureTooMany()
+    void shouldShowTheDescriptionsOfPicturesBeyondTheLimit()
     {
         m_limits.shownPictures = 2;
         Element entry(m_root.get());
@@ -157,7 +157,7 @@ private Q_SLOTS:
         QCOMPARE(content.limitMet, text("7 characters"));
     }
 
-    void shouldNotTranslateWhatIsTooLongToBeShown()
+    void shouldNotTranslateTextThatIsTooLongToShow()
     {
         m_limits.shownCharacters = 10;
         Element(m_root.get()).add("p", QString(1000, QLatin1Char('x')));

@@ -138,7 +138,7 @@ private Q_SLOTS:
         QTEST(interpolated(text, values), "expected");
     }
 
-    void shouldGiveWhatThePlainRuleGivesWheneverThatEnds()
+    void shouldMatchTheSimpleRuleWheneverThatTerminates()
     {
         QRandomGenerator random(20240229);
         int ended = 0;
@@ -161,7 +161,7 @@ private Q_SLOTS:
         QVERIFY(endless > 500);
     }
 
-    void shouldTakeTimeThatGrowsWithTheTextAlone()
+    void shouldTakeTimeLinearInTheText()
     {
         // 300,000 placeholders: this would take hours if each copied the rest of the text.
         constexpr int Number = 300000;

@@ -58,7 +58,7 @@ class tst_HVMarkup : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void shouldTellMarkupFromPlainText_data()
+    void shouldDistinguishMarkupFromPlainText_data()
     {
         QTest::addColumn<QString>("written");
         QTest::addColumn<bool>("markup");
@@ -74,13 +74,13 @@ private Q_SLOTS:
             row(written, false);
     }
 
-    void shouldTellMarkupFromPlainText()
+    void shouldDistinguishMarkupFromPlainText()
     {
         QFETCH(QString, written);
         QTEST(isMarkup(written), "markup");
     }
 
-    void shouldKeepWhatIsHarmless_data()
+    void shouldKeepHarmlessMarkup_data()
     {
         QTest::addColumn<QString>("written");
         QTest::addColumn<QString>("text");
@@ -117,7 +117,7 @@ private Q_SLOTS:
         row("<b>&euro;</b>", "<b>&euro;</b>", rich);
     }
 
-    void shouldKeepWhatIsHarmless()
+    void shouldKeepHarmlessMarkup()
     {
         QFETCH(QString, written);
         const HVShownText result = shown(written);
@@ -126,7 +126,7 @@ private Q_SLOTS:
         QVERIFY(!result.isCut);
     }
 
-    void shouldLeaveOutWhatReachesForSomething_data()
+    void shouldRemoveMarkupThatNamesFilesOrAddresses_data()
     {
         QTest::addColumn<QString>("written");
         QTest::addColumn<QString>("text");
@@ -157,7 +157,7 @@ private Q_SLOTS:
         row("<a href='Topic'>a</a>", "a");
     }
 
-    void shouldLeaveOutWhatReachesForSomething()
+    void shouldRemoveMarkupThatNamesFilesOrAddresses()
     {
         QFETCH(QString, written);
         QTEST(shown(written).text, "text");
@@ -190,13 +190,13 @@ private Q_SLOTS:
         QVERIFY(isBalanced(shown(written).text));
     }
 
-    void shouldFollowLinksToTopicsWhereThatIsPossible()
+    void shouldFollowLinksToTopicsIfTheHostOpensThem()
     {
         QCOMPARE(shown(text("<a href='Topic'>a</a>"), withTopics()).text,
                  text("<a href=\"Topic\">a</a>"));
     }
 
-    void shouldTellTopics_data()
+    void shouldRecogniseTopics_data()
     {
         QTest::addColumn<QString>("locator");
         QTest::addColumn<bool>("topic");
@@ -216,7 +216,7 @@ private Q_SLOTS:
         row("", true);
     }
 
-    void shouldTellTopics()
+    void shouldRecogniseTopics()
     {
         QFETCH(QString, locator);
         QTEST(isTopic(locator), "topic");
@@ -235,7 +235,7 @@ private Q_SLOTS:
         QCOMPARE(shown(text("<i>%(a)s</i> %(b)s"), rules).spoken, text("<b>&\" %(b)s"));
     }
 
-    void shouldSpeakTheWords_data()
+    void shouldSpeakTheWordsWithoutMarkup_data()
     {
         QTest::addColumn<QString>("written");
         QTest::addColumn<QString>("spoken");
@@ -248,13 +248,13 @@ private Q_SLOTS:
         row("<a href='a/b'>c</a><img>", "c<img>");
     }
 
-    void shouldSpeakTheWords()
+    void shouldSpeakTheWordsWithoutMarkup()
     {
         QFETCH(QString, written);
         QTEST(shown(written).spoken, "spoken");
     }
 
-    void shouldReplaceWhatTextDocumentsTakeForTheirOwn()
+    void shouldReplaceCharactersThatTextDocumentsReserve()
     {
         QString written = text("<b>a</b>");
         for (const int code : { 0x0, 0xb, 0xfffc, 0xfdd0, 0xfdd1, 0x2029, 0xdc00, 0xd800, 0xffff })
@@ -286,7 +286,7 @@ private Q_SLOTS:
                  QString::fromUtf8("<b>a</b><i>b</i>…"));
     }
 
-    void shouldSayWhichLimitWasMetFirst()
+    void shouldReportTheFirstLimitThatWasMet()
     {
         HVLimits limits;
         limits.shownElements = 2;
@@ -332,7 +332,7 @@ private Q_SLOTS:
         QVERIFY(isBalanced(words));
     }
 
-    void shouldTakeATimeLinearInTheText_data()
+    void shouldTakeLinearTime_data()
     {
         QTest::addColumn<QString>("piece");
         for (const char *piece : { "<a href=\"x\">", "<b", "<", "</b>", "<ul><li>", "<b><i>", "&",
@@ -341,7 +341,7 @@ private Q_SLOTS:
             QTest::newRow(piece) << QString::fromLatin1(piece);
     }
 
-    void shouldTakeATimeLinearInTheText()
+    void shouldTakeLinearTime()
     {
         QFETCH(QString, piece);
         HVLimits limits;
@@ -356,7 +356,7 @@ private Q_SLOTS:
         QVERIFY(isBalanced(result.text));
     }
 
-    void shouldMakeBalancedMarkupOfAnything()
+    void shouldMakeBalancedMarkupFromAnything()
     {
         static const QStringList pieces {
             text("<b>"),

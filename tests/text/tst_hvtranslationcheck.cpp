@@ -59,7 +59,7 @@ class tst_HVTranslationCheck : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void shouldFindNothingWrongWithFilesThatAreWhole_data()
+    void shouldFindNothingWrongWithCompleteFiles_data()
     {
         QTest::addColumn<QByteArray>("bytes");
         const QByteArray message = "\x03" + number(2) + QByteArray("\0b", 2) + "\x06" + number(1)
@@ -76,7 +76,7 @@ private Q_SLOTS:
         QTest::newRow("an obsolete part") << fileOf("\x05" + number(1234) + message);
     }
 
-    void shouldFindNothingWrongWithFilesThatAreWhole()
+    void shouldFindNothingWrongWithCompleteFiles()
     {
         QFETCH(QByteArray, bytes);
         QCOMPARE(translationProblem(bytes), QString());
@@ -84,7 +84,7 @@ private Q_SLOTS:
         translated(bytes, "", "a");
     }
 
-    void shouldBelieveTheFilesOfTheseTests()
+    void shouldAcceptTheFilesOfTheseTests()
     {
         for (bool withContexts : { false, true }) {
             const QByteArray bytes = goodFile(withContexts);
@@ -95,7 +95,7 @@ private Q_SLOTS:
         }
     }
 
-    void shouldTellWhatIsWrong_data()
+    void shouldReportMistakes_data()
     {
         QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<QString>("problem");
@@ -139,7 +139,7 @@ private Q_SLOTS:
                 << file(section(0x2f, QByteArray("\0\x01\0\x01\0\0\x04Menu", 11))) << damaged;
     }
 
-    void shouldTellWhatIsWrong()
+    void shouldReportMistakes()
     {
         QFETCH(QByteArray, bytes);
         QTEST(translationProblem(bytes), "problem");
@@ -197,7 +197,7 @@ private Q_SLOTS:
         QVERIFY(refused > 100);
     }
 
-    void shouldTakeTimeThatGrowsWithTheFileAlone()
+    void shouldTakeTimeLinearInTheFile()
     {
         // A million nested texts, and a million buckets that share one long chain of names.
         QByteArray hashes;

@@ -14,27 +14,27 @@ class tst_ToolCheck : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void shouldFindOneThingInAControlFile_data();
-    void shouldFindOneThingInAControlFile();
-    void shouldTellWhyAFileIsNotIndexed_data();
-    void shouldTellWhyAFileIsNotIndexed();
-    void shouldTellOfAFolderWithoutPackages();
+    void shouldFindOneMistakeInAControlFile_data();
+    void shouldFindOneMistakeInAControlFile();
+    void shouldReportWhyAFileIsNotIndexed_data();
+    void shouldReportWhyAFileIsNotIndexed();
+    void shouldReportAFolderWithoutPackages();
     void shouldFindSymbolicLinks();
     void shouldFindEntriesThatAnotherFileHides_data();
     void shouldFindEntriesThatAnotherFileHides();
     void shouldFindLocalesWithoutEntries();
     void shouldFindMediaBeyondTheLimits();
     void shouldFindClipsThatCannotBeOpened();
-    void shouldFindKeyDataOfNoEntry();
-    void shouldBeContentWithWhatIsShipped_data();
-    void shouldBeContentWithWhatIsShipped();
+    void shouldFindKeyDataWithoutAnEntry();
+    void shouldFindNothingWrongWithShippedContent_data();
+    void shouldFindNothingWrongWithShippedContent();
     void shouldWriteSarif();
     void shouldWriteJunit();
     void shouldListTheCodes();
     void shouldColourLevelsOnATerminal();
 };
 
-void tst_ToolCheck::shouldFindOneThingInAControlFile_data()
+void tst_ToolCheck::shouldFindOneMistakeInAControlFile_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<QStringList>("expected");
@@ -92,7 +92,7 @@ void tst_ToolCheck::shouldFindOneThingInAControlFile_data()
         "HV402 File.xml:2");
 }
 
-void tst_ToolCheck::shouldFindOneThingInAControlFile()
+void tst_ToolCheck::shouldFindOneMistakeInAControlFile()
 {
     QFETCH(QByteArray, content);
     QFETCH(QStringList, expected);
@@ -102,7 +102,7 @@ void tst_ToolCheck::shouldFindOneThingInAControlFile()
     QCOMPARE(found({}, folder.path()), expected);
 }
 
-void tst_ToolCheck::shouldTellWhyAFileIsNotIndexed_data()
+void tst_ToolCheck::shouldReportWhyAFileIsNotIndexed_data()
 {
     QTest::addColumn<QString>("path");
     QTest::addColumn<QByteArray>("content");
@@ -125,7 +125,7 @@ void tst_ToolCheck::shouldTellWhyAFileIsNotIndexed_data()
                             << "HV115 A.xml:1";
 }
 
-void tst_ToolCheck::shouldTellWhyAFileIsNotIndexed()
+void tst_ToolCheck::shouldReportWhyAFileIsNotIndexed()
 {
     QFETCH(QString, path);
     QFETCH(QByteArray, content);
@@ -136,7 +136,7 @@ void tst_ToolCheck::shouldTellWhyAFileIsNotIndexed()
     QCOMPARE(found({}, folder.path()), QStringList { expected });
 }
 
-void tst_ToolCheck::shouldTellOfAFolderWithoutPackages()
+void tst_ToolCheck::shouldReportAFolderWithoutPackages()
 {
     const PackageFolder folder;
     const QString name = QFileInfo(folder.path()).fileName();
@@ -225,7 +225,7 @@ void tst_ToolCheck::shouldFindClipsThatCannotBeOpened()
     QCOMPARE(found({}, folder.path()), QStringList { QStringLiteral("HV303 A.xml:2") });
 }
 
-void tst_ToolCheck::shouldFindKeyDataOfNoEntry()
+void tst_ToolCheck::shouldFindKeyDataWithoutAnEntry()
 {
     PackageFolder folder;
     folder.addControlFile(QStringLiteral("P"), QStringLiteral("A"), control("<hovlet key='a'/>"));
@@ -246,7 +246,7 @@ void tst_ToolCheck::shouldFindKeyDataOfNoEntry()
     QVERIFY2(missing.error.contains("none.xml"), missing.error.constData());
 }
 
-void tst_ToolCheck::shouldBeContentWithWhatIsShipped_data()
+void tst_ToolCheck::shouldFindNothingWrongWithShippedContent_data()
 {
     QTest::addColumn<QString>("path");
     for (const char *path :
@@ -254,7 +254,7 @@ void tst_ToolCheck::shouldBeContentWithWhatIsShipped_data()
         QTest::newRow(path) << QStringLiteral(HOVLETS_SOURCE_DIR "/") + QLatin1String(path);
 }
 
-void tst_ToolCheck::shouldBeContentWithWhatIsShipped()
+void tst_ToolCheck::shouldFindNothingWrongWithShippedContent()
 {
     QFETCH(QString, path);
     QStringList options;

@@ -32,17 +32,17 @@ class tst_ToolCheckFiles : public QObject
 private Q_SLOTS:
     void init();
     void cleanup();
-    void shouldTakeAPackageByAnyPath_data();
-    void shouldTakeAPackageByAnyPath();
-    void shouldReadNothingOutsideOfAFile();
-    void shouldTellWhatIsTakenForTheRoot_data();
-    void shouldTellWhatIsTakenForTheRoot();
+    void shouldAcceptAPackageByAnyPath_data();
+    void shouldAcceptAPackageByAnyPath();
+    void shouldReadNothingOutsideTheFile();
+    void shouldReportTheTagThatIsTakenForTheRoot_data();
+    void shouldReportTheTagThatIsTakenForTheRoot();
     void shouldOpenOrdinaryFilesOnly();
-    void shouldJudgeFilesByTheirBeginning();
-    void shouldTellOfWhatCannotBeRead_data();
-    void shouldTellOfWhatCannotBeRead();
-    void shouldTellOfALinkedControlFolder_data();
-    void shouldTellOfALinkedControlFolder();
+    void shouldReadOnlyTheBeginningOfLargeFiles();
+    void shouldReportFilesThatCannotBeRead_data();
+    void shouldReportFilesThatCannotBeRead();
+    void shouldReportALinkedControlFolder_data();
+    void shouldReportALinkedControlFolder();
 
 private:
     QString path(const QString &relative) const { return m_folder->path() + relative; }
@@ -65,7 +65,7 @@ void tst_ToolCheckFiles::cleanup()
     m_folder.reset();
 }
 
-void tst_ToolCheckFiles::shouldTakeAPackageByAnyPath_data()
+void tst_ToolCheckFiles::shouldAcceptAPackageByAnyPath_data()
 {
     QTest::addColumn<QStringList>("paths");
     const auto row = [](const char *name, const QStringList &paths) {
@@ -77,7 +77,7 @@ void tst_ToolCheckFiles::shouldTakeAPackageByAnyPath_data()
     row("beside another", { QStringLiteral("/P.hovlets/"), QStringLiteral("/other/") });
 }
 
-void tst_ToolCheckFiles::shouldTakeAPackageByAnyPath()
+void tst_ToolCheckFiles::shouldAcceptAPackageByAnyPath()
 {
     QFETCH(QStringList, paths);
     m_folder->add(QStringLiteral("other/Q.hovlets/Control/Q.xml"), control("<hovlet key='b'/>"));
@@ -87,7 +87,7 @@ void tst_ToolCheckFiles::shouldTakeAPackageByAnyPath()
     QCOMPARE(found(more.mid(1), more.first()), QStringList());
 }
 
-void tst_ToolCheckFiles::shouldReadNothingOutsideOfAFile()
+void tst_ToolCheckFiles::shouldReadNothingOutsideTheFile()
 {
     const QString canary = m_folder->add(QStringLiteral("canary.xml"), "<other/>");
     const QByteArray type =
@@ -98,7 +98,7 @@ void tst_ToolCheckFiles::shouldReadNothingOutsideOfAFile()
     QCOMPARE(found({}, m_folder->path()), QStringList());
 }
 
-void tst_ToolCheckFiles::shouldTellWhatIsTakenForTheRoot_data()
+void tst_ToolCheckFiles::shouldReportTheTagThatIsTakenForTheRoot_data()
 {
     QTest::addColumn<QByteArray>("before");
     QTest::addColumn<QString>("expected");
@@ -113,7 +113,7 @@ void tst_ToolCheckFiles::shouldTellWhatIsTakenForTheRoot_data()
                                    << "HV114 A.xml:1:1021";
 }
 
-void tst_ToolCheckFiles::shouldTellWhatIsTakenForTheRoot()
+void tst_ToolCheckFiles::shouldReportTheTagThatIsTakenForTheRoot()
 {
     QFETCH(QByteArray, before);
     QFETCH(QString, expected);
@@ -132,7 +132,7 @@ void tst_ToolCheckFiles::shouldOpenOrdinaryFilesOnly()
 }
 
 /// Tests files of 3 GB that take up no space on disk.
-void tst_ToolCheckFiles::shouldJudgeFilesByTheirBeginning()
+void tst_ToolCheckFiles::shouldReadOnlyTheBeginningOfLargeFiles()
 {
     for (const char *name : { "notes.bin", "A.txt" }) {
         QFile file(path(QStringLiteral("/P.hovlets/Control/") + QLatin1String(name)));
@@ -152,7 +152,7 @@ void tst_ToolCheckFiles::shouldJudgeFilesByTheirBeginning()
              QStringList { QStringLiteral("HV111 A.txt:1") });
 }
 
-void tst_ToolCheckFiles::shouldTellOfWhatCannotBeRead_data()
+void tst_ToolCheckFiles::shouldReportFilesThatCannotBeRead_data()
 {
     QTest::addColumn<QString>("closed");
     QTest::addColumn<bool>("listable");
@@ -166,7 +166,7 @@ void tst_ToolCheckFiles::shouldTellOfWhatCannotBeRead_data()
     QTest::newRow("package that can be listed") << "/Q.hovlets" << true << "HV116 Q.hovlets:1";
 }
 
-void tst_ToolCheckFiles::shouldTellOfWhatCannotBeRead()
+void tst_ToolCheckFiles::shouldReportFilesThatCannotBeRead()
 {
     QFETCH(QString, closed);
     QFETCH(bool, listable);
@@ -191,7 +191,7 @@ void tst_ToolCheckFiles::shouldTellOfWhatCannotBeRead()
     QCOMPARE(findingsOf(run), QStringList { expected });
 }
 
-void tst_ToolCheckFiles::shouldTellOfALinkedControlFolder_data()
+void tst_ToolCheckFiles::shouldReportALinkedControlFolder_data()
 {
     QTest::addColumn<QString>("target");
     QTest::addColumn<QStringList>("expected");
@@ -203,7 +203,7 @@ void tst_ToolCheckFiles::shouldTellOfALinkedControlFolder_data()
     QTest::newRow("within the package") << "/Q.hovlets/inside" << QStringList();
 }
 
-void tst_ToolCheckFiles::shouldTellOfALinkedControlFolder()
+void tst_ToolCheckFiles::shouldReportALinkedControlFolder()
 {
     QFETCH(QString, target);
     QFETCH(QStringList, expected);

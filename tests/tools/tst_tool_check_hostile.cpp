@@ -99,13 +99,13 @@ class tst_ToolCheckHostile : public QObject
 private Q_SLOTS:
     void shouldSurviveControlFiles_data();
     void shouldSurviveControlFiles();
-    void shouldSayWhereALimitIsMet_data();
-    void shouldSayWhereALimitIsMet();
+    void shouldReportWhereALimitIsMet_data();
+    void shouldReportWhereALimitIsMet();
     void shouldSkipFilesThatAreTooLarge();
     void shouldNotWaitForPipes();
     void shouldNotDecodeHugePictures();
-    void shouldOpenNothingThatAClipNames_data();
-    void shouldOpenNothingThatAClipNames();
+    void shouldOpenNoFileThatAClipNames_data();
+    void shouldOpenNoFileThatAClipNames();
     void shouldComparePackagesInLinearTime();
     void shouldEndALongSeriesOfFindings();
 };
@@ -191,7 +191,7 @@ void tst_ToolCheckHostile::shouldSurviveControlFiles()
     QCOMPARE(run.status, codesOf(run).isEmpty() ? 0 : 1);
 }
 
-void tst_ToolCheckHostile::shouldSayWhereALimitIsMet_data()
+void tst_ToolCheckHostile::shouldReportWhereALimitIsMet_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<QString>("expected");
@@ -206,7 +206,7 @@ void tst_ToolCheckHostile::shouldSayWhereALimitIsMet_data()
             << QStringLiteral("HV403 A.xml:2:18");
 }
 
-void tst_ToolCheckHostile::shouldSayWhereALimitIsMet()
+void tst_ToolCheckHostile::shouldReportWhereALimitIsMet()
 {
     QFETCH(QByteArray, content);
     QFETCH(QString, expected);
@@ -251,7 +251,7 @@ void tst_ToolCheckHostile::shouldNotDecodeHugePictures()
     QCOMPARE(codesOf(boundedCheck(folder.path())), QStringList { QStringLiteral("HV308") });
 }
 
-void tst_ToolCheckHostile::shouldOpenNothingThatAClipNames_data()
+void tst_ToolCheckHostile::shouldOpenNoFileThatAClipNames_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QByteArray>("content");
@@ -267,7 +267,7 @@ void tst_ToolCheckHostile::shouldOpenNothingThatAClipNames_data()
     QTest::newRow("no clip") << "a.mp4" << QByteArray("no clip");
 }
 
-void tst_ToolCheckHostile::shouldOpenNothingThatAClipNames()
+void tst_ToolCheckHostile::shouldOpenNoFileThatAClipNames()
 {
     QFETCH(QString, name);
     QFETCH(QByteArray, content);

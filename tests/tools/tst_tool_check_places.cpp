@@ -12,21 +12,21 @@ class tst_ToolCheckPlaces : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void shouldPointToWhatIsWrong_data();
-    void shouldPointToWhatIsWrong();
+    void shouldPointToTheMistake_data();
+    void shouldPointToTheMistake();
     void shouldKeepMessagesToALine();
     void shouldPointToTheRootOfKeyData();
-    void shouldTellOfKeyDataWithoutAName();
-    void shouldTellOfReferencesThatQt5Misreads();
+    void shouldReportKeyDataWithoutAName();
+    void shouldReportReferencesThatQt5Misreads();
     void shouldCountColumnsInAnyEncoding();
     void shouldKnowPackagesByTheirControlFiles();
-    void shouldTellOfMediaThatMayNotBeRead();
-    void shouldTellOfProgressOnATerminal();
-    void shouldRefuseWhatTheHostLacks_data();
-    void shouldRefuseWhatTheHostLacks();
+    void shouldReportMediaThatMayNotBeRead();
+    void shouldReportProgressOnATerminal();
+    void shouldRefuseMissingFilesOfTheHost_data();
+    void shouldRefuseMissingFilesOfTheHost();
 };
 
-void tst_ToolCheckPlaces::shouldPointToWhatIsWrong_data()
+void tst_ToolCheckPlaces::shouldPointToTheMistake_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<QStringList>("expected");
@@ -73,7 +73,7 @@ void tst_ToolCheckPlaces::shouldPointToWhatIsWrong_data()
     row("513 levels", nested(511), { QStringLiteral("HV105 A.xml:2:1547") });
 }
 
-void tst_ToolCheckPlaces::shouldPointToWhatIsWrong()
+void tst_ToolCheckPlaces::shouldPointToTheMistake()
 {
     QFETCH(QByteArray, content);
     QFETCH(QStringList, expected);
@@ -103,7 +103,7 @@ void tst_ToolCheckPlaces::shouldPointToTheRootOfKeyData()
     QVERIFY2(run.output.contains("make \\\"hovletkeys\\\" the root"), run.output.constData());
 }
 
-void tst_ToolCheckPlaces::shouldTellOfKeyDataWithoutAName()
+void tst_ToolCheckPlaces::shouldReportKeyDataWithoutAName()
 {
     PackageFolder folder;
     folder.addControlFile(QStringLiteral("P"), QStringLiteral("A"), control("<hovlet key='a'/>"));
@@ -113,7 +113,7 @@ void tst_ToolCheckPlaces::shouldTellOfKeyDataWithoutAName()
              QStringList { QStringLiteral("HV210 keys.xml:2") });
 }
 
-void tst_ToolCheckPlaces::shouldTellOfReferencesThatQt5Misreads()
+void tst_ToolCheckPlaces::shouldReportReferencesThatQt5Misreads()
 {
     PackageFolder folder;
     folder.addControlFile(QStringLiteral("P"), QStringLiteral("A"),
@@ -149,7 +149,7 @@ void tst_ToolCheckPlaces::shouldKnowPackagesByTheirControlFiles()
                  QStringList { QStringLiteral("HV206 A.xml:1") });
 }
 
-void tst_ToolCheckPlaces::shouldTellOfMediaThatMayNotBeRead()
+void tst_ToolCheckPlaces::shouldReportMediaThatMayNotBeRead()
 {
     PackageFolder folder;
     OtherUser user;
@@ -168,7 +168,7 @@ void tst_ToolCheckPlaces::shouldTellOfMediaThatMayNotBeRead()
              (QStringList { QStringLiteral("HV116 A.xml:2"), QStringLiteral("HV116 A.xml:3") }));
 }
 
-void tst_ToolCheckPlaces::shouldTellOfProgressOnATerminal()
+void tst_ToolCheckPlaces::shouldReportProgressOnATerminal()
 {
     const QString script = QStandardPaths::findExecutable(QStringLiteral("script"));
     if (script.isEmpty())
@@ -187,7 +187,7 @@ void tst_ToolCheckPlaces::shouldTellOfProgressOnATerminal()
     QVERIFY2(terminal.output.endsWith("\r\x1b[K"), terminal.output.constData());
 }
 
-void tst_ToolCheckPlaces::shouldRefuseWhatTheHostLacks_data()
+void tst_ToolCheckPlaces::shouldRefuseMissingFilesOfTheHost_data()
 {
     QTest::addColumn<QStringList>("command");
     QTest::addColumn<QString>("option");
@@ -200,7 +200,7 @@ void tst_ToolCheckPlaces::shouldRefuseWhatTheHostLacks_data()
     }
 }
 
-void tst_ToolCheckPlaces::shouldRefuseWhatTheHostLacks()
+void tst_ToolCheckPlaces::shouldRefuseMissingFilesOfTheHost()
 {
     QFETCH(QStringList, command);
     QFETCH(QString, option);

@@ -61,7 +61,7 @@ private Q_SLOTS:
         QTEST(run.status, "status");
     }
 
-    void shouldTellTheSameAsJson()
+    void shouldReportTheSameAsJson()
     {
         const ToolRun run({ text("coverage"), m_report, m_report, text("--format"), text("json") });
         QCOMPARE(run.json().value(text("missing")).toArray().size(), 2);
@@ -70,7 +70,7 @@ private Q_SLOTS:
         QCOMPARE(run.json().value(text("entries")).toInt(), 6);
     }
 
-    void shouldRefuseWhatIsNoReport_data()
+    void shouldRefuseFilesThatAreNotReports_data()
     {
         QTest::addColumn<QByteArray>("content");
         QTest::addColumn<QByteArray>("words");
@@ -81,7 +81,7 @@ private Q_SLOTS:
                 << QByteArray("of version 1");
     }
 
-    void shouldRefuseWhatIsNoReport()
+    void shouldRefuseFilesThatAreNotReports()
     {
         QFETCH(QByteArray, content);
         QFETCH(QByteArray, words);

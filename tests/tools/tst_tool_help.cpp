@@ -50,8 +50,8 @@ private Q_SLOTS:
     void shouldExplainACommandInBothWays_data() { addCommands(); }
     void shouldExplainACommandInBothWays();
     void shouldExplainItselfInBothWays();
-    void shouldSayInTheManualWhatTheHelpSays_data() { addCommands(); }
-    void shouldSayInTheManualWhatTheHelpSays();
+    void shouldAgreeWithTheManual_data() { addCommands(); }
+    void shouldAgreeWithTheManual();
     void shouldExplainItsOwnOptionsInTheManual();
     void shouldCompleteOptionsAndTheirValues_data() { addCommands(); }
     void shouldCompleteOptionsAndTheirValues();
@@ -89,7 +89,7 @@ void tst_ToolHelp::shouldExplainItselfInBothWays()
     QCOMPARE(other.output, help.output);
 }
 
-void tst_ToolHelp::shouldSayInTheManualWhatTheHelpSays()
+void tst_ToolHelp::shouldAgreeWithTheManual()
 {
     QFETCH(QString, command);
     const QString text = manual();

@@ -98,7 +98,7 @@ private Q_SLOTS:
         m_package = m_folder->path() + text("/Paint.hovlets");
     }
 
-    void shouldMakeEntriesOfTips()
+    void shouldMakeEntriesFromTips()
     {
         const ToolRun run({ text("import"), m_form, text("-o"), m_package });
         QCOMPARE(run.error, QByteArray());
@@ -183,7 +183,7 @@ private Q_SLOTS:
                  QStringList { text("Old.hovlets") });
     }
 
-    void shouldLeaveOutTextsWithNothingToRead()
+    void shouldOmitTextsWithNothingToRead()
     {
         const QString blank =
                 m_folder->add(text("blank.ui"),
@@ -196,7 +196,7 @@ private Q_SLOTS:
         QCOMPARE(textsOf(m_package, text("b"), english), QStringList());
     }
 
-    void shouldLeaveOutWhatIsTranslatedToBlanks()
+    void shouldOmitTextsTranslatedToSpaces()
     {
         const QString blanks =
                 m_folder->add(text("blanks.ts"),
@@ -214,7 +214,7 @@ private Q_SLOTS:
                  QStringList { text("Saves.") });
     }
 
-    void shouldGiveAWidgetItsOwnTipsOnly()
+    void shouldGiveAWidgetOnlyItsOwnTips()
     {
         const QString form = m_folder->add(
                 text("tree.ui"),

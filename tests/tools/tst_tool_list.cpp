@@ -15,11 +15,11 @@ private Q_SLOTS:
     void shouldListKeysByPackageLocaleAndFile();
     void shouldListTheSameAsJson();
     void shouldListASinglePackage();
-    void shouldLeaveOutWhatTheLibraryDoesNotServe();
+    void shouldOmitEntriesThatTheLibraryDoesNotServe();
     void shouldKnowItsVersionAndExplainItself_data();
     void shouldKnowItsVersionAndExplainItself();
-    void shouldNameWhatIsWrongWithTheCommandLine_data();
-    void shouldNameWhatIsWrongWithTheCommandLine();
+    void shouldReportMistakesInTheCommandLine_data();
+    void shouldReportMistakesInTheCommandLine();
 
 private:
     std::unique_ptr<PackageFolder> m_folder;
@@ -77,7 +77,7 @@ void tst_ToolList::shouldListASinglePackage()
     QCOMPARE(run.output, QStringLiteral("Zoom\tany\tin\t%1:2\n").arg(m_other).toUtf8());
 }
 
-void tst_ToolList::shouldLeaveOutWhatTheLibraryDoesNotServe()
+void tst_ToolList::shouldOmitEntriesThatTheLibraryDoesNotServe()
 {
     m_folder->add(QStringLiteral("Zoom.hovlets/Control/below/Deep.xml"),
                   "<hovlets><hovlet key=\"deep\"/></hovlets>");
@@ -109,7 +109,7 @@ void tst_ToolList::shouldKnowItsVersionAndExplainItself()
     QVERIFY2(run.output.contains(words.toUtf8()), run.output.constData());
 }
 
-void tst_ToolList::shouldNameWhatIsWrongWithTheCommandLine_data()
+void tst_ToolList::shouldReportMistakesInTheCommandLine_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QString>("words");
@@ -124,7 +124,7 @@ void tst_ToolList::shouldNameWhatIsWrongWithTheCommandLine_data()
             << QStringLiteral("yaml");
 }
 
-void tst_ToolList::shouldNameWhatIsWrongWithTheCommandLine()
+void tst_ToolList::shouldReportMistakesInTheCommandLine()
 {
     QFETCH(QStringList, arguments);
     QFETCH(QString, words);

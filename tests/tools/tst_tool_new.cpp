@@ -12,11 +12,11 @@ class tst_ToolNew : public QObject
 
 private Q_SLOTS:
     void shouldMakeAPackageWithoutFindings();
-    void shouldTakeARelativeFolder();
-    void shouldTakeANameWithTheSuffix();
+    void shouldAcceptARelativeFolder();
+    void shouldAcceptANameWithTheSuffix();
     void shouldOverwriteNothing();
-    void shouldRefuseWhatCannotNameAPackage_data();
-    void shouldRefuseWhatCannotNameAPackage();
+    void shouldRefuseInvalidPackageNames_data();
+    void shouldRefuseInvalidPackageNames();
 };
 
 void tst_ToolNew::shouldMakeAPackageWithoutFindings()
@@ -36,7 +36,7 @@ void tst_ToolNew::shouldMakeAPackageWithoutFindings()
              show.output.constData());
 }
 
-void tst_ToolNew::shouldTakeARelativeFolder()
+void tst_ToolNew::shouldAcceptARelativeFolder()
 {
     const PackageFolder folder;
     const QString before = QDir::currentPath();
@@ -50,7 +50,7 @@ void tst_ToolNew::shouldTakeARelativeFolder()
                           + QStringLiteral("/my/packages/Help.hovlets/Control/Help.xml")));
 }
 
-void tst_ToolNew::shouldTakeANameWithTheSuffix()
+void tst_ToolNew::shouldAcceptANameWithTheSuffix()
 {
     const PackageFolder folder;
     const ToolRun run({ QStringLiteral("new"), QStringLiteral("Help.hovlets"), folder.path() });
@@ -75,14 +75,14 @@ void tst_ToolNew::shouldOverwriteNothing()
              QStringList { QStringLiteral("Help.hovlets") });
 }
 
-void tst_ToolNew::shouldRefuseWhatCannotNameAPackage_data()
+void tst_ToolNew::shouldRefuseInvalidPackageNames_data()
 {
     QTest::addColumn<QString>("name");
     for (const char *name : { "a/b", "a b", ".a", "a&b", "", ".hovlets" })
         QTest::newRow(name) << QString::fromUtf8(name);
 }
 
-void tst_ToolNew::shouldRefuseWhatCannotNameAPackage()
+void tst_ToolNew::shouldRefuseInvalidPackageNames()
 {
     QFETCH(QString, name);
     PackageFolder folder;

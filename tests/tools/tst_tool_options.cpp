@@ -24,19 +24,19 @@ class tst_ToolOptions : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void shouldTakeOptionsAnywhere_data();
-    void shouldTakeOptionsAnywhere();
+    void shouldAcceptOptionsAnywhere_data();
+    void shouldAcceptOptionsAnywhere();
     void shouldCoverEachCommandWithOptions();
-    void shouldTakeAnOptionOnceForEachOfItsValues();
-    void shouldTakeNamesOfCommandsAsArguments();
+    void shouldAcceptAnOptionOnceForEachOfItsValues();
+    void shouldAcceptNamesOfCommandsAsArguments();
     void shouldRefuseUnknownLocales_data();
     void shouldRefuseUnknownLocales();
-    void shouldTakeKnownLocales_data();
-    void shouldTakeKnownLocales();
+    void shouldAcceptKnownLocales_data();
+    void shouldAcceptKnownLocales();
     void shouldRefuseLimitsBelowZero_data();
     void shouldRefuseLimitsBelowZero();
-    void shouldSayWhichNumbersItTakes_data();
-    void shouldSayWhichNumbersItTakes();
+    void shouldReportTheNumbersThatItAccepts_data();
+    void shouldReportTheNumbersThatItAccepts();
     void shouldRefuseUnknownCommands_data();
     void shouldRefuseUnknownCommands();
 
@@ -86,7 +86,7 @@ QString tst_ToolOptions::valueOf(const ToolHelp::Item &option) const
     return option.kind.startsWith(text("TEXT")) ? text("nowhere/value") : text("1");
 }
 
-void tst_ToolOptions::shouldTakeOptionsAnywhere_data()
+void tst_ToolOptions::shouldAcceptOptionsAnywhere_data()
 {
     QTest::addColumn<QString>("command");
     QTest::addColumn<QString>("option");
@@ -102,7 +102,7 @@ void tst_ToolOptions::shouldTakeOptionsAnywhere_data()
     }
 }
 
-void tst_ToolOptions::shouldTakeOptionsAnywhere()
+void tst_ToolOptions::shouldAcceptOptionsAnywhere()
 {
     QFETCH(QString, command);
     QFETCH(QString, option);
@@ -144,7 +144,7 @@ void tst_ToolOptions::shouldCoverEachCommandWithOptions()
     QCOMPARE(ToolHelp(text("new")).items.size(), 3);
 }
 
-void tst_ToolOptions::shouldTakeAnOptionOnceForEachOfItsValues()
+void tst_ToolOptions::shouldAcceptAnOptionOnceForEachOfItsValues()
 {
     const QString path = m_folder.addControlFile(
             text("A"), text("A"), "<hovlets locale='en_US'><hovlet key='a'/></hovlets>");
@@ -155,7 +155,7 @@ void tst_ToolOptions::shouldTakeAnOptionOnceForEachOfItsValues()
     QVERIFY(QFile::remove(path));
 }
 
-void tst_ToolOptions::shouldTakeNamesOfCommandsAsArguments()
+void tst_ToolOptions::shouldAcceptNamesOfCommandsAsArguments()
 {
     const ToolRun run({ text("new"), text("help"), m_folder.path() + text("/list") });
     QCOMPARE(run.error, QByteArray());
@@ -195,14 +195,14 @@ void tst_ToolOptions::shouldRefuseUnknownLocales()
                      .toUtf8());
 }
 
-void tst_ToolOptions::shouldTakeKnownLocales_data()
+void tst_ToolOptions::shouldAcceptKnownLocales_data()
 {
     QTest::addColumn<QString>("locale");
     for (const char *locale : { "de", "de_AT", "de-DE", "C", "zh_Hant", "zh_Hans_CN", "es_419" })
         QTest::newRow(locale) << text(locale);
 }
 
-void tst_ToolOptions::shouldTakeKnownLocales()
+void tst_ToolOptions::shouldAcceptKnownLocales()
 {
     QFETCH(QString, locale);
     const ToolRun run({ text("show"), text("--locale"), locale, text("pen"), m_folder.path() });
@@ -235,7 +235,7 @@ void tst_ToolOptions::shouldRefuseLimitsBelowZero()
                      .toUtf8());
 }
 
-void tst_ToolOptions::shouldSayWhichNumbersItTakes_data()
+void tst_ToolOptions::shouldReportTheNumbersThatItAccepts_data()
 {
     QTest::addColumn<QString>("option");
     QTest::addColumn<QString>("value");
@@ -246,7 +246,7 @@ void tst_ToolOptions::shouldSayWhichNumbersItTakes_data()
     QTest::newRow("no number") << text("--scale") << text("big") << text("from 0.5 to 8");
 }
 
-void tst_ToolOptions::shouldSayWhichNumbersItTakes()
+void tst_ToolOptions::shouldReportTheNumbersThatItAccepts()
 {
     QFETCH(QString, option);
     QFETCH(QString, value);

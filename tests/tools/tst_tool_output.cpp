@@ -37,8 +37,8 @@ class tst_ToolOutput : public QObject
 
 private Q_SLOTS:
     void initTestCase() { m_folder.addPackage(QStringLiteral("Pen"), { QStringLiteral("pen") }); }
-    void shouldTellOfLostOutput_data();
-    void shouldTellOfLostOutput();
+    void shouldReportLostOutput_data();
+    void shouldReportLostOutput();
     void shouldBeQuietWhenTheReaderHasSeenEnough_data();
     void shouldBeQuietWhenTheReaderHasSeenEnough();
 
@@ -46,7 +46,7 @@ private:
     const PackageFolder m_folder;
 };
 
-void tst_ToolOutput::shouldTellOfLostOutput_data()
+void tst_ToolOutput::shouldReportLostOutput_data()
 {
     QTest::addColumn<QString>("command");
     QTest::newRow("list") << QStringLiteral("list \"$content\"");
@@ -58,7 +58,7 @@ void tst_ToolOutput::shouldTellOfLostOutput_data()
     QTest::newRow("version") << QStringLiteral("--version");
 }
 
-void tst_ToolOutput::shouldTellOfLostOutput()
+void tst_ToolOutput::shouldReportLostOutput()
 {
     if (!QFile::exists(QStringLiteral("/dev/full")))
         QSKIP("this system has no device that is always full");

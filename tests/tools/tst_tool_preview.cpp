@@ -39,7 +39,7 @@ private Q_SLOTS:
     void shouldShowTheChosenKey();
     void shouldSearchKeysAndPackages();
     void shouldWalkThroughTheKeysFromTheSearch();
-    void shouldOfferTheLocalesThereAre();
+    void shouldOfferTheExistingLocales();
     void shouldSwitchThePalette();
     void shouldSwitchToTheSimplePopup();
     void shouldShowFindingsBesideTheEntry();
@@ -47,13 +47,13 @@ private Q_SLOTS:
     void shouldFollowTheUserInterface();
     void shouldFollowNewFiles();
     void shouldKeepTheChoiceWhileTheFileIsBroken();
-    void shouldTellOfMistakesInQml();
-    void shouldSayWhenThereAreNoEntries();
+    void shouldReportMistakesInQml();
+    void shouldReportThatThereAreNoEntries();
     void shouldOutliveTheFolder();
     void shouldFillPlaceholders();
     void shouldShowWhatTheHostAdds();
     void shouldNotOpenWithoutADisplay();
-    void shouldNotOpenWhatIsNoFolder();
+    void shouldNotOpenPathsThatAreNotFolders();
 
 private:
     void open(const QStringList &paths = {});
@@ -189,7 +189,7 @@ void tst_ToolPreview::shouldWalkThroughTheKeysFromTheSearch()
     QCOMPARE(title(), text("Eraser"));
 }
 
-void tst_ToolPreview::shouldOfferTheLocalesThereAre()
+void tst_ToolPreview::shouldOfferTheExistingLocales()
 {
     open();
     auto *locale = find<QComboBox>("locale");
@@ -280,7 +280,7 @@ void tst_ToolPreview::shouldKeepTheChoiceWhileTheFileIsBroken()
     QTRY_COMPARE(title(), text("Pen, mended"));
 }
 
-void tst_ToolPreview::shouldTellOfMistakesInQml()
+void tst_ToolPreview::shouldReportMistakesInQml()
 {
     open();
     // Qt's own warning.
@@ -295,7 +295,7 @@ void tst_ToolPreview::shouldTellOfMistakesInQml()
     QTRY_COMPARE(list->topLevelItemCount(), 0);
 }
 
-void tst_ToolPreview::shouldSayWhenThereAreNoEntries()
+void tst_ToolPreview::shouldReportThatThereAreNoEntries()
 {
     const PackageFolder empty;
     open({ empty.path() });
@@ -353,7 +353,7 @@ void tst_ToolPreview::shouldNotOpenWithoutADisplay()
                        "popups without one\n"));
 }
 
-void tst_ToolPreview::shouldNotOpenWhatIsNoFolder()
+void tst_ToolPreview::shouldNotOpenPathsThatAreNotFolders()
 {
     const ToolRun run({ text("preview"), text("/no/such/folder") },
                       { { text("QT_QPA_PLATFORM"), text("offscreen") } });

@@ -35,7 +35,7 @@ private Q_SLOTS:
         QCOMPARE(render({}), picture); // the same every time
     }
 
-    void shouldLookAsAsked_data()
+    void shouldUseTheRequestedLook_data()
     {
         QTest::addColumn<QStringList>("options");
         QTest::newRow("dark") << QStringList { text("--palette"), text("dark") };
@@ -46,7 +46,7 @@ private Q_SLOTS:
         QTest::newRow("placeholder") << QStringList { text("--property"), text("n=A long name") };
     }
 
-    void shouldLookAsAsked()
+    void shouldUseTheRequestedLook()
     {
         QFETCH(QStringList, options);
         const QImage usual = render({});
@@ -70,7 +70,7 @@ private Q_SLOTS:
         QVERIFY(sheet.width() > one.width() && sheet.height() > one.height());
     }
 
-    void shouldTellWhichPicturesChanged()
+    void shouldReportThePicturesThatChanged()
     {
         const QString expected = m_pictures->filePath(text("expected"));
         const QStringList compare { text("render"),   text("--compare"), expected,
@@ -94,7 +94,7 @@ private Q_SLOTS:
         QCOMPARE(tolerant.json().value(text("changed")).toArray(), QJsonArray());
     }
 
-    void shouldTellWhatIsWrongWithTheQml()
+    void shouldReportMistakesInTheUserInterface()
     {
         m_folder->add(text("Draw.hovlets/ui/HovletsUI.qml"),
                       "import QtQuick 2.15\nItem { nonsense }");
@@ -103,7 +103,7 @@ private Q_SLOTS:
         QVERIFY2(run.error.contains("HovletsUI.qml:2"), run.error.constData());
     }
 
-    void shouldTellOfAKeyThatIsNotServed()
+    void shouldReportAKeyThatIsNotServed()
     {
         const ToolRun run({ text("render"), text("nowhere"), m_folder->path(), text("-o"),
                             m_pictures->filePath(text("none.png")) });
@@ -113,7 +113,7 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists(m_pictures->filePath(text("none.png"))));
     }
 
-    void shouldGoOnWithTheOtherKeysWhenOneIsNotServed()
+    void shouldContinueWithTheOtherKeysWhenOneIsNotServed()
     {
         m_folder->addControlFile(text("Draw"), text("German"),
                                  "<hovlets locale=\"de_DE\"><hovlet key=\"nur\"/></hovlets>");

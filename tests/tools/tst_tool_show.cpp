@@ -12,8 +12,8 @@ class tst_ToolShow : public QObject
 
 private Q_SLOTS:
     void init();
-    void shouldTellWhichLocaleAnswers_data();
-    void shouldTellWhichLocaleAnswers();
+    void shouldReportTheLocaleThatAnswers_data();
+    void shouldReportTheLocaleThatAnswers();
     void shouldShowWhatTheHostGets();
     void shouldFindNothingForAnUnknownKey();
 
@@ -42,7 +42,7 @@ void tst_ToolShow::init()
             "title='Stift'><p>Text</p></hovlet></hovlets>");
 }
 
-void tst_ToolShow::shouldTellWhichLocaleAnswers_data()
+void tst_ToolShow::shouldReportTheLocaleThatAnswers_data()
 {
     QTest::addColumn<QString>("key");
     QTest::addColumn<QStringList>("options");
@@ -64,7 +64,7 @@ void tst_ToolShow::shouldTellWhichLocaleAnswers_data()
                                   << "fallback key";
 }
 
-void tst_ToolShow::shouldTellWhichLocaleAnswers()
+void tst_ToolShow::shouldReportTheLocaleThatAnswers()
 {
     QFETCH(QString, key);
     QFETCH(QStringList, options);

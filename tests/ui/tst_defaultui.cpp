@@ -184,7 +184,7 @@ private Q_SLOTS:
         QCOMPARE(m_bench->texts("paragraph"), list({ "A picture" }));
     }
 
-    void shouldTakeNoRoomForAClip()
+    void shouldTakeNoSpaceForAClip()
     {
         make("title=\"T\" clip=\"a.mp4\"", "<p>A</p>");
         QVERIFY(m_bench->show());
@@ -256,7 +256,7 @@ private Q_SLOTS:
         QCOMPARE(m_bench->texts("link"), QStringList());
     }
 
-    void shouldBearTheLossOfItsContent()
+    void shouldSurviveTheLossOfItsContent()
     {
         showEntry("title=\"A\" shortcut=\"F1\"", "<p>1</p><link href=\"a/b\"/>");
         m_bench->view()->engine()->rootContext()->setContextProperty(

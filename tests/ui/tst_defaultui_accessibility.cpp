@@ -13,7 +13,7 @@ class tst_DefaultUiAccessibility : public DefaultUiTest
     Q_OBJECT
 
 private Q_SLOTS:
-    void shouldTellOfThePopup()
+    void shouldDescribeThePopup()
     {
         showEntry("title=\"Save\" shortcut=\"Ctrl+S\"",
                   "<p>First &lt; <![CDATA[second]]></p><p><![CDATA[<b>Bold</b> &amp; "
@@ -30,7 +30,7 @@ private Q_SLOTS:
 #endif
     }
 
-    void shouldTellOfTheSimplePopup()
+    void shouldDescribeTheSimplePopup()
     {
         m_bench = std::make_unique<DefaultUiBench>(
                 DefaultUiBench::entry("title=\"Save\"", "<p>One</p><p>Two</p>"));
@@ -52,7 +52,7 @@ private Q_SLOTS:
                           interfaceOf(m_bench->root())));
     }
 
-    void shouldTellOfEachPart_data()
+    void shouldAnnounceEachPart_data()
     {
         QTest::addColumn<QString>("item");
         QTest::addColumn<int>("role");
@@ -64,7 +64,7 @@ private Q_SLOTS:
         QTest::newRow("pin") << text("pin") << int(QAccessible::Button) << text("Keep open");
     }
 
-    void shouldTellOfEachPart()
+    void shouldAnnounceEachPart()
     {
         QFETCH(QString, item);
         QFETCH(int, role);
@@ -78,7 +78,7 @@ private Q_SLOTS:
         QCOMPARE(part->text(QAccessible::Name), name);
     }
 
-    void shouldTellOfTheScrollBar()
+    void shouldDescribeTheScrollBar()
     {
         showEntry("title=\"Save\"", QByteArray("<p>Line</p>").repeated(200));
         const QAccessibleInterface *bar = interfaceOf(m_bench->item("scrollBar"));

@@ -36,7 +36,7 @@ private Q_SLOTS:
         QVERIFY(QRectF(QPointF(), m_bench->root()->size()).contains(m_bench->place(picture())));
     }
 
-    void shouldPlayByItselfToItsEndAndThenOfferToPlayAgain()
+    void shouldPlayAutomaticallyToItsEndAndThenOfferToPlayAgain()
     {
         showClip(ShortClip);
         QTRY_VERIFY(video());
@@ -52,7 +52,7 @@ private Q_SLOTS:
         QTRY_COMPARE(video()->progress(), 1.0);
     }
 
-    void shouldPauseAndGoOnByAClick()
+    void shouldPauseAndResumeByAClick()
     {
         showClip(LongClip);
         QTRY_VERIFY(video());
@@ -67,7 +67,7 @@ private Q_SLOTS:
         QTRY_VERIFY(video()->position() > paused + 3);
     }
 
-    void shouldPlayOnWhenTheDecoderEndsAfterAClick()
+    void shouldContinuePlayingWhenTheDecoderEndsAfterAClick()
     {
         showClip(LongClip);
         QTRY_VERIFY(video());
@@ -212,7 +212,7 @@ private Q_SLOTS:
         QCOMPARE(clip->state(), HVVideoComponent::pausedState);
     }
 
-    void shouldNotBeginBehindAHiddenPopup()
+    void shouldNotStartWhileThePopupIsHidden()
     {
         showClip(LongClip);
         QTRY_VERIFY(video());
@@ -224,7 +224,7 @@ private Q_SLOTS:
         QTRY_COMPARE(clip->state(), HVVideoComponent::playingState);
     }
 
-    void shouldEndThePlayingWithThePopup()
+    void shouldStopPlayingWithThePopup()
     {
         showClip(LongClip);
         QTRY_VERIFY(video());

@@ -146,7 +146,7 @@ private Q_SLOTS:
         QCOMPARE(m_bench->host.messagesOf(HVMessageWarning), warnings);
     }
 
-    void shouldReachForNothing_data()
+    void shouldOpenNoFileAndNoConnection_data()
     {
         QTest::addColumn<QByteArray>("markup"); // "@" marks an address
         const auto row = [](const char *markup) { QTest::newRow(markup) << QByteArray(markup); };
@@ -164,7 +164,7 @@ private Q_SLOTS:
     }
 
     /// Opens nothing over the network or in the file system, however the content is shown.
-    void shouldReachForNothing()
+    void shouldOpenNoFileAndNoConnection()
     {
         QFETCH(QByteArray, markup);
         const ListeningPort port;

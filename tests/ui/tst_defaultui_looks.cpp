@@ -72,7 +72,7 @@ private Q_SLOTS:
         QCOMPARE(image.pixelColor(image.width() / 2, 3), QColor(Qt::black));
     }
 
-    void shouldUseTheColourOfLinksWhereItIsReadable_data()
+    void shouldUseTheColourOfLinksIfItIsReadable_data()
     {
         QTest::addColumn<QColor>("link");
         QTest::addColumn<QColor>("shown");
@@ -81,7 +81,7 @@ private Q_SLOTS:
         QTest::newRow("invisible") << QColor(Qt::white) << QColor(0x101010);
     }
 
-    void shouldUseTheColourOfLinksWhereItIsReadable()
+    void shouldUseTheColourOfLinksIfItIsReadable()
     {
         QFETCH(QColor, link);
         QFETCH(QColor, shown);
@@ -258,7 +258,7 @@ private Q_SLOTS:
         }
     }
 
-    void shouldHaveItsSizeAtOnce()
+    void shouldHaveItsSizeImmediately()
     {
         const QByteArray words = QByteArray("word ").repeated(30);
         m_bench = std::make_unique<DefaultUiBench>(
@@ -279,7 +279,7 @@ private Q_SLOTS:
         }
     }
 
-    void shouldHaveItsSizeAtOnceAfterItWasHidden()
+    void shouldHaveItsSizeImmediatelyAfterItWasHidden()
     {
         m_bench = std::make_unique<DefaultUiBench>(
                 DefaultUiBench::entry("title=\"A title, and more\"", "<p>Text</p>", "a")

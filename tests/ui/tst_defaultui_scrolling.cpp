@@ -56,7 +56,7 @@ private Q_SLOTS:
         QCOMPARE(bar->property("position").toReal(), 0.0);
     }
 
-    void shouldLeaveThePlaceOfTheTextAloneThatItScrolledTo()
+    void shouldNotResetThePositionToWhichItScrolled()
     {
         m_bench = std::make_unique<DefaultUiBench>(longEntry("key"));
         QVERIFY(m_bench->show());

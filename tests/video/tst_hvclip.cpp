@@ -14,12 +14,12 @@ class tst_HVClip : public QObject
 private Q_SLOTS:
     void initTestCase() { av_log_set_level(AV_LOG_QUIET); }
 
-    void shouldDecodeWhatTheProgramDecodes_data();
-    void shouldDecodeWhatTheProgramDecodes();
+    void shouldDecodeTheSameFramesAsTheProgram_data();
+    void shouldDecodeTheSameFramesAsTheProgram();
     void shouldScaleToTheFirstSizeOfTheStream_data();
     void shouldScaleToTheFirstSizeOfTheStream();
-    void shouldSkipWhatIsDamaged_data();
-    void shouldSkipWhatIsDamaged();
+    void shouldSkipDamagedFrames_data();
+    void shouldSkipDamagedFrames();
     void shouldEndATruncatedFileWhereItEnds();
 
 private:
@@ -29,7 +29,7 @@ private:
     ClipFolder m_clips;
 };
 
-void tst_HVClip::shouldDecodeWhatTheProgramDecodes_data()
+void tst_HVClip::shouldDecodeTheSameFramesAsTheProgram_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("geometry");
@@ -99,7 +99,7 @@ void tst_HVClip::shouldDecodeWhatTheProgramDecodes_data()
         "-f lavfi -i sine=duration=0.4 -c:v libx264 -pix_fmt yuv420p -c:a aac");
 }
 
-void tst_HVClip::shouldDecodeWhatTheProgramDecodes()
+void tst_HVClip::shouldDecodeTheSameFramesAsTheProgram()
 {
     QFETCH(QString, name);
     QFETCH(QString, geometry);
@@ -171,7 +171,7 @@ void tst_HVClip::shouldScaleToTheFirstSizeOfTheStream()
     QCOMPARE(ClipFolder::pictures(path).size(), 20 * 64 * 48 * 4);
 }
 
-void tst_HVClip::shouldSkipWhatIsDamaged_data()
+void tst_HVClip::shouldSkipDamagedFrames_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("options");
@@ -187,7 +187,7 @@ void tst_HVClip::shouldSkipWhatIsDamaged_data()
                          << "-c:v libvpx-vp9 -deadline realtime -cpu-used 8 -g 3";
 }
 
-void tst_HVClip::shouldSkipWhatIsDamaged()
+void tst_HVClip::shouldSkipDamagedFrames()
 {
     QFETCH(QString, name);
     QFETCH(QString, options);

@@ -59,13 +59,13 @@ private Q_SLOTS:
     void initTestCase() { av_log_set_level(AV_LOG_QUIET); }
     void cleanup() { HVLimits::setCurrent({}); }
 
-    void shouldRefuseWhatNamesOtherFiles_data();
-    void shouldRefuseWhatNamesOtherFiles();
-    void shouldRefuseWhatIsNoRegularFile_data();
-    void shouldRefuseWhatIsNoRegularFile();
+    void shouldRefuseFilesThatNameOtherFiles_data();
+    void shouldRefuseFilesThatNameOtherFiles();
+    void shouldRefuseIrregularFiles_data();
+    void shouldRefuseIrregularFiles();
     void shouldOpenALinkToAClip();
-    void shouldRefuseTablesWithoutMeasure_data();
-    void shouldRefuseTablesWithoutMeasure();
+    void shouldRefuseTablesThatDeclareTooMuch_data();
+    void shouldRefuseTablesThatDeclareTooMuch();
     void shouldOpenOrdinaryTables_data();
     void shouldOpenOrdinaryTables();
     void shouldCountSamplesOverAllTracks();
@@ -83,7 +83,7 @@ private:
     ClipFolder m_clips;
 };
 
-void tst_HVClipHostile::shouldRefuseWhatNamesOtherFiles_data()
+void tst_HVClipHostile::shouldRefuseFilesThatNameOtherFiles_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QByteArray>("bytes");
@@ -120,7 +120,7 @@ void tst_HVClipHostile::shouldRefuseWhatNamesOtherFiles_data()
     add("drawing", "drawing.svg", "<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'/>");
 }
 
-void tst_HVClipHostile::shouldRefuseWhatNamesOtherFiles()
+void tst_HVClipHostile::shouldRefuseFilesThatNameOtherFiles()
 {
     QFETCH(QString, name);
     QFETCH(QByteArray, bytes);
@@ -130,7 +130,7 @@ void tst_HVClipHostile::shouldRefuseWhatNamesOtherFiles()
     QCOMPARE(openFiles(), before);
 }
 
-void tst_HVClipHostile::shouldRefuseWhatIsNoRegularFile_data()
+void tst_HVClipHostile::shouldRefuseIrregularFiles_data()
 {
     QTest::addColumn<QString>("path");
     const QString fifo = m_clips.filePath(text("clip.fifo"));
@@ -146,7 +146,7 @@ void tst_HVClipHostile::shouldRefuseWhatIsNoRegularFile_data()
     QTest::newRow("standard input") << text("pipe:0");
 }
 
-void tst_HVClipHostile::shouldRefuseWhatIsNoRegularFile()
+void tst_HVClipHostile::shouldRefuseIrregularFiles()
 {
     QFETCH(QString, path);
     QCOMPARE(QByteArray(newClip()->open(path)), NoMedia);
@@ -159,7 +159,7 @@ void tst_HVClipHostile::shouldOpenALinkToAClip()
     QCOMPARE(newClip()->open(link), nullptr);
 }
 
-void tst_HVClipHostile::shouldRefuseTablesWithoutMeasure_data()
+void tst_HVClipHostile::shouldRefuseTablesThatDeclareTooMuch_data()
 {
     QTest::addColumn<QByteArray>("bytes");
     constexpr quint32 Many = 8000000;
@@ -210,7 +210,7 @@ void tst_HVClipHostile::shouldRefuseTablesWithoutMeasure_data()
                     + box("mdat", QByteArray(64, '\0'));
 }
 
-void tst_HVClipHostile::shouldRefuseTablesWithoutMeasure()
+void tst_HVClipHostile::shouldRefuseTablesThatDeclareTooMuch()
 {
     QFETCH(QByteArray, bytes);
     QVERIFY(bytes.size() < 20000);

@@ -57,13 +57,13 @@ class tst_HVClipOpening : public QObject
 private Q_SLOTS:
     void initTestCase() { av_log_set_level(AV_LOG_QUIET); }
 
-    void shouldTellThePicturesPerSecond_data();
-    void shouldTellThePicturesPerSecond();
+    void shouldReportTheFramesPerSecond_data();
+    void shouldReportTheFramesPerSecond();
     void shouldAverageAnAbsurdRate();
-    void shouldTellItsTimes_data();
-    void shouldTellItsTimes();
-    void shouldTellWhyItCannotOpen_data();
-    void shouldTellWhyItCannotOpen();
+    void shouldReportItsTimes_data();
+    void shouldReportItsTimes();
+    void shouldReportWhyItCannotOpen_data();
+    void shouldReportWhyItCannotOpen();
     void shouldOpenTheLargestPicture();
     void shouldFailToOpenWhenInterrupted();
     void shouldFailToOpenWithoutMemory();
@@ -77,7 +77,7 @@ private:
     ClipFolder m_clips;
 };
 
-void tst_HVClipOpening::shouldTellThePicturesPerSecond_data()
+void tst_HVClipOpening::shouldReportTheFramesPerSecond_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("options");
@@ -105,7 +105,7 @@ void tst_HVClipOpening::shouldTellThePicturesPerSecond_data()
             << "-r 500 -c:v mjpeg -video_track_timescale 500" << 25.0;
 }
 
-void tst_HVClipOpening::shouldTellThePicturesPerSecond()
+void tst_HVClipOpening::shouldReportTheFramesPerSecond()
 {
     QFETCH(QString, name);
     QFETCH(QString, options);
@@ -128,7 +128,7 @@ void tst_HVClipOpening::shouldAverageAnAbsurdRate()
              qPrintable(QString::number(clip->frameRate())));
 }
 
-void tst_HVClipOpening::shouldTellItsTimes_data()
+void tst_HVClipOpening::shouldReportItsTimes_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("options");
@@ -141,7 +141,7 @@ void tst_HVClipOpening::shouldTellItsTimes_data()
                             << "-c:v libx264" << 0.0;
 }
 
-void tst_HVClipOpening::shouldTellItsTimes()
+void tst_HVClipOpening::shouldReportItsTimes()
 {
     QFETCH(QString, name);
     QFETCH(QString, options);
@@ -152,7 +152,7 @@ void tst_HVClipOpening::shouldTellItsTimes()
     QCOMPARE(clip->timeBase(), 0.04);
 }
 
-void tst_HVClipOpening::shouldTellWhyItCannotOpen_data()
+void tst_HVClipOpening::shouldReportWhyItCannotOpen_data()
 {
     QTest::addColumn<QString>("path");
     QTest::addColumn<QByteArray>("message");
@@ -193,7 +193,7 @@ void tst_HVClipOpening::shouldTellWhyItCannotOpen_data()
     QTest::newRow("no pixel format") << withoutPictures() << noConversion;
 }
 
-void tst_HVClipOpening::shouldTellWhyItCannotOpen()
+void tst_HVClipOpening::shouldReportWhyItCannotOpen()
 {
     QFETCH(QString, path);
     QFETCH(QByteArray, message);

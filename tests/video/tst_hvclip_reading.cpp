@@ -19,11 +19,11 @@ private Q_SLOTS:
     void initTestCase() { av_log_set_level(AV_LOG_QUIET); }
 
     void shouldStopDecodingWhenInterrupted();
-    void shouldEndWhereThereIsNoMemory_data();
-    void shouldEndWhereThereIsNoMemory();
-    void shouldEndAStreamThatNeverYieldsAPicture();
-    void shouldDecodeOnAfterASeek_data();
-    void shouldDecodeOnAfterASeek();
+    void shouldEndWhenMemoryRunsOut_data();
+    void shouldEndWhenMemoryRunsOut();
+    void shouldEndAStreamWithoutFrames();
+    void shouldContinueDecodingAfterASeek_data();
+    void shouldContinueDecodingAfterASeek();
     void shouldDecodeAgainWhenItSeeksAtTheEnd();
 
 private:
@@ -44,14 +44,14 @@ void tst_HVClipReading::shouldStopDecodingWhenInterrupted()
     QVERIFY(!clip.nextPicture().isNull());
 }
 
-void tst_HVClipReading::shouldEndWhereThereIsNoMemory_data()
+void tst_HVClipReading::shouldEndWhenMemoryRunsOut_data()
 {
     QTest::addColumn<int>("most"); // bytes
     QTest::newRow("for a picture") << 250000; // decoded: 230400, copied: 307200
     QTest::newRow("to decode") << 100000;
 }
 
-void tst_HVClipReading::shouldEndWhereThereIsNoMemory()
+void tst_HVClipReading::shouldEndWhenMemoryRunsOut()
 {
     QFETCH(int, most);
     const auto clip = newClip();
@@ -69,7 +69,7 @@ void tst_HVClipReading::shouldEndWhereThereIsNoMemory()
     QVERIFY2(left >= 4, qPrintable(QString::number(left)));
 }
 
-void tst_HVClipReading::shouldEndAStreamThatNeverYieldsAPicture()
+void tst_HVClipReading::shouldEndAStreamWithoutFrames()
 {
     QByteArray bytes = ClipFolder::read(
             m_clips.clip(QStringLiteral("never.ivf"), QStringLiteral("64x48"),
@@ -87,7 +87,7 @@ void tst_HVClipReading::shouldEndAStreamThatNeverYieldsAPicture()
     QVERIFY(clip->nextPicture().isNull());
 }
 
-void tst_HVClipReading::shouldDecodeOnAfterASeek_data()
+void tst_HVClipReading::shouldContinueDecodingAfterASeek_data()
 {
     QTest::addColumn<int>("before"); // frames
     QTest::addColumn<double>("seconds");
@@ -99,7 +99,7 @@ void tst_HVClipReading::shouldDecodeOnAfterASeek_data()
     QTest::newRow("in the middle back") << 6 << 0.08 << true << 2;
 }
 
-void tst_HVClipReading::shouldDecodeOnAfterASeek()
+void tst_HVClipReading::shouldContinueDecodingAfterASeek()
 {
     QFETCH(int, before);
     QFETCH(double, seconds);

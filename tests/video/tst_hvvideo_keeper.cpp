@@ -107,7 +107,7 @@ private Q_SLOTS:
         QCOMPARE(log.lines(), QStringList());
     }
 
-    void shouldFreeWhatHasEndedBefore()
+    void shouldFreeThreadsThatHaveAlreadyEnded()
     {
         auto end = std::make_shared<QSemaphore>(1);
         const QPointer<StuckSource> source = new StuckSource(end);
@@ -121,7 +121,7 @@ private Q_SLOTS:
         QTRY_VERIFY(!controller);
     }
 
-    void shouldKeepManyAtATime()
+    void shouldKeepManyClipsAtOnce()
     {
         constexpr int Count = 20;
         auto end = std::make_shared<QSemaphore>();

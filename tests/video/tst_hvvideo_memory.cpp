@@ -46,7 +46,7 @@ private Q_SLOTS:
         QCOMPARE(HVFrameMemory::used(), qint64(0));
     }
 
-    void shouldEndAClipThatDoesNotFitAndSaySoOnce()
+    void shouldEndAClipThatDoesNotFitAndReportItOnce()
     {
         limitMemory(4 * Frame + 1);
         const DebugLog log;
@@ -78,7 +78,7 @@ private Q_SLOTS:
         QCOMPARE(HVFrameMemory::used(), 2 * Count * Frame);
     }
 
-    void shouldLeaveAClipAloneThatPlays()
+    void shouldNotTakeTheMemoryOfAClipThatPlays()
     {
         limitMemory(Count * Frame);
         const DebugLog log;
@@ -92,7 +92,7 @@ private Q_SLOTS:
         QVERIFY(first.isFrameAvailable(Count - 1));
     }
 
-    void shouldDecodeAgainWhatWasFreed()
+    void shouldDecodeFreedFramesAgain()
     {
         DecodingSource source;
         QVERIFY(source.decode(m_first));
@@ -113,7 +113,7 @@ private Q_SLOTS:
         QCOMPARE(source.seen.names(), QStringList());
     }
 
-    void shouldPlayOnWhereItWas()
+    void shouldResumeAtTheSamePosition()
     {
         DecodingSource source;
         HVVideoController controller(&source, nullptr);

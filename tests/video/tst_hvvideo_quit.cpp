@@ -90,11 +90,11 @@ class tst_HVVideoQuit : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void shouldTellOfAThreadThatDoesNotEnd_data();
-    void shouldTellOfAThreadThatDoesNotEnd();
+    void shouldReportAThreadThatDoesNotEnd_data();
+    void shouldReportAThreadThatDoesNotEnd();
 };
 
-void tst_HVVideoQuit::shouldTellOfAThreadThatDoesNotEnd_data()
+void tst_HVVideoQuit::shouldReportAThreadThatDoesNotEnd_data()
 {
     QTest::addColumn<bool>("isController");
     QTest::addColumn<QStringList>("lines");
@@ -112,7 +112,7 @@ void tst_HVVideoQuit::shouldTellOfAThreadThatDoesNotEnd_data()
                              QStringLiteral("HVVideoController did not quit at all") };
 }
 
-void tst_HVVideoQuit::shouldTellOfAThreadThatDoesNotEnd()
+void tst_HVVideoQuit::shouldReportAThreadThatDoesNotEnd()
 {
     QFETCH(bool, isController);
     QFETCH(QStringList, lines);

@@ -74,14 +74,14 @@ private Q_SLOTS:
         QVERIFY(m_controller->source().isEmpty());
     }
 
-    void shouldTellOfEachChangeOfState_data()
+    void shouldAnnounceEachChangeOfState_data()
     {
         QTest::addColumn<HVVideoController::State>("state");
         QTest::newRow("playing") << HVVideoController::Playing;
         QTest::newRow("paused, as before") << HVVideoController::Paused;
     }
 
-    void shouldTellOfEachChangeOfState()
+    void shouldAnnounceEachChangeOfState()
     {
         QFETCH(HVVideoController::State, state);
         m_controller->setState(state);
@@ -98,7 +98,7 @@ private Q_SLOTS:
         QCOMPARE(m_seen->take(), QStringList { QStringLiteral("state") });
     }
 
-    void shouldPlayFromWhereItIs()
+    void shouldPlayFromTheCurrentPosition()
     {
         m_source->push(4);
         m_controller->setPosition(3);
@@ -162,7 +162,7 @@ private Q_SLOTS:
         QCOMPARE(m_controller->state(), HVVideoController::Paused);
     }
 
-    void shouldPauseForANewClipWhileScrubbingToo()
+    void shouldPauseForANewClipEvenWhileScrubbing()
     {
         m_controller->setState(HVVideoController::Playing);
         m_controller->setScrubbing(true);
@@ -196,7 +196,7 @@ private Q_SLOTS:
         QCOMPARE(m_seen->take(), QStringList { QStringLiteral("position") });
     }
 
-    void shouldTellItsProgress()
+    void shouldReportItsProgress()
     {
         m_controller->setPosition(3);
         QCOMPARE(m_controller->progress(), 0.0);
@@ -210,7 +210,7 @@ private Q_SLOTS:
         QCOMPARE(m_controller->frameHeight(), 48.0);
     }
 
-    void shouldGiveThePictures()
+    void shouldDeliverTheFrames()
     {
         m_source->push(3);
         QCOMPARE(m_controller->currentFrame().width(), 1);
@@ -236,14 +236,14 @@ private Q_SLOTS:
         QVERIFY(controller.currentFrame().isNull());
     }
 
-    void shouldPauseWhereTheStreamEnds_data()
+    void shouldPauseAtTheEndOfTheStream_data()
     {
         QTest::addColumn<bool>("scrubbing");
         QTest::newRow("playing") << false;
         QTest::newRow("scrubbing") << true;
     }
 
-    void shouldPauseWhereTheStreamEnds()
+    void shouldPauseAtTheEndOfTheStream()
     {
         QFETCH(bool, scrubbing);
         m_controller->setState(HVVideoController::Playing);
@@ -259,7 +259,7 @@ private Q_SLOTS:
                  scrubbing ? HVVideoController::Playing : HVVideoController::Paused);
     }
 
-    void shouldTellThatTheSourceIsLoaded()
+    void shouldAnnounceThatTheSourceIsLoaded()
     {
         m_source->load();
         QCOMPARE(m_seen->take(),
@@ -308,7 +308,7 @@ private Q_SLOTS:
         QCOMPARE(threads.count(c->thread()), threads.size());
     }
 
-    void shouldNotWaitForLongToTellWhetherItIsToQuit()
+    void shouldAnswerQuicklyWhetherItShouldQuit()
     {
         m_source->push(2);
         m_controller->setPosition(2);
@@ -329,7 +329,7 @@ private Q_SLOTS:
         QVERIFY(!answer.get());
     }
 
-    void shouldQuitWithoutAWord()
+    void shouldQuitSilently()
     {
         const DebugLog log;
         m_controller->start();

@@ -70,7 +70,7 @@ private Q_SLOTS:
         m_log.reset();
     }
 
-    void shouldDeliverTheFirstPictureWhilePaused()
+    void shouldDeliverTheFirstFrameWhilePaused()
     {
         m_controller->start(QThread::InheritPriority);
         QTest::qWait(0);
@@ -98,7 +98,7 @@ private Q_SLOTS:
         m_seen->take();
     }
 
-    void shouldWaitForThePictureAtThePosition()
+    void shouldWaitForTheFrameAtThePosition()
     {
         m_controller->setPosition(2);
         m_seen->take();
@@ -110,7 +110,7 @@ private Q_SLOTS:
         QTRY_COMPARE(m_seen->names(), QStringList { QStringLiteral("display 2") });
     }
 
-    void shouldNotDeliverWhenThereIsNoNeed()
+    void shouldNotDeliverWithoutNeed()
     {
         m_source->push();
         m_controller->setNeedFrame(false);
@@ -119,7 +119,7 @@ private Q_SLOTS:
         QCOMPARE(m_seen->names(), QStringList());
     }
 
-    void shouldNotDeliverWhenTheFirstPictureIsNull()
+    void shouldNotDeliverWhenTheFirstFrameIsNull()
     {
         m_source->pushFrame(HVVideoFrame());
         m_source->push();
@@ -151,7 +151,7 @@ private Q_SLOTS:
         QVERIFY2(tenths.passed < Requests / 2, qPrintable(QString::number(tenths.passed)));
     }
 
-    void shouldNotSleepThroughAPicture()
+    void shouldNotSleepThroughAFrame()
     {
         constexpr int Clips = 40;
         Tenths tenths;
@@ -167,7 +167,7 @@ private Q_SLOTS:
         QVERIFY2(tenths.passed < Clips / 2, qPrintable(QString::number(tenths.passed)));
     }
 
-    void shouldShowEachPictureOnceAndPauseAtTheEnd()
+    void shouldShowEachFrameOnceAndPauseAtTheEnd()
     {
         m_source->push(5);
         m_controller->start();
@@ -215,7 +215,7 @@ private Q_SLOTS:
         QTRY_COMPARE(m_controller->state(), HVVideoController::Paused);
     }
 
-    void shouldPauseWithoutAnyPicture()
+    void shouldPauseWithoutAnyFrame()
     {
         m_controller->setState(HVVideoController::Playing);
         m_controller->start();
@@ -224,7 +224,7 @@ private Q_SLOTS:
                      QStringList({ QStringLiteral("state"), QStringLiteral("state") }));
     }
 
-    void shouldGoOnPlayingAtAPositionFarBehindTheEnd()
+    void shouldContinuePlayingAtAPositionFarPastTheEnd()
     {
         m_source->push(2);
         m_controller->setPosition(AllBits);
@@ -234,7 +234,7 @@ private Q_SLOTS:
         QCOMPARE(m_controller->state(), HVVideoController::Playing);
     }
 
-    void shouldNotAskForAPictureAgainWhatPlayingHasDelivered()
+    void shouldNotRequestAFrameThatPlayingHasDelivered()
     {
         m_source->push(3);
         m_controller->setState(HVVideoController::Playing);
@@ -247,7 +247,7 @@ private Q_SLOTS:
         QCOMPARE(m_seen->names(), QStringList());
     }
 
-    void shouldRestBetweenTwoPictures_data()
+    void shouldRestBetweenTwoFrames_data()
     {
         QTest::addColumn<double>("rate");
         QTest::addColumn<int>("rest"); // ms
@@ -258,7 +258,7 @@ private Q_SLOTS:
         QTest::newRow("infinite") << HUGE_VAL << 40;
     }
 
-    void shouldRestBetweenTwoPictures()
+    void shouldRestBetweenTwoFrames()
     {
         QFETCH(double, rate);
         QFETCH(int, rest);

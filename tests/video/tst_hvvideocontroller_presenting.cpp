@@ -43,7 +43,7 @@ private Q_SLOTS:
         m_source.reset();
     }
 
-    void shouldAnnounceThePictureWhilePaused()
+    void shouldAnnounceTheFrameWhilePaused()
     {
         m_controller->presentFrame();
         QCOMPARE(m_seen->take(), QStringList { QStringLiteral("display") });
@@ -51,7 +51,7 @@ private Q_SLOTS:
         QVERIFY(m_controller->lastFrameDisplayTime().isNull());
     }
 
-    void shouldGoOnByOnePictureWhilePlaying()
+    void shouldAdvanceByOneFrameWhilePlaying()
     {
         m_source->push(2);
         m_controller->play();
@@ -65,7 +65,7 @@ private Q_SLOTS:
         QVERIFY(m_controller->lastFrameDisplayTime() <= QDateTime::currentDateTime());
     }
 
-    void shouldPresentNothingBehindTheLastPicture_data()
+    void shouldPresentNothingPastTheLastFrame_data()
     {
         QTest::addColumn<bool>("displayed");
         QTest::addColumn<bool>("lookedAt");
@@ -77,7 +77,7 @@ private Q_SLOTS:
         QTest::newRow("not yet seen, but looked at") << false << true << 5.0 << 200;
     }
 
-    void shouldPresentNothingBehindTheLastPicture()
+    void shouldPresentNothingPastTheLastFrame()
     {
         QFETCH(bool, displayed);
         QFETCH(bool, lookedAt);
@@ -108,14 +108,14 @@ private Q_SLOTS:
         QCOMPARE(m_controller->position(), quint64(2));
     }
 
-    void shouldKeepTheTimeOfTheLastPicture()
+    void shouldKeepTheTimeOfTheLastFrame()
     {
         const QDateTime time = QDateTime::currentDateTime().addDays(-2);
         m_controller->setLastFrameDisplayTime(time);
         QCOMPARE(m_controller->lastFrameDisplayTime(), time);
     }
 
-    void shouldRestForBothWhenItIsTwoPicturesAhead()
+    void shouldRestForBothWhenItIsTwoFramesAhead()
     {
         m_source->rate = 5;
         m_source->push(4);
@@ -132,7 +132,7 @@ private Q_SLOTS:
     }
 
     /// Holds for any number of missed frames: 400 at 10 per second would mean a rest of 40 s.
-    void shouldGoOnAtTheClipsPaceAMillisecondAfterTheLastPicture()
+    void shouldContinueAtTheClipsPaceAMillisecondAfterTheLastFrame()
     {
         constexpr int Pictures = 400;
         m_source->rate = 1e6; // makes rests negligible

@@ -30,14 +30,14 @@ class tst_HVVideoFrame : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void shouldBeginAsANullPictureAtTheStart()
+    void shouldStartAsANullFrameAtTimeZero()
     {
         const HVVideoFrame frame;
         QVERIFY(frame.isNull());
         QCOMPARE(frame.pts(), 0.0);
     }
 
-    void shouldTakeItsTimeAsAnUnsignedNumber_data()
+    void shouldReadItsTimeAsAnUnsignedNumber_data()
     {
         QTest::addColumn<quint64>("number");
         QTest::addColumn<double>("pts");
@@ -47,7 +47,7 @@ private Q_SLOTS:
         QTest::newRow("all bits") << std::numeric_limits<quint64>::max() << 18446744073709551616.0;
     }
 
-    void shouldTakeItsTimeAsAnUnsignedNumber()
+    void shouldReadItsTimeAsAnUnsignedNumber()
     {
         QFETCH(quint64, number);
         QFETCH(double, pts);
@@ -65,7 +65,7 @@ private Q_SLOTS:
         QCOMPARE(made.format(), QImage::Format_RGB32);
     }
 
-    void shouldChangeItsTimeAlone()
+    void shouldChangeOnlyItsTime()
     {
         HVVideoFrame frame = frameOf(3, 0.0);
         frame.setPts(1.25);
@@ -85,7 +85,7 @@ private Q_SLOTS:
         }
     }
 
-    void shouldLeaveThePictureAloneWhenACopyIsWrittenTo()
+    void shouldNotChangeTheFrameWhenACopyIsModified()
     {
         const HVVideoFrame frame = frameOf(3, 0.75);
         HVVideoFrame copy(frame);
@@ -94,7 +94,7 @@ private Q_SLOTS:
         QCOMPARE(copy.pixelColor(0, 0), QColor(Qt::green));
     }
 
-    void shouldHoldNothingAtFirst()
+    void shouldBeEmptyAtFirst()
     {
         HVVideoFrameCache cache(QStringLiteral("file:///clip.mp4"));
         QCOMPARE(cache.length(), quint64(0));
@@ -103,7 +103,7 @@ private Q_SLOTS:
 #endif
     }
 
-    void shouldHoldEveryPictureInOrder()
+    void shouldStoreEveryFrameInOrder()
     {
         constexpr int Count = 3000;
         HVVideoFrameCache cache(QStringLiteral("clip"));
@@ -118,7 +118,7 @@ private Q_SLOTS:
         }
     }
 
-    void shouldAnswerANullPictureBehindTheLast_data()
+    void shouldReturnANullFramePastTheLast_data()
     {
         QTest::addColumn<quint64>("index");
         QTest::newRow("next") << quint64(2);
@@ -127,7 +127,7 @@ private Q_SLOTS:
         QTest::newRow("all bits") << std::numeric_limits<quint64>::max();
     }
 
-    void shouldAnswerANullPictureBehindTheLast()
+    void shouldReturnANullFramePastTheLast()
     {
         QFETCH(quint64, index);
         HVVideoFrameCache cache(QStringLiteral("clip"));
@@ -138,7 +138,7 @@ private Q_SLOTS:
         QCOMPARE(cache.frame(index).pts(), 0.0);
     }
 
-    void shouldKeepItsPicturesFromWritersOfCopies()
+    void shouldKeepItsFramesWhenCopiesAreModified()
     {
         HVVideoFrameCache cache(QStringLiteral("clip"));
         HVVideoFrame given = frameOf(3, 0.5);

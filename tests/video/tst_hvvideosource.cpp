@@ -93,7 +93,7 @@ private Q_SLOTS:
         QCOMPARE(child->parent(), &parent);
     }
 
-    void shouldTellTheKindsOfChange()
+    void shouldDistinguishTheKindsOfChange()
     {
         HVVideoSourceChange change(HVVideoSource::SeekAction);
         QCOMPARE(change.changeType(), 1);
@@ -133,7 +133,7 @@ private Q_SLOTS:
         QVERIFY(m_seen->names().isEmpty());
     }
 
-    void shouldTellOfEveryActionEvenTheSame()
+    void shouldAnnounceEveryActionEvenTheSame()
     {
         for (int action = HVVideoSource::StopAction; action <= HVVideoSource::IdleAction; ++action)
             m_source->changeSetAction(HVVideoSource::Action(action));
@@ -149,7 +149,7 @@ private Q_SLOTS:
         QVERIFY(m_seen->names().isEmpty());
     }
 
-    void shouldRefuseWhatIsNoNewClip_data()
+    void shouldRefuseRequestsWithoutANewClip_data()
     {
         QTest::addColumn<QUrl>("url");
         QTest::newRow("empty") << QUrl();
@@ -157,7 +157,7 @@ private Q_SLOTS:
         QTest::newRow("current") << clipUrl(7);
     }
 
-    void shouldRefuseWhatIsNoNewClip()
+    void shouldRefuseRequestsWithoutANewClip()
     {
         QFETCH(QUrl, url);
         m_source->changeSetSource(clipUrl(7));
@@ -269,7 +269,7 @@ private Q_SLOTS:
         QCOMPARE(m_source->calls.names().size(), 2); // no further request
     }
 
-    void shouldBeginAnewWhenTheSameClipIsPreparedAgain()
+    void shouldStartAgainWhenTheSameClipIsPreparedAgain()
     {
         m_source->changeSetSource(clipUrl());
         m_source->setupSource();
@@ -278,7 +278,7 @@ private Q_SLOTS:
         QCOMPARE(m_source->loadedFrameCount(), quint64(0));
     }
 
-    void shouldHandOutItsPictures()
+    void shouldReturnItsFrames()
     {
         m_source->setupSource();
         QVERIFY(!m_source->isFrameAvailable(0));
@@ -304,19 +304,19 @@ private Q_SLOTS:
         QCOMPARE(m_seen->count(QStringLiteral("loadProgressChanged")), 0);
     }
 
-    void shouldDropPicturesThatComeBeforeAClip()
+    void shouldDropFramesThatComeBeforeAClip()
     {
         m_source->pushFrame(HVVideoFrame(1, 1, QImage::Format_RGB32, 0));
         QCOMPARE(m_source->loadedFrameCount(), quint64(0));
     }
 
-    void shouldTellWhenItIsLoaded()
+    void shouldAnnounceThatItIsLoaded()
     {
         QVERIFY(m_source->loadSource());
         QCOMPARE(m_seen->names(), QStringList(QStringLiteral("sourceLoaded")));
     }
 
-    void shouldTellOfTheEndOfTheStream()
+    void shouldAnnounceTheEndOfTheStream()
     {
         m_source->notifyStreamEnded();
         QCOMPARE(m_seen->names(), QStringList(QStringLiteral("streamEnded")));

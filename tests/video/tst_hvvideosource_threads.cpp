@@ -41,7 +41,7 @@ private Q_SLOTS:
         m_source.reset();
     }
 
-    void shouldHoldNoLockWhileItTells()
+    void shouldHoldNoLockWhileItEmitsSignals()
     {
         std::vector<std::thread> threads;
         int answered = 0;
@@ -67,7 +67,7 @@ private Q_SLOTS:
         QCOMPARE(answered, 4);
     }
 
-    void shouldLetItsCallersComeBackWhileItLocks()
+    void shouldAllowRecursiveCallsWhileItLocks()
     {
         // A subclass may hold a mutex and call back, because the mutexes are recursive.
         m_source->changeSetSource(clipUrl());
@@ -121,14 +121,14 @@ private Q_SLOTS:
         QCOMPARE(applier, m_source.get());
     }
 
-    void shouldSayNothingWhenItQuitsInTime_data()
+    void shouldBeSilentWhenItQuitsInTime_data()
     {
         QTest::addColumn<bool>("isStarted");
         QTest::newRow("running") << true;
         QTest::newRow("never started") << false;
     }
 
-    void shouldSayNothingWhenItQuitsInTime()
+    void shouldBeSilentWhenItQuitsInTime()
     {
         QFETCH(bool, isStarted);
         const DebugLog log;
@@ -144,7 +144,7 @@ private Q_SLOTS:
         QVERIFY(log.lines().isEmpty());
     }
 
-    void shouldLeaveItsLoopAtOnceWhenToldToQuitBefore()
+    void shouldLeaveItsLoopImmediatelyWhenAskedToQuitBefore()
     {
         m_source->setAction(HVVideoSource::SeekAction);
         m_source->setShouldQuit();
@@ -153,7 +153,7 @@ private Q_SLOTS:
         QVERIFY(m_source->calls.names().isEmpty());
     }
 
-    void shouldWakeWhoeverWaitsForAPicture()
+    void shouldWakeThreadsThatWaitForAFrame()
     {
         auto waiter = std::make_shared<HVIdleWait>();
         m_source->setupSource();

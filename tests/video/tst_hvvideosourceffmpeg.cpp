@@ -28,19 +28,19 @@ private Q_SLOTS:
 
     void shouldBeginClosed();
     void shouldSilenceTheDecodersLog();
-    void shouldTellTheTimeOfDay();
-    void shouldHoldEveryPictureOfTheClip_data();
-    void shouldHoldEveryPictureOfTheClip();
-    void shouldTellWhatItDoesInOrder();
-    void shouldTellThatItIsOpenWhileItDecodes();
-    void shouldTellFromItsOwnThread();
-    void shouldGoOnWithItsClockInTheNextClip();
-    void shouldKeepThePicturesUntilTheNextClip();
-    void shouldLoadTwiceWhatIsAskedForTwice();
+    void shouldReturnTheTimeOfDay();
+    void shouldStoreEveryFrameOfTheClip_data();
+    void shouldStoreEveryFrameOfTheClip();
+    void shouldReportItsStepsInOrder();
+    void shouldBeOpenWhileItDecodes();
+    void shouldEmitSignalsOnItsOwnThread();
+    void shouldContinueItsClockInTheNextClip();
+    void shouldKeepTheFramesUntilTheNextClip();
+    void shouldLoadAClipTwiceWhenRequestedTwice();
     void shouldOpenFilesOfAnyName_data();
     void shouldOpenFilesOfAnyName();
-    void shouldTellWhyItCannotOpen_data();
-    void shouldTellWhyItCannotOpen();
+    void shouldReportWhyItCannotOpen_data();
+    void shouldReportWhyItCannotOpen();
     void shouldOpenAClipAfterAFailure();
     void shouldKeepTheSizeOfTheLastClipAfterAFailure();
     void shouldEndAStreamThatFindsNoMemory();
@@ -88,7 +88,7 @@ void tst_HVVideoSourceFFMPEG::shouldSilenceTheDecodersLog()
     av_log_set_level(AV_LOG_QUIET);
 }
 
-void tst_HVVideoSourceFFMPEG::shouldTellTheTimeOfDay()
+void tst_HVVideoSourceFFMPEG::shouldReturnTheTimeOfDay()
 {
     HVVideoSourceFFMPEG source;
     const double before = double(QDateTime::currentMSecsSinceEpoch()) / 1000.0;
@@ -97,7 +97,7 @@ void tst_HVVideoSourceFFMPEG::shouldTellTheTimeOfDay()
     QVERIFY(before <= time && time <= after);
 }
 
-void tst_HVVideoSourceFFMPEG::shouldHoldEveryPictureOfTheClip_data()
+void tst_HVVideoSourceFFMPEG::shouldStoreEveryFrameOfTheClip_data()
 {
     QTest::addColumn<QString>("path");
     QTest::addColumn<int>("count");
@@ -108,7 +108,7 @@ void tst_HVVideoSourceFFMPEG::shouldHoldEveryPictureOfTheClip_data()
     QTest::newRow("faster") << m_clips.other() << 20 << QSizeF(32, 18) << 50.0;
 }
 
-void tst_HVVideoSourceFFMPEG::shouldHoldEveryPictureOfTheClip()
+void tst_HVVideoSourceFFMPEG::shouldStoreEveryFrameOfTheClip()
 {
     QFETCH(QString, path);
     QFETCH(int, count);
@@ -138,7 +138,7 @@ void tst_HVVideoSourceFFMPEG::shouldHoldEveryPictureOfTheClip()
     QCOMPARE(source.seen.count(QStringLiteral("streamEnded")), 1);
 }
 
-void tst_HVVideoSourceFFMPEG::shouldTellWhatItDoesInOrder()
+void tst_HVVideoSourceFFMPEG::shouldReportItsStepsInOrder()
 {
     const DebugLog log;
     DecodingSource source;
@@ -155,7 +155,7 @@ void tst_HVVideoSourceFFMPEG::shouldTellWhatItDoesInOrder()
     QVERIFY(log.lines().isEmpty());
 }
 
-void tst_HVVideoSourceFFMPEG::shouldTellThatItIsOpenWhileItDecodes()
+void tst_HVVideoSourceFFMPEG::shouldBeOpenWhileItDecodes()
 {
     DecodingSource source;
     std::atomic<bool> isOpen { false };
@@ -177,7 +177,7 @@ void tst_HVVideoSourceFFMPEG::shouldTellThatItIsOpenWhileItDecodes()
     QVERIFY(!isStillOpen);
 }
 
-void tst_HVVideoSourceFFMPEG::shouldTellFromItsOwnThread()
+void tst_HVVideoSourceFFMPEG::shouldEmitSignalsOnItsOwnThread()
 {
     DecodingSource source;
     std::atomic<int> elsewhere { 0 };
@@ -191,7 +191,7 @@ void tst_HVVideoSourceFFMPEG::shouldTellFromItsOwnThread()
     QCOMPARE(int(elsewhere), 0);
 }
 
-void tst_HVVideoSourceFFMPEG::shouldGoOnWithItsClockInTheNextClip()
+void tst_HVVideoSourceFFMPEG::shouldContinueItsClockInTheNextClip()
 {
     DecodingSource source;
     QVERIFY(source.decode(m_clips.usual()));
@@ -201,7 +201,7 @@ void tst_HVVideoSourceFFMPEG::shouldGoOnWithItsClockInTheNextClip()
     QVERIFY(qAbs(source.getFrame(19).pts() - 0.4 - 19 / 50.0) < 1e-9);
 }
 
-void tst_HVVideoSourceFFMPEG::shouldKeepThePicturesUntilTheNextClip()
+void tst_HVVideoSourceFFMPEG::shouldKeepTheFramesUntilTheNextClip()
 {
     DecodingSource source;
     QVERIFY(source.decode(m_clips.usual()));
@@ -214,7 +214,7 @@ void tst_HVVideoSourceFFMPEG::shouldKeepThePicturesUntilTheNextClip()
     QCOMPARE(source.frameWidth(), 32.0);
 }
 
-void tst_HVVideoSourceFFMPEG::shouldLoadTwiceWhatIsAskedForTwice()
+void tst_HVVideoSourceFFMPEG::shouldLoadAClipTwiceWhenRequestedTwice()
 {
     DecodingSource source;
     QVERIFY(source.setSource(QUrl::fromLocalFile(m_clips.usual())));
@@ -248,7 +248,7 @@ void tst_HVVideoSourceFFMPEG::shouldOpenFilesOfAnyName()
     QCOMPARE(source.loadedFrameCount(), quint64(Count));
 }
 
-void tst_HVVideoSourceFFMPEG::shouldTellWhyItCannotOpen_data()
+void tst_HVVideoSourceFFMPEG::shouldReportWhyItCannotOpen_data()
 {
     QTest::addColumn<QUrl>("url");
     QTest::addColumn<QString>("line");
@@ -267,7 +267,7 @@ void tst_HVVideoSourceFFMPEG::shouldTellWhyItCannotOpen_data()
     QTest::newRow("relative") << QUrl(QStringLiteral("clip.mp4")) << noMedia;
 }
 
-void tst_HVVideoSourceFFMPEG::shouldTellWhyItCannotOpen()
+void tst_HVVideoSourceFFMPEG::shouldReportWhyItCannotOpen()
 {
     QFETCH(QUrl, url);
     QFETCH(QString, line);

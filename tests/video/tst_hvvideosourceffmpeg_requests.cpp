@@ -37,10 +37,10 @@ private Q_SLOTS:
     void shouldSeekInTheDirectionOfTheClock();
     void shouldFollowQuickSwitches();
     void shouldEndWhileItDecodes();
-    void shouldSayNothingWhenItQuitsWhileItDecodes();
+    void shouldBeSilentWhenItQuitsWhileItDecodes();
     void shouldDecodeBesideAnother();
     void shouldAnswerManyThreadsWhileItDecodes();
-    void shouldAnswerOthersWhileItTells();
+    void shouldAnswerOthersWhileItEmitsSignals();
 
 private:
     DecodedClips m_clips;
@@ -236,7 +236,7 @@ void tst_HVVideoSourceFFMPEGRequests::shouldEndWhileItDecodes()
     QVERIFY(log.lines().isEmpty());
 }
 
-void tst_HVVideoSourceFFMPEGRequests::shouldSayNothingWhenItQuitsWhileItDecodes()
+void tst_HVVideoSourceFFMPEGRequests::shouldBeSilentWhenItQuitsWhileItDecodes()
 {
     const DebugLog log;
     DecodingSource source;
@@ -297,7 +297,7 @@ void tst_HVVideoSourceFFMPEGRequests::shouldAnswerManyThreadsWhileItDecodes()
     QCOMPARE(int(wrong), 0);
 }
 
-void tst_HVVideoSourceFFMPEGRequests::shouldAnswerOthersWhileItTells()
+void tst_HVVideoSourceFFMPEGRequests::shouldAnswerOthersWhileItEmitsSignals()
 {
     DecodingSource source;
     std::vector<std::thread> threads;
