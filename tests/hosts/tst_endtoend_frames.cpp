@@ -24,7 +24,7 @@ Rectangle {
 const QSize FirstSize(200, 100);
 const QSize SecondSize(320, 260);
 
-/// Where on the screen there are pixels of one colour.
+/// The area of one colour on the screen.
 struct Patch
 {
     QRect box;
@@ -51,7 +51,7 @@ Patch patchOf(const QImage &screen, QRgb colour)
     return patch;
 }
 
-/// What a person sees of the two entries.
+/// The visible parts of the two entries.
 struct Frame
 {
     Patch first;
@@ -80,7 +80,7 @@ Frame onScreen()
 
 } // namespace
 
-/// What is on the screen between one popup and the next, with a real pointer.
+/// Tests what is on the screen between one popup and the next, with a real pointer.
 class tst_EndToEndFrames : public HoverTest
 {
     Q_OBJECT
@@ -92,13 +92,13 @@ public:
     }
 
 private Q_SLOTS:
-    void shouldHaveDrawnTheNextPopupWhereItIsWhenItMoves()
+    void shouldDrawTheNextPopupInItsPlaceWhenItMoves()
     {
         placePopupsBesideTheWindow();
         QVERIFY(hover("a"));
         QTRY_VERIFY(onScreen().first.isWhole({ popup()->pos(), FirstSize }));
         QVERIFY(m_host->manager()->show(QStringLiteral("b"), { 600, 50 }, &m_window->button("b")));
-        const Frame next = onScreen(); // before the event loop had a turn
+        const Frame next = onScreen(); // before the event loop runs
         QVERIFY2(next.second.isWhole({ popup()->pos(), SecondSize }), qPrintable(next.text()));
         QVERIFY2(next.first.pixels == 0, qPrintable(next.text()));
         QVERIFY(m_host->manager()->show(QStringLiteral("a"), { 600, 50 }, &m_window->button("a")));
@@ -113,13 +113,13 @@ private Q_SLOTS:
         const QRect first(popup()->pos(), FirstSize);
         QTRY_VERIFY(onScreen().first.isWhole(first));
 
-        QVector<Frame> frames; // whatever stays on the screen until the next event
+        QVector<Frame> frames; // each remains on the screen until the next event
         connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
                 [&] { frames.append(onScreen()); });
         const bool shown = rest(m_window->centerOf("b"), [&] {
             return isShowing("b") && onScreen().second.isWhole({ popup()->pos(), SecondSize });
         });
-        QTest::qWait(50); // it stays as it is
+        QTest::qWait(50); // nothing changes any more
         QAbstractEventDispatcher::instance()->disconnect(this);
         QVERIFY(shown);
         const QRect second(popup()->pos(), SecondSize);
@@ -131,7 +131,8 @@ private Q_SLOTS:
     }
 
 private:
-    /// The screen's own background is there at once when a popup goes; a window has to repaint.
+    /// The screen's background reappears immediately when a popup hides; a window must repaint
+    /// first.
     void placePopupsBesideTheWindow()
     {
         m_host->manager()->context().set(HVKeyCursorOffset, QSize(35, 200));

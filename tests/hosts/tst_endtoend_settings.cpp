@@ -8,7 +8,7 @@
 
 using namespace Hovlets;
 
-/// What the settings from 1100 on do, with a real pointer.
+/// Tests the settings from 1100 on with a real pointer.
 class tst_EndToEndSettings : public HoverTest
 {
     Q_OBJECT

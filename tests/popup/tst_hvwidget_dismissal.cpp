@@ -10,7 +10,7 @@ using namespace Hovlets;
 
 namespace {
 
-/// Counts what still arrives at a widget.
+/// Counts the events that still reach a widget.
 class Receiver : public QObject
 {
 public:
@@ -38,7 +38,8 @@ void turnWheel(QWidget *widget)
 
 } // namespace
 
-/// Keys and the wheel take the popup away when the settings say so, and reach their target.
+/// Tests that keys and the wheel hide the popup if the settings say so, and still reach their
+/// target.
 class tst_HVWidgetDismissal : public QObject
 {
     Q_OBJECT
@@ -80,7 +81,7 @@ private Q_SLOTS:
         HoverScene scene;
         scene.context().set(HVKeyDismissOnKey, int(HVDismissOnAnyKey));
         QVERIFY(scene.show(QStringLiteral("a")));
-        // No press follows.
+        // The event is not followed by a key press.
         QKeyEvent event(QEvent::ShortcutOverride, Qt::Key_S, Qt::ControlModifier);
         QCoreApplication::sendEvent(scene.control, &event);
         QVERIFY(!scene.isShowing());

@@ -10,7 +10,7 @@
 
 using namespace Hovlets;
 
-/// HVKeyConfineContent: where control files may lead a view.
+/// Tests HVKeyConfineContent, which restricts the files that control files may name.
 class tst_HVView_Confined : public QObject
 {
     Q_OBJECT
@@ -148,7 +148,7 @@ private Q_SLOTS:
         QCOMPARE(find(QStringLiteral("i.png")), inside);
     }
 
-    /// A host starts in the user's home, as a rule, where downloads are.
+    /// A host usually starts in the user's home folder, which has downloads.
     void shouldNotTakeFilesFromTheWorkingDirectory()
     {
         QVERIFY(QDir::setCurrent(path("elsewhere")));
@@ -159,7 +159,7 @@ private Q_SLOTS:
         m_bench->show();
     }
 
-    void shouldAdmitWhatTheHostNames()
+    void shouldPermitFilesThatTheHostNames()
     {
         m_bench->context().set(HVKeyRichUiFile, path("elsewhere/evil.qml"));
         m_bench->context().set(HVKeyResourceFolder, path("elsewhere"));
@@ -196,8 +196,8 @@ private Q_SLOTS:
         QCOMPARE(directory(QStringLiteral("Linked")), QStringLiteral("Resources"));
     }
 
-    /// Every text and picture of a popup looks for files.
-    void shouldSearchAPackageOnceHoweverOftenItIsNamed()
+    /// Every text and picture of a popup searches for files.
+    void shouldSearchAPackageOnlyOnce()
     {
         const QString search = QStringLiteral("Other,none ,").repeated(100000);
         auto *root = static_cast<HVXmlElement *>(m_bench->view()->content()->parent());

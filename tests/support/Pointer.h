@@ -18,7 +18,7 @@ public:
     static void moveAway();
     static void click();
 
-    /// One notch towards the user.
+    /// Turns the wheel by one notch towards the user.
     static void turnWheel();
 
     /// Presses \a key, named as in xdotool: "shift", for example.

@@ -91,7 +91,7 @@ enum contextKey {
     HVKeyMessageLevel = 36,
     /// string, "Hovlets": base name of the translation files.
     HVKeyTranslationName = 37,
-    /// bool, false: what control files name is found inside packages only, symbolic links resolved.
+    /// bool, false: control files can name only files in packages, with symbolic links resolved.
     HVKeyConfineContent = 1000,
     /// int, HVDismissal, 0: input that hides a popup. It still reaches its receiver.
     HVKeyDismissOnKey = 1130
@@ -171,8 +171,9 @@ private:
 namespace Hovlets {
 
 /*!
- * Writes the settings that suit most applications: the library watches the mouse, and Escape and
- * the wheel hide the popup. docs/settings.md lists them.
+ * Writes the settings that suit most applications: the library watches the mouse, control files can
+ * name only files in packages, and Escape and the wheel hide the popup. docs/settings.md lists
+ * them.
  *
  * The defaults differ, because they keep the behaviour of earlier versions. Call this function
  * first, on the context that you pass to HVInterface, then overwrite settings as you like. Later

@@ -9,10 +9,11 @@ namespace Hovlets {
 
 namespace {
 
-/// What separates names: the pattern "[,;\s]", without the cost of a match for each name.
+/// Whether \a c separates names. Equals the pattern "[,;\s]", which would take longer for each
+/// name.
 bool isSeparator(QChar c)
 {
-    constexpr ushort MongolianVowelSeparator = 0x180e; // a space to the pattern only
+    constexpr ushort MongolianVowelSeparator = 0x180e; // a space only in the pattern
     return c == QLatin1Char(',') || c == QLatin1Char(';') || c.isSpace()
             || c.unicode() == MongolianVowelSeparator;
 }

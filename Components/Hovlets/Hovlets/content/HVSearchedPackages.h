@@ -10,8 +10,8 @@ namespace Hovlets {
 /*!
  * \brief The folders of the packages that an attribute "search" names.
  *
- * Every text, picture and clip of a popup asks for them, and a control file may name hundreds of
- * thousands of packages: the last answer is kept.
+ * Caches the last result, because every text, picture and clip of a popup needs it, and a control
+ * file may name hundreds of thousands of packages.
  */
 class HVSearchedPackages
 {
@@ -20,7 +20,7 @@ public:
     /// A package counts once.
     QStringList folders(const QString &search, const QMap<QString, QStringList> &packages);
 
-    /// Forgets the last answer. Call it when the packages change.
+    /// Clears the cache. Call it when the packages change.
     void clear();
 
 private:

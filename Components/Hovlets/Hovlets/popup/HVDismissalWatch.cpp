@@ -40,11 +40,11 @@ bool HVDismissalWatch::hasKeyboard() const
 bool HVDismissalWatch::dismisses(QObject *object, const QEvent &event) const
 {
     switch (event.type()) {
-    // A key that triggers a shortcut arrives as the first of these alone.
+    // A key that triggers a shortcut causes only the first of these events.
     case QEvent::ShortcutOverride:
     case QEvent::KeyPress: {
         const auto &key = static_cast<const QKeyEvent &>(event);
-        // One that repeats was pressed before: it may be what opened the popup.
+        // A repeating key was pressed earlier, perhaps to open the popup.
         if (key.isAutoRepeat())
             return false;
         return keyDismisses(hasKeyboard() ? m_dismissals & HVDismissOnEscape : m_dismissals,

@@ -9,9 +9,11 @@ class QWidget;
 namespace Hovlets {
 
 /*!
- * \brief Watches the keyboard and the wheel while a popup is up, and reports what dismisses it.
+ * \brief Watches the keyboard and the wheel while a popup is visible, and reports input that
+ * dismisses it.
  *
- * It filters the application's events and consumes none. Emits from within them. GUI thread only.
+ * Filters the application's events and consumes none. Emits its signal while it handles an event.
+ * GUI thread only.
  */
 class HVDismissalWatch : public QObject
 {

@@ -27,7 +27,7 @@ QString HVComponentFinder::category(const QString &attribute, contextKey key,
     return m_services ? m_services->settings().get(key, fallback).toString() : fallback;
 }
 
-/// The attribute of the entry, else of the element above it.
+/// The attribute of the entry, else that of the element above it.
 QString HVComponentFinder::categoryOfContent(const QString &attribute) const
 {
     if (!m_content)

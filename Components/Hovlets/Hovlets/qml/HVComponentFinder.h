@@ -35,8 +35,8 @@ public:
      * The first existing file \a relativePath (or category, if the path is empty) in the content's
      * search folders; the category if there is none.
      *
-     * Under HVKeyConfineContent, a file outside of these folders counts as missing, and the host
-     * gets one warning, at which it may delete the view. A category that leads out of the folders
+     * With HVKeyConfineContent, a file outside these folders counts as missing, and the host gets
+     * one warning, during which it may delete the view. A category that leads out of the folders
      * becomes an empty string.
      */
     [[nodiscard]] QString find(const QString &attribute, contextKey key, const QString &fallback,
@@ -45,8 +45,8 @@ public:
     /// The QML file to run, simple or rich depending on the settings.
     [[nodiscard]] QString userInterface() const;
 
-    /// The name of the resource folder in the content; not resolved. Under HVKeyConfineContent,
-    /// that of the settings if the content's leads out of \a packageRoot.
+    /// The name of the resource folder in the content; not resolved. With HVKeyConfineContent, the
+    /// name in the settings if the content's leads out of \a packageRoot.
     [[nodiscard]] QString resourceFolder(const QString &packageRoot) const;
 
     /// A file of the resources.

@@ -13,14 +13,14 @@ namespace Hovlets {
 
 namespace {
 
-/// Whether \a path is \a folder or something in it. Both are canonical.
+/// Whether \a path is \a folder or is inside it. Both must be canonical.
 bool isWithin(const QString &path, const QString &folder)
 {
     const QLatin1Char slash('/');
     return path == folder || path.startsWith(folder.endsWith(slash) ? folder : folder + slash);
 }
 
-/// Whether the path names something in the folder that it is relative to, symbolic links aside.
+/// Whether the path stays inside the folder to which it is relative. Ignores symbolic links.
 bool staysBelow(const QString &path)
 {
     const QString clean = QDir::cleanPath(path);
@@ -61,7 +61,7 @@ QString HVComponentSearch::find(const QString &category, const QString &relative
         if (file.exists() && admits(file.filePath()))
             return file.absoluteFilePath();
     }
-    // Whoever opens the category path takes it as relative to the host's working directory.
+    // A category path would be opened relative to the host's working directory.
     const bool isSafe = !m_isConfined || category == m_hostPath
             || (QFileInfo(category).isFile() ? admits(category) : staysBelow(category));
     return isSafe ? category : QString();

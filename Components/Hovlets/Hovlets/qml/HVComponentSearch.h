@@ -12,7 +12,7 @@ class HVXmlElement;
 /*!
  * \brief Finds the files that content names, in the search folders of its entry.
  *
- * Made for one look-up. Each folder is searched once, however often content names it.
+ * Create one for each look-up. Each folder is searched once, however often the content names it.
  */
 class HVComponentSearch
 {
@@ -21,23 +21,23 @@ public:
     HVComponentSearch(const HVIndex &index, const HVXmlElement *entry);
 
     /*!
-     * Refuses what lies outside of the search folders once all symbolic links are resolved, see
-     * HVKeyConfineContent. A host's own path is admitted wherever it leads.
+     * Refuses files outside the search folders, with symbolic links resolved: see
+     * HVKeyConfineContent. A path from the host's settings is permitted wherever it leads.
      * \param hostPath the category path if it comes from the settings, else empty
      */
     void confine(const QString &hostPath);
 
     /*!
-     * The first existing file \a relativePath (or \a category, when that is empty) in the folders.
-     * Otherwise \a category itself, or an empty string when confined and \a category would lead out
-     * of the folders.
+     * The first existing file \a relativePath (or \a category, if it is empty) in the folders.
+     * Otherwise \a category itself, or an empty string if confined and \a category leads out of the
+     * folders.
      */
     QString find(const QString &category, const QString &relativePath);
 
-    /// Whether the folder \a category, which may not exist, leads out of the \a packageRoot.
+    /// Whether the folder \a category leads out of the \a packageRoot. It need not exist.
     static bool leadsOut(const QString &category, const QString &packageRoot);
 
-    /// The files that exist and were refused.
+    /// The files that exist but were refused.
     QStringList refused() const { return m_refused; }
 
 private:

@@ -194,8 +194,8 @@ void HVView::showContent(HVXmlElement *content, const QString &rootPath)
         resize(sizeHint()); // which renders as well
 }
 
-/// Renders at once. The base class renders some milliseconds after a change, and the popup would
-/// show its old content until then. Its handler of each of these two events renders immediately,
+/// Renders immediately. The base class renders some milliseconds after a change, and the popup
+/// would show its old content until then. Its handlers of these two events render immediately, each
 /// with one of the two kinds of scene graph.
 void HVView::renderScene()
 {

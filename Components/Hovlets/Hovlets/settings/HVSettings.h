@@ -33,7 +33,7 @@ const QList<HVSetting> &allSettings();
  */
 QVariant defaultOf(HVContextKey key);
 
-/// What useRecommendedSettings() writes, by key. docs/settings.md has the same list.
+/// The settings that useRecommendedSettings() writes, by key. docs/settings.md has the same list.
 const QMap<HVContextKey, QVariant> &recommendedSettings();
 
 } // namespace Hovlets
