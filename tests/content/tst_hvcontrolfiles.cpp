@@ -64,15 +64,15 @@ private Q_SLOTS:
         QTest::newRow("closed root") << QByteArray("<hovlets/>") << true;
         QTest::newRow("attribute") << QByteArray("<hovlets locale=\"en_US\">\n</hovlets>") << true;
         QTest::newRow("spaces") << QByteArray("  <hovlets \t >") << true;
-        QTest::newRow("behind a declaration")
+        QTest::newRow("after a declaration")
                 << QByteArray("<?xml version=\"1.0\"?>\n<hovlets>") << true;
-        QTest::newRow("behind everything")
+        QTest::newRow("after everything")
                 << QByteArray("\xef\xbb\xbf<?xml version=\"1.0\"?>\r\n<!-- a comment -->\r\n"
                               "<!DOCTYPE hovlets>\r\n<?pi data?>\r\n\r\n<hovlets>")
                 << true;
         QTest::newRow("on the declaration's line")
                 << QByteArray("<?xml version=\"1.0\"?><!-- --><hovlets>") << true;
-        QTest::newRow("behind a lone sign") << QByteArray("<!-- 1 < 2 -->\n<hovlets>") << true;
+        QTest::newRow("after a lone sign") << QByteArray("<!-- 1 < 2 -->\n<hovlets>") << true;
 
         QTest::newRow("entry") << QByteArray("<hovlet key=\"a\"/>") << false;
         QTest::newRow("longer") << QByteArray("<hovletss>") << false;
@@ -84,19 +84,19 @@ private Q_SLOTS:
                 << QByteArray("<!-- <\xc3\xa4> -->\n<hovlets>") << false;
         QTest::newRow("letter with an accent of its own")
                 << QByteArray("<!-- <e\xcc\x81> -->\n<hovlets>") << false;
-        QTest::newRow("line end behind the name") << QByteArray("<hovlets\nlocale=\"\">") << false;
+        QTest::newRow("line end after the name") << QByteArray("<hovlets\nlocale=\"\">") << false;
         QTest::newRow("space and line end") << QByteArray("<hovlets \r\nlocale=\"\">") << false;
-        QTest::newRow("nothing behind the name") << QByteArray("<hovlets") << false;
+        QTest::newRow("nothing after the name") << QByteArray("<hovlets") << false;
         QTest::newRow("no tag") << QByteArray("hovlets\n") << false;
         QTest::newRow("empty") << QByteArray() << false;
         QTest::newRow("UTF-16") << QByteArray("\xff\xfe<\0h\0o\0v\0l\0e\0t\0s\0>\0", 20) << false;
         QTest::newRow("megabytes of nothing") << QByteArray(20 * 1024 * 1024, 'x') << false;
-        QTest::newRow("megabytes of tags that are none")
+        QTest::newRow("megabytes of invalid tags")
                 << QByteArray("< ").repeated(5 * 1024 * 1024) << false;
 
-        QTest::newRow("behind a long comment")
+        QTest::newRow("after a long comment")
                 << QByteArray("<!--" + QByteArray(10000, 'x') + "-->\n<hovlets>") << true;
-        QTest::newRow("behind many lines")
+        QTest::newRow("after many lines")
                 << QByteArray(QByteArray("<!-- line -->\n").repeated(1000) + "<hovlets>") << true;
         QTest::newRow("across four kilobytes")
                 << QByteArray(QByteArray(4090, '\n') + "<hovlets>") << true;
@@ -179,7 +179,7 @@ private Q_SLOTS:
                 << QStringLiteral("/Foo.hovlets/a.xml") << QStringLiteral("/foo.hovlets") << -1;
         QTest::newRow("prefix of the name")
                 << QStringLiteral("/Foo.hovletsX/Control/a.xml") << package << -1;
-        QTest::newRow("prefix of no folder")
+        QTest::newRow("prefix without a folder")
                 << QStringLiteral("/Foo.hovlets/a.xml") << QStringLiteral("/Foo.hov") << -1;
         QTest::newRow("up and away")
                 << QStringLiteral("/Foo.hovlets/../Bar.hovlets/a.xml") << package << -1;

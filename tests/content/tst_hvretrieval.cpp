@@ -184,7 +184,7 @@ private Q_SLOTS:
         QTest::newRow("by an entity") << QByteArray("<!DOCTYPE hovlets [<!ENTITY e '" + one
                                                     + "'>]><hovlets>&e;</hovlets>")
                                       << QByteArray("a") << hovlet;
-        QTest::newRow("text behind the root")
+        QTest::newRow("text after the root")
                 << QByteArray("<hovlets>" + one + "</hovlets>x") << QByteArray("a") << hovlet;
         QTest::newRow("root not closed")
                 << QByteArray("<hovlets>" + one) << QByteArray("a") << QString();
@@ -215,7 +215,7 @@ private Q_SLOTS:
         QTest::newRow("malformed after") << QByteArray("<hovlets>" + good + "</b></hovlets>") << 1;
         QTest::newRow("cut in the entry") << QByteArray("<hovlets><hovlet key=\"a\"><title>") << 1;
         QTest::newRow("cut in a tag") << QByteArray("<hovlets><hovlet key=\"a\"") << 1;
-        QTest::newRow("cut behind it") << QByteArray("<hovlets>" + good) << 1;
+        QTest::newRow("cut after it") << QByteArray("<hovlets>" + good) << 1;
         QTest::newRow("cut, without the key") << QByteArray("<hovlets><hovlet key=\"b\">") << 0;
         QTest::newRow("not XML") << QByteArray("\x89PNG\r\n\x1a\n\0\0", 10) << 1;
         QTest::newRow("wrong encoding") << QByteArray(

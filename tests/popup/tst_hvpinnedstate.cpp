@@ -40,7 +40,7 @@ private Q_SLOTS:
         QTest::newRow("the longest key") << QVector<HVPinnedState> {
             { QString(MaximumPinnedStateText, QLatin1Char('k')), QStringLiteral("C"), {}, true }
         };
-        QTest::newRow("what is no valid text") << QVector<HVPinnedState> {
+        QTest::newRow("invalid text") << QVector<HVPinnedState> {
             { QString(QChar(0xfeff)) + QChar(0xd800) + QChar(0), QStringLiteral("C"), {}, true }
         };
         QTest::newRow("the most popups")

@@ -236,7 +236,7 @@ private Q_SLOTS:
                 << QRect(600, 563, 80, 24) << size << HVSide::Above << QPoint(600, 357);
         QTest::newRow("too tall for below and above")
                 << QRect(400, 390, 80, 24) << QSize(300, 500) << HVSide::Right << QPoint(486, 292);
-        QTest::newRow("room on the left alone")
+        QTest::newRow("room only on the left")
                 << QRect(1000, 390, 80, 24) << QSize(300, 500) << HVSide::Left << QPoint(694, 292);
         QTest::newRow("a column along the right edge")
                 << QRect(1180, 0, 100, 800) << size << HVSide::Left << QPoint(874, 8);

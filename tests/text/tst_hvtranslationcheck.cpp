@@ -69,9 +69,9 @@ private Q_SLOTS:
         QTest::newRow("no section") << file({});
         QTest::newRow("one text") << fileOf(message);
         QTest::newRow("unknown sections") << file(section(0x12, "x") + section(0x13, "y"));
-        QTest::newRow("bytes behind") << goodFile() + QByteArray(4, '\xff');
-        QTest::newRow("an end, and bytes behind") << goodFile() + QByteArray(99, '\0');
-        QTest::newRow("plural forms nobody has written")
+        QTest::newRow("bytes after it") << goodFile() + QByteArray(4, '\xff');
+        QTest::newRow("an end, followed by bytes") << goodFile() + QByteArray(99, '\0');
+        QTest::newRow("untranslated plural forms")
                 << fileOf("\x03" + number(0xffffffff) + "\x06" + number(1) + "a\x01");
         QTest::newRow("an obsolete part") << fileOf("\x05" + number(1234) + message);
     }

@@ -177,7 +177,7 @@ void tst_HVClipHostile::shouldRefuseTablesThatDeclareTooMuch_data()
     Tables hidden(equalSizes(1));
     hidden.format = description(equalSizes(Many));
     hidden.sizes = QByteArray();
-    QTest::newRow("tables behind a description") << movie(track(hidden));
+    QTest::newRow("tables after a description") << movie(track(hidden));
 
     Tables edits(equalSizes(10000));
     edits.times = box("stts", numbers({ 0, 1, 10000, 512 }));

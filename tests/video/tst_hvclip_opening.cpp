@@ -135,8 +135,8 @@ void tst_HVClipOpening::shouldReportItsTimes_data()
     QTest::addColumn<double>("duration");
     QTest::newRow("of the stream") << "times.mp4"
                                    << "-c:v mpeg4" << 0.4;
-    QTest::newRow("of the file alone") << "times.mkv"
-                                       << "-c:v mpeg4" << 0.4;
+    QTest::newRow("only of the file") << "times.mkv"
+                                      << "-c:v mpeg4" << 0.4;
     QTest::newRow("untold") << "times.h264"
                             << "-c:v libx264" << 0.0;
 }
@@ -179,7 +179,7 @@ void tst_HVClipOpening::shouldReportWhyItCannotOpen_data()
     QTest::newRow("unknown codec") << withoutCodec() << noStream;
     QTest::newRow("too large") << m_clips.make(QStringLiteral("large.mkv"), Square.arg(8194))
                                << noCodec;
-    QTest::newRow("too large, which its pictures alone tell")
+    QTest::newRow("too large, which only its frames show")
             << m_clips.make(QStringLiteral("large.png"),
                             QStringLiteral("-f lavfi -i color=size=8194x8192 -frames:v 1 "
                                            "-pix_fmt monob"))

@@ -113,7 +113,7 @@ private Q_SLOTS:
     {
         QTest::addColumn<quint64>("position");
         QTest::newRow("end") << quint64(4);
-        QTest::newRow("far behind the end") << AllBits;
+        QTest::newRow("far past the end") << AllBits;
     }
 
     void shouldPlayAFinishedClipFromTheBeginning()
@@ -180,7 +180,7 @@ private Q_SLOTS:
         QTest::addColumn<quint64>("position");
         QTest::newRow("start") << 0.0 << quint64(0);
         QTest::newRow("truncated") << 0.5999 << quint64(5);
-        QTest::newRow("end, behind the last picture") << 1.0 << quint64(10);
+        QTest::newRow("end, past the last frame") << 1.0 << quint64(10);
         QTest::newRow("beyond") << 1.5 << quint64(15);
         QTest::newRow("before") << -1.0 << quint64(0);
         QTest::newRow("no number") << std::nan("") << quint64(0);

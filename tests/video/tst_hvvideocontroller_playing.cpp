@@ -321,7 +321,7 @@ private Q_SLOTS:
         QTest::newRow("no source") << false << 0 << quint64(0) << false;
         QTest::newRow("no picture") << true << 0 << quint64(0) << false;
         QTest::newRow("paused") << true << 3 << quint64(0) << false;
-        QTest::newRow("playing far behind the end") << true << 3 << AllBits << true;
+        QTest::newRow("playing far past the end") << true << 3 << AllBits << true;
         QTest::newRow("resting") << true << 3 << quint64(0) << true;
     }
 

@@ -179,7 +179,7 @@ void tst_HVVideoSourceFFMPEGRequests::shouldSetItsClockWhenItSeeks()
 void tst_HVVideoSourceFFMPEGRequests::shouldSeekInTheDirectionOfTheClock_data()
 {
     QTest::addColumn<QList<int>>("positions");
-    QTest::newRow("on, to the key picture behind") << QList<int> { 3 };
+    QTest::newRow("on, to the next key frame") << QList<int> { 3 };
     QTest::newRow("back, to the key picture before") << QList<int> { 9, 7 };
 }
 
