@@ -52,7 +52,103 @@ private Q_SLOTS:
         QTRY_VERIFY(!popup()->isVisible());
     }
 
+    void shouldGoBesideTheControl_data()
+    {
+        QTest::addColumn<QPoint>("window");
+        QTest::newRow("in the middle") << QPoint(400, 300);
+        QTest::newRow("at the bottom right") << QPoint(870, 590);
+    }
+
+    void shouldGoBesideTheControl()
+    {
+        QFETCH(QPoint, window);
+        settings().set(HVKeyPlacement, int(HVPlaceBesideControl));
+        showWindow(window);
+        for (const char *name : { "a", "disabled" }) {
+            QVERIFY(hover(name));
+            const QPushButton &button = m_window->button(name);
+            const QRect control(button.mapToGlobal(QPoint()), button.size());
+            const QRect shown = popup()->frameGeometry();
+            QVERIFY(!shown.intersects(control));
+            QVERIFY(!shown.contains(QCursor::pos()));
+            QVERIFY(popup()->screen()->availableGeometry().contains(shown));
+            const int below = shown.top() - control.bottom();
+            const int above = control.top() - shown.bottom();
+            QCOMPARE(qMax(below, above), 7); // a gap of 6 pixels
+        }
+    }
+
+    void shouldReachThePopupAcrossAnotherControl_data()
+    {
+        QTest::addColumn<bool>("safePath");
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("without") << false << QStringLiteral("Title of b");
+        QTest::newRow("with") << true << QStringLiteral("Title of a");
+    }
+
+    void shouldReachThePopupAcrossAnotherControl()
+    {
+        QFETCH(bool, safePath);
+        settings().set(HVKeyPlacement, int(HVPlaceBesideControl));
+        settings().set(HVKeySafePath, safePath);
+        settings().set(HVKeySafePathDwell, 600000);
+        QVERIFY(hover("a"));
+        ToolTipCounter counter;
+        qApp->installEventFilter(&counter);
+        Pointer::moveTo(m_window->centerOf("b"));
+        QTRY_VERIFY(counter.toolTips > 0); // the toolkit's moment has come
+        QTRY_COMPARE(title(), QStringLiteral("Title of %1").arg(safePath ? 'a' : 'b'));
+        Pointer::moveTo(popup()->geometry().center());
+        QTRY_COMPARE(QApplication::widgetAt(QCursor::pos()), m_host->view());
+        QTEST(title(), "shown");
+        QVERIFY(popup()->isVisible());
+    }
+
+    void shouldSwapToAControlOnWhichThePointerRests()
+    {
+        settings().set(HVKeySafePath, true);
+        settings().set(HVKeySafePathDwell, 100);
+        QVERIFY(hover("a"));
+        stopAskingForTooltips(); // it is the library that does
+        Pointer::moveTo(m_window->centerOf("b"));
+        QTRY_VERIFY(isShowing("b"));
+        Pointer::moveTo(m_window->centerOf("unknown"));
+        QTRY_VERIFY(isToolTipShown(QStringLiteral("Its own")));
+        QVERIFY(!popup()->isVisible());
+    }
+
+    void shouldGoWhenThePointerLeavesTheWindowOnTheWay()
+    {
+        settings().set(HVKeySafePath, true);
+        settings().set(HVKeyHideDelay, 50);
+        settings().set(HVKeyCursorOffset, QSize(35, 250)); // below the window
+        QVERIFY(hover("a"));
+        const QRect window = m_window->frameGeometry();
+        const QRect shown = popup()->geometry();
+        QVERIFY(!window.intersects(shown));
+        const QPoint between(shown.left(), (window.bottom() + shown.top()) / 2);
+        Pointer::moveTo(between);
+        QTRY_COMPARE(QCursor::pos(), between);
+        QVERIFY(popup()->isSafe(between));
+        QVERIFY(popup()->isVisible());
+        Pointer::moveAway(); // of which no event tells
+        QTRY_VERIFY(!popup()->isVisible());
+    }
+
 private:
+    class ToolTipCounter : public QObject
+    {
+    public:
+        int toolTips = 0;
+
+    protected:
+        bool eventFilter(QObject *, QEvent *event) override
+        {
+            toolTips += event->type() == QEvent::ToolTip ? 1 : 0;
+            return false;
+        }
+    };
+
     class KeyCounter : public QObject
     {
     public:

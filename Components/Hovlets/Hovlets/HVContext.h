@@ -14,6 +14,14 @@ typedef int HVContextKey;
 
 namespace Hovlets {
 
+/// Where a popup goes: values of HVKeyPlacement.
+enum HVPopupPlacement : int {
+    /// HVKeyCursorOffset from the cursor.
+    HVPlaceAtCursor = 0,
+    /// Below, above, right or left of the control, or of its part, such as a tab; never over it.
+    HVPlaceBesideControl = 1
+};
+
 /// Input that hides a popup while the mouse is still near it: values of HVKeyDismissOnKey, which
 /// can be combined.
 enum HVDismissal : int {
@@ -93,6 +101,18 @@ enum contextKey {
     HVKeyTranslationName = 37,
     /// bool, false: control files can name only files in packages, with symbolic links resolved.
     HVKeyConfineContent = 1000,
+    /// int, HVPopupPlacement, 0: where a popup goes. Ignored for what is not a widget.
+    HVKeyPlacement = 1100,
+    /// QRegion, global px, not set: what a popup beside its control leaves in view.
+    HVKeyKeepClear = 1101,
+    /// bool, false: controls between a control and its popup do not take the popup away.
+    HVKeySafePath = 1110,
+    /// int, ms, 180: with HVKeySafePath, the rest on another control that takes the popup away.
+    HVKeySafePathDwell = 1111,
+    /// int, ms, 0: the rest until a popup shows while none is up; never before Qt's tooltip.
+    HVKeyShowDelay = 1120,
+    /// int, ms, 0: after this time with the mouse, the simple popup becomes the full one; 0: never.
+    HVKeyExpandDelay = 1121,
     /// int, HVDismissal, 0: input that hides a popup. It still reaches its receiver.
     HVKeyDismissOnKey = 1130
 };
@@ -172,8 +192,8 @@ namespace Hovlets {
 
 /*!
  * Writes the settings that suit most applications: the library watches the mouse, control files can
- * name only files in packages, and Escape and the wheel hide the popup. docs/settings.md lists
- * them.
+ * name only files in packages, popups show beside their control, the way to them is safe, and
+ * Escape and the wheel hide them. docs/settings.md lists them.
  *
  * The defaults differ, because they keep the behaviour of earlier versions. Call this function
  * first, on the context that you pass to HVInterface, then overwrite settings as you like. Later

@@ -85,6 +85,7 @@ bool HVHoverShow::present(const Hover &hover, HVXmlElement *entry, HVFoundConten
     if (!shown || m_popup.content() != shown)
         return m_popup.isShowing(hover.key);
     const QPointer<HVWidget> popup(m_popup.widget());
+    popup->setHoverPosition(hover.position);
     popup->showWithContent(hover.control, corner, entry, found.packageRoot);
     if (!popup || popup != m_popup.widget())
         return m_popup.isShowing(hover.key); // QML called the host, which showed something else

@@ -60,6 +60,9 @@ public:
     /// The verdict at \a time if the pointer has not moved.
     Verdict verdictAt(qint64 time) const;
 
+    /// Whether \a position lies between the control and the popup, or close to either.
+    bool isBetween(const QPoint &position) const;
+
     /// When a verdict of Wait becomes Change if the pointer does not move.
     qint64 deadline() const;
 
@@ -74,7 +77,6 @@ private:
     const Sample &sample(size_t stepsBack) const;
     size_t oldestSample() const;
     size_t beginningOfRest() const;
-    bool isBetween(const QPoint &position) const;
     bool wasHeadingForPopup(size_t stepsBack) const;
 
     QRect m_origin;

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVWidget.h"
 
+#include "HVBesideControl.h"
 #include "HVContext.h"
 #include "HVControlWatch.h"
 #include "HVDismissalWatch.h"
+#include "HVPathWatch.h"
 #include "HVPinning.h"
 #include "HVPopupServices.h"
 #include "HVSettings.h"
@@ -26,6 +28,7 @@
 #include <QtWidgets/QToolTip>
 
 #include <optional>
+#include <utility>
 
 namespace Hovlets {
 
@@ -80,9 +83,13 @@ public:
     bool retired = false;
     HVControlWatch *control = nullptr; // child; watches the reference widget of a hover popup
     HVDismissalWatch *dismissal = nullptr; // child; runs while a hover popup is up
+    HVPathWatch *path = nullptr; // child; runs while a hover popup is up
+    std::optional<QPoint> hoverPosition; // for the next content
+    QPoint pointed; // where the mouse was when the content came
     bool isChanging = false; // the view loads content, whose size is final when it returns
     std::optional<QPoint> wanted; // requested position; none once the user has moved it
     QPoint placed; // the resulting position
+    std::optional<HVBesideControl> beside; // takes precedence over the requested position
 };
 
 HVWidget::HVWidget(HVManager *manager, QWidget *parent, QWidget *referenceWidget)
@@ -106,6 +113,8 @@ HVWidget::HVWidget(HVManager *manager, QWidget *parent, QWidget *referenceWidget
     });
     d->dismissal = new HVDismissalWatch(*this);
     connect(d->dismissal, &HVDismissalWatch::dismissed, this, &HVWidget::hide);
+    d->path = new HVPathWatch(*this);
+    connect(d->path, &HVPathWatch::pointerIsAt, this, &HVWidget::checkMousePosition);
 }
 
 HVWidget::~HVWidget()
@@ -154,6 +163,7 @@ void HVWidget::showWithContent(QObject *reference, const QPoint &pos, HVXmlEleme
     d->referenceWidget =
             reference && reference->isWidgetType() ? static_cast<QWidget *>(reference) : nullptr;
     d->control->watch(d->referenceWidget);
+    d->pointed = std::exchange(d->hoverPosition, {}).value_or(QCursor::pos());
     d->isChanging = true;
     d->view->showContent(content, rootPath);
     if (!self)
@@ -162,6 +172,7 @@ void HVWidget::showWithContent(QObject *reference, const QPoint &pos, HVXmlEleme
     if (d->retired || !d->view || d->view->content() != content)
         return; // the host's code has shown something else or closed the popup
     d->wanted = pos;
+    aimAtControl();
     fitToView(Place::Wanted);
     // In this turn of the event loop: in the next one, the old content would have been visible at
     // the new position.
@@ -169,8 +180,38 @@ void HVWidget::showWithContent(QObject *reference, const QPoint &pos, HVXmlEleme
     // A countdown that started meanwhile must not hide the popup of this control.
     if (isVisible() && isSafe(QCursor::pos()))
         d->hideTimer->stop();
-    d->dismissal->start(d->setting(HVKeyDismissOnKey).toInt(), d->referenceWidget);
+    watchHover();
     showAnimated();
+}
+
+void HVWidget::setHoverPosition(const QPoint &position)
+{
+    d->hoverPosition = position;
+}
+
+/// Decides whether the new content goes beside its control.
+void HVWidget::aimAtControl()
+{
+    d->beside.reset();
+    if (d->referenceWidget && d->setting(HVKeyPlacement).toInt() == HVPlaceBesideControl)
+        d->beside.emplace(*d->referenceWidget, d->pointed,
+                          d->setting(HVKeyKeepClear).value<QRegion>());
+}
+
+/// Starts what runs only while a hover popup is up.
+void HVWidget::watchHover()
+{
+    d->dismissal->start(d->setting(HVKeyDismissOnKey).toInt(), d->referenceWidget);
+    if (d->referenceWidget && d->setting(HVKeySafePath).toBool())
+        d->path->start(*d->referenceWidget, d->pointed, d->setting(HVKeySafePathDwell).toInt());
+    else
+        d->path->stop();
+}
+
+void HVWidget::unwatchHover()
+{
+    d->dismissal->stop();
+    d->path->stop();
 }
 
 void HVWidget::retire()
@@ -217,6 +258,7 @@ void HVWidget::hideAnimated()
 {
     if (!isVisible() || d->opacityAnimation->state() != QAbstractAnimation::Stopped)
         return;
+    d->path->finish();
     const int duration = d->setting(HVKeyHideFadeDuration).toInt();
     if (duration <= 0) {
         hideAnimationFinished();
@@ -268,7 +310,7 @@ void HVWidget::hideEvent(QHideEvent *event)
     // Fades and countdowns of this show must not affect the next one.
     d->opacityAnimation->stop();
     d->hideTimer->stop();
-    d->dismissal->stop();
+    unwatchHover();
 }
 
 /// Paints the rim around the view like a tooltip, even if windows have another colour.
@@ -301,6 +343,8 @@ bool HVWidget::isSafe(const QPoint &pos) const
 {
     if (d->referenceWidget && QApplication::widgetAt(pos) == d->referenceWidget)
         return true;
+    if (d->path->isBetween(pos))
+        return true;
     const QSize margin = d->setting(HVKeySafeMargin).toSize();
     return QRect(mapToGlobal(QPoint(0, 0)), frameGeometry().size())
             .adjusted(-margin.width(), -margin.height(), margin.width(), margin.height())
@@ -317,7 +361,8 @@ QRect HVWidget::findVisibleGeometry(QRect geometry, bool *move) const
 void HVWidget::reposition()
 {
     QWidget *own = ownWindow();
-    if (!own)
+    // Where there is no room, the end of a popup is off the screen rather than over the cursor.
+    if (!own || (d->beside && own->pos() == d->placed))
         return;
     bool shifted = false;
     const QRect geometry = findVisibleGeometry(own->frameGeometry(), &shifted);
@@ -364,7 +409,9 @@ void HVWidget::fitToView(Place place)
     if (place == Place::WantedButTheRim && own->size() == ownSize + Rim)
         return;
     const QSize visible = place == Place::Wanted ? ownSize + Rim : ownSize;
-    d->placed = findVisibleGeometry(QRect(*d->wanted, visible)).topLeft();
+    const QSize margins = own->frameGeometry().size() - own->size();
+    d->placed = d->beside ? d->beside->cornerFor(ownSize + Rim + margins)
+                          : findVisibleGeometry(QRect(*d->wanted, visible)).topLeft();
     setFixedGeometry(*own, QRect(d->placed, ownSize + Rim));
 }
 
@@ -388,8 +435,9 @@ void HVWidget::contentReservedChanged()
     setWindowOpacity(1.0);
     d->pinned = true;
     d->control->watch(nullptr);
-    d->dismissal->stop();
+    unwatchHover();
     d->wanted.reset();
+    d->beside.reset();
     d->hideTimer->stop();
     setAttribute(Qt::WA_DeleteOnClose, !container); // it may be closed before it moves
     // Moving a view to another window may rebuild its scene. That must not delete the item whose

@@ -44,10 +44,15 @@ public:
     /// The control that the current hovlet describes, or null.
     QWidget *referenceWidget() const;
 
+    /// The mouse is at \a position over the control that showWithContent() is called for next.
+    /// Otherwise it is where the cursor is.
+    void setHoverPosition(const QPoint &position);
+
     /// Starts the countdown to hiding if \a pos is not safe, and stops it if it is.
     void checkMousePosition(const QPoint &pos);
 
-    /// Whether \a pos is over the reference widget, or over the popup grown by HVKeySafeMargin.
+    /// Whether \a pos is over the reference widget, over the popup grown by HVKeySafeMargin, or
+    /// with HVKeySafePath between both.
     bool isSafe(const QPoint &pos) const;
 
     /// Deletes the popup later, when its QML is no longer running. It does not show again.
@@ -106,6 +111,9 @@ private:
     /// rim on the screen, or as near as possible to where it is.
     enum class Place { Wanted, WantedButTheRim, Nearest };
     void fitToView(Place place);
+    void aimAtControl();
+    void watchHover();
+    void unwatchHover();
     void moveOntoScreen(QWidget &own, const QSize &size);
 
     class Private;

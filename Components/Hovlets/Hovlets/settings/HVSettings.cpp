@@ -112,6 +112,30 @@ QList<HVSetting> makeSettings()
                    "at each look-up of a file",
                    "true: user interfaces, resources and translations that control files name come "
                    "from the entry's search folders only, see [trust](../README.md#trust)"),
+        HV_SETTING(HVKeyPlacement, "int, `HVPopupPlacement`", 0, "",
+                   "at each show",
+                   "0: at `HVKeyCursorOffset` from the cursor; 1: beside the control or its part, such "
+                   "as a tab, and never over it"),
+        HV_SETTING(HVKeyKeepClear, "QRegion, global px", QVariant(), "",
+                   "at each show",
+                   "what a popup beside its control leaves in view if it can, such as a selection. "
+                   "Open menus count anyway"),
+        HV_SETTING(HVKeySafePath, "bool", false, "",
+                   "at each show",
+                   "true: while the mouse moves towards the popup, the controls on its way do not take "
+                   "the popup away"),
+        HV_SETTING(HVKeySafePathDwell, "int, ms", 180, "",
+                   "at each show",
+                   "with `HVKeySafePath`: another control takes over when the mouse rests on it for "
+                   "this time"),
+        HV_SETTING(HVKeyShowDelay, "int, ms", 0, "",
+                   "at each hover while no popup is up",
+                   "how long the mouse rests before a popup shows, with `HVKeyTrackHover`; a popup "
+                   "never shows before Qt's tooltip would"),
+        HV_SETTING(HVKeyExpandDelay, "int, ms", 0, "never",
+                   "at each show",
+                   "with `HVKeySimpleMode`: the simple popup becomes the full one after the mouse has "
+                   "stayed with it for this time"),
         HV_SETTING(HVKeyDismissOnKey, "int, `HVDismissal`", 0, "nothing",
                    "at each show",
                    "input that hides a popup while the mouse is near it, combined with \"or\": 1 Escape, "
@@ -145,6 +169,8 @@ const QMap<HVContextKey, QVariant> &recommendedSettings()
     static const QMap<HVContextKey, QVariant> settings {
         { HVKeyTrackHover, true },
         { HVKeyConfineContent, true },
+        { HVKeyPlacement, int(HVPlaceBesideControl) },
+        { HVKeySafePath, true },
         { HVKeyDismissOnKey, HVDismissOnEscape | HVDismissOnWheel },
     };
     return settings;

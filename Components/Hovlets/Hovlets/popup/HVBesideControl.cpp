@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HVBesideControl.h"
+
+#include <QtGui/QCursor>
+#include <QtGui/QScreen>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QWidget>
+
+#include <algorithm>
+
+namespace Hovlets {
+
+namespace {
+
+constexpr int MaximumRegions = 64; // a curved selection has one for each line of pixels
+
+QVector<QRect> rectanglesOf(const QRegion &region)
+{
+    if (region.rectCount() > MaximumRegions)
+        return { region.boundingRect() };
+    return { region.begin(), region.end() };
+}
+
+QVector<QRect> openMenus()
+{
+    QVector<QRect> menus;
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (const QWidget *window : windows) {
+        if (window->isVisible() && window->windowType() == Qt::Popup)
+            menus.append(window->geometry());
+    }
+    return menus;
+}
+
+} // namespace
+
+QScreen *screenOf(const QWidget &widget)
+{
+    QScreen *own = widget.screen();
+    const QPoint middle = widget.mapToGlobal(widget.rect().center());
+    const QList<QScreen *> screens = own ? own->virtualSiblings() : QList<QScreen *>();
+    const auto found = std::find_if(screens.begin(), screens.end(), [&](const QScreen *screen) {
+        return screen->geometry().contains(middle);
+    });
+    return found == screens.end() ? own : *found;
+}
+
+HVControlPart visiblePartAt(const QWidget &control, const QPoint &position)
+{
+    HVControlPart part = controlPartAt(control, position);
+    for (const QWidget *widget = &control; !widget->isWindow();) {
+        widget = widget->parentWidget();
+        const QRect outer(widget->mapToGlobal(QPoint()), widget->size());
+        if (outer.intersects(part.geometry))
+            part.geometry &= outer;
+    }
+    return part;
+}
+
+HVBesideControl::HVBesideControl(const QWidget &control, const QPoint &position,
+                                 const QRegion &keepClear)
+{
+    m_request.control = visiblePartAt(control, position).geometry;
+    const QScreen *screen = screenOf(control);
+    m_request.area = screen ? screen->availableGeometry() : m_request.control;
+    m_request.cursor = position;
+    m_request.direction = control.layoutDirection();
+    m_request.keepClear = rectanglesOf(keepClear) + openMenus();
+}
+
+QPoint HVBesideControl::cornerFor(const QSize &popup)
+{
+    if (m_request.current)
+        m_request.cursor = QCursor::pos();
+    m_request.popup = popup;
+    m_request.current = placeBeside(m_request);
+    return m_request.current->geometry.topLeft();
+}
+
+} // namespace Hovlets
