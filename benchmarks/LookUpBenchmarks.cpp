@@ -2,6 +2,7 @@
 #include "Comparisons.h"
 #include "GeneratedContent.h"
 #include "HVContext.h"
+#include "HVFileMemory.h"
 #include "HVIndex.h"
 #include "HVXmlElement.h"
 #include "ParserPeers.h"
@@ -11,6 +12,7 @@
 #include <QtCore/QByteArrayMatcher>
 
 #include <cstring>
+#include <sys/stat.h>
 
 namespace {
 
@@ -60,6 +62,24 @@ const GeneratedContent &content()
     return content;
 }
 
+void addFiles(Hovlets::HVIndex &index)
+{
+    for (const QString &file : content().files())
+        index.store(nullptr, QLocale(), file, 2);
+}
+
+bool isFound(Hovlets::HVIndex &index, const QString &key)
+{
+    QString path;
+    int depth = 0;
+    Hovlets::HVXmlElement *root = nullptr;
+    const bool found =
+            index.retrieve(key, QLocale(QStringLiteral("en_US")), path, depth, root) != nullptr;
+    if (found)
+        delete root;
+    return found;
+}
+
 /// A look-up of one key, by the library and by its peers.
 class LookUp
 {
@@ -103,22 +123,17 @@ private:
         return m_prefix + name;
     }
 
+    /// Each look-up by an index of its own: it has read none of the files before.
     void retrieve(benchmark::State &state) const
     {
-        HVContext context;
-        Hovlets::HVIndex index(&context, {});
-        for (const QString &file : content().files())
-            index.store(nullptr, QLocale(), file, 2);
         for (auto _ : state) {
-            QString path;
-            int depth = 0;
-            Hovlets::HVXmlElement *root = nullptr;
-            Hovlets::HVXmlElement *entry =
-                    index.retrieve(m_key, QLocale(QStringLiteral("en_US")), path, depth, root);
-            if ((entry != nullptr) != m_hit)
+            state.PauseTiming();
+            HVContext context;
+            Hovlets::HVIndex index(&context, {});
+            addFiles(index);
+            state.ResumeTiming();
+            if (isFound(index, m_key) != m_hit)
                 state.SkipWithError("wrong answer");
-            if (entry)
-                delete root;
         }
     }
 
@@ -142,6 +157,64 @@ private:
     bool m_hit;
 };
 
+/// The questions of one tooltip over a label without content: Qt passes it to each parent in turn,
+/// here to eight frames without a name and to the window, and each is looked up in both locales.
+void askForLabelInFrames(benchmark::State &state)
+{
+    for (auto _ : state) {
+        state.PauseTiming();
+        HVContext context;
+        Hovlets::HVIndex index(&context, {});
+        addFiles(index);
+        state.ResumeTiming();
+        const Hovlets::HVToolTipPass pass(Hovlets::HVToolTipPass::next());
+        bool found = false;
+        for (int locale = 0; locale < 2; ++locale)
+            found = isFound(index, QStringLiteral("label")) || found;
+        for (int parent = 0; parent < 8; ++parent) {
+            for (int locale = 0; locale < 2; ++locale)
+                found = isFound(index, QString()) || found;
+        }
+        for (int locale = 0; locale < 2; ++locale)
+            found = isFound(index, QStringLiteral("MainWindow")) || found;
+        if (found)
+            state.SkipWithError("wrong answer");
+    }
+}
+
+/// A look-up that misses again, in files that have not changed since.
+void missAgain(benchmark::State &state)
+{
+    HVContext context;
+    Hovlets::HVIndex index(&context, {});
+    addFiles(index);
+    bool found = isFound(index, QStringLiteral("label"));
+    for (auto _ : state)
+        found = isFound(index, QStringLiteral("label")) || found;
+    if (found)
+        state.SkipWithError("wrong answer");
+}
+
+void askForStatus(benchmark::State &state)
+{
+    std::vector<std::string> paths;
+    for (const QString &file : content().files())
+        paths.push_back(file.toStdString());
+    for (auto _ : state) {
+        qint64 size = 0;
+        for (const std::string &path : paths) {
+            struct stat status = {};
+            size += stat(path.c_str(), &status) == 0 ? status.st_size : 0;
+        }
+        benchmark::DoNotOptimize(size);
+    }
+}
+
+void add(const char *name, void (*function)(benchmark::State &))
+{
+    benchmark::RegisterBenchmark(name, function)->Unit(benchmark::kMillisecond)->UseRealTime();
+}
+
 } // namespace
 
 void registerLookUpBenchmarks(Comparisons &comparisons)
@@ -153,4 +226,13 @@ void registerLookUpBenchmarks(Comparisons &comparisons)
     LookUp("miss, empty key", QString(), false).registerAll(comparisons);
     LookUp("hit in the last file", GeneratedContent::key(Files - 1, 0), true)
             .registerAll(comparisons);
+
+    const char *tooltip = "tooltip of a label in eight frames/Hovlets";
+    add(tooltip, askForLabelInFrames);
+    comparisons.add(tooltip, { "look-up miss/read + memmem" }, 1.5);
+    const char *again = "look-up miss, again/Hovlets";
+    const char *status = "look-up miss, again/status of each file";
+    add(again, missAgain);
+    add(status, askForStatus);
+    comparisons.add(again, { status }, 1.5);
 }

@@ -20,7 +20,7 @@ QStringList names(const HVControlFiles &files)
     QStringList names;
     const QList<HVControlFiles::File> all = files.files();
     for (const HVControlFiles::File &file : all)
-        names += QStringLiteral("%1 %2").arg(file.first).arg(file.second);
+        names += QStringLiteral("%1 %2").arg(file.path).arg(file.depth);
     return names;
 }
 

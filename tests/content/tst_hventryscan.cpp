@@ -155,6 +155,7 @@ private Q_SLOTS:
         QFETCH(QByteArray, file);
         QFETCH(QString, key);
         QVERIFY(HVEntryScan(key).mayHold(file));
+        QVERIFY(HVEntryKeys(file).mayHold(HVEntryScan(key)));
     }
 
     void shouldRefusePlainFilesWithoutTheKey_data()
@@ -196,6 +197,7 @@ private Q_SLOTS:
         QFETCH(QByteArray, file);
         QFETCH(QString, key);
         QVERIFY(!HVEntryScan(key).mayHold(file));
+        QVERIFY(!HVEntryKeys(file).mayHold(HVEntryScan(key)));
     }
 };
 

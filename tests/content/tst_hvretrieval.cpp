@@ -4,6 +4,7 @@
 #include "OpenCounter.h"
 #include "TestMain.h"
 
+#include <QtCore/QDateTime>
 #include <QtCore/QDir>
 
 using namespace Hovlets;
@@ -276,7 +277,7 @@ private Q_SLOTS:
         QVERIFY(!Found(*m_index, "k200000").entry());
     }
 
-    void shouldReadEachFileAgainAndOnlyOnce()
+    void shouldReadEachFileThatChangedAndOnce()
     {
         const QString a = index("Foo", "a", "<hovlets>" + entry("a", "1") + "</hovlets>");
         const QString b = index("Foo", "b", "<hovlets>" + entry("b", "1") + "</hovlets>");
@@ -291,6 +292,54 @@ private Q_SLOTS:
         QVERIFY(Found(*m_index, "b").entry());
         QCOMPARE(openedA.take(), 0);
         QCOMPARE(openedB.take(), 1);
+    }
+
+    void shouldOpenNoFileAgainForKeysThatItDoesNotHold()
+    {
+        const QString a = index("Foo", "a", "<hovlets>" + entry("a", "1") + "</hovlets>");
+        const QString b =
+                index("Foo", "b", "<hovlets locale=\"de_DE\">" + entry("b", "1") + "</hovlets>");
+        QTest::qWait(150); // a change within the grain of the time stamps could go unseen
+        OpenCounter openedA(a);
+        OpenCounter openedB(b);
+        for (const char *key : { "label", "", "frame", "", "window" })
+            QVERIFY(!Found(*m_index, key).entry());
+        QVERIFY(!Found(*m_index, "b").entry()); // in another locale
+        QVERIFY(!Found(*m_index, "label").entry());
+        QCOMPARE(openedA.take(), 1);
+        QCOMPARE(openedB.take(), 2); // the locale is learnt when an entry is parsed
+        QVERIFY(!Found(*m_index, "b").entry());
+        QCOMPARE(openedB.take(), 0);
+        QVERIFY(Found(*m_index, "b", QLocale(QStringLiteral("de_DE"))).entry());
+        QVERIFY(Found(*m_index, "a").entry());
+    }
+
+    void shouldSeeEveryChangeToAFileThatDidNotHoldTheKey()
+    {
+        QFETCH(QByteArray, changed);
+        const QByteArray content = "<hovlets locale=\"de_DE\">" + entry("b", "1") + "</hovlets>";
+        const QString path = index("Foo", "a", content);
+        QTest::qWait(150);
+        QVERIFY(!Found(*m_index, "a").entry());
+        QVERIFY(!Found(*m_index, "b").entry());
+
+        const QDateTime modified = QFileInfo(path).lastModified();
+        m_folder->add(QStringLiteral("Foo.hovlets/Control/a.xml"), changed);
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QVERIFY(file.setFileTime(modified, QFileDevice::FileModificationTime));
+        file.close();
+        QVERIFY(Found(*m_index, changed.contains("\"a\"") ? "a" : "b").entry());
+    }
+
+    void shouldSeeEveryChangeToAFileThatDidNotHoldTheKey_data()
+    {
+        QTest::addColumn<QByteArray>("changed");
+        QTest::newRow("key, same size")
+                << "<hovlets locale=\"en_US\">" + entry("a", "1") + "</hovlets>";
+        QTest::newRow("locale, same size")
+                << "<hovlets locale=\"en_US\">" + entry("b", "1") + "</hovlets>";
+        QTest::newRow("larger") << "<hovlets>" + entry("b", "1") + entry("a", "1") + "</hovlets>";
     }
 };
 

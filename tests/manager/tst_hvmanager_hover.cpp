@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HoverScene.h"
+#include "OpenCounter.h"
 #include "TestMain.h"
 #include "Text.h"
+
+#include <QtCore/QDateTime>
+#include <QtCore/QFileInfo>
 
 using namespace Hovlets;
 
@@ -50,6 +54,32 @@ private Q_SLOTS:
                  text("looking for Hovlet for key:unknown"));
         QVERIFY(scene.host().messagesOf(HVMessageError).isEmpty());
         QVERIFY(scene.host().messagesOf(HVMessageWarning).isEmpty());
+    }
+
+    /// Qt offers the tooltip of the label to each of its parents.
+    void shouldOpenEachFileOnceForTheTooltipOfAControlAndItsParents()
+    {
+        HoverScene scene;
+        QWidget *parent = scene.control;
+        for (int depth = 0; depth < 8; ++depth)
+            parent = new QWidget(parent);
+        auto *label = new Control(text("label"), parent);
+        scene.window.setObjectName(text("window"));
+        scene.control->setObjectName(QString());
+        scene.start();
+        const QString file = scene.packages.path() + text("/Scene.hovlets/Control/content.xml");
+        QTRY_VERIFY(QFileInfo(file).lastModified().msecsTo(QDateTime::currentDateTime()) > 150);
+
+        OpenCounter opened(file);
+        QVERIFY(!HoverScene::rest(*label));
+        const QStringList asked = scene.host().messagesOf(HVMessageInformation);
+        QCOMPARE(asked.filter(text("looking for Hovlet")).size(), 11);
+        QCOMPARE(opened.take(), 1);
+
+        scene.window.setObjectName(text("a")); // the file holds this one
+        HoverScene::rest(*label);
+        QCOMPARE(scene.shownKey(), text("a"));
+        QCOMPARE(opened.take(), 1);
     }
 
     void shouldAskTheHostForTheKey()

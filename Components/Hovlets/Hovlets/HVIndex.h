@@ -20,11 +20,12 @@ class HVXmlElement;
 /*!
  * \brief Records the content packages and their control files, and finds the entry for a key.
  *
- * The default index stores no entries: each look-up reads the control files, so authors see an edit
- * at the next hover. A host with content from elsewhere derives from this class, overrides
- * retrieve() and keys(), and passes its index to HVInterface. The library then asks that index for
- * every entry, while user interfaces, pictures and clips still come from the packages recorded
- * here. Do not derive from it to change the meaning of control files.
+ * The default index stores no entries, so authors see an edit at the next hover. A look-up reads
+ * the control files that have its key and those that changed since they were last read. A host with
+ * content from elsewhere derives from this class, overrides retrieve() and keys(), and passes its
+ * index to HVInterface. The library then asks that index for every entry, while user interfaces,
+ * pictures and clips still come from the packages recorded here. Do not derive from it to change
+ * the meaning of control files.
  *
  * GUI thread only. Files that cannot be read are skipped silently; those that are not well-formed
  * leave a line in Qt's debug output, in the category "hovlets.content". Nothing throws.

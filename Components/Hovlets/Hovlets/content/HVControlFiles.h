@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QtCore/QList>
-#include <QtCore/QPair>
 #include <QtCore/QSet>
 #include <QtCore/QString>
 
@@ -16,8 +15,20 @@ namespace Hovlets {
 class HVControlFiles
 {
 public:
-    /// Path, and the number of folder levels from the package folder down to the file.
-    using File = QPair<QString, int>;
+    struct File
+    {
+        QString path;
+        int depth; ///< number of folder levels from the package folder down to the file
+
+        friend bool operator==(const File &a, const File &b)
+        {
+            return a.depth == b.depth && a.path == b.path;
+        }
+        friend auto qHash(const File &file, decltype(qHash(QString())) seed = 0)
+        {
+            return ::qHash(file.path, seed);
+        }
+    };
 
     /// Adds \a file before or after all others. Returns false if it is already present.
     bool prepend(const File &file);

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <cctype>
+#include <functional>
+#include <optional>
 #include <string_view>
 
 namespace Hovlets {
@@ -82,77 +84,122 @@ bool hasPlainProlog(Bytes text)
     }
 }
 
-/// Whether the value means exactly its bytes, and they are not \a key.
-bool differs(Bytes value, Bytes key)
-{
-    return value != key && value.find('&') == Bytes::npos;
-}
-
 /*!
- * Whether the start tag of an entry has \a key, or may have it. \a text starts with its attributes.
+ * The key in the start tag of an entry, or nothing where only a parse can tell. \a text starts with
+ * the attributes.
  *
  * Without the attribute, the key is empty; of several, the parser uses the first.
  */
-bool tagMayCarry(Bytes text, Bytes key)
+std::optional<Bytes> keyInTag(Bytes text)
 {
     while (true) {
         skipSpace(text);
         if (text.empty())
-            return true;
+            return std::nullopt;
         if (text[0] == '>' || text[0] == '/')
-            return key.empty();
+            return Bytes();
 
         const auto nameEnd = std::find_if(text.begin(), text.end(), endsName);
         const Bytes name = text.substr(0, static_cast<size_t>(nameEnd - text.begin()));
         text.remove_prefix(name.size());
         skipSpace(text);
         if (name.empty() || text.empty() || text[0] != '=')
-            return true;
+            return std::nullopt;
         text.remove_prefix(1);
         skipSpace(text);
         if (text.empty() || (text[0] != '"' && text[0] != '\''))
-            return true;
+            return std::nullopt;
         const char quote = text[0];
         text.remove_prefix(1);
         // No value contains "<". Tags therefore never overlap, and the whole search remains linear.
         const char ends[] = { quote, '<' };
         const size_t end = text.find_first_of(Bytes(ends, sizeof ends));
         if (end == Bytes::npos || text[end] == '<')
-            return true;
+            return std::nullopt;
+        const Bytes value = text.substr(0, end);
         if (name == "key")
-            return !differs(text.substr(0, end), key);
+            return value.find('&') == Bytes::npos ? std::optional<Bytes>(value) : std::nullopt;
         text.remove_prefix(end + 1);
     }
+}
+
+/*!
+ * Calls \a visit for the key of each entry in order, and stops when it returns true.
+ *
+ * \return whether it was stopped, or there is an entry whose key only a parse can tell
+ */
+template <typename Visit> bool anyKey(Bytes text, Visit visit)
+{
+    if (!hasPlainProlog(text))
+        return true;
+    int roots = 0;
+    while (skipPast(text, EntryTag)) {
+        if (text.empty())
+            return false;
+        // A root inside the root counts as an entry with any key.
+        if (text[0] == 's' && ++roots > 1)
+            return true;
+        if (!isSpace(text[0]) && text[0] != '>' && text[0] != '/')
+            continue;
+        const std::optional<Bytes> key = keyInTag(text);
+        if (!key || visit(*key))
+            return true;
+    }
+    return false;
+}
+
+Bytes bytesOf(const QByteArray &array)
+{
+    return { array.constData(), static_cast<size_t>(array.size()) };
+}
+
+quint32 hashOf(Bytes key)
+{
+    return static_cast<quint32>(std::hash<Bytes>()(key));
+}
+
+/// Broken UTF-8 is read as U+FFFD. Therefore a key with that character may match any such bytes.
+/// A key that UTF-8 cannot represent changes when it is converted.
+bool isPlain(const QString &key, const QByteArray &utf8)
+{
+    return !key.contains(QChar::ReplacementCharacter) && QString::fromUtf8(utf8) == key;
 }
 
 } // namespace
 
 HVEntryScan::HVEntryScan(const QString &key)
     : m_key(key.toUtf8())
-    // Broken UTF-8 is read as U+FFFD. Therefore a key with that character may match any such bytes.
-    // A key that UTF-8 cannot represent changes when it is converted.
-    , m_plainKey(!key.contains(QChar::ReplacementCharacter) && QString::fromUtf8(m_key) == key)
+    , m_plainKey(isPlain(key, m_key))
+    , m_hash(hashOf(bytesOf(m_key)))
 {
 }
 
 bool HVEntryScan::mayHold(const QByteArray &file) const
 {
-    const Bytes text(file.constData(), static_cast<size_t>(file.size()));
-    const Bytes key(m_key.constData(), static_cast<size_t>(m_key.size()));
-    if (!m_plainKey || !hasPlainProlog(text))
-        return true;
+    const Bytes wanted = bytesOf(m_key);
+    return !m_plainKey || anyKey(bytesOf(file), [wanted](Bytes key) { return key == wanted; });
+}
 
-    int roots = 0;
-    for (Bytes rest = text; skipPast(rest, EntryTag);) {
-        if (rest.empty())
-            return false;
-        // A root inside the root counts as an entry with any key.
-        if (rest[0] == 's' && ++roots > 1)
-            return true;
-        if ((isSpace(rest[0]) || rest[0] == '>' || rest[0] == '/') && tagMayCarry(rest, key))
-            return true;
-    }
-    return false;
+HVEntryKeys::HVEntryKeys(const QByteArray &file)
+{
+    // Enough for any content that people write; beyond it, each look-up searches the file.
+    constexpr size_t MostKeys = 65536;
+
+    m_isComplete = !anyKey(bytesOf(file), [this](Bytes key) {
+        m_hashes.push_back(hashOf(key));
+        return m_hashes.size() > MostKeys;
+    });
+    if (!m_isComplete)
+        m_hashes.clear();
+    std::sort(m_hashes.begin(), m_hashes.end());
+    m_hashes.erase(std::unique(m_hashes.begin(), m_hashes.end()), m_hashes.end());
+    m_hashes.shrink_to_fit();
+}
+
+bool HVEntryKeys::mayHold(const HVEntryScan &key) const
+{
+    return !m_isComplete || !key.m_plainKey
+            || std::binary_search(m_hashes.begin(), m_hashes.end(), key.m_hash);
 }
 
 } // namespace Hovlets

@@ -4,6 +4,8 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 
+#include <vector>
+
 namespace Hovlets {
 
 /*!
@@ -20,11 +22,36 @@ public:
     explicit HVEntryScan(const QString &key);
 
     /// False if no "hovlet" element of the file has the key.
-    bool mayHold(const QByteArray &file) const;
+    [[nodiscard]] bool mayHold(const QByteArray &file) const;
 
 private:
+    friend class HVEntryKeys;
+
     QByteArray m_key;
     bool m_plainKey;
+    quint32 m_hash;
+};
+
+/*!
+ * \brief The keys of all entries in the bytes of a control file, four bytes each.
+ *
+ * Answers as HVEntryScan does for the same bytes, without them, except that it may say "maybe" for
+ * a key that only resembles one of the file's.
+ */
+class HVEntryKeys
+{
+public:
+    /// The keys of no file; "maybe" for every key.
+    HVEntryKeys() = default;
+
+    explicit HVEntryKeys(const QByteArray &file);
+
+    /// False if no "hovlet" element of the file has the key.
+    [[nodiscard]] bool mayHold(const HVEntryScan &key) const;
+
+private:
+    bool m_isComplete = false;
+    std::vector<quint32> m_hashes; // sorted
 };
 
 } // namespace Hovlets

@@ -5,6 +5,7 @@
 #include "HVControlFiles.h"
 #include "HVEntryScan.h"
 #include "HVFileBytes.h"
+#include "HVFileMemory.h"
 #include "HVLimits.h"
 #include "HVSearchedPackages.h"
 #include "HVXmlElement.h"
@@ -41,11 +42,13 @@ public:
     QPointer<HVContext> context;
     QStringList dataPaths;
     HVControlFiles controlFiles;
+    HVFileMemory memory;
     QMap<QString, QStringList> packages; // folders by name, in the order of registration
     HVSearchedPackages searched;
     // Cached because the files of a package are adjacent, and finding its name reads the disk.
-    QPair<QString, QString> lastMapped; // location, and the suffix at that time
-    QSet<QPair<QString, QString>> reported; // file and reason
+    QString lastMapped; // location
+    QString lastSuffix; // at that time
+    QSet<QString> reported;
     bool inUpdate = false;
 
     /// The bytes of a control file or the key-data file.
@@ -68,12 +71,12 @@ public:
 
     void reportSkipped(const QString &file, const QString &reason)
     {
-        const QPair<QString, QString> report(file, reason);
-        if (reason.isNull() || reported.contains(report))
-            return;
-        reported.insert(report);
         // A QStringLiteral would add a symbol to those that hosts see.
-        Q_EMIT owner->fileSkipped(QLatin1String("%1 is skipped: %2").arg(file, reason));
+        const QString message = QLatin1String("%1 is skipped: %2").arg(file, reason);
+        if (reason.isNull() || reported.contains(message))
+            return;
+        reported.insert(message);
+        Q_EMIT owner->fileSkipped(message);
     }
 };
 
@@ -154,10 +157,13 @@ HVXmlElement *HVIndex::retrieve(const QString &key, const QLocale &locale, QStri
                                 int &depth, HVXmlElement *&root)
 {
     const QList<HVControlFiles::File> files = d->controlFiles.files(); // messages may add files
+    const HVEntryScan scan(key);
     for (const HVControlFiles::File &file : files) {
-        if (HVXmlElement *entry = load(key, file.first, locale, root)) {
-            depth = qMax(1, file.second);
-            path = QFileInfo(file.first).absolutePath();
+        if (!d->memory.mayHold(file.path, scan, locale))
+            continue;
+        if (HVXmlElement *entry = load(key, file.path, locale, root)) {
+            depth = qMax(1, file.depth);
+            path = QFileInfo(file.path).absolutePath();
             return entry;
         }
     }
@@ -193,10 +199,10 @@ QStringList HVIndex::keys()
     HVXmlParser parser(&HVIndex::indexDataShouldGenerateElement);
     const QList<HVControlFiles::File> files = d->controlFiles.files();
     for (const HVControlFiles::File &file : files) {
-        const HVFileBytes read = d->read(file.first);
+        const HVFileBytes read = d->read(file.path);
         if (read.result != HVFileBytes::Read)
             continue;
-        const QList<QObject *> objects = d->parse(parser, file.first, read.bytes);
+        const QList<QObject *> objects = d->parse(parser, file.path, read.bytes);
         Q_ASSERT_X(!objects.isEmpty(), "HVIndex::keys", "a control file without a root element");
         if (objects.isEmpty())
             continue;
@@ -227,12 +233,14 @@ void HVIndex::indexControlFile(const QString &file, const QString &location)
 void HVIndex::mapControlFile(const QString &file, const QString &location)
 {
     Q_UNUSED(file)
-    const QPair<QString, QString> package(location, packageSuffix(context()));
-    if (d->lastMapped == package)
+    const QString suffix = packageSuffix(context());
+    if (d->lastMapped == location && d->lastSuffix == suffix)
         return;
     const QString name = packageNameForLocation(location);
-    if (!name.isNull()) // a folder that does not exist yet may appear later
-        d->lastMapped = package;
+    if (!name.isNull()) { // a folder that does not exist yet may appear later
+        d->lastMapped = location;
+        d->lastSuffix = suffix;
+    }
     d->searched.clear();
     QStringList &folders = d->packages[name];
     if (!folders.contains(location))
@@ -254,19 +262,23 @@ QString HVIndex::packageNameForLocation(const QString &location) const
 HVXmlElement *HVIndex::load(const QString &key, const QString &file, const QLocale &locale,
                             HVXmlElement *&root)
 {
-    const QByteArray bytes = d->read(file).bytes;
-    if (bytes.isEmpty() || !HVEntryScan(key).mayHold(bytes))
+    const HVEntryScan scan(key);
+    const HVFileBytes read = d->read(file);
+    const bool mayHold = d->memory.remember(file, read).mayHold(scan);
+    if (read.bytes.isEmpty() || !mayHold || !scan.mayHold(read.bytes))
         return nullptr;
 
     QString wanted = key;
     HVXmlParser parser(&entryShouldGenerate, &wanted);
     parser.registerElement(QStringLiteral("HVXmlElement"), &HVXmlElement::staticMetaObject);
-    const QList<QObject *> objects = d->parse(parser, file, bytes);
+    const QList<QObject *> objects = d->parse(parser, file, read.bytes);
     auto *top = objects.size() == 1 ? qobject_cast<HVXmlElement *>(objects.constFirst()) : nullptr;
     auto *entry = top && top->children().size() == 1 && parser.isClosed()
             ? qobject_cast<HVXmlElement *>(top->children().constFirst())
             : nullptr;
     const QString fileLocale = top ? top->attribute(QStringLiteral("locale")) : QString();
+    if (entry)
+        d->memory.rememberLocale(file, fileLocale);
     if (!entry || (!fileLocale.isEmpty() && QLocale(fileLocale) != locale)) {
         qDeleteAll(objects);
         return nullptr;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVHoverEvents.h"
 
+#include "HVFileMemory.h"
 #include "HVHoverPopup.h"
 #include "HVManager.h"
 #include "HVWidget.h"
@@ -18,6 +19,9 @@ HVHoverEvents::HVHoverEvents(HVManager &manager, HVHoverPopup &popup)
 
 bool HVHoverEvents::filter(QObject *object, QEvent *event)
 {
+    if (event->type() == QEvent::ToolTip)
+        return showToolTip(object, *static_cast<QHelpEvent *>(event));
+    m_passed.clear();
     switch (event->type()) {
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonRelease:
@@ -25,9 +29,6 @@ bool HVHoverEvents::filter(QObject *object, QEvent *event)
     case QEvent::MouseMove:
         m_manager.mouseMoveEventFilter(object, static_cast<QMouseEvent *>(event));
         return false;
-    case QEvent::ToolTip:
-        return m_manager.show(m_manager.keyForObject(object),
-                              static_cast<QHelpEvent *>(event)->globalPos(), object);
     case QEvent::ApplicationDeactivate:
         if (m_popup.widget())
             m_popup.widget()->hide();
@@ -35,6 +36,20 @@ bool HVHoverEvents::filter(QObject *object, QEvent *event)
     default:
         return false;
     }
+}
+
+bool HVHoverEvents::showToolTip(QObject *object, const QHelpEvent &event)
+{
+    const bool isPassedOn =
+            m_passed && m_passed->parent() == object && m_passedAt == event.globalPos();
+    if (!isPassedOn)
+        m_pass = HVToolTipPass::next();
+    const HVToolTipPass pass(m_pass);
+    const QPointer<QObject> control(object);
+    const bool handled = m_manager.show(m_manager.keyForObject(object), event.globalPos(), object);
+    m_passed = control; // last: code of the host may have sent events meanwhile
+    m_passedAt = event.globalPos();
+    return handled;
 }
 
 void HVHoverEvents::pointerMoved(const QPoint &position)

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QtCore/QPoint>
+#include <QtCore/QPointer>
+
 class QEvent;
-class QObject;
-class QPoint;
+class QHelpEvent;
 
 namespace Hovlets {
 
@@ -28,8 +30,15 @@ public:
     void buttonUsed(QObject *object);
 
 private:
+    bool showToolTip(QObject *object, const QHelpEvent &event);
+
     HVManager &m_manager;
     HVHoverPopup &m_popup;
+
+    // The tooltip that Qt is passing from a control to its parents.
+    quint64 m_pass = 0;
+    QPointer<QObject> m_passed; // the last one that was offered it; null after any other event
+    QPoint m_passedAt;
 };
 
 } // namespace Hovlets

@@ -23,7 +23,7 @@ constexpr qint64 NsPerMs = 1000000;
 constexpr qint64 LargestArray = std::numeric_limits<int>::max() / 2;
 
 /// Whether a change at \a time (ns) is old enough to have a time stamp that no later one shares.
-bool isSettled(qint64 time)
+bool isLongAgo(qint64 time)
 {
     return QDateTime::currentMSecsSinceEpoch() - time / NsPerMs > 100;
 }
@@ -32,13 +32,16 @@ bool isSettled(qint64 time)
 HVFileBytes fromQt(const QString &path, qint64 size, qint64 limit)
 {
     if (QFileInfo::exists(path) && !QFileInfo(path).isFile())
-        return { QFileInfo(path).isDir() ? HVFileBytes::Unreadable : HVFileBytes::NotRegular, {} };
+        return { QFileInfo(path).isDir() ? HVFileBytes::Unreadable : HVFileBytes::NotRegular,
+                 {},
+                 {} };
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         return {};
     if (file.size() > limit)
-        return { HVFileBytes::TooLarge, {} };
-    return { HVFileBytes::Read, file.read(size) };
+        return { HVFileBytes::TooLarge, {}, {} };
+    const HVFileStatus status(path);
+    return { HVFileBytes::Read, file.read(size), status };
 }
 
 #ifdef Q_OS_UNIX
@@ -80,13 +83,13 @@ HVFileBytes fromSystem(const QString &path, qint64 size, qint64 limit)
     const Descriptor file(path);
     struct stat status = {};
     if (file.number() < 0)
-        return { errno == ENXIO ? HVFileBytes::NotRegular : HVFileBytes::Unreadable, {} };
+        return { errno == ENXIO ? HVFileBytes::NotRegular : HVFileBytes::Unreadable, {}, {} };
     if (::fstat(file.number(), &status) != 0 || S_ISDIR(status.st_mode))
         return {};
     if (!S_ISREG(status.st_mode))
-        return { HVFileBytes::NotRegular, {} };
+        return { HVFileBytes::NotRegular, {}, {} };
     if (status.st_size > limit)
-        return { HVFileBytes::TooLarge, {} };
+        return { HVFileBytes::TooLarge, {}, {} };
 
     // Some system files are larger than their status says, and others grow while they are read.
     QByteArray bytes;
@@ -102,7 +105,7 @@ HVFileBytes fromSystem(const QString &path, qint64 size, qint64 limit)
         used += std::max<ssize_t>(got, 0);
     } while ((got > 0 && used < size) || (got < 0 && errno == EINTR));
     bytes.truncate(static_cast<int>(used));
-    return got < 0 ? HVFileBytes() : HVFileBytes { HVFileBytes::Read, bytes };
+    return got < 0 ? HVFileBytes() : HVFileBytes { HVFileBytes::Read, bytes, HVFileStatus(status) };
 }
 
 HVFileBytes firstBytes(const QString &path, qint64 size, qint64 limit)
@@ -125,7 +128,7 @@ HVFileBytes HVFileBytes::all(const QString &path, qint64 limit)
 {
     const qint64 most = std::clamp<qint64>(limit, 0, LargestArray);
     HVFileBytes file = firstBytes(path, most + 1, most);
-    return file.bytes.size() > most ? HVFileBytes { TooLarge, {} } : file;
+    return file.bytes.size() > most ? HVFileBytes { TooLarge, {}, {} } : file;
 }
 
 HVFileBytes HVFileBytes::head(const QString &path, int size, qint64 limit)
@@ -150,8 +153,12 @@ QString HVFileBytes::problem(qint64 limit) const
 HVFileStatus::HVFileStatus(const QString &path)
 {
     struct stat status = {};
-    if (::stat(QFile::encodeName(path).constData(), &status) != 0)
-        return;
+    if (::stat(QFile::encodeName(path).constData(), &status) == 0)
+        *this = HVFileStatus(status);
+}
+
+HVFileStatus::HVFileStatus(const struct ::stat &status)
+{
 #    ifdef Q_OS_DARWIN
     const timespec &modified = status.st_mtimespec;
     const timespec &changed = status.st_ctimespec;
@@ -165,7 +172,7 @@ HVFileStatus::HVFileStatus(const QString &path)
     m_size = status.st_size;
     m_modified = modified.tv_sec * 1000 * NsPerMs + modified.tv_nsec;
     m_changed = changed.tv_sec * 1000 * NsPerMs + changed.tv_nsec;
-    m_isSettled = isSettled(m_modified) && isSettled(m_changed);
+    m_isSettled = isLongAgo(m_modified) && isLongAgo(m_changed);
 }
 
 #else
@@ -177,7 +184,7 @@ HVFileStatus::HVFileStatus(const QString &path)
     m_size = info.size();
     m_modified = info.lastModified().toMSecsSinceEpoch() * NsPerMs;
     m_changed = info.metadataChangeTime().toMSecsSinceEpoch() * NsPerMs;
-    m_isSettled = isSettled(m_modified) && isSettled(m_changed);
+    m_isSettled = isLongAgo(m_modified) && isLongAgo(m_changed);
 }
 
 #endif

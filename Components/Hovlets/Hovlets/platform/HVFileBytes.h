@@ -4,7 +4,39 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 
+struct stat;
+
 namespace Hovlets {
+
+/*!
+ * \brief The status of a file, for a cheap test whether it has changed.
+ */
+class HVFileStatus
+{
+public:
+    HVFileStatus() = default;
+    explicit HVFileStatus(const QString &path);
+    explicit HVFileStatus(const struct ::stat &status);
+
+    /*!
+     * Whether nobody replaced or wrote the file between this status and a later one of the same
+     * path. Also false if the time stamps cannot prove it: they are too coarse to distinguish
+     * changes within a tenth of a second.
+     */
+    [[nodiscard]] bool isSameAs(const HVFileStatus &later) const;
+
+    /// Whether a later change would show in a later status.
+    [[nodiscard]] bool isSettled() const { return m_isSettled; }
+
+private:
+    bool m_exists = false;
+    quint64 m_device = 0;
+    quint64 m_file = 0; // number on the device
+    qint64 m_size = 0;
+    qint64 m_modified = 0; // ns
+    qint64 m_changed = 0; // ns; nobody can set it back
+    bool m_isSettled = false; // the last change was well before the status was taken
+};
 
 /*!
  * \brief Reads untrusted files.
@@ -24,6 +56,7 @@ struct HVFileBytes
 
     Result result = Unreadable;
     QByteArray bytes; ///< empty unless the file was read
+    HVFileStatus status; ///< taken before the bytes were read
 
     /// The whole content of a file of at most \a limit bytes.
     static HVFileBytes all(const QString &path, qint64 limit);
@@ -34,32 +67,6 @@ struct HVFileBytes
 
     /// The reason why an existing file was not read with a \a limit, or a null string.
     QString problem(qint64 limit) const;
-};
-
-/*!
- * \brief The status of a file, for a cheap test whether it has changed.
- */
-class HVFileStatus
-{
-public:
-    HVFileStatus() = default;
-    explicit HVFileStatus(const QString &path);
-
-    /*!
-     * Whether nobody replaced or wrote the file between this status and a later one of the same
-     * path. Also false if the time stamps cannot prove it: they are too coarse to distinguish
-     * changes within a tenth of a second.
-     */
-    bool isSameAs(const HVFileStatus &later) const;
-
-private:
-    bool m_exists = false;
-    quint64 m_device = 0;
-    quint64 m_file = 0; // inode number
-    qint64 m_size = 0;
-    qint64 m_modified = 0; // ns
-    qint64 m_changed = 0; // ns; unlike m_modified, programs cannot set it
-    bool m_isSettled = false; // the last change was well before this status was taken
 };
 
 } // namespace Hovlets

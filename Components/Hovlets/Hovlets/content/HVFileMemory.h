@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "HVEntryScan.h"
+#include "HVFileBytes.h"
+
+#include <QtCore/QHash>
+#include <QtCore/QLocale>
+#include <QtCore/QString>
+
+namespace Hovlets {
+
+/*!
+ * \brief The way of one tooltip from a control to its parents, during which the status of each file
+ * is asked for once.
+ *
+ * Construct one around each of the look-ups of the tooltip. GUI thread only; scopes nest.
+ */
+class HVToolTipPass
+{
+    Q_DISABLE_COPY_MOVE(HVToolTipPass)
+
+public:
+    /// \a number is the tooltip's, from next().
+    explicit HVToolTipPass(quint64 number) noexcept;
+    ~HVToolTipPass();
+
+    /// A number for a new tooltip.
+    [[nodiscard]] static quint64 next() noexcept;
+
+    /// The number of the innermost scope; 0 outside of all.
+    [[nodiscard]] static quint64 current() noexcept;
+
+private:
+    quint64 m_outer;
+};
+
+/*!
+ * \brief Remembers the keys and the locale of each control file that was read.
+ *
+ * Most controls under the pointer have no entry, and Qt passes their tooltip to each parent in
+ * turn. For the keys that a file does not have, its status then answers instead of its bytes.
+ * Entries are not kept: a file that may have the key, or may have changed, is read again. GUI
+ * thread only.
+ */
+class HVFileMemory
+{
+public:
+    /// False if the file has not changed since it was read and has no entry for \a key in
+    /// \a locale.
+    [[nodiscard]] bool mayHold(const QString &file, const HVEntryScan &key, const QLocale &locale);
+
+    /// Remembers a file that was read, and returns its keys.
+    const HVEntryKeys &remember(const QString &file, const HVFileBytes &read);
+
+    /// Remembers the locale that the file's root element names, if it names one.
+    void rememberLocale(const QString &file, const QString &locale);
+
+private:
+    struct Known
+    {
+        HVFileStatus status;
+        HVEntryKeys keys;
+        quint64 pass = 0; // in which the file was last found unchanged
+        QString locale; // empty if unknown, or if the file serves every locale
+    };
+
+    QHash<QString, Known> m_files;
+};
+
+} // namespace Hovlets
