@@ -123,7 +123,7 @@ private:
         return m_prefix + name;
     }
 
-    /// Each look-up by an index of its own: it has read none of the files before.
+    /// Uses a new index for each look-up, which has not read any of the files before.
     void retrieve(benchmark::State &state) const
     {
         for (auto _ : state) {
@@ -157,8 +157,8 @@ private:
     bool m_hit;
 };
 
-/// The questions of one tooltip over a label without content: Qt passes it to each parent in turn,
-/// here to eight frames without a name and to the window, and each is looked up in both locales.
+/// The look-ups of one tooltip over a label without content. Qt offers it to each parent in turn,
+/// here eight frames without a name and the window. Each is looked up in both locales.
 void askForLabelInFrames(benchmark::State &state)
 {
     for (auto _ : state) {
@@ -182,7 +182,7 @@ void askForLabelInFrames(benchmark::State &state)
     }
 }
 
-/// A look-up that misses again, in files that have not changed since.
+/// Another look-up without a result, in files that have not changed since.
 void missAgain(benchmark::State &state)
 {
     HVContext context;

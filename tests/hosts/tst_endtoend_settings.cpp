@@ -96,7 +96,7 @@ private Q_SLOTS:
         ToolTipCounter counter;
         qApp->installEventFilter(&counter);
         Pointer::moveTo(m_window->centerOf("b"));
-        QTRY_VERIFY(counter.toolTips > 0); // the toolkit's moment has come
+        QTRY_VERIFY(counter.toolTips > 0); // the toolkit's delay has passed
         QTRY_COMPARE(title(), QStringLiteral("Title of %1").arg(safePath ? 'a' : 'b'));
         Pointer::moveTo(popup()->geometry().center());
         QTRY_COMPARE(QApplication::widgetAt(QCursor::pos()), m_host->view());
@@ -109,7 +109,7 @@ private Q_SLOTS:
         settings().set(HVKeySafePath, true);
         settings().set(HVKeySafePathDwell, 100);
         QVERIFY(hover("a"));
-        stopAskingForTooltips(); // it is the library that does
+        stopAskingForTooltips(); // the library shows it, not the toolkit
         Pointer::moveTo(m_window->centerOf("b"));
         QTRY_VERIFY(isShowing("b"));
         Pointer::moveTo(m_window->centerOf("unknown"));
@@ -131,7 +131,7 @@ private Q_SLOTS:
         QTRY_COMPARE(QCursor::pos(), between);
         QVERIFY(popup()->isSafe(between));
         QVERIFY(popup()->isVisible());
-        Pointer::moveAway(); // of which no event tells
+        Pointer::moveAway(); // no event reports this move
         QTRY_VERIFY(!popup()->isVisible());
     }
 

@@ -14,7 +14,7 @@ namespace {
 constexpr int Dwell = 40; // ms
 constexpr int Never = 600000; // ms
 
-/// As the window under the pointer gets it.
+/// Sends a mouse move to the window under the pointer, as the platform does.
 void move(QWidget *widget, const QPoint &local)
 {
     const QPoint global = widget->mapToGlobal(local);
@@ -26,7 +26,7 @@ void move(QWidget *widget, const QPoint &local)
 
 } // namespace
 
-/// Other controls on the way from a control to its popup.
+/// Tests other controls on the way from a control to its popup.
 class tst_HVPathWatch : public QObject
 {
     Q_OBJECT
@@ -72,7 +72,7 @@ private Q_SLOTS:
         show();
         move(m_other, { 25, 10 });
         QTRY_COMPARE(m_scene->shownKey(), QStringLiteral("b"));
-        // And back: the other one is on screen now.
+        // And back: the other control's popup is visible now.
         move(m_scene->control, { 25, 25 });
         QTRY_COMPARE(m_scene->shownKey(), QStringLiteral("a"));
     }
@@ -109,7 +109,7 @@ private Q_SLOTS:
         m_scene->context().set(HVKeySafePathDwell, Dwell);
         show();
         move(m_plain, { 10, 10 });
-        // It is asked once what it has.
+        // The control is asked only once.
         QTRY_VERIFY(m_plain->toolTips > 0
                     || m_scene->host()
                                .messagesOf(HVMessageInformation)
@@ -134,7 +134,7 @@ private Q_SLOTS:
         move(&bar, bar.tabRect(1).center());
         QHelpEvent event(QEvent::ToolTip, bar.tabRect(1).center(),
                          bar.mapToGlobal(bar.tabRect(1).center()));
-        bar.setObjectName(QStringLiteral("b")); // as a host answers for the other tab
+        bar.setObjectName(QStringLiteral("b")); // a host would return this key for the other tab
         QCoreApplication::sendEvent(&bar, &event);
         QCOMPARE(m_scene->shownKey(), QStringLiteral("a"));
     }
@@ -182,7 +182,7 @@ private Q_SLOTS:
     }
 
 private:
-    /// The popup for the control, with the pointer over it.
+    /// Shows the popup for the control, with the pointer over it.
     void show() { show(*m_scene->control, { 25, 25 }); }
 
     void show(QWidget &widget, const QPoint &local)

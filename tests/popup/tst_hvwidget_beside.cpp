@@ -18,7 +18,7 @@ constexpr int EdgeDistance = 8;
 
 } // namespace
 
-/// A popup beside its control, which is at (300, 300) and 100 x 30 large.
+/// Tests a popup beside its control, which is at (300, 300) with a size of 100 x 30.
 class tst_HVWidgetBeside : public QObject
 {
     Q_OBJECT

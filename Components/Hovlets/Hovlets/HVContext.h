@@ -14,9 +14,9 @@ typedef int HVContextKey;
 
 namespace Hovlets {
 
-/// Where a popup goes: values of HVKeyPlacement.
+/// The position of a popup: values of HVKeyPlacement.
 enum HVPopupPlacement : int {
-    /// HVKeyCursorOffset from the cursor.
+    /// At HVKeyCursorOffset from the cursor.
     HVPlaceAtCursor = 0,
     /// Below, above, right or left of the control, or of its part, such as a tab; never over it.
     HVPlaceBesideControl = 1
@@ -101,15 +101,15 @@ enum contextKey {
     HVKeyTranslationName = 37,
     /// bool, false: control files can name only files in packages, with symbolic links resolved.
     HVKeyConfineContent = 1000,
-    /// int, HVPopupPlacement, 0: where a popup goes. Ignored for what is not a widget.
+    /// int, HVPopupPlacement, 0: position of a popup. Applies only to controls that are widgets.
     HVKeyPlacement = 1100,
-    /// QRegion, global px, not set: what a popup beside its control leaves in view.
+    /// QRegion, global px, not set: area that a popup beside its control leaves visible.
     HVKeyKeepClear = 1101,
-    /// bool, false: controls between a control and its popup do not take the popup away.
+    /// bool, false: controls between a control and its popup do not hide the popup.
     HVKeySafePath = 1110,
-    /// int, ms, 180: with HVKeySafePath, the rest on another control that takes the popup away.
+    /// int, ms, 180: with HVKeySafePath, the rest on another control after which that takes over.
     HVKeySafePathDwell = 1111,
-    /// int, ms, 0: the rest until a popup shows while none is up; never before Qt's tooltip.
+    /// int, ms, 0: rest before the first popup shows; never earlier than Qt's tooltip.
     HVKeyShowDelay = 1120,
     /// int, ms, 0: after this time with the mouse, the simple popup becomes the full one; 0: never.
     HVKeyExpandDelay = 1121,

@@ -85,8 +85,8 @@ bool hasPlainProlog(Bytes text)
 }
 
 /*!
- * The key in the start tag of an entry, or nothing where only a parse can tell. \a text starts with
- * the attributes.
+ * The key in the start tag of an entry, or no value if only a parser can determine it. \a text
+ * starts with the attributes.
  *
  * Without the attribute, the key is empty; of several, the parser uses the first.
  */
@@ -126,7 +126,7 @@ std::optional<Bytes> keyInTag(Bytes text)
 /*!
  * Calls \a visit for the key of each entry in order, and stops when it returns true.
  *
- * \return whether it was stopped, or there is an entry whose key only a parse can tell
+ * \return whether it stopped, or an entry has a key that only a parser can determine
  */
 template <typename Visit> bool anyKey(Bytes text, Visit visit)
 {
@@ -182,7 +182,7 @@ bool HVEntryScan::mayHold(const QByteArray &file) const
 
 HVEntryKeys::HVEntryKeys(const QByteArray &file)
 {
-    // Enough for any content that people write; beyond it, each look-up searches the file.
+    // Enough for any content that people write. With more keys, each look-up searches the file.
     constexpr size_t MostKeys = 65536;
 
     m_isComplete = !anyKey(bytesOf(file), [this](Bytes key) {

@@ -33,15 +33,15 @@ private:
 };
 
 /*!
- * \brief The keys of all entries in the bytes of a control file, four bytes each.
+ * \brief The keys of all entries in the bytes of a control file, in four bytes each.
  *
- * Answers as HVEntryScan does for the same bytes, without them, except that it may say "maybe" for
- * a key that only resembles one of the file's.
+ * Gives the same answers as HVEntryScan for these bytes, but does not store the bytes. It may say
+ * "maybe" for a key that only resembles one of the file's.
  */
 class HVEntryKeys
 {
 public:
-    /// The keys of no file; "maybe" for every key.
+    /// Stands for an unknown file: "maybe" for every key.
     HVEntryKeys() = default;
 
     explicit HVEntryKeys(const QByteArray &file);

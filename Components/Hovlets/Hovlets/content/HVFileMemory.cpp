@@ -23,7 +23,7 @@ HVToolTipPass::~HVToolTipPass()
 
 quint64 HVToolTipPass::next() noexcept
 {
-    static quint64 last = 0; // of all managers: they may share an index
+    static quint64 last = 0; // shared by all managers, because they may share an index
     return ++last;
 }
 

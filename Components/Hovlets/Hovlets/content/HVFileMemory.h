@@ -11,24 +11,24 @@
 namespace Hovlets {
 
 /*!
- * \brief The way of one tooltip from a control to its parents, during which the status of each file
- * is asked for once.
+ * \brief The time in which Qt offers one tooltip to a control and its parents. The status of each
+ * file is queried only once during it.
  *
- * Construct one around each of the look-ups of the tooltip. GUI thread only; scopes nest.
+ * Construct one around each look-up for the tooltip. GUI thread only; scopes nest.
  */
 class HVToolTipPass
 {
     Q_DISABLE_COPY_MOVE(HVToolTipPass)
 
 public:
-    /// \a number is the tooltip's, from next().
+    /// \a number identifies the tooltip; see next().
     explicit HVToolTipPass(quint64 number) noexcept;
     ~HVToolTipPass();
 
     /// A number for a new tooltip.
     [[nodiscard]] static quint64 next() noexcept;
 
-    /// The number of the innermost scope; 0 outside of all.
+    /// The number of the innermost scope; 0 outside any scope.
     [[nodiscard]] static quint64 current() noexcept;
 
 private:
@@ -38,9 +38,9 @@ private:
 /*!
  * \brief Remembers the keys and the locale of each control file that was read.
  *
- * Most controls under the pointer have no entry, and Qt passes their tooltip to each parent in
- * turn. For the keys that a file does not have, its status then answers instead of its bytes.
- * Entries are not kept: a file that may have the key, or may have changed, is read again. GUI
+ * Most controls under the pointer have no entry, and Qt offers their tooltip to each parent in
+ * turn. For keys that a file does not have, its status then suffices, and its bytes are not read.
+ * Entries are not stored: a file that may have the key, or may have changed, is read again. GUI
  * thread only.
  */
 class HVFileMemory
@@ -53,7 +53,7 @@ public:
     /// Remembers a file that was read, and returns its keys.
     const HVEntryKeys &remember(const QString &file, const HVFileBytes &read);
 
-    /// Remembers the locale that the file's root element names, if it names one.
+    /// Remembers the locale in the file's root element, if it has one.
     void rememberLocale(const QString &file, const QString &locale);
 
 private:
@@ -61,7 +61,7 @@ private:
     {
         HVFileStatus status;
         HVEntryKeys keys;
-        quint64 pass = 0; // in which the file was last found unchanged
+        quint64 pass = 0; // last pass in which the file was found unchanged
         QString locale; // empty if unknown, or if the file serves every locale
     };
 

@@ -348,7 +348,8 @@ QStringList HVIndex::componentPathsForElement(const HVXmlElement *element,
     return paths;
 }
 
-/// The folders of componentPathsForElement(), each once: a control file may name a package often.
+/// The folders of componentPathsForElement() without duplicates: a control file may name a package
+/// often.
 QStringList HVIndex::distinctFoldersForElement(const HVXmlElement *element) const
 {
     if (!element)

@@ -25,7 +25,7 @@ public:
      */
     [[nodiscard]] bool isSameAs(const HVFileStatus &later) const;
 
-    /// Whether a later change would show in a later status.
+    /// Whether any later change would be visible in a later status.
     [[nodiscard]] bool isSettled() const { return m_isSettled; }
 
 private:

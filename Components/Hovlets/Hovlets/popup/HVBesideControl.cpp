@@ -12,7 +12,7 @@ namespace Hovlets {
 
 namespace {
 
-constexpr int MaximumRegions = 64; // a curved selection has one for each line of pixels
+constexpr int MaximumRegions = 64; // a curved selection has one for each row of pixels
 
 QVector<QRect> rectanglesOf(const QRegion &region)
 {

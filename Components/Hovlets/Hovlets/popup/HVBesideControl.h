@@ -11,25 +11,25 @@ class QWidget;
 
 namespace Hovlets {
 
-/// The screen that holds the middle of \a widget; that of its window if none does.
+/// The screen that contains the middle of \a widget, or that of its window if none does.
 QScreen *screenOf(const QWidget &widget);
 
-/// The part of \a control at \a position that is visible, cut off by what the control lies in.
+/// The visible part of \a control at \a position, clipped by the parents of the control.
 HVControlPart visiblePartAt(const QWidget &control, const QPoint &position);
 
 /*!
- * \brief The place of one popup beside the control that it was shown for.
+ * \brief The place of a popup beside the control for which it is shown.
  *
- * Everything is global, in pixels. GUI thread only.
+ * Coordinates are global, in pixels. GUI thread only.
  */
 class HVBesideControl
 {
 public:
-    /// The cursor is at \a position over \a control; \a keepClear stays in view, as open menus do.
+    /// The cursor is at \a position over \a control. The popup avoids \a keepClear and open menus.
     HVBesideControl(const QWidget &control, const QPoint &position, const QRegion &keepClear);
 
-    /// The top-left corner for a popup of this size. A popup that has a place keeps the edge that
-    /// is next to the control.
+    /// The top-left corner for a popup of this size. If the popup already has a place, its edge
+    /// that faces the control does not move.
     QPoint cornerFor(const QSize &popup);
 
 private:

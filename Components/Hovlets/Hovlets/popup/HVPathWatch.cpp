@@ -23,8 +23,8 @@ namespace {
 
 constexpr int OutsideInterval = 100; // ms
 
-/// The widget under the pointer, for an event at \a position that \a object receives. It asks the
-/// display nothing, as QApplication::widgetAt() does.
+/// The widget under the pointer for an event at \a position that \a object receives. Unlike
+/// QApplication::widgetAt(), does not query the display.
 QWidget *widgetUnder(QObject *object, const QPoint &position)
 {
     QWidget *receiver = qobject_cast<QWidget *>(object);
@@ -117,7 +117,7 @@ HVSafePath::Over HVPathWatch::over(const Target &target) const
         return Over::Other;
     if (m_control.widget && m_control.widget != target.widget
         && m_control.widget->isAncestorOf(target.widget))
-        return Over::Origin; // a part that Qt made, such as the field of a spin box
+        return Over::Origin; // a part that Qt created, such as the line edit of a spin box
     return Over::Nothing;
 }
 
@@ -136,12 +136,13 @@ HVSafePath::Verdict HVPathWatch::pointerMoved(QWidget *widget, const QPoint &pos
     return verdict;
 }
 
-/// Whether nobody is to see the tooltip event for \a widget.
+/// Whether the tooltip event for \a widget must not go any further.
 bool HVPathWatch::consumes(QWidget *widget, const QPoint &position)
 {
     if (m_letsTakeOver || !m_popup.isVisible())
         return false;
-    // Qt asks the widget under the pointer first, and its parents if that was not consumed.
+    // Qt asks the widget under the pointer first, then its parents if that did not consume the
+    // event.
     if (widget != m_target.widget && m_target.widget && widget->isAncestorOf(m_target.widget))
         return false;
     if (position != m_position || widget != m_target.widget)
@@ -158,7 +159,7 @@ void HVPathWatch::letTakeOver()
     const bool isThere = m_runs || QCursor::pos() == m_position;
     if (!widget || !isThere || m_target == m_nothing)
         return;
-    m_nothing = m_target; // unless a popup for it starts the watch again
+    m_nothing = m_target; // unless a popup for it restarts the watch
     const QPointer<HVPathWatch> self(this);
     m_letsTakeOver = true;
     requestToolTip(*widget, m_position);

@@ -17,10 +17,10 @@ namespace Hovlets {
 /*!
  * \brief Keeps a popup on screen while the pointer is on its way to it.
  *
- * Watches the application's events while the popup is up, and consumes the tooltip events of other
- * controls until HVSafePath lets one take over. Then it has that control show what it has, without
- * waiting for the desktop's own moment. Which controls have anything is learnt by asking: one that
- * changes nothing is nothing from then on.
+ * Watches the application's events while the popup is visible, and consumes the tooltip events of
+ * other controls until HVSafePath lets one take over. Then it makes that control show its popup or
+ * tooltip, without waiting for the desktop's delay. It learns by asking which controls have one: a
+ * control that changes nothing counts as empty space from then on.
  *
  * GUI thread only.
  */
@@ -33,27 +33,27 @@ public:
     /// \a popup owns the watch.
     explicit HVPathWatch(QWidget &popup);
 
-    /// The popup is for what \a control has at \a position. \a dwell is in ms.
+    /// Call when the popup shows for the part of \a control at \a position. \a dwell is in ms.
     void start(QWidget &control, const QPoint &position, int dwell);
 
-    /// The popup is gone, and no control takes over.
+    /// Call when the popup is gone and no control takes over.
     void stop();
 
-    /// The popup hides. A control on which the pointer rests still takes over at its time.
+    /// Call when the popup hides. A control on which the pointer rests still takes over in time.
     void finish();
 
-    /// Whether \a position is on the way between the control and the popup. False when stopped.
+    /// Whether \a position is on the way from the control to the popup. False when stopped.
     bool isBetween(const QPoint &position) const;
 
 Q_SIGNALS:
-    /// The pointer is outside of all windows, where no event tells where it goes.
+    /// Call while the pointer is outside all windows, where no event reports its moves.
     void pointerIsAt(const QPoint &position);
 
 protected:
     bool eventFilter(QObject *object, QEvent *event) override;
 
 private:
-    /// What may show something of its own: a widget, or a part of it.
+    /// A widget, or a part of it, that may show something.
     struct Target
     {
         QPointer<QWidget> widget;
@@ -79,7 +79,7 @@ private:
     int m_dwellTime = 0; // ms
     Target m_control;
     Target m_target; // under the pointer
-    Target m_nothing; // what was asked last and changed nothing
+    Target m_nothing; // the last target that was asked and changed nothing
     QPoint m_position;
     bool m_runs = false;
     bool m_letsTakeOver = false;

@@ -7,10 +7,10 @@ class QWidget;
 namespace Hovlets {
 
 /*!
- * \brief Has \a widget show what it has for the mouse at \a position, now.
+ * \brief Makes \a widget show its popup or tooltip for the mouse at \a position now.
  *
- * Sends the event that Qt sends for a tooltip, to the widget and on to its parents, under the same
- * condition: its window is active, or shows tooltips always. \a position is global.
+ * Sends the same event as Qt for a tooltip, to the widget and then its parents, on the same
+ * condition: the window is active or always shows tooltips. \a position is global.
  */
 void requestToolTip(QWidget &widget, const QPoint &position);
 

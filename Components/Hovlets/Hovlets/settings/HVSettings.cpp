@@ -118,18 +118,18 @@ QList<HVSetting> makeSettings()
                    "as a tab, and never over it"),
         HV_SETTING(HVKeyKeepClear, "QRegion, global px", QVariant(), "",
                    "at each show",
-                   "what a popup beside its control leaves in view if it can, such as a selection. "
-                   "Open menus count anyway"),
+                   "area that a popup beside its control leaves visible if it can, such as a "
+                   "selection. Open menus are always included"),
         HV_SETTING(HVKeySafePath, "bool", false, "",
                    "at each show",
-                   "true: while the mouse moves towards the popup, the controls on its way do not take "
-                   "the popup away"),
+                   "true: while the mouse moves towards the popup, the controls on its way do not hide "
+                   "the popup"),
         HV_SETTING(HVKeySafePathDwell, "int, ms", 180, "",
                    "at each show",
                    "with `HVKeySafePath`: another control takes over when the mouse rests on it for "
                    "this time"),
         HV_SETTING(HVKeyShowDelay, "int, ms", 0, "",
-                   "at each hover while no popup is up",
+                   "at each hover while no popup is visible",
                    "how long the mouse rests before a popup shows, with `HVKeyTrackHover`; a popup "
                    "never shows before Qt's tooltip would"),
         HV_SETTING(HVKeyExpandDelay, "int, ms", 0, "never",
