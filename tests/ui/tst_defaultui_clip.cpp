@@ -27,6 +27,30 @@ private Q_SLOTS:
         QTRY_COMPARE(m_bench->view()->size(), m_bench->root()->size().toSize());
     }
 
+    void shouldHaveItsSizeWhenItShows()
+    {
+        showClip("-s 320x240 -t 0.4 -r 25");
+        const QSize shown = m_bench->host.popup()->size();
+        QVERIFY(picture());
+        QVERIFY(shown.height() > 240);
+        QTRY_COMPARE(video()->progress(), 1.0);
+        QCOMPARE(m_bench->host.popup()->size(), shown);
+    }
+
+    void shouldFitAClipIntoTheSpaceThatWasKeptForIt()
+    {
+        showClip("-s 320x100 -t 0.2");
+        QVERIFY(picture());
+        QQuickItem *clip = video()->parentItem();
+        clip->setProperty("fitted", true); // as when the file is slow to open
+        QCOMPARE(picture()->size(), QSizeF(200, 63));
+        QCOMPARE(m_bench->place(picture()).center().y() - m_bench->place(clip).top(), 75.5);
+        QVERIFY(m_bench->place(clip).contains(m_bench->place(m_bench->item("progressBar"))));
+        Q_EMIT video()->openingFailed();
+        QCOMPARE(clip->implicitHeight(), 0.0);
+        QVERIFY(!picture());
+    }
+
     void shouldScaleAWideClipDownToThePopup()
     {
         showClip("-s 1200x300 -t 0.2");

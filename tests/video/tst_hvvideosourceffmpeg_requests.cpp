@@ -24,6 +24,7 @@ class tst_HVVideoSourceFFMPEGRequests : public QObject
 private Q_SLOTS:
     void initTestCase();
 
+    void shouldWaitForTheOpeningOnlyAsLongAsAsked();
     void shouldCloseWhileItDecodes();
     void shouldCloseOnRequest();
     void shouldCloseForAnEmptySource();
@@ -51,6 +52,25 @@ void tst_HVVideoSourceFFMPEGRequests::initTestCase()
     QVERIFY(!m_clips.usual().isEmpty());
     QVERIFY(!m_clips.other().isEmpty());
     QVERIFY(!m_clips.endless().isEmpty());
+}
+
+void tst_HVVideoSourceFFMPEGRequests::shouldWaitForTheOpeningOnlyAsLongAsAsked()
+{
+    using Opening = HVVideoSourceFFMPEG::Opening;
+    const DebugLog log;
+    DecodingSource source;
+    const QUrl clip = QUrl::fromLocalFile(m_clips.usual());
+    QVERIFY(source.setSource(clip));
+    QVERIFY(source.waitUntilOpened(clip, 1) == Opening::Pending); // nobody opens it
+    source.start();
+    QVERIFY(source.waitUntilOpened(clip, LongWait) == Opening::Opened);
+
+    QSignalSpy failed(&source, &HVVideoSourceFFMPEG::openingFailed);
+    const QUrl other = QUrl::fromLocalFile(QCoreApplication::applicationFilePath());
+    QVERIFY(source.setSource(other));
+    QVERIFY(source.waitUntilOpened(other, LongWait) == Opening::Failed);
+    QTRY_COMPARE(failed.count(), 1);
+    QCOMPARE(log.lines().size(), 1);
 }
 
 void tst_HVVideoSourceFFMPEGRequests::shouldCloseWhileItDecodes()

@@ -5,6 +5,7 @@
 
 #include <QtCore/QPointer>
 #include <QtCore/QString>
+#include <QtCore/QUrl>
 #include <QtQuick/QQuickItem>
 
 namespace Hovlets {
@@ -37,6 +38,10 @@ class HVVideoComponent : public QQuickItem
 public:
     enum VideoState : int { resetState = 0, pausedState = 1, playingState = 2 };
     Q_ENUM(VideoState)
+
+    /// NoSize: there is no clip, or it cannot be opened.
+    enum SizeState : int { SizePending, SizeKnown, NoSize };
+    Q_ENUM(SizeState)
 
     explicit HVVideoComponent(QQuickItem *parent = nullptr);
     ~HVVideoComponent() override;
@@ -76,6 +81,15 @@ public:
     double contentWidth() const;
     double loadProgress() const;
 
+    /*!
+     * Returns the SizeState of the clip, for popups that need their final size before their first
+     * frame.
+     *
+     * Waits up to 60 ms until the decoding thread has opened the file. Emits contentWidthChanged()
+     * and contentHeightChanged() if the size is known.
+     */
+    Q_INVOKABLE int awaitSize();
+
 public Q_SLOTS:
     void frameReady();
     void play();
@@ -96,6 +110,9 @@ Q_SIGNALS:
     void contentWidthChanged();
     void loadProgressChanged();
 
+    /// The clip cannot be opened.
+    void openingFailed();
+
 protected:
     QSGNode *updatePaintNode(QSGNode *node, UpdatePaintNodeData *data) override;
 
@@ -110,6 +127,7 @@ private:
     double m_knownProgress = 0.0;
     QString m_searchPath;
     QString m_sourceName;
+    QUrl m_requested; // the file of the clip; empty without one
 };
 
 } // namespace Hovlets

@@ -45,6 +45,20 @@ public:
 
     void restoreFrames() override;
 
+    enum class Opening { Pending, Opened, Failed };
+
+    /*!
+     * Waits until the clip at \a url, which setSource() was asked for, is open or has failed to
+     * open: for \a milliseconds at most.
+     *
+     * The decoding thread reads the file. A caller on the GUI thread waits no longer for a damaged
+     * one.
+     */
+    Opening waitUntilOpened(const QUrl &url, int milliseconds) const;
+
+Q_SIGNALS:
+    void openingFailed();
+
 protected:
     void run() override;
     bool loadSource() override;

@@ -13,9 +13,15 @@ Item {
 
     required property Theme theme
     property string name
-    readonly property real naturalWidth: loaded ? video.contentWidth : 0
+    readonly property real naturalWidth: !loaded ? 0 : fitted ? space.width : video.contentWidth
 
+    // The window's view resolves the name, so it must exist first.
+    readonly property string availableName: Window.window ? name : ""
     property bool loaded: false
+    // The popup has its final size before its first frame. If the size of the clip is still unknown
+    // by then, the clip is fitted into this space.
+    property bool fitted: false
+    readonly property size space: Qt.size(200, 150)
     // The host sets the property for users who want no motion. Unset, it reads as its placeholder.
     readonly property bool still: {
         var value = hovletView ? hovletView.interpolate("%(reducedMotion)s") : "";
@@ -32,13 +38,25 @@ Item {
     readonly property int playingState: 2
     readonly property bool playing: video.state === playingState
     readonly property bool ended: video.progress >= 1
-    readonly property real factor: loaded ? Math.min(1, width / video.contentWidth) : 1
+    readonly property real factor: {
+        if (!loaded)
+            return 1;
+        var scale = Math.min(1, width / video.contentWidth);
+        return fitted ? Math.min(scale, space.width / video.contentWidth,
+                                 space.height / video.contentHeight) : scale;
+    }
     readonly property int shownWidth: Math.round(video.contentWidth * factor)
     readonly property int shownHeight: Math.round(video.contentHeight * factor)
 
-    implicitHeight: loaded ? bar.y + bar.height : 0
+    implicitHeight: !loaded ? 0 : (fitted ? space.height : picture.height) + bar.height
     visible: loaded
 
+    onAvailableNameChanged: {
+        video.source = availableName;
+        var sizeState = availableName ? video.awaitSize() : HVVideoComponent.NoSize;
+        fitted = sizeState === HVVideoComponent.SizePending;
+        loaded = sizeState !== HVVideoComponent.NoSize;
+    }
     onShownChanged: {
         if (shown && playsWhenShown) {
             play();
@@ -67,13 +85,12 @@ Item {
         id: video
         objectName: "video"
         x: picture.x
+        y: picture.y
         width: contentWidth
         height: contentHeight
         transformOrigin: Item.TopLeft
         scale: clip.factor
-        // The window's view resolves the name, so it must exist first.
-        source: Window.window ? clip.name : ""
-        onContentWidthChanged: clip.loaded = true
+        onOpeningFailed: clip.loaded = false
         // The controller does not wait for the decoder, and pauses when all frames are decoded.
         // Therefore the clip starts when loading is complete.
         onLoadProgressChanged: {
@@ -86,6 +103,7 @@ Item {
         id: picture
         objectName: "clipPicture"
         x: Math.round((clip.width - width) / 2)
+        y: clip.fitted ? Math.round((clip.space.height - height) / 2) : 0
         width: clip.shownWidth
         height: clip.shownHeight
         hoverEnabled: true
@@ -109,7 +127,7 @@ Item {
         objectName: "progressBar"
         theme: clip.theme
         x: picture.x
-        y: picture.height
+        y: picture.y + picture.height
         width: picture.width
         value: Math.min(1, video.progress)
 
