@@ -3,6 +3,9 @@
 #include "SignalOrder.h"
 #include "TestMain.h"
 
+#include <QtWidgets/QMenu>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QAbstractItemView>
 #include <QtWidgets/QScrollBar>
 
 #include <cmath>
@@ -14,6 +17,28 @@ class tst_HVScrollBar : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void shouldLeaveMenusAndListsOpen()
+    {
+        QMenu menu;
+        menu.addAction(QStringLiteral("Entry"));
+        menu.popup({ 100, 100 });
+        QVERIFY(menu.isVisible());
+        HVScrollBarComponent bar;
+        QVERIFY(menu.isVisible());
+        bar.setVisible(false);
+        bar.setVisible(true);
+        QVERIFY(menu.isVisible());
+        menu.close();
+
+        QComboBox box;
+        box.addItem(QStringLiteral("Entry"));
+        box.show();
+        box.showPopup();
+        QVERIFY(box.view()->isVisible());
+        const HVScrollBarComponent other;
+        QVERIFY(box.view()->isVisible());
+    }
+
     void init()
     {
         m_item = std::make_unique<HVScrollBarComponent>();

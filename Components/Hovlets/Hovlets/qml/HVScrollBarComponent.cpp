@@ -39,6 +39,8 @@ HVScrollBarComponent::HVScrollBarComponent(QQuickItem *parent)
     , m_scrollBar(std::make_unique<QScrollBar>())
 {
     m_scrollBar->setAttribute(Qt::WA_DontShowOnScreen);
+    // Showing an ordinary window closes the menu or list that is open. Showing a tooltip does not.
+    m_scrollBar->setWindowFlag(Qt::ToolTip);
     m_scrollBar->setAttribute(Qt::WA_QuitOnClose, false); // it must not keep the host running
     m_scrollBar->setAttribute(Qt::WA_Hover);
     m_scrollBar->installEventFilter(this);
