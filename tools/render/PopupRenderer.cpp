@@ -12,6 +12,7 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDeadlineTimer>
 #include <QtCore/QThread>
+#include <QtGui/QPainter>
 #include <QtQuick/QQuickItem>
 
 #include <algorithm>
@@ -51,6 +52,18 @@ void waitForMedia(const HVView &view)
     waitFor([&] { return isLoaded(view.rootObject()); }, Patience);
 }
 
+/// Adds the pixels that the popup has to the right of and below its view.
+QImage withRim(const QImage &picture, const QColor &color)
+{
+    if (!color.isValid())
+        return picture;
+    QImage whole(picture.size() + QSize(1, 1) * picture.devicePixelRatio(), QImage::Format_RGB32);
+    whole.setDevicePixelRatio(picture.devicePixelRatio());
+    whole.fill(color);
+    QPainter(&whole).drawImage(0, 0, picture);
+    return whole;
+}
+
 /// The first picture of the popup that does not change any more.
 QImage pictureAtRest(HVView &view)
 {
@@ -63,7 +76,7 @@ QImage pictureAtRest(HVView &view)
                 return picture == last;
             },
             Patience);
-    return picture.convertToFormat(QImage::Format_RGB32);
+    return withRim(picture, view.rimColor()).convertToFormat(QImage::Format_RGB32);
 }
 
 } // namespace

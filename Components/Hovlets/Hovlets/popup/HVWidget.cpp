@@ -176,7 +176,7 @@ void HVWidget::showWithContent(QObject *reference, const QPoint &pos, HVXmlEleme
     fitToView(Place::Wanted);
     // In this turn of the event loop: in the next one, the old content would have been visible at
     // the new position.
-    d->view->repaint();
+    repaint();
     // A countdown that started meanwhile must not hide the popup of this control.
     if (isVisible() && isSafe(QCursor::pos()))
         d->hideTimer->stop();
@@ -313,11 +313,14 @@ void HVWidget::hideEvent(QHideEvent *event)
     unwatchHover();
 }
 
-/// Paints the rim around the view like a tooltip, even if windows have another colour.
+/// Paints the rim beside the view as the user interface requests, or like a tooltip, even if
+/// windows have another color.
 void HVWidget::paintEvent(QPaintEvent *event)
 {
-    QPainter(this).fillRect(event->rect(),
-                            QToolTip::palette().color(QPalette::Active, QPalette::ToolTipBase));
+    QColor color = d->view ? d->view->rimColor() : QColor();
+    if (!color.isValid())
+        color = QToolTip::palette().color(QPalette::Active, QPalette::ToolTipBase);
+    QPainter(this).fillRect(event->rect(), color);
 }
 
 void HVWidget::setTimer()

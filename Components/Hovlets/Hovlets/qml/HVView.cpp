@@ -145,6 +145,11 @@ HVView::~HVView()
     setSource(QUrl());
 }
 
+QColor HVView::rimColor() const
+{
+    return rootObject() ? rootObject()->property("rimColor").value<QColor>() : QColor();
+}
+
 HVXmlElement *HVView::content()
 {
     return d->content.entry();

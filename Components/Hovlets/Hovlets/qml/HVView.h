@@ -6,6 +6,7 @@
 
 #include <QtCore/QDir>
 #include <QtQml/QQmlError>
+#include <QtGui/QColor>
 #include <QtQuickWidgets/QQuickWidget>
 
 #include <functional>
@@ -46,6 +47,10 @@ public:
 
     /// Deletes the content that is still set.
     ~HVView() override;
+
+    /// The color of the pixels that popups have to the right of and below their view: the property
+    /// "rimColor" of the root item. Invalid without one.
+    QColor rimColor() const;
 
     /// The entry; null before the first show, or if it was deleted.
     HVXmlElement *content();

@@ -17,6 +17,8 @@ Rectangle {
     property bool pinnable: false
 
     readonly property Theme theme: Theme {}
+    // Of the popup's pixels to the right and below.
+    readonly property color rimColor: theme.border
 
     // An entry without texts shows its key, which at least says what the popup is about.
     readonly property bool showsKey: !content.title && !content.shortcut && blocks.length === 0
@@ -72,9 +74,11 @@ Rectangle {
         toolTipStyle: true
         onBaseChanged: update()
     }
+    // The popup is one pixel larger than the root item. Its right and bottom lines are there.
     Rectangle {
         objectName: "border"
-        anchors.fill: frame
+        width: frame.width + 1
+        height: frame.height + 1
         color: "transparent"
         border.color: frame.theme.border
     }
