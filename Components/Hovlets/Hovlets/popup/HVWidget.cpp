@@ -314,7 +314,7 @@ void HVWidget::hideEvent(QHideEvent *event)
 }
 
 /// Paints the rim beside the view as the user interface requests, or like a tooltip, even if
-/// windows have another color.
+/// windows have another colour.
 void HVWidget::paintEvent(QPaintEvent *event)
 {
     QColor color = d->view ? d->view->rimColor() : QColor();

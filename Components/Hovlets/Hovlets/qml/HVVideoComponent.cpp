@@ -15,8 +15,7 @@ namespace Hovlets {
 
 namespace {
 
-// In ms. Opening a clip takes about 10 ms; users notice delays above 100 ms.
-constexpr int LongestWait = 60;
+constexpr int LongestWait = 60; // ms; opening takes about 10, and users notice more than 100
 
 } // namespace
 

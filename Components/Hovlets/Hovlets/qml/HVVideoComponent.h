@@ -39,7 +39,7 @@ public:
     enum VideoState : int { resetState = 0, pausedState = 1, playingState = 2 };
     Q_ENUM(VideoState)
 
-    /// NoSize: there is no clip, or it cannot be opened.
+    /// Results of awaitSize(). NoSize: there is no clip, or it cannot be opened.
     enum SizeState : int { SizePending, SizeKnown, NoSize };
     Q_ENUM(SizeState)
 
@@ -110,7 +110,7 @@ Q_SIGNALS:
     void contentWidthChanged();
     void loadProgressChanged();
 
-    /// The clip cannot be opened.
+    /// Emitted when the clip cannot be opened.
     void openingFailed();
 
 protected:

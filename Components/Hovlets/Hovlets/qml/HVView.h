@@ -48,8 +48,8 @@ public:
     /// Deletes the content that is still set.
     ~HVView() override;
 
-    /// The color of the pixels that popups have to the right of and below their view: the property
-    /// "rimColor" of the root item. Invalid without one.
+    /// The colour of the popup's pixels to the right of and below the view: the property "rimColor"
+    /// of the root item. Invalid if there is none.
     QColor rimColor() const;
 
     /// The entry; null before the first show, or if it was deleted.

@@ -48,11 +48,10 @@ public:
     enum class Opening { Pending, Opened, Failed };
 
     /*!
-     * Waits until the clip at \a url, which setSource() was asked for, is open or has failed to
-     * open: for \a milliseconds at most.
+     * Waits until the clip at \a url, which setSource() has requested, is open or has failed to
+     * open, but for \a milliseconds at most.
      *
-     * The decoding thread reads the file. A caller on the GUI thread waits no longer for a damaged
-     * one.
+     * The source's thread reads the file, so a damaged one cannot block the caller for longer.
      */
     Opening waitUntilOpened(const QUrl &url, int milliseconds) const;
 

@@ -18,8 +18,8 @@ Item {
     // The window's view resolves the name, so it must exist first.
     readonly property string availableName: Window.window ? name : ""
     property bool loaded: false
-    // The popup has its final size before its first frame. If the size of the clip is still unknown
-    // by then, the clip is fitted into this space.
+    // The popup has its final size before its first frame. If the clip's size is still unknown by
+    // then, the clip is fitted into this space.
     property bool fitted: false
     readonly property size space: Qt.size(200, 150)
     // The host sets the property for users who want no motion. Unset, it reads as its placeholder.

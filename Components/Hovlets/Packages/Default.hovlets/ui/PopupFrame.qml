@@ -17,7 +17,7 @@ Rectangle {
     property bool pinnable: false
 
     readonly property Theme theme: Theme {}
-    // Of the popup's pixels to the right and below.
+    // The colour of the popup's pixels to the right and below.
     readonly property color rimColor: theme.border
 
     // An entry without texts shows its key, which at least says what the popup is about.
