@@ -57,6 +57,35 @@ private Q_SLOTS:
         QTRY_VERIFY(!scene.isShowing());
     }
 
+    void shouldComeToTheSameControlInAnotherPlace_data()
+    {
+        QTest::addColumn<bool>("inAnotherWindow");
+        QTest::newRow("moved in its window") << false;
+        QTest::newRow("in another window") << true;
+    }
+
+    void shouldComeToTheSameControlInAnotherPlace()
+    {
+        QFETCH(bool, inAnotherWindow);
+        HoverScene scene;
+        const QString key = QStringLiteral("a");
+        QVERIFY(scene.show(key));
+        const QPoint first = scene.popup()->pos();
+        QVERIFY(scene.show(key, { 320, 310 }));
+        QCOMPARE(scene.popup()->pos(), first); // still its place
+        Control window;
+        window.setGeometry(200, 300, 100, 100);
+        Control other(key, &window);
+        window.show();
+        QWidget *control = inAnotherWindow ? &other : scene.control;
+        scene.control->move(0, 30);
+        QVERIFY(scene.manager().show(key, { 200, 300 }, control));
+        QCOMPARE(scene.popup()->pos(), QPoint(200, 300) + QPoint(35, 30));
+        QCOMPARE(scene.popup()->referenceWidget(), control);
+        window.hide();
+        QCOMPARE(scene.isShowing(), !inAnotherWindow);
+    }
+
     void shouldStayWhenAnotherWidgetGoes()
     {
         HoverScene scene;

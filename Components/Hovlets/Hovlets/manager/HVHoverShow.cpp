@@ -34,13 +34,13 @@ bool HVHoverShow::show(const QString &key, const QPoint &position, QObject *obje
     const HVShowScope showing;
     const Hover hover { key, position, object, qobject_cast<QWidget *>(object) };
     if (m_popup.isShowing(key))
-        return m_popup.keep();
+        return stay(hover);
 
     HVFoundContent found = find(key);
     if (!found.tree.entry()) {
         const QString fallbackKey = m_manager.context().get(HVKeyFallbackKey).toString();
         if (m_popup.isShowing(fallbackKey))
-            return m_popup.keep();
+            return stay(hover);
         found = findFallback(fallbackKey);
     }
     HVXmlElement *entry = found.tree.entry();
@@ -51,8 +51,22 @@ bool HVHoverShow::show(const QString &key, const QPoint &position, QObject *obje
     if (!complete)
         return m_popup.keepOrHide(position, hover.widget);
     if (isOnScreen && m_popup.isVisible())
-        return m_popup.keep();
+        return stay(hover);
     return present(hover, entry, std::move(found));
+}
+
+/// Keeps the popup, which shows what belongs to \a hover: where it is if that is still the place
+/// for the control.
+bool HVHoverShow::stay(const Hover &hover)
+{
+    HVWidget *popup = m_popup.widget();
+    if (!popup->isPlacedFor(hover.widget)) {
+        popup->setHoverPosition(hover.position);
+        popup->placeFor(hover.widget, m_manager.tooltipPosition(hover.position, hover.widget));
+    }
+    if (hover.widget == popup->referenceWidget())
+        popup->setHover(hover.key, hover.position);
+    return m_popup.keep();
 }
 
 HVFoundContent HVHoverShow::find(const QString &key) const
@@ -89,6 +103,7 @@ bool HVHoverShow::present(const Hover &hover, HVXmlElement *entry, HVFoundConten
     popup->showWithContent(hover.control, corner, entry, found.packageRoot);
     if (!popup || popup != m_popup.widget())
         return m_popup.isShowing(hover.key); // QML called the host, which showed something else
+    popup->setHover(hover.key, hover.position);
     popup->raise();
     return true;
 }

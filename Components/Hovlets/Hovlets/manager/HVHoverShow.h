@@ -42,6 +42,7 @@ private:
         QPointer<QWidget> widget; // the control, if it is one
     };
 
+    bool stay(const Hover &hover);
     HVFoundContent find(const QString &key) const;
     HVFoundContent findFallback(const QString &fallbackKey) const;
     bool present(const Hover &hover, HVXmlElement *entry, HVFoundContent found);

@@ -58,6 +58,11 @@ HVManager *HVManagerServices::manager()
     return &m_manager;
 }
 
+QString HVManagerServices::keyFor(QWidget *control)
+{
+    return m_manager.keyForObject(control);
+}
+
 bool HVManagerServices::reservePopup(HVWidget *popup, QWidget *&container)
 {
     return m_manager.reserve(popup, container);

@@ -25,6 +25,7 @@ public:
     QString translated(HVView &view, const QString &text, const QString &context) override;
     bool openResource(const QString &resource) override;
     HVManager *manager() override;
+    QString keyFor(QWidget *control) override;
     bool reservePopup(HVWidget *popup, QWidget *&container) override;
 
     /// The view for which the host is currently translating a text, or null.

@@ -73,7 +73,36 @@ Part partAt(const QWidget &widget, const QPoint &point)
     return header ? sectionAt(*header, point) : itemAt(*view, point);
 }
 
+bool hasToolTip(const QHeaderView &header, const QPoint &point)
+{
+    const int section = header.logicalIndexAt(point);
+    return section >= 0 && header.model()
+            && header.model()->headerData(section, header.orientation(), Qt::ToolTipRole).isValid();
+}
+
+/// Without a tooltip of its own, an action returns its text.
+bool hasToolTip(const QMenu &menu, const QPoint &point)
+{
+    const QAction *action = menu.toolTipsVisible() ? menu.actionAt(point) : nullptr;
+    return action && action->toolTip() != action->iconText();
+}
+
 } // namespace
+
+bool hasPartToolTip(const QWidget &widget, const QPoint &position)
+{
+    const QPoint point = widget.mapFromGlobal(position);
+    if (const auto *bar = qobject_cast<const QTabBar *>(&widget))
+        return !bar->tabToolTip(bar->tabAt(point)).isEmpty();
+    if (const auto *menu = qobject_cast<const QMenu *>(&widget))
+        return hasToolTip(*menu, point);
+    const auto *view = qobject_cast<const QAbstractItemView *>(widget.parentWidget());
+    if (!view || view->viewport() != &widget)
+        return false;
+    if (const auto *header = qobject_cast<const QHeaderView *>(view))
+        return hasToolTip(*header, point);
+    return view->indexAt(point).data(Qt::ToolTipRole).isValid();
+}
 
 HVControlPart controlPartAt(const QWidget &widget, const QPoint &position)
 {

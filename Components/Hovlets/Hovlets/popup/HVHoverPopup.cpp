@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVHoverPopup.h"
 
+#include "HVControlPart.h"
 #include "HVView.h"
 #include "HVWidget.h"
 #include "HVXmlElement.h"
@@ -103,11 +104,16 @@ bool HVHoverPopup::keep()
     return true;
 }
 
-bool HVHoverPopup::keepOrHide(const QPoint &position, const QWidget *hovered)
+bool HVHoverPopup::keepOrHide(const QPoint &position, const QPointer<QWidget> &hovered)
 {
     if (!isVisible())
         return false;
-    if (m_widget->isSafe(position) && (!hovered || hovered->toolTip().isEmpty()))
+    const bool isSafe = m_widget->isSafe(position); // may run code of the host
+    if (!isVisible())
+        return false;
+    const bool hasToolTip =
+            hovered && (!hovered->toolTip().isEmpty() || hasPartToolTip(*hovered, position));
+    if (isSafe && !hasToolTip)
         return keep();
     m_widget->hideAnimated();
     return false;

@@ -61,7 +61,7 @@ public:
      * Returns true if the popup stays because the mouse is near it and the widget has no ordinary
      * tooltip to show.
      */
-    bool keepOrHide(const QPoint &position, const QWidget *hovered);
+    bool keepOrHide(const QPoint &position, const QPointer<QWidget> &hovered);
 
     /// Hides or activates the popup after a click on \a widget, unless the click was inside it.
     void widgetWasClicked(const QWidget *widget);

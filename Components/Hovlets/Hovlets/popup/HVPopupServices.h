@@ -20,6 +20,9 @@ class HVPopupServices : public HVViewServices
 public:
     virtual HVManager *manager() = 0;
 
+    /// The host's key for \a control, or for its part under the pointer. Runs code of the host.
+    virtual QString keyFor(QWidget *control) = 0;
+
     /*!
      * Makes \a popup independent if it is the current one.
      * \param[out] container the host's window for it, or null; set only on success

@@ -3,6 +3,8 @@
 
 #include "HVBesideControl.h"
 #include "HVContext.h"
+#include "HVControlPart.h"
+#include "HVControlPlace.h"
 #include "HVControlWatch.h"
 #include "HVDismissalWatch.h"
 #include "HVPathWatch.h"
@@ -52,6 +54,15 @@ void deleteWhenIdle(HVView *view)
     view->whenIdle([view] { view->deleteLater(); });
 }
 
+/// The area of the screen with the point that was asked for, or of the primary screen.
+QRect areaWithoutControl(const std::optional<QPoint> &wanted)
+{
+    const QScreen *screen = wanted ? QGuiApplication::screenAt(*wanted) : nullptr;
+    if (!screen)
+        screen = QGuiApplication::primaryScreen();
+    return screen ? screen->availableGeometry() : QRect();
+}
+
 /// Moves and resizes \a window, in one step where it can be seen.
 void setFixedGeometry(QWidget &window, const QRect &geometry)
 {
@@ -69,6 +80,15 @@ void setFixedGeometry(QWidget &window, const QRect &geometry)
 class HVWidget::Private
 {
 public:
+    /// What the pointer was over when the content was shown.
+    struct Hover
+    {
+        QString key;
+        HVControlPart::Id part;
+        std::optional<HVControlPart::Id> askedPart; // for which the host was asked last
+        bool isSameControl = false; // it returned the key above
+    };
+
     QVariant setting(contextKey key) const
     {
         return services ? services->settings().get(key) : defaultOf(key);
@@ -89,6 +109,8 @@ public:
     bool isChanging = false; // the view loads content, whose size is final when it returns
     std::optional<QPoint> wanted; // requested position; none once the user has moved it
     QPoint placed; // the resulting position
+    HVControlPlace controlPlace; // at that time
+    std::optional<Hover> hover;
     std::optional<HVBesideControl> beside; // takes precedence over the requested position
 };
 
@@ -160,9 +182,8 @@ void HVWidget::showWithContent(QObject *reference, const QPoint &pos, HVXmlEleme
         return;
     const HVShowScope showing;
     const QPointer<HVWidget> self(this);
-    d->referenceWidget =
-            reference && reference->isWidgetType() ? static_cast<QWidget *>(reference) : nullptr;
-    d->control->watch(d->referenceWidget);
+    setReferenceWidget(reference && reference->isWidgetType() ? static_cast<QWidget *>(reference)
+                                                              : nullptr);
     d->pointed = std::exchange(d->hoverPosition, {}).value_or(QCursor::pos());
     d->isChanging = true;
     d->view->showContent(content, rootPath);
@@ -172,13 +193,14 @@ void HVWidget::showWithContent(QObject *reference, const QPoint &pos, HVXmlEleme
     if (d->retired || !d->view || d->view->content() != content)
         return; // the host's code has shown something else or closed the popup
     d->wanted = pos;
+    d->controlPlace = d->referenceWidget ? HVControlPlace(*d->referenceWidget) : HVControlPlace();
     aimAtControl();
     fitToView(Place::Wanted);
     // In this turn of the event loop: in the next one, the old content would have been visible at
     // the new position.
     repaint();
     // A countdown that started meanwhile must not hide the popup of this control.
-    if (isVisible() && isSafe(QCursor::pos()))
+    if (isVisible() && isSafe(QCursor::pos())) // no hover is set, so the host is not asked
         d->hideTimer->stop();
     watchHover();
     showAnimated();
@@ -212,6 +234,41 @@ void HVWidget::unwatchHover()
 {
     d->dismissal->stop();
     d->path->stop();
+}
+
+void HVWidget::setReferenceWidget(QWidget *control)
+{
+    d->referenceWidget = control;
+    d->control->watch(control);
+    d->hover.reset();
+}
+
+void HVWidget::setHover(const QString &key, const QPoint &position)
+{
+    d->hover.reset();
+    if (!d->referenceWidget)
+        return;
+    d->hover = Private::Hover { key, controlPartAt(*d->referenceWidget, position).id, {}, false };
+}
+
+bool HVWidget::isPlacedFor(const QWidget *control) const
+{
+    return !control || d->controlPlace.isRightFor(*control);
+}
+
+void HVWidget::placeFor(QWidget *control, const QPoint &pos)
+{
+    if (!d->view)
+        return;
+    setReferenceWidget(control);
+    d->pointed = std::exchange(d->hoverPosition, {}).value_or(QCursor::pos());
+    d->controlPlace = HVControlPlace(*control);
+    d->wanted = pos;
+    aimAtControl();
+    fitToView(Place::Wanted);
+    d->hideTimer->stop();
+    watchHover();
+    raise();
 }
 
 void HVWidget::retire()
@@ -336,15 +393,40 @@ void HVWidget::setTimer()
 
 void HVWidget::checkMousePosition(const QPoint &pos)
 {
-    if (isSafe(pos))
+    const QPointer<HVWidget> self(this);
+    const bool safe = isSafe(pos);
+    if (!self)
+        return;
+    if (safe)
         d->hideTimer->stop();
     else if (!d->hideTimer->isActive())
         setTimer();
 }
 
+bool HVWidget::isOverControl(const QPoint &pos) const
+{
+    if (!d->referenceWidget || QApplication::widgetAt(pos) != d->referenceWidget)
+        return false;
+    if (!d->hover || !d->services)
+        return true;
+    const HVControlPart::Id part = controlPartAt(*d->referenceWidget, pos).id;
+    if (part == d->hover->part)
+        return true;
+    if (d->hover->askedPart != part) {
+        const QPointer<const HVWidget> self(this);
+        const QString key = d->services->keyFor(d->referenceWidget);
+        if (!self || !d->hover)
+            return false;
+        d->hover->askedPart = part;
+        d->hover->isSameControl = key == d->hover->key;
+    }
+    return d->hover->isSameControl;
+}
+
 bool HVWidget::isSafe(const QPoint &pos) const
 {
-    if (d->referenceWidget && QApplication::widgetAt(pos) == d->referenceWidget)
+    const QPointer<const HVWidget> self(this);
+    if (isOverControl(pos) || !self)
         return true;
     if (d->path->isBetween(pos))
         return true;
@@ -356,9 +438,9 @@ bool HVWidget::isSafe(const QPoint &pos) const
 
 QRect HVWidget::findVisibleGeometry(QRect geometry, bool *move) const
 {
-    const QScreen *screen =
-            d->referenceWidget ? d->referenceWidget->screen() : QGuiApplication::primaryScreen();
-    return shiftedInto(geometry, screen ? screen->availableGeometry() : geometry, move);
+    const QRect area = d->referenceWidget ? availableAreaFor(*d->referenceWidget)
+                                          : areaWithoutControl(d->wanted);
+    return shiftedInto(geometry, area.isNull() ? geometry : area, move);
 }
 
 void HVWidget::reposition()
@@ -441,6 +523,7 @@ void HVWidget::contentReservedChanged()
     unwatchHover();
     d->wanted.reset();
     d->beside.reset();
+    d->hover.reset();
     d->hideTimer->stop();
     setAttribute(Qt::WA_DeleteOnClose, !container); // it may be closed before it moves
     // Moving a view to another window may rebuild its scene. That must not delete the item whose

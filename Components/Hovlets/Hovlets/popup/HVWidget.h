@@ -51,9 +51,24 @@ public:
     /// Starts the countdown to hiding if \a pos is not safe, and stops it if it is.
     void checkMousePosition(const QPoint &pos);
 
-    /// Whether \a pos is over the reference widget, over the popup grown by HVKeySafeMargin, or
-    /// with HVKeySafePath between both.
+    /*!
+     * Whether \a pos is over the reference widget, over the popup grown by HVKeySafeMargin, or with
+     * HVKeySafePath between both.
+     *
+     * A tab, section, item or entry for which the host returns another key is not part of the
+     * reference widget here. Asking the host runs its code, which may delete the popup.
+     */
     bool isSafe(const QPoint &pos) const;
+
+    /// Remembers that the content on screen is that for \a key, which the host returned for the
+    /// reference widget with the pointer at \a position. Forgotten with the next content.
+    void setHover(const QString &key, const QPoint &position);
+
+    /// Whether the popup is where it would be shown for \a control, which may be null.
+    bool isPlacedFor(const QWidget *control) const;
+
+    /// Moves the popup and its content to \a control, as showWithContent() would.
+    void placeFor(QWidget *control, const QPoint &pos);
 
     /// Deletes the popup later, when its QML is no longer running. It does not show again.
     void retire();
@@ -106,6 +121,8 @@ protected:
 
 private:
     void endFadeOut();
+    bool isOverControl(const QPoint &pos) const;
+    void setReferenceWidget(QWidget *control);
     QWidget *ownWindow();
     /// Where the popup goes for a new size: for the point that was asked for, with or without its
     /// rim on the screen, or as near as possible to where it is.

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HVControlPlace.h"
+
+#include <QtGui/QScreen>
+
+namespace Hovlets {
+
+QRect availableAreaFor(const QWidget &control)
+{
+    QScreen *const windows = control.screen();
+    const QPoint center = control.mapToGlobal(control.rect().center());
+    const QScreen *screen = windows ? windows->virtualSiblingAt(center) : nullptr;
+    if (!screen)
+        screen = windows;
+    return screen ? screen->availableGeometry() : QRect();
+}
+
+HVControlPlace::HVControlPlace(const QWidget &control)
+    : m_control(&control)
+    , m_window(control.window())
+    , m_origin(control.mapToGlobal(QPoint()))
+    , m_windowOrigin(m_window->mapToGlobal(QPoint()))
+    , m_area(availableAreaFor(control))
+{
+}
+
+bool HVControlPlace::isRightFor(const QWidget &control) const
+{
+    if (!m_window)
+        return true;
+    if (control.window() != m_window || m_window->mapToGlobal(QPoint()) != m_windowOrigin)
+        return false;
+    if (&control != m_control)
+        return true;
+    return control.mapToGlobal(QPoint()) == m_origin && availableAreaFor(control) == m_area;
+}
+
+} // namespace Hovlets

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtCore/QPoint>
+#include <QtCore/QPointer>
+#include <QtCore/QRect>
+#include <QtWidgets/QWidget>
+
+namespace Hovlets {
+
+/// The available area of the screen that shows the center of \a control. Its window may be mostly
+/// on another screen.
+QRect availableAreaFor(const QWidget &control);
+
+/*!
+ * \brief Where a control was when a popup was placed for it.
+ *
+ * Points are global, in pixels. GUI thread only.
+ */
+class HVControlPlace
+{
+public:
+    /// Without a control: a place that stays right.
+    HVControlPlace() = default;
+    explicit HVControlPlace(const QWidget &control);
+
+    /*!
+     * Whether a popup at this place is also right for \a control now.
+     *
+     * It is not if \a control is in another window, or if the control, its window or the screen has
+     * moved. Another control of the same window may share the popup.
+     */
+    bool isRightFor(const QWidget &control) const;
+
+private:
+    QPointer<const QWidget> m_control;
+    QPointer<const QWidget> m_window;
+    QPoint m_origin; // of the control
+    QPoint m_windowOrigin;
+    QRect m_area; // of the screen
+};
+
+} // namespace Hovlets

@@ -1,0 +1,180 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HoverTest.h"
+#include "Pointer.h"
+#include "TestMain.h"
+
+#include <QtGui/QCursor>
+#include <QtWidgets/QtWidgets>
+
+using namespace Hovlets;
+
+namespace {
+
+/// What a host would ask its widgets, to return the key of the part under the pointer.
+QString textAt(QObject *object, const QPoint &position)
+{
+    auto *widget = qobject_cast<QWidget *>(object);
+    if (!widget)
+        return {};
+    const QPoint point = widget->mapFromGlobal(position);
+    if (const auto *bar = qobject_cast<QTabBar *>(widget))
+        return bar->tabText(bar->tabAt(point));
+    if (const auto *menu = qobject_cast<QMenu *>(widget)) {
+        const QAction *action = menu->actionAt(point);
+        return action ? action->text() : QString();
+    }
+    if (const auto *bar = qobject_cast<QMenuBar *>(widget)) {
+        const QAction *action = bar->actionAt(point);
+        return action ? action->text() : QString();
+    }
+    const auto *view = qobject_cast<QAbstractItemView *>(widget->parentWidget());
+    if (const auto *header = qobject_cast<const QHeaderView *>(view))
+        return header->model()
+                ->headerData(header->logicalIndexAt(point), header->orientation())
+                .toString();
+    return view ? view->indexAt(point).data().toString() : QString();
+}
+
+/// A host whose keys are the texts of the parts.
+class PartsHost : public RecordingHost
+{
+public:
+    using RecordingHost::RecordingHost;
+
+    QString keyForObject(QObject *object) override
+    {
+        ++asked;
+        return textAt(object, QCursor::pos());
+    }
+
+    int asked = 0;
+};
+
+/// A window with a widget of each kind. Of its parts "a" and "b" have content, "tip" has a tooltip
+/// of its own, and "plain" has nothing.
+class PartsWindow : public QMainWindow
+{
+public:
+    PartsWindow()
+        : header(new QStandardItemModel(1, 4, this))
+    {
+        resize(500, 300);
+        auto *center = new QWidget;
+        auto *layout = new QVBoxLayout(center);
+        layout->addWidget(&tabs);
+        layout->addWidget(&table);
+        layout->addWidget(&list);
+        setCentralWidget(center);
+        tabs.setExpanding(false);
+        table.setModel(header);
+        table.setMaximumHeight(60);
+        menu.setTitle(QStringLiteral("a"));
+        menu.setToolTipsVisible(true);
+        menuBar()->addMenu(&menu);
+        menuBar()->addAction(QStringLiteral("b"));
+        menuBar()->addAction(QStringLiteral("plain"));
+        for (const QString &text : names()) {
+            const int index = names().indexOf(text);
+            const QString toolTip =
+                    text == QLatin1String("tip") ? QStringLiteral("Its own") : QString();
+            tabs.setTabToolTip(tabs.addTab(text), toolTip);
+            header->setHeaderData(index, Qt::Horizontal, text);
+            auto *item = new QListWidgetItem(text, &list);
+            QAction *action = menu.addAction(text);
+            if (toolTip.isEmpty())
+                continue;
+            header->setHeaderData(index, Qt::Horizontal, toolTip, Qt::ToolTipRole);
+            item->setToolTip(toolTip);
+            action->setToolTip(toolTip);
+        }
+    }
+
+    static QStringList names()
+    {
+        return { QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("plain"),
+                 QStringLiteral("tip") };
+    }
+
+    /// The centre of the part \a name of the widget \a kind.
+    QPoint centerOf(const QByteArray &kind, const QString &name)
+    {
+        const int index = names().indexOf(name);
+        if (kind == "tabs")
+            return tabs.mapToGlobal(tabs.tabRect(index).center());
+        if (kind == "menu")
+            return menu.mapToGlobal(menu.actionGeometry(menu.actions().at(index)).center());
+        if (kind == "menu bar")
+            return menuBar()->mapToGlobal(
+                    menuBar()->actionGeometry(menuBar()->actions().at(index)).center());
+        if (kind == "rows")
+            return list.viewport()->mapToGlobal(list.visualItemRect(list.item(index)).center());
+        const QHeaderView &sections = *table.horizontalHeader();
+        return sections.viewport()->mapToGlobal(
+                QPoint(sections.sectionViewportPosition(index) + 20, sections.height() / 2));
+    }
+
+    QTabBar tabs;
+    QTableView table;
+    QListWidget list;
+    QMenu menu;
+    QStandardItemModel *header;
+};
+
+} // namespace
+
+/// Tests that parts of one widget are controls of their own, with a real pointer.
+class tst_EndToEndParts : public HoverTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void shouldTakePartsForControls_data()
+    {
+        QTest::addColumn<QByteArray>("kind");
+        for (const char *kind : { "tabs", "sections", "rows", "menu", "menu bar" })
+            QTest::newRow(kind) << QByteArray(kind);
+    }
+
+    void shouldTakePartsForControls()
+    {
+        QFETCH(QByteArray, kind);
+        HVContext settings;
+        settings.set(HVKeyTrackHover, true);
+        settings.set(HVKeyHideFadeDuration, 0);
+        settings.set(HVKeyHideDelay, 60000);
+        settings.set(HVKeyCursorOffset, QSize(300, 30)); // far from the other parts
+        m_host.reset();
+        m_host = std::make_unique<PartsHost>(settings, QStringList { m_folder.path() });
+        PartsWindow window;
+        m_window.reset();
+        window.move(300, 200);
+        window.show();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        if (kind == "menu")
+            window.menu.popup(window.mapToGlobal(QPoint(40, 40)));
+        const auto at = [&](const char *name) {
+            return window.centerOf(kind, QString::fromUtf8(name));
+        };
+        const auto shown = [&](const char *name) {
+            return popup() && isShowing(name) && (kind != "menu" || window.menu.isVisible());
+        };
+
+        QVERIFY(rest(at("a"), [&] { return shown("a"); }));
+        QVERIFY(rest(at("b"), [&] { return shown("b"); }));
+        QVERIFY(!timer()->isActive());
+        Pointer::moveTo(at("plain")); // another control: the countdown begins
+        QTRY_VERIFY(timer()->isActive() || !popup()->isVisible());
+        QVERIFY(rest(at("plain"), [&] { return !popup()->isVisible(); }));
+        if (kind == "menu bar")
+            return;
+        QVERIFY(rest(at("a"), [&] { return shown("a"); }));
+        QVERIFY(rest(at("tip"), [&] { return isToolTipShown(QStringLiteral("Its own")); }));
+        QVERIFY(!popup()->isVisible());
+        if (kind == "menu")
+            QVERIFY(window.menu.isVisible());
+    }
+};
+
+HOVLETS_TEST_MAIN(tst_EndToEndParts)
+#include "tst_endtoend_parts.moc"
