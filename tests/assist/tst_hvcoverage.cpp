@@ -73,7 +73,7 @@ public:
 QJsonObject find(const QJsonObject &report, const char *list, const QString &key)
 {
     const QJsonArray items = report[text(list)].toArray();
-    for (const QJsonValue &item : items) {
+    for (const auto &item : items) {
         if (item.toObject()[text("key")].toString() == key)
             return item.toObject();
     }
@@ -94,7 +94,7 @@ QStringList controlKeys(const QJsonObject &report)
 {
     QStringList keys;
     const QJsonArray controls = report[text("controls")].toArray();
-    for (const QJsonValue &item : controls)
+    for (const auto &item : controls)
         keys += item.toObject()[text("key")].toString();
     keys.sort();
     return keys;

@@ -90,9 +90,9 @@ private Q_SLOTS:
         QTest::newRow("no tag") << QByteArray("hovlets\n") << false;
         QTest::newRow("empty") << QByteArray() << false;
         QTest::newRow("UTF-16") << QByteArray("\xff\xfe<\0h\0o\0v\0l\0e\0t\0s\0>\0", 20) << false;
-        QTest::newRow("megabytes of nothing") << QByteArray(20 * 1024 * 1024, 'x') << false;
+        QTest::newRow("megabytes of nothing") << QByteArray(20LL * 1024 * 1024, 'x') << false;
         QTest::newRow("megabytes of invalid tags")
-                << QByteArray("< ").repeated(5 * 1024 * 1024) << false;
+                << QByteArray("< ").repeated(5LL * 1024 * 1024) << false;
 
         QTest::newRow("after a long comment")
                 << QByteArray("<!--" + QByteArray(10000, 'x') + "-->\n<hovlets>") << true;

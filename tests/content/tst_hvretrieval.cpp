@@ -233,10 +233,11 @@ private Q_SLOTS:
                               + QByteArray("</x>").repeated(50000) + "</hovlet></hovlets>")
                 << 1;
         QTest::newRow("too large") << QByteArray(
-                "<hovlets>" + good + QByteArray(64 * 1024 * 1024, 'x') + "x</hovlets>")
+                "<hovlets>" + good + QByteArray(64LL * 1024 * 1024, 'x') + "x</hovlets>")
                                    << 0;
         QTest::newRow("too large, without the key")
-                << QByteArray("<hovlets>" + QByteArray(64 * 1024 * 1024, 'x') + "x</hovlets>") << 0;
+                << QByteArray("<hovlets>" + QByteArray(64LL * 1024 * 1024, 'x') + "x</hovlets>")
+                << 0;
     }
 
     void shouldSkipAFileThatServesNothing()

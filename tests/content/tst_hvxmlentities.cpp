@@ -232,7 +232,7 @@ private Q_SLOTS:
         DebugLog log;
         HVXmlParser parser;
         const Objects objects = read(parser, document + "]><a>&e11;</a>");
-        QVERIFY(objects.empty() || element(objects)->content().size() < 64 * 1024 * 1024);
+        QVERIFY(objects.empty() || element(objects)->content().size() < 64LL * 1024 * 1024);
         QCOMPARE(log.fatalErrors(), 1);
     }
 

@@ -16,7 +16,7 @@ using namespace Hovlets;
 
 // The class from the page about menus, item views and other parts.
 namespace {
-#include "ControlKeys.cpp"
+#include "ControlKeys.cpp" // NOLINT(bugprone-suspicious-include): part of a page, not a source
 
 /// Records the objects that receive a tooltip event.
 class EventRoute : public QObject

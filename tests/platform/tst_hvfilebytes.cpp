@@ -12,7 +12,7 @@ using namespace Hovlets;
 
 namespace {
 
-constexpr qint64 large = 100 * 1024 * 1024;
+constexpr qint64 large = 100LL * 1024 * 1024;
 
 } // namespace
 

@@ -65,13 +65,12 @@ private:
         const int control = m_trace.scene.controlAt(position);
         const int margin = SafeMargin;
         Over over = Over::Nothing;
-        if (popup().contains(position))
+        const QRect around = popup().adjusted(-margin, -margin, margin, margin);
+        if (popup().contains(position) || (control < 0 && around.contains(position)))
             over = Over::Popup;
         else if (control >= 0)
             over = control == m_outcome.shown ? Over::Origin : Over::Other;
-        else if (popup().adjusted(-margin, -margin, margin, margin).contains(position))
-            over = Over::Popup;
-        if (m_path.pointerMoved(position, time, over, quint64(control + 1)) == Verdict::Change)
+        if (m_path.pointerMoved(position, time, over, quint64(control) + 1) == Verdict::Change)
             change(time);
     }
 
@@ -234,7 +233,7 @@ private Q_SLOTS:
     {
         HVSafePath safe = path();
         for (int i = 0; i < 60; ++i) // 25 pixels per second
-            QCOMPARE(safe.pointerMoved({ 120, 130 + i }, 40 * i, Over::Other, 1), Verdict::Wait);
+            QCOMPARE(safe.pointerMoved({ 120, 130 + i }, 40LL * i, Over::Other, 1), Verdict::Wait);
     }
 
     void shouldStartAgainOnTheNextControl()
@@ -252,7 +251,7 @@ private Q_SLOTS:
     {
         HVSafePath safe = path();
         for (int i = 0; i < 40; ++i)
-            QCOMPARE(safe.pointerMoved({ 400 + 10 * i, 40 }, 20 * i, Over::Other, 1),
+            QCOMPARE(safe.pointerMoved({ 400 + 10 * i, 40 }, 20LL * i, Over::Other, 1),
                      Verdict::Wait);
         QCOMPARE(safe.verdictAt(39 * 20 + Dwell), Verdict::Change);
     }
@@ -261,12 +260,12 @@ private Q_SLOTS:
     {
         HVSafePath safe = path();
         for (int i = 0; i < 10; ++i)
-            safe.pointerMoved({ 120, 130 + 5 * i }, 10 * i, Over::Other, 1);
+            safe.pointerMoved({ 120, 130 + 5 * i }, 10LL * i, Over::Other, 1);
         QVERIFY(safe.deadline() > 90 + Dwell);
         QVERIFY(safe.deadline() <= 90 + Dwell + Slack);
         safe = path();
         for (int i = 0; i < 10; ++i)
-            safe.pointerMoved({ 500 + 5 * i, 130 }, 10 * i, Over::Other, 1);
+            safe.pointerMoved({ 500 + 5 * i, 130 }, 10LL * i, Over::Other, 1);
         QCOMPARE(safe.deadline(), 90 + Dwell);
     }
 

@@ -18,7 +18,7 @@ inline QByteArray packed(const QImage &image)
 {
     QByteArray bytes;
     for (int y = 0; y < image.height(); ++y)
-        bytes.append(reinterpret_cast<const char *>(image.constScanLine(y)), image.width() * 4);
+        bytes.append(reinterpret_cast<const char *>(image.constScanLine(y)), image.width() * 4LL);
     return bytes;
 }
 

@@ -90,7 +90,7 @@ public:
             const Hovlets::HVVideoFrame frame = getFrame(i);
             for (int y = 0; y < frame.height(); ++y)
                 bytes.append(reinterpret_cast<const char *>(frame.constScanLine(y)),
-                             frame.width() * 4);
+                             frame.width() * 4LL);
         }
         return bytes;
     }

@@ -16,5 +16,6 @@ void filterTestLog();
 #define HOVLETS_TEST_MAIN(TestClass) \
     int main(int argc, char **argv) \
     { \
+        /* NOLINTNEXTLINE(bugprone-macro-parentheses): the name of a class */ \
         return runTest(argc, argv, []() -> QObject * { return new TestClass; }); \
     }

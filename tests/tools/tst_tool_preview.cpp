@@ -14,6 +14,7 @@
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
+#include <QtWidgets/QToolTip>
 #include <QtWidgets/QTreeWidget>
 
 using namespace HovletsTool;

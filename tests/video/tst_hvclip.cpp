@@ -127,7 +127,7 @@ void tst_HVClip::compare(const QString &path)
     const QByteArray should = ClipFolder::pictures(path);
     const auto clip = newClip();
     QCOMPARE(clip->open(path), nullptr);
-    const int bytes = clip->size().width() * clip->size().height() * 4;
+    const qint64 bytes = clip->size().width() * clip->size().height() * 4LL;
     int index = 0;
     for (QImage image = clip->nextPicture(); !image.isNull(); image = clip->nextPicture()) {
         QCOMPARE(image.format(), QImage::Format_RGB32);
@@ -137,7 +137,7 @@ void tst_HVClip::compare(const QString &path)
                  qPrintable(QStringLiteral("picture %1: %2").arg(index).arg(wrong)));
         ++index;
     }
-    QCOMPARE(index * bytes, int(should.size()));
+    QCOMPARE(index * bytes, qint64(should.size()));
     QVERIFY(index > 0);
     QVERIFY(clip->nextPicture().isNull()); // it remains at the end
 }

@@ -114,7 +114,7 @@ void tst_HVClipReading::shouldContinueDecodingAfterASeek()
         clip->nextPicture();
 
     clip->seek(seconds, backward);
-    constexpr int Size = 64 * 48 * 4;
+    constexpr qint64 Size = 64LL * 48 * 4;
     for (int i = first; i < 10; ++i) {
         const QString wrong = difference(packed(clip->nextPicture()), pictures.mid(i * Size, Size));
         QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
@@ -133,7 +133,7 @@ void tst_HVClipReading::shouldDecodeAgainWhenItSeeksAtTheEnd()
         QVERIFY(!clip->nextPicture().isNull());
 
     clip->seekTo(0, 0); // the decoder does not know yet that this was the last
-    constexpr int Size = 64 * 48 * 4;
+    constexpr qint64 Size = 64LL * 48 * 4;
     for (int i = 0; i < 10; ++i) {
         const QString wrong = difference(packed(clip->nextPicture()), pictures.mid(i * Size, Size));
         QVERIFY2(wrong.isEmpty(), qPrintable(wrong));

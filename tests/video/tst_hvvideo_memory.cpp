@@ -13,8 +13,8 @@ using namespace Hovlets;
 
 namespace {
 
-constexpr qint64 Frame = 64 * 48 * 4; // bytes in each frame of the usual clip
-constexpr int Count = DecodedClips::Count;
+constexpr qint64 Frame = 64LL * 48 * 4; // bytes in each frame of the usual clip
+constexpr qint64 Count = DecodedClips::Count;
 
 void limitMemory(qint64 bytes)
 {
