@@ -127,7 +127,7 @@ void tst_HVClip::compare(const QString &path)
     const QByteArray should = ClipFolder::pictures(path);
     const auto clip = newClip();
     QCOMPARE(clip->open(path), nullptr);
-    const qint64 bytes = clip->size().width() * clip->size().height() * 4LL;
+    const qint64 bytes = 4LL * clip->size().width() * clip->size().height();
     int index = 0;
     for (QImage image = clip->nextPicture(); !image.isNull(); image = clip->nextPicture()) {
         QCOMPARE(image.format(), QImage::Format_RGB32);
