@@ -18,6 +18,11 @@ function(hovlets_target target)
     target_compile_options(${target} PRIVATE
         $<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:-Wall -Wextra -Wpedantic>
         $<$<AND:$<BOOL:${HOVLETS_WERROR}>,$<CXX_COMPILER_ID:GNU,Clang,AppleClang>>:-Werror>)
+    if(CMAKE_UNITY_BUILD)
+        # Classes of one source may have members of types in its unnamed namespace, also where the
+        # source is included by another.
+        target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
+    endif()
     if(HOVLETS_SANITIZE)
         target_compile_options(${target} PRIVATE
             -fsanitize=${HOVLETS_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)

@@ -13,7 +13,7 @@ namespace HovletsTool {
 
 namespace {
 
-enum Column { CodeColumn, PlaceColumn, TextColumn };
+enum { CodeColumn, PlaceColumn, TextColumn };
 
 constexpr int FileRole = Qt::UserRole;
 

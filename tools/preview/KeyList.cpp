@@ -14,7 +14,7 @@ namespace HovletsTool {
 
 namespace {
 
-enum Column { KeyColumn, PackageColumn, FindingColumn };
+enum { KeyColumn, PackageColumn, FindingColumn };
 
 } // namespace
 

@@ -14,7 +14,7 @@ namespace {
 /// Markup may be that many times longer than the text it shows.
 constexpr int MarkupPerCharacter = 4;
 
-constexpr ushort Ellipsis = 0x2026;
+constexpr ushort CutOff = 0x2026;
 
 QString attribute(const HVXmlElement &element, const char *name)
 {
@@ -228,7 +228,7 @@ private:
         if (isMarked)
             return;
         HVEntryBlock block;
-        block.text.text = QChar(Ellipsis);
+        block.text.text = QChar(CutOff);
         block.text.spoken = block.text.text;
         block.text.isCut = true;
         block.isMuted = true;

@@ -20,7 +20,7 @@ struct Expansion
     qsizetype tail; // number of characters after it, which stays constant while it grows
 };
 
-bool isNameCharacter(QChar c)
+bool isInPlaceholder(QChar c)
 {
     return (c >= QLatin1Char('a') && c <= QLatin1Char('z'))
             || (c >= QLatin1Char('A') && c <= QLatin1Char('Z'))
@@ -72,7 +72,7 @@ qsizetype placeholderName(const Rest &rest)
     if (rest.at(0) != QLatin1Char('%') || rest.at(1) != QLatin1Char('('))
         return 0;
     qsizetype end = Opening;
-    while (isNameCharacter(rest.at(end)))
+    while (isInPlaceholder(rest.at(end)))
         ++end;
     const bool isClosed = rest.at(end) == QLatin1Char(')') && rest.at(end + 1) == QLatin1Char('s');
     return isClosed ? end - Opening : 0;

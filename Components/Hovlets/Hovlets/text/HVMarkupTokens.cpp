@@ -7,7 +7,7 @@ namespace Hovlets {
 
 namespace {
 
-bool isLetter(QChar c)
+bool isAsciiLetter(QChar c)
 {
     return (c >= QLatin1Char('a') && c <= QLatin1Char('z'))
             || (c >= QLatin1Char('A') && c <= QLatin1Char('Z'));
@@ -15,7 +15,7 @@ bool isLetter(QChar c)
 
 bool isLetterOrDigit(QChar c)
 {
-    return isLetter(c) || (c >= QLatin1Char('0') && c <= QLatin1Char('9'));
+    return isAsciiLetter(c) || (c >= QLatin1Char('0') && c <= QLatin1Char('9'));
 }
 
 bool isPlaceholderCharacter(QChar c)
@@ -55,7 +55,7 @@ std::optional<HVTagToken> readTag(QStringView text, qsizetype at)
     HVTagToken token;
     token.isEnd = isAt(text, at + 1, '/');
     const qsizetype name = at + (token.isEnd ? 2 : 1);
-    const qsizetype nameEnd = behind(text, name, isLetter);
+    const qsizetype nameEnd = behind(text, name, isAsciiLetter);
     const std::optional<HVMarkupTag> tag = markupTagNamed(text.mid(name, nameEnd - name));
     if (!tag)
         return {};

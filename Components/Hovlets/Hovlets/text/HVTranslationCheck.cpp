@@ -15,7 +15,7 @@ constexpr quint32 NoString = 0xffffffff; // the length of a null string
 
 enum Section : quint8 { Contexts = 0x2f, Hashes = 0x42, Messages = 0x69, Dependencies = 0x96 };
 
-enum Tag : quint8 {
+enum TagByte : quint8 {
     End = 1,
     Translation = 3,
     Obsolete = 5,
