@@ -2,9 +2,11 @@
 #include "ClipFolder.h"
 #include "DebugLog.h"
 #include "DefaultUiTest.h"
+#include "HVClip.h"
 #include "HVVideoComponent.h"
 #include "TestMain.h"
 
+#include <QtCore/QDir>
 #include <QtCore/QPointer>
 
 using namespace Hovlets;
@@ -49,6 +51,49 @@ private Q_SLOTS:
         Q_EMIT video()->openingFailed();
         QCOMPARE(clip->implicitHeight(), 0.0);
         QVERIFY(!picture());
+    }
+
+    void shouldShowAWhiteClipWhiteToItsEdges_data()
+    {
+        QTest::addColumn<QString>("size");
+        QTest::newRow("own size") << QStringLiteral("160x90");
+        QTest::newRow("odd size") << QStringLiteral("161x91");
+        QTest::newRow("scaled down") << QStringLiteral("1200x300");
+    }
+
+    void shouldShowAWhiteClipWhiteToItsEdges()
+    {
+        QFETCH(QString, size);
+        m_bench = std::make_unique<DefaultUiBench>(
+                DefaultUiBench::entry("title=\"Clip\" clip=\"clip.avi\"", "<p>Text</p>"));
+        m_bench->host.manager()->setGlobalProperty(QStringLiteral("reducedMotion"), true);
+        const QString made = m_clips.make(
+                QStringLiteral("white%1.avi").arg(size),
+                QStringLiteral("-f lavfi -i color=white -s %1 -t 0.2 -c:v mpeg4 -q:v 1").arg(size));
+        m_bench->folder.add(QStringLiteral("Test.hovlets/Resources/clip.avi"),
+                            ClipFolder::read(made));
+        QVERIFY(m_bench->show());
+        QTRY_VERIFY(video() && video()->loadProgress() == 1.0);
+        m_bench->settle();
+        QCOMPARE(darkPixelsAtTheEdges(m_bench->grab().copy(m_bench->place(picture()).toRect())), 0);
+    }
+
+    void shouldHaveExamplesWithoutAFrame_data()
+    {
+        QTest::addColumn<QString>("path");
+        const QDir folder(QStringLiteral(
+                HOVLETS_PACKAGES "/../../../examples/drawing/packages/Tools.hovlets/Resources"));
+        const QFileInfoList clips = folder.entryInfoList({ QStringLiteral("*.mp4") });
+        for (const QFileInfo &clip : clips)
+            QTest::newRow(qPrintable(clip.fileName())) << clip.filePath();
+    }
+
+    void shouldHaveExamplesWithoutAFrame()
+    {
+        QFETCH(QString, path);
+        HVClip clip([] { return false; });
+        QCOMPARE(clip.open(path), nullptr);
+        QCOMPARE(darkPixelsAtTheEdges(clip.nextPicture()), 0);
     }
 
     void shouldScaleAWideClipDownToThePopup()
@@ -260,6 +305,20 @@ private Q_SLOTS:
     }
 
 private:
+    /// Counts what is not white in the outermost columns and rows.
+    static int darkPixelsAtTheEdges(const QImage &image)
+    {
+        int count = image.isNull() ? 1 : 0;
+        for (int x = 0; x < image.width(); ++x) {
+            for (int y = 0; y < image.height(); ++y) {
+                const bool isAtEdge =
+                        x < 2 || y < 2 || x >= image.width() - 2 || y >= image.height() - 2;
+                count += isAtEdge && qGray(image.pixel(x, y)) < 245 ? 1 : 0;
+            }
+        }
+        return count;
+    }
+
     static constexpr auto LongClip = "-s 160x90 -t 6 -r 25";
     static constexpr auto ShortClip = "-s 160x90 -t 0.4 -r 25";
 
