@@ -19,8 +19,8 @@ function(hovlets_target target)
         $<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:-Wall -Wextra -Wpedantic>
         $<$<AND:$<BOOL:${HOVLETS_WERROR}>,$<CXX_COMPILER_ID:GNU,Clang,AppleClang>>:-Werror>)
     if(CMAKE_UNITY_BUILD)
-        # Classes of one source may have members of types in its unnamed namespace, also where the
-        # source is included by another.
+        # A class in a source may have members with types from the source's unnamed namespace, even
+        # if another source includes it.
         target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
     endif()
     if(HOVLETS_SANITIZE)

@@ -10,7 +10,7 @@ using namespace Hovlets;
 
 namespace {
 
-/// What a host would ask its widgets, to return the key of the part under the pointer.
+/// Finds the part under the pointer in the way of a host that returns a key for it.
 QString textAt(QObject *object, const QPoint &position)
 {
     auto *widget = qobject_cast<QWidget *>(object);
@@ -163,7 +163,7 @@ private Q_SLOTS:
         QVERIFY(rest(at("a"), [&] { return shown("a"); }));
         QVERIFY(rest(at("b"), [&] { return shown("b"); }));
         QVERIFY(!timer()->isActive());
-        Pointer::moveTo(at("plain")); // another control: the countdown begins
+        Pointer::moveTo(at("plain")); // another control: the countdown starts
         QTRY_VERIFY(timer()->isActive() || !popup()->isVisible());
         QVERIFY(rest(at("plain"), [&] { return !popup()->isVisible(); }));
         if (kind == "menu bar")

@@ -80,7 +80,7 @@ bool hasToolTip(const QHeaderView &header, const QPoint &point)
             && header.model()->headerData(section, header.orientation(), Qt::ToolTipRole).isValid();
 }
 
-/// Without a tooltip of its own, an action returns its text.
+/// An action without a tooltip returns its text as one.
 bool hasToolTip(const QMenu &menu, const QPoint &point)
 {
     const QAction *action = menu.toolTipsVisible() ? menu.actionAt(point) : nullptr;

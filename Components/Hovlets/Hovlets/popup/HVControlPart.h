@@ -29,8 +29,8 @@ struct HVControlPart
 /// The part of \a widget at the global \a position, or the whole widget if there is none.
 HVControlPart controlPartAt(const QWidget &widget, const QPoint &position);
 
-/// Whether the part of \a widget at the global \a position has a tooltip of its own. Asks the
-/// host's model if there is one.
+/// Whether the part of \a widget at the global \a position has its own tooltip. Asks the host's
+/// model if there is one.
 bool hasPartToolTip(const QWidget &widget, const QPoint &position);
 
 } // namespace Hovlets

@@ -8,7 +8,7 @@
 
 namespace Hovlets {
 
-/// The available area of the screen that shows the center of \a control. Its window may be mostly
+/// The available area of the screen that shows the centre of \a control. Most of its window may be
 /// on another screen.
 QRect availableAreaFor(const QWidget &control);
 
@@ -20,7 +20,7 @@ QRect availableAreaFor(const QWidget &control);
 class HVControlPlace
 {
 public:
-    /// Without a control: a place that stays right.
+    /// A place without a control, which remains valid.
     HVControlPlace() = default;
     explicit HVControlPlace(const QWidget &control);
 
