@@ -8,6 +8,8 @@
 #include <QtQuick/QQuickItem>
 #include <QtWidgets/QApplication>
 
+#include <sys/stat.h>
+
 using namespace Hovlets;
 
 namespace {
@@ -253,6 +255,17 @@ private Q_SLOTS:
         QCOMPARE(bench.view->resourceDirectoryPath(), QStringLiteral("one"));
         QCOMPARE(bench.view->property("resourceDirectory").toString(), QStringLiteral("one"));
         QCOMPARE(bench.view->findResource(QStringLiteral("x")), QStringLiteral("many"));
+    }
+
+    void shouldNotWaitForAUserInterfaceThatIsAPipe()
+    {
+        PopupBench bench;
+        const QString pipe = bench.folder.path() + QStringLiteral("/pipe.qml");
+        QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+        bench.host->forgetMessages();
+        bench.view->loadQML(pipe);
+        QCOMPARE(bench.host->messagesOf(HVMessageDebug),
+                 QStringList { QStringLiteral("Can't find :") + pipe });
     }
 
     void shouldTakeTheResourcesFromTheSettings()

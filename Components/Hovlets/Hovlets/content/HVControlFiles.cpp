@@ -55,12 +55,19 @@ std::optional<bool> namesHovlets(const QByteArray &text)
             QRegularExpression::UseUnicodePropertiesOption);
     constexpr int LongestLine = 1023; // longer lines count as several
 
-    QByteArray line;
-    for (int at = 0; at < text.size(); at += static_cast<int>(line.size())) {
-        line = text.mid(at, LongestLine);
-        const auto newline = line.indexOf('\n');
-        if (newline >= 0)
-            line.truncate(newline + 1);
+    // Lines without a "<" are passed over, however many there are.
+    int at = 0;
+    for (auto tag = text.indexOf('<'); tag >= 0; tag = text.indexOf('<', at)) {
+        const QByteArray before =
+                QByteArray::fromRawData(text.constData() + at, static_cast<int>(tag) - at);
+        at += static_cast<int>(before.lastIndexOf('\n')) + 1;
+        at += (static_cast<int>(tag) - at) / LongestLine * LongestLine;
+
+        QByteArray line = text.mid(at, LongestLine);
+        const auto end = line.indexOf('\n');
+        if (end >= 0)
+            line.truncate(end + 1);
+        at += static_cast<int>(line.size());
         if (!mayHoldStartTag(line))
             continue;
         const QRegularExpressionMatch match = startTag.match(QString::fromUtf8(line));
@@ -127,8 +134,11 @@ bool HVControlFiles::findControlFile(const QString &file, QString &problem)
     if (!isWhole)
         read.bytes.truncate(read.bytes.lastIndexOf('\n') + 1);
     std::optional<bool> answer = namesHovlets(read.bytes);
-    if (!answer && !isWhole)
-        answer = namesHovlets(HVFileBytes::all(file, limit).bytes);
+    // A root further down serves nothing: the parser reads what is before it, too.
+    if (!answer && !isWhole) {
+        const qint64 parsed = qMin<qint64>(HVLimits::current().parsedSize, 1 << 30);
+        answer = namesHovlets(HVFileBytes::head(file, static_cast<int>(parsed), limit).bytes);
+    }
     return answer.value_or(false);
 }
 

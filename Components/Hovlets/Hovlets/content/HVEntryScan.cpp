@@ -174,6 +174,11 @@ HVEntryScan::HVEntryScan(const QString &key)
 {
 }
 
+bool HVEntryScan::isPlainFile(const QByteArray &file) const
+{
+    return m_plainKey && hasPlainProlog(bytesOf(file));
+}
+
 bool HVEntryScan::mayHold(const QByteArray &file) const
 {
     const Bytes wanted = bytesOf(m_key);

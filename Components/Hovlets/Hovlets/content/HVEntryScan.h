@@ -24,6 +24,9 @@ public:
     /// False if no "hovlet" element of the file has the key.
     [[nodiscard]] bool mayHold(const QByteArray &file) const;
 
+    /// Whether file and key are in plain UTF-8, and the file has no document type declaration.
+    bool isPlainFile(const QByteArray &file) const;
+
 private:
     friend class HVEntryKeys;
 

@@ -3,6 +3,7 @@
 
 #include "HVContext.h"
 #include "HVControlFiles.h"
+#include "HVEntryCut.h"
 #include "HVEntryScan.h"
 #include "HVFileBytes.h"
 #include "HVFileMemory.h"
@@ -267,11 +268,24 @@ HVXmlElement *HVIndex::load(const QString &key, const QString &file, const QLoca
     const bool mayHold = d->memory.remember(file, read).mayHold(scan);
     if (read.bytes.isEmpty() || !mayHold || !scan.mayHold(read.bytes))
         return nullptr;
+    const HVLimits limits = HVLimits::current();
+    QByteArray bytes = read.bytes;
+    if (scan.isPlainFile(bytes)) {
+        const QByteArray needed = withoutOtherEntries(bytes, key, limits.nestingDepth);
+        if (!needed.isNull())
+            bytes = needed;
+    }
+    if (bytes.size() > limits.parsedSize) {
+        d->reportSkipped(
+                file,
+                QStringLiteral("more than %1 bytes to parse for an entry").arg(limits.parsedSize));
+        return nullptr;
+    }
 
     QString wanted = key;
     HVXmlParser parser(&entryShouldGenerate, &wanted);
     parser.registerElement(QStringLiteral("HVXmlElement"), &HVXmlElement::staticMetaObject);
-    const QList<QObject *> objects = d->parse(parser, file, read.bytes);
+    const QList<QObject *> objects = d->parse(parser, file, bytes);
     auto *top = objects.size() == 1 ? qobject_cast<HVXmlElement *>(objects.constFirst()) : nullptr;
     auto *entry = top && top->children().size() == 1 && parser.isClosed()
             ? qobject_cast<HVXmlElement *>(top->children().constFirst())

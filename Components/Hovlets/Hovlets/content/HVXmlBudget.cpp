@@ -75,12 +75,27 @@ void HVXmlBudget::setInDocumentType(bool inside)
 
 bool HVXmlBudget::read(QChar c)
 {
+    if (c == QLatin1Char('=')) {
+        m_followsEquals = true;
+    } else if (m_followsEquals && !c.isSpace()) {
+        m_followsEquals = false;
+        if ((c == QLatin1Char('"') || c == QLatin1Char('\'')) && !readAttribute())
+            return false;
+    }
     if (!m_inDocumentType)
         return true;
     if (c == QLatin1Char('('))
         return openParentheses(1);
     m_parentheses = openAfter(c, m_parentheses);
     return true;
+}
+
+/// The reader reports the attributes of an element only after it has stored all of them.
+bool HVXmlBudget::readAttribute()
+{
+    if (++m_attributes <= m_limits.builtElements)
+        return true;
+    return fail(QStringLiteral("more than %1 attributes").arg(m_limits.builtElements));
 }
 
 bool HVXmlBudget::openParentheses(int number)

@@ -54,6 +54,7 @@ private:
 
     bool fail(const QString &reason);
     bool openParentheses(int number);
+    bool readAttribute();
 
     HVLimits m_limits;
     QHash<QString, Entity> m_entities;
@@ -62,6 +63,8 @@ private:
     qint64 m_entityCharacters = 0;
     qint64 m_delivered = 0;
     int m_built = 0;
+    int m_attributes = 0; // and what looks like one in a text
+    bool m_followsEquals = false;
     int m_parentheses = 0; // open in the current content model
     bool m_inDocumentType = false;
     QString m_failure;

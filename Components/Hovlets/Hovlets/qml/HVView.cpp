@@ -403,7 +403,9 @@ void HVView::statusHasChanged(DECLARATIVEVIEW_STATUS s)
 
 void HVView::loadQML(const QString &path)
 {
-    if (!QFileInfo::exists(path)) {
+    const QFileInfo file(path);
+    // Qt would wait for a writer when it opens a pipe.
+    if (!file.exists() || !(file.isFile() || file.isDir())) {
         d->debug(QStringLiteral("Can't find :%1").arg(path));
         return;
     }

@@ -1,0 +1,187 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HostileInputs.h"
+#include "TranslationFile.h"
+
+#include <QtCore/QBuffer>
+#include <QtCore/QtEndian>
+#include <QtGui/QImage>
+
+namespace {
+
+QByteArray encoded(int width, int height, const char *format)
+{
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    QImage image(width, height, QImage::Format_Mono);
+    image.fill(0);
+    image.save(&buffer, format);
+    return bytes;
+}
+
+QByteArray pngOf(quint32 width, quint32 height)
+{
+    QByteArray bytes = encoded(16, 16, "PNG");
+    qToBigEndian(width, bytes.data() + 16);
+    qToBigEndian(height, bytes.data() + 20);
+    return bytes;
+}
+
+QByteArray bmpOf(qint32 width, qint32 height)
+{
+    QByteArray bytes = encoded(16, 16, "BMP");
+    qToLittleEndian(width, bytes.data() + 18);
+    qToLittleEndian(height, bytes.data() + 22);
+    return bytes;
+}
+
+QByteArray gifOf(quint16 width, quint16 height, int frames)
+{
+    QByteArray size(4, '\0');
+    qToLittleEndian(width, size.data());
+    qToLittleEndian(height, size.data() + 2);
+    QByteArray bytes = "GIF89a" + size + QByteArray("\x80\0\0\0\0\0\xff\xff\xff", 9);
+    for (int frame = 0; frame < frames; ++frame) {
+        bytes += QByteArray("\x2c\0\0\0\0", 5) + size + QByteArray("\0\2\2\x44\1\0", 6);
+    }
+    return bytes + ";";
+}
+
+QByteArray svgOf(const QByteArray &body, const QByteArray &size = "100")
+{
+    return "<svg xmlns=\"http://www.w3.org/2000/svg\" "
+           "xmlns:xlink=\"http://www.w3.org/1999/xlink\" width=\""
+            + size + "\" height=\"" + size + "\">" + body + "</svg>";
+}
+
+/// Thirty references to one picture.
+HostileInput picture(const QByteArray &name, const QByteArray &suffix, const QByteArray &bytes)
+{
+    const QByteArray file = "x." + suffix;
+    return { "picture", suffix + " " + name, [=](const HostilePackage &package) {
+                package.write(QStringLiteral("Resources/") + QString::fromLatin1(file), bytes);
+                package.entry({}, ("<img src=\"" + file + "\"/>").repeated(30));
+            } };
+}
+
+void addPictures(QList<HostileInput> &inputs)
+{
+    for (const int side : { 5700, 20000 })
+        inputs += picture(QByteArray::number(side), "png", encoded(side, side, "PNG"));
+    inputs += picture("9000", "bmp", encoded(9000, 9000, "BMP"));
+    for (const quint32 side : { 100u, 60000u, 0x7fffffffu, 0xffffffffu }) {
+        inputs += picture("said to be " + QByteArray::number(side), "png", pngOf(side, side));
+        inputs += picture("said to be " + QByteArray::number(side), "bmp",
+                          bmpOf(qint32(side), qint32(side)));
+    }
+    inputs += picture("65535", "gif", gifOf(65535, 65535, 1));
+    inputs += picture("5000, 20000 frames", "gif", gifOf(5000, 5000, 20000));
+    inputs += picture("nested", "svg", svgOf(QByteArray("<g>").repeated(100000)));
+    inputs += picture("shapes", "svg",
+                      svgOf(QByteArray("<circle r=\"50\" stroke=\"red\"/>").repeated(25000)));
+    inputs += picture("dashes", "svg",
+                      svgOf("<line x2=\"1e9\" y2=\"1e9\" stroke=\"red\" stroke-width=\"9\" "
+                            "stroke-dasharray=\"0.00001\"/>"));
+    inputs += picture("path", "svg",
+                      svgOf("<path stroke=\"red\" d=\"M0 0"
+                            + QByteArray(" L99 1 L1 99").repeated(80000) + "\"/>"));
+    inputs +=
+            picture("far path", "svg",
+                    svgOf("<path stroke=\"red\" stroke-width=\"1e30\" d=\"M-1e30 0L1e30 1e30\"/>"));
+    inputs += picture("fonts", "svg", svgOf("<text font-size=\"1e9\" x=\"1\" y=\"99\">x</text>"));
+    inputs += picture("many texts", "svg",
+                      svgOf(QByteArray("<text font-size=\"99\">x</text>").repeated(30000)));
+    inputs += picture("gradients", "svg",
+                      svgOf("<linearGradient id=\"g\" xlink:href=\"#g\"/>"
+                            "<rect fill=\"url(#g)\" width=\"99\" height=\"99\"/>"));
+    inputs += picture("uses itself", "svg", svgOf("<g id=\"a\"><use xlink:href=\"#a\"/></g>"));
+    inputs += picture("names a file", "svg",
+                      svgOf("<image xlink:href=\"/dev/zero\" width=\"9\" height=\"9\"/>"));
+    inputs += picture("entities", "svg", "<!DOCTYPE svg [<!ENTITY a 'x'>]>" + svgOf("&a;"));
+    inputs += picture("8000", "svg", svgOf("<rect width=\"9\" height=\"9\"/>", "5700"));
+    for (const char *suffix : { "png", "gif", "jpg", "webp", "svg", "bmp", "ico", "tiff" })
+        inputs += picture("zeros", suffix, QByteArray(1000000, '\0'));
+    for (const char *format : { "PNG", "BMP", "JPG", "WEBP" }) {
+        const QByteArray whole = encoded(64, 64, format);
+        for (int at = 1; at < whole.size() && at < 120; at += 17) {
+            QByteArray bytes = whole;
+            bytes[at] = char(bytes.at(at) ^ 0xff);
+            inputs += picture("flipped at " + QByteArray::number(at), format, bytes);
+            inputs += picture("cut at " + QByteArray::number(at), format, whole.left(at));
+        }
+    }
+}
+
+HostileInput translation(const QByteArray &name, const QByteArray &bytes)
+{
+    return { "translation", name, [=](const HostilePackage &package) {
+                package.write(QStringLiteral("l10n/Hovlets_en_US.qm"), bytes);
+                package.entry("title=\"text\"", "<p>text</p><p>other</p>");
+            } };
+}
+
+void addTranslations(QList<HostileInput> &inputs)
+{
+    const QByteArray whole = translationFile(
+            { { "attack", "text", QStringLiteral("Wort") }, { "", "other", QStringLiteral("x") } },
+            true);
+    for (int at = 0; at < whole.size(); at += 5) {
+        QByteArray bytes = whole;
+        bytes[at] = char(bytes.at(at) ^ (at % 2 ? 0x80 : 0xff));
+        inputs += translation("flipped at " + QByteArray::number(at), bytes);
+        inputs += translation("cut at " + QByteArray::number(at), whole.left(at));
+    }
+    inputs += translation("doubled", whole + whole);
+    inputs += translation("zeros", whole.left(16) + QByteArray(10000000, '\0'));
+    inputs += translation("ones", whole.left(16) + QByteArray(10000000, '\xff'));
+    inputs += translation("too large", whole + QByteArray(20000000, '\0'));
+}
+
+/// Each file of a package becomes something else after it was indexed.
+void addSpecialFiles(QList<HostileInput> &inputs)
+{
+    const char *corpus = "special file";
+    const auto make = [](const HostilePackage &package) {
+        package.write(QStringLiteral("Resources/x.png"), encoded(16, 16, "PNG"));
+        package.write(QStringLiteral("Resources/x.mp4"), "x");
+        package.write(QStringLiteral("l10n/Hovlets_en_US.qm"),
+                      translationFile("attack", "text", QStringLiteral("Wort")));
+        package.write(QStringLiteral("ui/Own.qml"), PackageFolder::userInterface(10, 10));
+        package.entry("title=\"text\" clip=\"x.mp4\" ui=\"ui/Own.qml\"",
+                      "<p>text</p><img src=\"x.png\"/>");
+        package.write(QStringLiteral("Control/plain.xml"),
+                      "<hovlets search=\"Default\"><hovlet key=\"attack\" clip=\"x.mp4\">"
+                      "<p>text</p><img src=\"x.png\"/></hovlet></hovlets>");
+    };
+    for (const char *name : { "Control/attack.xml", "Control/plain.xml", "Resources/x.png",
+                              "Resources/x.mp4", "l10n/Hovlets_en_US.qm", "ui/Own.qml" }) {
+        const QString file = QString::fromLatin1(name);
+        const QByteArray at = " at " + QByteArray(name);
+        inputs.append({ corpus, "pipe" + at, make,
+                        [=](const HostilePackage &package) { package.pipe(file); } });
+        inputs.append({ corpus, "socket" + at, make,
+                        [=](const HostilePackage &package) { package.socket(file); } });
+        inputs.append({ corpus, "folder" + at, make,
+                        [=](const HostilePackage &package) { package.folder(file); } });
+        for (const char *target : { "/dev/zero", "/dev/tty", "/dev/full", "/proc/self/mem",
+                                    "/proc/kmsg", "/nonexistent" }) {
+            inputs.append({ corpus, target + at, make, [=](const HostilePackage &package) {
+                               package.link(QString::fromLatin1(target), file);
+                           } });
+        }
+        inputs.append({ corpus, "link to itself" + at, make, [=](const HostilePackage &package) {
+                           package.link(package.path(file), file);
+                       } });
+    }
+}
+
+} // namespace
+
+QList<HostileInput> hostileFiles()
+{
+    QList<HostileInput> inputs;
+    addPictures(inputs);
+    addTranslations(inputs);
+    addSpecialFiles(inputs);
+    return inputs;
+}
