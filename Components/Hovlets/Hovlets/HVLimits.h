@@ -146,10 +146,10 @@ struct HOVLETS_EXPORT HVLimits
     // Control files, continued: new fields come last
 
     /*!
-     * Bytes of one control file that are parsed for one look-up. Of most files these are the entry
-     * and the text around the entries, because all other entries are left out. A file with a
+     * Bytes of one control file that are parsed for one look-up. For most files, these are the
+     * entry and the text around the entries, because all other entries are omitted. A file with a
      * document type declaration, or in an encoding other than UTF-8, is parsed as a whole. A file
-     * with more bytes to parse is skipped. 4 MB take the parser about 150 ms.
+     * with more bytes to parse is skipped. The parser needs about 150 ms for 4 MB.
      */
     qint64 parsedSize = qint64 { 4 } * 1024 * 1024;
 
