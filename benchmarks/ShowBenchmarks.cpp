@@ -16,6 +16,7 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QTimer>
 #include <QtQuick/QQuickWindow>
+#include <QtWidgets/QWidget>
 
 #include <chrono>
 #include <memory>
@@ -94,9 +95,10 @@ private:
 class Library
 {
 public:
-    explicit Library(const Package &package)
+    explicit Library(
+            const Package &package, void (*configure)(HVContext &) = [](HVContext &) {})
         : m_host(m_context, {})
-        , m_manager(std::make_unique<Hovlets::HVManager>(&m_host, settings(package),
+        , m_manager(std::make_unique<Hovlets::HVManager>(&m_host, settings(package, configure),
                                                          package.dataPaths(), nullptr))
     {
     }
@@ -109,13 +111,17 @@ public:
 
     bool show(int entry, TakePicture take)
     {
-        return m_manager->show(Package::key(entry), Position, nullptr)
+        return m_manager->show(Package::key(entry), Position, control)
                 && take(*m_manager->widget()->view());
     }
 
+protected:
+    QWidget *control = nullptr; // what the popup is for
+
 private:
-    HVContext &settings(const Package &package)
+    HVContext &settings(const Package &package, void (*configure)(HVContext &))
     {
+        configure(m_context);
         m_context.set(Hovlets::HVKeyHideDelay, 0);
         m_context.set(Hovlets::HVKeyExtraComponentPath, package.components());
         return m_context;
@@ -124,6 +130,22 @@ private:
     HVContext m_context;
     Hovlets::HVInterface m_host;
     std::unique_ptr<Hovlets::HVManager> m_manager;
+};
+
+/// The library with the recommended settings, and a control for the popup to go beside.
+class RecommendedLibrary : public Library
+{
+public:
+    explicit RecommendedLibrary(const Package &package)
+        : Library(package, Hovlets::useRecommendedSettings)
+    {
+        m_control.setGeometry(Position.x(), Position.y(), 40, 30);
+        m_control.show();
+        control = &m_control;
+    }
+
+private:
+    QWidget m_control;
 };
 
 /// A bare tooltip for the same package. Its content is parsed before the measurement starts.
@@ -210,6 +232,28 @@ void registerPair(Comparisons &comparisons, const std::string &prefix, Measure l
     comparisons.add(ours, { add(prefix + "/bare QQuickWidget", bare) }, 1.2);
 }
 
+/// Hover to first frame: the recommended settings beside the defaults.
+void registerRecommended(Comparisons &comparisons, const std::shared_ptr<Package> &package)
+{
+    const std::pair<const char *, std::pair<Measure, Measure>> shows[] = {
+        { "cold show, recommended settings", { showCold<RecommendedLibrary>, showCold<Library> } },
+        { "warm show, recommended settings", { showWarm<RecommendedLibrary>, showWarm<Library> } },
+    };
+    for (const auto &[name, measures] : shows) {
+        const auto add = [&](const std::string &row, Measure measure) {
+            benchmark::RegisterBenchmark(row.c_str(),
+                                         [measure = measure, package](benchmark::State &state) {
+                                             measure(state, *package, drawAtOnce);
+                                         })
+                    ->Unit(benchmark::kMillisecond)
+                    ->UseManualTime();
+            return row;
+        };
+        const std::string ours = add(std::string(name) + "/Hovlets", measures.first);
+        comparisons.add(ours, { add(std::string(name) + "/defaults", measures.second) }, 1.1);
+    }
+}
+
 void registerFor(Comparisons &comparisons, const std::string &name,
                  const std::shared_ptr<Package> &package)
 {
@@ -263,4 +307,5 @@ void registerShowBenchmarks(Comparisons &comparisons)
 {
     registerFor(comparisons, "small QML", std::make_shared<Package>(SmallUserInterface));
     registerFor(comparisons, "default QML", std::make_shared<Package>());
+    registerRecommended(comparisons, std::make_shared<Package>());
 }

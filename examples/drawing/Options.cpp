@@ -47,11 +47,17 @@ Options readOptions(const QCoreApplication &application)
             QStringLiteral("coverage-overlay"),
             QStringLiteral("Outline the controls: green with a hovlet, red without."));
 
+    const QCommandLineOption pinned(
+            QStringLiteral("pinned"),
+            QStringLiteral("Keep the pinned popups in this file from one run to the next."),
+            QStringLiteral("file"));
+
     QCommandLineParser parser;
     parser.setApplicationDescription(
             QStringLiteral("A small drawing program with hovlets on its controls."));
     parser.addHelpOption();
-    parser.addOptions({ locale, dark, simple, verbose, geometry, controls, coverage, overlay });
+    parser.addOptions(
+            { locale, dark, simple, verbose, geometry, controls, coverage, overlay, pinned });
     parser.addPositionalArgument(QStringLiteral("drawing"), QStringLiteral("A picture to open."),
                                  QStringLiteral("[drawing]"));
     parser.process(application);
@@ -65,6 +71,7 @@ Options readOptions(const QCoreApplication &application)
     options.controlsFile = parser.value(controls);
     options.coverageFile = parser.value(coverage);
     options.coverageOverlay = parser.isSet(overlay);
+    options.pinnedFile = parser.value(pinned);
     options.drawing = parser.positionalArguments().value(0);
     if (parser.isSet(geometry) && options.geometry.isNull()) {
         qCritical("--geometry wants WxH+X+Y, such as 900x600+40+40");

@@ -17,6 +17,7 @@ struct Options
     QString controlsFile;
     QString coverageFile;
     bool coverageOverlay = false;
+    QString pinnedFile;
     QString drawing;
 };
 

@@ -4,6 +4,7 @@
 #include "HelpWindow.h"
 #include "MainWindow.h"
 #include "Options.h"
+#include "PinnedFile.h"
 #include "Theme.h"
 
 #include <Hovlets/HVContext.h>
@@ -74,6 +75,9 @@ int main(int argc, char **argv)
     }
     window.show();
 
+    std::optional<PinnedFile> pinned;
+    if (!options.pinnedFile.isEmpty())
+        pinned.emplace(host, window, options.pinnedFile);
     std::optional<ControlsFile> controls;
     if (!options.controlsFile.isEmpty())
         controls.emplace(host, window, options.controlsFile);

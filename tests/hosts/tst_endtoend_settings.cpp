@@ -135,6 +135,57 @@ private Q_SLOTS:
         QTRY_VERIFY(!popup()->isVisible());
     }
 
+    void shouldShowLaterWhenAsked()
+    {
+        settings().set(HVKeyShowDelay, 1000);
+        QVERIFY(restOn("a")); // the toolkit's moment
+        QVERIFY(!popup() || !popup()->isVisible());
+        QTRY_VERIFY(isShowing("a"));
+        QVERIFY(!QToolTip::isVisible());
+    }
+
+    void shouldExpandTheSimplePopupUnderThePointer()
+    {
+        m_folder.add(QStringLiteral("Pack.hovlets/ui/SimpleTooltip.qml"),
+                     "import QtQuick 2.15\nRectangle { width: 150; height: 40 }");
+        settings().set(HVKeyPlacement, int(HVPlaceBesideControl));
+        settings().set(HVKeySimpleMode, true);
+        settings().set(HVKeyExpandDelay, 700);
+        QVERIFY(hover("a"));
+        const QRect simple = popup()->geometry();
+        QCOMPARE(simple.height(), 41);
+        Pointer::moveTo(simple.center());
+        QTRY_COMPARE(popup()->geometry().height(), 101);
+        QCOMPARE(popup()->geometry().topLeft(), simple.topLeft());
+        QVERIFY(popup()->isVisible());
+        QCOMPARE(title(), QStringLiteral("Title of a"));
+    }
+
+    void shouldBringPinnedPopupsBack()
+    {
+        QVERIFY(hover("a"));
+        QPointer<HVWidget> pinned(popup());
+        Pointer::moveTo(pinned->geometry().topLeft() + QPoint(150, 50));
+        Pointer::click();
+        QTRY_VERIFY(pinned->view()->reserved() && popup() != pinned);
+        QTRY_VERIFY(pinned->isVisible());
+        const QByteArray state = m_host->manager()->saveState();
+        const QPoint place = pinned->pos();
+        delete pinned;
+        QVERIFY(m_host->manager()->restoreState(state));
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        for (QWidget *window : windows) {
+            auto *restored = qobject_cast<HVWidget *>(window);
+            if (restored && restored->view()->reserved())
+                pinned = restored;
+        }
+        QVERIFY(pinned);
+        QTRY_VERIFY(pinned->isVisible());
+        QTRY_COMPARE(pinned->pos(), place);
+        QVERIFY(hover("b")); // pinned or not, the next popup comes
+        delete pinned;
+    }
+
 private:
     class ToolTipCounter : public QObject
     {

@@ -187,6 +187,24 @@ public:
     QString hovletAttribute(const QString &key, const QString &attribute,
                             const QString &defaultValue);
 
+    /*!
+     * The pinned popups that are open, for restoreState() in a later run: their keys, locales,
+     * places and whether they stay on top. The format has a version.
+     */
+    [[nodiscard]] QByteArray saveState() const;
+
+    /*!
+     * Brings pinned popups back, beside those that are open. Call it when the host's window shows:
+     * they belong to the active window, else to the first one.
+     *
+     * Popups whose key has no content any more are left out. Bytes that saveState() did not make,
+     * or that are damaged, restore nothing and send one warning.
+     *
+     * \param state the bytes from saveState()
+     * \return whether the bytes were whole
+     */
+    bool restoreState(const QByteArray &state);
+
 private:
     class Private;
     std::unique_ptr<Private> d;

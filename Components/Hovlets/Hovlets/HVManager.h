@@ -5,6 +5,7 @@
 #include "HVIndex.h"
 #include "HVInterface.h"
 
+#include <QtCore/QByteArray>
 #include <QtCore/QLocale>
 #include <QtCore/QMap>
 #include <QtCore/QObject>
@@ -201,6 +202,12 @@ public:
      * \return whether the host opened it
      */
     bool openExternalResource(const QString &resource);
+
+    /// \copydoc HVInterface::saveState
+    [[nodiscard]] QByteArray saveState() const;
+
+    /// \copydoc HVInterface::restoreState
+    bool restoreState(const QByteArray &state);
 
 protected:
     /*!

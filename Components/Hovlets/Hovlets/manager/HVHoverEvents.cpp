@@ -3,6 +3,7 @@
 
 #include "HVFileMemory.h"
 #include "HVHoverPopup.h"
+#include "HVHoverShow.h"
 #include "HVManager.h"
 #include "HVWidget.h"
 
@@ -11,9 +12,11 @@
 
 namespace Hovlets {
 
-HVHoverEvents::HVHoverEvents(HVManager &manager, HVHoverPopup &popup)
+HVHoverEvents::HVHoverEvents(HVManager &manager, HVHoverPopup &popup, HVHoverShow &show)
     : m_manager(manager)
     , m_popup(popup)
+    , m_show(show)
+    , m_delay(manager)
 {
 }
 
@@ -22,6 +25,7 @@ bool HVHoverEvents::filter(QObject *object, QEvent *event)
     if (event->type() == QEvent::ToolTip)
         return showToolTip(object, *static_cast<QHelpEvent *>(event));
     m_passed.clear();
+    m_delay.see(*event);
     switch (event->type()) {
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonRelease:
@@ -46,10 +50,22 @@ bool HVHoverEvents::showToolTip(QObject *object, const QHelpEvent &event)
         m_pass = HVToolTipPass::next();
     const HVToolTipPass pass(m_pass);
     const QPointer<QObject> control(object);
-    const bool handled = m_manager.show(m_manager.keyForObject(object), event.globalPos(), object);
+    const QString key = m_manager.keyForObject(object);
+    const bool handled =
+            isTooEarly(control, key, event) || m_manager.show(key, event.globalPos(), control);
     m_passed = control; // last: code of the host may have sent events meanwhile
     m_passedAt = event.globalPos();
     return handled;
+}
+
+/// Only what has content waits: an ordinary tooltip shows at the desktop's moment.
+bool HVHoverEvents::isTooEarly(QObject *object, const QString &key, const QHelpEvent &event)
+{
+    if (m_manager.context().get(HVKeyShowDelay).toInt() <= 0 || m_popup.isVisible())
+        return false;
+    const QPointer<QWidget> widget(qobject_cast<QWidget *>(object));
+    return widget && m_show.isAllowed() && m_show.hasContent(key) && widget
+            && m_delay.holdsBack(*widget, event);
 }
 
 void HVHoverEvents::pointerMoved(const QPoint &position)

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "HVShowDelay.h"
+
 #include <QtCore/QPoint>
 #include <QtCore/QPointer>
 
@@ -10,6 +12,7 @@ class QHelpEvent;
 namespace Hovlets {
 
 class HVHoverPopup;
+class HVHoverShow;
 class HVManager;
 
 /*!
@@ -18,7 +21,7 @@ class HVManager;
 class HVHoverEvents
 {
 public:
-    HVHoverEvents(HVManager &manager, HVHoverPopup &popup);
+    HVHoverEvents(HVManager &manager, HVHoverPopup &popup, HVHoverShow &show);
 
     /// Handles an event of \a object; returns true if the event must not go any further.
     bool filter(QObject *object, QEvent *event);
@@ -31,9 +34,12 @@ public:
 
 private:
     bool showToolTip(QObject *object, const QHelpEvent &event);
+    bool isTooEarly(QObject *object, const QString &key, const QHelpEvent &event);
 
     HVManager &m_manager;
     HVHoverPopup &m_popup;
+    HVHoverShow &m_show;
+    HVShowDelay m_delay;
 
     // The tooltip that Qt is passing from a control to its parents.
     quint64 m_pass = 0;

@@ -29,6 +29,17 @@ bool HVHoverShow::isAllowed() const
     return modifiers == 0 || static_cast<int>(QApplication::keyboardModifiers()) == modifiers;
 }
 
+bool HVHoverShow::hasContent(const QString &key) const
+{
+    HVFoundContent found = find(key);
+    if (!found.tree.entry())
+        found = findFallback(m_manager.context().get(HVKeyFallbackKey).toString());
+    const HVXmlElement *entry = found.tree.entry();
+    if (entry && entry == m_popup.content())
+        found.tree.release(); // an index supplied by the host may hand out the same tree again
+    return entry;
+}
+
 bool HVHoverShow::show(const QString &key, const QPoint &position, QObject *object)
 {
     const HVShowScope showing;

@@ -30,6 +30,9 @@ public:
     /// Whether the current settings allow a popup.
     [[nodiscard]] bool isAllowed() const;
 
+    /// Whether there is content for \a key, or the fallback key. Looks it up.
+    [[nodiscard]] bool hasContent(const QString &key) const;
+
     /// Does what HVManager::show() does once popups are allowed and the popup exists.
     bool show(const QString &key, const QPoint &position, QObject *object);
 

@@ -119,4 +119,14 @@ QString HVInterface::hovletAttribute(const QString &key, const QString &attribut
     return d->manager->hovletAttribute(key, attribute, defaultValue);
 }
 
+QByteArray HVInterface::saveState() const
+{
+    return d->manager->saveState();
+}
+
+bool HVInterface::restoreState(const QByteArray &state)
+{
+    return d->manager->restoreState(state);
+}
+
 } // namespace Hovlets

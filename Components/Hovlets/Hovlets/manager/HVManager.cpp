@@ -11,6 +11,7 @@
 #include "HVLookUp.h"
 #include "HVManagerServices.h"
 #include "HVPinnedPopups.h"
+#include "HVPinnedRestore.h"
 #include "HVQmlTypes.h"
 #include "HVQtCompat.h"
 #include "HVTextServices.h"
@@ -34,7 +35,7 @@ public:
         , loader(*manager)
         , texts(*manager)
         , hoverShow(*manager, popup)
-        , hoverEvents(*manager, popup)
+        , hoverEvents(*manager, popup, hoverShow)
         , services(*manager)
     {
     }
@@ -214,7 +215,7 @@ bool HVManager::reserve(HVWidget *widget, QWidget *&container)
     if (widget != d->popup.widget())
         return false; // the popup was deleted while the host answered
     container = window;
-    d->pinned.add(widget);
+    d->pinned.add(widget, d->context.get(HVKeyLocale).toString());
     d->popup.release();
     initializeTooltipWindow(nullptr);
     return true;
@@ -281,6 +282,27 @@ QString HVManager::translateString(const QString &text, const QString &context)
 bool HVManager::openExternalResource(const QString &resource)
 {
     return d->texts.openExternalResource(resource);
+}
+
+QByteArray HVManager::saveState() const
+{
+    return encodePinnedStates(d->pinned.states());
+}
+
+bool HVManager::restoreState(const QByteArray &state)
+{
+    const auto states = decodePinnedStates(state);
+    if (!states) {
+        handleMessage(HVMessageWarning,
+                      QStringLiteral("The saved state of pinned popups is damaged"));
+        return false;
+    }
+    const QPointer<HVManager> self(this); // content runs code of the host
+    for (const HVPinnedState &popup : *states) {
+        if (self)
+            restorePinned(*this, d->popup, popup);
+    }
+    return true;
 }
 
 HVPopupServices *popupServicesOf(HVManager *manager)

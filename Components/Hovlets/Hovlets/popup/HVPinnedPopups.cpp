@@ -9,9 +9,18 @@
 
 namespace Hovlets {
 
-void HVPinnedPopups::add(HVWidget *popup)
+namespace {
+
+HVXmlElement *contentOf(const HVWidget *popup)
 {
-    m_popups.append(popup);
+    return popup && popup->view() ? popup->view()->content() : nullptr;
+}
+
+} // namespace
+
+void HVPinnedPopups::add(HVWidget *popup, const QString &locale)
+{
+    m_popups.append({ popup, locale });
 }
 
 void HVPinnedPopups::raise()
@@ -31,17 +40,31 @@ void HVPinnedPopups::setStayOnTop(bool on)
 void HVPinnedPopups::forEachFromLast(const std::function<void(HVWidget &)> &change)
 {
     forgetClosed();
-    const QList<QPointer<HVWidget>> popups = m_popups;
-    std::for_each(popups.crbegin(), popups.crend(), [&](const QPointer<HVWidget> &popup) {
-        if (popup)
-            change(*popup);
+    const QList<Pinned> popups = m_popups;
+    std::for_each(popups.crbegin(), popups.crend(), [&](const Pinned &pinned) {
+        if (pinned.popup)
+            change(*pinned.popup);
     });
+}
+
+QVector<HVPinnedState> HVPinnedPopups::states() const
+{
+    QVector<HVPinnedState> states;
+    for (const auto &[popup, locale] : m_popups) {
+        const HVXmlElement *content = contentOf(popup);
+        if (!content || !popup->isVisible())
+            continue;
+        const bool stayOnTop = popup->windowFlags().testFlag(Qt::WindowStaysOnTopHint);
+        states.append({ content->attribute(QStringLiteral("key")), locale, popup->placeOfWindow(),
+                        stayOnTop });
+    }
+    return states;
 }
 
 HVXmlElement *HVPinnedPopups::contentFor(const QString &key) const
 {
-    for (const QPointer<HVWidget> &popup : m_popups) {
-        HVXmlElement *content = popup && popup->view() ? popup->view()->content() : nullptr;
+    for (const Pinned &pinned : m_popups) {
+        HVXmlElement *content = contentOf(pinned.popup);
         if (content && content->attribute(QStringLiteral("key")) == key)
             return content;
     }
@@ -50,7 +73,8 @@ HVXmlElement *HVPinnedPopups::contentFor(const QString &key) const
 
 void HVPinnedPopups::forgetClosed()
 {
-    m_popups.removeAll(QPointer<HVWidget>());
+    const auto isClosed = [](const Pinned &pinned) { return !pinned.popup; };
+    m_popups.erase(std::remove_if(m_popups.begin(), m_popups.end(), isClosed), m_popups.end());
 }
 
 } // namespace Hovlets

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "HVPinnedState.h"
+
 #include <QtCore/QList>
 #include <QtCore/QPointer>
 #include <QtCore/QString>
@@ -21,13 +23,17 @@ class HVXmlElement;
 class HVPinnedPopups
 {
 public:
-    void add(HVWidget *popup);
+    /// \a locale is the name of the preferred locale.
+    void add(HVWidget *popup, const QString &locale);
 
     /// Raises each popup, the last one first.
     void raise();
 
     /// Turns stay-on-top on or off for all popups.
     void setStayOnTop(bool on);
+
+    /// What it takes to bring each popup back that is open and on screen.
+    QVector<HVPinnedState> states() const;
 
     /// The content of the first popup that shows \a key, or null.
     HVXmlElement *contentFor(const QString &key) const;
@@ -36,7 +42,13 @@ private:
     void forEachFromLast(const std::function<void(HVWidget &)> &change);
     void forgetClosed();
 
-    QList<QPointer<HVWidget>> m_popups;
+    struct Pinned
+    {
+        QPointer<HVWidget> popup; // null once closed
+        QString locale;
+    };
+
+    QList<Pinned> m_popups;
 };
 
 } // namespace Hovlets

@@ -7,6 +7,7 @@
 #include "HVControlPlace.h"
 #include "HVControlWatch.h"
 #include "HVDismissalWatch.h"
+#include "HVExpansion.h"
 #include "HVPathWatch.h"
 #include "HVPinning.h"
 #include "HVPopupServices.h"
@@ -104,6 +105,7 @@ public:
     HVControlWatch *control = nullptr; // child; watches the reference widget of a hover popup
     HVDismissalWatch *dismissal = nullptr; // child; runs while a hover popup is up
     HVPathWatch *path = nullptr; // child; runs while a hover popup is up
+    HVExpansion *expansion = nullptr; // child; runs while a simple hover popup is up
     std::optional<QPoint> hoverPosition; // for the next content
     QPoint pointed; // where the mouse was when the content came
     bool isChanging = false; // the view loads content, whose size is final when it returns
@@ -137,6 +139,8 @@ HVWidget::HVWidget(HVManager *manager, QWidget *parent, QWidget *referenceWidget
     connect(d->dismissal, &HVDismissalWatch::dismissed, this, &HVWidget::hide);
     d->path = new HVPathWatch(*this);
     connect(d->path, &HVPathWatch::pointerIsAt, this, &HVWidget::checkMousePosition);
+    d->expansion = new HVExpansion(this);
+    connect(d->expansion, &HVExpansion::due, this, &HVWidget::expand);
 }
 
 HVWidget::~HVWidget()
@@ -228,12 +232,56 @@ void HVWidget::watchHover()
         d->path->start(*d->referenceWidget, d->pointed, d->setting(HVKeySafePathDwell).toInt());
     else
         d->path->stop();
+    if (d->setting(HVKeySimpleMode).toBool())
+        d->expansion->start(d->setting(HVKeyExpandDelay).toInt());
+    else
+        d->expansion->stop();
 }
 
 void HVWidget::unwatchHover()
 {
     d->dismissal->stop();
     d->path->stop();
+    d->expansion->stop();
+}
+
+/// Shows the full user interface in place of the simple one, in one frame.
+void HVWidget::expand()
+{
+    if (d->view)
+        d->view->expand();
+}
+
+void HVWidget::showPinned(const QPoint &position, QWidget *window, HVXmlElement *content,
+                          const QString &rootPath)
+{
+    const HVShowScope showing;
+    const QPointer<HVWidget> self(this);
+    hide();
+    d->hover.reset();
+    d->referenceWidget = window;
+    d->wanted.reset();
+    d->beside.reset();
+    d->isChanging = true;
+    d->view->showContent(content, rootPath);
+    if (!self)
+        return;
+    d->isChanging = false;
+    if (d->retired || !d->view || d->view->content() != content)
+        return; // the host's code has shown something else or closed the popup
+    setFixedSize(d->view->size() + Rim);
+    const QScreen *screen = QGuiApplication::screenAt(position);
+    if (!screen)
+        screen = window ? window->screen() : QGuiApplication::primaryScreen();
+    const QRect geometry(position, size());
+    move(screen ? shiftedInto(geometry, screen->availableGeometry()).topLeft() : position);
+    d->view->setReserved(true);
+}
+
+QPoint HVWidget::placeOfWindow() const
+{
+    const QWidget *own = ownWindow();
+    return own ? own->pos() : mapToGlobal(QPoint());
 }
 
 void HVWidget::setReferenceWidget(QWidget *control)
@@ -394,10 +442,11 @@ void HVWidget::setTimer()
 void HVWidget::checkMousePosition(const QPoint &pos)
 {
     const QPointer<HVWidget> self(this);
-    const bool safe = isSafe(pos);
+    const bool isNear = isSafe(pos);
     if (!self)
         return;
-    if (safe)
+    d->expansion->setMouseIsNear(isNear);
+    if (isNear)
         d->hideTimer->stop();
     else if (!d->hideTimer->isActive())
         setTimer();
@@ -438,8 +487,9 @@ bool HVWidget::isSafe(const QPoint &pos) const
 
 QRect HVWidget::findVisibleGeometry(QRect geometry, bool *move) const
 {
-    const QRect area = d->referenceWidget ? availableAreaFor(*d->referenceWidget)
-                                          : areaWithoutControl(d->wanted);
+    // A pinned popup is where the user has put it.
+    const QWidget *place = d->pinned ? this : d->referenceWidget.data();
+    const QRect area = place ? availableAreaFor(*place) : areaWithoutControl(d->wanted);
     return shiftedInto(geometry, area.isNull() ? geometry : area, move);
 }
 
@@ -456,10 +506,10 @@ void HVWidget::reposition()
 }
 
 /// The window that the popup may move, resize and close; null if it is docked in another window.
-QWidget *HVWidget::ownWindow()
+QWidget *HVWidget::ownWindow() const
 {
     if (isWindow())
-        return this;
+        return const_cast<HVWidget *>(this);
     return parentWidget()->isWindow() ? parentWidget() : nullptr;
 }
 

@@ -70,6 +70,18 @@ public:
     /// Moves the popup and its content to \a control, as showWithContent() would.
     void placeFor(QWidget *control, const QPoint &pos);
 
+    /*!
+     * Shows \a content as a pinned popup that belongs to \a window, which may be null.
+     *
+     * Its frame is at \a position, or as near to it as the screen allows. The popup owns
+     * \a content, and must be the current one.
+     */
+    void showPinned(const QPoint &position, QWidget *window, HVXmlElement *content,
+                    const QString &rootPath);
+
+    /// The top-left corner of the window's frame, or of the popup where it is docked inside of one.
+    QPoint placeOfWindow() const;
+
     /// Deletes the popup later, when its QML is no longer running. It does not show again.
     void retire();
 
@@ -123,7 +135,7 @@ private:
     void endFadeOut();
     bool isOverControl(const QPoint &pos) const;
     void setReferenceWidget(QWidget *control);
-    QWidget *ownWindow();
+    QWidget *ownWindow() const;
     /// Where the popup goes for a new size: for the point that was asked for, with or without its
     /// rim on the screen, or as near as possible to where it is.
     enum class Place { Wanted, WantedButTheRim, Nearest };
@@ -131,6 +143,7 @@ private:
     void aimAtControl();
     void watchHover();
     void unwatchHover();
+    void expand();
     void moveOntoScreen(QWidget &own, const QSize &size);
 
     class Private;

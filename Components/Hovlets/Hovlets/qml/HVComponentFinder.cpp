@@ -66,9 +66,9 @@ void HVComponentFinder::warnOfRefused(const QStringList &files) const
     }
 }
 
-QString HVComponentFinder::userInterface() const
+QString HVComponentFinder::userInterface(bool rich) const
 {
-    const bool simple = setting(HVKeySimpleMode).toBool();
+    const bool simple = !rich && setting(HVKeySimpleMode).toBool();
     const contextKey key = simple ? HVKeySimpleUiFile : HVKeyRichUiFile;
     const QString attribute = simple ? QStringLiteral("simple") : QStringLiteral("ui");
     return find(attribute, key, defaultOf(key).toString(), QString());

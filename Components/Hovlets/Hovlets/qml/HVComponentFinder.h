@@ -42,8 +42,8 @@ public:
     [[nodiscard]] QString find(const QString &attribute, contextKey key, const QString &fallback,
                                const QString &relativePath) const;
 
-    /// The QML file to run, simple or rich depending on the settings.
-    [[nodiscard]] QString userInterface() const;
+    /// The QML file to run: simple or rich depending on the settings, or always \a rich.
+    [[nodiscard]] QString userInterface(bool rich = false) const;
 
     /// The name of the resource folder in the content; not resolved. With HVKeyConfineContent, the
     /// name in the settings if the content's leads out of \a packageRoot.

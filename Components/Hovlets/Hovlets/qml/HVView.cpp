@@ -63,6 +63,7 @@ public:
     QString packageRoot;
     bool stayOpen = false;
     bool reserved = false;
+    bool isExpanded = false;
     bool reservedByQml = false;
     HVViewActivity activity;
 };
@@ -178,6 +179,7 @@ void HVView::showContent(HVXmlElement *content, const QString &rootPath)
     const Activity activity(*this);
     const QPointer<HVView> self(this);
     setPackageRoot(QDir(rootPath));
+    d->isExpanded = false;
     if (d->content.entry() != content)
         setContentTree(HVContentTree(content));
     d->translator.contentShown();
@@ -215,6 +217,24 @@ void HVView::renderScene()
     }
     if (size() != sizeHint())
         resize(sizeHint()); // positioners and layouts settle when the scene is rendered
+}
+
+void HVView::expand()
+{
+    whenIdle([this, content = QPointer<HVXmlElement>(d->content.entry())] {
+        if (!content || content != d->content.entry())
+            return;
+        d->isExpanded = true;
+        const HVShowScope showing;
+        const Activity activity(*this);
+        const QPointer<HVView> self(this);
+        const QFileInfo ui(uiRootFilePath());
+        if (!self || content != d->content.entry())
+            return;
+        loadQML(ui.absoluteFilePath());
+        if (self)
+            resize(sizeHint());
+    });
 }
 
 /// Passes the content to QML. Setting each property runs its bindings, but all three are set before
@@ -288,7 +308,7 @@ bool HVView::documentationAvailable() const
 
 QString HVView::uiRootFilePath() const
 {
-    return d->finder().userInterface();
+    return d->finder().userInterface(d->isExpanded);
 }
 
 QString HVView::categoryPath(const QString &attribute, const QString &fallback,

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HVPinnedRestore.h"
+
+#include "HVContentLocale.h"
+#include "HVHoverPopup.h"
+#include "HVLookUp.h"
+#include "HVManager.h"
+#include "HVPinnedState.h"
+#include "HVShowScope.h"
+#include "HVView.h"
+#include "HVWidget.h"
+
+#include <QtWidgets/QApplication>
+
+#include <algorithm>
+#include <utility>
+
+namespace Hovlets {
+
+namespace {
+
+/// The content as it was pinned, else in the fallback locale.
+HVFoundContent find(HVManager &manager, const HVPinnedState &state)
+{
+    const auto retrieve = [&](const QLocale &locale) {
+        return lookUp([&](QString &path, int &depth, HVXmlElement *&root) {
+            return manager.index()->retrieve(state.key, locale, path, depth, root);
+        });
+    };
+    HVFoundContent found = retrieve(QLocale(state.locale));
+    return found.tree.entry() ? std::move(found)
+                              : retrieve(fallbackContentLocale(manager.context()));
+}
+
+/// The window of the host to which the popup belongs, or null.
+QWidget *hostWindow()
+{
+    const auto isOfHost = [](const QWidget *window) {
+        return window->isVisible() && window->windowType() == Qt::Window
+                && !qobject_cast<const HVWidget *>(window);
+    };
+    QWidget *active = QApplication::activeWindow();
+    if (active && isOfHost(active))
+        return active;
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const auto first = std::find_if(windows.begin(), windows.end(), isOfHost);
+    return first == windows.end() ? nullptr : *first;
+}
+
+} // namespace
+
+void restorePinned(HVManager &manager, HVHoverPopup &popup, const HVPinnedState &state)
+{
+    const HVShowScope showing;
+    HVFoundContent found = find(manager, state);
+    HVXmlElement *entry = found.tree.entry();
+    if (!entry || !found.tree.root())
+        return;
+    popup.prepareForContent(&manager);
+    popup.view()->setContentTree(std::move(found.tree));
+    const QPointer<HVWidget> widget(popup.widget());
+    widget->showPinned(state.position, hostWindow(), entry, found.packageRoot);
+    if (!widget || !state.stayOnTop || !widget->isWindow() || !widget->view()->reserved())
+        return;
+    widget->setWindowFlag(Qt::WindowStaysOnTopHint);
+    widget->show(); // a change of flags hides a window
+}
+
+} // namespace Hovlets

@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+namespace Hovlets {
+
+class HVHoverPopup;
+class HVManager;
+struct HVPinnedState;
+
+/*!
+ * \brief Brings back a popup that was pinned in an earlier run, if its key still has content.
+ *
+ * It becomes the current popup, in place of one that is on screen, and is then pinned as by the
+ * user. Runs QML and code of the host. GUI thread only.
+ */
+void restorePinned(HVManager &manager, HVHoverPopup &popup, const HVPinnedState &state);
+
+} // namespace Hovlets

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "HVHoverDelays.h"
+
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QObject>
+#include <QtCore/QTimer>
+
+namespace Hovlets {
+
+/// Tells when a simple popup becomes the full one. Its timer runs only until then. GUI thread only.
+class HVExpansion : public QObject
+{
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(HVExpansion)
+
+public:
+    explicit HVExpansion(QObject *parent);
+
+    /// A simple popup shows. It expands after the mouse has stayed for \a delay, in ms; 0 or less
+    /// is never.
+    void start(int delay);
+    void stop();
+
+    /// Whether the mouse is with the popup or its control. Returning starts the delay again.
+    void setMouseIsNear(bool isNear);
+
+Q_SIGNALS:
+    void due();
+
+private:
+    void schedule();
+
+    HVHoverDelays m_delays;
+    QElapsedTimer m_clock;
+    QTimer m_timer;
+};
+
+} // namespace Hovlets
