@@ -13,12 +13,14 @@
 #include "TestMain.h"
 #include "ThreadTime.h"
 
+#include "HVView.h"
 #include "HVWidget.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QMap>
 #include <QtCore/QProcess>
+#include <QtQuick/QQuickItem>
 #include <QtWidgets/QApplication>
 
 #include <cstdio>
@@ -112,6 +114,10 @@ int attack(const HostileInput &input)
     };
     show("good");
     live(ignored, 200);
+    if (!host->view() || !host->view()->rootObject()) {
+        std::fprintf(stderr, "hostile: the default user interface does not show\n");
+        return 3;
+    }
 
     const MemoryPeak peak;
     Slowest slowest;
