@@ -12,7 +12,7 @@ namespace {
 
 using Bytes = std::string_view;
 
-bool isSpace(char c)
+bool isXmlSpace(char c)
 {
     return c == ' ' || c == '\t' || c == '\r' || c == '\n';
 }
@@ -105,7 +105,7 @@ private:
     bool skipSpace()
     {
         const size_t before = m_rest.size();
-        while (!m_rest.empty() && isSpace(m_rest[0]))
+        while (!m_rest.empty() && isXmlSpace(m_rest[0]))
             m_rest.remove_prefix(1);
         return m_rest.size() < before;
     }
@@ -215,7 +215,7 @@ private:
             Reader target(m_rest.substr(2), {}, 0);
             const Bytes name = target.takeName();
             const bool isReserved = name.size() >= 3 && qstrnicmp(name.data(), "xml", 3) == 0;
-            const bool ends = !target.m_rest.empty() && isSpace(target.m_rest[0]);
+            const bool ends = !target.m_rest.empty() && isXmlSpace(target.m_rest[0]);
             return !name.empty() && !isReserved && ends && skipSection("<?", "?>");
         }
         return isInRoot && startsWith("<![CDATA[") && skipSection("<![CDATA[", "]]>");
