@@ -35,7 +35,7 @@ public:
 
 private:
     bool parse(std::vector<std::string> arguments);
-    bool knows(const std::string &word) const;
+    [[nodiscard]] bool knows(const std::string &word) const;
     ExitStatus runCommand(int argc, char **argv);
 
     CLI::App m_app;

@@ -34,7 +34,7 @@ private:
         QDateTime changed;
         qint64 size = 0;
 
-        bool operator==(const State &other) const
+        [[nodiscard]] bool operator==(const State &other) const
         {
             return changed == other.changed && size == other.size;
         }

@@ -13,7 +13,7 @@ struct HVOutline
     QRect area;
     bool covered = false;
 
-    bool operator==(const HVOutline &other) const
+    [[nodiscard]] bool operator==(const HVOutline &other) const
     {
         return area == other.area && covered == other.covered;
     }

@@ -37,7 +37,8 @@ public:
     void addAskedKey(const QString &key);
 
     /// The parts "totals", "controls" and "entries" of the report; docs/assist.md describes them.
-    QJsonObject toJson(const QStringList &entryKeys, const QString &fallbackKey) const;
+    [[nodiscard]] QJsonObject toJson(const QStringList &entryKeys,
+                                     const QString &fallbackKey) const;
 
 private:
     QVector<HVControlState> m_controls; // in the order of discovery

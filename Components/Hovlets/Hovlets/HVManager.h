@@ -68,7 +68,7 @@ public:
     HVContext &context();
 
     /// \copydoc HVInterface::context() const
-    const HVContext &context() const;
+    [[nodiscard]] const HVContext &context() const;
 
     /*!
      * Where content is looked up: the index supplied by the host, or the default one. Never null.

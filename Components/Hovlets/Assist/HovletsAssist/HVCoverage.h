@@ -78,7 +78,7 @@ public:
     bool writeReport(const QString &file);
 
     /// Whether controls are outlined. The initial value is HVCoverageSettings::overlay.
-    bool isOverlayVisible() const;
+    [[nodiscard]] bool isOverlayVisible() const;
 
     /// Shows or hides the outlines.
     void setOverlayVisible(bool visible);

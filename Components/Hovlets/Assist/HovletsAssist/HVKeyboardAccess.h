@@ -60,7 +60,7 @@ public:
     void setEnabled(bool enabled);
 
     /// Whether keys and announcements are enabled.
-    bool isEnabled() const;
+    [[nodiscard]] bool isEnabled() const;
 
     /// Opens a hovlet in the same way as the key. Returns false if there is none to show, or while
     /// disabled.
@@ -70,7 +70,7 @@ public:
     void close();
 
     /// Whether a popup that open() opened is on screen.
-    bool isOpen() const;
+    [[nodiscard]] bool isOpen() const;
 
 protected:
     /// Watches all events of the application and consumes the keys that it handles.

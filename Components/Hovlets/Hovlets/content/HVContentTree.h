@@ -40,8 +40,8 @@ public:
         delete m_root.data();
     }
 
-    HVXmlElement *entry() const { return m_entry; }
-    HVXmlElement *root() const { return m_root; }
+    [[nodiscard]] HVXmlElement *entry() const { return m_entry; }
+    [[nodiscard]] HVXmlElement *root() const { return m_root; }
 
     /// Gives up ownership.
     void release()

@@ -34,7 +34,7 @@ public:
     bool prepend(const File &file);
     bool append(const File &file);
 
-    QList<File> files() const { return m_files; }
+    [[nodiscard]] QList<File> files() const { return m_files; }
 
     /*!
      * The number of levels from the folder \a location down to \a file, or -1 if the folder is not

@@ -25,7 +25,7 @@ public:
     [[nodiscard]] bool mayHold(const QByteArray &file) const;
 
     /// Whether file and key are in plain UTF-8, and the file has no document type declaration.
-    bool isPlainFile(const QByteArray &file) const;
+    [[nodiscard]] bool isPlainFile(const QByteArray &file) const;
 
 private:
     friend class HVEntryKeys;

@@ -43,7 +43,7 @@ public:
     bool deliver(qint64 characters);
 
     /// The limit that was met, such as "elements nest deeper than 512 levels", or a null string.
-    QString failure() const { return m_failure; }
+    [[nodiscard]] QString failure() const { return m_failure; }
 
 private:
     struct Entity

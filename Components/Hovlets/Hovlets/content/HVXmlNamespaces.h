@@ -37,7 +37,7 @@ public:
     void leave();
 
     /// The namespace and local name of an element in the innermost scope.
-    Name elementName(const QString &qName) const;
+    [[nodiscard]] Name elementName(const QString &qName) const;
 
 private:
     struct Replaced

@@ -46,8 +46,8 @@ private:
     };
 
     bool stay(const Hover &hover);
-    HVFoundContent find(const QString &key) const;
-    HVFoundContent findFallback(const QString &fallbackKey) const;
+    [[nodiscard]] HVFoundContent find(const QString &key) const;
+    [[nodiscard]] HVFoundContent findFallback(const QString &fallbackKey) const;
     bool present(const Hover &hover, HVXmlElement *entry, HVFoundContent found);
     void fillInShortcut(const Hover &hover, HVXmlElement &entry) const;
 

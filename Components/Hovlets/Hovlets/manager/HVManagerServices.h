@@ -18,10 +18,10 @@ public:
     explicit HVManagerServices(HVManager &manager);
 
     QObject *owner() override;
-    const HVContext &settings() const override;
-    const HVIndex &contentIndex() const override;
+    [[nodiscard]] const HVContext &settings() const override;
+    [[nodiscard]] const HVIndex &contentIndex() const override;
     void sendMessage(HVMessageType type, const QString &message) override;
-    QString interpolated(const QString &text) const override;
+    [[nodiscard]] QString interpolated(const QString &text) const override;
     QString translated(HVView &view, const QString &text, const QString &context) override;
     bool openResource(const QString &resource) override;
     HVManager *manager() override;
@@ -29,7 +29,7 @@ public:
     bool reservePopup(HVWidget *popup, QWidget *&container) override;
 
     /// The view for which the host is currently translating a text, or null.
-    HVView *translatingView() const;
+    [[nodiscard]] HVView *translatingView() const;
 
 private:
     HVManager &m_manager;

@@ -19,7 +19,7 @@ public:
     explicit HVTextServices(HVManager &manager);
 
     /// Values by placeholder name.
-    const QMap<QString, QVariant> &globalProperties() const;
+    [[nodiscard]] const QMap<QString, QVariant> &globalProperties() const;
     void setGlobalProperty(const QString &name, const QVariant &value);
 
     /*!

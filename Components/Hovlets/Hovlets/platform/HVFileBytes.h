@@ -66,7 +66,7 @@ struct HVFileBytes
     static HVFileBytes head(const QString &path, int size, qint64 limit);
 
     /// The reason why an existing file was not read with a \a limit, or a null string.
-    QString problem(qint64 limit) const;
+    [[nodiscard]] QString problem(qint64 limit) const;
 };
 
 } // namespace Hovlets

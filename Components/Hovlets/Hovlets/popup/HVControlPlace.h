@@ -30,7 +30,7 @@ public:
      * It is not if \a control is in another window, or if the control, its window or the screen has
      * moved. Another control of the same window may share the popup.
      */
-    bool isRightFor(const QWidget &control) const;
+    [[nodiscard]] bool isRightFor(const QWidget &control) const;
 
 private:
     QPointer<const QWidget> m_control;

@@ -41,7 +41,7 @@ protected:
 
 private:
     void release();
-    bool takesControlAlong(const QObject *object, const QEvent &event) const;
+    [[nodiscard]] bool takesControlAlong(const QObject *object, const QEvent &event) const;
 
     QWidget &m_popup;
     QPointer<QWidget> m_control;

@@ -35,8 +35,8 @@ protected:
     bool eventFilter(QObject *object, QEvent *event) override;
 
 private:
-    bool dismisses(QObject *object, const QEvent &event) const;
-    bool hasKeyboard() const;
+    [[nodiscard]] bool dismisses(QObject *object, const QEvent &event) const;
+    [[nodiscard]] bool hasKeyboard() const;
 
     QWidget &m_popup;
     QPointer<QWidget> m_control;

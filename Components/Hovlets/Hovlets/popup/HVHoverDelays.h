@@ -49,7 +49,7 @@ public:
     void pointerReturned(qint64 now);
 
     /// When to call timeReached(); no value if nothing is pending.
-    std::optional<qint64> deadline() const;
+    [[nodiscard]] std::optional<qint64> deadline() const;
 
     /// Returns what is due at \a now, but only once.
     Action timeReached(qint64 now);

@@ -43,14 +43,14 @@ public:
     void release();
 
     /// Null before the first prepare().
-    HVWidget *widget() const;
-    HVView *view() const;
-    HVXmlElement *content() const;
+    [[nodiscard]] HVWidget *widget() const;
+    [[nodiscard]] HVView *view() const;
+    [[nodiscard]] HVXmlElement *content() const;
 
-    bool isVisible() const;
+    [[nodiscard]] bool isVisible() const;
 
     /// Whether the popup is visible with the content for \a key.
-    bool isShowing(const QString &key) const;
+    [[nodiscard]] bool isShowing(const QString &key) const;
 
     /// Keeps a visible popup on screen, even if it is fading out. Always returns true.
     bool keep();

@@ -43,7 +43,7 @@ public:
     void finish();
 
     /// Whether \a position is on the way from the control to the popup. False when stopped.
-    bool isBetween(const QPoint &position) const;
+    [[nodiscard]] bool isBetween(const QPoint &position) const;
 
 Q_SIGNALS:
     /// Call while the pointer is outside all windows, where no event reports its moves.
@@ -59,11 +59,11 @@ private:
         QPointer<QWidget> widget;
         HVControlPart::Id part {};
 
-        bool operator==(const Target &other) const;
+        [[nodiscard]] bool operator==(const Target &other) const;
     };
 
     static Target targetAt(QWidget *widget, const QPoint &position);
-    HVSafePath::Over over(const Target &target) const;
+    [[nodiscard]] HVSafePath::Over over(const Target &target) const;
     HVSafePath::Verdict pointerMoved(QWidget *widget, const QPoint &position);
     bool consumes(QWidget *widget, const QPoint &position);
     void begin();

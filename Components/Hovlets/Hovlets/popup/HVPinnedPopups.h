@@ -33,10 +33,10 @@ public:
     void setStayOnTop(bool on);
 
     /// What it takes to bring each popup back that is open and on screen.
-    QVector<HVPinnedState> states() const;
+    [[nodiscard]] QVector<HVPinnedState> states() const;
 
     /// The content of the first popup that shows \a key, or null.
-    HVXmlElement *contentFor(const QString &key) const;
+    [[nodiscard]] HVXmlElement *contentFor(const QString &key) const;
 
 private:
     void forEachFromLast(const std::function<void(HVWidget &)> &change);

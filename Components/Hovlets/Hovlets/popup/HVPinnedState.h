@@ -23,7 +23,7 @@ struct HVPinnedState
     QPoint position;
     bool stayOnTop = false;
 
-    bool operator==(const HVPinnedState &other) const;
+    [[nodiscard]] bool operator==(const HVPinnedState &other) const;
 };
 
 /// The most popups to store; others are left out.

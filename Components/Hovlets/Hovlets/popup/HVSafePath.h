@@ -58,13 +58,13 @@ public:
     Verdict pointerMoved(const QPoint &position, qint64 time, Over over, quint64 control = 0);
 
     /// The verdict at \a time if the pointer has not moved.
-    Verdict verdictAt(qint64 time) const;
+    [[nodiscard]] Verdict verdictAt(qint64 time) const;
 
     /// Whether \a position lies between the control and the popup, or close to either.
-    bool isBetween(const QPoint &position) const;
+    [[nodiscard]] bool isBetween(const QPoint &position) const;
 
     /// When a verdict of Wait becomes Change if the pointer does not move.
-    qint64 deadline() const;
+    [[nodiscard]] qint64 deadline() const;
 
 private:
     struct Sample
@@ -74,10 +74,10 @@ private:
         double distance = 0; // to the popup
     };
 
-    const Sample &sample(size_t stepsBack) const;
-    size_t oldestSample() const;
-    size_t beginningOfRest() const;
-    bool wasHeadingForPopup(size_t stepsBack) const;
+    [[nodiscard]] const Sample &sample(size_t stepsBack) const;
+    [[nodiscard]] size_t oldestSample() const;
+    [[nodiscard]] size_t beginningOfRest() const;
+    [[nodiscard]] bool wasHeadingForPopup(size_t stepsBack) const;
 
     QRect m_origin;
     QRect m_popup;

@@ -38,7 +38,7 @@ public:
     static bool leadsOut(const QString &category, const QString &packageRoot);
 
     /// The files that exist but were refused.
-    QStringList refused() const { return m_refused; }
+    [[nodiscard]] QStringList refused() const { return m_refused; }
 
 private:
     bool admits(const QString &path);

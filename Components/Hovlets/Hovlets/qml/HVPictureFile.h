@@ -22,16 +22,16 @@ public:
 
     /// Width and height in pixels; empty if the picture cannot be shown. Reads the start of the
     /// file.
-    QSize size() const;
+    [[nodiscard]] QSize size() const;
 
     /*!
      * Decodes the picture, scaled down to \a size; vector graphics are scaled up as well. Returns
      * null if it cannot be shown. May take a second: call it on a background thread.
      */
-    QImage decode(const QSize &size) const;
+    [[nodiscard]] QImage decode(const QSize &size) const;
 
 private:
-    QByteArray bytes(qint64 most) const;
+    [[nodiscard]] QByteArray bytes(qint64 most) const;
 
     QString m_path;
 };

@@ -27,16 +27,16 @@ public:
     explicit HVToolTipTheme(QObject *parent);
 
     /// Background of tooltips.
-    QColor base() const { return m_base; }
+    [[nodiscard]] QColor base() const { return m_base; }
 
     /// Text colour on that background.
-    QColor text() const { return m_text; }
+    [[nodiscard]] QColor text() const { return m_text; }
 
     /// The palette's link colour, which may be unreadable on the background.
-    QColor link() const { return m_link; }
+    [[nodiscard]] QColor link() const { return m_link; }
 
     /// The application's font.
-    QFont font() const { return m_font; }
+    [[nodiscard]] QFont font() const { return m_font; }
 
     /// Re-reads the desktop's values and emits changed() if any differs.
     void refresh();

@@ -27,10 +27,10 @@ public:
     virtual QObject *owner() = 0;
 
     /// The settings that the host can change at run time.
-    virtual const HVContext &settings() const = 0;
+    [[nodiscard]] virtual const HVContext &settings() const = 0;
 
     /// The index that knows the folders of packages.
-    virtual const HVIndex &contentIndex() const = 0;
+    [[nodiscard]] virtual const HVIndex &contentIndex() const = 0;
 
     virtual void sendMessage(HVMessageType type, const QString &message) = 0;
 
@@ -44,7 +44,7 @@ public:
     }
 
     /// \a text with its placeholders "%(name)s" filled.
-    virtual QString interpolated(const QString &text) const = 0;
+    [[nodiscard]] virtual QString interpolated(const QString &text) const = 0;
 
     /// Asks the host to translate \a text for \a view, whose package may contain the translation.
     virtual QString translated(HVView &view, const QString &text, const QString &context) = 0;

@@ -26,10 +26,10 @@ public:
     bool takeCharacters(int count);
     bool takePicture();
 
-    bool isSpent() const { return m_spent; }
+    [[nodiscard]] bool isSpent() const { return m_spent; }
 
     /// The first limit that was met, such as "300 elements"; empty if none was.
-    QString limitMet() const { return m_limitMet; }
+    [[nodiscard]] QString limitMet() const { return m_limitMet; }
 
 private:
     bool take(qint64 &left, int count, qint64 limit, const char *what);

@@ -49,7 +49,7 @@ public:
 
     /// Ends the text with an ellipsis.
     void cut();
-    bool isCut() const { return m_shown.isCut; }
+    [[nodiscard]] bool isCut() const { return m_shown.isCut; }
 
     HVShownText take(HVShownText::Format format);
 
