@@ -43,7 +43,8 @@ private Q_SLOTS:
                            QStringLiteral("scrubbingChanged()"),
                            QStringLiteral("contentHeightChanged()"),
                            QStringLiteral("contentWidthChanged()"),
-                           QStringLiteral("loadProgressChanged()") }));
+                           QStringLiteral("loadProgressChanged()"),
+                           QStringLiteral("openingFailed()") }));
         QCOMPARE(ownMethods(type, QMetaMethod::Slot),
                  QStringList({ QStringLiteral("frameReady()"), QStringLiteral("play()"),
                                QStringLiteral("pause()"), QStringLiteral("sourceChangedState()"),

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "DebugLog.h"
+#include "HVClipOpening.h"
 #include "DecodingSource.h"
 #include "Elsewhere.h"
 #include "TestMain.h"
@@ -56,19 +57,19 @@ void tst_HVVideoSourceFFMPEGRequests::initTestCase()
 
 void tst_HVVideoSourceFFMPEGRequests::shouldWaitForTheOpeningOnlyAsLongAsAsked()
 {
-    using Opening = HVVideoSourceFFMPEG::Opening;
+    using State = HVClipOpening::State;
     const DebugLog log;
     DecodingSource source;
     const QUrl clip = QUrl::fromLocalFile(m_clips.usual());
     QVERIFY(source.setSource(clip));
-    QVERIFY(source.waitUntilOpened(clip, 1) == Opening::Pending); // nobody opens it
+    QVERIFY(source.opening().wait(clip, 1) == State::Pending); // nobody opens it
     source.start();
-    QVERIFY(source.waitUntilOpened(clip, LongWait) == Opening::Opened);
+    QVERIFY(source.opening().wait(clip, LongWait) == State::Opened);
 
-    QSignalSpy failed(&source, &HVVideoSourceFFMPEG::openingFailed);
+    QSignalSpy failed(&source.opening(), &HVClipOpening::failed);
     const QUrl other = QUrl::fromLocalFile(QCoreApplication::applicationFilePath());
     QVERIFY(source.setSource(other));
-    QVERIFY(source.waitUntilOpened(other, LongWait) == Opening::Failed);
+    QVERIFY(source.opening().wait(other, LongWait) == State::Failed);
     QTRY_COMPARE(failed.count(), 1);
     QCOMPARE(log.lines().size(), 1);
 }

@@ -3,6 +3,7 @@
 
 #include "HVImageNode.h"
 #include "HVThreadKeeper.h"
+#include "HVClipOpening.h"
 #include "HVVideoController.h"
 #include "HVVideoSourceFFMPEG.h"
 #include "HVView.h"
@@ -36,7 +37,7 @@ HVVideoComponent::HVVideoComponent(QQuickItem *parent)
             &HVVideoComponent::contentWidthChanged);
     connect(m_controller, &HVVideoController::loadProgressChanged, this,
             &HVVideoComponent::loadProgressChanged);
-    connect(m_source, &HVVideoSourceFFMPEG::openingFailed, this, &HVVideoComponent::openingFailed);
+    connect(&m_source->opening(), &HVClipOpening::failed, this, &HVVideoComponent::openingFailed);
     m_controller->start(QThread::InheritPriority);
     m_source->start(QThread::InheritPriority);
 }
@@ -75,12 +76,12 @@ int HVVideoComponent::awaitSize()
 {
     if (m_requested.isEmpty())
         return NoSize;
-    switch (m_source->waitUntilOpened(m_requested, LongestWait)) {
-    case HVVideoSourceFFMPEG::Opening::Pending:
+    switch (m_source->opening().wait(m_requested, LongestWait)) {
+    case HVClipOpening::State::Pending:
         return SizePending;
-    case HVVideoSourceFFMPEG::Opening::Failed:
+    case HVClipOpening::State::Failed:
         return NoSize;
-    case HVVideoSourceFFMPEG::Opening::Opened:
+    case HVClipOpening::State::Opened:
         break;
     }
     Q_EMIT contentWidthChanged();

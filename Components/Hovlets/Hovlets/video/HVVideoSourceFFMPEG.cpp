@@ -2,10 +2,9 @@
 #include "HVVideoSourceFFMPEG.h"
 
 #include "HVClip.h"
+#include "HVClipOpening.h"
 #include "HVLogging.h"
 
-#include <chrono>
-#include <condition_variable>
 #include <mutex>
 
 namespace Hovlets {
@@ -51,9 +50,7 @@ public:
     double duration = 0.0; // s
     double timeBase = 0.0; // s
     double frameRate = 0.0; // frames per second
-    QUrl lastOpening; // the clip that was opened last, or failed to open
-    bool isOpened = false; // that clip
-    mutable std::condition_variable openingEnded;
+    HVClipOpening opening;
 };
 
 HVVideoSourceFFMPEG::HVVideoSourceFFMPEG(QObject *parent)
@@ -124,26 +121,13 @@ bool HVVideoSourceFFMPEG::loadSource()
     }
     const bool loaded = d->openMedia() && HVVideoSource::loadSource();
     setAction(loaded ? DecodeAction : IdleAction);
-    {
-        const std::lock_guard<std::mutex> locker(d->factsMutex);
-        d->lastOpening = source();
-        d->isOpened = loaded;
-    }
-    d->openingEnded.notify_all();
-    if (!loaded)
-        Q_EMIT openingFailed();
+    d->opening.end(source(), loaded);
     return loaded;
 }
 
-HVVideoSourceFFMPEG::Opening HVVideoSourceFFMPEG::waitUntilOpened(const QUrl &url,
-                                                                  int milliseconds) const
+HVClipOpening &HVVideoSourceFFMPEG::opening()
 {
-    std::unique_lock<std::mutex> locker(d->factsMutex);
-    // The thread sanitizer does not intercept a wait on the steady clock.
-    const auto end = std::chrono::system_clock::now() + std::chrono::milliseconds(milliseconds);
-    if (!d->openingEnded.wait_until(locker, end, [&] { return d->lastOpening == url; }))
-        return Opening::Pending;
-    return d->isOpened ? Opening::Opened : Opening::Failed;
+    return d->opening;
 }
 
 bool HVVideoSourceFFMPEG::Private::openMedia()

@@ -7,6 +7,8 @@
 
 namespace Hovlets {
 
+class HVClipOpening;
+
 /*!
  * \brief Decodes a local clip file with FFmpeg, as fast as it can, into the source's cache.
  *
@@ -45,18 +47,8 @@ public:
 
     void restoreFrames() override;
 
-    enum class Opening { Pending, Opened, Failed };
-
-    /*!
-     * Waits until the clip at \a url, which setSource() has requested, is open or has failed to
-     * open, but for \a milliseconds at most.
-     *
-     * The source's thread reads the file, so a damaged one cannot block the caller for longer.
-     */
-    Opening waitUntilOpened(const QUrl &url, int milliseconds) const;
-
-Q_SIGNALS:
-    void openingFailed();
+    /// Whether the clip that setSource() has requested is open; for waiting.
+    HVClipOpening &opening();
 
 protected:
     void run() override;
