@@ -544,7 +544,8 @@ void HVWidget::fitToView(Place place)
     if (place == Place::WantedButTheRim && own->size() == ownSize + Rim)
         return;
     const QSize visible = place == Place::Wanted ? ownSize + Rim : ownSize;
-    const QSize margins = own->frameGeometry().size() - own->size();
+    // A window that was never shown has a frame smaller than itself on Qt 5.
+    const QSize margins = (own->frameGeometry().size() - own->size()).expandedTo({ 0, 0 });
     d->placed = d->beside ? d->beside->cornerFor(ownSize + Rim + margins)
                           : findVisibleGeometry(QRect(*d->wanted, visible)).topLeft();
     setFixedGeometry(*own, QRect(d->placed, ownSize + Rim));
