@@ -64,6 +64,9 @@ private Q_SLOTS:
             "<hovlets></hovlets>");
         row("references", "<hovlets><hovlet key=\"b\" c='&lt;&#228;'>&amp;</hovlet></hovlets>",
             "<hovlets></hovlets>");
+        row("hexadecimal references",
+            "<hovlets><hovlet key=\"b\" c='&#x2014;'>&#xcfff;</hovlet></hovlets>",
+            "<hovlets></hovlets>");
         row("a reference in a key", "<hovlets><hovlet key=\"&#98;\"/></hovlets>",
             "<hovlets><hovlet key=\"&#98;\"/></hovlets>");
         row("a third entry with the key",
@@ -119,6 +122,7 @@ private Q_SLOTS:
         row("reference to nothing", inEntry("&#0;"));
         row("reference to a large number", inEntry("&#65535;"));
         row("hexadecimal reference", inEntry("&#xffff;"));
+        row("hexadecimal reference to a surrogate", inEntry("&#xd83d;"));
         row("end of a section in text", inEntry("]]>"));
         row("hyphens in a comment", inEntry("<!-- -- -->"));
         row("short comment", inEntry("<!-->"));

@@ -85,7 +85,7 @@ enum contextKey {
     HVKeyAlwaysShowTooltips = 29,
     /// string, path, empty: a file with further attributes by key.
     HVKeyKeyDataFile = 30,
-    /// int, Qt::KeyboardModifiers, 0: popups show only while exactly these are held.
+    /// int, Qt::KeyboardModifiers, 0: popups show only while exactly these are held; 0: always.
     HVKeyRequiredModifiers = 31,
     /// string, "Control": folder of a package that holds its control files.
     HVKeyControlFolderName = 32,
@@ -107,11 +107,11 @@ enum contextKey {
     HVKeyKeepClear = 1101,
     /// bool, false: controls between a control and its popup do not hide the popup.
     HVKeySafePath = 1110,
-    /// int, ms, 180: with HVKeySafePath, the rest on another control after which that takes over.
+    /// int, ms, 180: with HVKeySafePath, how long the mouse rests on a control that takes over.
     HVKeySafePathDwell = 1111,
-    /// int, ms, 0: rest before the first popup shows; never earlier than Qt's tooltip.
+    /// int, ms, 0: how long it rests before the first popup; never earlier than Qt's tooltip.
     HVKeyShowDelay = 1120,
-    /// int, ms, 0: after this time with the mouse, the simple popup becomes the full one; 0: never.
+    /// int, ms, 0: how long it stays until the simple popup becomes the full one; 0: never.
     HVKeyExpandDelay = 1121,
     /// int, HVDismissal, 0: input that hides a popup. It still reaches its receiver.
     HVKeyDismissOnKey = 1130
@@ -195,7 +195,7 @@ namespace Hovlets {
  * name only files in packages, popups show beside their control, the way to them is safe, and
  * Escape and the wheel hide them. docs/settings.md lists them.
  *
- * The defaults differ, because they keep the behaviour of earlier versions. Call this function
+ * The defaults differ: they change nothing that a host or content relies on. Call this function
  * first, on the context that you pass to HVInterface, then overwrite settings as you like. Later
  * versions may recommend more.
  */

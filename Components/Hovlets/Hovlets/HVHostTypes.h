@@ -9,7 +9,8 @@ namespace Hovlets {
 enum HVMessageType : int {
     /// Not sent by this version of the library.
     HVMessageError = 100,
-    /// Content is skipped or shown only in part: it exceeds a limit or is damaged.
+    /// Content is skipped or shown only in part: it exceeds a limit, is damaged, or names a file
+    /// that it may not use. Saved state is damaged.
     HVMessageWarning = 200,
     /// Progress: indexing, look-ups.
     HVMessageInformation = 300,

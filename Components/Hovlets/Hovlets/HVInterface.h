@@ -74,7 +74,8 @@ public:
     /*!
      * The content key of a control, by default its object name. Called when the mouse rests: for
      * the innermost widget first, then for each of its parents, until one shows a popup or an
-     * ordinary tooltip.
+     * ordinary tooltip. While a popup is visible, also called when the mouse moves to another part
+     * of its control, such as another tab. HVCoverage calls it for all controls.
      * \param object a widget or a window; with the helper library also an action. Never null from
      * the library, but the default accepts null
      * \return the key; an empty key finds no content
@@ -178,8 +179,9 @@ public:
     void setGlobalProperty(const QString &name, const QVariant &value);
 
     /*!
-     * The value of an attribute of an entry, exactly as it is in the content. Uses the locales of
-     * show(), and reads control files unless the entry is on screen.
+     * The value of an attribute of an entry, not translated. If the entry was the latest that a
+     * popup showed, or is pinned, it answers as it was shown, with the host's shortcut. Otherwise
+     * reads control files, with the locales of show().
      * \param key the content key
      * \param attribute the name of the attribute
      * \param defaultValue the result if the entry or the attribute does not exist
@@ -194,14 +196,14 @@ public:
     [[nodiscard]] QByteArray saveState() const;
 
     /*!
-     * Brings pinned popups back, beside those that are open. Call it when the host's window shows:
-     * they belong to the active window, else to the first one.
+     * Brings pinned popups back, in addition to those that are open. Call it once the host's window
+     * is visible: they belong to the active window, else to the first one.
      *
-     * Popups whose key has no content any more are left out. Bytes that saveState() did not make,
-     * or that are damaged, restore nothing and send one warning.
+     * Popups whose key has no content any more are left out. Bytes that are damaged, or that
+     * saveState() did not produce, restore nothing and send one warning.
      *
-     * \param state the bytes from saveState()
-     * \return whether the bytes were whole
+     * \param state the bytes from saveState(); need not be trusted
+     * \return whether the state was valid
      */
     bool restoreState(const QByteArray &state);
 

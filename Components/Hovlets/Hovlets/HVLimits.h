@@ -148,8 +148,9 @@ struct HOVLETS_EXPORT HVLimits
     /*!
      * Bytes of one control file that are parsed for one look-up. For most files, these are the
      * entry and the text around the entries, because all other entries are omitted. A file with a
-     * document type declaration, or in an encoding other than UTF-8, is parsed as a whole. A file
-     * with more bytes to parse is skipped. The parser needs about 150 ms for 4 MB.
+     * document type declaration, in an encoding other than UTF-8, or with names that have prefixes
+     * or letters beyond ASCII, is parsed as a whole. A file with more bytes to parse is skipped.
+     * The parser needs about 150 ms for 4 MB.
      */
     qint64 parsedSize = qint64 { 4 } * 1024 * 1024;
 

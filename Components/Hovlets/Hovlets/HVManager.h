@@ -212,7 +212,7 @@ public:
 protected:
     /*!
      * Receives the events of the whole application if HVKeyTrackHover was true at construction.
-     * \return true for a tooltip event that a popup replaces
+     * \return true for a tooltip event that a popup replaces, at once or after HVKeyShowDelay
      */
     bool eventFilter(QObject *object, QEvent *event) override;
 

@@ -17,6 +17,12 @@ bool isXmlSpace(char c)
     return c == ' ' || c == '\t' || c == '\r' || c == '\n';
 }
 
+bool isReferenceDigit(char c, bool isHexadecimal)
+{
+    const auto byte = static_cast<uchar>(c);
+    return isHexadecimal ? std::isxdigit(byte) : std::isdigit(byte);
+}
+
 bool beginsName(char c)
 {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
@@ -171,11 +177,14 @@ private:
         if (!startsWith("&#"))
             return false;
         m_rest.remove_prefix(2);
-        // Digits only: four of them name none of the characters that the reader cannot represent.
+        // Short numbers name none of the characters that the reader cannot represent: neither
+        // four decimal digits nor hexadecimal ones below the surrogates do.
+        const bool isHexadecimal = take('x');
         size_t digits = 0;
-        while (digits < m_rest.size() && std::isdigit(static_cast<uchar>(m_rest[digits])))
+        while (digits < m_rest.size() && isReferenceDigit(m_rest[digits], isHexadecimal))
             ++digits;
-        const bool isPlain = digits >= 2 && digits <= 4 && m_rest[0] != '0';
+        const bool isPlain = digits >= 2 && digits <= 4 && m_rest[0] != '0'
+                && (digits < 4 || !isHexadecimal || Bytes("dDeEfF").find(m_rest[0]) == Bytes::npos);
         m_rest.remove_prefix(digits);
         return isPlain && take(';');
     }

@@ -14,8 +14,9 @@ namespace Hovlets {
  *
  * That is true only of files that the parser reads to the end without an error. Therefore every
  * byte is checked against an unambiguous subset of XML: UTF-8, no document type declaration, names
- * in ASCII without prefixes, references to characters and to the five predefined entities. Ordinary
- * control files use only this subset. The time is linear in the size of the file.
+ * in ASCII without prefixes, references to characters of up to four digits and to the five
+ * predefined entities. Ordinary control files use only this subset. The time is linear in the size
+ * of the file.
  *
  * \param key the key to look up, which UTF-8 can represent
  * \param depth the most levels of nested elements

@@ -11,8 +11,8 @@
 namespace Hovlets {
 
 /*!
- * \brief The time in which Qt offers one tooltip to a control and its parents. The status of each
- * file is queried only once during it.
+ * \brief Marks the period in which Qt offers one tooltip to a control and its parents. The status
+ * of each file is queried only once during it.
  *
  * Construct one around each look-up for the tooltip. GUI thread only; scopes nest.
  */

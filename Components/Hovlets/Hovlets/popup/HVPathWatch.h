@@ -19,8 +19,8 @@ namespace Hovlets {
  *
  * Watches the application's events while the popup is visible, and consumes the tooltip events of
  * other controls until HVSafePath lets one take over. Then it makes that control show its popup or
- * tooltip, without waiting for the desktop's delay. It learns by asking which controls have one: a
- * control that changes nothing counts as empty space from then on.
+ * tooltip, without waiting for the desktop's delay. A control that then
+ * shows nothing counts as empty space until another one is asked.
  *
  * GUI thread only.
  */
@@ -46,7 +46,7 @@ public:
     [[nodiscard]] bool isBetween(const QPoint &position) const;
 
 Q_SIGNALS:
-    /// Call while the pointer is outside all windows, where no event reports its moves.
+    /// Emitted while the pointer is outside all windows, where no event reports its moves.
     void pointerIsAt(const QPoint &position);
 
 protected:

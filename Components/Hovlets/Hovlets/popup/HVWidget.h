@@ -44,8 +44,7 @@ public:
     /// The control that the current hovlet describes, or null.
     QWidget *referenceWidget() const;
 
-    /// The mouse is at \a position over the control that showWithContent() is called for next.
-    /// Otherwise it is where the cursor is.
+    /// Sets the mouse position for the next showWithContent(), which otherwise uses the cursor's.
     void setHoverPosition(const QPoint &position);
 
     /// Starts the countdown to hiding if \a pos is not safe, and stops it if it is.
@@ -53,7 +52,7 @@ public:
 
     /*!
      * Whether \a pos is over the reference widget, over the popup grown by HVKeySafeMargin, or with
-     * HVKeySafePath between both.
+     * HVKeySafePath between the two.
      *
      * A tab, section, item or entry for which the host returns another key is not part of the
      * reference widget here. Asking the host runs its code, which may delete the popup.
@@ -79,7 +78,7 @@ public:
     void showPinned(const QPoint &position, QWidget *window, HVXmlElement *content,
                     const QString &rootPath);
 
-    /// The top-left corner of the window's frame, or of the popup where it is docked inside of one.
+    /// The top-left corner of the window's frame, or of the popup if it is docked in one.
     QPoint placeOfWindow() const;
 
     /// Deletes the popup later, when its QML is no longer running. It does not show again.

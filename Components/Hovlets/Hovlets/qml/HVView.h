@@ -72,11 +72,11 @@ public:
      */
     void showContent(HVXmlElement *content, const QString &rootPath);
 
-    /// The package folder of the content.
     /// Runs the rich user interface for the content, whatever the settings, until other content is
     /// shown. Waits for QML that is running.
     void expand();
 
+    /// The package folder of the content.
     QDir packageRoot() const;
     void setPackageRoot(const QDir &dir);
 
