@@ -69,6 +69,11 @@ private Q_SLOTS:
             "<hovlets></hovlets>");
         row("a reference in a key", "<hovlets><hovlet key=\"&#98;\"/></hovlets>",
             "<hovlets><hovlet key=\"&#98;\"/></hovlets>");
+        row("references in three keys",
+            "<hovlets><hovlet key=\"&lt;b\"/><hovlet key=\"c&#45;\"/><hovlet key=\"&gt;\"/>"
+            "<hovlet key=\"b\"/><hovlet key=\"a\"/></hovlets>",
+            "<hovlets><hovlet key=\"&lt;b\"/><hovlet key=\"c&#45;\"/><hovlet key=\"&gt;\"/>"
+            "<hovlet key=\"a\"/></hovlets>");
         row("a third entry with the key",
             "<hovlets><hovlet key=\"a\"/><hovlet key=\"a\"/><hovlet key=\"a\"/></hovlets>",
             "<hovlets><hovlet key=\"a\"/><hovlet key=\"a\"/></hovlets>");

@@ -43,8 +43,7 @@ private Q_SLOTS:
                            QStringLiteral("scrubbingChanged()"),
                            QStringLiteral("contentHeightChanged()"),
                            QStringLiteral("contentWidthChanged()"),
-                           QStringLiteral("loadProgressChanged()"),
-                           QStringLiteral("openingFailed()") }));
+                           QStringLiteral("loadProgressChanged()") }));
         QCOMPARE(ownMethods(type, QMetaMethod::Slot),
                  QStringList({ QStringLiteral("frameReady()"), QStringLiteral("play()"),
                                QStringLiteral("pause()"), QStringLiteral("sourceChangedState()"),

@@ -3,6 +3,7 @@
 #include "DebugLog.h"
 #include "DefaultUiTest.h"
 #include "HVClip.h"
+#include "HVClipOpening.h"
 #include "HVVideoComponent.h"
 #include "TestMain.h"
 
@@ -48,7 +49,7 @@ private Q_SLOTS:
         QCOMPARE(picture()->size(), QSizeF(200, 63));
         QCOMPARE(m_bench->place(picture()).center().y() - m_bench->place(clip).top(), 75.5);
         QVERIFY(m_bench->place(clip).contains(m_bench->place(m_bench->item("progressBar"))));
-        Q_EMIT video()->openingFailed();
+        Q_EMIT video()->opening().failed();
         QCOMPARE(clip->implicitHeight(), 0.0);
         QVERIFY(!picture());
     }

@@ -323,10 +323,12 @@ private:
 
     void beginEntry(const Tag &tag, const char *start)
     {
-        const bool isWanted = tag.name == "hovlet"
-                && (tag.key == m_key || tag.key.find_first_of("&\t\r\n") != Bytes::npos);
+        const bool isEntry = tag.name == "hovlet";
+        const bool isExact = isEntry && tag.key == m_key;
+        const bool isWanted =
+                isExact || (isEntry && tag.key.find_first_of("&\t\r\n") != Bytes::npos);
         // Two entries with the key serve nothing, and more of them change nothing.
-        m_isLeftOut = !isWanted || ++m_wanted > 2;
+        m_isLeftOut = !isWanted || (isExact && ++m_wanted > 2);
         if (!m_isLeftOut)
             return;
         keepUpTo(start);

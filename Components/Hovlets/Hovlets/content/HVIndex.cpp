@@ -73,8 +73,10 @@ public:
     void reportSkipped(const QString &file, const QString &reason)
     {
         // A QStringLiteral would add a symbol to those that hosts see.
+        if (reason.isNull())
+            return;
         const QString message = QLatin1String("%1 is skipped: %2").arg(file, reason);
-        if (reason.isNull() || reported.contains(message))
+        if (reported.contains(message))
             return;
         reported.insert(message);
         Q_EMIT owner->fileSkipped(message);
@@ -272,7 +274,7 @@ HVXmlElement *HVIndex::load(const QString &key, const QString &file, const QLoca
     QByteArray bytes = read.bytes;
     if (scan.isPlainFile(bytes)) {
         const QByteArray needed = withoutOtherEntries(bytes, key, limits.nestingDepth);
-        if (!needed.isNull())
+        if (!needed.isNull() && needed.size() < bytes.size())
             bytes = needed;
     }
     if (bytes.size() > limits.parsedSize) {

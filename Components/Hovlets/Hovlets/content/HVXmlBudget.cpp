@@ -145,6 +145,7 @@ bool HVXmlBudget::expandEntity(const QString &name)
 
 bool HVXmlBudget::openElement(int depth)
 {
+    m_attributes = 0;
     if (depth <= m_limits.nestingDepth)
         return true;
     return fail(QStringLiteral("elements nest deeper than %1 levels").arg(m_limits.nestingDepth));

@@ -25,7 +25,9 @@ constexpr qint64 LargestArray = std::numeric_limits<int>::max() / 2;
 /// Whether a change at \a time (ns) is old enough to have a time stamp that no later one shares.
 bool isLongAgo(qint64 time)
 {
-    return QDateTime::currentMSecsSinceEpoch() - time / NsPerMs > 100;
+    // Some file systems keep times in steps of one or two seconds.
+    const qint64 grain = time % (1000 * NsPerMs) == 0 ? 2100 : 100; // ms
+    return QDateTime::currentMSecsSinceEpoch() - time / NsPerMs > grain;
 }
 
 /// The first bytes of a file of at most \a limit bytes.

@@ -113,6 +113,8 @@ bool HVHoverPopup::keepOrHide(const QPoint &position, const QPointer<QWidget> &h
         return false;
     const bool hasToolTip =
             hovered && (!hovered->toolTip().isEmpty() || hasPartToolTip(*hovered, position));
+    if (!isVisible())
+        return false; // a model of the host was asked as well
     if (isSafe && !hasToolTip)
         return keep();
     m_widget->hideAnimated();

@@ -76,10 +76,9 @@ void HVPathWatch::start(QWidget &control, const QPoint &position, int dwell)
 
 void HVPathWatch::stop()
 {
-    if (!m_runs)
-        return;
-    finish();
     m_dwell.stop();
+    if (m_runs)
+        finish();
 }
 
 void HVPathWatch::finish()

@@ -56,11 +56,9 @@ void deleteWhenIdle(HVView *view)
 }
 
 /// The area of the screen with the point that was asked for, or of the primary screen.
-QRect areaWithoutControl(const std::optional<QPoint> &wanted)
+QRect areaWithoutControl()
 {
-    const QScreen *screen = wanted ? QGuiApplication::screenAt(*wanted) : nullptr;
-    if (!screen)
-        screen = QGuiApplication::primaryScreen();
+    const QScreen *screen = QGuiApplication::primaryScreen();
     return screen ? screen->availableGeometry() : QRect();
 }
 
@@ -196,6 +194,8 @@ void HVWidget::showWithContent(QObject *reference, const QPoint &pos, HVXmlEleme
     d->isChanging = false;
     if (d->retired || !d->view || d->view->content() != content)
         return; // the host's code has shown something else or closed the popup
+    if (d->pinned)
+        return showAnimated(); // its QML has pinned it meanwhile
     d->wanted = pos;
     d->controlPlace = d->referenceWidget ? HVControlPlace(*d->referenceWidget) : HVControlPlace();
     aimAtControl();
@@ -396,6 +396,8 @@ void HVWidget::endFadeOut()
                &HVWidget::hideAnimationFinished);
     d->opacityAnimation->stop();
     setWindowOpacity(1.0);
+    if (!d->pinned)
+        watchHover();
     checkMousePosition(QCursor::pos());
 }
 
@@ -463,11 +465,13 @@ bool HVWidget::isOverControl(const QPoint &pos) const
         return true;
     if (d->hover->askedPart != part) {
         const QPointer<const HVWidget> self(this);
+        d->hover->askedPart = part; // first: the host may run an event loop
+        d->hover->isSameControl = false;
         const QString key = d->services->keyFor(d->referenceWidget);
         if (!self || !d->hover)
             return false;
-        d->hover->askedPart = part;
-        d->hover->isSameControl = key == d->hover->key;
+        if (d->hover->askedPart == part)
+            d->hover->isSameControl = key == d->hover->key;
     }
     return d->hover->isSameControl;
 }
@@ -489,7 +493,7 @@ QRect HVWidget::findVisibleGeometry(QRect geometry, bool *move) const
 {
     // A pinned popup is where the user has put it.
     const QWidget *place = d->pinned ? this : d->referenceWidget.data();
-    const QRect area = place ? availableAreaFor(*place) : areaWithoutControl(d->wanted);
+    const QRect area = place ? availableAreaFor(*place) : areaWithoutControl();
     return shiftedInto(geometry, area.isNull() ? geometry : area, move);
 }
 
@@ -543,9 +547,9 @@ void HVWidget::fitToView(Place place)
     }
     if (place == Place::WantedButTheRim && own->size() == ownSize + Rim)
         return;
-    const QSize visible = place == Place::Wanted ? ownSize + Rim : ownSize;
     // A window that was never shown has a frame smaller than itself on Qt 5.
     const QSize margins = (own->frameGeometry().size() - own->size()).expandedTo({ 0, 0 });
+    const QSize visible = place == Place::Wanted ? ownSize + Rim + margins : ownSize;
     d->placed = d->beside ? d->beside->cornerFor(ownSize + Rim + margins)
                           : findVisibleGeometry(QRect(*d->wanted, visible)).topLeft();
     setFixedGeometry(*own, QRect(d->placed, ownSize + Rim));

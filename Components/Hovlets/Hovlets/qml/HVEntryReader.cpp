@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVEntryReader.h"
 
+#include "HVClipOpening.h"
 #include "HVEntryContent.h"
 #include "HVLimits.h"
 #include "HVPictureFile.h"
+#include "HVVideoComponent.h"
 #include "HVView.h"
 
 #include <QtCore/QPointer>
@@ -126,6 +128,28 @@ void HVEntryReader::warn(const HVXmlElement &entry, const QString &limit)
     m_warned.insert(which);
     Q_EMIT warned(QStringLiteral("Only part of \"%1\" in %2 is shown: it has more than %3")
                           .arg(key, file, limit));
+}
+
+QString HVEntryReader::awaitClipSize(QObject *clip)
+{
+    auto *video = qobject_cast<HVVideoComponent *>(clip);
+    if (!video)
+        return QStringLiteral("none");
+    const HVClipOpening *opening = &video->opening();
+    disconnect(opening, nullptr, this, nullptr);
+    connect(opening, &HVClipOpening::failed, this, [this, failed = QPointer<QObject>(clip)] {
+        if (failed)
+            Q_EMIT clipFailed(failed);
+    });
+    switch (video->awaitSize()) {
+    case HVVideoComponent::SizeState::Known:
+        return QStringLiteral("known");
+    case HVVideoComponent::SizeState::Pending:
+        return QStringLiteral("pending");
+    case HVVideoComponent::SizeState::None:
+        break;
+    }
+    return QStringLiteral("none");
 }
 
 } // namespace Hovlets

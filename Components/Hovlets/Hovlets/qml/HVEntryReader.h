@@ -36,7 +36,17 @@ public:
      */
     Q_INVOKABLE QVariantMap read(Hovlets::HVXmlElement *entry, bool topics);
 
+    /*!
+     * The state of the size of \a clip, an HVVideoComponent, for popups that need their final size
+     * before their first frame: "known", "pending", or "none" if there is no clip or it cannot be
+     * opened. Waits up to 60 ms until the file is open.
+     */
+    Q_INVOKABLE QString awaitClipSize(QObject *clip);
+
 Q_SIGNALS:
+    /// The file of \a clip, which was passed to awaitClipSize(), cannot be opened.
+    void clipFailed(QObject *clip);
+
     /// A warning for the host.
     void warned(const QString &message);
 

@@ -37,7 +37,6 @@ HVVideoComponent::HVVideoComponent(QQuickItem *parent)
             &HVVideoComponent::contentWidthChanged);
     connect(m_controller, &HVVideoController::loadProgressChanged, this,
             &HVVideoComponent::loadProgressChanged);
-    connect(&m_source->opening(), &HVClipOpening::failed, this, &HVVideoComponent::openingFailed);
     m_controller->start(QThread::InheritPriority);
     m_source->start(QThread::InheritPriority);
 }
@@ -72,21 +71,26 @@ void HVVideoComponent::setSource(const QString &name)
     }
 }
 
-int HVVideoComponent::awaitSize()
+HVVideoComponent::SizeState HVVideoComponent::awaitSize()
 {
     if (m_requested.isEmpty())
-        return NoSize;
+        return SizeState::None;
     switch (m_source->opening().wait(m_requested, LongestWait)) {
     case HVClipOpening::State::Pending:
-        return SizePending;
+        return SizeState::Pending;
     case HVClipOpening::State::Failed:
-        return NoSize;
+        return SizeState::None;
     case HVClipOpening::State::Opened:
         break;
     }
     Q_EMIT contentWidthChanged();
     Q_EMIT contentHeightChanged();
-    return SizeKnown;
+    return SizeState::Known;
+}
+
+HVClipOpening &HVVideoComponent::opening()
+{
+    return m_source->opening();
 }
 
 HVVideoComponent::VideoState HVVideoComponent::state() const

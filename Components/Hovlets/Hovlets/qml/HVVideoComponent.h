@@ -10,6 +10,8 @@
 
 namespace Hovlets {
 
+class HVClipOpening;
+
 class HVVideoController;
 class HVVideoSourceFFMPEG;
 
@@ -39,9 +41,8 @@ public:
     enum VideoState : int { resetState = 0, pausedState = 1, playingState = 2 };
     Q_ENUM(VideoState)
 
-    /// Results of awaitSize(). NoSize: there is no clip, or it cannot be opened.
-    enum SizeState : int { SizePending, SizeKnown, NoSize };
-    Q_ENUM(SizeState)
+    /// None: there is no clip, or it cannot be opened.
+    enum class SizeState { Pending, Known, None };
 
     explicit HVVideoComponent(QQuickItem *parent = nullptr);
     ~HVVideoComponent() override;
@@ -88,7 +89,10 @@ public:
      * Waits up to 60 ms until the decoding thread has opened the file. Emits contentWidthChanged()
      * and contentHeightChanged() if the size is known.
      */
-    Q_INVOKABLE int awaitSize();
+    SizeState awaitSize();
+
+    /// Whether the clip could be opened.
+    HVClipOpening &opening();
 
 public Q_SLOTS:
     void frameReady();
@@ -109,9 +113,6 @@ Q_SIGNALS:
     void contentHeightChanged();
     void contentWidthChanged();
     void loadProgressChanged();
-
-    /// Emitted when the clip cannot be opened.
-    void openingFailed();
 
 protected:
     QSGNode *updatePaintNode(QSGNode *node, UpdatePaintNodeData *data) override;

@@ -53,9 +53,9 @@ Item {
 
     onAvailableNameChanged: {
         video.source = availableName;
-        var sizeState = availableName ? video.awaitSize() : HVVideoComponent.NoSize;
-        fitted = sizeState === HVVideoComponent.SizePending;
-        loaded = sizeState !== HVVideoComponent.NoSize;
+        var size = availableName ? hovletReader.awaitClipSize(video) : "none";
+        fitted = size === "pending";
+        loaded = size !== "none";
     }
     onShownChanged: {
         if (shown && playsWhenShown) {
@@ -81,6 +81,14 @@ Item {
             video.pause();
     }
 
+    Connections {
+        target: hovletReader
+        function onClipFailed(failed) {
+            if (failed === video)
+                clip.loaded = false;
+        }
+    }
+
     HVVideoComponent {
         id: video
         objectName: "video"
@@ -90,7 +98,6 @@ Item {
         height: contentHeight
         transformOrigin: Item.TopLeft
         scale: clip.factor
-        onOpeningFailed: clip.loaded = false
         // The controller does not wait for the decoder, and pauses when all frames are decoded.
         // Therefore the clip starts when loading is complete.
         onLoadProgressChanged: {

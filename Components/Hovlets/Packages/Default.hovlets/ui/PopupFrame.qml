@@ -7,7 +7,6 @@ import "Content.js" as Content
 // A popup that looks like the desktop's tooltips, as large as its content within limits. Taller
 // content scrolls. All sizes are final once the content is set, because they determine the popup's
 // position before the first frame.
-// the first frame.
 Rectangle {
     id: frame
 
