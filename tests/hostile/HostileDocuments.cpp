@@ -28,7 +28,7 @@ QByteArray utf16(const QByteArray &text)
     const QString string = QString::fromUtf8(text);
     return "\xff\xfe"
             + QByteArray(reinterpret_cast<const char *>(string.utf16()),
-                         2 * static_cast<int>(string.size()));
+                         static_cast<int>(2 * string.size()));
 }
 
 QByteArray document(const QByteArray &prolog, const QByteArray &inRoot, const QByteArray &rootTag)

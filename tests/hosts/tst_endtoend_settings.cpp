@@ -173,17 +173,18 @@ private Q_SLOTS:
         const QPoint place = pinned->pos();
         delete pinned;
         QVERIFY(m_host->manager()->restoreState(state));
+        QPointer<HVWidget> restored;
         const QWidgetList windows = QApplication::topLevelWidgets();
         for (QWidget *window : windows) {
-            auto *restored = qobject_cast<HVWidget *>(window);
-            if (restored && restored->view()->reserved())
-                pinned = restored;
+            auto *candidate = qobject_cast<HVWidget *>(window);
+            if (candidate && candidate->view()->reserved())
+                restored = candidate;
         }
-        QVERIFY(pinned);
-        QTRY_VERIFY(pinned->isVisible());
-        QTRY_COMPARE(pinned->pos(), place);
+        QVERIFY(restored);
+        QTRY_VERIFY(restored->isVisible());
+        QTRY_COMPARE(restored->pos(), place);
         QVERIFY(hover("b")); // pinned or not, the next popup comes
-        delete pinned;
+        delete restored;
     }
 
 private:
