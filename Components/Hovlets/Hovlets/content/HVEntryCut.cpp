@@ -40,8 +40,8 @@ const std::array<bool, 256> &ordinary()
         std::array<bool, 256> bytes {};
         for (int c = ' '; c < 0x7f; ++c)
             bytes[size_t(c)] = c != '<' && c != '&' && c != '"' && c != '\'' && c != ']';
-        for (const char c : { '\t', '\r', '\n' })
-            bytes[size_t(c)] = true;
+        for (const uchar c : { '\t', '\r', '\n' })
+            bytes[c] = true;
         return bytes;
     }();
     return table;
