@@ -76,6 +76,7 @@ private Q_SLOTS:
     void shouldCopyPictureAndTime()
     {
         const HVVideoFrame frame = frameOf(3, 0.75);
+        // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the copy is what is tested
         const HVVideoFrame copy(frame);
         HVVideoFrame assigned = frameOf(9, 4.0);
         assigned = frame;

@@ -88,6 +88,7 @@ private Q_SLOTS:
         constexpr int Requests = 250;
         m_source->start();
         std::vector<std::thread> threads;
+        threads.reserve(Threads);
         for (int i = 0; i < Threads; ++i) {
             threads.emplace_back([this, i] {
                 for (int k = 0; k < Requests; ++k) {

@@ -182,7 +182,7 @@ void tst_HVVideoSourceFFMPEGRequests::shouldSetItsClockWhenItSeeks()
     const QString path = m_clips.clip(QStringLiteral("seek.mov"), QStringLiteral("64x48"),
                                       QStringLiteral("-c:v mjpeg -pix_fmt yuvj420p"));
     const QByteArray pictures = ClipFolder::pictures(path);
-    constexpr int Size = 64 * 48 * 4;
+    constexpr qsizetype Size = qsizetype { 64 } * 48 * 4;
     DecodingSource source;
     source.changeSetSource(QUrl::fromLocalFile(path));
     QVERIFY(source.loadSource());
@@ -210,7 +210,7 @@ void tst_HVVideoSourceFFMPEGRequests::shouldSeekInTheDirectionOfTheClock()
     const QString path = m_clips.clip(QStringLiteral("keys.mov"), QStringLiteral("64x48"),
                                       QStringLiteral("-c:v mpeg4 -g 5 -bf 0"));
     const QByteArray pictures = ClipFolder::pictures(path);
-    constexpr int Size = 64 * 48 * 4;
+    constexpr qsizetype Size = qsizetype { 64 } * 48 * 4;
     constexpr int Key = 5; // the clip's second key frame
     DecodingSource source;
     source.changeSetSource(QUrl::fromLocalFile(path));
