@@ -21,7 +21,7 @@ public:
         const std::lock_guard<std::mutex> locker(m_running);
     }
 
-    // The fake one only counts calls.
+    // Skips the fake source on purpose: it counts calls, and these tests need the real effect.
     void close() override { HVVideoSource::close(); } // NOLINT(bugprone-parent-virtual-call)
 
     using HVVideoSource::idle;

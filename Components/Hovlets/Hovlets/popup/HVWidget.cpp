@@ -55,7 +55,7 @@ void deleteWhenIdle(HVView *view)
     view->whenIdle([view] { view->deleteLater(); });
 }
 
-/// The area of the screen with the point that was asked for, or of the primary screen.
+/// The available area of the primary screen.
 QRect areaWithoutControl()
 {
     const QScreen *screen = QGuiApplication::primaryScreen();
@@ -500,7 +500,8 @@ QRect HVWidget::findVisibleGeometry(QRect geometry, bool *move) const
 void HVWidget::reposition()
 {
     QWidget *own = ownWindow();
-    // Where there is no room, the end of a popup is off the screen rather than over the cursor.
+    // Without room for it beside the control, a popup leaves the screen rather than cover the
+    // cursor.
     if (!own || (d->beside && own->pos() == d->placed))
         return;
     bool shifted = false;
