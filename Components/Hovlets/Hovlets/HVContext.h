@@ -9,7 +9,7 @@
 
 #include <memory>
 
-/// The integer type of a key; Hovlets::contextKey lists the keys that the library reads.
+/// The type of a setting's key; Hovlets::contextKey lists the keys that the library reads.
 typedef int HVContextKey;
 
 namespace Hovlets {
@@ -40,9 +40,9 @@ enum HVDismissal : int {
  * A value is converted where it is read, by QVariant's rules. What does not convert reads as false,
  * 0, an empty string or an invalid size, not as the default.
  *
- * Keys below 1000 that are missing here are never read by the library, so a host may use them for
- * itself. The range from 1000 to 1999 is reserved for the library; hosts use keys from 2000 on for
- * their own.
+ * The library never reads keys below 1000 that are missing here, so a host may use them. The range
+ * from 1000 to 1999 is reserved for the library; keys from 2000 on belong to hosts. Hosts rely on
+ * the name of this type, so it begins in lower case.
  */
 enum contextKey {
     /// float, ms, 3000: a popup hides this long after the mouse has left it; 0 or less: never.
@@ -59,21 +59,22 @@ enum contextKey {
     HVKeySimpleUiFile = 13,
     /// string, "Resources": folder of a package's images and clips.
     HVKeyResourceFolder = 16,
-    /// bool, false: the library watches the application's mouse events by itself. Read once.
+    /// bool, false: the library itself watches the application's mouse events. Read once.
     HVKeyTrackHover = 17,
     /// QSize, px, 20 x 20: margin around the popup in which the mouse counts as over it.
     HVKeySafeMargin = 18,
-    /// QSize, px, 35 x 30: from the cursor to the popup's top-left corner.
+    /// QSize, px, 35 x 30: distance from the cursor to the popup's top-left corner.
     HVKeyCursorOffset = 19,
     /// bool, false: show the simple popup (HVKeySimpleUiFile) instead of the full one.
     HVKeySimpleMode = 20,
-    /// bool, not set: documentation topics can be opened; not set, QML sees false and topics open.
+    /// bool, not set: documentation topics can be opened. While it is not set, QML sees false, but
+    /// topics open.
     HVKeyDocumentationEnabled = 21,
     /// bool, true: web addresses and files can be opened.
     HVKeyLinksEnabled = 22,
-    /// string, empty: key of the content, in the fallback locale, for a control that has none.
+    /// string, empty: key of the entry to show, in the fallback locale, for a control without one.
     HVKeyFallbackKey = 23,
-    /// string, locale, "en_US": locale of the content to show when the preferred locale has none.
+    /// string, locale, "en_US": locale of the entry to show if the preferred locale has none.
     HVKeyFallbackLocale = 24,
     /// string, locale, "en_US": the preferred locale.
     HVKeyLocale = 25,
@@ -107,11 +108,12 @@ enum contextKey {
     HVKeyKeepClear = 1101,
     /// bool, false: controls between a control and its popup do not hide the popup.
     HVKeySafePath = 1110,
-    /// int, ms, 180: with HVKeySafePath, how long the mouse rests on a control that takes over.
+    /// int, ms, 180: with HVKeySafePath, how long the mouse rests until another control takes over.
     HVKeySafePathDwell = 1111,
-    /// int, ms, 0: how long it rests before the first popup; never earlier than Qt's tooltip.
+    /// int, ms, 0: how long the mouse rests before the first popup. A popup never shows before Qt's
+    /// tooltip would.
     HVKeyShowDelay = 1120,
-    /// int, ms, 0: how long it stays until the simple popup becomes the full one; 0: never.
+    /// int, ms, 0: how long the mouse stays until the simple popup becomes the full one; 0: never.
     HVKeyExpandDelay = 1121,
     /// int, HVDismissal, 0: input that hides a popup. It still reaches its receiver.
     HVKeyDismissOnKey = 1130
@@ -126,7 +128,8 @@ enum contextKey {
  * changes go through HVInterface::context(). The library reads a setting each time it uses it, so a
  * change takes effect at the next use; only the two keys marked "Read once" are exceptions.
  *
- * Do not use it as a general store: nothing can be removed, and nothing is saved.
+ * Do not use it as a general store: nothing can be removed, and nothing is saved. The class is
+ * outside the namespace, and hosts rely on that.
  *
  * GUI thread only: nothing is locked. set() emits its signals synchronously.
  */
@@ -146,7 +149,7 @@ public:
     /// Replaces all settings by those of \a other. Emits no signal.
     HVContext &operator=(const HVContext &other);
 
-    /// Whether a setting was ever written, even with an invalid value.
+    /// Whether the setting was ever written, even with an invalid value.
     [[nodiscard]] bool contains(const HVContextKey &key) const;
 
     /*!
@@ -157,10 +160,9 @@ public:
     [[nodiscard]] QVariant get(const HVContextKey &key, const QVariant &defaultValue) const;
 
     /*!
-     * The value of a setting exactly as it was written, else the default in Hovlets::contextKey.
+     * The value of a setting exactly as it was written, else its default in Hovlets::contextKey.
      *
-     * The result is invalid for a setting without a default, or a key that is not the library's,
-     * that was never written.
+     * Invalid if the setting was never written and has no default, as with the host's own keys.
      */
     [[nodiscard]] QVariant get(const HVContextKey &key) const;
 
@@ -170,17 +172,17 @@ public:
     /*!
      * Writes a setting.
      *
-     * Both signals are emitted on every call, even for an equal value. The value is converted where
-     * it is read, so a wrong type is not noticed here. The content of
-     * a popup on screen does not change.
+     * Emits both signals on every call, even for an equal value. A value of the wrong type is
+     * accepted, because values are converted where they are read. The content of a popup on screen
+     * does not change.
      */
     void set(const HVContextKey &key, const QVariant &value);
 
 Q_SIGNALS:
-    /// Emitted before a setting is written: get() still returns the old value.
+    /// Emitted before a setting is written, while get() still returns the old value.
     void settingWillChange(HVContextKey key);
 
-    /// Emitted after a setting was written: get() returns the new value.
+    /// Emitted after a setting was written, when get() returns the new value.
     void settingDidChange(HVContextKey key);
 
 private:
@@ -192,12 +194,12 @@ namespace Hovlets {
 
 /*!
  * Writes the settings that suit most applications: the library watches the mouse, control files can
- * name only files in packages, popups show beside their control, the way to them is safe, and
- * Escape and the wheel hide them. docs/settings.md lists them.
+ * name only files in packages, popups show beside their control, controls on the way to a popup do
+ * not hide it, and Escape and the wheel do. docs/settings.md lists the settings.
  *
- * The defaults differ: they change nothing that a host or content relies on. Call this function
- * first, on the context that you pass to HVInterface, then overwrite settings as you like. Later
- * versions may recommend more.
+ * They differ from the defaults, which change nothing that hosts and content rely on. Call this
+ * function first, on the context that you pass to HVInterface, then overwrite settings as you like.
+ * Later versions may recommend more.
  */
 HOVLETS_EXPORT void useRecommendedSettings(HVContext &settings);
 

@@ -3,7 +3,7 @@
 
 namespace Hovlets {
 
-// Later versions may add values. Hosts must expect ones that they do not know.
+// Later versions may add values. A host must expect values that it does not know.
 
 /// Severity of a message; a higher value is less severe.
 enum HVMessageType : int {
@@ -20,7 +20,7 @@ enum HVMessageType : int {
 
 /// The kind of window that HVInterface::createWindow() must supply.
 enum HVWindowType : int {
-    /// A container for a popup that the user has pinned.
+    /// A container for a popup that the user has pinned. "Reserved" is the older word for it.
     HVReservedWindow = 1
 };
 

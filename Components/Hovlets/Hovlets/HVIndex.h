@@ -97,8 +97,8 @@ public:
                                    int &depth, HVXmlElement *&root);
 
     /*!
-     * Records the control file \a path after all others. The library never calls it; a subclass may
-     * store the element instead of the path.
+     * Records the control file \a path after all others, so every other file takes precedence over
+     * it. The library never calls it; a subclass may store the element instead of the path.
      * \param element the entry; unused here
      * \param locale its locale; unused here
      * \param path path of the control file
@@ -122,12 +122,12 @@ public:
     [[nodiscard]] virtual QStringList keys();
 
     /*!
-     * Records a control file before all others, and its package. The library calls it for each
-     * candidate that it finds in the data paths. Files whose first start tag is not "hovlets", and
-     * files outside \a location, are skipped. An override that does not call this implementation
-     * must call mapControlFile(), or QML finds no files of the package.
-     * \param file canonical path of the control file
-     * \param location canonical path of its package folder
+     * Records a control file and its package. The file takes precedence over all that were recorded
+     * before. The library calls it for each candidate that it finds in the data paths. Files whose
+     * first start tag is not "hovlets", and files outside \a location, are skipped. An override
+     * that does not call this implementation must call mapControlFile(), or QML finds no files of
+     * the package. \param file canonical path of the control file \param location canonical path of
+     * its package folder
      */
     virtual void indexControlFile(const QString &file, const QString &location);
 

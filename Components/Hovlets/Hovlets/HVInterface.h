@@ -114,7 +114,8 @@ public:
     virtual QString translateString(const QString &text, const QString &context);
 
     /*!
-     * The shortcut to show; by default the one in the content. Called at each show.
+     * The shortcut to show; by default the one in the content. Called at each show. The spelling
+     * with a capital "C" is deliberate: overrides in hosts rely on it.
      *
      * \param key the key of the control, even if the fallback content is shown
      * \param object the control; null if show() was called without one
@@ -147,7 +148,8 @@ public:
     bool mouseMoveEventFilter(QObject *object, QMouseEvent *event);
 
     /*!
-     * Likewise for every press and release of a mouse button. A click outside the popup hides it.
+     * Informs the library about a press or release of a mouse button. Call it for every one, if
+     * HVKeyTrackHover is false. A click outside the popup hides it.
      *
      * \param object the receiver of the event
      * \param event the press or release
@@ -157,8 +159,8 @@ public:
 
     /*!
      * Shows the content for a key: the entry in the preferred locale, else in the fallback locale,
-     * else that for HVKeyFallbackKey. Without any, a visible popup stays if the mouse is near it,
-     * and hides otherwise.
+     * else the entry for HVKeyFallbackKey. If there is none of these, a visible popup stays if the
+     * mouse is near it, and hides otherwise.
      *
      * \param key the content key
      * \param position the cursor, global, in pixels; the popup appears HVKeyCursorOffset from it
@@ -190,8 +192,8 @@ public:
                             const QString &defaultValue);
 
     /*!
-     * The pinned popups that are open, for restoreState() in a later run: their keys, locales,
-     * places and whether they stay on top. The format has a version.
+     * Encodes the pinned popups that are open, for restoreState() in a later run: their keys,
+     * locales, positions and whether they stay on top. The bytes carry a version of their format.
      */
     [[nodiscard]] QByteArray saveState() const;
 
@@ -199,8 +201,8 @@ public:
      * Brings pinned popups back, in addition to those that are open. Call it once the host's window
      * is visible: they belong to the active window, else to the first one.
      *
-     * Popups whose key has no content any more are left out. Bytes that are damaged, or that
-     * saveState() did not produce, restore nothing and send one warning.
+     * Omits popups whose key no longer has content. Bytes that are damaged, or that saveState() did
+     * not produce, restore nothing and send one warning.
      *
      * \param state the bytes from saveState(); need not be trusted
      * \return whether the state was valid

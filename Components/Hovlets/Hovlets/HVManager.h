@@ -33,11 +33,11 @@ class HVXmlElement;
 /*!
  * \brief Ties the library together: content, hovering, the popup, and text services for content.
  *
- * HVInterface creates and owns it. Hosts use HVInterface, whose functions forward to this class. Do
- * not create a manager in an application, except to test without a host.
+ * HVInterface creates and owns the manager, and forwards to it. Hosts call HVInterface. Do not
+ * create a manager in an application, except to test without a host.
  *
  * GUI thread only, and synchronous: the constructor returns when all content is indexed. Nothing
- * here throws. Failures are results, and messages where the host can act on them.
+ * throws. A failure is a result, and a message where the host can act on it.
  */
 class HOVLETS_EXPORT HVManager : public QObject
 {
@@ -83,7 +83,8 @@ public:
      */
     HVInterface *interface();
 
-    /// The current popup, which the manager owns; null before the first show.
+    /// The current popup, which the manager owns; null before the first show. The header of its
+    /// class is not installed: hosts use HVPopup instead.
     HVWidget *widget();
 
     /// The data paths that were given at construction.
@@ -106,7 +107,8 @@ public:
     void loadPackage(const QFileInfo &package);
 
     /*!
-     * Passes a control file to the index. Hosts call it by this misspelt name, so it stays.
+     * Passes a control file to the index. Hosts call it by this misspelt name, which therefore
+     * stays.
      * \param file canonical path of the control file
      * \param package canonical path of its package folder
      */
@@ -144,12 +146,12 @@ public:
     QPoint tooltipPosition(const QPoint &position, QWidget *widget);
 
     /*!
-     * Releases the current popup, which the user then closes, and creates a new one. Asks the host
-     * for a container.
+     * Makes the current popup independent, because the user has pinned it, and creates another one
+     * for the next hover. Asks the host for a container.
      *
      * \param widget the popup that the user has pinned
      * \param[out] container the window that the host supplies for it, or null; only set on success
-     * \return false if \a widget is not the current popup
+     * \return false if \a widget is not the current popup, or is deleted while the host answers
      */
     bool reserve(HVWidget *widget, QWidget *&container);
 

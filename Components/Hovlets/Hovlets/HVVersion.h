@@ -24,16 +24,19 @@
 /// A version as one number, for comparison with HOVLETS_VERSION. Each part is below 256.
 #define HOVLETS_VERSION_CHECK(major, minor, patch) (((major) << 16) | ((minor) << 8) | (patch))
 
-/// The version of these headers as one number: `#if HOVLETS_VERSION >= HOVLETS_VERSION_CHECK(1, 2,
-/// 0)`.
+/*!
+ * The version of these headers as one number.
+ * \code
+ * #if HOVLETS_VERSION >= HOVLETS_VERSION_CHECK(1, 2, 0)
+ * \endcode
+ */
 #define HOVLETS_VERSION \
     HOVLETS_VERSION_CHECK(HOVLETS_VERSION_MAJOR, HOVLETS_VERSION_MINOR, HOVLETS_VERSION_PATCH)
 
 namespace Hovlets {
 
 /*!
- * The version of the library that is loaded, which may be newer than the headers. Any thread may
- * ask.
+ * The version of the loaded library, which may be newer than the headers. Any thread may call it.
  */
 [[nodiscard]] HOVLETS_EXPORT QVersionNumber version();
 

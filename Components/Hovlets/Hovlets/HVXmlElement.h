@@ -10,8 +10,8 @@
 
 #include <memory>
 
-// Hosts need the module with Qt's SAX classes only if they construct elements from parsed
-// attributes. Where it is available, this header is enough to do so.
+// Only hosts that construct elements from parsed attributes need the module with Qt's SAX classes.
+// Where that is on the include path, this header includes what they need.
 #if __has_include(<QXmlAttributes>)
 #    include <QXmlAttributes>
 #else
@@ -51,7 +51,8 @@ class HOVLETS_EXPORT HVXmlElement : public QObject
 public:
     /*!
      * An element with the attributes that a SAX reader delivered, under their qualified names. If a
-     * name occurs twice, the later value wins.
+     * name occurs twice, the later value wins. The parser calls this constructor through the
+     * meta-object.
      */
     Q_INVOKABLE explicit HVXmlElement(QObject *parent, const QXmlAttributes &attrs);
 
@@ -60,7 +61,8 @@ public:
 
     ~HVXmlElement() override;
 
-    /// The tag, such as "hovlet".
+    /// The tag, such as "hovlet". Unlike that of content(), the name begins with "get", on which
+    /// hosts rely.
     [[nodiscard]] QString getTagName() const;
 
     /// Sets the tag and the object name. Always emits tagNameChanged().
