@@ -126,8 +126,9 @@ public:
      * before. The library calls it for each candidate that it finds in the data paths. Files whose
      * first start tag is not "hovlets", and files outside \a location, are skipped. An override
      * that does not call this implementation must call mapControlFile(), or QML finds no files of
-     * the package. \param file canonical path of the control file \param location canonical path of
-     * its package folder
+     * the package.
+     * \param file canonical path of the control file
+     * \param location canonical path of its package folder
      */
     virtual void indexControlFile(const QString &file, const QString &location);
 
