@@ -5,7 +5,8 @@
 #include <QtQuickWidgets/QQuickWidget>
 
 /*!
- * \brief Stands in for "hovletView": has everything that a user interface calls, and does nothing.
+ * \brief A substitute for "hovletView" with all functions that a user interface calls. They do
+ * nothing.
  */
 class ToolTipServices : public QObject
 {

@@ -22,10 +22,10 @@ endfunction()
 function(hovlets_test source)
     cmake_parse_arguments(PARSE_ARGV 1 arg "DISPLAY;SCREENS;BOTH_SCENE_GRAPHS" "" "")
     get_filename_component(name ${source} NAME)
-    # Only clips use threads. Two of their tests are not clean with the thread sanitizer. For the
-    # keeper, it reports QtCore's lists of connections and events, because it does not see their
-    # locks. For the sleep, it reports a path that is passed on under one of this project's locks,
-    # which is still unexplained.
+    # The thread sanitizer runs only the tests of clips, the main users of threads. Two of these are
+    # not clean. For the keeper, it reports QtCore's lists of connections and events, because it does
+    # not see their locks. For the sleep, it reports a path that is passed on under one of this
+    # project's locks, which is still unexplained.
     if(HOVLETS_SANITIZE STREQUAL thread
             AND (NOT name MATCHES "^tst_(hvvideo|hvclip)" OR name MATCHES "^tst_hvvideo_(idle|keeper)$"))
         return()

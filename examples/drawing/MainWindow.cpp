@@ -77,7 +77,7 @@ MainWindow::MainWindow(DrawingHost &host, HelpWindow &help, Hovlets::HVKeyboardA
 void MainWindow::openFile(const QString &file)
 {
     if (!m_document->load(file)) {
-        statusBar()->showMessage(tr("%1 is no picture").arg(file), MessageTime);
+        statusBar()->showMessage(tr("%1 is not a picture").arg(file), MessageTime);
         return;
     }
     m_file = file;

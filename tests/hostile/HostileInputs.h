@@ -8,9 +8,9 @@
 #include <functional>
 
 /*!
- * \brief A package that means harm, written to disk where it is needed.
+ * \brief A hostile package, written to disk where it is needed.
  *
- * The control file has the key "attack". What an input writes otherwise is its own.
+ * The control file has the key "attack". Everything else differs from input to input.
  */
 class HostilePackage
 {
@@ -52,7 +52,7 @@ struct HostileInput
     Step change = {}; ///< after it has indexed the package
 };
 
-// Every kind of attack in several sizes, by what reads it.
+// Each kind of attack in several sizes, grouped by the code that reads it.
 QList<HostileInput> hostileDocuments(); ///< the parser
 QList<HostileInput> hostileTexts(); ///< the popup
 QList<HostileInput> hostileFiles(); ///< pictures, translations and files that are none

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Throws packages that mean harm at the library, each in a process of its own whose memory is
-// limited, and prints what they did:
+// Shows hostile packages, each in a separate process with limited memory, and prints the results:
 //
 //   hostile            all of them
 //   hostile WORD       those whose corpus or name contains the word, one line for each
@@ -90,7 +89,7 @@ void live(Slowest &slowest, int milliseconds)
     }
 }
 
-/// What a child does with one input; it prints "work wall memory size", in ms and MB.
+/// Runs in a child, for one input. Prints "work wall memory size", in ms and MB.
 int attack(const HostileInput &input)
 {
     PackageFolder harmless;
@@ -105,7 +104,7 @@ int attack(const HostileInput &input)
     HVContext settings;
     settings.set(HVKeyHideDelay, 0);
     settings.set(HVKeyMessageLevel, HVMessageWarning);
-    // What only the first popup costs counts for no input.
+    // The cost of the first popup does not count.
     auto host = std::make_unique<RecordingHost>(
             settings, QStringList { harmless.path(), QStringLiteral(HOVLETS_PACKAGES) });
     Slowest ignored;

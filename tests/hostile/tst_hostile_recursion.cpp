@@ -6,7 +6,7 @@
 
 using namespace Hovlets;
 
-/// Tests documents that make the XML reader recurse, once per level and without a bound of its own.
+/// Tests documents that make the XML reader recurse, once per level and without a limit.
 class tst_Hostile_Recursion : public QObject
 {
     Q_OBJECT

@@ -6,8 +6,9 @@
 
 namespace HovletsTool {
 
-// Standard output and standard error. What cannot be written to standard output throws a ToolError,
-// at once or in flushOutput(). A reader that closes the pipe early, such as `head`, is no error.
+// Standard output and standard error. Text that cannot be written to standard output throws a
+// ToolError, at once or in flushOutput(). A reader that closes the pipe early, such as `head`, is
+// not an error.
 
 void printText(const QString &text);
 void printJson(const QJsonObject &object);

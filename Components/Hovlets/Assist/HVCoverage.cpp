@@ -23,7 +23,7 @@ namespace Hovlets {
 
 namespace {
 
-constexpr int Rest = 50; // ms from an event to the walk, which serves all events until then
+constexpr int Rest = 50; // ms from an event to the walk, which covers all events until then
 constexpr int FormatVersion = 1;
 
 QString windowName(const QWidget *widget)

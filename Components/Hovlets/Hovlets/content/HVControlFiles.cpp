@@ -35,7 +35,7 @@ bool mayBeginName(char byte)
             || static_cast<uchar>(byte) >= 0x80;
 }
 
-/// Whether \a line has a "<" that may start a start tag, and not a declaration or a comment.
+/// Whether \a line has a "<" that may begin a start tag, rather than a declaration or a comment.
 bool mayHoldStartTag(const QByteArray &line)
 {
     for (auto at = line.indexOf('<'); at >= 0; at = line.indexOf('<', at + 1)) {
@@ -55,7 +55,7 @@ std::optional<bool> namesHovlets(const QByteArray &text)
             QRegularExpression::UseUnicodePropertiesOption);
     constexpr int LongestLine = 1023; // longer lines count as several
 
-    // Lines without a "<" are passed over, however many there are.
+    // Skips lines without a "<", however many there are.
     int at = 0;
     for (auto tag = text.indexOf('<'); tag >= 0; tag = text.indexOf('<', at)) {
         const QByteArray before =
@@ -134,7 +134,7 @@ bool HVControlFiles::findControlFile(const QString &file, QString &problem)
     if (!isWhole)
         read.bytes.truncate(read.bytes.lastIndexOf('\n') + 1);
     std::optional<bool> answer = namesHovlets(read.bytes);
-    // A root further down serves nothing: the parser reads what is before it, too.
+    // Searches no further than a look-up may parse: the parser reads everything before the root.
     if (!answer && !isWhole) {
         const qint64 parsed = qMin<qint64>(HVLimits::current().parsedSize, 1 << 30);
         answer = namesHovlets(HVFileBytes::head(file, static_cast<int>(parsed), limit).bytes);

@@ -45,8 +45,8 @@ public:
     /// Whether the first start tag of \a file is "hovlets".
     static bool isControlFile(const QString &file);
 
-    /// Likewise. Sets \a problem to the reason why an existing file is not read, or to a null
-    /// string.
+    /// Like isControlFile(), but also sets \a problem to the reason why an existing file is not
+    /// read, or to a null string.
     static bool findControlFile(const QString &file, QString &problem);
 
 private:

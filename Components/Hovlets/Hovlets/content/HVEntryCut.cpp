@@ -177,8 +177,8 @@ private:
         if (!startsWith("&#"))
             return false;
         m_rest.remove_prefix(2);
-        // Short numbers name none of the characters that the reader cannot represent: neither
-        // four decimal digits nor hexadecimal ones below the surrogates do.
+        // A number of at most four digits, decimal or hexadecimal and below the surrogates, names
+        // a character that the reader can represent.
         const bool isHexadecimal = take('x');
         size_t digits = 0;
         while (digits < m_rest.size() && isReferenceDigit(m_rest[digits], isHexadecimal))
@@ -211,11 +211,11 @@ private:
         return true;
     }
 
-    /// A comment, an instruction or a CDATA section.
+    /// Reads a comment, an instruction or a CDATA section.
     bool readSection(bool isInRoot)
     {
         if (startsWith("<!--")) {
-            // No two hyphens inside, and none that could belong to the ends as well.
+            // Two hyphens end a comment, and those of its start are not part of its end.
             if (startsWith("<!-->") || startsWith("<!---"))
                 return false;
             return skipSection("<!--", "--") && take('>');
@@ -230,7 +230,7 @@ private:
         return isInRoot && startsWith("<![CDATA[") && skipSection("<![CDATA[", "]]>");
     }
 
-    /// What may come before and after the root.
+    /// Reads what may precede and follow the root.
     bool readAround()
     {
         while (true) {
@@ -283,7 +283,7 @@ private:
         }
     }
 
-    /// The root with all below it.
+    /// Reads the root and everything below it.
     bool readElement()
     {
         std::vector<Bytes> open;
@@ -327,12 +327,13 @@ private:
         const bool isExact = isEntry && tag.key == m_key;
         const bool isWanted =
                 isExact || (isEntry && tag.key.find_first_of("&\t\r\n") != Bytes::npos);
-        // Two entries with the key serve nothing, and more of them change nothing.
+        // A file with two entries for the key serves neither; a third makes no difference.
         m_isLeftOut = !isWanted || (isExact && ++m_wanted > 2);
         if (!m_isLeftOut)
             return;
         keepUpTo(start);
-        // Text before and after must not join to something else, such as "]]>" or one line end.
+        // The texts before and after must not join to form something else, such as "]]>" or a
+        // line end.
         if (start[-1] != '>' && start[-1] != '\n' && start[-1] != ' ')
             m_remaining += "<?x ?>";
     }

@@ -11,10 +11,10 @@ namespace Hovlets {
 /*!
  * \brief Searches the bytes of a control file for the entry for a key, without parsing them.
  *
- * A look-up reads many files and finds its key in one, and parsing takes about thirty times as long
- * as searching. "No" is certain: the parser would not find such an entry either. "Maybe" leaves the
- * decision to the parser. It is the answer wherever the bytes differ from what the parser reads: an
- * encoding other than UTF-8, a document type declaration, references in a key.
+ * A look-up reads many files and finds its key in one of them, and parsing takes about thirty times
+ * as long as searching. "No" is certain: the parser would not find such an entry either. "Maybe"
+ * leaves the decision to the parser. It is the answer wherever the bytes differ from what the
+ * parser reads: an encoding other than UTF-8, a document type declaration, references in a key.
  */
 class HVEntryScan
 {
@@ -44,7 +44,7 @@ private:
 class HVEntryKeys
 {
 public:
-    /// Stands for an unknown file: "maybe" for every key.
+    /// The keys of an unknown file: "maybe" for every key.
     HVEntryKeys() = default;
 
     explicit HVEntryKeys(const QByteArray &file);

@@ -13,7 +13,8 @@ class QDir;
 
 namespace Hovlets {
 
-/// The package folders in the data path \a directory, by a wildcard such as "*.hovlets".
+/// The package folders in the data path \a directory whose names match \a filter, a wildcard such
+/// as "*.hovlets".
 QList<QFileInfo> packagesIn(const QDir &directory, const QString &filter);
 
 /// Canonical paths of the control files in \a folder, but not in its subfolders.

@@ -9,7 +9,7 @@
 namespace Hovlets {
 
 /*!
- * \brief The remaining cost that parsing one document may have.
+ * \brief What parsing one document may still cost.
  *
  * Qt's XML reader recurses on elements and on the parentheses of content models, expands entities
  * without a total limit, and does work that grows with the square of their number. The parser
@@ -21,7 +21,7 @@ class HVXmlBudget
 public:
     explicit HVXmlBudget(const HVLimits &limits = HVLimits::current());
 
-    /// The document type declaration begins or ends; parentheses matter only inside it.
+    /// The document type declaration begins or ends. Parentheses count only inside it.
     void setInDocumentType(bool inside);
 
     /// The reader gets the next character of the document.
@@ -63,7 +63,7 @@ private:
     qint64 m_entityCharacters = 0;
     qint64 m_delivered = 0;
     int m_built = 0;
-    int m_attributes = 0; // and what looks like one in a text
+    int m_attributes = 0; // including text that looks like one
     bool m_followsEquals = false;
     int m_parentheses = 0; // open in the current content model
     bool m_inDocumentType = false;

@@ -25,7 +25,7 @@ namespace Hovlets {
  * large file. A parse ends early, with one "Fatal error at" line in Qt's debug output, if the
  * document is not well-formed or meets one of the HVLimits.
  *
- * One parser can read any number of documents in turn, on one thread at a time.
+ * One parser can read any number of documents, one after the other, on one thread at a time.
  */
 class HVXmlParser : public QXmlSimpleReader, private QXmlDefaultHandler
 {

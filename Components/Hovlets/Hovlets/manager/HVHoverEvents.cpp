@@ -58,7 +58,7 @@ bool HVHoverEvents::showToolTip(QObject *object, const QHelpEvent &event)
     return handled;
 }
 
-/// Only what has content waits: an ordinary tooltip shows at the desktop's moment.
+/// Only controls with content wait. An ordinary tooltip shows after the desktop's delay.
 bool HVHoverEvents::isTooEarly(QObject *object, const QString &key, const QHelpEvent &event)
 {
     if (m_manager.context().get(HVKeyShowDelay).toInt() <= 0 || m_popup.isVisible())

@@ -43,7 +43,7 @@ private:
 
     // The tooltip that Qt is passing from a control to its parents.
     quint64 m_pass = 0;
-    QPointer<QObject> m_passed; // the last one that was offered it; null after any other event
+    QPointer<QObject> m_passed; // the last object that got it; null after any other event
     QPoint m_passedAt;
 };
 

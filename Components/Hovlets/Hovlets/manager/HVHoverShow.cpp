@@ -36,7 +36,7 @@ bool HVHoverShow::hasContent(const QString &key) const
         found = findFallback(m_manager.context().get(HVKeyFallbackKey).toString());
     const HVXmlElement *entry = found.tree.entry();
     if (entry && entry == m_popup.content())
-        found.tree.release(); // an index supplied by the host may hand out the same tree again
+        found.tree.release(); // an index supplied by the host may return the same tree again
     return entry;
 }
 
@@ -66,8 +66,8 @@ bool HVHoverShow::show(const QString &key, const QPoint &position, QObject *obje
     return present(hover, entry, std::move(found));
 }
 
-/// Keeps the popup, which shows what belongs to \a hover: where it is if that is still the place
-/// for the control.
+/// Keeps the popup, which already shows the content for \a hover. Moves it only if its place is no
+/// longer right for the control.
 bool HVHoverShow::stay(const Hover &hover)
 {
     HVWidget *popup = m_popup.widget();

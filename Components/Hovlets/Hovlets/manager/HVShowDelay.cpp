@@ -65,7 +65,7 @@ void HVShowDelay::release()
 {
     if (m_delays.timeReached(m_clock.elapsed()) != HVHoverDelays::Action::Show) {
         if (m_delays.deadline())
-            m_timer.start(1); // a timer may fire early by a fraction
+            m_timer.start(1); // timers may fire a fraction of a millisecond early
         return;
     }
     if (!m_widget)

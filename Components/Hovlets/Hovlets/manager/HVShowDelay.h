@@ -30,12 +30,12 @@ class HVShowDelay
 public:
     explicit HVShowDelay(HVManager &manager);
 
-    /// Notes when the mouse rests, and gives up what is held back for an event after which Qt shows
-    /// no tooltip either.
+    /// Call for every event of the application. Notes when the mouse comes to rest, and drops the
+    /// popup that is held back if the event would also cancel Qt's tooltip.
     void see(const QEvent &event);
 
-    /// Whether a tooltip event for \a widget, which has content, comes too early. It is sent again
-    /// when the time has come.
+    /// Whether a tooltip event for \a widget, which has content, comes too early. If so, it is sent
+    /// again after the delay.
     bool holdsBack(QWidget &widget, const QHelpEvent &event);
 
 private:
@@ -46,7 +46,7 @@ private:
     QElapsedTimer m_clock;
     QTimer m_timer;
     std::optional<qint64> m_restSince;
-    QPointer<QWidget> m_widget; // waits
+    QPointer<QWidget> m_widget; // the control whose popup is held back
     QPoint m_position; // of the mouse: global
     bool m_releases = false;
 };

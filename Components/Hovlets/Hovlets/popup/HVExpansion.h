@@ -9,7 +9,8 @@
 
 namespace Hovlets {
 
-/// Tells when a simple popup becomes the full one. Its timer runs only until then. GUI thread only.
+/// Decides when a simple popup becomes the full one. Its timer runs only until then. GUI thread
+/// only.
 class HVExpansion : public QObject
 {
     Q_OBJECT
@@ -18,8 +19,8 @@ class HVExpansion : public QObject
 public:
     explicit HVExpansion(QObject *parent);
 
-    /// A simple popup shows. It expands after the mouse has stayed for \a delay, in ms; 0 or less
-    /// is never.
+    /// Call when a simple popup shows. It expands after the mouse has stayed for \a delay, in ms;
+    /// 0 or less: never.
     void start(int delay);
     void stop();
 

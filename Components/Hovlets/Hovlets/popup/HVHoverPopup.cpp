@@ -27,7 +27,7 @@ void deleteDismissedPopups()
 }
 
 /*!
- * Deletes \a popup later, but at the latest with the application: a host that deletes its interface
+ * Deletes \a popup later, but no later than the application: a host that deletes its interface
  * after exec() has no event loop to do it.
  */
 void dismiss(HVWidget *popup)

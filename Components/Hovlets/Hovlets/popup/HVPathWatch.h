@@ -19,8 +19,8 @@ namespace Hovlets {
  *
  * Watches the application's events while the popup is visible, and consumes the tooltip events of
  * other controls until HVSafePath lets one take over. Then it makes that control show its popup or
- * tooltip, without waiting for the desktop's delay. A control that then
- * shows nothing counts as empty space until another one is asked.
+ * tooltip, without waiting for the desktop's delay. A control that shows neither counts as empty
+ * space until another one is asked.
  *
  * GUI thread only.
  */

@@ -32,7 +32,7 @@ public:
     /// Turns stay-on-top on or off for all popups.
     void setStayOnTop(bool on);
 
-    /// What it takes to bring each popup back that is open and on screen.
+    /// The states of the popups that are open and on screen, from which they can be restored.
     [[nodiscard]] QVector<HVPinnedState> states() const;
 
     /// The content of the first popup that shows \a key, or null.

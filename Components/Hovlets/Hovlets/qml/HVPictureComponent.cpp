@@ -54,7 +54,7 @@ void HVPictureComponent::show(const HVSharedPicture &picture)
     update();
 }
 
-/// The item has its final size: requests the picture at that size, unless it has it.
+/// Called when the item has its final size. Requests the picture at that size, once.
 void HVPictureComponent::updatePolish()
 {
     const QSize size = sizeOnScreen();

@@ -11,7 +11,7 @@ namespace Hovlets {
 
 namespace {
 
-/// Markup may be that many times longer than the text it shows.
+/// Markup may be this many times longer than the text it shows.
 constexpr int MarkupPerCharacter = 4;
 
 constexpr ushort CutOff = 0x2026;

@@ -97,7 +97,7 @@ QString interpolated(const QString &text, const QMap<QString, QVariant> &values)
         const QString name = placeholder.mid(Opening, nameLength);
         rest.drop(placeholder.size());
         // A placeholder that extends past an expansion consumes text from outside, which is finite.
-        // Only one that lies completely inside an expansion of its own name would recur forever.
+        // Only one that lies completely inside an expansion of its own name would recurse forever.
         const qsizetype tail = rest.size();
         while (!open.isEmpty() && tail < open.constLast().tail)
             open.removeLast();

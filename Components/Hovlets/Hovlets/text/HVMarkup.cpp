@@ -188,7 +188,7 @@ private:
             closeInnermost();
     }
 
-    /// Closes the elements that HTML closes implicitly before such a tag.
+    /// Closes the elements that HTML implicitly closes before \a tag.
     void closeImplied(Tag tag)
     {
         if (tag == Tag::A)
@@ -199,7 +199,7 @@ private:
             close(Tag::Li);
     }
 
-    /// Closes the innermost element of that kind, if any, with everything in it.
+    /// Closes the innermost element of this kind, if any, and everything in it.
     void close(Tag tag)
     {
         for (bool isDone = !m_open.contains(tag); !isDone;) {

@@ -14,7 +14,7 @@ namespace Hovlets {
 
 namespace {
 
-constexpr int MostThreads = 4; // more speed up clips of this size little and each costs memory
+constexpr int MostThreads = 4; // more would hardly speed up such clips, and each costs memory
 constexpr double FastestRate = 240.0; // frames/s; higher rates are those of a clock
 constexpr double UsualRate = 25.0;
 
@@ -29,7 +29,7 @@ bool isRate(AVRational rational)
     return rate > 0.0 && rate <= FastestRate;
 }
 
-/// FFmpeg wants to open a file or an address that the clip names.
+/// Refuses to open a file or an address that the clip names.
 int refuse(AVFormatContext *, AVIOContext **, const char *, int, AVDictionary **)
 {
     return AVERROR(EPERM);

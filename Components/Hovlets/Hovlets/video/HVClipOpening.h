@@ -37,7 +37,7 @@ Q_SIGNALS:
     void failed();
 
 private:
-    mutable std::mutex m_mutex; // of all below
+    mutable std::mutex m_mutex; // guards the members below
     mutable std::condition_variable m_ended;
     QUrl m_last;
     bool m_isOpened = false;

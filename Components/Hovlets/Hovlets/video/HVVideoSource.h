@@ -18,10 +18,10 @@ struct HVVideoSourceChange;
  * \brief A source of frames: a thread that processes requested changes, then performs the current
  * action, and owns the cache for the frames.
  *
- * Requests and queries may come from any thread; changes are applied, and signals emitted, on the
- * source's own. The owner starts the thread.
- * Subclasses implement the decoding and run(). Their destructors must call quit() first: when this
- * one calls it, the subclass's run() is gone.
+ * Any thread may request changes and query the state. The source's own thread, which the owner
+ * starts, applies the changes and emits the signals. Subclasses implement the decoding and run().
+ * Their destructors must call quit() first: when this class's destructor calls it, the subclass's
+ * run() is gone.
  *
  * Two recursive mutexes guard the state and the cache. Neither is held while a change is applied or
  * a signal is emitted.
@@ -86,7 +86,7 @@ public:
     /// Whether the frame at \a index is in memory.
     bool isFrameAvailable(quint64 index) const;
 
-    /// The number of frames decoded so far. The total returns the same number, deliberately.
+    /// The number of frames decoded so far. The total is deliberately the same number.
     quint64 loadedFrameCount() const;
     quint64 totalFrameCount() const;
 
@@ -126,7 +126,7 @@ Q_SIGNALS:
     /// For subclasses; not emitted here.
     void frameReady();
 
-    /// Emitted when the source is another one, and its cache exists.
+    /// Emitted when another clip is the current one, and its cache exists.
     void sourceChanged();
 
     /// Emitted when the last frame of the clip is in the cache.
