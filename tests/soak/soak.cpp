@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Shows popups, a hundred thousand by default, every tenth with a clip. Then it compares the memory
-// that the process holds at the end with what it held after the first tenth:
+// Shows popups, by default 100,000, every tenth with a clip. Compares the memory, handles and
+// threads of the process at the end with those after the first tenth:
 //
 //   soak [SHOWS]
 #include "ClipFolder.h"
