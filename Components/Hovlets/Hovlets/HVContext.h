@@ -18,7 +18,8 @@ namespace Hovlets {
 enum HVPopupPlacement : int {
     /// At HVKeyCursorOffset from the cursor.
     HVPlaceAtCursor = 0,
-    /// Below, above, right or left of the control, or of its part, such as a tab; never over it.
+    /// Below, above, right or left of the control, or of its part, such as a tab. Over it only if
+    /// no side has room.
     HVPlaceBesideControl = 1
 };
 

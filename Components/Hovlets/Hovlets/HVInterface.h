@@ -163,7 +163,8 @@ public:
      * mouse is near it, and hides otherwise.
      *
      * \param key the content key
-     * \param position the cursor, global, in pixels; the popup appears HVKeyCursorOffset from it
+     * \param position the cursor, global, in pixels. The popup appears HVKeyCursorOffset from it,
+     * unless HVKeyPlacement puts it beside the control
      * \param object the control that the content describes; may be null. The popup hides when a
      * control that is a widget does
      * \return true if a popup shows or stays: suppress the ordinary tooltip then. False while

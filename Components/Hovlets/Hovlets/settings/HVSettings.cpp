@@ -115,7 +115,7 @@ QList<HVSetting> makeSettings()
         HV_SETTING(HVKeyPlacement, "int, `HVPopupPlacement`", 0, "",
                    "at each show",
                    "0: at `HVKeyCursorOffset` from the cursor; 1: beside the control or its part, such "
-                   "as a tab, and never over it"),
+                   "as a tab, and over it only if no side has room"),
         HV_SETTING(HVKeyKeepClear, "QRegion, global px", QVariant(), "",
                    "at each show",
                    "area that a popup beside its control leaves visible if it can, such as a "
