@@ -126,7 +126,8 @@ void HVKeyboardAccess::Private::hideWithEscape()
         closePinnedPopup(pinned);
 }
 
-/// Keeps the place below the control that the library chose, unless the popup hides the control.
+/// Moves the popup to a place where it does not hide the control. The library has placed it for a
+/// cursor.
 void HVKeyboardAccess::Private::place()
 {
     if (!popup || !control)

@@ -116,8 +116,9 @@ public:
     virtual void endUpdate();
 
     /*!
-     * The keys of all entries in the order of files and then of entries, with duplicates, for
-     * HVInterface::keys(). Parses every control file: do not call it while the user waits.
+     * The keys of all entries, with duplicates, for HVInterface::keys(). The file that was indexed
+     * last comes first; within a file, the keys are in document order. Parses every control file:
+     * do not call it while the user waits.
      */
     [[nodiscard]] virtual QStringList keys();
 

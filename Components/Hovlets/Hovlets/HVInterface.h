@@ -132,8 +132,9 @@ public:
     [[nodiscard]] const HVContext &context() const;
 
     /*!
-     * The keys of all entries in the order of files, with duplicates. Parses every control file,
-     * which may take seconds with much content: do not call it while the user waits.
+     * The keys of all entries, with duplicates. By default, the control file that was indexed last
+     * comes first. Parses every control file, which may take seconds with much content: do not call
+     * it while the user waits.
      */
     QStringList keys();
 
@@ -183,8 +184,8 @@ public:
 
     /*!
      * The value of an attribute of an entry, not translated. If the entry was the latest that a
-     * popup showed, or is pinned, it answers as it was shown, with the host's shortcut. Otherwise
-     * reads control files, with the locales of show().
+     * popup showed, or is pinned, the value is the one that was shown, with the host's shortcut.
+     * Otherwise reads control files, in the locales of show() but without HVKeyFallbackKey.
      * \param key the content key
      * \param attribute the name of the attribute
      * \param defaultValue the result if the entry or the attribute does not exist

@@ -25,8 +25,8 @@ namespace Hovlets {
  * Hovlets::HVLimits::setCurrent(limits);
  * \endcode
  *
- * A limit of 0 or less admits nothing. No value means "unlimited", but the largest number of the
- * type comes close. Do not use limits to adjust the appearance: HVContext has settings for that.
+ * A limit of 0 or less admits nothing. No value means "unlimited"; the largest number of the type
+ * comes close. Do not use limits to adjust the appearance: HVContext has settings for that.
  */
 struct HOVLETS_EXPORT HVLimits
 {
@@ -60,8 +60,7 @@ struct HOVLETS_EXPORT HVLimits
 
     /*!
      * Elements that one parse of a control file may build, usually those of one entry. More end the
-     * parse as above, as do more attributes than this in the whole parse. Each takes about 500
-     * bytes.
+     * parse as above, as do more attributes than this in one element. Each takes about 500 bytes.
      */
     int builtElements = 50000;
 
@@ -82,8 +81,9 @@ struct HOVLETS_EXPORT HVLimits
 
     // What a popup shows of one entry
 
-    // The GUI thread lays out a popup as a whole before its first frame, which takes up to 100 ms
-    // within these limits. A popup that is cut ends with "…", and the host gets one warning.
+    // The GUI thread lays out the whole popup before its first frame, which takes up to 100 ms
+    // within these limits. If content is cut, the popup ends with "…", and the host gets one
+    // warning.
 
     /// Elements, and tags in texts: paragraphs, links, pictures, emphasised words. Further ones are
     /// omitted.
