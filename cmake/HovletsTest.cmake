@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: Apache-2.0
-# How test programs are built and run. There are many, and most of what each compiles and links is
-# Qt and the library. The options here keep the cost of a program beyond its own lines small.
+# How test programs are built and run. There are many, and each mostly compiles and links Qt and the
+# library. The options here keep that cost small.
 
 # A fast linker, if available.
 find_program(HOVLETS_LLD ld.lld DOC "Links the tests faster than the compiler's usual linker")

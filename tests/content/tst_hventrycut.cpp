@@ -18,7 +18,7 @@ QByteArray cut(const QByteArray &file, const char *key = "a")
     return withoutOtherEntries(file, QString::fromUtf8(key), Depth);
 }
 
-/// What a look-up finds in a parse of the whole of \a file.
+/// The result of a look-up that parses all of \a file.
 QString found(const QByteArray &file)
 {
     const DebugLog silence;

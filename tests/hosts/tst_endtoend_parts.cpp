@@ -10,7 +10,7 @@ using namespace Hovlets;
 
 namespace {
 
-/// Finds the part under the pointer in the way of a host that returns a key for it.
+/// Finds the part under the pointer, as a host does that returns a key for each part.
 QString textAt(QObject *object, const QPoint &position)
 {
     auto *widget = qobject_cast<QWidget *>(object);
@@ -50,8 +50,8 @@ public:
     int asked = 0;
 };
 
-/// A window with a widget of each kind. Of its parts "a" and "b" have content, "tip" has a tooltip
-/// of its own, and "plain" has nothing.
+/// A window with a widget of each kind. Of its parts "a" and "b" have content, "tip" has its
+/// own tooltip, and "plain" has nothing.
 class PartsWindow : public QMainWindow
 {
 public:
@@ -122,7 +122,7 @@ public:
 
 } // namespace
 
-/// Tests that parts of one widget are controls of their own, with a real pointer.
+/// Tests that parts of one widget act as separate controls, with a real pointer.
 class tst_EndToEndParts : public HoverTest
 {
     Q_OBJECT

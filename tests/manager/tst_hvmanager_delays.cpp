@@ -123,7 +123,7 @@ private Q_SLOTS:
         } else if (event == QEvent::DeferredDelete) {
             delete std::exchange(m_scene->control, nullptr);
         }
-        QTest::qWait(150); // for what must not happen
+        QTest::qWait(150); // long enough for a wrong popup to show
         QCOMPARE(m_scene->isShowing(), event == QEvent::None);
     }
 
@@ -158,7 +158,7 @@ private Q_SLOTS:
         m_scene->context().set(HVKeyExpandDelay, delay);
         m_scene->start();
         QVERIFY(m_scene->show(QStringLiteral("a")));
-        QTest::qWait(100); // for what must not happen
+        QTest::qWait(100); // long enough for a wrong popup to show
         QCOMPARE(shownInterface(), QStringLiteral("simple"));
     }
 
@@ -169,7 +169,7 @@ private Q_SLOTS:
         m_scene->start();
         QVERIFY(m_scene->show(QStringLiteral("a")));
         m_scene->popup()->checkMousePosition({ 790, 790 });
-        QTest::qWait(150); // for what must not happen
+        QTest::qWait(150); // long enough for a wrong popup to show
         QCOMPARE(shownInterface(), QStringLiteral("simple"));
         m_scene->popup()->checkMousePosition(m_scene->popup()->geometry().center());
         QTRY_COMPARE(shownInterface(), QStringLiteral("full"));
@@ -187,7 +187,7 @@ private Q_SLOTS:
             QVERIFY(!timer->isActive());
     }
 
-    /// Counted by the event loop itself; a timer would add to it again and again.
+    /// Counts in the event loop itself, because a timer would add wake-ups.
     void shouldNotWakeTheHostWithoutAPopup()
     {
         wakeUps(); // the first one may count one fewer
@@ -201,7 +201,7 @@ private Q_SLOTS:
         QVERIFY(HoverScene::rest(*m_scene->control));
         QTRY_VERIFY(m_scene->isShowing());
         m_scene->popup()->hide();
-        QTRY_VERIFY(wakeUps() <= before); // what the window system still had to tell comes first
+        QTRY_VERIFY(wakeUps() <= before); // after the pending events of the window system
     }
 
 private:

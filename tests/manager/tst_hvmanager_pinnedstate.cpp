@@ -61,7 +61,7 @@ private Q_SLOTS:
         QCOMPARE(places.value(QStringLiteral("a")), QPoint(120, 140));
         QCOMPARE(places.value(QStringLiteral("b")), QPoint(400, 420));
         QVERIFY(next.host().messagesOf(HVMessageWarning).isEmpty());
-        // They are pinned as any other: hovers go on, and so does the next run.
+        // They are like any other pinned popups: the next hover gets a new one, and they are saved.
         QVERIFY(next.show(QStringLiteral("a")));
         QVERIFY(!next.view()->reserved());
         QCOMPARE(next.manager().saveState(), state);

@@ -49,5 +49,5 @@ struct PointerTrace
 QByteArray writeTraces(const QVector<PointerTrace> &traces);
 QVector<PointerTrace> readTraces(const QByteArray &text);
 
-/// The committed traces. Only a fixed seed determines them.
+/// The committed traces, which depend only on a fixed seed.
 QVector<PointerTrace> generateTraces();

@@ -317,7 +317,7 @@ private Q_SLOTS:
         m_bench->popup->setTimer();
         QCOMPARE(m_bench->countdown(), 3000);
         QCOMPARE(m_bench->view->findResource(QStringLiteral("x")), QStringLiteral("Resources"));
-        m_bench->view->setReserved(true); // nothing is there to grant it
+        m_bench->view->setReserved(true); // there is no manager to pin it
         QVERIFY(m_bench->popup->isWindow());
         m_bench->show(QPoint(100, 100));
         m_bench->popup->hide();

@@ -50,7 +50,7 @@ private Q_SLOTS:
         QCOMPARE(screen(95, 89), QColor(Qt::white));
         QCOMPARE(screen(29, 39), QColor(Qt::white));
         QTRY_COMPARE(item->loadProgress(), 1.0);
-        // Again and again: it pauses when it is decoded completely, which may come later.
+        // Repeats play(), because the clip pauses when it is completely decoded, perhaps later.
         QTRY_VERIFY((item->play(), screen(92, 86) == QColor(Qt::blue)));
         QTRY_COMPARE(item->state(), HVVideoComponent::pausedState);
         QTRY_COMPARE(item->progress(), 1.0);

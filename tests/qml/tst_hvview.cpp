@@ -344,7 +344,8 @@ private Q_SLOTS:
         QCOMPARE(item.cursor().shape(), shape);
 
         item.setCursor(Qt::SizeAllCursor);
-        bench.view->setItemCursor(&item, QString(), QStringLiteral("tag")); // of what is below
+        bench.view->setItemCursor(&item, QString(),
+                                  QStringLiteral("tag")); // uncovers the one below
         QCOMPARE(item.cursor().shape(), Qt::ArrowCursor);
 
         bench.view->setOverrideCursor(name);

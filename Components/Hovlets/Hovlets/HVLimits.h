@@ -34,7 +34,7 @@ struct HOVLETS_EXPORT HVLimits
 
     /*!
      * Levels of nested elements in a control file. Deeper nesting ends the parse with a "Fatal
-     * error at" line in Qt's debug output and a warning to the host; the file then serves nothing.
+     * error at" line in Qt's debug output and a warning to the host; none of its entries is found.
      * The XML reader recurses once per level: about 1,100 levels overflow a stack of 512 KB.
      */
     int nestingDepth = 512;
