@@ -158,7 +158,7 @@ private Q_SLOTS:
         m_scene->context().set(HVKeyExpandDelay, delay);
         m_scene->start();
         QVERIFY(m_scene->show(QStringLiteral("a")));
-        QTest::qWait(100); // long enough for a wrong popup to show
+        QTest::qWait(100); // long enough for it to expand
         QCOMPARE(shownInterface(), QStringLiteral("simple"));
     }
 
@@ -169,7 +169,7 @@ private Q_SLOTS:
         m_scene->start();
         QVERIFY(m_scene->show(QStringLiteral("a")));
         m_scene->popup()->checkMousePosition({ 790, 790 });
-        QTest::qWait(150); // long enough for a wrong popup to show
+        QTest::qWait(150); // long enough for it to expand
         QCOMPARE(shownInterface(), QStringLiteral("simple"));
         m_scene->popup()->checkMousePosition(m_scene->popup()->geometry().center());
         QTRY_COMPARE(shownInterface(), QStringLiteral("full"));

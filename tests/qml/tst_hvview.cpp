@@ -345,7 +345,7 @@ private Q_SLOTS:
 
         item.setCursor(Qt::SizeAllCursor);
         bench.view->setItemCursor(&item, QString(),
-                                  QStringLiteral("tag")); // uncovers the one below
+                                  QStringLiteral("tag")); // removes it
         QCOMPARE(item.cursor().shape(), Qt::ArrowCursor);
 
         bench.view->setOverrideCursor(name);
