@@ -11,7 +11,7 @@ class HelpWindow;
 /*!
  * \brief Answers the library's questions: keys, shortcuts, documentation, windows.
  *
- * The library watches the mouse by itself (HVKeyTrackHover), so no events are forwarded.
+ * The library itself watches the mouse (HVKeyTrackHover), so no events are forwarded.
  */
 class DrawingHost : public Hovlets::HVInterface
 {

@@ -6,8 +6,8 @@
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QPushButton>
 
-/// Watches the mouse and forwards its events to the library. With HVKeyTrackHover the library
-/// watches by itself, and a host needs neither eventFilter() nor the body of the constructor.
+/// Watches the mouse and forwards its events to the library. With HVKeyTrackHover, the library does
+/// so itself, and a host needs neither eventFilter() nor the body of the constructor.
 class MinimalHost : public Hovlets::HVInterface
 {
 public:
