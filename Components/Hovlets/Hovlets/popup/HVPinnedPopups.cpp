@@ -36,7 +36,7 @@ void HVPinnedPopups::setStayOnTop(bool on)
     });
 }
 
-/// Raising and showing windows runs foreign code, which may close or pin a popup meanwhile.
+/// Raising and showing windows runs code of the host, which may close or pin a popup meanwhile.
 void HVPinnedPopups::forEachFromLast(const std::function<void(HVWidget &)> &change)
 {
     forgetClosed();

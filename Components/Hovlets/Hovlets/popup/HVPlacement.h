@@ -35,7 +35,7 @@ struct HVPlacementRequest
     QPoint cursor;
     /// The control's layout direction. Right-to-left mirrors all rules.
     Qt::LayoutDirection direction = Qt::LeftToRight;
-    /// Regions that the popup does not cover if possible.
+    /// Regions that the popup avoids covering.
     QVector<QRect> keepClear;
     /// The current place of a popup whose size changes while its control stays in place.
     std::optional<HVPlace> current;
@@ -49,7 +49,7 @@ struct HVPlacementRequest
  * as far as the screen's edges, the regions to keep clear and the cursor require. A popup that has
  * a place stays on its side while it fits: its edge towards the control does not move.
  *
- * If no side has room, the popup gives up one thing after the other:
+ * If no side has room, the popup relaxes the rules one by one, until it has a place:
  * - it ignores the distance of 8 pixels to the screen's edges,
  * - it covers the regions to keep clear,
  * - it covers the control and goes beside the cursor by the same rules,
