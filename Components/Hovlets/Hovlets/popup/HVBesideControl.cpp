@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVBesideControl.h"
 
+#include "HVControlPlace.h"
+
 #include <QtGui/QCursor>
-#include <QtGui/QScreen>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QWidget>
-
-#include <algorithm>
 
 namespace Hovlets {
 
@@ -34,17 +33,6 @@ QVector<QRect> openMenus()
 
 } // namespace
 
-QScreen *screenOf(const QWidget &widget)
-{
-    QScreen *own = widget.screen();
-    const QPoint middle = widget.mapToGlobal(widget.rect().center());
-    const QList<QScreen *> screens = own ? own->virtualSiblings() : QList<QScreen *>();
-    const auto found = std::find_if(screens.begin(), screens.end(), [&](const QScreen *screen) {
-        return screen->geometry().contains(middle);
-    });
-    return found == screens.end() ? own : *found;
-}
-
 HVControlPart visiblePartAt(const QWidget &control, const QPoint &position)
 {
     HVControlPart part = controlPartAt(control, position);
@@ -61,8 +49,8 @@ HVBesideControl::HVBesideControl(const QWidget &control, const QPoint &position,
                                  const QRegion &keepClear)
 {
     m_request.control = visiblePartAt(control, position).geometry;
-    const QScreen *screen = screenOf(control);
-    m_request.area = screen ? screen->availableGeometry() : m_request.control;
+    const QRect area = availableAreaFor(control);
+    m_request.area = area.isNull() ? m_request.control : area;
     m_request.cursor = position;
     m_request.direction = control.layoutDirection();
     m_request.keepClear = rectanglesOf(keepClear) + openMenus();

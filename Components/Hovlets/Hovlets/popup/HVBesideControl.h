@@ -6,13 +6,9 @@
 
 #include <QtGui/QRegion>
 
-class QScreen;
 class QWidget;
 
 namespace Hovlets {
-
-/// The screen that contains the middle of \a widget, or that of its window if none does.
-QScreen *screenOf(const QWidget &widget);
 
 /// The visible part of \a control at \a position, clipped by the parents of the control.
 HVControlPart visiblePartAt(const QWidget &control, const QPoint &position);
