@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "HVPopupGeometry.h"
 #include "PopupBench.h"
 #include "TestMain.h"
 
@@ -7,6 +8,7 @@
 #include <QtGui/QScreen>
 #include <QtQuick/QQuickItem>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QHBoxLayout>
 
 using namespace Hovlets;
 
@@ -202,6 +204,56 @@ private Q_SLOTS:
         QTRY_COMPARE(m_bench->popup->size(), QSize(301, 201));
         // The view is inside the screen; the extra pixel need not be.
         QCOMPARE(m_bench->popup->pos(), area.bottomRight() - QPoint(299, 199));
+    }
+
+    void shouldPlaceAnyPopupAgainFromTheSameRequest()
+    {
+        const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
+        QWidget popup(nullptr, Qt::ToolTip);
+        HVPopupGeometry geometry(popup);
+        const QPoint wanted = area.bottomRight() - QPoint(60, 40);
+        geometry.request(wanted, {});
+        geometry.place(QSize(50, 30));
+        QCOMPARE(popup.geometry(), QRect(wanted, QSize(51, 31)));
+        geometry.resize(QSize(80, 30));
+        QCOMPARE(popup.geometry(), QRect(wanted - QPoint(19, 0), QSize(81, 31)));
+        geometry.resize(QSize(50, 30));
+        QCOMPARE(popup.pos(), wanted);
+
+        geometry.leaveToUser();
+        geometry.resize(QSize(80, 30));
+        geometry.resize(QSize(50, 30));
+        QCOMPARE(popup.pos(), wanted - QPoint(19, 0));
+    }
+
+    void shouldPlaceAPinnedPopupOnTheScreen()
+    {
+        const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
+        QWidget popup(nullptr, Qt::ToolTip);
+        HVPopupGeometry geometry(popup);
+        geometry.leaveToUser();
+        geometry.placeAt(area.bottomRight(), QSize(50, 30));
+        QCOMPARE(popup.geometry(), QRect(area.bottomRight() - QPoint(50, 30), QSize(51, 31)));
+    }
+
+    void shouldResizeOnlyAWindowThatIsForThePopup()
+    {
+        QWidget window;
+        window.resize(400, 300);
+        QWidget panel(&window);
+        QWidget popup(&panel);
+        HVPopupGeometry geometry(popup);
+        QVERIFY(!geometry.window());
+        geometry.resize(QSize(50, 30));
+        QCOMPARE(popup.size(), QSize(51, 31));
+        QCOMPARE(window.size(), QSize(400, 300));
+
+        QHBoxLayout layout(&window);
+        layout.setContentsMargins(1, 2, 3, 4);
+        popup.setParent(&window);
+        QCOMPARE(geometry.window(), &window);
+        geometry.resize(QSize(50, 30));
+        QCOMPARE(window.size(), QSize(55, 37));
     }
 
     void shouldTakeTheSizeOfAUserInterfaceShownLater()

@@ -6,6 +6,7 @@
 #include "HVXmlElement.h"
 
 #include <QtCore/QEvent>
+#include <QtCore/QPointer>
 #include <QtGui/QWindow>
 #include <QtQuick/QQuickWindow>
 #include <QtQuick/QSGRendererInterface>
@@ -79,9 +80,8 @@ QWidget *parentInside(QWidget *window, HVWidget &popup)
     return window && rendersToTexture(popup) ? new WindowBetween(window, &popup) : window;
 }
 
-} // namespace
-
-void dockPopup(HVWidget &popup, QWidget &container, const QPoint &position)
+/// Puts \a popup into \a container. A container that is a window moves to \a position.
+void moveInto(HVWidget &popup, QWidget &container, const QPoint &position)
 {
     popup.setParent(&container, Qt::WindowFlags());
     if (!container.layout()) {
@@ -99,8 +99,10 @@ void dockPopup(HVWidget &popup, QWidget &container, const QPoint &position)
     container.show();
 }
 
-void makeToolWindow(HVWidget &popup, const QPoint &position)
+/// Makes \a popup a tool window at \a position.
+void showAsTool(HVWidget &popup, const QPoint &position)
 {
+    popup.setAttribute(Qt::WA_DeleteOnClose);
     const QWidget *reference = popup.referenceWidget();
     QWidget *window = reference ? reference->window() : nullptr;
     popup.setParent(parentInside(window, popup), Qt::Tool | PinnedHints);
@@ -108,6 +110,35 @@ void makeToolWindow(HVWidget &popup, const QPoint &position)
     popup.setWindowTitle(titleOf(contentOf(popup)));
     popup.move(position);
     popup.show();
+}
+
+/// Calls \a move when it does not disturb QML. Moving a view to another window may rebuild its
+/// scene, which must not delete the item whose handler is pinning the popup.
+template <typename Move> void whenQmlPermits(HVWidget &popup, const Move &move)
+{
+    if (popup.view()->isReservedByQml())
+        QMetaObject::invokeMethod(&popup, move, Qt::QueuedConnection);
+    else
+        move();
+}
+
+} // namespace
+
+void dockPopup(HVWidget &popup, QWidget &container)
+{
+    popup.setAttribute(Qt::WA_DeleteOnClose, false);
+    whenQmlPermits(popup, [&popup, place = popup.pos(), target = QPointer<QWidget>(&container)] {
+        if (target)
+            moveInto(popup, *target, place);
+        else
+            showAsTool(popup, place); // the host's window was destroyed meanwhile
+    });
+}
+
+void makeToolWindow(HVWidget &popup)
+{
+    popup.setAttribute(Qt::WA_DeleteOnClose); // it may be closed before it moves
+    whenQmlPermits(popup, [&popup, place = popup.pos()] { showAsTool(popup, place); });
 }
 
 } // namespace Hovlets

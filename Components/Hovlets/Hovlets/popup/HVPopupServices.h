@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "HVSettings.h"
 #include "HVViewServices.h"
 
 class QWidget;
@@ -32,5 +33,11 @@ public:
 
 /// The services of \a manager; null for a null manager.
 HVPopupServices *popupServicesOf(HVManager *manager);
+
+/// A setting; its default if \a services is null.
+inline QVariant settingOf(const HVPopupServices *services, contextKey key)
+{
+    return services ? services->settings().get(key) : defaultOf(key);
+}
 
 } // namespace Hovlets

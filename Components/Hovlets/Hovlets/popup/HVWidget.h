@@ -131,19 +131,10 @@ protected:
     bool eventFilter(QObject *object, QEvent *event) override;
 
 private:
+    bool load(HVXmlElement *content, const QString &rootPath);
+    void turnTo(QWidget *control);
+    void place(const QPoint &pos);
     void endFadeOut();
-    bool isOverControl(const QPoint &pos) const;
-    void setReferenceWidget(QWidget *control);
-    QWidget *ownWindow() const;
-    /// Where the popup goes for a new size: for the point that was asked for, with or without its
-    /// rim on the screen, or as near as possible to where it is.
-    enum class Place { Wanted, WantedButTheRim, Nearest };
-    void fitToView(Place place);
-    void aimAtControl();
-    void watchHover();
-    void unwatchHover();
-    void expand();
-    void moveOntoScreen(QWidget &own, const QSize &size);
 
     class Private;
     std::unique_ptr<Private> d;

@@ -407,6 +407,18 @@ void HVView::whenIdle(const std::function<void()> &action)
     d->activity.whenIdle(action);
 }
 
+void HVView::deleteWhenIdle()
+{
+    if (!isBusy()) {
+        delete this;
+        return;
+    }
+    // Moving the widget to another window would rebuild its scene and delete the running QML.
+    // Removing only the QObject parent suffices for it to outlive the popup.
+    QObject::setParent(nullptr);
+    whenIdle([this] { deleteLater(); });
+}
+
 void HVView::refreshTheme()
 {
     d->theme->refresh();

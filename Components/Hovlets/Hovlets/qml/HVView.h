@@ -162,6 +162,9 @@ public:
     /// if the view is deleted before.
     void whenIdle(const std::function<void()> &action);
 
+    /// Deletes the view, when it is no longer busy. It outlives its parent until then.
+    void deleteWhenIdle();
+
     /// Re-reads the desktop's tooltip colours and the application's font.
     void refreshTheme();
 

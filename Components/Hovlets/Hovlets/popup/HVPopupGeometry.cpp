@@ -1,0 +1,169 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HVPopupGeometry.h"
+
+#include "HVVisibleArea.h"
+
+#include <QtGui/QGuiApplication>
+#include <QtGui/QScreen>
+#include <QtWidgets/QLayout>
+#include <QtWidgets/QWidget>
+
+#include <utility>
+
+namespace Hovlets {
+
+namespace {
+
+// Deliberate: user interfaces rely on it to show their last border line.
+constexpr QSize Rim(1, 1);
+
+/// The available area of the primary screen.
+QRect areaWithoutControl()
+{
+    const QScreen *screen = QGuiApplication::primaryScreen();
+    return screen ? screen->availableGeometry() : QRect();
+}
+
+/// What the frame adds to the size of \a window.
+QSize frameMargins(const QWidget &window)
+{
+    // A window that was never shown has a frame smaller than itself on Qt 5.
+    return (window.frameGeometry().size() - window.size()).expandedTo({ 0, 0 });
+}
+
+/// Moves and resizes \a window, in one step where it can be seen.
+void setFixedGeometry(QWidget &window, const QRect &geometry)
+{
+    if (window.isVisible() && window.frameGeometry() == window.geometry()) {
+        window.setMinimumSize(0, 0);
+        window.setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+        window.setGeometry(geometry);
+    }
+    window.setFixedSize(geometry.size());
+    window.move(geometry.topLeft());
+}
+
+} // namespace
+
+HVPopupGeometry::HVPopupGeometry(QWidget &popup)
+    : m_popup(popup)
+{
+}
+
+QWidget *HVPopupGeometry::window() const
+{
+    if (m_popup.isWindow())
+        return &m_popup;
+    QWidget *container = m_popup.parentWidget();
+    return container->isWindow() ? container : nullptr;
+}
+
+void HVPopupGeometry::setControl(const QWidget *control)
+{
+    m_control = control;
+}
+
+void HVPopupGeometry::request(const QPoint &position, std::optional<HVBesideControl> beside)
+{
+    m_isLeftToUser = false;
+    m_requested = position;
+    m_beside = std::move(beside);
+    m_controlPlace = m_control ? HVControlPlace(*m_control) : HVControlPlace();
+}
+
+void HVPopupGeometry::leaveToUser()
+{
+    m_isLeftToUser = true;
+    m_requested.reset();
+    m_beside.reset();
+}
+
+bool HVPopupGeometry::isRightFor(const QWidget *control) const
+{
+    return !control || m_controlPlace.isRightFor(*control);
+}
+
+void HVPopupGeometry::place(const QSize &view)
+{
+    QWidget *const window = this->window();
+    takeSize(window, view);
+    if (!window)
+        return;
+    const QSize size = sizeOf(*window, view);
+    moveToPlace(*window, size, size + frameMargins(*window));
+}
+
+void HVPopupGeometry::placeAt(const QPoint &position, const QSize &view)
+{
+    m_popup.setFixedSize(view + Rim);
+    const QScreen *screen = QGuiApplication::screenAt(position);
+    if (!screen)
+        screen = m_control ? m_control->screen() : QGuiApplication::primaryScreen();
+    const QRect geometry(position, m_popup.size());
+    m_popup.move(screen ? shiftedInto(geometry, screen->availableGeometry()).topLeft() : position);
+}
+
+void HVPopupGeometry::resize(const QSize &view)
+{
+    QWidget *const window = this->window();
+    takeSize(window, view);
+    if (!window)
+        return;
+    const QSize size = sizeOf(*window, view);
+    if (m_requested && window->pos() == m_placed) {
+        if (window->size() != size)
+            moveToPlace(*window, size, size - Rim);
+        return;
+    }
+    window->setFixedSize(size);
+    const QRect client = window->geometry();
+    const QRect frame = window->frameGeometry();
+    bool shifted = false;
+    const QRect geometry = visible(QRect(frame.topLeft(), size - Rim), &shifted);
+    if (shifted)
+        window->move(geometry.left(), geometry.top() - (client.top() - frame.top()));
+}
+
+void HVPopupGeometry::moveOntoScreen()
+{
+    QWidget *const window = this->window();
+    // Without room for it beside the control, a popup leaves the screen rather than cover the
+    // cursor.
+    if (!window || (m_beside && window->pos() == m_placed))
+        return;
+    bool shifted = false;
+    const QRect geometry = visible(window->frameGeometry(), &shifted);
+    if (shifted)
+        window->move(geometry.topLeft());
+}
+
+QRect HVPopupGeometry::visible(const QRect &geometry, bool *shifted) const
+{
+    const QWidget *const place = m_isLeftToUser ? &m_popup : m_control.data();
+    const QRect area = place ? availableAreaFor(*place) : areaWithoutControl();
+    return shiftedInto(geometry, area.isNull() ? geometry : area, shifted);
+}
+
+/// Resizes a docked popup. Another one is the window, which is resized when it moves.
+void HVPopupGeometry::takeSize(QWidget *window, const QSize &view)
+{
+    if (window != &m_popup)
+        m_popup.setFixedSize(view + Rim);
+}
+
+/// The size of \a window around a view of size \a view.
+QSize HVPopupGeometry::sizeOf(const QWidget &window, const QSize &view) const
+{
+    const bool hasMargins = &window != &m_popup && window.layout();
+    return view.grownBy(hasMargins ? window.layout()->contentsMargins() : QMargins()) + Rim;
+}
+
+/// Moves \a window to the requested place, where \a visibleSize of it is on the screen.
+void HVPopupGeometry::moveToPlace(QWidget &window, const QSize &size, const QSize &visibleSize)
+{
+    m_placed = m_beside ? m_beside->cornerFor(size + frameMargins(window))
+                        : visible(QRect(*m_requested, visibleSize)).topLeft();
+    setFixedGeometry(window, QRect(m_placed, size));
+}
+
+} // namespace Hovlets
