@@ -2,25 +2,21 @@
 #include "HVIndex.h"
 
 #include "HVContext.h"
+#include "HVControlFileReader.h"
 #include "HVControlFiles.h"
-#include "HVEntryCut.h"
 #include "HVEntryScan.h"
 #include "HVFileBytes.h"
 #include "HVFileMemory.h"
-#include "HVLimits.h"
 #include "HVSearchedPackages.h"
 #include "HVXmlElement.h"
 #include "HVXmlParser.h"
 
 #include <QXmlAttributes>
-#include <QXmlInputSource>
 #include <QtCore/QDir>
-#include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QMap>
 #include <QtCore/QPointer>
 #include <QtCore/QRegularExpression>
-#include <QtCore/QSet>
 
 namespace Hovlets {
 
@@ -29,6 +25,7 @@ class HVIndex::Private
 public:
     explicit Private(HVIndex *owner)
         : owner(owner)
+        , reader([owner](const QString &message) { Q_EMIT owner->fileSkipped(message); })
     {
     }
 
@@ -43,44 +40,14 @@ public:
     QPointer<HVContext> context;
     QStringList dataPaths;
     HVControlFiles controlFiles;
+    HVControlFileReader reader;
     HVFileMemory memory;
     QMap<QString, QStringList> packages; // folders by name, in the order of registration
     HVSearchedPackages searched;
     // Cached because the files of a package are adjacent, and finding its name reads the disk.
     QString lastMapped; // location
     QString lastSuffix; // at that time
-    QSet<QString> reported;
     bool inUpdate = false;
-
-    /// The bytes of a control file or the key-data file.
-    HVFileBytes read(const QString &file)
-    {
-        const qint64 limit = HVLimits::current().controlFileSize;
-        HVFileBytes bytes = HVFileBytes::all(file, limit);
-        reportSkipped(file, bytes.problem(limit));
-        return bytes;
-    }
-
-    QList<QObject *> parse(HVXmlParser &parser, const QString &file, const QByteArray &bytes)
-    {
-        QXmlInputSource source;
-        source.setData(bytes);
-        const QList<QObject *> objects = parser.read(source);
-        reportSkipped(file, parser.limitMet());
-        return objects;
-    }
-
-    void reportSkipped(const QString &file, const QString &reason)
-    {
-        // A QStringLiteral would add a symbol to those that hosts see.
-        if (reason.isNull())
-            return;
-        const QString message = QLatin1String("%1 is skipped: %2").arg(file, reason);
-        if (reported.contains(message))
-            return;
-        reported.insert(message);
-        Q_EMIT owner->fileSkipped(message);
-    }
 };
 
 namespace {
@@ -88,34 +55,6 @@ namespace {
 QString packageSuffix(const HVContext &context)
 {
     return context.get(HVKeyPackageSuffix).toString();
-}
-
-/// Builds the entry whose key is \a userData, everything below it, and its root.
-int entryShouldGenerate(const QString &qName, const QXmlAttributes &attributes, void *userData)
-{
-    if (qName == QLatin1String("hovlet")) {
-        const auto *key = static_cast<const QString *>(userData);
-        return attributes.value(QStringLiteral("key")) == *key
-                ? HVXmlParser::GenerateAsk | HVXmlParser::GenerateAll
-                : HVXmlParser::SkipElement | HVXmlParser::SkipChildren;
-    }
-    if (qName == QLatin1String("hovlets"))
-        return HVXmlParser::GenerateAsk;
-    return HVXmlParser::SkipElement | HVXmlParser::SkipChildren;
-}
-
-/// Builds the record whose name is \a userData in a key-data file, and its root.
-int keyDataShouldGenerate(const QString &qName, const QXmlAttributes &attributes, void *userData)
-{
-    if (qName == QLatin1String("key")) {
-        const auto *key = static_cast<const QString *>(userData);
-        return attributes.value(QStringLiteral("name")) == *key
-                ? HVXmlParser::GenerateAsk | HVXmlParser::GenerateAll
-                : HVXmlParser::SkipElement | HVXmlParser::SkipChildren;
-    }
-    if (qName == QLatin1String("hovletkeys"))
-        return HVXmlParser::GenerateAsk;
-    return HVXmlParser::SkipElement | HVXmlParser::SkipChildren;
 }
 
 } // namespace
@@ -202,10 +141,10 @@ QStringList HVIndex::keys()
     HVXmlParser parser(&HVIndex::indexDataShouldGenerateElement);
     const QList<HVControlFiles::File> files = d->controlFiles.files();
     for (const HVControlFiles::File &file : files) {
-        const HVFileBytes read = d->read(file.path);
+        const HVFileBytes read = d->reader.read(file.path);
         if (read.result != HVFileBytes::Read)
             continue;
-        const QList<QObject *> objects = d->parse(parser, file.path, read.bytes);
+        const QList<QObject *> objects = d->reader.parse(parser, file.path, read.bytes);
         Q_ASSERT_X(!objects.isEmpty(), "HVIndex::keys", "a control file without a root element");
         if (objects.isEmpty())
             continue;
@@ -226,7 +165,7 @@ void HVIndex::indexControlFile(const QString &file, const QString &location)
         return;
     QString problem;
     const bool isControlFile = HVControlFiles::findControlFile(file, problem);
-    d->reportSkipped(file, problem);
+    d->reader.reportSkipped(file, problem);
     if (!isControlFile)
         return;
     if (d->controlFiles.prepend({ file, depth }))
@@ -266,41 +205,20 @@ HVXmlElement *HVIndex::load(const QString &key, const QString &file, const QLoca
                             HVXmlElement *&root)
 {
     const HVEntryScan scan(key);
-    const HVFileBytes read = d->read(file);
+    const HVFileBytes read = d->reader.read(file);
     const bool mayHold = d->memory.remember(file, read).mayHold(scan);
     if (read.bytes.isEmpty() || !mayHold || !scan.mayHold(read.bytes))
         return nullptr;
-    const HVLimits limits = HVLimits::current();
-    QByteArray bytes = read.bytes;
-    if (scan.isPlainFile(bytes)) {
-        const QByteArray needed = withoutOtherEntries(bytes, key, limits.nestingDepth);
-        if (!needed.isNull() && needed.size() < bytes.size())
-            bytes = needed;
-    }
-    if (bytes.size() > limits.parsedSize) {
-        d->reportSkipped(
-                file,
-                QStringLiteral("more than %1 bytes to parse for an entry").arg(limits.parsedSize));
+    auto top = d->reader.entry(key, scan, file, read.bytes);
+    if (!top)
         return nullptr;
-    }
-
-    QString wanted = key;
-    HVXmlParser parser(&entryShouldGenerate, &wanted);
-    parser.registerElement(QStringLiteral("HVXmlElement"), &HVXmlElement::staticMetaObject);
-    const QList<QObject *> objects = d->parse(parser, file, bytes);
-    auto *top = objects.size() == 1 ? qobject_cast<HVXmlElement *>(objects.constFirst()) : nullptr;
-    auto *entry = top && top->children().size() == 1 && parser.isClosed()
-            ? qobject_cast<HVXmlElement *>(top->children().constFirst())
-            : nullptr;
-    const QString fileLocale = top ? top->attribute(QStringLiteral("locale")) : QString();
-    if (entry)
-        d->memory.rememberLocale(file, fileLocale);
-    if (!entry || (!fileLocale.isEmpty() && QLocale(fileLocale) != locale)) {
-        qDeleteAll(objects);
+    const QString fileLocale = top->attribute(QStringLiteral("locale"));
+    d->memory.rememberLocale(file, fileLocale);
+    if (!fileLocale.isEmpty() && QLocale(fileLocale) != locale)
         return nullptr;
-    }
 
-    root = top;
+    root = top.release();
+    auto *entry = static_cast<HVXmlElement *>(root->children().constFirst());
     loadKeyData(key, file, entry);
     entry->setAttribute(QStringLiteral("HVLocation"), file);
     // The missing letter is deliberate: content and hosts read the attribute by this name.
@@ -312,23 +230,8 @@ void HVIndex::loadKeyData(const QString &key, const QString &location, HVXmlElem
 {
     Q_UNUSED(location)
     const QString file = context().get(HVKeyKeyDataFile).toString();
-    const HVFileBytes bytes = file.isEmpty() ? HVFileBytes() : d->read(file);
-    if (bytes.result != HVFileBytes::Read)
-        return;
-
-    QString wanted = key;
-    HVXmlParser parser(&keyDataShouldGenerate, &wanted);
-    parser.registerElement(QStringLiteral("HVXmlElement"), &HVXmlElement::staticMetaObject);
-    const QList<QObject *> objects = d->parse(parser, file, bytes.bytes);
-    const auto *record = objects.isEmpty() || objects.constFirst()->children().isEmpty()
-            ? nullptr
-            : qobject_cast<HVXmlElement *>(objects.constFirst()->children().constFirst());
-    const QStringList names = record ? record->attributeNames() : QStringList();
-    for (const QString &name : names) {
-        if (name != QLatin1String("name"))
-            element->setAttribute(name, record->attribute(name));
-    }
-    qDeleteAll(objects);
+    if (!file.isEmpty())
+        d->reader.addKeyData(key, file, *element);
 }
 
 QStringList HVIndex::componentPathsForPackageNamed(const QString &name) const
