@@ -17,6 +17,8 @@ function(hovlets_target target)
         QT_DEPRECATED_WARNINGS_SINCE=0x050E00)
     target_compile_options(${target} PRIVATE
         $<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:-Wall -Wextra -Wpedantic>
+        # Qt's logging macros are variadic, and called with the category alone.
+        $<$<CXX_COMPILER_ID:Clang,AppleClang>:-Wno-gnu-zero-variadic-macro-arguments>
         $<$<AND:$<BOOL:${HOVLETS_WERROR}>,$<CXX_COMPILER_ID:GNU,Clang,AppleClang>>:-Werror>)
     if(CMAKE_UNITY_BUILD)
         # A class in a source may have members with types from the source's unnamed namespace, even
