@@ -64,6 +64,8 @@ QWidget *RecordingHost::createWindow(HVWindowType type)
 bool RecordingHost::openExternalResource(HVExternalResourceType type, const QString &resource)
 {
     opened.append({ type, resource });
+    if (opening)
+        opening();
     return opens;
 }
 

@@ -10,6 +10,7 @@
 #include <QtCore/QPointer>
 #include <QtWidgets/QWidget>
 
+#include <functional>
 #include <memory>
 
 namespace Hovlets {
@@ -59,6 +60,7 @@ public:
 
     QPointer<QWidget> container; // answer of createWindow()
     bool opens = true; // answer of openExternalResource()
+    std::function<void()> opening; // what openExternalResource() does; may be empty
     QString shortcut; // answer of shortCutForObject(); null gives back the content's own
 
 private:

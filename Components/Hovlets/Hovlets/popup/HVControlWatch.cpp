@@ -2,6 +2,7 @@
 #include "HVControlWatch.h"
 
 #include <QtCore/QEvent>
+#include <QtGui/QGuiApplication>
 #include <QtGui/QWindow>
 #include <QtWidgets/QWidget>
 
@@ -21,6 +22,7 @@ void HVControlWatch::watch(QWidget *control)
         return;
     m_control = control;
     connect(control, &QObject::destroyed, this, &HVControlWatch::controlGone);
+    connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &HVControlWatch::windowActivated);
     for (QWidget *widget = control; widget; widget = widget->parentWidget()) {
         widget->installEventFilter(this);
         m_watched.append(widget);
@@ -36,6 +38,7 @@ void HVControlWatch::release()
 {
     if (m_control)
         disconnect(m_control, nullptr, this, nullptr);
+    disconnect(qGuiApp, nullptr, this, nullptr);
     for (const QPointer<QWidget> &widget : std::as_const(m_watched)) {
         if (widget)
             widget->removeEventFilter(this);
@@ -64,6 +67,17 @@ bool HVControlWatch::takesControlAlong(const QObject *object, const QEvent &even
     default:
         return false;
     }
+}
+
+void HVControlWatch::windowActivated(QWindow *window)
+{
+    const QWidget *own = m_watched.constLast();
+    const bool isAnother = window && window->type() != Qt::Popup && window != m_popup.windowHandle()
+            && own && window != own->windowHandle();
+    if (!isAnother)
+        return;
+    if (m_popup.isVisible() && window->frameGeometry().intersects(m_popup.frameGeometry()))
+        Q_EMIT activeWindowCovered();
 }
 
 bool HVControlWatch::eventFilter(QObject *object, QEvent *event)

@@ -36,11 +36,16 @@ Q_SIGNALS:
     /// The pointer left the control's window or the popup, and perhaps no mouse move will follow.
     void pointerLeft();
 
+    /// The popup covers a window of the application that became active, such as the one that a
+    /// clicked link opened.
+    void activeWindowCovered();
+
 protected:
     bool eventFilter(QObject *object, QEvent *event) override;
 
 private:
     void release();
+    void windowActivated(QWindow *window);
     [[nodiscard]] bool takesControlAlong(const QObject *object, const QEvent &event) const;
 
     QWidget &m_popup;

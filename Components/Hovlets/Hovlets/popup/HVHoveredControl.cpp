@@ -31,6 +31,7 @@ HVHoveredControl::HVHoveredControl(QWidget &popup, HVPopupServices *services, QW
         if (m_popup.isVisible())
             Q_EMIT pointerIsAt(QCursor::pos());
     });
+    connect(m_control, &HVControlWatch::activeWindowCovered, this, &HVHoveredControl::inTheWay);
     connect(m_dismissal, &HVDismissalWatch::dismissed, this, &HVHoveredControl::ended);
     connect(m_path, &HVPathWatch::pointerIsAt, this, &HVHoveredControl::pointerIsAt);
     connect(m_expansion, &HVExpansion::due, this, &HVHoveredControl::expansionDue);

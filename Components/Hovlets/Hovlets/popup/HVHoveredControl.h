@@ -71,6 +71,9 @@ Q_SIGNALS:
     /// The control is not where it was, or the user dismisses the popup.
     void ended();
 
+    /// The popup covers a window that became active.
+    void inTheWay();
+
     /// The pointer moved where no mouse event reports it.
     void pointerIsAt(const QPoint &position);
 

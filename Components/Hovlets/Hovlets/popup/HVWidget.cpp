@@ -66,6 +66,10 @@ HVWidget::HVWidget(HVManager *manager, QWidget *parent, QWidget *referenceWidget
         if (d->view)
             d->view->expand();
     });
+    connect(d->hovered, &HVHoveredControl::inTheWay, this, [this] {
+        if (!d->view || !d->view->stayOpen())
+            hide();
+    });
 }
 
 HVWidget::~HVWidget()
