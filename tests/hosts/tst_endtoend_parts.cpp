@@ -10,6 +10,11 @@ using namespace Hovlets;
 
 namespace {
 
+/// With a scroll bar, which is a window that is never seen.
+constexpr auto UserInterface = R"(import QtQuick 2.15
+import com.zandor.hovlets.qml 1.0
+Rectangle { width: 200; height: 100; color: "steelblue"; HVScrollBar { width: 20; height: 100 } })";
+
 /// Finds the part under the pointer, as a host does that returns a key for each part.
 QString textAt(QObject *object, const QPoint &position)
 {
@@ -41,13 +46,7 @@ class PartsHost : public RecordingHost
 public:
     using RecordingHost::RecordingHost;
 
-    QString keyForObject(QObject *object) override
-    {
-        ++asked;
-        return textAt(object, QCursor::pos());
-    }
-
-    int asked = 0;
+    QString keyForObject(QObject *object) override { return textAt(object, QCursor::pos()); }
 };
 
 /// A window with a widget of each kind. Of its parts "a" and "b" have content, "tip" has its
@@ -64,6 +63,7 @@ public:
         layout->addWidget(&tabs);
         layout->addWidget(&table);
         layout->addWidget(&list);
+        layout->addWidget(&combo);
         setCentralWidget(center);
         tabs.setExpanding(false);
         table.setModel(header);
@@ -80,11 +80,13 @@ public:
             tabs.setTabToolTip(tabs.addTab(text), toolTip);
             header->setHeaderData(index, Qt::Horizontal, text);
             auto *item = new QListWidgetItem(text, &list);
+            combo.addItem(text);
             QAction *action = menu.addAction(text);
             if (toolTip.isEmpty())
                 continue;
             header->setHeaderData(index, Qt::Horizontal, toolTip, Qt::ToolTipRole);
             item->setToolTip(toolTip);
+            combo.setItemData(index, toolTip, Qt::ToolTipRole);
             action->setToolTip(toolTip);
         }
     }
@@ -108,14 +110,33 @@ public:
                     menuBar()->actionGeometry(menuBar()->actions().at(index)).center());
         if (kind == "rows")
             return list.viewport()->mapToGlobal(list.visualItemRect(list.item(index)).center());
+        if (kind == "combo list") {
+            const QAbstractItemView *view = combo.view();
+            return view->viewport()->mapToGlobal(
+                    view->visualRect(combo.model()->index(index, 0)).center());
+        }
         const QHeaderView &sections = *table.horizontalHeader();
         return sections.viewport()->mapToGlobal(
                 QPoint(sections.sectionViewportPosition(index) + 20, sections.height() / 2));
     }
 
+    /// The menu or list of \a kind, which closes by itself; null for the other kinds.
+    QWidget *open(const QByteArray &kind)
+    {
+        if (kind == "menu") {
+            menu.popup(mapToGlobal(QPoint(40, 40)));
+            return &menu;
+        }
+        if (kind != "combo list")
+            return nullptr;
+        combo.showPopup();
+        return combo.view();
+    }
+
     QTabBar tabs;
     QTableView table;
     QListWidget list;
+    QComboBox combo;
     QMenu menu;
     QStandardItemModel *header;
 };
@@ -127,37 +148,31 @@ class tst_EndToEndParts : public HoverTest
 {
     Q_OBJECT
 
+public:
+    tst_EndToEndParts()
+    {
+        m_folder.add(QStringLiteral("Pack.hovlets/ui/HovletsUI.qml"), UserInterface);
+    }
+
 private Q_SLOTS:
     void shouldTakePartsForControls_data()
     {
         QTest::addColumn<QByteArray>("kind");
-        for (const char *kind : { "tabs", "sections", "rows", "menu", "menu bar" })
+        for (const char *kind : { "tabs", "sections", "rows", "menu", "menu bar", "combo list" })
             QTest::newRow(kind) << QByteArray(kind);
     }
 
     void shouldTakePartsForControls()
     {
         QFETCH(QByteArray, kind);
-        HVContext settings;
-        settings.set(HVKeyTrackHover, true);
-        settings.set(HVKeyHideFadeDuration, 0);
-        settings.set(HVKeyHideDelay, 60000);
-        settings.set(HVKeyCursorOffset, QSize(300, 30)); // far from the other parts
-        m_host.reset();
-        m_host = std::make_unique<PartsHost>(settings, QStringList { m_folder.path() });
         PartsWindow window;
-        m_window.reset();
-        window.move(300, 200);
-        window.show();
-        window.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&window));
-        if (kind == "menu")
-            window.menu.popup(window.mapToGlobal(QPoint(40, 40)));
+        QVERIFY(start(window));
+        const QWidget *opened = window.open(kind);
         const auto at = [&](const char *name) {
             return window.centerOf(kind, QString::fromUtf8(name));
         };
         const auto shown = [&](const char *name) {
-            return popup() && isShowing(name) && (kind != "menu" || window.menu.isVisible());
+            return popup() && isShowing(name) && (!opened || opened->isVisible());
         };
 
         QVERIFY(rest(at("a"), [&] { return shown("a"); }));
@@ -171,8 +186,48 @@ private Q_SLOTS:
         QVERIFY(rest(at("a"), [&] { return shown("a"); }));
         QVERIFY(rest(at("tip"), [&] { return isToolTipShown(QStringLiteral("Its own")); }));
         QVERIFY(!popup()->isVisible());
-        if (kind == "menu")
-            QVERIFY(window.menu.isVisible());
+        QVERIFY(!opened || opened->isVisible());
+    }
+
+    void shouldLeaveMenusAndListsOpenAfterAPin_data()
+    {
+        QTest::addColumn<QByteArray>("kind");
+        for (const char *kind : { "menu", "combo list" })
+            QTest::newRow(kind) << QByteArray(kind);
+    }
+
+    void shouldLeaveMenusAndListsOpenAfterAPin()
+    {
+        QFETCH(QByteArray, kind);
+        PartsWindow window;
+        QVERIFY(start(window));
+        QVERIFY(rest(window.centerOf("tabs", QStringLiteral("a")),
+                     [&] { return popup() && isShowing("a"); }));
+        const std::unique_ptr<HVWidget> pinned(popup());
+        pinned->view()->setReserved(true);
+        QTRY_COMPARE(pinned->windowType(), Qt::Tool);
+        const QWidget *opened = window.open(kind);
+        QVERIFY(rest(window.centerOf(kind, QStringLiteral("b")),
+                     [&] { return popup() && isShowing("b"); }));
+        QVERIFY(opened->isVisible());
+        QVERIFY(pinned->isVisible());
+    }
+
+private:
+    bool start(PartsWindow &window)
+    {
+        HVContext settings;
+        settings.set(HVKeyTrackHover, true);
+        settings.set(HVKeyHideFadeDuration, 0);
+        settings.set(HVKeyHideDelay, 60000);
+        settings.set(HVKeyCursorOffset, QSize(300, 30)); // far from the other parts
+        m_host.reset();
+        m_host = std::make_unique<PartsHost>(settings, QStringList { m_folder.path() });
+        m_window.reset();
+        window.move(300, 200);
+        window.show();
+        window.activateWindow();
+        return QTest::qWaitForWindowActive(&window);
     }
 };
 

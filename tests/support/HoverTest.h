@@ -64,9 +64,9 @@ protected:
      */
     template <typename Condition> static bool rest(const QPoint &position, Condition happened)
     {
-        for (int i = 0; i < 10; ++i) {
+        for (int i = 0; i < 25; ++i) {
             Pointer::moveTo(position + QPoint(i % 2, 0));
-            if (QTest::qWaitFor(happened, 1000))
+            if (QTest::qWaitFor(happened, 400))
                 return true;
         }
         return false;
