@@ -46,6 +46,7 @@ private Q_SLOTS:
         QVERIFY(hover("a"));
         stopAskingForTooltips();
         QDialog dialog(m_window.get());
+        dialog.setGeometry(20, 20, 100, 100); // far from the popup
         if (event == "window moved")
             m_window->move(m_window->pos() + QPoint(0, 60));
         else if (event == "window minimised")

@@ -184,6 +184,8 @@ private Q_SLOTS:
         if (kind == "menu bar")
             return;
         QVERIFY(rest(at("a"), [&] { return shown("a"); }));
+        // The popup does not stay for a part near it that has a tooltip.
+        m_host->manager()->context().set(HVKeySafeMargin, QSize(2000, 2000));
         QVERIFY(rest(at("tip"), [&] { return isToolTipShown(QStringLiteral("Its own")); }));
         QVERIFY(!popup()->isVisible());
         QVERIFY(!opened || opened->isVisible());
