@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HoverTest.h"
+#include "OpenCounter.h"
 #include "Pointer.h"
 #include "TestMain.h"
+#include "TranslationFile.h"
 
 #include <QtGui/QHelpEvent>
 #include <QtWidgets/QApplication>
@@ -107,6 +109,44 @@ private Q_SLOTS:
         m_host->manager()->context().set(HVKeyFallbackKey, QStringLiteral("b"));
         QVERIFY(rest(m_window->centerOf("unknown"), [&] { return isShowing("b"); }));
         QVERIFY(!QToolTip::isVisible());
+    }
+
+    void shouldReadEachFileOnceForAMiss()
+    {
+        m_host->manager()->context().set(HVKeyHideDelay, 0);
+        QWidget *parent = m_window.get();
+        for (int i = 0; i < 8; ++i) { // without names, as hosts nest them
+            auto *frame = new QWidget(parent);
+            frame->setGeometry(i == 0 ? QRect(10, 60, 200, 60) : parent->rect());
+            frame->show();
+            parent = frame;
+        }
+        QVERIFY(hover("a")); // reads the files for the first time
+        popup()->hide();
+        m_window->asked.clear();
+        OpenCounter opened(m_folder.path() + QStringLiteral("/Pack.hovlets/Control/content.xml"));
+        QVERIFY(rest(parent->mapToGlobal(QPoint(100, 30)),
+                     [&] { return m_window->asked.count(QString()) >= 9; }));
+        QCOMPARE(m_window->asked.count(QString()), 9);
+        QVERIFY(opened.take() <= 1);
+    }
+
+    void shouldKeepTheLanguageOfAPinnedPopup()
+    {
+        m_german.add(QStringLiteral("German.hovlets/l10n/Hovlets_de_DE.qm"),
+                     translationFile("Menu", "Open", QStringLiteral("Aufmachen")));
+        m_host->manager()->context().set(HVKeyLocale, QStringLiteral("de_DE"));
+        QVERIFY(hover("a"));
+        const QPointer<HVWidget> pinned(popup());
+        Pointer::moveTo(pinned->pos() + QPoint(150, 50));
+        Pointer::click();
+        QTRY_COMPARE(pinned->windowType(), Qt::Tool);
+        QVERIFY(hover("b"));
+        const QString text = QStringLiteral("Open");
+        const QString context = QStringLiteral("Menu");
+        QCOMPARE(m_host->view()->translate(text, context), text);
+        QCOMPARE(pinned->view()->translate(text, context), QStringLiteral("Aufmachen"));
+        delete pinned;
     }
 
     void shouldShowForADisabledControl() { QVERIFY(hover("disabled")); }

@@ -78,6 +78,32 @@ private Q_SLOTS:
         }
     }
 
+    void shouldLeaveRegionsOfTheHostInView()
+    {
+        settings().set(HVKeyPlacement, int(HVPlaceBesideControl));
+        const QRect below(m_window->pos() + QPoint(0, 40), QSize(400, 400));
+        settings().set(HVKeyKeepClear, QRegion(below));
+        QVERIFY(hover("a"));
+        QVERIFY(!popup()->frameGeometry().intersects(below));
+        QVERIFY(!popup()->frameGeometry().contains(QCursor::pos()));
+    }
+
+    void shouldServeTheRecommendedSettings()
+    {
+        useRecommendedSettings(settings());
+        QVERIFY(hover("a"));
+        stopAskingForTooltips();
+        const QRect shown = popup()->frameGeometry();
+        QVERIFY(!shown.contains(QCursor::pos()));
+        QVERIFY(shown.top() > m_window->mapToGlobal(QPoint(0, 40)).y());
+        Pointer::moveTo(shown.center());
+        QTRY_COMPARE(QApplication::widgetAt(QCursor::pos()), m_host->view());
+        QVERIFY(isShowing("a"));
+        Pointer::press(QStringLiteral("Escape"));
+        Pointer::release(QStringLiteral("Escape"));
+        QTRY_VERIFY(!popup()->isVisible());
+    }
+
     void shouldReachThePopupAcrossAnotherControl_data()
     {
         QTest::addColumn<bool>("safePath");
