@@ -4,28 +4,22 @@
 #include "HVComponentFinder.h"
 #include "HVContentTranslator.h"
 #include "HVContentTree.h"
-#include "HVEntryReader.h"
 #include "HVShowScope.h"
-#include "HVToolTipTheme.h"
 #include "HVViewActivity.h"
+#include "HVViewContext.h"
 #include "HVViewEnd.h"
+#include "HVViewMessages.h"
 #include "HVViewServices.h"
 
 #include <QtCore/QEvent>
 #include <QtCore/QFileInfo>
 #include <QtCore/QPointer>
 #include <QtCore/QScopedValueRollback>
-#include <QtCore/QSignalBlocker>
 #include <QtCore/QUrl>
-#include <QtCore/QVector>
 #include <QtGui/QGuiApplication>
-#include <QtGui/QResizeEvent>
-#include <QtGui/QShowEvent>
-#include <QtQml/QQmlContext>
 #include <QtQml/QQmlEngine>
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickWindow>
-#include <QtQuick/QSGRendererInterface>
 #include <QtWidgets/QApplication>
 
 #include <utility>
@@ -35,59 +29,28 @@ namespace Hovlets {
 class HVView::Private
 {
 public:
-    explicit Private(HVViewServices *services)
+    Private(HVView &view, HVViewServices *services)
         : services(services)
+        , messages(services)
+        , context(view, messages)
         , translator(services ? services->owner() : nullptr,
-                     [this](const QString &message) { warn(message); })
+                     [this](const QString &message) { messages.warn(message); })
     {
-    }
-
-    void warn(const QString &message) const
-    {
-        if (services)
-            services->sendMessage(HVMessageWarning, message);
-    }
-
-    void debug(const QString &message) const
-    {
-        if (services)
-            services->sendMessage(HVMessageDebug, message);
     }
 
     HVComponentFinder finder() const { return { services, content.entry() }; }
 
     QPointer<HVViewServices> services; // null after the manager is destroyed
+    HVViewMessages messages;
+    HVViewContext context;
     HVContentTree content;
     HVContentTranslator translator;
-    HVToolTipTheme *theme = nullptr; // child of the view
     QString packageRoot;
     bool stayOpen = false;
     bool reserved = false;
     bool isExpanded = false;
     bool reservedByQml = false;
     HVViewActivity activity;
-};
-
-/// Marks the view as busy during a scope, in which the view may be deleted.
-class HVView::Activity
-{
-    Q_DISABLE_COPY_MOVE(Activity)
-
-public:
-    explicit Activity(HVView &view)
-        : m_view(&view)
-    {
-        view.d->activity.begin();
-    }
-
-    ~Activity()
-    {
-        if (m_view)
-            m_view->d->activity.end();
-    }
-
-private:
-    QPointer<HVView> m_view;
 };
 
 namespace {
@@ -103,40 +66,13 @@ Qt::CursorShape cursorShape(const QString &name)
     return Qt::ArrowCursor;
 }
 
-QUrl urlOfFile(const QString &path)
-{
-    if (!path.startsWith(QLatin1Char(':')))
-        return QUrl::fromLocalFile(path);
-    QUrl url; // in Qt's resources
-    url.setScheme(QStringLiteral("qrc"));
-    url.setPath(path.mid(1));
-    return url;
-}
-
-/// "title 12:3:text". Does not replace placeholders in the text.
-QString errorMessage(const QString &title, const QQmlError &error)
-{
-    return QStringLiteral("%1 %2:%3:%4")
-            .arg(title, QString::number(error.line()), QString::number(error.column()),
-                 error.description());
-}
-
 } // namespace
 
 HVView::HVView(HVManager *manager, QWidget *parent)
-    : QQuickWidget(parent)
-    , d(std::make_unique<Private>(viewServicesOf(manager)))
+    : HVSceneWidget(parent)
+    , d(std::make_unique<Private>(*this, viewServicesOf(manager)))
 {
-    d->theme = new HVToolTipTheme(this);
     connect(engine(), &QQmlEngine::warnings, this, &HVView::handleWarnings);
-    engine()->rootContext()->setContextProperty(QStringLiteral("hovletTheme"), d->theme);
-    auto *reader = new HVEntryReader(this);
-    connect(reader, &HVEntryReader::warned, this, [this](const QString &message) {
-        if (d->services)
-            d->services->sendMessage(HVMessageWarning, message);
-    });
-    engine()->rootContext()->setContextProperty(QStringLiteral("hovletReader"), reader);
-    setResizeMode(QQuickWidget::SizeViewToRootObject);
     deleteViewsAtEnd();
 }
 
@@ -176,7 +112,7 @@ void HVView::setContentTree(HVContentTree tree)
 void HVView::showContent(HVXmlElement *content, const QString &rootPath)
 {
     const HVShowScope showing;
-    const Activity activity(*this);
+    const HVViewActivity::Scope running(d->activity);
     const QPointer<HVView> self(this);
     setPackageRoot(QDir(rootPath));
     d->isExpanded = false;
@@ -187,36 +123,13 @@ void HVView::showContent(HVXmlElement *content, const QString &rootPath)
     if (!self || d->content.entry() != content)
         return; // the host's code has shown something else, or has closed the popup
     refreshTheme();
-    exposeContent(rootPath);
+    d->context.setContent(rootPath);
     if (!self || d->content.entry() != content)
         return;
     loadQML(ui.absoluteFilePath());
     if (!self)
         return;
-    // QML that is already running would resize its view in the next turn of the event loop: after a
-    // frame at the old size, and after the popup was placed for that.
-    if (size() == sizeHint())
-        renderScene();
-    else
-        resize(sizeHint()); // which renders as well
-}
-
-/// Renders immediately. The base class renders some milliseconds after a change, and the popup
-/// would show its old content until then. Its handlers of these two events render immediately, each
-/// with one of the two kinds of scene graph.
-void HVView::renderScene()
-{
-    if (!isVisible())
-        return;
-    if (quickWindow()->rendererInterface()->graphicsApi() == QSGRendererInterface::Software) {
-        QResizeEvent event(size(), size());
-        QQuickWidget::resizeEvent(&event);
-    } else {
-        QShowEvent event;
-        QQuickWidget::showEvent(&event);
-    }
-    if (size() != sizeHint())
-        resize(sizeHint()); // positioners and layouts settle when the scene is rendered
+    settle();
 }
 
 void HVView::expand()
@@ -226,7 +139,7 @@ void HVView::expand()
             return;
         d->isExpanded = true;
         const HVShowScope showing;
-        const Activity activity(*this);
+        const HVViewActivity::Scope running(d->activity);
         const QPointer<HVView> self(this);
         const QFileInfo ui(uiRootFilePath());
         if (!self || content != d->content.entry())
@@ -235,23 +148,6 @@ void HVView::expand()
         if (self)
             resize(sizeHint());
     });
-}
-
-/// Passes the content to QML. Setting each property runs its bindings, but all three are set before
-/// the first binding runs. None combines the new content with the old folder.
-void HVView::exposeContent(const QString &rootPath)
-{
-    QQmlContext *context = engine()->rootContext();
-    const QVector<QQmlContext::PropertyPair> properties {
-        { QStringLiteral("hovlet"), QVariant::fromValue<QObject *>(d->content.entry()) },
-        { QStringLiteral("dataLocation"), rootPath },
-        { QStringLiteral("hovletView"), QVariant::fromValue<QObject *>(this) },
-    };
-    {
-        const QSignalBlocker silent(context);
-        context->setContextProperties(properties);
-    }
-    context->setContextProperties(properties);
 }
 
 QDir HVView::packageRoot() const
@@ -295,7 +191,7 @@ bool HVView::isReservedByQml() const
 
 void HVView::writeReserved(bool value)
 {
-    const Activity activity(*this);
+    const HVViewActivity::Scope running(d->activity);
     const QScopedValueRollback<bool> writing(d->reservedByQml, true);
     setReserved(value);
 }
@@ -341,13 +237,13 @@ void HVView::setItemCursor(QQuickItem *object, const QString &shape, const QStri
 
 void HVView::debugLog(const QString &msg)
 {
-    const Activity activity(*this);
-    d->debug(msg);
+    const HVViewActivity::Scope running(d->activity);
+    d->messages.debug(msg);
 }
 
 bool HVView::openExternalResource(const QString &resourceLocator)
 {
-    const Activity activity(*this);
+    const HVViewActivity::Scope running(d->activity);
     return d->services && d->services->openResource(resourceLocator);
 }
 
@@ -368,7 +264,7 @@ void HVView::restoreOverrideCursor()
 
 QString HVView::translate(const QString &string, const QString &context)
 {
-    const Activity activity(*this);
+    const HVViewActivity::Scope running(d->activity);
     return d->services ? d->services->translated(*this, string, context) : string;
 }
 
@@ -381,7 +277,7 @@ QString HVView::translatedByPackage(const QString &text, const QString &context)
 
 QString HVView::findResource(const QString &relativePath)
 {
-    const Activity activity(*this);
+    const HVViewActivity::Scope running(d->activity);
     return d->finder().resource(relativePath);
 }
 
@@ -421,16 +317,14 @@ void HVView::deleteWhenIdle()
 
 void HVView::refreshTheme()
 {
-    d->theme->refresh();
+    d->context.refreshTheme();
 }
 
 void HVView::statusHasChanged(DECLARATIVEVIEW_STATUS s)
 {
     if (s != QQuickWidget::Error)
         return;
-    const QList<QQmlError> found = errors();
-    for (const QQmlError &error : found)
-        d->debug(errorMessage(QStringLiteral("Error"), error));
+    d->messages.debug(QStringLiteral("Error"), errors());
 }
 
 void HVView::loadQML(const QString &path)
@@ -438,19 +332,16 @@ void HVView::loadQML(const QString &path)
     const QFileInfo file(path);
     // Qt would wait for a writer when it opens a pipe.
     if (!file.exists() || !(file.isFile() || file.isDir())) {
-        d->debug(QStringLiteral("Can't find :%1").arg(path));
+        d->messages.debug(QStringLiteral("Can't find :%1").arg(path));
         return;
     }
-    const QUrl url = urlOfFile(path);
-    if (url != source())
-        setSource(url);
+    runFile(path);
 }
 
 void HVView::handleWarnings(const QList<QQmlError> &warnings)
 {
-    const Activity activity(*this);
-    for (const QQmlError &warning : warnings)
-        d->debug(errorMessage(QStringLiteral("QML Warning"), warning));
+    const HVViewActivity::Scope running(d->activity);
+    d->messages.debug(QStringLiteral("QML Warning"), warnings);
 }
 
 void HVView::resetState()
@@ -467,21 +358,14 @@ void HVView::managerContextSettingDidChange(HVContextKey key)
 
 void HVView::resizeEvent(QResizeEvent *event)
 {
-    QQuickWidget::resizeEvent(event);
+    HVSceneWidget::resizeEvent(event);
     if (rootObject())
         Q_EMIT contentSizeChanged();
 }
 
-void HVView::showEvent(QShowEvent *event)
-{
-    QQuickWidget::showEvent(event);
-    if (quickWindow()->rendererInterface()->graphicsApi() == QSGRendererInterface::Software)
-        renderScene();
-}
-
 void HVView::changeEvent(QEvent *event)
 {
-    QQuickWidget::changeEvent(event);
+    HVSceneWidget::changeEvent(event);
     if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange)
         refreshTheme();
 }

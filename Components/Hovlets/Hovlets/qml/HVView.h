@@ -2,12 +2,12 @@
 #pragma once
 
 #include "HVContext.h"
+#include "HVSceneWidget.h"
 #include "HVXmlElement.h"
 
 #include <QtCore/QDir>
 #include <QtQml/QQmlError>
 #include <QtGui/QColor>
-#include <QtQuickWidgets/QQuickWidget>
 
 #include <functional>
 #include <memory>
@@ -31,7 +31,7 @@ typedef QQuickWidget::Status DECLARATIVEVIEW_STATUS;
  * The manager creates it and its popup owns it; a view that outlives the manager sends no messages
  * and finds no files. GUI thread only.
  */
-class HVView : public QQuickWidget
+class HVView : public HVSceneWidget
 {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(HVView)
@@ -202,15 +202,11 @@ Q_SIGNALS:
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
-    void showEvent(QShowEvent *event) override;
     void changeEvent(QEvent *event) override;
 
 private:
     void writeReserved(bool value);
-    void exposeContent(const QString &rootPath);
-    void renderScene();
 
-    class Activity;
     class Private;
     std::unique_ptr<Private> d;
 };

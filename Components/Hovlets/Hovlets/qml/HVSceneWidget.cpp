@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HVSceneWidget.h"
+
+#include <QtCore/QUrl>
+#include <QtGui/QResizeEvent>
+#include <QtGui/QShowEvent>
+#include <QtQuick/QQuickWindow>
+#include <QtQuick/QSGRendererInterface>
+
+namespace Hovlets {
+
+namespace {
+
+QUrl urlOfFile(const QString &path)
+{
+    if (!path.startsWith(QLatin1Char(':')))
+        return QUrl::fromLocalFile(path);
+    QUrl url; // in Qt's resources
+    url.setScheme(QStringLiteral("qrc"));
+    url.setPath(path.mid(1));
+    return url;
+}
+
+bool isRenderedBySoftware(const QQuickWindow &scene)
+{
+    return scene.rendererInterface()->graphicsApi() == QSGRendererInterface::Software;
+}
+
+} // namespace
+
+HVSceneWidget::HVSceneWidget(QWidget *parent)
+    : QQuickWidget(parent)
+{
+    setResizeMode(QQuickWidget::SizeViewToRootObject);
+}
+
+void HVSceneWidget::runFile(const QString &path)
+{
+    const QUrl url = urlOfFile(path);
+    if (url != source())
+        setSource(url);
+}
+
+void HVSceneWidget::settle()
+{
+    if (size() == sizeHint())
+        render();
+    else
+        resize(sizeHint()); // which renders as well
+}
+
+/// Renders immediately. The base class's handlers of these two events do so, each with one of the
+/// two kinds of scene graph.
+void HVSceneWidget::render()
+{
+    if (!isVisible())
+        return;
+    if (isRenderedBySoftware(*quickWindow())) {
+        QResizeEvent event(size(), size());
+        QQuickWidget::resizeEvent(&event);
+    } else {
+        QShowEvent event;
+        QQuickWidget::showEvent(&event);
+    }
+    if (size() != sizeHint())
+        resize(sizeHint()); // positioners and layouts settle when the scene is rendered
+}
+
+void HVSceneWidget::showEvent(QShowEvent *event)
+{
+    QQuickWidget::showEvent(event);
+    if (isRenderedBySoftware(*quickWindow()))
+        render();
+}
+
+} // namespace Hovlets

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HVViewContext.h"
+
+#include "HVEntryReader.h"
+#include "HVToolTipTheme.h"
+#include "HVView.h"
+#include "HVViewMessages.h"
+
+#include <QtCore/QSignalBlocker>
+#include <QtCore/QVector>
+#include <QtQml/QQmlContext>
+#include <QtQml/QQmlEngine>
+
+namespace Hovlets {
+
+HVViewContext::HVViewContext(HVView &view, const HVViewMessages &messages)
+    : m_view(view)
+    , m_theme(new HVToolTipTheme(&view))
+{
+    auto *reader = new HVEntryReader(&view);
+    QObject::connect(reader, &HVEntryReader::warned, &view,
+                     [messages](const QString &message) { messages.warn(message); });
+    QQmlContext *context = view.engine()->rootContext();
+    context->setContextProperty(QStringLiteral("hovletTheme"), m_theme);
+    context->setContextProperty(QStringLiteral("hovletReader"), reader);
+}
+
+void HVViewContext::setContent(const QString &rootPath)
+{
+    QQmlContext *context = m_view.engine()->rootContext();
+    const QVector<QQmlContext::PropertyPair> properties {
+        { QStringLiteral("hovlet"), QVariant::fromValue<QObject *>(m_view.content()) },
+        { QStringLiteral("dataLocation"), rootPath },
+        { QStringLiteral("hovletView"), QVariant::fromValue<QObject *>(&m_view) },
+    };
+    // Setting each property runs its bindings. All three are set before the first binding runs, so
+    // none combines the new content with the old folder.
+    {
+        const QSignalBlocker silent(context);
+        context->setContextProperties(properties);
+    }
+    context->setContextProperties(properties);
+}
+
+void HVViewContext::refreshTheme()
+{
+    m_theme->refresh();
+}
+
+} // namespace Hovlets

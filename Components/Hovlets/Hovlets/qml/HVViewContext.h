@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtCore/QString>
+
+namespace Hovlets {
+
+class HVToolTipTheme;
+class HVView;
+class HVViewMessages;
+
+/*!
+ * \brief What the user interface of a view finds by name: "hovlet", "hovletView", "dataLocation",
+ * "hovletReader" and "hovletTheme".
+ *
+ * GUI thread only.
+ */
+class HVViewContext
+{
+public:
+    /// \a view owns the context and the objects in it. Warnings go to \a messages.
+    HVViewContext(HVView &view, const HVViewMessages &messages);
+
+    /// Passes the content of the view to QML. \a rootPath is its package folder.
+    void setContent(const QString &rootPath);
+
+    /// Re-reads the desktop's tooltip colours and the application's font.
+    void refreshTheme();
+
+private:
+    HVView &m_view;
+    HVToolTipTheme *m_theme; // child of the view
+};
+
+} // namespace Hovlets
