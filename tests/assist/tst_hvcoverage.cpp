@@ -1,15 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "HVContext.h"
-#include "HVInterface.h"
-#include "PackageFolder.h"
+#include "AssistScene.h"
+#include "CoverageReport.h"
 #include "TestMain.h"
-#include "Text.h"
 
 #include <HovletsAssist/HVCoverage.h>
 
-#include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
-#include <QtCore/QJsonObject>
 #include <QtGui/QHelpEvent>
 #include <QtWidgets/QtWidgets>
 // The module of this class depends on the major version of Qt.
@@ -21,16 +17,14 @@ using namespace Hovlets;
 
 namespace {
 
-/// A window with a covered and a missing control, and a host with entries for "a", "b" and
-/// "generic".
-class Scene
+/// The coverage of a window with a covered and a missing control.
+class CoverageScene : public AssistScene
 {
 public:
-    Scene()
+    explicit CoverageScene(const HVCoverageSettings &wanted = {})
     {
-        packages.addPackage(text("Scene"), { text("a"), text("b"), text("generic") });
-        settings.set(HVKeyTrackHover, true);
-        host = std::make_unique<HVInterface>(settings, QStringList { packages.path() });
+        createHost();
+        coverage = std::make_unique<HVCoverage>(*host, wanted);
         window.setWindowTitle(text("Window"));
         covered = add<QPushButton>("a");
         missing = add<QPushButton>("nobody");
@@ -38,19 +32,15 @@ public:
         window.resize(300, 300);
     }
 
-    template <typename Widget> Widget *add(const char *name)
+    [[nodiscard]] QJsonObject report() const { return coverage->report(); }
+
+    [[nodiscard]] QColor cornerOf(const QWidget *widget)
     {
-        auto *widget = new Widget;
-        widget->setObjectName(text(name));
-        layout->addWidget(widget);
-        return widget;
+        const QImage image = window.grab().toImage();
+        return image.pixel(widget->geometry().topLeft() + QPoint(1, 1));
     }
 
-    PackageFolder packages;
-    HVContext settings;
-    std::unique_ptr<HVInterface> host;
-    QWidget window;
-    QVBoxLayout *layout = new QVBoxLayout(&window);
+    std::unique_ptr<HVCoverage> coverage;
     QPushButton *covered;
     QPushButton *missing;
 };
@@ -70,34 +60,11 @@ public:
     QStringList asked;
 };
 
-QJsonObject find(const QJsonObject &report, const char *list, const QString &key)
+HVCoverageSettings withOverlay()
 {
-    const QJsonArray items = report[text(list)].toArray();
-    for (const auto &item : items) {
-        if (item.toObject()[text("key")].toString() == key)
-            return item.toObject();
-    }
-    return {};
-}
-
-QJsonObject control(const QJsonObject &report, const char *key)
-{
-    return find(report, "controls", text(key));
-}
-
-int total(const QJsonObject &report, const char *name)
-{
-    return report[text("totals")].toObject()[text(name)].toInt(-1);
-}
-
-QStringList controlKeys(const QJsonObject &report)
-{
-    QStringList keys;
-    const QJsonArray controls = report[text("controls")].toArray();
-    for (const auto &item : controls)
-        keys += item.toObject()[text("key")].toString();
-    keys.sort();
-    return keys;
+    HVCoverageSettings settings;
+    settings.overlay = true;
+    return settings;
 }
 
 QWidget *overlayOf(const QWidget &window)
@@ -105,7 +72,20 @@ QWidget *overlayOf(const QWidget &window)
     return window.findChild<QWidget *>(text("qt_hovlets_coverage_overlay"));
 }
 
+using Maker = QWidget *(*)();
+
+/// A row for each of the classes.
+template <typename... Kinds> void addKinds(bool counts)
+{
+    const auto add = [&](const QMetaObject &kind, Maker make) {
+        QTest::newRow(kind.className()) << make << counts;
+    };
+    (add(Kinds::staticMetaObject, []() -> QWidget * { return new Kinds; }), ...);
+}
+
 } // namespace
+
+Q_DECLARE_METATYPE(Maker)
 
 class tst_HVCoverage : public QObject
 {
@@ -114,10 +94,9 @@ class tst_HVCoverage : public QObject
 private Q_SLOTS:
     void shouldDistinguishCoveredControlsFromMissingOnes()
     {
-        Scene scene;
-        HVCoverage coverage(*scene.host);
+        CoverageScene scene;
         scene.window.show();
-        const QJsonObject report = coverage.report();
+        const QJsonObject report = scene.report();
         QCOMPARE(report[text("format")].toString(), text("hovlets-coverage"));
         QCOMPARE(report[text("version")].toInt(), 1);
         QCOMPARE(controlKeys(report), QStringList({ text("a"), text("nobody") }));
@@ -137,10 +116,9 @@ private Q_SLOTS:
 
     void shouldReportEntriesThatNoControlAsksFor()
     {
-        Scene scene;
-        HVCoverage coverage(*scene.host);
+        CoverageScene scene;
         scene.window.show();
-        const QJsonObject report = coverage.report();
+        const QJsonObject report = scene.report();
         QVERIFY(find(report, "entries", text("a"))[text("asked")].toBool());
         QVERIFY(!find(report, "entries", text("b"))[text("asked")].toBool());
         QCOMPARE(total(report, "entries"), 3);
@@ -150,11 +128,10 @@ private Q_SLOTS:
 
     void shouldReportControlsThatTheFallbackAnswers()
     {
-        Scene scene;
-        HVCoverage coverage(*scene.host);
+        CoverageScene scene;
         scene.window.show();
         scene.host->context().set(HVKeyFallbackKey, text("generic"));
-        const QJsonObject report = coverage.report();
+        const QJsonObject report = scene.report();
         QVERIFY(!control(report, "a")[text("answeredByFallback")].toBool());
         QVERIFY(control(report, "nobody")[text("answeredByFallback")].toBool());
         QCOMPARE(total(report, "answeredByFallback"), 1);
@@ -166,13 +143,12 @@ private Q_SLOTS:
 
     void shouldReportTheEntryOfAParent()
     {
-        Scene scene;
-        HVCoverage coverage(*scene.host);
+        CoverageScene scene;
         auto *group = scene.add<QGroupBox>("b");
         auto *inside = new QLineEdit(group);
         inside->setObjectName(text("inside"));
         scene.window.show();
-        const QJsonObject report = coverage.report();
+        const QJsonObject report = scene.report();
         QCOMPARE(control(report, "inside")[text("parentKey")].toString(), text("b"));
         QCOMPARE(control(report, "nobody")[text("parentKey")].toString(), QString());
         QVERIFY(control(report, "b")[text("covered")].toBool()); // has an entry, so it counts
@@ -180,69 +156,42 @@ private Q_SLOTS:
 
     void shouldCountWhatAPersonUses_data()
     {
-        QTest::addColumn<QString>("className");
+        QTest::addColumn<Maker>("make");
         QTest::addColumn<bool>("counts");
-        const auto row = [](const char *name, bool counts) {
-            QTest::newRow(name) << text(name) << counts;
-        };
-        for (const char *name : { "QPushButton", "QLineEdit", "QComboBox", "QSpinBox", "QSlider",
-                                  "QListWidget", "QTabBar", "QTextEdit" })
-            row(name, true);
-        for (const char *name : { "QLabel", "QFrame", "QGroupBox", "QScrollArea", "QTabWidget",
-                                  "QStackedWidget", "QToolBar" })
-            row(name, false);
+        addKinds<QPushButton, QLineEdit, QComboBox, QSpinBox, QSlider, QListWidget, QTabBar,
+                 QTextEdit>(true);
+        addKinds<QLabel, QFrame, QGroupBox, QScrollArea, QTabWidget, QStackedWidget, QToolBar>(
+                false);
     }
 
     void shouldCountWhatAPersonUses()
     {
-        QFETCH(QString, className);
+        QFETCH(Maker, make);
         QFETCH(bool, counts);
-        const QHash<QString, std::function<QWidget *()>> makers {
-            { text("QPushButton"), [] { return new QPushButton; } },
-            { text("QLineEdit"), [] { return new QLineEdit; } },
-            { text("QComboBox"),
-              [] {
-                  auto *b = new QComboBox;
-                  b->setEditable(true);
-                  return b;
-              } },
-            { text("QSpinBox"), [] { return new QSpinBox; } },
-            { text("QSlider"), [] { return new QSlider; } },
-            { text("QListWidget"), [] { return new QListWidget; } },
-            { text("QTabBar"), [] { return new QTabBar; } },
-            { text("QTextEdit"), [] { return new QTextEdit; } },
-            { text("QLabel"), [] { return new QLabel; } },
-            { text("QFrame"), [] { return new QFrame; } },
-            { text("QGroupBox"), [] { return new QGroupBox; } },
-            { text("QScrollArea"), [] { return new QScrollArea; } },
-            { text("QTabWidget"), [] { return new QTabWidget; } },
-            { text("QStackedWidget"), [] { return new QStackedWidget; } },
-            { text("QToolBar"), [] { return new QToolBar; } },
-        };
-        Scene scene;
-        HVCoverage coverage(*scene.host);
-        QWidget *widget = makers[className]();
+        CoverageScene scene;
+        QWidget *widget = make();
+        if (auto *box = qobject_cast<QComboBox *>(widget))
+            box->setEditable(true);
         widget->setObjectName(text("it"));
-        scene.layout->addWidget(widget);
+        scene.window.layout()->addWidget(widget);
         scene.window.show();
         // Its parts do not count either.
         QStringList expected { text("a"), text("nobody") };
         if (counts)
             expected.insert(1, text("it"));
-        QCOMPARE(controlKeys(coverage.report()), expected);
+        QCOMPARE(controlKeys(scene.report()), expected);
         widget->setToolTip(text("Something"));
-        QVERIFY(!control(coverage.report(), "it").isEmpty());
+        QVERIFY(!control(scene.report(), "it").isEmpty());
     }
 
     void shouldLabelAControlWithItsVisibleText()
     {
-        Scene scene;
-        HVCoverage coverage(*scene.host);
+        CoverageScene scene;
         auto *field = scene.add<QLineEdit>("field");
         field->setText(text("secret"));
         scene.window.show();
         const auto label = [&] {
-            return control(coverage.report(), "field")[text("label")].toString();
+            return control(scene.report(), "field")[text("label")].toString();
         };
         QCOMPARE(label(), QString()); // never text that the user has typed
         field->setToolTip(text("The name\nin full"));
@@ -256,8 +205,7 @@ private Q_SLOTS:
 
     void shouldFindControlsInsideContainers()
     {
-        Scene scene;
-        HVCoverage coverage(*scene.host);
+        CoverageScene scene;
         auto *area = scene.add<QScrollArea>("");
         auto *tabs = new QTabWidget;
         tabs->setObjectName(text("tabs"));
@@ -266,40 +214,38 @@ private Q_SLOTS:
         tabs->addTab(page, text("Page"));
         area->setWidget(tabs);
         scene.window.show();
-        QVERIFY(!control(coverage.report(), "page").isEmpty());
+        QVERIFY(!control(scene.report(), "page").isEmpty());
     }
 
     void shouldSkipHiddenControlsAndIgnoredClasses()
     {
-        Scene scene;
         HVCoverageSettings settings;
         settings.ignoredClasses = QStringList { text("QGroupBox") };
-        HVCoverage coverage(*scene.host, settings);
+        CoverageScene scene(settings);
         auto *group = scene.add<QGroupBox>("group");
         (new QPushButton(group))->setObjectName(text("inside"));
         scene.missing->hide();
         scene.window.show();
-        QCOMPARE(controlKeys(coverage.report()), QStringList { text("a") });
+        QCOMPARE(controlKeys(scene.report()), QStringList { text("a") });
     }
 
     void shouldRememberWindowsThatAreGone()
     {
-        Scene scene;
-        HVCoverage coverage(*scene.host);
+        CoverageScene scene;
         scene.window.show();
         for (int i = 0; i < 2; ++i) {
             QDialog dialog(&scene.window);
             (new QPushButton(&dialog))->setObjectName(text("later"));
             dialog.show();
-            QTRY_VERIFY(!control(coverage.report(), "later").isEmpty());
+            QTRY_VERIFY(!control(scene.report(), "later").isEmpty());
         }
-        QCOMPARE(controlKeys(coverage.report()),
+        QCOMPARE(controlKeys(scene.report()),
                  QStringList({ text("a"), text("later"), text("nobody") })); // once
     }
 
     void shouldWalkAutomaticallyWhenSomethingIsShown()
     {
-        Scene scene;
+        CoverageScene scene;
         AskedHost host(scene.settings, QStringList { scene.packages.path() });
         HVCoverage coverage(host);
         scene.window.show();
@@ -314,16 +260,15 @@ private Q_SLOTS:
 
     void shouldAskForTheEntriesOfAnOpenMenu()
     {
-        Scene scene;
-        HVCoverage coverage(*scene.host);
+        CoverageScene scene;
         QMenu menu;
         menu.addAction(text("One"))->setObjectName(text("b"));
         menu.addAction(text("Two"))->setObjectName(text("two"));
         menu.addSeparator()->setObjectName(text("separator"));
         menu.addMenu(text("More"))->setObjectName(text("more"));
-        QCOMPARE(controlKeys(coverage.report()), QStringList());
+        QCOMPARE(controlKeys(scene.report()), QStringList());
         menu.popup(QPoint(10, 10));
-        const QJsonObject report = coverage.report();
+        const QJsonObject report = scene.report();
         QCOMPARE(controlKeys(report), QStringList({ text("b"), text("two") }));
         QVERIFY(control(report, "b")[text("covered")].toBool());
         QCOMPARE(control(report, "two")[text("label")].toString(), text("Two"));
@@ -331,36 +276,33 @@ private Q_SLOTS:
 
     void shouldCountAKeyThatWasHovered()
     {
-        Scene scene;
-        HVCoverage coverage(*scene.host);
+        CoverageScene scene;
         QWidget canvas;
         canvas.setObjectName(text("b"));
         QHelpEvent event(QEvent::ToolTip, QPoint(1, 1), QPoint(1, 1));
         QApplication::sendEvent(&canvas, &event);
-        QVERIFY(find(coverage.report(), "entries", text("b"))[text("asked")].toBool());
+        QVERIFY(find(scene.report(), "entries", text("b"))[text("asked")].toBool());
     }
 
     void shouldFollowTheLocale()
     {
-        Scene scene;
+        CoverageScene scene;
         scene.packages.addControlFile(text("German"), text("de"),
                                       "<hovlets locale='de_DE'><hovlet key='nobody'/></hovlets>");
-        scene.host = std::make_unique<HVInterface>(scene.settings,
-                                                   QStringList { scene.packages.path() });
-        HVCoverage coverage(*scene.host);
+        scene.createHost();
+        scene.coverage = std::make_unique<HVCoverage>(*scene.host);
         scene.window.show();
-        QVERIFY(!control(coverage.report(), "nobody")[text("covered")].toBool());
+        QVERIFY(!control(scene.report(), "nobody")[text("covered")].toBool());
         scene.host->context().set(HVKeyLocale, text("de_DE"));
-        QVERIFY(control(coverage.report(), "nobody")[text("covered")].toBool());
+        QVERIFY(control(scene.report(), "nobody")[text("covered")].toBool());
     }
 
     void shouldNotCountThePopup()
     {
-        Scene scene;
-        HVCoverage coverage(*scene.host);
+        CoverageScene scene;
         scene.window.show();
         QVERIFY(scene.host->show(text("a"), QPoint(400, 400), scene.covered));
-        QCOMPARE(total(coverage.report(), "controls"), 2);
+        QCOMPARE(total(scene.report(), "controls"), 2);
     }
 
     void shouldWriteTheReportAtTheEnd_data()
@@ -373,19 +315,19 @@ private Q_SLOTS:
     void shouldWriteTheReportAtTheEnd()
     {
         QFETCH(bool, quits);
-        Scene scene;
+        const QTemporaryDir folder;
         HVCoverageSettings settings;
-        settings.reportFile = scene.packages.path() + text("/report.json");
-        auto coverage = std::make_unique<HVCoverage>(*scene.host, settings);
+        settings.reportFile = folder.filePath(text("report.json"));
+        CoverageScene scene(settings);
         scene.window.show();
-        coverage->walk();
+        scene.coverage->walk();
         scene.window.hide();
         QVERIFY(!QFile::exists(settings.reportFile));
         if (quits) {
             QTimer::singleShot(0, qApp, [] { QCoreApplication::exit(); });
             QCoreApplication::exec();
         } else {
-            coverage.reset();
+            scene.coverage.reset();
         }
         QFile file(settings.reportFile);
         QVERIFY(file.open(QIODevice::ReadOnly));
@@ -395,40 +337,31 @@ private Q_SLOTS:
 
     void shouldDoNothingWithoutTheInterface()
     {
-        Scene scene;
-        HVCoverage coverage(*scene.host);
+        CoverageScene scene;
         scene.window.show();
         scene.host.reset();
-        coverage.walk();
-        QVERIFY(coverage.report().isEmpty());
-        QVERIFY(!coverage.writeReport(scene.packages.path() + text("/report.json")));
+        scene.coverage->walk();
+        QVERIFY(scene.report().isEmpty());
+        QVERIFY(!scene.coverage->writeReport(scene.packages.path() + text("/report.json")));
     }
 
     void shouldOutlineControlsInTheOverlay()
     {
-        Scene scene;
-        HVCoverage coverage(*scene.host);
+        CoverageScene scene;
         scene.window.show();
-        coverage.walk();
+        scene.coverage->walk();
         QVERIFY(!overlayOf(scene.window)); // off by default
-        coverage.setOverlayVisible(true);
-        const QImage image = scene.window.grab().toImage();
-        const auto cornerOf = [&](const QWidget *widget) {
-            return QColor(image.pixel(widget->geometry().topLeft() + QPoint(1, 1)));
-        };
-        const QColor green = cornerOf(scene.covered), red = cornerOf(scene.missing);
+        scene.coverage->setOverlayVisible(true);
+        const QColor green = scene.cornerOf(scene.covered), red = scene.cornerOf(scene.missing);
         QVERIFY2(green.green() > green.red() + 50, qPrintable(green.name()));
         QVERIFY2(red.red() > red.green() + 50, qPrintable(red.name()));
-        coverage.setOverlayVisible(false);
+        scene.coverage->setOverlayVisible(false);
         QVERIFY(!overlayOf(scene.window));
     }
 
     void shouldLetTheMouseThroughTheOverlay()
     {
-        Scene scene;
-        HVCoverageSettings settings;
-        settings.overlay = true;
-        HVCoverage coverage(*scene.host, settings);
+        CoverageScene scene(withOverlay());
         scene.window.show();
         QTRY_VERIFY(overlayOf(scene.window));
         QVERIFY(overlayOf(scene.window)->geometry().contains(scene.covered->geometry()));
@@ -437,24 +370,18 @@ private Q_SLOTS:
         QTest::mouseClick(scene.window.windowHandle(), Qt::LeftButton, {},
                           scene.covered->geometry().center());
         QCOMPARE(clicks.count(), 1);
-        QCOMPARE(total(coverage.report(), "controls"), 2); // the overlay itself does not count
+        QCOMPARE(total(scene.report(), "controls"), 2); // the overlay itself does not count
     }
 
     void shouldMoveTheOutlinesWithTheControls()
     {
-        Scene scene;
-        HVCoverageSettings settings;
-        settings.overlay = true;
-        HVCoverage coverage(*scene.host, settings);
+        CoverageScene scene(withOverlay());
         scene.window.show();
         QTRY_VERIFY(overlayOf(scene.window));
         scene.window.resize(400, 500);
         QTRY_COMPARE(overlayOf(scene.window)->size(), QSize(400, 500));
-        const auto corner = [&] {
-            const QImage image = scene.window.grab().toImage();
-            return QColor(image.pixel(scene.covered->geometry().topLeft() + QPoint(1, 1)));
-        };
-        QTRY_VERIFY(corner().green() > corner().red() + 50);
+        QTRY_VERIFY(scene.cornerOf(scene.covered).green()
+                    > scene.cornerOf(scene.covered).red() + 50);
     }
 };
 

@@ -1,13 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "HVContext.h"
-#include "HVInterface.h"
+#include "AssistScene.h"
 #include "HVPopupPlace.h"
 #include "HVView.h"
 #include "HVWidget.h"
 #include "HVXmlElement.h"
-#include "PackageFolder.h"
 #include "TestMain.h"
-#include "Text.h"
 
 #include <HovletsAssist/HVKeyboardAccess.h>
 
@@ -23,51 +20,39 @@ using namespace Hovlets;
 
 namespace {
 
-/// A window with controls "a" and "nobody" and a group "b" with "inside", and a host with entries
-/// for "a", "b" and "generic". The mouse is far from all of them.
-class Scene
+/// A window with controls "a" and "nobody" and a group "b" with "inside". The mouse is far from all
+/// of them.
+class KeyboardScene : public AssistScene
 {
 public:
-    explicit Scene(const HVKeyboardAccessSettings &wanted = {})
+    explicit KeyboardScene(const HVKeyboardAccessSettings &wanted = {})
     {
         QCursor::setPos(780, 780);
-        packages.addPackage(text("Scene"), { text("a"), text("b"), text("generic") });
         packages.addControlFile(
                 text("Scene"), text("words"),
                 "<hovlets locale='en_US'><hovlet key='words' title='Pen' shortcut='P'>"
                 "<p>Draws &lt;b>%(width)s pixels&lt;/b> wide.</p><img alt='A pen'/></hovlet>"
                 "</hovlets>");
-        settings.set(HVKeyTrackHover, true);
         settings.set(HVKeyHideDelay, 20);
         settings.set(HVKeyHideFadeDuration, 0);
-        host = std::make_unique<HVInterface>(settings, QStringList { packages.path() });
+        createHost();
         host->setGlobalProperty(text("width"), 3);
         access = std::make_unique<HVKeyboardAccess>(*host, wanted);
 
-        a = add<QPushButton>("a", &window);
-        nobody = add<QPushButton>("nobody", &window);
-        group = add<QGroupBox>("b", &window);
+        a = add<QPushButton>("a");
+        nobody = add<QPushButton>("nobody");
+        group = add<QGroupBox>("b");
         group->setFixedSize(200, 60);
         inside = new QLineEdit(group);
         inside->setObjectName(text("inside"));
         window.setGeometry(20, 20, 250, 200);
     }
 
-    ~Scene()
+    ~KeyboardScene()
     {
         access.reset();
         host.reset();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
-
-    template <typename Widget> Widget *add(const char *name, QWidget *parent)
-    {
-        auto *widget = new Widget;
-        widget->setObjectName(text(name));
-        if (!parent->layout())
-            new QVBoxLayout(parent);
-        parent->layout()->addWidget(widget);
-        return widget;
     }
 
     void show(QWidget *focused, QWidget *shown = nullptr)
@@ -104,11 +89,7 @@ public:
 
     static void pressOpenKey() { press(Qt::Key_F1, Qt::ControlModifier); }
 
-    PackageFolder packages;
-    HVContext settings;
-    std::unique_ptr<HVInterface> host;
     std::unique_ptr<HVKeyboardAccess> access;
-    QWidget window;
     QPushButton *a;
     QPushButton *nobody;
     QGroupBox *group;
@@ -153,7 +134,7 @@ class tst_HVKeyboardAccess : public QObject
 private Q_SLOTS:
     void shouldOpenTheHovletOfTheControlWithTheFocus()
     {
-        Scene scene;
+        KeyboardScene scene;
         scene.show(scene.a);
         scene.pressOpenKey();
         QCOMPARE(scene.shownKey(), text("a"));
@@ -164,7 +145,7 @@ private Q_SLOTS:
 
     void shouldOpenAboveAControlAtTheBottomOfTheScreen()
     {
-        Scene scene;
+        KeyboardScene scene;
         const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
         scene.window.move(20, screen.bottom() - 230);
         scene.show(scene.inside);
@@ -195,7 +176,7 @@ private Q_SLOTS:
 
     void shouldOpenTheHovletOfTheNearestParent()
     {
-        Scene scene;
+        KeyboardScene scene;
         scene.show(scene.inside);
         scene.pressOpenKey();
         QCOMPARE(scene.shownKey(), text("b"));
@@ -203,7 +184,7 @@ private Q_SLOTS:
 
     void shouldOpenTheFallbackIfNoParentHasAnEntry()
     {
-        Scene scene;
+        KeyboardScene scene;
         scene.show(scene.nobody);
         scene.pressOpenKey();
         QVERIFY(!scene.popup());
@@ -216,7 +197,7 @@ private Q_SLOTS:
 
     void shouldCloseWithTheSameKey()
     {
-        Scene scene;
+        KeyboardScene scene;
         scene.show(scene.a);
         scene.pressOpenKey();
         scene.pressOpenKey();
@@ -228,7 +209,7 @@ private Q_SLOTS:
 
     void shouldCloseWhenTheFocusMoves()
     {
-        Scene scene;
+        KeyboardScene scene;
         scene.show(scene.a);
         scene.pressOpenKey();
         QVERIFY(scene.popup());
@@ -238,7 +219,7 @@ private Q_SLOTS:
 
     void shouldCloseWhenTheControlGoes()
     {
-        Scene scene;
+        KeyboardScene scene;
         scene.show(scene.inside);
         scene.pressOpenKey();
         QVERIFY(scene.popup());
@@ -248,7 +229,7 @@ private Q_SLOTS:
 
     void shouldStayWhileTheMouseRestsElsewhere()
     {
-        Scene scene;
+        KeyboardScene scene;
         scene.show(scene.a);
         QVERIFY(scene.host->show(text("a"), QPoint(400, 400), scene.a));
         QTRY_VERIFY(!scene.popup()); // after the delay, as without the key
@@ -265,7 +246,7 @@ private Q_SLOTS:
 
     void shouldHideThePopupWithEscape()
     {
-        Scene scene;
+        KeyboardScene scene;
         Dialog dialog;
         auto *button = scene.add<QPushButton>("a", &dialog);
         scene.show(button, &dialog);
@@ -281,7 +262,7 @@ private Q_SLOTS:
 
     void shouldComeBeforeShortcuts()
     {
-        Scene scene;
+        KeyboardScene scene;
         QShortcut escape(QKeySequence(Qt::Key_Escape), &scene.window);
         QShortcut help(QKeySequence(text("Ctrl+F1")), &scene.window);
         QSignalSpy escapes(&escape, &QShortcut::activated), helps(&help, &QShortcut::activated);
@@ -300,7 +281,7 @@ private Q_SLOTS:
 
     void shouldCloseAPinnedPopupOnlyWithTheFocus()
     {
-        Scene scene;
+        KeyboardScene scene;
         scene.show(scene.a);
         scene.pressOpenKey();
         QPointer<HVWidget> pinned = scene.popup();
@@ -318,7 +299,7 @@ private Q_SLOTS:
 
     void shouldOpenTheHovletOfTheChosenMenuEntry()
     {
-        Scene scene;
+        KeyboardScene scene;
         scene.show(scene.a);
         QMenu menu;
         QAction *action = menu.addAction(text("One"));
@@ -339,7 +320,7 @@ private Q_SLOTS:
 
     void shouldRefuseResourcesThatTheSettingsForbid()
     {
-        Scene scene;
+        KeyboardScene scene;
         scene.show(scene.a);
         scene.host->context().set(HVKeySuspended, true);
         scene.pressOpenKey();
@@ -348,7 +329,7 @@ private Q_SLOTS:
 
     void shouldIgnoreKeysWhenDisabled()
     {
-        Scene scene;
+        KeyboardScene scene;
         scene.show(scene.a);
         scene.access->setEnabled(false);
         scene.pressOpenKey();
@@ -362,7 +343,7 @@ private Q_SLOTS:
     {
         HVKeyboardAccessSettings wanted;
         wanted.openKey = QKeySequence(text("Alt+H"));
-        Scene scene(wanted);
+        KeyboardScene scene(wanted);
         scene.show(scene.a);
         scene.pressOpenKey();
         QVERIFY(!scene.popup());
@@ -386,7 +367,7 @@ private Q_SLOTS:
     void shouldInformScreenReaders()
     {
         announced.clear();
-        Scene scene;
+        KeyboardScene scene;
         scene.host->context().set(HVKeyHideDelay, 0); // the popup stays
         scene.show(scene.a);
         QVERIFY(scene.host->show(text("words"), QPoint(300, 300), scene.a));
@@ -402,7 +383,7 @@ private Q_SLOTS:
 
     void shouldDoNothingWithoutTheInterface()
     {
-        Scene scene;
+        KeyboardScene scene;
         scene.show(scene.a);
         scene.host.reset();
         QVERIFY(!scene.access->open());

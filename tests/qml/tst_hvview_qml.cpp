@@ -8,6 +8,29 @@
 
 using namespace Hovlets;
 
+namespace {
+
+/// The methods of one kind with the names of their parameters.
+QList<QByteArray> signatures(QMetaMethod::MethodType type)
+{
+    QList<QByteArray> found;
+    const QMetaObject &meta = HVView::staticMetaObject;
+    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
+        const QMetaMethod method = meta.method(i);
+        if (method.methodType() != type)
+            continue;
+        if (method.access() != QMetaMethod::Public)
+            found += "not public";
+        QList<QByteArray> parameters = method.parameterTypes();
+        for (int p = 0; p < parameters.size(); ++p)
+            parameters[p] += ' ' + method.parameterNames().at(p);
+        found += method.name() + '(' + parameters.join(',') + ')';
+    }
+    return found;
+}
+
+} // namespace
+
 class tst_HVViewQml : public QObject
 {
     Q_OBJECT
@@ -15,6 +38,61 @@ class tst_HVViewQml : public QObject
 private Q_SLOTS:
     void init() { m_bench = std::make_unique<PopupBench>(); }
     void cleanup() { m_bench.reset(); }
+
+    void shouldListItsSignalsInOrder()
+    {
+        QCOMPARE(signatures(QMetaMethod::Signal),
+                 (QList<QByteArray> { "stayOpenChanged()", "reservedChanged()", "contentChanged()",
+                                      "contentSizeChanged()", "documentationAvailableChanged()",
+                                      "resourceDirectoryChanged()" }));
+    }
+
+    void shouldListItsSlotsInOrder()
+    {
+        QCOMPARE(signatures(QMetaMethod::Slot),
+                 (QList<QByteArray> { "statusHasChanged(DECLARATIVEVIEW_STATUS s)",
+                                      "loadQML(QString path)",
+                                      "handleWarnings(QList<QQmlError> warnings)", "resetState()",
+                                      "managerContextSettingDidChange(HVContextKey key)" }));
+    }
+
+    void shouldListItsInvokablesInOrder()
+    {
+        QCOMPARE(signatures(QMetaMethod::Method),
+                 (QList<QByteArray> {
+                         "setItemCursor(QQuickItem* object,QString shape,QString tag)",
+                         "debugLog(QString msg)", "openExternalResource(QString resourceLocator)",
+                         "interpolate(QString string)", "setOverrideCursor(QString shape)",
+                         "restoreOverrideCursor()", "translate(QString string,QString context)",
+                         "findResource(QString relativePath)" }));
+    }
+
+    void shouldListItsProperties_data()
+    {
+        QTest::addColumn<QByteArray>("type");
+        QTest::addColumn<bool>("writable");
+        QTest::addColumn<QByteArray>("notify");
+        const QByteArray none;
+        QTest::newRow("stayOpen") << QByteArray("bool") << true << QByteArray("stayOpenChanged");
+        QTest::newRow("reserved") << QByteArray("bool") << true << QByteArray("reservedChanged");
+        QTest::newRow("content") << QByteArray("Hovlets::HVXmlElement*") << true
+                                 << QByteArray("contentChanged");
+        QTest::newRow("documentationAvailable")
+                << QByteArray("bool") << false << QByteArray("documentationAvailableChanged");
+        QTest::newRow("resourceDirectory") << QByteArray("QString") << false << none;
+    }
+
+    void shouldListItsProperties()
+    {
+        const QMetaObject &meta = HVView::staticMetaObject;
+        QCOMPARE(meta.propertyCount() - meta.propertyOffset(), 5);
+        const int index = meta.indexOfProperty(QTest::currentDataTag());
+        QVERIFY(index >= meta.propertyOffset());
+        const QMetaProperty property = meta.property(index);
+        QTEST(QByteArray(property.typeName()), "type");
+        QTEST(property.isWritable(), "writable");
+        QTEST(property.notifySignal().name(), "notify");
+    }
 
     void shouldTakeTheSizeOfTheRootItem()
     {
