@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "HVPlacement.h"
 #include "HVVisibleArea.h"
+#include "PlacementRules.h"
 #include "TestMain.h"
 
 #include <QtTest/QtTest>
-
-#include <random>
 
 using namespace Hovlets;
 
@@ -13,14 +11,8 @@ Q_DECLARE_METATYPE(Hovlets::HVSide)
 
 namespace {
 
+/// Screen of the requests.
 constexpr QRect Area(0, 0, 1280, 800);
-constexpr int Gap = 6;
-constexpr int EdgeDistance = 8;
-
-QRect inset(const QRect &area, int by = EdgeDistance)
-{
-    return area.adjusted(by, by, -by, -by);
-}
 
 /// A control with the cursor on its centre.
 HVPlacementRequest request(const QRect &control, const QSize &popup = { 300, 200 })
@@ -31,11 +23,6 @@ HVPlacementRequest request(const QRect &control, const QSize &popup = { 300, 200
     made.area = Area;
     made.cursor = control.center();
     return made;
-}
-
-bool isVertical(HVSide side)
-{
-    return side == HVSide::Below || side == HVSide::Above;
 }
 
 /// The popup's edge that faces the control.
@@ -52,136 +39,6 @@ int nearEdge(const HVPlace &place)
         return place.geometry.right();
     }
     return 0;
-}
-
-QRect mirrored(const QRect &rectangle)
-{
-    return { -rectangle.x() - rectangle.width(), rectangle.y(), rectangle.width(),
-             rectangle.height() };
-}
-
-HVSide mirrored(HVSide side)
-{
-    if (isVertical(side))
-        return side;
-    return side == HVSide::Left ? HVSide::Right : HVSide::Left;
-}
-
-HVPlacementRequest mirrored(HVPlacementRequest request)
-{
-    request.control = mirrored(request.control);
-    request.area = mirrored(request.area);
-    request.cursor = mirrored(QRect(request.cursor, QSize(1, 1))).topLeft();
-    for (QRect &region : request.keepClear)
-        region = mirrored(region);
-    if (request.current)
-        request.current =
-                HVPlace { mirrored(request.current->geometry), mirrored(request.current->side) };
-    request.direction = request.direction == Qt::LeftToRight ? Qt::RightToLeft : Qt::LeftToRight;
-    return request;
-}
-
-/// Random requests of all kinds, determined by a seed.
-class RandomRequests
-{
-public:
-    explicit RandomRequests(unsigned seed)
-        : m_random(seed)
-    {
-    }
-
-    int between(int low, int high)
-    {
-        return low + static_cast<int>(m_random() % static_cast<unsigned>(high - low + 1));
-    }
-
-    HVPlacementRequest next()
-    {
-        HVPlacementRequest made;
-        made.area = { between(-900, 900), between(-500, 500), between(120, 400),
-                      between(100, 300) };
-        const QSize size(between(1, between(1, 4) == 1 ? made.area.width() : 60),
-                         between(1, between(1, 4) == 1 ? made.area.height() : 30));
-        made.control = { pointIn(made.area), size };
-        made.popup = { between(1, 200), between(1, 150) };
-        made.cursor = pointIn(made.control.intersected(made.area));
-        made.direction = between(0, 1) ? Qt::LeftToRight : Qt::RightToLeft;
-        for (int i = between(0, 3); i > 0; --i)
-            made.keepClear.append({ pointIn(made.area), QSize(between(1, 80), between(1, 60)) });
-        return made;
-    }
-
-private:
-    QPoint pointIn(const QRect &area)
-    {
-        return { between(area.left(), area.right()), between(area.top(), area.bottom()) };
-    }
-
-    std::mt19937 m_random;
-};
-
-/// Whether there is room beside the control; tries every pixel.
-bool hasRoomBeside(const HVPlacementRequest &request)
-{
-    const QRect control = request.control.intersected(request.area);
-    const QRect area = inset(request.area);
-    const int width = request.popup.width();
-    const int height = request.popup.height();
-    const auto isFree = [&](const QRect &popup) {
-        return area.contains(popup)
-                && std::none_of(request.keepClear.begin(), request.keepClear.end(),
-                                [&](const QRect &region) { return region.intersects(popup); });
-    };
-    for (const int y : { control.bottom() + 1 + Gap, control.top() - Gap - height }) {
-        for (int x = control.left() - width + 1; x <= control.right(); ++x) {
-            if (isFree({ QPoint(x, y), request.popup }))
-                return true;
-        }
-    }
-    for (const int x : { control.right() + 1 + Gap, control.left() - Gap - width }) {
-        for (int y = control.top() - height + 1; y <= control.bottom(); ++y) {
-            if (isFree({ QPoint(x, y), request.popup }))
-                return true;
-        }
-    }
-    return false;
-}
-
-/// The rule that \a place breaks; null if none.
-const char *brokenRule(const HVPlacementRequest &request, const HVPlace &place)
-{
-    if (place.geometry.size() != request.popup)
-        return "keeps its size";
-    if (place.geometry.contains(request.cursor))
-        return "never covers the cursor";
-    const HVPlace other = placeBeside(mirrored(request));
-    if (other.geometry != mirrored(place.geometry) || other.side != mirrored(place.side))
-        return "is mirrored";
-    if (!hasRoomBeside(request))
-        return nullptr;
-
-    if (!inset(request.area).contains(place.geometry))
-        return "keeps away from the edge";
-    if (place.geometry.intersects(request.control.intersected(request.area)))
-        return "does not cover the control";
-    if (std::any_of(request.keepClear.begin(), request.keepClear.end(),
-                    [&](const QRect &region) { return place.geometry.intersects(region); }))
-        return "does not cover a region to keep clear";
-    HVPlacementRequest again = request;
-    again.current = place;
-    if (placeBeside(again).geometry != place.geometry)
-        return "stays where it is at the same size";
-    return nullptr;
-}
-
-QString described(const HVPlacementRequest &request, const HVPlace &place)
-{
-    QString text;
-    QDebug(&text) << "control" << request.control << "popup" << request.popup << "area"
-                  << request.area << "cursor" << request.cursor << "clear" << request.keepClear
-                  << "direction" << request.direction << "->" << place.geometry
-                  << static_cast<int>(place.side);
-    return text;
 }
 
 } // namespace
