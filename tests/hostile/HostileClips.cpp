@@ -103,10 +103,19 @@ void addEncoded(QList<HostileInput> &inputs)
         const char *arguments;
     };
     static constexpr Encoding Encodings[] = {
-        { "60 s in 4K", "mp4",
+        { "20 s in 4K", "mp4",
           "-f lavfi -i color=size=3840x2160:rate=25 -t 20 -c:v libx264 -preset ultrafast" },
-        { "8192 x 8192", "mp4",
-          "-f lavfi -i color=size=8192x8192:rate=5 -t 1 -c:v mpeg4 -strict -2" },
+        { "8000 x 8000", "mp4",
+          "-f lavfi -i color=size=8000x8000:rate=5 -t 1 -c:v mpeg4 -strict -2" },
+        { "8192 x 8192", "mov",
+          "-f lavfi -i color=size=8192x8192:rate=5 -t 1 -c:v libx264 -preset ultrafast" },
+        { "4096 x 2160", "mkv",
+          "-f lavfi -i color=size=4096x2160:rate=10 -t 2 -c:v libx264 -preset ultrafast "
+          "-x264-params ref=16:bframes=3" },
+        { "4096 x 2160, 4:4:4", "mp4",
+          "-f lavfi -i color=size=4096x2160:rate=10 -t 2 -c:v libx264 -pix_fmt yuv444p10 "
+          "-preset ultrafast -x264-params ref=16:bframes=3" },
+        { "4096 x 2160", "gif", "-f lavfi -i color=size=4096x2160:rate=5 -t 2" },
         { "8000 x 8000", "gif", "-f lavfi -i color=size=8000x8000:rate=5 -t 1" },
         { "4K", "webm", "-f lavfi -i color=size=3840x2160:rate=10 -t 1 -c:v libvpx -cpu-used 8" },
         { "4K", "mkv",
@@ -119,8 +128,11 @@ void addEncoded(QList<HostileInput> &inputs)
     for (const Encoding &encoding : Encodings) {
         inputs += clip(encoding.what, encoding.suffix, [=](const HostilePackage &) {
             const ClipFolder clips;
-            return ClipFolder::read(
+            const QByteArray bytes = ClipFolder::read(
                     clips.make(name(encoding.suffix), QString::fromLatin1(encoding.arguments)));
+            if (bytes.isEmpty())
+                qFatal("ffmpeg could not make the clip");
+            return bytes;
         });
     }
     for (const char *suffix : { "mp4", "mkv", "webm", "avi", "gif", "ogv", "mpg", "ts", "flv" }) {

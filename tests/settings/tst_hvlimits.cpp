@@ -23,6 +23,7 @@ private Q_SLOTS:
         QCOMPARE(limits.nestingDepth, 512);
         QCOMPARE(limits.controlFileSize, qint64(64) << 20);
         QCOMPARE(limits.clipMemory, qint64(512) << 20);
+        QCOMPARE(limits.clipDecoderMemory, qint64(104) << 20);
     }
 
     void shouldApplyWhatTheHostSets()

@@ -98,7 +98,8 @@ struct HOVLETS_EXPORT HVLimits
     // Pictures in content
 
     /// Pixels of one picture or one frame of a clip (by default 256 MB in memory). A larger picture
-    /// counts as missing; a clip ends before a larger frame.
+    /// counts as missing; a clip ends before a larger frame. clipDecoderMemory limits frames
+    /// further.
     qint64 picturePixels = qint64 { 8192 } * 8192;
 
     /*!
@@ -127,7 +128,7 @@ struct HOVLETS_EXPORT HVLimits
      * cannot be opened. A file of 2 MB with empty tracks can take 2 GB. Has an effect only on
      * Linux, where the memory of the process can be read.
      */
-    qint64 clipProbeMemory = qint64 { 256 } * 1024 * 1024;
+    qint64 clipProbeMemory = qint64 { 160 } * 1024 * 1024;
 
     /*!
      * Samples that the tables of a QuickTime or MP4 clip may declare in all tracks together. A clip
@@ -154,8 +155,21 @@ struct HOVLETS_EXPORT HVLimits
      */
     qint64 parsedSize = qint64 { 4 } * 1024 * 1024;
 
+    /*!
+     * Bytes of the frames that the decoder of one clip may hold. Besides the frame that it decodes,
+     * it holds those that the next ones refer to (the clip selects up to 16) and those of its other
+     * threads; it uses fewer threads for large frames. The clip ends before the frame that does not
+     * fit, with a line in Qt's debug output. By default, 8 frames of a usual clip in 4K fit.
+     *
+     * The memory of decoders in external libraries, such as those for AV1, cannot be counted. They
+     * decode no frame with more pixels than a twelfth of this number (by default 4096 x 2160),
+     * because a frame and one reference take up to 12 bytes per pixel. Neither is a larger frame
+     * decoded while a clip is opened, so it opens only if the container stores its size.
+     */
+    qint64 clipDecoderMemory = qint64 { 104 } * 1024 * 1024;
+
     /// Unused. Reserves space for further limits, which keeps the size of the struct.
-    qint64 reserved[3] = {};
+    qint64 reserved[2] = {};
 
     /// The current limits. Any thread may call it.
     [[nodiscard]] static HVLimits current();

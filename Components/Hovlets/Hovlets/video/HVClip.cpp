@@ -1,20 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVClip.h"
 
+#include "HVClipStreams.h"
 #include "HVMovieTables.h"
 #include "HVResidentMemory.h"
 
-#include <QtCore/QThread>
 #include <QtCore/QtMath>
 
 #include <algorithm>
-#include <vector>
 
 namespace Hovlets {
 
 namespace {
 
-constexpr int MostThreads = 4; // more would hardly speed up such clips, and each costs memory
 constexpr double FastestRate = 240.0; // frames/s; higher rates are those of a clock
 constexpr double UsualRate = 25.0;
 
@@ -35,46 +33,11 @@ int refuse(AVFormatContext *, AVIOContext **, const char *, int, AVDictionary **
     return AVERROR(EPERM);
 }
 
-bool isClip(const AVStream &stream)
-{
-    return stream.codecpar->codec_type == AVMEDIA_TYPE_VIDEO
-            && (stream.disposition & AV_DISPOSITION_ATTACHED_PIC) == 0;
-}
-
-/// The index of the stream to play, with its decoder. The cover picture of a music file does not
-/// count.
-int findClip(AVFormatContext *format, const AVCodec **codec)
-{
-    const int best = av_find_best_stream(format, AVMEDIA_TYPE_VIDEO, -1, -1, codec, 0);
-    if (best < 0 || isClip(*format->streams[best]))
-        return best;
-    for (unsigned int i = 0; i < format->nb_streams; ++i) {
-        if (!isClip(*format->streams[i]))
-            continue;
-        *codec = avcodec_find_decoder(format->streams[i]->codecpar->codec_id);
-        if (*codec)
-            return static_cast<int>(i);
-    }
-    return AVERROR_STREAM_NOT_FOUND;
-}
-
-/// Does the same as avformat_find_stream_info(), with limits: that function decodes as well.
-int findStreams(AVFormatContext *format, qint64 mostPixels)
-{
-    const std::size_t count = format->nb_streams; // the search may add more, without options
-    std::vector<AVDictionary *> options(count, nullptr);
-    for (AVDictionary *&each : options)
-        av_dict_set_int(&each, "max_pixels", mostPixels, 0);
-    const int result = avformat_find_stream_info(format, options.data());
-    for (AVDictionary *&each : options)
-        av_dict_free(&each);
-    return result;
-}
-
 } // namespace
 
-HVClip::HVClip(Interrupted interrupted)
+HVClip::HVClip(Interrupted interrupted, ClaimMemory claimMemory)
     : m_interrupted(std::move(interrupted))
+    , m_claimMemory(std::move(claimMemory))
     , m_file([this] { return isInterrupted(); })
 {
 }
@@ -84,6 +47,7 @@ HVClip::~HVClip() = default;
 const char *HVClip::open(const QString &filePath)
 {
     m_limits = HVLimits::current();
+    m_decoderMemory.emplace(m_limits.clipDecoderMemory);
     m_openingMemory = residentMemory();
     m_openingEnds = QDeadlineTimer(m_limits.clipProbeTime);
     const char *message = openContainer(filePath);
@@ -131,9 +95,15 @@ const char *HVClip::openContainer(const QString &filePath)
     if (avformat_open_input(&format, m_file.hint(), container, nullptr) < 0)
         return Failure;
     m_format.reset(format);
-    if (findStreams(format, std::max<qint64>(m_limits.picturePixels, 0)) < 0)
+    // This opens decoders of its own, whose memory cannot be counted.
+    if (findStreams(format, std::min(mostPixels(), m_decoderMemory->mostUncountedPixels())) < 0)
         return "Could not find any stream information in media at: %1";
     return nullptr;
+}
+
+qint64 HVClip::mostPixels() const
+{
+    return std::max<qint64>(m_limits.picturePixels, 0);
 }
 
 const char *HVClip::openDecoder()
@@ -148,8 +118,8 @@ const char *HVClip::openDecoder()
     if (!m_codec || avcodec_parameters_to_context(m_codec.get(), m_stream->codecpar) < 0)
         return "Could not open codec for stream in: %1";
     m_codec->pkt_timebase = m_stream->time_base;
-    m_codec->max_pixels = std::max<qint64>(m_limits.picturePixels, 0);
-    m_codec->thread_count = std::clamp(QThread::idealThreadCount(), 1, MostThreads);
+    m_codec->max_pixels = mostPixels();
+    m_decoderMemory->attach(m_codec.get(), *codec);
     if (avcodec_open2(m_codec.get(), codec, nullptr) < 0)
         return "Could not open codec for stream in: %1";
 
@@ -161,27 +131,49 @@ const char *HVClip::openDecoder()
         return "Could not allocate rgb frame in %1";
     m_size = QSize(m_codec->width, m_codec->height);
     m_converter = HVPictureConverter(m_size);
-    if (!m_converter.prepare(m_codec->width, m_codec->height, m_codec->pix_fmt))
+    // Large frames have not been decoded, so their format may be unknown.
+    const bool isLarge =
+            qint64 { m_size.width() } * m_size.height() > m_decoderMemory->mostUncountedPixels();
+    if (!(isLarge && m_codec->pix_fmt == AV_PIX_FMT_NONE)
+        && !m_converter.prepare(m_codec->width, m_codec->height, m_codec->pix_fmt)) {
         return "Could not get a swscale context for %1";
+    }
     return nullptr;
 }
 
 QImage HVClip::nextPicture()
 {
     if (!m_converting.valid()) {
-        if (!receive())
+        if (!receive() || !claim())
             return {};
         if (m_isFirst) { // shown immediately, without waiting for the second
             m_isFirst = false;
+            m_claim = std::move(m_nextClaim);
             return m_converter.convert(*m_decoded);
         }
         startConverting();
     }
-    const bool isMore = receive();
+    m_claim = std::move(m_nextClaim);
+    const bool isMore = receive() && claim();
     QImage picture = m_converting.get();
     if (isMore && !picture.isNull())
         startConverting();
     return picture;
+}
+
+/// Claims memory for the decoded frame, converted; false if there is none.
+bool HVClip::claim()
+{
+    if (!m_claimMemory)
+        return true;
+    m_nextClaim = m_claimMemory(m_converter.imageSize());
+    m_isClaimRefused = !m_nextClaim;
+    return !m_isClaimRefused;
+}
+
+bool HVClip::isOutOfMemory() const
+{
+    return m_isClaimRefused || m_decoderMemory->isExhausted();
 }
 
 /// Starts converting the decoded frame. Without a thread for it, fetching the frame converts it.
@@ -198,7 +190,7 @@ void HVClip::startConverting()
 /// Decodes until there is a frame; returns false at the end.
 bool HVClip::receive()
 {
-    while (!isInterrupted()) {
+    while (!isInterrupted() && !isOutOfMemory()) {
         const int result = avcodec_receive_frame(m_codec.get(), m_decoded.get());
         if (result >= 0)
             return true;

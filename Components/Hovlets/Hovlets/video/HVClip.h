@@ -2,7 +2,9 @@
 #pragma once
 
 #include "HVClipFile.h"
+#include "HVDecoderMemory.h"
 #include "HVFfmpeg.h"
+#include "HVFrameMemory.h"
 #include "HVLimits.h"
 #include "HVPictureConverter.h"
 
@@ -11,6 +13,7 @@
 #include <QtCore/QString>
 #include <QtGui/QImage>
 
+#include <functional>
 #include <future>
 #include <optional>
 
@@ -33,7 +36,12 @@ public:
     /// Called often while the file is read. Returning true ends the reading, which then fails.
     using Interrupted = HVClipFile::Interrupted;
 
-    explicit HVClip(Interrupted interrupted);
+    /// Called before a frame is converted, for the memory that it will take. Returning false ends
+    /// the clip.
+    using ClaimMemory = std::function<HVFrameMemory::Claim(qint64 bytes)>;
+
+    /// Without \a claimMemory, the memory for converted frames is unlimited.
+    explicit HVClip(Interrupted interrupted, ClaimMemory claimMemory = {});
     ~HVClip();
 
     /// Null on success; otherwise the reason, a message with "%1" for the path.
@@ -45,6 +53,12 @@ public:
      * Skips frames that the decoder reports as damaged.
      */
     QImage nextPicture();
+
+    /// The claim on the memory of the frame that nextPicture() returned last.
+    HVFrameMemory::Claim takeClaim() { return std::move(m_claim); }
+
+    /// Whether the clip ended because another frame did not fit into the memory.
+    bool isOutOfMemory() const;
 
     /// Jumps to the key frame before \a seconds, or without \a backward to one after it.
     void seek(double seconds, bool backward);
@@ -65,22 +79,29 @@ public:
 private:
     const char *openContainer(const QString &filePath);
     const char *openDecoder();
+    qint64 mostPixels() const;
     static int interrupted(void *clip);
     bool isInterrupted() const;
     bool receive();
     bool feed();
+    bool claim();
     void startConverting();
 
     Interrupted m_interrupted;
+    ClaimMemory m_claimMemory;
     HVLimits m_limits; // limits at the time when opening began
     std::optional<QDeadlineTimer> m_openingEnds; // while the clip is opened
     qint64 m_openingMemory = 0; // memory of the process when opening began, in bytes
     HVClipFile m_file;
     HVFfmpegPtr<AVFormatContext> m_format; // reads from the file
+    std::optional<HVDecoderMemory> m_decoderMemory; // outlives the codec and its frames
     HVFfmpegPtr<AVCodecContext> m_codec;
     HVFfmpegPtr<AVFrame> m_decoded;
     HVFfmpegPtr<AVPacket> m_packet;
     HVPictureConverter m_converter;
+    HVFrameMemory::Claim m_claim; // for the frame that was returned last
+    HVFrameMemory::Claim m_nextClaim; // for the frame that is being converted
+    bool m_isClaimRefused = false;
     std::future<QImage> m_converting; // destroyed before what it uses
     bool m_isFirst = true;
     QSize m_size;

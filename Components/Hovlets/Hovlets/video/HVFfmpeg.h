@@ -14,6 +14,8 @@ extern "C" {
 #include <libswscale/swscale.h>
 }
 
+#include <QtCore/QtGlobal>
+
 #include <memory>
 
 namespace Hovlets {
@@ -33,5 +35,19 @@ struct HVFfmpegDeleter
 };
 
 template <typename T> using HVFfmpegPtr = std::unique_ptr<T, HVFfmpegDeleter>;
+
+/// Lets the decoder's threads call its get_buffer2. Without this, FFmpeg 5 decodes one frame at a
+/// time as soon as an application sets that function. Later versions always do it.
+inline void allowFetchingOnAnyThread(AVCodecContext *codec)
+{
+#if LIBAVCODEC_VERSION_MAJOR < 60
+    QT_WARNING_PUSH
+    QT_WARNING_DISABLE_DEPRECATED
+    codec->thread_safe_callbacks = 1;
+    QT_WARNING_POP
+#else
+    Q_UNUSED(codec)
+#endif
+}
 
 } // namespace Hovlets

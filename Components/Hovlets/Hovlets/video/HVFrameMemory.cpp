@@ -53,7 +53,7 @@ HVFrameMemory::~HVFrameMemory()
     shares.all.erase(std::find(shares.all.begin(), shares.all.end(), this));
 }
 
-bool HVFrameMemory::reserve(qint64 bytes)
+HVFrameMemory::Claim HVFrameMemory::claim(qint64 bytes)
 {
     const qint64 most = HVLimits::current().clipMemory;
     std::vector<std::shared_ptr<void>> released; // freed after unlocking
@@ -62,12 +62,25 @@ bool HVFrameMemory::reserve(qint64 bytes)
     while (shares.used + bytes > most) {
         HVFrameMemory *oldest = bytes <= most ? shares.oldest(this) : nullptr;
         if (!oldest)
-            return false;
+            return {};
         released.push_back(oldest->giveUp());
     }
     shares.used += bytes;
-    m_bytes += bytes;
-    return true;
+    return Claim(bytes);
+}
+
+void HVFrameMemory::keep(Claim claim)
+{
+    const std::lock_guard<std::mutex> lock(shares().mutex);
+    m_bytes += std::exchange(claim.m_bytes, 0);
+}
+
+void HVFrameMemory::Claim::end()
+{
+    if (m_bytes == 0)
+        return;
+    const std::lock_guard<std::mutex> lock(shares().mutex);
+    shares().used -= std::exchange(m_bytes, 0);
 }
 
 void HVFrameMemory::clear()

@@ -6,6 +6,7 @@
 #include <atomic>
 #include <functional>
 #include <memory>
+#include <utility>
 
 namespace Hovlets {
 
@@ -31,11 +32,49 @@ public:
         Playing = 2,
     };
 
+    /*!
+     * \brief Memory for one frame that does not exist yet.
+     *
+     * Counts from before the frame is made, until the claim ends or a clip keeps it. False if there
+     * is no room. Any thread may end it.
+     */
+    class Claim
+    {
+    public:
+        Claim() = default;
+        Claim(Claim &&other) noexcept
+            : m_bytes(std::exchange(other.m_bytes, 0))
+        {
+        }
+        Claim &operator=(Claim &&other) noexcept
+        {
+            std::swap(m_bytes, other.m_bytes);
+            other.end();
+            return *this;
+        }
+        ~Claim() { end(); }
+
+        explicit operator bool() const { return m_bytes > 0; }
+
+    private:
+        friend class HVFrameMemory;
+        explicit Claim(qint64 bytes)
+            : m_bytes(bytes)
+        {
+        }
+        void end();
+
+        qint64 m_bytes = 0;
+    };
+
     explicit HVFrameMemory(Release release);
     ~HVFrameMemory();
 
-    /// Reserves \a bytes for a frame; false if other clips that are in use hold too much.
-    [[nodiscard]] bool reserve(qint64 bytes);
+    /// Claims \a bytes for a frame; false if other clips that are in use hold too much.
+    [[nodiscard]] Claim claim(qint64 bytes);
+
+    /// The clip has the frame for which \a claim was made.
+    void keep(Claim claim);
 
     /// Call when the clip's frames are gone.
     void clear();
@@ -49,7 +88,7 @@ public:
     /// Call when a frame of the clip was shown.
     void shown();
 
-    /// Size of the frames of all clips in bytes.
+    /// Size of the frames of all clips in bytes, with those that are being made.
     [[nodiscard]] static qint64 used();
 
 private:

@@ -32,6 +32,11 @@ HVPictureConverter::HVPictureConverter(QSize size)
 {
 }
 
+qint64 HVPictureConverter::imageSize() const
+{
+    return av_image_get_buffer_size(AV_PIX_FMT_RGB32, m_size.width(), m_size.height(), Alignment);
+}
+
 bool HVPictureConverter::prepare(int width, int height, AVPixelFormat format)
 {
     if (m_context && width == m_width && height == m_height && format == m_format)

@@ -20,6 +20,9 @@ public:
     /// \a size is the size of the images. Create a new converter for each clip.
     explicit HVPictureConverter(QSize size = QSize());
 
+    /// Bytes in one image. Rows are padded to 64 bytes.
+    qint64 imageSize() const;
+
     /// Prepares for frames of the given size and format; false if no conversion exists.
     bool prepare(int width, int height, AVPixelFormat format);
 

@@ -236,17 +236,22 @@ void HVVideoSource::clearChanges()
     d->changes.clear();
 }
 
-void HVVideoSource::pushFrame(const HVVideoFrame &frame)
-{
-    const bool isHeld = tryPushFrame(frame);
-    Q_UNUSED(isHeld)
-}
-
-bool HVVideoSource::tryPushFrame(const HVVideoFrame &frame)
+HVFrameMemory::Claim HVVideoSource::claimFrame(qint64 bytes)
 {
     // Called without frameMutex, because it may release another clip's frames to make room.
-    if (!d->memory.reserve(frame.sizeInBytes()))
-        return false;
+    return d->memory.claim(bytes);
+}
+
+void HVVideoSource::pushFrame(const HVVideoFrame &frame)
+{
+    HVFrameMemory::Claim claim = claimFrame(frame.sizeInBytes());
+    if (claim || frame.isNull())
+        pushFrame(frame, std::move(claim));
+}
+
+void HVVideoSource::pushFrame(const HVVideoFrame &frame, HVFrameMemory::Claim claim)
+{
+    d->memory.keep(std::move(claim));
     bool isKept = false;
     {
         const Locker locker(d->frameMutex);
@@ -258,7 +263,6 @@ bool HVVideoSource::tryPushFrame(const HVVideoFrame &frame)
         wakeFrameWaiters();
     else
         d->memory.clear(); // before the first clip, there is no cache for it
-    return true;
 }
 
 void HVVideoSource::wakeFrameWaiters()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "HVFrameMemory.h"
 #include "HVVideoFrame.h"
 
 #include <QtCore/QThread>
@@ -99,9 +100,12 @@ public:
     /// Adds a frame to the end of the cache.
     void pushFrame(const HVVideoFrame &frame);
 
-    /// Like pushFrame(), but drops the frame and returns false if the memory for clips has no room
-    /// for it.
-    [[nodiscard]] bool tryPushFrame(const HVVideoFrame &frame);
+    /// Claims memory for a frame of \a bytes, before it is made; false if the memory for clips has
+    /// no room for it.
+    [[nodiscard]] HVFrameMemory::Claim claimFrame(qint64 bytes);
+
+    /// Like pushFrame(), for a frame whose memory was claimed.
+    void pushFrame(const HVVideoFrame &frame, HVFrameMemory::Claim claim);
     void notifyStreamEnded();
 
     /// While the clip plays, other clips do not take its frames.

@@ -141,7 +141,9 @@ bool HVVideoSourceFFMPEG::Private::openMedia()
                            .arg(filePath);
         return false;
     }
-    auto opened = std::make_unique<HVClip>([this] { return owner->shouldQuit(); });
+    auto opened =
+            std::make_unique<HVClip>([this] { return owner->shouldQuit(); },
+                                     [this](qint64 bytes) { return owner->claimFrame(bytes); });
     if (const char *message = opened->open(filePath)) {
         if (!owner->shouldQuit()) // quitting also interrupts opening
             qCDebug(videoLog).noquote() << QString::fromLatin1(message).arg(filePath);
@@ -169,6 +171,8 @@ bool HVVideoSourceFFMPEG::Private::decodeNextFrame()
 {
     while (true) {
         HVVideoFrame frame;
+        HVFrameMemory::Claim claim;
+        bool fits = true;
         {
             const Locker locker(decoderMutex);
             if (!clip) {
@@ -179,13 +183,17 @@ bool HVVideoSourceFFMPEG::Private::decodeNextFrame()
                 return false;
             }
             frame = nextFrame();
+            claim = clip->takeClaim();
+            fits = !clip->isOutOfMemory();
             if (frame.isNull())
                 releaseMedia();
         }
-        const bool fits = frame.isNull() || owner->tryPushFrame(frame);
-        if (!frame.isNull() && fits)
-            return true;
-        endMedia(fits);
+        if (frame.isNull()) {
+            endMedia(fits);
+            continue;
+        }
+        owner->pushFrame(frame, std::move(claim));
+        return true;
     }
 }
 
@@ -193,14 +201,11 @@ bool HVVideoSourceFFMPEG::Private::decodeNextFrame()
 void HVVideoSourceFFMPEG::Private::endMedia(bool fits)
 {
     const bool isRestoring = owner->isRestoring();
-    if (!fits) {
-        releaseMedia();
-        if (!isRestoring) {
-            qCDebug(videoLog).noquote()
-                    << QStringLiteral("The clip ends after %2 frames, more do not fit into the "
-                                      "memory for clips: %1")
-                               .arg(filePath, QString::number(owner->loadedFrameCount()));
-        }
+    if (!fits && !isRestoring) {
+        qCDebug(videoLog).noquote()
+                << QStringLiteral("The clip ends after %2 frames, more do not fit into the "
+                                  "memory for clips: %1")
+                           .arg(filePath, QString::number(owner->loadedFrameCount()));
     }
     if (!isRestoring && !owner->shouldQuit())
         owner->notifyStreamEnded();
