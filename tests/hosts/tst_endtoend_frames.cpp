@@ -4,9 +4,16 @@
 #include "TestMain.h"
 
 #include <QtCore/QAbstractEventDispatcher>
+#include <QtCore/QProcess>
 #include <QtGui/QImage>
 #include <QtGui/QPixmap>
 #include <QtGui/QScreen>
+
+#include <atomic>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <thread>
 
 using namespace Hovlets;
 
@@ -78,6 +85,85 @@ Frame onScreen()
     return { patchOf(screen, 0xffff0000U), patchOf(screen, 0xff0000ffU) };
 }
 
+/// A colour that must not appear in an area of the screen.
+struct Forbidden
+{
+    QRect area;
+    QRgb colour;
+};
+
+constexpr auto Watch = "--watch";
+
+/// The other process of ScreenWatch: looks until its standard input ends.
+int watchScreen(int argc, char **argv)
+{
+    const QGuiApplication application(argc, argv);
+    QVector<Forbidden> all;
+    for (int i = 2; i + 4 < argc; i += 5) {
+        const auto number = [&](int j) { return int(std::strtol(argv[i + j], nullptr, 10)); };
+        all.append({ { number(0), number(1), number(2), number(3) },
+                     QRgb(std::strtoul(argv[i + 4], nullptr, 16)) });
+    }
+    std::atomic<bool> ends { false };
+    std::thread input([&] {
+        while (std::getchar() != EOF) { }
+        ends = true;
+    });
+    int pictures = 0;
+    int wrong = 0;
+    std::puts("watching");
+    std::fflush(stdout);
+    for (; !ends; ++pictures) {
+        for (const Forbidden &forbidden : std::as_const(all)) {
+            const QRect &area = forbidden.area;
+            const QImage picture =
+                    QGuiApplication::primaryScreen()
+                            ->grabWindow(0, area.x(), area.y(), area.width(), area.height())
+                            .toImage()
+                            .convertToFormat(QImage::Format_RGB32);
+            wrong += patchOf(picture, forbidden.colour).pixels > 0;
+        }
+    }
+    input.join();
+    std::printf("%d %d\n", pictures, wrong);
+    return 0;
+}
+
+/// Looks at the screen all the time, also between two steps of this process.
+class ScreenWatch
+{
+public:
+    explicit ScreenWatch(const QVector<Forbidden> &all)
+    {
+        QStringList arguments { QString::fromUtf8(Watch) };
+        for (const Forbidden &forbidden : all) {
+            for (const int number : { forbidden.area.x(), forbidden.area.y(),
+                                      forbidden.area.width(), forbidden.area.height() })
+                arguments += QString::number(number);
+            arguments += QString::number(forbidden.colour, 16);
+        }
+        m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        m_process.start(QCoreApplication::applicationFilePath(), arguments);
+    }
+
+    bool waitForStart()
+    {
+        return m_process.waitForReadyRead() && m_process.readLine() == "watching\n";
+    }
+
+    /// Ends the watch, and returns how many pictures it took, and how many were wrong.
+    QPair<int, int> finish()
+    {
+        m_process.closeWriteChannel();
+        m_process.waitForFinished();
+        const QList<QByteArray> counts = m_process.readAll().trimmed().split(' ');
+        return { counts.value(0).toInt(), counts.value(1, "-1").toInt() };
+    }
+
+private:
+    QProcess m_process;
+};
+
 } // namespace
 
 /// Tests what is on the screen between one popup and the next, with a real pointer.
@@ -130,6 +216,27 @@ private Q_SLOTS:
         }
     }
 
+    void shouldNotShowTheOldPopupInTheNewPlace()
+    {
+        placePopupsBesideTheWindow();
+        const QPoint first(100, 330);
+        const QPoint second(600, 330);
+        const QPoint offset(35, 200);
+        ScreenWatch watch({ { QRect(second + offset, QSize(50, 50)), 0xffff0000U },
+                            { QRect(first + offset, QSize(50, 50)), 0xff0000ffU } });
+        QVERIFY(watch.waitForStart());
+        for (int i = 0; i < 40; ++i) {
+            const char *name = i % 2 == 0 ? "a" : "b";
+            QVERIFY(m_host->manager()->show(QString::fromUtf8(name), i % 2 == 0 ? first : second,
+                                            &m_window->button(name)));
+            QTest::qWait(10);
+        }
+        const auto [pictures, wrong] = watch.finish();
+        qInfo("%d of %d pictures are wrong", wrong, pictures);
+        QVERIFY(pictures > 40);
+        QCOMPARE(wrong, 0);
+    }
+
 private:
     /// The screen's background reappears immediately when a popup hides; a window must repaint
     /// first.
@@ -139,5 +246,11 @@ private:
     }
 };
 
-HOVLETS_TEST_MAIN(tst_EndToEndFrames)
+int main(int argc, char **argv)
+{
+    if (argc > 1 && std::strcmp(argv[1], Watch) == 0)
+        return watchScreen(argc, argv);
+    return runTest(argc, argv, []() -> QObject * { return new tst_EndToEndFrames; });
+}
+
 #include "tst_endtoend_frames.moc"

@@ -4,7 +4,9 @@
 #include "HVVisibleArea.h"
 
 #include <QtGui/QGuiApplication>
+#include <QtGui/QRegion>
 #include <QtGui/QScreen>
+#include <QtGui/QWindow>
 #include <QtWidgets/QLayout>
 #include <QtWidgets/QWidget>
 
@@ -31,12 +33,43 @@ QSize frameMargins(const QWidget &window)
     return (window.frameGeometry().size() - window.size()).expandedTo({ 0, 0 });
 }
 
+/*!
+ * \brief Makes an X server forget the picture in a window that moves.
+ *
+ * The server moves a window with its picture, so the old content would be visible in the new place
+ * until the next frame is drawn. A window without a shape has no picture to move. Nothing is drawn
+ * over the new place before that frame.
+ */
+class WithoutPicture
+{
+    Q_DISABLE_COPY_MOVE(WithoutPicture)
+
+public:
+    explicit WithoutPicture(QWindow *window)
+        : m_window(QGuiApplication::platformName() == QLatin1String("xcb") ? window : nullptr)
+    {
+        if (m_window)
+            m_window->setMask(QRect(-1, -1, 1, 1)); // outside; an empty region means no mask
+    }
+
+    ~WithoutPicture()
+    {
+        if (m_window)
+            m_window->setMask(QRegion());
+    }
+
+private:
+    QPointer<QWindow> m_window;
+};
+
 /// Moves and resizes \a window, in one step where it can be seen.
 void setFixedGeometry(QWidget &window, const QRect &geometry)
 {
     if (window.isVisible() && window.frameGeometry() == window.geometry()) {
         window.setMinimumSize(0, 0);
         window.setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+        const bool moves = window.pos() != geometry.topLeft();
+        const WithoutPicture moving(moves ? window.windowHandle() : nullptr);
         window.setGeometry(geometry);
     }
     window.setFixedSize(geometry.size());
