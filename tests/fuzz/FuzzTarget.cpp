@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "FuzzTarget.h"
 
-#include <QtGui/QGuiApplication>
+#include <QtWidgets/QApplication>
 
 #include <cstdio>
 #include <memory>
@@ -21,6 +21,6 @@ int LLVMFuzzerInitialize(int *argc, char ***argv)
 {
     qInstallMessageHandler(&dropDebugOutput);
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    static const auto application = std::make_unique<QGuiApplication>(*argc, *argv);
+    static const auto application = std::make_unique<QApplication>(*argc, *argv);
     return 0;
 }

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-// Checks that no control file, key-data file or text in them can harm a host that looks up entries.
+// Checks that no control file, and no text in it, can harm a host that looks up entries.
 #include "FuzzTarget.h"
 #include "HVContentTree.h"
 #include "HVContext.h"
+#include "HVEntryContent.h"
 #include "HVIndex.h"
 #include "HVInterpolation.h"
 #include "HVXmlElement.h"
@@ -12,22 +13,40 @@ using namespace Hovlets;
 
 namespace {
 
-/// Reads everything that a host or a user interface can read from an entry.
-void readThrough(HVIndex &index, const HVXmlElement *entry, HVXmlElement *root)
+/// Translates nothing, and takes every picture for one that exists.
+class Services : public HVEntryServices
 {
-    const QMap<QString, QVariant> properties { { QStringLiteral("application"),
-                                                 QStringLiteral("50 %(percent)s") },
-                                               { QStringLiteral("percent"), 50 } };
-    root->toXml();
-    const QList<QObject *> elements = root->childElementList(QString());
+public:
+    QString translate(const QString &, const QString &) override { return {}; }
+    QString interpolate(const QString &text) override { return interpolated(text, m_properties); }
+    QString resource(const QString &relativePath) override { return relativePath; }
+    bool canShowPicture(const QString &) override { return true; }
+
+private:
+    const QMap<QString, QVariant> m_properties { { QStringLiteral("application"),
+                                                   QStringLiteral("50 %(percent)s") },
+                                                 { QStringLiteral("percent"), 50 } };
+};
+
+/// Reads everything that a host or a user interface can read from an entry.
+void readThrough(HVIndex &index, const HVXmlElement &entry, HVXmlElement &root)
+{
+    Services services;
+    root.toXml();
+    const QList<QObject *> elements = root.childElementList(QString());
     for (const QObject *object : elements) {
         const auto *element = qobject_cast<const HVXmlElement *>(object);
-        interpolated(element->content(), properties);
+        services.interpolate(element->content());
         const QStringList names = element->attributeNames();
         for (const QString &name : names)
-            interpolated(element->attribute(name), properties);
+            services.interpolate(element->attribute(name));
     }
-    index.componentPathsForElement(entry, QStringLiteral("ui/HovletsUI.qml"));
+    (void)index.componentPathsForElement(&entry, QStringLiteral("ui/HovletsUI.qml"));
+    HVLimits few;
+    few.shownElements = 5;
+    few.shownCharacters = 20;
+    for (const HVLimits &limits : { HVLimits(), few })
+        readEntry(entry, services, true, limits);
 }
 
 } // namespace
@@ -39,7 +58,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
             QStringLiteral("Fuzz"), QStringLiteral("Fuzz"),
             QByteArray(reinterpret_cast<const char *>(data), qsizetype(size)));
     HVContext context;
-    context.set(HVKeyKeyDataFile, path);
     HVIndex index(&context, {});
     index.indexControlFile(path, folder.path() + QLatin1String("/Fuzz.hovlets"));
 
@@ -53,8 +71,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         HVXmlElement *entry =
                 index.retrieve(key, QLocale(QStringLiteral("en_US")), where, depth, root);
         const HVContentTree owned(entry, root);
-        if (entry)
-            readThrough(index, entry, root);
+        if (entry && root)
+            readThrough(index, *entry, *root);
     }
     return 0;
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVMarkup.h"
-#include "HVMarkupTags.h"
+#include "MarkupReading.h"
 #include "TestMain.h"
 #include "Text.h"
 #include "ThreadTime.h"
@@ -33,31 +33,6 @@ auto textRows(const char *expected)
     return [](const char *written, const char *becomes) {
         QTest::newRow(written) << QString::fromUtf8(written) << QString::fromUtf8(becomes);
     };
-}
-
-/// Whether all tags are known, properly nested and closed.
-bool isBalanced(const QString &markup)
-{
-    QStringList open;
-    for (auto start = markup.indexOf(QLatin1Char('<')); start >= 0;
-         start = markup.indexOf(QLatin1Char('<'), start + 1)) {
-        const auto end = markup.indexOf(QLatin1Char('>'), start);
-        const bool isEnd = markup.mid(start + 1, 1) == QLatin1String("/");
-        const auto nameStart = start + (isEnd ? 2 : 1);
-        auto nameEnd = nameStart;
-        while (nameEnd < end && markup.at(nameEnd).isLower())
-            ++nameEnd;
-        const QString name = markup.mid(nameStart, nameEnd - nameStart);
-        if (end < 0 || !markupTagNamed(name))
-            return false;
-        if (name == QLatin1String("br"))
-            continue;
-        if (!isEnd)
-            open += name;
-        else if (open.isEmpty() || open.takeLast() != name)
-            return false;
-    }
-    return open.isEmpty();
 }
 
 } // namespace
