@@ -150,7 +150,12 @@ bool HoverTest::restOn(const char *name, const QPoint &offset)
 
 void HoverTest::stopAskingForTooltips()
 {
-    ImpatientStyle::delay = 600000;
+    askForTooltipsAfter(600000);
+}
+
+void HoverTest::askForTooltipsAfter(int delay)
+{
+    ImpatientStyle::delay = delay;
 }
 
 void HoverTest::showWindow(const QPoint &position)

@@ -82,6 +82,9 @@ protected:
     /// without content could hide the popup early.
     static void stopAskingForTooltips();
 
+    /// Lets the toolkit ask for tooltips after a pause of \a delay ms for the rest of the test.
+    static void askForTooltipsAfter(int delay);
+
     /// Opens a new window of the host at \a position.
     void showWindow(const QPoint &position);
 
