@@ -3,6 +3,7 @@
 
 #include <QtCore/QtEndian>
 
+#include <algorithm>
 #include <vector>
 
 namespace Hovlets {
@@ -93,7 +94,54 @@ Sections sectionsOf(const Bytes &file)
     return sections;
 }
 
-/// Whether each bucket of the table leads to names that end inside the section.
+/// The lists of names in a table of contexts. Lists may share names.
+class NameLists
+{
+public:
+    explicit NameLists(const Bytes &contexts)
+        : m_contexts(contexts)
+        , m_lengths(std::min(size_t(contexts.size()), LastStart + MostNames * LongestName))
+    {
+    }
+
+    /// Whether the list at that position ends inside the table and is short.
+    bool isSound(qint64 start)
+    {
+        m_path.clear();
+        qint64 at = start;
+        for (; lengthAt(at) == 0; at += 1 + m_contexts.byte(at)) {
+            if (!m_contexts.has(at, 1) || m_path.size() == MostNames)
+                return false;
+            m_path.push_back(at);
+            if (m_contexts.byte(at) == 0)
+                break;
+        }
+        quint16 length = lengthAt(at);
+        if (m_path.size() + length > MostNames)
+            return false;
+        for (auto name = m_path.crbegin(); name != m_path.crend(); ++name)
+            m_lengths[size_t(*name)] = ++length;
+        return true;
+    }
+
+private:
+    // QTranslator searches a list for the context of each text, name by name. A list that lrelease
+    // writes has a few names.
+    static constexpr size_t MostNames = 1001; // with the empty one at the end
+    static constexpr size_t LongestName = 256;
+    static constexpr size_t LastStart = 2 + 4 * 65535;
+
+    quint16 lengthAt(qint64 at) const
+    {
+        return size_t(at) < m_lengths.size() ? m_lengths[size_t(at)] : 0;
+    }
+
+    Bytes m_contexts;
+    std::vector<quint16> m_lengths; // of known lists, by position; 0 elsewhere
+    std::vector<qint64> m_path;
+};
+
+/// Whether each bucket of the table leads to a sound list of names.
 bool areContextsSound(const Bytes &contexts)
 {
     if (contexts.size() == 0)
@@ -102,33 +150,30 @@ bool areContextsSound(const Bytes &contexts)
     const qint64 names = 2 + 2 * buckets;
     if (buckets == 0 || !contexts.has(0, names))
         return false;
-    std::vector<bool> known(static_cast<size_t>(contexts.size())); // positions of sound names
+    NameLists lists(contexts);
     for (qint64 bucket = 0; bucket < buckets; ++bucket) {
         const qint64 offset = contexts.number16(2 + 2 * bucket);
-        if (offset == 0)
-            continue;
-        for (qint64 at = names + 2 * offset;; at += 1 + contexts.byte(at)) {
-            if (!contexts.has(at, 1))
-                return false;
-            if (known[static_cast<size_t>(at)])
-                break;
-            known[static_cast<size_t>(at)] = true;
-            if (contexts.byte(at) == 0)
-                break;
-        }
+        if (offset != 0 && !lists.isSound(names + 2 * offset))
+            return false;
     }
     return true;
 }
 
-/// The end of the message at an offset, or -1 if the message is damaged.
-qint64 endOfMessage(const Bytes &messages, qint64 at)
+/// A message in the section of messages.
+struct Message
 {
-    while (messages.has(at, 1)) {
+    qint64 end = -1; // -1 if it is damaged
+    qint64 parts = 0;
+};
+
+Message messageAt(const Bytes &messages, qint64 at)
+{
+    for (qint64 parts = 1; messages.has(at, 1); ++parts) {
         const quint8 tag = messages.byte(at++);
         if (tag == End)
-            return at;
+            return { at, parts };
         if (!messages.has(at, 4))
-            return -1;
+            return {};
         const quint32 length = messages.number32(at);
         at += 4;
         switch (tag) {
@@ -137,47 +182,55 @@ qint64 endOfMessage(const Bytes &messages, qint64 at)
         case Translation:
             // An untranslated plural form, at which QTranslator stops reading the message.
             if (length == NoString)
-                return at;
+                return { at, parts };
             break;
         case SourceText:
         case Context:
         case Comment:
             break;
         default:
-            return -1;
+            return {};
         }
         if (!messages.has(at, length))
-            return -1;
+            return {};
         at += length;
     }
-    return -1;
+    return {};
 }
 
-/// Whether each hash leads to a message, and messages do not overlap.
+/// Whether each hash leads to a message, messages do not overlap, and those of one hash are short.
 bool areMessagesSound(const Bytes &hashes, const Bytes &messages)
 {
     constexpr qint64 HashSize = 8;
-    constexpr int MostAlike = 10000; // QTranslator compares the text with all messages of its hash
+    // QTranslator compares a text with all messages of its hash, part by part. Those of thousands
+    // of contexts that contain the same text fit.
+    constexpr qint64 MostParts = 20000;
 
     if (hashes.size() % HashSize != 0)
         return false;
-    std::vector<bool> begins(static_cast<size_t>(messages.size()));
-    int alike = 0;
+    std::vector<quint16> parts(size_t(messages.size())); // of messages, by position; 0 elsewhere
     for (qint64 at = 0; at < hashes.size(); at += HashSize) {
-        alike = at > 0 && hashes.number32(at) == hashes.number32(at - HashSize) ? alike + 1 : 0;
         const quint32 offset = hashes.number32(at + 4);
-        if (!messages.has(offset, 1) || alike > MostAlike)
+        if (!messages.has(offset, 1))
             return false;
-        begins[offset] = true;
+        parts[offset] = 1;
     }
     qint64 end = 0;
     for (qint64 at = 0; at < messages.size(); ++at) {
-        if (!begins[static_cast<size_t>(at)])
+        if (parts[size_t(at)] == 0)
             continue;
-        if (at < end)
+        const Message message = messageAt(messages, at);
+        if (at < end || message.end < 0 || message.parts > MostParts)
             return false;
-        end = endOfMessage(messages, at);
-        if (end < 0)
+        parts[size_t(at)] = quint16(message.parts);
+        end = message.end;
+    }
+    qint64 alike = 0;
+    for (qint64 at = 0; at < hashes.size(); at += HashSize) {
+        if (at > 0 && hashes.number32(at) != hashes.number32(at - HashSize))
+            alike = 0;
+        alike += parts[hashes.number32(at + 4)];
+        if (alike > MostParts)
             return false;
     }
     return true;

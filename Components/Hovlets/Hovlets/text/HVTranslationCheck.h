@@ -11,8 +11,10 @@ namespace Hovlets {
  *
  * QTranslator follows the lengths and offsets in a file without checking them. A damaged file makes
  * it read out of bounds, or divide by zero. It also loads other files that a translation file
- * names. Therefore pass it only bytes without a problem. Time and memory are linear in the size of
- * the file.
+ * names. Therefore pass it only bytes without a problem.
+ *
+ * Time and memory are linear in the size of the file. In a file without a problem, QTranslator
+ * finds or misses a text quickly: it compares at most 1,000 contexts, and 20,000 parts of messages.
  */
 QString translationProblem(const QByteArray &file);
 
