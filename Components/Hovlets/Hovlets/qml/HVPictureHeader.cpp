@@ -13,10 +13,10 @@ namespace Hovlets {
 namespace {
 
 /// Reads numbers at positions in a file; 0 past its end.
-class Bytes
+class HeaderBytes
 {
 public:
-    explicit Bytes(const QByteArray &bytes)
+    explicit HeaderBytes(const QByteArray &bytes)
         : m_bytes(bytes)
     {
     }
@@ -45,7 +45,7 @@ private:
     const QByteArray &m_bytes;
 };
 
-QSize jpegSize(const Bytes &bytes)
+QSize jpegSize(const HeaderBytes &bytes)
 {
     constexpr int StartOfScan = 0xda;
     constexpr int EndOfImage = 0xd9;
@@ -66,7 +66,7 @@ QSize jpegSize(const Bytes &bytes)
     return {};
 }
 
-QSize bmpSize(const Bytes &bytes)
+QSize bmpSize(const HeaderBytes &bytes)
 {
     constexpr int OldHeader = 12;
     if (bytes.little32(14) == OldHeader)
@@ -75,7 +75,7 @@ QSize bmpSize(const Bytes &bytes)
     return { bytes.little32(18), height > std::numeric_limits<int>::min() ? qAbs(height) : 0 };
 }
 
-QSize webpSize(const Bytes &bytes)
+QSize webpSize(const HeaderBytes &bytes)
 {
     const auto little24 = [&](int at) { return bytes.little16(at) | bytes.byte(at + 2) << 16; };
     if (bytes.has(12, "VP8X"))
@@ -126,7 +126,7 @@ QSize svgSize(const QByteArray &start)
 
 HVPictureHeader readPictureHeader(const QByteArray &start)
 {
-    const Bytes bytes(start);
+    const HeaderBytes bytes(start);
     if (bytes.has(0, "\x89PNG\r\n\x1a\n") && bytes.has(12, "IHDR"))
         return { "png", { bytes.big32(16), bytes.big32(20) } };
     if (bytes.has(0, "\xff\xd8\xff"))

@@ -28,17 +28,17 @@ constexpr quint32 name(const char (&text)[5])
 constexpr quint32 Root = 0; // the file itself, as the parent of boxes
 
 /// Bytes of the file, read as big-endian numbers.
-struct Bytes
+struct BoxBytes
 {
     const char *data = nullptr;
     qint64 size = 0;
 
-    Bytes from(qint64 offset) const
+    BoxBytes from(qint64 offset) const
     {
         offset = std::min(offset, size);
         return { data + offset, size - offset };
     }
-    Bytes left(qint64 length) const { return { data, std::min(length, size) }; }
+    BoxBytes left(qint64 length) const { return { data, std::min(length, size) }; }
 
     /// Returns 0 past the end.
     quint32 number(qint64 offset) const
@@ -59,7 +59,7 @@ struct Box
     qint64 size = 0; // of the whole box, as FFmpeg reads it
 
     /// \a left: the number of bytes that remain in the parent.
-    static Box read(const Bytes &bytes, qint64 left)
+    static Box read(const BoxBytes &bytes, qint64 left)
     {
         Box box;
         box.type = bytes.number(4);
@@ -78,7 +78,7 @@ struct Box
 };
 
 /// \a begin: at least the first 8 bytes of the content.
-bool mayHoldTables(quint32 type, const Bytes &begin)
+bool mayHoldTables(quint32 type, const BoxBytes &begin)
 {
     switch (type) {
     case name("mdat"):
@@ -106,7 +106,7 @@ public:
 
     bool fit() const { return !m_isRefused && m_entries <= m_most; }
 
-    void readBox(quint32 type, quint32 parent, const Bytes &content, int depth);
+    void readBox(quint32 type, quint32 parent, const BoxBytes &content, int depth);
     void endTrack();
 
 private:
@@ -132,15 +132,15 @@ private:
         qint64 pieces() const;
     };
 
-    void readBoxes(const Bytes &content, quint32 parent, int depth);
-    bool readTable(quint32 type, quint32 parent, const Bytes &content);
-    void readTimes(const Bytes &content);
-    void readChunkRuns(const Bytes &content);
-    void readGroups(const Bytes &content);
-    void readMeta(const Bytes &content, int depth);
-    void readCompressed(const Bytes &content, int depth);
-    void refuseHiddenTables(const Bytes &content);
-    qint64 sumOfCounts(const Bytes &table, qint64 entries);
+    void readBoxes(const BoxBytes &content, quint32 parent, int depth);
+    bool readTable(quint32 type, quint32 parent, const BoxBytes &content);
+    void readTimes(const BoxBytes &content);
+    void readChunkRuns(const BoxBytes &content);
+    void readGroups(const BoxBytes &content);
+    void readMeta(const BoxBytes &content, int depth);
+    void readCompressed(const BoxBytes &content, int depth);
+    void refuseHiddenTables(const BoxBytes &content);
+    qint64 sumOfCounts(const BoxBytes &table, qint64 entries);
     void add(qint64 entries) { m_entries = std::min(m_entries + entries, m_most + 1); }
 
     qint64 m_most;
@@ -175,9 +175,9 @@ void Tables::endTrack()
     add(std::min(entries, m_most + 1) * std::max<qint64>(track.edits, 1));
 }
 
-void Tables::readBoxes(const Bytes &content, quint32 parent, int depth)
+void Tables::readBoxes(const BoxBytes &content, quint32 parent, int depth)
 {
-    for (Bytes rest = content; rest.size >= 8 && fit();) {
+    for (BoxBytes rest = content; rest.size >= 8 && fit();) {
         const Box box = Box::read(rest, rest.size);
         if (!box.isValid())
             return;
@@ -186,7 +186,7 @@ void Tables::readBoxes(const Bytes &content, quint32 parent, int depth)
     }
 }
 
-void Tables::readBox(quint32 type, quint32 parent, const Bytes &content, int depth)
+void Tables::readBox(quint32 type, quint32 parent, const BoxBytes &content, int depth)
 {
     if (depth > MostDepth)
         return;
@@ -222,7 +222,7 @@ void Tables::readBox(quint32 type, quint32 parent, const Bytes &content, int dep
 }
 
 /// Returns false if the box is not a table.
-bool Tables::readTable(quint32 type, quint32 parent, const Bytes &content)
+bool Tables::readTable(quint32 type, quint32 parent, const BoxBytes &content)
 {
     quint32 home = name("stbl");
     switch (type) {
@@ -270,20 +270,20 @@ bool Tables::readTable(quint32 type, quint32 parent, const Bytes &content)
     return true;
 }
 
-void Tables::readTimes(const Bytes &content)
+void Tables::readTimes(const BoxBytes &content)
 {
     ++m_track.timeTables;
     m_track.isEverySampleOneTick = content.number(4) == 1 && content.number(12) == 1;
 }
 
-void Tables::readChunkRuns(const Bytes &content)
+void Tables::readChunkRuns(const BoxBytes &content)
 {
     const qint64 entries = std::min<qint64>(content.number(4), content.size / 12);
     for (qint64 i = 0; i < entries; ++i)
         m_track.runs.push_back({ content.number(8 + i * 12), content.number(12 + i * 12) });
 }
 
-void Tables::readGroups(const Bytes &content)
+void Tables::readGroups(const BoxBytes &content)
 {
     const bool hasParameter = content.number(0) >> 24 == 1;
     const int table = hasParameter ? 16 : 12;
@@ -291,7 +291,7 @@ void Tables::readGroups(const Bytes &content)
 }
 
 /// FFmpeg starts at the first handler whose offset is a multiple of four.
-void Tables::readMeta(const Bytes &content, int depth)
+void Tables::readMeta(const BoxBytes &content, int depth)
 {
     for (qint64 offset = 4; offset + 4 <= content.size; offset += 4) {
         if (content.number(offset) == name("hdlr"))
@@ -300,21 +300,21 @@ void Tables::readMeta(const Bytes &content, int depth)
 }
 
 /// Reads a header in zlib's format: a box that names the format, then the size and the data.
-void Tables::readCompressed(const Bytes &content, int depth)
+void Tables::readCompressed(const BoxBytes &content, int depth)
 {
     constexpr qint64 Before = qint64 { 5 } * 4; // bytes
     if (content.size > MostCompressed || content.number(Before) > MostHeader) {
         m_isRefused = true;
         return;
     }
-    const Bytes data = content.from(Before);
+    const BoxBytes data = content.from(Before);
     const QByteArray header =
             qUncompress(reinterpret_cast<const uchar *>(data.data), static_cast<int>(data.size));
     readBoxes({ header.constData(), header.size() }, Root, depth + 1);
 }
 
 /// FFmpeg also reads boxes after the description of a format. Tables there are refused.
-void Tables::refuseHiddenTables(const Bytes &content)
+void Tables::refuseHiddenTables(const BoxBytes &content)
 {
     for (qint64 offset = 0; offset + 4 <= content.size; ++offset) {
         switch (content.number(offset)) {
@@ -336,7 +336,7 @@ void Tables::refuseHiddenTables(const Bytes &content)
 }
 
 /// The sum over a table of counts and values.
-qint64 Tables::sumOfCounts(const Bytes &table, qint64 entries)
+qint64 Tables::sumOfCounts(const BoxBytes &table, qint64 entries)
 {
     entries = std::min(entries, table.size / 8);
     qint64 sum = 0;
@@ -356,7 +356,7 @@ bool movieTablesFit(QIODevice &file, qint64 most, const std::function<bool()> &i
         if (interrupted() || !file.seek(position))
             return false;
         const QByteArray head = file.read(24);
-        const Bytes begin { head.constData(), head.size() };
+        const BoxBytes begin { head.constData(), head.size() };
         const Box box = Box::read(begin, size - position);
         if (!box.isValid())
             break;
