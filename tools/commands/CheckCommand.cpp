@@ -13,14 +13,14 @@ namespace HovletsTool {
 
 namespace {
 
-struct Options
+struct CheckCommandOptions
 {
     CheckOptions check;
     std::string format;
     bool listCodes = false;
 };
 
-ExitStatus run(const Options &options)
+ExitStatus run(const CheckCommandOptions &options)
 {
     if (options.listCodes) {
         printRules(options.format);
@@ -39,7 +39,7 @@ ExitStatus run(const Options &options)
 
 void addCheckCommand(Program &program)
 {
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<CheckCommandOptions>();
     CheckOptions &check = options->check;
     CLI::App &command = program.add(
             "check", "Check content: report what is not shown as written, and how to fix it.",

@@ -16,7 +16,7 @@ namespace HovletsTool {
 
 namespace {
 
-struct Options
+struct CoverageCommandOptions
 {
     std::vector<std::string> reports;
     std::string format;
@@ -101,7 +101,7 @@ void printResult(const Result &result)
                       .arg(result.entries));
 }
 
-ExitStatus run(const Options &options)
+ExitStatus run(const CoverageCommandOptions &options)
 {
     Result result;
     for (const std::string &path : options.reports) {
@@ -133,7 +133,7 @@ ExitStatus run(const Options &options)
 
 void addCoverageCommand(Program &program)
 {
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<CoverageCommandOptions>();
     CLI::App &command =
             program.add("coverage",
                         "Read the report of a running host: list controls without an entry, and "

@@ -19,7 +19,7 @@ namespace HovletsTool {
 
 namespace {
 
-struct Options
+struct ImportCommandOptions
 {
     std::vector<std::string> forms;
     std::vector<std::string> translations;
@@ -27,20 +27,21 @@ struct Options
     std::string locale = "en_US";
 };
 
-struct Entry
+struct ImportedEntry
 {
     QString key;
     QStringList paragraphs; // the first becomes the title
 };
 
 /// Omits entries without visible text, such as those translated to spaces.
-std::vector<Entry> entriesOf(const std::vector<UiEntry> &all, const UiTranslation *translation)
+std::vector<ImportedEntry> importedEntries(const std::vector<UiEntry> &all,
+                                           const UiTranslation *translation)
 {
-    std::vector<Entry> entries;
+    std::vector<ImportedEntry> entries;
     for (const UiEntry &each : all) {
         if (translation && !translation->hasAny(each))
             continue;
-        Entry entry { each.name, {} };
+        ImportedEntry entry { each.name, {} };
         for (const QString &source : { each.toolTip, each.statusTip, each.whatsThis }) {
             const QString text =
                     plainText(translation ? translation->translate(each.context, source) : source);
@@ -53,7 +54,7 @@ std::vector<Entry> entriesOf(const std::vector<UiEntry> &all, const UiTranslatio
     return entries;
 }
 
-void writeEntry(QXmlStreamWriter &writer, const Entry &entry)
+void writeEntry(QXmlStreamWriter &writer, const ImportedEntry &entry)
 {
     writer.writeStartElement(QStringLiteral("hovlet"));
     writer.writeAttribute(QStringLiteral("key"), entry.key);
@@ -63,7 +64,8 @@ void writeEntry(QXmlStreamWriter &writer, const Entry &entry)
     writer.writeEndElement();
 }
 
-void writeControlFile(const QString &path, const std::vector<Entry> &entries, const QString &locale)
+void writeControlFile(const QString &path, const std::vector<ImportedEntry> &entries,
+                      const QString &locale)
 {
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
@@ -75,7 +77,7 @@ void writeControlFile(const QString &path, const std::vector<Entry> &entries, co
     writer.writeStartElement(QStringLiteral("hovlets"));
     writer.writeAttribute(QStringLiteral("locale"), locale);
     writer.writeAttribute(QStringLiteral("search"), QStringLiteral("Default"));
-    for (const Entry &entry : entries)
+    for (const ImportedEntry &entry : entries)
         writeEntry(writer, entry);
     writer.writeEndElement();
     writer.writeEndDocument();
@@ -134,18 +136,18 @@ QString makePackage(const QDir &package)
     return package.filePath(QStringLiteral("Control/") + name);
 }
 
-ExitStatus run(const Options &options)
+ExitStatus run(const ImportCommandOptions &options)
 {
     const std::vector<UiEntry> texts = readForms(options.forms);
     const std::vector<UiTranslation> translations = readTranslations(options.translations);
-    const std::vector<Entry> entries = entriesOf(texts, nullptr);
+    const std::vector<ImportedEntry> entries = importedEntries(texts, nullptr);
     const QDir package(QString::fromLocal8Bit(options.package.c_str()));
     const QString base = makePackage(package);
     writeControlFile(base + QStringLiteral(".xml"), entries,
                      QString::fromStdString(options.locale));
     for (const UiTranslation &translation : translations) {
         const QString locale = translation.locale();
-        const std::vector<Entry> translated = entriesOf(texts, &translation);
+        const std::vector<ImportedEntry> translated = importedEntries(texts, &translation);
         if (translated.empty()) {
             printError(
                     QStringLiteral("no text in the forms has a translation for %1; no control file "
@@ -164,7 +166,7 @@ ExitStatus run(const Options &options)
 
 void addImportCommand(Program &program)
 {
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<ImportCommandOptions>();
     CLI::App &command = program.add(
             "import",
             "Create a package from the tool tips, status tips and What's This texts of Qt Designer "

@@ -14,13 +14,13 @@ namespace HovletsTool {
 
 namespace {
 
-struct Options
+struct ListCommandOptions
 {
     std::vector<std::string> paths;
     std::string format;
 };
 
-ExitStatus run(const Options &options)
+ExitStatus run(const ListCommandOptions &options)
 {
     const ContentIndex content(options.paths);
     QJsonArray rows;
@@ -47,7 +47,7 @@ ExitStatus run(const Options &options)
 
 void addListCommand(Program &program)
 {
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<ListCommandOptions>();
     CLI::App &command =
             program.add("list", "List all entries: package, locale, key, file and line.",
                         "examples/drawing/packages", [options] { return run(*options); });

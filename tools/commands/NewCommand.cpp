@@ -14,7 +14,7 @@ namespace HovletsTool {
 
 namespace {
 
-struct Options
+struct NewCommandOptions
 {
     std::string name, folder = ".";
 };
@@ -46,7 +46,7 @@ void write(const QString &path, const QByteArray &bytes)
                                 .arg(path, file.errorString()));
 }
 
-ExitStatus run(const Options &options)
+ExitStatus run(const NewCommandOptions &options)
 {
     constexpr QLatin1String Suffix(".hovlets");
     QString name = QString::fromLocal8Bit(options.name.c_str());
@@ -75,7 +75,7 @@ ExitStatus run(const Options &options)
 
 void addNewCommand(Program &program)
 {
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<NewCommandOptions>();
     CLI::App &command =
             program.add("new", "Create a package to start from, without overwriting anything.",
                         "Help packages", [options] { return run(*options); });

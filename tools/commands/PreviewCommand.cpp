@@ -14,14 +14,14 @@ namespace HovletsTool {
 
 namespace {
 
-struct Options
+struct PreviewCommandOptions
 {
     PreviewOptions preview;
     std::string key, palette = "light";
     std::vector<std::string> properties;
 };
 
-ExitStatus run(Options &options)
+ExitStatus run(PreviewCommandOptions &options)
 {
     const ContentIndex readable(
             options.preview.check.paths); // throws; once the window is open, paths may come and go
@@ -40,7 +40,7 @@ ExitStatus run(Options &options)
 
 void addPreviewCommand(Program &program)
 {
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<PreviewCommandOptions>();
     constexpr bool OpensWindow = true;
     CLI::App &command = program.add(
             "preview", "Open a window that shows the popups and follows changes to the files.",

@@ -23,7 +23,7 @@ namespace HovletsTool {
 
 namespace {
 
-struct Options
+struct RenderCommandOptions
 {
     std::vector<std::string> arguments;
     std::string output;
@@ -127,7 +127,7 @@ ExitStatus report(const Changes &changes, const std::string &format)
     return changes.isEmpty() ? ExitStatus::Clean : ExitStatus::Findings;
 }
 
-ExitStatus renderOne(const Options &options, PopupRenderer &renderer)
+ExitStatus renderOne(const RenderCommandOptions &options, PopupRenderer &renderer)
 {
     const QString key = QString::fromLocal8Bit(options.arguments.front().c_str());
     const QImage picture = pictureOf(key, renderer);
@@ -137,7 +137,7 @@ ExitStatus renderOne(const Options &options, PopupRenderer &renderer)
     return ExitStatus::Clean;
 }
 
-ExitStatus renderMany(const Options &options, PopupRenderer &renderer)
+ExitStatus renderMany(const RenderCommandOptions &options, PopupRenderer &renderer)
 {
     const QStringList keys = renderer.keys();
     if (keys.isEmpty())
@@ -162,7 +162,7 @@ ExitStatus renderMany(const Options &options, PopupRenderer &renderer)
     return std::max(status, report(compare(pictures, expected, options.tolerance), options.format));
 }
 
-ExitStatus run(Options &options)
+ExitStatus run(RenderCommandOptions &options)
 {
     const bool many = options.all || !options.folder.empty() || !options.compare.empty();
     std::vector<std::string> paths = options.arguments;
@@ -190,7 +190,7 @@ ExitStatus run(Options &options)
 
 void addRenderCommand(Program &program)
 {
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<RenderCommandOptions>();
     CLI::App &command = program.add(
             "render", "Render popups to pictures, without a display.",
             "pen examples/drawing/packages -o pen.png\n"

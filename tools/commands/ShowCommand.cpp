@@ -24,7 +24,7 @@ using namespace Hovlets;
 
 namespace {
 
-struct Options
+struct ShowCommandOptions
 {
     std::string key;
     std::vector<std::string> paths;
@@ -38,7 +38,7 @@ struct Answer
     QString by;
 };
 
-HVContext contextOf(const Options &options)
+HVContext contextOf(const ShowCommandOptions &options)
 {
     HVContext context;
     const auto set = [&context](contextKey key, const QString &value) {
@@ -53,7 +53,7 @@ HVContext contextOf(const Options &options)
 }
 
 /// Searches in the same order as a hover.
-Answer find(HVManager &manager, const Options &options)
+Answer find(HVManager &manager, const ShowCommandOptions &options)
 {
     const QLocale preferred = preferredContentLocale(manager.context());
     const QLocale fallback = fallbackContentLocale(manager.context());
@@ -122,7 +122,7 @@ QString xmlOf(const HVXmlElement &element)
     return text;
 }
 
-ExitStatus run(const Options &options)
+ExitStatus run(const ShowCommandOptions &options)
 {
     ContentIndex content(options.paths, contextOf(options));
     const Answer answer = find(content.manager(), options);
@@ -159,7 +159,7 @@ ExitStatus run(const Options &options)
 
 void addShowCommand(Program &program)
 {
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<ShowCommandOptions>();
     CLI::App &command = program.add("show", "Show the entry that a host gets for a key.",
                                     "--locale de_DE tool.pen examples/drawing/packages",
                                     [options] { return run(*options); });
