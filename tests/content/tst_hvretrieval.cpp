@@ -11,7 +11,7 @@ using namespace Hovlets;
 
 namespace {
 
-const QLocale english(QStringLiteral("en_US"));
+const QLocale englishLocale(QStringLiteral("en_US"));
 
 } // namespace
 
@@ -56,7 +56,8 @@ private Q_SLOTS:
     {
         const QString path = index("Foo", "a", "<hovlets>" + entry("a", "x") + "</hovlets>");
         HVXmlElement *root = nullptr;
-        const QPointer<HVXmlElement> found(m_index->load(QStringLiteral("a"), path, english, root));
+        const QPointer<HVXmlElement> found(
+                m_index->load(QStringLiteral("a"), path, englishLocale, root));
         QVERIFY(found);
         delete root;
         QVERIFY(!found);
@@ -74,7 +75,7 @@ private Q_SLOTS:
             QCOMPARE(found.depth, 77);
 
             HVXmlElement *root = &mine;
-            QVERIFY(!m_index->load(QString::fromUtf8(key), path, english, root));
+            QVERIFY(!m_index->load(QString::fromUtf8(key), path, englishLocale, root));
             QCOMPARE(root, &mine);
         }
     }
@@ -140,9 +141,10 @@ private Q_SLOTS:
 
     void shouldContinueToTheFileOfTheRequestedLocale()
     {
-        index("Foo", "en", "<hovlets locale=\"en_US\">" + entry("a", "english") + "</hovlets>");
+        index("Foo", "en",
+              "<hovlets locale=\"en_US\">" + entry("a", "englishLocale") + "</hovlets>");
         index("Foo", "de", "<hovlets locale=\"de_DE\">" + entry("a", "german") + "</hovlets>");
-        QCOMPARE(Found(*m_index, "a").attribute("name"), QStringLiteral("english"));
+        QCOMPARE(Found(*m_index, "a").attribute("name"), QStringLiteral("englishLocale"));
         QCOMPARE(Found(*m_index, "a", QLocale(QStringLiteral("de_DE"))).attribute("name"),
                  QStringLiteral("german"));
     }
@@ -199,7 +201,7 @@ private Q_SLOTS:
         const QString path = m_folder->add(QStringLiteral("a.xml"), content);
         DebugLog log;
         HVXmlElement *root = nullptr;
-        HVXmlElement *found = m_index->load(QString::fromUtf8(key), path, english, root);
+        HVXmlElement *found = m_index->load(QString::fromUtf8(key), path, englishLocale, root);
         const HVContentTree tree(found, root);
         QCOMPARE(found ? found->getTagName() : QString(), tag);
         QCOMPARE(found ? found->parent() : nullptr, root);

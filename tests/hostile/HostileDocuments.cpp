@@ -5,11 +5,6 @@
 
 namespace {
 
-QByteArray times(int count, const char *text)
-{
-    return QByteArray(text).repeated(count);
-}
-
 QByteArray numbered(int count, const char *before, const char *after)
 {
     QByteArray all;

@@ -52,6 +52,12 @@ struct HostileInput
     Step change = {}; ///< after it has indexed the package
 };
 
+/// \a text, \a count times.
+inline QByteArray times(int count, const char *text)
+{
+    return QByteArray(text).repeated(count);
+}
+
 // Each kind of attack in several sizes, grouped by the code that reads it.
 QList<HostileInput> hostileDocuments(); ///< the parser
 QList<HostileInput> hostileTexts(); ///< the popup

@@ -3,11 +3,6 @@
 
 namespace {
 
-QByteArray times(int count, const char *text)
-{
-    return QByteArray(text).repeated(count);
-}
-
 QByteArray cdata(const QByteArray &text)
 {
     return "<p><![CDATA[" + text + "]]></p>";

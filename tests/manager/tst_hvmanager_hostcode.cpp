@@ -23,7 +23,7 @@ Rectangle {
 )";
 
 /// A host that does something unexpected in one of its answers.
-class MeddlingHost : public RecordingHost
+class InterruptingHost : public RecordingHost
 {
 public:
     using RecordingHost::RecordingHost;
@@ -78,7 +78,7 @@ private Q_SLOTS:
         }
         HVContext context;
         context.set(HVKeyHideDelay, 0);
-        m_host = std::make_unique<MeddlingHost>(context, QStringList { m_packages->path() });
+        m_host = std::make_unique<InterruptingHost>(context, QStringList { m_packages->path() });
         m_control = std::make_unique<QWidget>();
     }
 
@@ -185,7 +185,7 @@ private:
     }
 
     std::unique_ptr<PackageFolder> m_packages;
-    std::unique_ptr<MeddlingHost> m_host;
+    std::unique_ptr<InterruptingHost> m_host;
     std::unique_ptr<QWidget> m_control;
 };
 

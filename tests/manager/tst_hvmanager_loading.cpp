@@ -19,12 +19,12 @@ using namespace Hovlets;
 namespace {
 
 /// Records the calls.
-class NotingIndex : public HVIndex
+class RecordingIndex : public HVIndex
 {
     Q_OBJECT
 
 public:
-    NotingIndex()
+    RecordingIndex()
         : HVIndex(nullptr, {})
     {
     }
@@ -64,7 +64,7 @@ private Q_SLOTS:
     void shouldOpenAGivenIndexBeforeItIsFilled()
     {
         m_packages->addPackage(text("P"), { text("a") });
-        NotingIndex index;
+        RecordingIndex index;
         {
             RecordingHost host(*m_context, { m_packages->path() }, &index);
             const QString package = m_packages->path() + text("/P.hovlets");
@@ -98,7 +98,7 @@ private Q_SLOTS:
     void shouldReportTheTimeInSeconds()
     {
         m_packages->addPackage(text("P"), { text("a") });
-        NotingIndex index;
+        RecordingIndex index;
         index.work = 20;
         RecordingHost host(*m_context, { m_packages->path() }, &index);
         const QString told = host.messagesOf(HVMessageInformation).constLast();
@@ -224,7 +224,7 @@ private Q_SLOTS:
         PackageFolder second;
         m_packages->addPackage(text("P"), { text("a") });
         second.addPackage(text("Q"), { text("b") });
-        NotingIndex index;
+        RecordingIndex index;
         RecordingHost host(*m_context, { m_packages->path(), second.path(), m_packages->path() },
                            &index);
         QCOMPARE(index.notes.size(), 4);
@@ -239,7 +239,7 @@ private Q_SLOTS:
             m_packages->addPackage(text(name), { text(name) });
         for (const char *name : { "z", "Y", "x" })
             m_packages->addControlFile(text("b"), text(name), "<hovlets/>");
-        NotingIndex index;
+        RecordingIndex index;
         RecordingHost host(*m_context, { m_packages->path() }, &index);
         QStringList found;
         for (const QString &note : index.notes.mid(1))
@@ -264,7 +264,7 @@ private Q_SLOTS:
         QVERIFY(QFile::setPermissions(package, QFile::WriteOwner | QFile::ExeOwner));
         const auto open = qScopeGuard(
                 [package] { QFile::setPermissions(package, QFile::Permissions(0x7700)); });
-        NotingIndex index;
+        RecordingIndex index;
         QVERIFY(QFile::setPermissions(m_packages->path(), QFile::Permissions(0x7755)));
         // The real user decides whether a file may be read, and the superuser may read everything.
         const uid_t user = ::getuid();
@@ -287,7 +287,7 @@ private Q_SLOTS:
         PackageFolder other;
         const QString link = other.path() + text("/link");
         QVERIFY(QFile::link(m_packages->path(), link));
-        NotingIndex index;
+        RecordingIndex index;
         RecordingHost host(*m_context, { link }, &index);
         const QStringList messages = host.messagesOf(HVMessageInformation);
         QCOMPARE(messages.at(0), text("indexing packages (*.hovlets) in %1 ").arg(link));
@@ -303,7 +303,7 @@ private Q_SLOTS:
         const QString package = m_packages->path() + text("/P.hovlets");
         QVERIFY(QDir(package).rename(text("Control"), text("Elsewhere")));
         QVERIFY(QFile::link(package + text("/Elsewhere"), package + text("/Control")));
-        NotingIndex index;
+        RecordingIndex index;
         RecordingHost host(*m_context, { m_packages->path() }, &index);
         QCOMPARE(index.notes.mid(1),
                  QStringList { package + text("/Elsewhere/content.xml ") + package });

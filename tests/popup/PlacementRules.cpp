@@ -9,9 +9,6 @@ using namespace Hovlets;
 
 namespace {
 
-constexpr int Gap = 6;
-constexpr int EdgeDistance = 8;
-
 QRect mirrored(const QRect &rectangle)
 {
     return { -rectangle.x() - rectangle.width(), rectangle.y(), rectangle.width(),

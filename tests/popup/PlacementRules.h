@@ -7,6 +7,10 @@
 
 #include <random>
 
+// Distances of a popup, in pixels.
+constexpr int Gap = 6; // from the control
+constexpr int EdgeDistance = 8; // from the edges of the screen
+
 /// \a area without the distance that popups keep from its edges.
 QRect inset(const QRect &area);
 

@@ -11,11 +11,11 @@ using namespace Hovlets;
 
 namespace {
 
-constexpr int Dwell = 40; // ms
-constexpr int Never = 600000; // ms
+constexpr int ShortDwell = 40; // ms
+constexpr int EndlessDwell = 600000; // ms
 
 /// Sends a mouse move to the window under the pointer, as the platform does.
-void move(QWidget *widget, const QPoint &local)
+void moveTo(QWidget *widget, const QPoint &local)
 {
     const QPoint global = widget->mapToGlobal(local);
     QCursor::setPos(global);
@@ -44,7 +44,7 @@ private Q_SLOTS:
         m_scene->window.activateWindow();
         QTRY_COMPARE(QApplication::activeWindow(), &m_scene->window);
         m_scene->context().set(HVKeySafePath, true);
-        m_scene->context().set(HVKeySafePathDwell, Never);
+        m_scene->context().set(HVKeySafePathDwell, EndlessDwell);
     }
     void cleanup() { m_scene.reset(); }
 
@@ -52,7 +52,7 @@ private Q_SLOTS:
     {
         m_scene->context().set(HVKeySafePath, false);
         show();
-        move(m_other, { 25, 10 });
+        moveTo(m_other, { 25, 10 });
         rest(*m_other);
         QCOMPARE(m_scene->shownKey(), QStringLiteral("b"));
     }
@@ -60,7 +60,7 @@ private Q_SLOTS:
     void shouldKeepThePopupWhileThePointerPasses()
     {
         show();
-        move(m_other, { 25, 10 });
+        moveTo(m_other, { 25, 10 });
         QVERIFY(rest(*m_other));
         QCOMPARE(m_scene->shownKey(), QStringLiteral("a"));
         QCOMPARE(m_other->toolTips, 0);
@@ -68,12 +68,12 @@ private Q_SLOTS:
 
     void shouldSwapAfterTheDwell()
     {
-        m_scene->context().set(HVKeySafePathDwell, Dwell);
+        m_scene->context().set(HVKeySafePathDwell, ShortDwell);
         show();
-        move(m_other, { 25, 10 });
+        moveTo(m_other, { 25, 10 });
         QTRY_COMPARE(m_scene->shownKey(), QStringLiteral("b"));
         // And back: the other control's popup is visible now.
-        move(m_scene->control, { 25, 25 });
+        moveTo(m_scene->control, { 25, 25 });
         QTRY_COMPARE(m_scene->shownKey(), QStringLiteral("a"));
     }
 
@@ -90,25 +90,25 @@ private Q_SLOTS:
         QFETCH(QVariant, dwell);
         m_scene->context().set(HVKeySafePathDwell, dwell);
         show();
-        move(m_other, { 25, 10 });
+        moveTo(m_other, { 25, 10 });
         QTRY_COMPARE(m_scene->shownKey(), QStringLiteral("b"));
     }
 
     void shouldShowTheTooltipOfAnotherControlAfterTheDwell()
     {
-        m_scene->context().set(HVKeySafePathDwell, Dwell);
+        m_scene->context().set(HVKeySafePathDwell, ShortDwell);
         m_plain->setToolTip(QStringLiteral("Plain"));
         show();
-        move(m_plain, { 25, 25 });
+        moveTo(m_plain, { 25, 25 });
         QTRY_VERIFY(m_plain->toolTips > 0);
         QVERIFY(!m_scene->isShowing());
     }
 
     void shouldStayOverNothingBetweenTheControlAndThePopup()
     {
-        m_scene->context().set(HVKeySafePathDwell, Dwell);
+        m_scene->context().set(HVKeySafePathDwell, ShortDwell);
         show();
-        move(m_plain, { 10, 10 });
+        moveTo(m_plain, { 10, 10 });
         // The control is asked only once.
         QTRY_VERIFY(m_plain->toolTips > 0
                     || m_scene->host()
@@ -116,8 +116,8 @@ private Q_SLOTS:
                                .contains(QStringLiteral("looking for Hovlet for key:")));
         QVERIFY(m_scene->isShowing());
         const auto asked = m_scene->host().messagesOf(HVMessageInformation).size();
-        move(m_plain, { 12, 11 });
-        QTest::qWait(3 * Dwell);
+        moveTo(m_plain, { 12, 11 });
+        QTest::qWait(3 * ShortDwell);
         QCOMPARE(m_scene->host().messagesOf(HVMessageInformation).size(), asked);
         QVERIFY(m_scene->isShowing());
     }
@@ -131,7 +131,7 @@ private Q_SLOTS:
         bar.adjustSize();
         bar.show();
         show(bar, bar.tabRect(0).center());
-        move(&bar, bar.tabRect(1).center());
+        moveTo(&bar, bar.tabRect(1).center());
         QHelpEvent event(QEvent::ToolTip, bar.tabRect(1).center(),
                          bar.mapToGlobal(bar.tabRect(1).center()));
         bar.setObjectName(QStringLiteral("b")); // a host would return this key for the other tab
@@ -142,7 +142,7 @@ private Q_SLOTS:
     void shouldEndWithThePopup()
     {
         show();
-        move(m_other, { 25, 10 });
+        moveTo(m_other, { 25, 10 });
         m_scene->popup()->hide();
         rest(*m_other);
         QCOMPARE(m_scene->shownKey(), QStringLiteral("b"));
@@ -154,7 +154,7 @@ private Q_SLOTS:
         m_scene->context().set(HVKeySafePathDwell, 200);
         m_scene->context().set(HVKeyHideFadeDuration, 50);
         show();
-        move(m_other, { 25, 10 });
+        moveTo(m_other, { 25, 10 });
         QVERIFY(rest(*m_other));
         m_scene->popup()->hideAnimated();
         QTRY_VERIFY(!m_scene->isShowing());
@@ -164,11 +164,11 @@ private Q_SLOTS:
 
     void shouldSurviveAControlThatGoes()
     {
-        m_scene->context().set(HVKeySafePathDwell, Dwell);
+        m_scene->context().set(HVKeySafePathDwell, ShortDwell);
         show();
-        move(m_other, { 25, 10 });
+        moveTo(m_other, { 25, 10 });
         delete m_other;
-        QTest::qWait(2 * Dwell);
+        QTest::qWait(2 * ShortDwell);
         QCOMPARE(m_scene->shownKey(), QStringLiteral("a"));
     }
 
@@ -176,7 +176,7 @@ private Q_SLOTS:
     {
         m_scene->context().set(HVKeySafePath, QStringLiteral("true"));
         show();
-        move(m_other, { 25, 10 });
+        moveTo(m_other, { 25, 10 });
         rest(*m_other);
         QCOMPARE(m_scene->shownKey(), QStringLiteral("a"));
     }

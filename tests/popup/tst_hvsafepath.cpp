@@ -109,13 +109,13 @@ const QVector<PointerTrace> &committedTraces()
     return traces;
 }
 
-constexpr QRect Control(100, 100, 40, 20);
+constexpr QRect ControlRect(100, 100, 40, 20);
 constexpr QRect Popup(100, 220, 200, 100); // 100 pixels below it
 
 HVSafePath path(int dwell = Dwell)
 {
     HVSafePath made;
-    made.begin(Control, Popup, dwell);
+    made.begin(ControlRect, Popup, dwell);
     return made;
 }
 
@@ -298,7 +298,7 @@ private Q_SLOTS:
         QFETCH(QPoint, between);
         QFETCH(QPoint, outside);
         HVSafePath safe;
-        safe.begin(Control, popup, Dwell);
+        safe.begin(ControlRect, popup, Dwell);
         QCOMPARE(safe.pointerMoved(between, 0, Over::Nothing), Verdict::Keep);
         QCOMPARE(safe.pointerMoved(outside, 0, Over::Nothing), Verdict::Wait);
     }

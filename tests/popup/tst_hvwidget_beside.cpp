@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVContext.h"
+#include "PlacementRules.h"
 #include "PopupBench.h"
 #include "TestMain.h"
 
@@ -10,13 +11,6 @@
 #include <QtWidgets/QTabBar>
 
 using namespace Hovlets;
-
-namespace {
-
-constexpr int Gap = 6;
-constexpr int EdgeDistance = 8;
-
-} // namespace
 
 /// Tests a popup beside its control, which is at (300, 300) with a size of 100 x 30.
 class tst_HVWidgetBeside : public QObject

@@ -3,6 +3,7 @@
 
 #include "ClipFolder.h"
 #include "HVVideoSourceFFMPEG.h"
+#include "Patience.h"
 #include "SignalOrder.h"
 
 #include <QtTest/QTest>
@@ -42,8 +43,6 @@ public:
 class DecodingSource : public Hovlets::HVVideoSourceFFMPEG
 {
 public:
-    static constexpr int Patience = 60000; ///< ms; only a failing test waits this long
-
     DecodingSource()
     {
         seen.note(this, &Hovlets::HVVideoSource::frameReady, QStringLiteral("frameReady"));

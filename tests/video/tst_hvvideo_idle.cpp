@@ -13,7 +13,7 @@ using namespace Hovlets;
 
 namespace {
 
-constexpr int Long = 2000; // ms; a thread that polls would wake often meanwhile
+constexpr int IdleTime = 2000; // ms; a thread that polls would wake often meanwhile
 
 /// The number of sleeps and wakes of the clips' threads so far; -1 unless there are \a count of
 /// them.
@@ -83,7 +83,7 @@ private Q_SLOTS:
 
         const int before = wakes(2);
         QVERIFY(before >= 0);
-        QTest::qWait(Long);
+        QTest::qWait(IdleTime);
         QCOMPARE(wakes(2) - before, 0);
     }
 

@@ -3,6 +3,7 @@
 #include "FakeVideoSource.h"
 #include "HVThreadKeeper.h"
 #include "HVVideoController.h"
+#include "Patience.h"
 #include "TestMain.h"
 #include "Text.h"
 
@@ -18,8 +19,6 @@
 using namespace Hovlets;
 
 namespace {
-
-constexpr int Patience = 60000; // ms; only a failing test waits this long
 
 /// A source in a step that no request to quit can end.
 class StuckSource : public FakeVideoSource

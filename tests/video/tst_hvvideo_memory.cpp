@@ -13,8 +13,8 @@ using namespace Hovlets;
 
 namespace {
 
-constexpr qint64 Frame = 64LL * 48 * 4; // bytes in each frame of the usual clip
-constexpr qint64 Count = DecodedClips::Count;
+constexpr qint64 FrameSize = 64LL * 48 * 4; // bytes in each frame of the usual clip
+constexpr qint64 FrameCount = DecodedClips::Count;
 
 void limitMemory(qint64 bytes)
 {
@@ -48,12 +48,12 @@ private Q_SLOTS:
 
     void shouldEndAClipThatDoesNotFitAndReportItOnce()
     {
-        limitMemory(4 * Frame + 1);
+        limitMemory(4 * FrameSize + 1);
         const DebugLog log;
         DecodingSource source;
         QVERIFY(source.decode(m_first));
         QCOMPARE(source.loadedFrameCount(), quint64(4));
-        QCOMPARE(HVFrameMemory::used(), 4 * Frame);
+        QCOMPARE(HVFrameMemory::used(), 4 * FrameSize);
         QCOMPARE(log.lines(),
                  QStringList(text("The clip ends after 4 frames, more do not fit into the memory "
                                   "for clips: ")
@@ -63,7 +63,7 @@ private Q_SLOTS:
 
     void shouldTakeTheMemoryOfTheClipShownLongestAgo()
     {
-        limitMemory(2 * Count * Frame);
+        limitMemory(2 * FrameCount * FrameSize);
         DecodingSource first;
         DecodingSource second;
         DecodingSource third;
@@ -71,16 +71,16 @@ private Q_SLOTS:
         QVERIFY(second.decode(m_second));
         first.getFrame(0); // shown after the second
         QVERIFY(third.decode(m_third));
-        QCOMPARE(third.loadedFrameCount(), quint64(Count));
-        QVERIFY(first.isFrameAvailable(Count - 1));
+        QCOMPARE(third.loadedFrameCount(), quint64(FrameCount));
+        QVERIFY(first.isFrameAvailable(FrameCount - 1));
         QVERIFY(!second.isFrameAvailable(0));
-        QCOMPARE(second.loadedFrameCount(), quint64(Count)); // the indices remain valid
-        QCOMPARE(HVFrameMemory::used(), 2 * Count * Frame);
+        QCOMPARE(second.loadedFrameCount(), quint64(FrameCount)); // the indices remain valid
+        QCOMPARE(HVFrameMemory::used(), 2 * FrameCount * FrameSize);
     }
 
     void shouldNotTakeTheMemoryOfAClipThatPlays()
     {
-        limitMemory(Count * Frame);
+        limitMemory(FrameCount * FrameSize);
         const DebugLog log;
         DecodingSource first;
         DecodingSource second;
@@ -89,7 +89,7 @@ private Q_SLOTS:
         QVERIFY(!first.releaseFrames());
         QVERIFY(second.decode(m_second));
         QCOMPARE(second.loadedFrameCount(), quint64(0));
-        QVERIFY(first.isFrameAvailable(Count - 1));
+        QVERIFY(first.isFrameAvailable(FrameCount - 1));
     }
 
     void shouldDecodeFreedFramesAgain()
@@ -97,7 +97,7 @@ private Q_SLOTS:
         DecodingSource source;
         QVERIFY(source.decode(m_first));
         const QByteArray pictures = source.pictures();
-        const double last = source.getFrame(Count - 1).pts();
+        const double last = source.getFrame(FrameCount - 1).pts();
         source.seen.take();
         QVERIFY(!source.awaitsFrame(0)); // it is still in memory
         QVERIFY(source.releaseFrames());
@@ -105,11 +105,11 @@ private Q_SLOTS:
         QVERIFY(source.getFrame(0).isNull());
 
         QVERIFY(source.awaitsFrame(5));
-        QVERIFY(!source.awaitsFrame(Count));
-        QTRY_VERIFY(source.isFrameAvailable(Count - 1));
+        QVERIFY(!source.awaitsFrame(FrameCount));
+        QTRY_VERIFY(source.isFrameAvailable(FrameCount - 1));
         QTRY_COMPARE(source.action(), HVVideoSource::IdleAction);
         QVERIFY(source.pictures() == pictures);
-        QCOMPARE(source.getFrame(Count - 1).pts(), last);
+        QCOMPARE(source.getFrame(FrameCount - 1).pts(), last);
         QCOMPARE(source.seen.names(), QStringList());
     }
 
@@ -125,9 +125,9 @@ private Q_SLOTS:
         QVERIFY(controller.releaseFrames());
         QCOMPARE(controller.progress(), 0.4);
         controller.play();
-        QTRY_COMPARE(controller.position(), quint64(Count));
+        QTRY_COMPARE(controller.position(), quint64(FrameCount));
         QTRY_COMPARE(controller.state(), HVVideoController::Paused);
-        QVERIFY(source.isFrameAvailable(Count - 1));
+        QVERIFY(source.isFrameAvailable(FrameCount - 1));
         controller.quit();
     }
 

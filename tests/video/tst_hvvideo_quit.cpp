@@ -2,6 +2,7 @@
 #include "DebugLog.h"
 #include "FakeVideoSource.h"
 #include "HVVideoController.h"
+#include "Patience.h"
 #include "TestMain.h"
 
 #include <QtCore/QElapsedTimer>
@@ -14,8 +15,7 @@ using namespace Hovlets;
 
 namespace {
 
-constexpr int LongWait = 60000; // ms; only a failing test waits this long
-constexpr qint64 Patience = 10000; // ms, of each wait for a thread
+constexpr qint64 ThreadWait = 10000; // ms, of each wait for a thread
 
 /// Work that keeps a thread running when it should quit, and that must not be terminated.
 class Busy
@@ -25,10 +25,10 @@ public:
     {
         const std::lock_guard<std::mutex> locker(m_running);
         m_begun.release();
-        m_ended.tryAcquire(1, LongWait);
+        m_ended.tryAcquire(1, Patience);
     }
 
-    bool hasBegun() { return m_begun.tryAcquire(1, LongWait); }
+    bool hasBegun() { return m_begun.tryAcquire(1, Patience); }
 
     /// Ends the work and waits for it in a way that thread checkers see.
     void end()
@@ -75,7 +75,7 @@ QStringList linesOfQuitting(Thread *thread, int patience, qint64 *elapsed)
     timer.start();
     std::thread quitting([thread] { thread->quit(); });
     const bool isWritten =
-            QTest::qWaitFor([&] { return log.lines().size() >= patience; }, LongWait);
+            QTest::qWaitFor([&] { return log.lines().size() >= patience; }, Patience);
     *elapsed = timer.elapsed();
     thread->busy.end();
     quitting.join();
@@ -124,7 +124,7 @@ void tst_HVVideoQuit::shouldReportAThreadThatDoesNotEnd()
                           : linesOfQuitting(&source, patience, &elapsed),
              lines);
     // No line comes early; how late one comes depends on the machine.
-    QVERIFY2(elapsed >= patience * Patience - 100, qPrintable(QString::number(elapsed)));
+    QVERIFY2(elapsed >= patience * ThreadWait - 100, qPrintable(QString::number(elapsed)));
 }
 
 HOVLETS_TEST_MAIN(tst_HVVideoQuit)

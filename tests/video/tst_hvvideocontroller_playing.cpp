@@ -16,7 +16,7 @@ using namespace Hovlets;
 
 namespace {
 
-constexpr quint64 AllBits = std::numeric_limits<quint64>::max();
+constexpr quint64 LastPosition = std::numeric_limits<quint64>::max();
 
 /// CPU time of the process so far, in seconds.
 double computed()
@@ -227,7 +227,7 @@ private Q_SLOTS:
     void shouldContinuePlayingAtAPositionFarPastTheEnd()
     {
         m_source->push(2);
-        m_controller->setPosition(AllBits);
+        m_controller->setPosition(LastPosition);
         m_controller->setState(HVVideoController::Playing);
         m_controller->start();
         waitForPasses();
@@ -321,7 +321,7 @@ private Q_SLOTS:
         QTest::newRow("no source") << false << 0 << quint64(0) << false;
         QTest::newRow("no picture") << true << 0 << quint64(0) << false;
         QTest::newRow("paused") << true << 3 << quint64(0) << false;
-        QTest::newRow("playing far past the end") << true << 3 << AllBits << true;
+        QTest::newRow("playing far past the end") << true << 3 << LastPosition << true;
         QTest::newRow("resting") << true << 3 << quint64(0) << true;
     }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "FakeVideoSource.h"
 #include "HVVideoController.h"
+#include "Patience.h"
 #include "SignalOrder.h"
 #include "TestMain.h"
 
@@ -11,12 +12,6 @@
 #include <memory>
 
 using namespace Hovlets;
-
-namespace {
-
-constexpr std::chrono::seconds LongWait(30); // only a failing test waits this long
-
-} // namespace
 
 /// Tests single passes of the controller, in the test's thread.
 class tst_HVVideoControllerPresenting : public QObject
@@ -98,7 +93,8 @@ private Q_SLOTS:
             m_controller->presentFrame();
             return timer.elapsed();
         });
-        const bool isOver = rested.wait_for(LongWait) == std::future_status::ready;
+        const bool isOver =
+                rested.wait_for(std::chrono::milliseconds(Patience)) == std::future_status::ready;
         const QStringList seen = m_seen->take();
         m_controller->pause(); // ends a rest that is too long
         // A rest is never shorter; how much longer it is depends on the machine.

@@ -2,6 +2,7 @@
 #include "DebugLog.h"
 #include "Elsewhere.h"
 #include "HVIdleWait.h"
+#include "Patience.h"
 #include "RequestedSource.h"
 #include "TestMain.h"
 
@@ -12,12 +13,6 @@
 #include <vector>
 
 using namespace Hovlets;
-
-namespace {
-
-constexpr int LongWait = 30000; // only a failing test waits this long
-
-} // namespace
 
 /// Tests the source's thread together with other threads that call it.
 class tst_HVVideoSourceThreads : public QObject
@@ -105,7 +100,7 @@ private Q_SLOTS:
             thread.join();
         // Without requests, it would idle for 100 s; each clip is an action as well.
         QTRY_COMPARE_WITH_TIMEOUT(m_seen->count(QStringLiteral("actionChanged")),
-                                  Threads * Requests, LongWait);
+                                  Threads * Requests, Patience);
         QCOMPARE(m_source->calls.count(QStringLiteral("action 3")), Threads * Requests / 2);
     }
 
@@ -117,7 +112,7 @@ private Q_SLOTS:
                 [&applier] { applier = QThread::currentThread(); }, Qt::DirectConnection);
         m_source->start();
         m_source->setAction(HVVideoSource::StopAction);
-        QVERIFY(m_source->wait(LongWait));
+        QVERIFY(m_source->wait(Patience));
         m_source->end();
         QCOMPARE(applier, m_source.get());
     }
@@ -150,7 +145,7 @@ private Q_SLOTS:
         m_source->setAction(HVVideoSource::SeekAction);
         m_source->setShouldQuit();
         m_source->start();
-        QVERIFY(m_source->wait(LongWait));
+        QVERIFY(m_source->wait(Patience));
         QVERIFY(m_source->calls.names().isEmpty());
     }
 
@@ -165,7 +160,7 @@ private Q_SLOTS:
             awake.release();
         });
         m_source->push();
-        const bool isWoken = awake.tryAcquire(1, LongWait);
+        const bool isWoken = awake.tryAcquire(1, Patience);
         waiter->wake();
         thread.join();
         QVERIFY(isWoken);
@@ -186,10 +181,10 @@ private Q_SLOTS:
             idleWait.sleep(); // both wakes are used up
             second.release();
         });
-        const bool isFirstOver = first.tryAcquire(1, LongWait);
+        const bool isFirstOver = first.tryAcquire(1, Patience);
         const bool isSecondOver = second.tryAcquire(1, 20);
         idleWait.wake();
-        const bool isWoken = isSecondOver || second.tryAcquire(1, LongWait);
+        const bool isWoken = isSecondOver || second.tryAcquire(1, Patience);
         idleWait.wake();
         thread.join();
         QVERIFY(isFirstOver);

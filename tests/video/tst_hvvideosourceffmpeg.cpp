@@ -11,13 +11,6 @@
 
 using namespace Hovlets;
 
-namespace {
-
-constexpr int LongWait = DecodingSource::Patience;
-constexpr int Count = DecodedClips::Count;
-
-} // namespace
-
 /// Tests which files can be decoded, and the result.
 class tst_HVVideoSourceFFMPEG : public QObject
 {
@@ -104,7 +97,7 @@ void tst_HVVideoSourceFFMPEG::shouldStoreEveryFrameOfTheClip_data()
     QTest::addColumn<QSizeF>("size");
     QTest::addColumn<double>("rate");
     QTest::newRow("last pictures held back by the decoder")
-            << m_clips.usual() << Count << QSizeF(64, 48) << 25.0;
+            << m_clips.usual() << int(DecodedClips::Count) << QSizeF(64, 48) << 25.0;
     QTest::newRow("faster") << m_clips.other() << 20 << QSizeF(32, 18) << 50.0;
 }
 
@@ -206,7 +199,7 @@ void tst_HVVideoSourceFFMPEG::shouldKeepTheFramesUntilTheNextClip()
     DecodingSource source;
     QVERIFY(source.decode(m_clips.usual()));
     source.close();
-    QCOMPARE(source.loadedFrameCount(), quint64(Count));
+    QCOMPARE(source.loadedFrameCount(), quint64(DecodedClips::Count));
     QCOMPARE(source.frameWidth(), 64.0);
     QVERIFY(!source.setSource(QUrl::fromLocalFile(m_clips.usual()))); // it is the current clip
     QVERIFY(source.decode(m_clips.other()));
@@ -222,10 +215,10 @@ void tst_HVVideoSourceFFMPEG::shouldLoadAClipTwiceWhenRequestedTwice()
     source.start();
     QTRY_VERIFY_WITH_TIMEOUT(source.seen.count(QStringLiteral("streamEnded")) > 0
                                      && source.action() == HVVideoSource::IdleAction,
-                             LongWait);
+                             Patience);
     QCOMPARE(source.seen.count(QStringLiteral("sourceLoaded")), 2);
     QCOMPARE(source.seen.count(QStringLiteral("sourceChanged")), 2);
-    QCOMPARE(source.loadedFrameCount(), quint64(Count));
+    QCOMPARE(source.loadedFrameCount(), quint64(DecodedClips::Count));
     QVERIFY(source.pictures() == ClipFolder::pictures(m_clips.usual()));
 }
 
@@ -245,7 +238,7 @@ void tst_HVVideoSourceFFMPEG::shouldOpenFilesOfAnyName()
     QFETCH(QString, name);
     DecodingSource source;
     QVERIFY(source.decode(m_clips.write(name, ClipFolder::read(m_clips.usual()))));
-    QCOMPARE(source.loadedFrameCount(), quint64(Count));
+    QCOMPARE(source.loadedFrameCount(), quint64(DecodedClips::Count));
 }
 
 void tst_HVVideoSourceFFMPEG::shouldReportWhyItCannotOpen_data()
@@ -275,7 +268,7 @@ void tst_HVVideoSourceFFMPEG::shouldReportWhyItCannotOpen()
     DecodingSource source;
     QVERIFY(source.setSource(url));
     source.start();
-    QTRY_VERIFY_WITH_TIMEOUT(source.actions.count(QStringLiteral("5")) > 0, LongWait);
+    QTRY_VERIFY_WITH_TIMEOUT(source.actions.count(QStringLiteral("5")) > 0, Patience);
     source.quit();
     QCOMPARE(log.lines(), QStringList(line));
     QCOMPARE(source.action(), HVVideoSource::IdleAction);
@@ -294,7 +287,7 @@ void tst_HVVideoSourceFFMPEG::shouldOpenAClipAfterAFailure()
     QVERIFY(source.setSource(QUrl::fromLocalFile(m_clips.filePath(QStringLiteral("missing")))));
     QVERIFY(source.decode(m_clips.usual()));
     QCOMPARE(log.lines().size(), 1);
-    QCOMPARE(source.loadedFrameCount(), quint64(Count));
+    QCOMPARE(source.loadedFrameCount(), quint64(DecodedClips::Count));
 }
 
 void tst_HVVideoSourceFFMPEG::shouldKeepTheSizeOfTheLastClipAfterAFailure()
@@ -304,7 +297,7 @@ void tst_HVVideoSourceFFMPEG::shouldKeepTheSizeOfTheLastClipAfterAFailure()
     QVERIFY(source.decode(m_clips.usual()));
     const int idled = source.actions.count(QStringLiteral("5"));
     QVERIFY(source.setSource(QUrl::fromLocalFile(m_clips.filePath(QStringLiteral("missing")))));
-    QTRY_VERIFY_WITH_TIMEOUT(source.actions.count(QStringLiteral("5")) > idled, LongWait);
+    QTRY_VERIFY_WITH_TIMEOUT(source.actions.count(QStringLiteral("5")) > idled, Patience);
     QCOMPARE(source.frameWidth(), 64.0);
     QCOMPARE(source.loadedFrameCount(), quint64(0)); // the new clip's cache is empty
     QCOMPARE(source.seen.count(QStringLiteral("sourceLoaded")), 1);
@@ -327,7 +320,7 @@ void tst_HVVideoSourceFFMPEG::shouldEndAStreamThatFindsNoMemory()
     source.seen.take();
     source.disconnect(&source); // all connections of the test
     QVERIFY(source.setSource(QUrl::fromLocalFile(m_clips.usual())));
-    QTRY_COMPARE_WITH_TIMEOUT(source.loadedFrameCount(), quint64(Count), LongWait);
+    QTRY_COMPARE_WITH_TIMEOUT(source.loadedFrameCount(), quint64(DecodedClips::Count), Patience);
 }
 
 HOVLETS_TEST_MAIN(tst_HVVideoSourceFFMPEG)

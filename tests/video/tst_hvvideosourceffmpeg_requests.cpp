@@ -11,12 +11,6 @@
 
 using namespace Hovlets;
 
-namespace {
-
-constexpr int LongWait = DecodingSource::Patience;
-
-} // namespace
-
 /// Tests closing, seeking and other requests while the source decodes, from any thread.
 class tst_HVVideoSourceFFMPEGRequests : public QObject
 {
@@ -64,12 +58,12 @@ void tst_HVVideoSourceFFMPEGRequests::shouldWaitForTheOpeningOnlyAsLongAsAsked()
     QVERIFY(source.setSource(clip));
     QVERIFY(source.opening().wait(clip, 1) == State::Pending); // nobody opens it
     source.start();
-    QVERIFY(source.opening().wait(clip, LongWait) == State::Opened);
+    QVERIFY(source.opening().wait(clip, Patience) == State::Opened);
 
     QSignalSpy failed(&source.opening(), &HVClipOpening::failed);
     const QUrl other = QUrl::fromLocalFile(QCoreApplication::applicationFilePath());
     QVERIFY(source.setSource(other));
-    QVERIFY(source.opening().wait(other, LongWait) == State::Failed);
+    QVERIFY(source.opening().wait(other, Patience) == State::Failed);
     QTRY_COMPARE(failed.count(), 1);
     QCOMPARE(log.lines().size(), 1);
 }
@@ -80,10 +74,10 @@ void tst_HVVideoSourceFFMPEGRequests::shouldCloseWhileItDecodes()
     DecodingSource source;
     QVERIFY(source.setSource(QUrl::fromLocalFile(m_clips.endless())));
     source.start();
-    QTRY_VERIFY_WITH_TIMEOUT(source.isFrameAvailable(2), LongWait);
+    QTRY_VERIFY_WITH_TIMEOUT(source.isFrameAvailable(2), Patience);
     source.close();
     QVERIFY(!source.isOpen());
-    QTRY_COMPARE_WITH_TIMEOUT(source.action(), HVVideoSource::IdleAction, LongWait);
+    QTRY_COMPARE_WITH_TIMEOUT(source.action(), HVVideoSource::IdleAction, Patience);
     QVERIFY(source.isFrameAvailable(2));
     QVERIFY(source.loadedFrameCount() < 200000);
     QCOMPARE(source.seen.count(QStringLiteral("streamEnded")), 0);
@@ -96,9 +90,9 @@ void tst_HVVideoSourceFFMPEGRequests::shouldCloseOnRequest()
     DecodingSource source;
     QVERIFY(source.setSource(QUrl::fromLocalFile(m_clips.endless())));
     source.start();
-    QTRY_VERIFY_WITH_TIMEOUT(source.isFrameAvailable(0), LongWait);
+    QTRY_VERIFY_WITH_TIMEOUT(source.isFrameAvailable(0), Patience);
     source.setAction(HVVideoSource::CloseAction);
-    QTRY_VERIFY_WITH_TIMEOUT(source.actions.count(QStringLiteral("5")) > 0, LongWait);
+    QTRY_VERIFY_WITH_TIMEOUT(source.actions.count(QStringLiteral("5")) > 0, Patience);
     QVERIFY(!source.isOpen());
     QCOMPARE(source.action(), HVVideoSource::IdleAction);
     QCOMPARE(source.actions.count(QStringLiteral("2")), 1);
@@ -122,7 +116,7 @@ void tst_HVVideoSourceFFMPEGRequests::shouldLeaveItsLoopOnRequest()
     DecodingSource source;
     source.start();
     source.setAction(HVVideoSource::StopAction);
-    QVERIFY(source.wait(LongWait));
+    QVERIFY(source.wait(Patience));
     QVERIFY(!source.shouldQuit());
 }
 
@@ -140,7 +134,7 @@ void tst_HVVideoSourceFFMPEGRequests::shouldIdleWhenItHasNothingToSeekOrDecode()
     DecodingSource source;
     source.start();
     source.setAction(HVVideoSource::Action(action));
-    QTRY_VERIFY_WITH_TIMEOUT(source.actions.count(QStringLiteral("5")) > 0, LongWait);
+    QTRY_VERIFY_WITH_TIMEOUT(source.actions.count(QStringLiteral("5")) > 0, Patience);
     source.quit();
     QCOMPARE(source.action(), HVVideoSource::IdleAction);
     QCOMPARE(source.actions.names().first(), QString::number(action));
@@ -159,7 +153,7 @@ void tst_HVVideoSourceFFMPEGRequests::shouldSeekOnRequest()
     source.changeSetAction(HVVideoSource::SeekAction);
     source.start();
     source.setAction(HVVideoSource::DecodeAction);
-    QTRY_COMPARE_WITH_TIMEOUT(source.seen.count(QStringLiteral("streamEnded")), 1, LongWait);
+    QTRY_COMPARE_WITH_TIMEOUT(source.seen.count(QStringLiteral("streamEnded")), 1, Patience);
     QVERIFY(source.pictures() == ClipFolder::pictures(path));
 }
 
@@ -190,7 +184,7 @@ void tst_HVVideoSourceFFMPEGRequests::shouldSetItsClockWhenItSeeks()
     source.changeSetPosition(6);
     QCOMPARE(source.seen.names(), QStringList(QStringLiteral("positionChanged")));
     source.start(); // the requests made by loading are still queued
-    QTRY_COMPARE_WITH_TIMEOUT(source.seen.count(QStringLiteral("streamEnded")), 1, LongWait);
+    QTRY_COMPARE_WITH_TIMEOUT(source.seen.count(QStringLiteral("streamEnded")), 1, Patience);
     QCOMPARE(source.loadedFrameCount(), quint64(4));
     QVERIFY(source.pictures() == pictures.mid(6 * Size));
     QVERIFY(qAbs(source.getFrame(0).pts() - 6 / 25.0) < 1e-9);
@@ -218,7 +212,7 @@ void tst_HVVideoSourceFFMPEGRequests::shouldSeekInTheDirectionOfTheClock()
     for (const int position : positions)
         source.changeSetPosition(position);
     source.start();
-    QTRY_COMPARE_WITH_TIMEOUT(source.seen.count(QStringLiteral("streamEnded")), 1, LongWait);
+    QTRY_COMPARE_WITH_TIMEOUT(source.seen.count(QStringLiteral("streamEnded")), 1, Patience);
     QCOMPARE(source.loadedFrameCount(), quint64(10 - Key));
     QVERIFY(source.pictures() == pictures.mid(Key * Size));
 }
@@ -240,7 +234,7 @@ void tst_HVVideoSourceFFMPEGRequests::shouldFollowQuickSwitches()
     QTRY_VERIFY_WITH_TIMEOUT(source.source() == QUrl::fromLocalFile(m_clips.other())
                                      && source.seen.count(QStringLiteral("streamEnded")) > 0
                                      && source.action() == HVVideoSource::IdleAction,
-                             LongWait);
+                             Patience);
     QVERIFY(source.pictures() == ClipFolder::pictures(m_clips.other()));
 }
 
@@ -252,7 +246,7 @@ void tst_HVVideoSourceFFMPEGRequests::shouldEndWhileItDecodes()
         source.setSource(QUrl::fromLocalFile(m_clips.endless()));
         source.start();
         if (i % 2 == 0)
-            QTRY_VERIFY_WITH_TIMEOUT(source.isFrameAvailable(quint64(i)), LongWait);
+            QTRY_VERIFY_WITH_TIMEOUT(source.isFrameAvailable(quint64(i)), Patience);
     }
     QVERIFY(log.lines().isEmpty());
 }
@@ -263,7 +257,7 @@ void tst_HVVideoSourceFFMPEGRequests::shouldBeSilentWhenItQuitsWhileItDecodes()
     DecodingSource source;
     QVERIFY(source.setSource(QUrl::fromLocalFile(m_clips.endless())));
     source.start();
-    QTRY_VERIFY_WITH_TIMEOUT(source.isFrameAvailable(0), LongWait);
+    QTRY_VERIFY_WITH_TIMEOUT(source.isFrameAvailable(0), Patience);
     source.quit();
     QVERIFY(source.isFinished());
     QVERIFY(source.loadedFrameCount() < 200000);
@@ -278,7 +272,7 @@ void tst_HVVideoSourceFFMPEGRequests::shouldDecodeBesideAnother()
     QVERIFY(first.setSource(QUrl::fromLocalFile(m_clips.usual())));
     first.start();
     QVERIFY(second.decode(m_clips.other()));
-    QTRY_COMPARE_WITH_TIMEOUT(first.seen.count(QStringLiteral("streamEnded")), 1, LongWait);
+    QTRY_COMPARE_WITH_TIMEOUT(first.seen.count(QStringLiteral("streamEnded")), 1, Patience);
     QVERIFY(first.pictures() == ClipFolder::pictures(m_clips.usual()));
     QVERIFY(second.pictures() == ClipFolder::pictures(m_clips.other()));
 }
