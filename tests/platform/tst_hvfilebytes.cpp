@@ -38,14 +38,14 @@ private Q_SLOTS:
         content.truncate(size);
         const QString path = folder.add(QStringLiteral("\u00e4"), content);
         const HVFileBytes all = HVFileBytes::all(path, size);
-        QCOMPARE(all.result, HVFileBytes::Read);
+        QCOMPARE(all.result, HVFileBytes::Result::Read);
         QCOMPARE(all.bytes, content);
         QCOMPARE(HVFileBytes::head(path, 1000, large).bytes, content.left(1000));
         QCOMPARE(HVFileBytes::head(path, 70000, large).bytes, content.left(70000));
         if (size > 0) {
-            QCOMPARE(HVFileBytes::all(path, size - 1).result, HVFileBytes::TooLarge);
-            QCOMPARE(HVFileBytes::head(path, 1, size - 1).result, HVFileBytes::TooLarge);
-            QCOMPARE(HVFileBytes::head(path, 1, size).result, HVFileBytes::Read);
+            QCOMPARE(HVFileBytes::all(path, size - 1).result, HVFileBytes::Result::TooLarge);
+            QCOMPARE(HVFileBytes::head(path, 1, size - 1).result, HVFileBytes::Result::TooLarge);
+            QCOMPARE(HVFileBytes::head(path, 1, size).result, HVFileBytes::Result::Read);
         }
     }
 
@@ -55,7 +55,7 @@ private Q_SLOTS:
         QVERIFY(files.hasNext()); // in Qt's own resources
         const QString path = files.next();
         QCOMPARE(HVFileBytes::all(path, large).bytes.size(), QFileInfo(path).size());
-        QCOMPARE(HVFileBytes::all(path, 10).result, HVFileBytes::TooLarge);
+        QCOMPARE(HVFileBytes::all(path, 10).result, HVFileBytes::Result::TooLarge);
         QCOMPARE(HVFileBytes::head(path, 10, large).bytes.size(), 10);
     }
 
@@ -75,8 +75,8 @@ private Q_SLOTS:
         QCOMPARE(bind(socket, reinterpret_cast<const sockaddr *>(&address), sizeof address), 0);
 
         for (const QString &path : { pipe, link, socketPath, QStringLiteral("/dev/zero") }) {
-            QCOMPARE(HVFileBytes::all(path, 100).result, HVFileBytes::NotRegular);
-            QCOMPARE(HVFileBytes::head(path, 100, large).result, HVFileBytes::NotRegular);
+            QCOMPARE(HVFileBytes::all(path, 100).result, HVFileBytes::Result::NotRegular);
+            QCOMPARE(HVFileBytes::head(path, 100, large).result, HVFileBytes::Result::NotRegular);
             QCOMPARE(HVFileBytes::head(path, 100, large).bytes, QByteArray());
         }
         close(socket);
@@ -89,8 +89,8 @@ private Q_SLOTS:
         QVERIFY(QFile::link(folder.path() + QStringLiteral("/gone"), link));
         for (const QString &path :
              { folder.path(), link, folder.path() + QStringLiteral("/none"), QString() }) {
-            QCOMPARE(HVFileBytes::all(path, 100).result, HVFileBytes::Unreadable);
-            QCOMPARE(HVFileBytes::head(path, 100, large).result, HVFileBytes::Unreadable);
+            QCOMPARE(HVFileBytes::all(path, 100).result, HVFileBytes::Result::Unreadable);
+            QCOMPARE(HVFileBytes::head(path, 100, large).result, HVFileBytes::Result::Unreadable);
         }
     }
 
@@ -101,7 +101,7 @@ private Q_SLOTS:
         if (!QFile::exists(path))
             QSKIP("this system has no such file");
         QVERIFY(HVFileBytes::all(path, large).bytes.size() > 100);
-        QCOMPARE(HVFileBytes::all(path, 100).result, HVFileBytes::TooLarge);
+        QCOMPARE(HVFileBytes::all(path, 100).result, HVFileBytes::Result::TooLarge);
         QCOMPARE(HVFileBytes::head(path, 100, large).bytes.size(), 100);
     }
 

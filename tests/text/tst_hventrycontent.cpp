@@ -97,11 +97,12 @@ private Q_SLOTS:
         QCOMPARE(content.shortcut.text, text("F1"));
         QCOMPARE(textsOf(content),
                  QStringList({ {}, text("own"), text("one"), text("two"), text("three") }));
-        const QVector<int> kinds { HVEntryBlock::Clip, HVEntryBlock::Paragraph,
-                                   HVEntryBlock::Paragraph, HVEntryBlock::Image,
-                                   HVEntryBlock::Link };
+        const QVector<HVEntryBlock::Kind> kinds {
+            HVEntryBlock::Kind::Clip, HVEntryBlock::Kind::Paragraph, HVEntryBlock::Kind::Paragraph,
+            HVEntryBlock::Kind::Image, HVEntryBlock::Kind::Link
+        };
         for (int i = 0; i < kinds.size(); ++i)
-            QCOMPARE(int(content.blocks.at(i).kind), kinds.at(i));
+            QCOMPARE(content.blocks.at(i).kind, kinds.at(i));
         QVERIFY(content.limitMet.isEmpty());
         QVERIFY(m_services.translated.contains(text("k/The title")));
     }
@@ -114,7 +115,7 @@ private Q_SLOTS:
         const HVEntryContent content = read();
         QCOMPARE(int(content.blocks.size()), 3);
         for (const HVEntryBlock &block : content.blocks) {
-            QCOMPARE(int(block.kind), int(HVEntryBlock::Paragraph));
+            QCOMPARE(block.kind, HVEntryBlock::Kind::Paragraph);
             QCOMPARE(block.text.text, text("A picture"));
             QVERIFY(block.isMuted);
         }
@@ -129,7 +130,7 @@ private Q_SLOTS:
         entry.add("p", text("more"));
         const HVEntryContent content = read();
         QCOMPARE(textsOf(content), QStringList({ text("0"), text("1"), text("2"), text("more") }));
-        QCOMPARE(int(content.blocks.at(2).kind), int(HVEntryBlock::Paragraph));
+        QCOMPARE(content.blocks.at(2).kind, HVEntryBlock::Kind::Paragraph);
         QCOMPARE(content.limitMet, text("2 pictures"));
     }
 

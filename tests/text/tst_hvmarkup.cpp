@@ -74,8 +74,8 @@ private Q_SLOTS:
             QTest::newRow(written)
                     << QString::fromUtf8(written) << QString::fromUtf8(text) << format;
         };
-        const int styled = HVShownText::Styled;
-        const int rich = HVShownText::Rich;
+        const int styled = int(HVShownText::Format::Styled);
+        const int rich = int(HVShownText::Format::Rich);
         row("a <b>b</b> c", "a <b>b</b> c", styled);
         row("<EM>a</EM> <Strong>b</sTrong>", "<i>a</i> <strong>b</strong>", styled);
         row("a<br/>b<br />c<br>d", "a<br>b<br>c<br>d", styled);

@@ -144,7 +144,7 @@ private:
     {
         const qint64 most = Hovlets::HVLimits::current().controlFileSize;
         auto source = Hovlets::HVFileBytes::all(path, most);
-        if (source.result != Hovlets::HVFileBytes::Read)
+        if (source.result != Hovlets::HVFileBytes::Result::Read)
             return addUnreadable(path, source, m_findings);
         const ControlFile file(path, package, std::move(source.bytes));
         const QSet<QString> &packages = m_known.beside(QFileInfo(package));

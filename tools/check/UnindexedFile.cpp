@@ -56,14 +56,14 @@ std::optional<Tag> findTag(const QByteArray &bytes)
 void addUnreadable(const QString &path, const HVFileBytes &file, FindingList &findings)
 {
     switch (file.result) {
-    case HVFileBytes::Read:
+    case HVFileBytes::Result::Read:
         return;
-    case HVFileBytes::Unreadable:
+    case HVFileBytes::Result::Unreadable:
         return findings.add("HV116", path, QStringLiteral("the file cannot be read"));
-    case HVFileBytes::NotRegular:
+    case HVFileBytes::Result::NotRegular:
         return findings.add("HV113", path,
                             QStringLiteral("pipes, sockets and devices are not indexed"));
-    case HVFileBytes::TooLarge:
+    case HVFileBytes::Result::TooLarge:
         return findings.add("HV119", path,
                             QStringLiteral("the file is larger than the %1 bytes that the library "
                                            "reads")
@@ -86,7 +86,7 @@ void explainUnindexed(const QFileInfo &file, FindingList &findings)
     const QString path = file.filePath();
     const qint64 most = HVLimits::current().controlFileSize;
     const HVFileBytes head = HVFileBytes::head(path, HeadSize, most);
-    if (head.result != HVFileBytes::Read)
+    if (head.result != HVFileBytes::Result::Read)
         return addUnreadable(path, head, findings);
     const QByteArray &bytes = head.bytes;
     if (isWide(bytes))

@@ -15,7 +15,7 @@ using namespace Hovlets;
 QByteArray readFile(const QString &path, qint64 most)
 {
     const HVFileBytes file = HVFileBytes::all(path, most);
-    if (file.result == HVFileBytes::Read)
+    if (file.result == HVFileBytes::Result::Read)
         return file.bytes;
     QString problem = file.problem(most);
     if (problem.isNull())

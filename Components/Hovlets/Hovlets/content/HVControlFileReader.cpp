@@ -110,7 +110,7 @@ std::unique_ptr<HVXmlElement> HVControlFileReader::entry(const QString &key,
 void HVControlFileReader::addKeyData(const QString &key, const QString &file, HVXmlElement &element)
 {
     const HVFileBytes bytes = read(file);
-    if (bytes.result != HVFileBytes::Read)
+    if (bytes.result != HVFileBytes::Result::Read)
         return;
     QString wanted = key;
     HVXmlParser parser(&keyDataShouldGenerate, &wanted);

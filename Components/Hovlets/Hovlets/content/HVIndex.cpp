@@ -142,7 +142,7 @@ QStringList HVIndex::keys()
     const QList<HVControlFiles::File> files = d->controlFiles.files();
     for (const HVControlFiles::File &file : files) {
         const HVFileBytes read = d->reader.read(file.path);
-        if (read.result != HVFileBytes::Read)
+        if (read.result != HVFileBytes::Result::Read)
             continue;
         const QList<QObject *> objects = d->reader.parse(parser, file.path, read.bytes);
         Q_ASSERT_X(!objects.isEmpty(), "HVIndex::keys", "a control file without a root element");

@@ -34,16 +34,17 @@ bool isLongAgo(qint64 time)
 HVFileBytes fromQt(const QString &path, qint64 size, qint64 limit)
 {
     if (QFileInfo::exists(path) && !QFileInfo(path).isFile())
-        return { QFileInfo(path).isDir() ? HVFileBytes::Unreadable : HVFileBytes::NotRegular,
+        return { QFileInfo(path).isDir() ? HVFileBytes::Result::Unreadable
+                                         : HVFileBytes::Result::NotRegular,
                  {},
                  {} };
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         return {};
     if (file.size() > limit)
-        return { HVFileBytes::TooLarge, {}, {} };
+        return { HVFileBytes::Result::TooLarge, {}, {} };
     const HVFileStatus status(path);
-    return { HVFileBytes::Read, file.read(size), status };
+    return { HVFileBytes::Result::Read, file.read(size), status };
 }
 
 #ifdef Q_OS_UNIX
@@ -85,13 +86,15 @@ HVFileBytes fromSystem(const QString &path, qint64 size, qint64 limit)
     const Descriptor file(path);
     struct stat status = {};
     if (file.number() < 0)
-        return { errno == ENXIO ? HVFileBytes::NotRegular : HVFileBytes::Unreadable, {}, {} };
+        return { errno == ENXIO ? HVFileBytes::Result::NotRegular : HVFileBytes::Result::Unreadable,
+                 {},
+                 {} };
     if (::fstat(file.number(), &status) != 0 || S_ISDIR(status.st_mode))
         return {};
     if (!S_ISREG(status.st_mode))
-        return { HVFileBytes::NotRegular, {}, {} };
+        return { HVFileBytes::Result::NotRegular, {}, {} };
     if (status.st_size > limit)
-        return { HVFileBytes::TooLarge, {}, {} };
+        return { HVFileBytes::Result::TooLarge, {}, {} };
 
     // Some system files are larger than their status says, and others grow while they are read.
     QByteArray bytes;
@@ -107,7 +110,8 @@ HVFileBytes fromSystem(const QString &path, qint64 size, qint64 limit)
         used += std::max<ssize_t>(got, 0);
     } while ((got > 0 && used < size) || (got < 0 && errno == EINTR));
     bytes.truncate(static_cast<int>(used));
-    return got < 0 ? HVFileBytes() : HVFileBytes { HVFileBytes::Read, bytes, HVFileStatus(status) };
+    return got < 0 ? HVFileBytes()
+                   : HVFileBytes { HVFileBytes::Result::Read, bytes, HVFileStatus(status) };
 }
 
 HVFileBytes firstBytes(const QString &path, qint64 size, qint64 limit)
@@ -130,7 +134,7 @@ HVFileBytes HVFileBytes::all(const QString &path, qint64 limit)
 {
     const qint64 most = std::clamp<qint64>(limit, 0, LargestArray);
     HVFileBytes file = firstBytes(path, most + 1, most);
-    return file.bytes.size() > most ? HVFileBytes { TooLarge, {}, {} } : file;
+    return file.bytes.size() > most ? HVFileBytes { Result::TooLarge, {}, {} } : file;
 }
 
 HVFileBytes HVFileBytes::head(const QString &path, int size, qint64 limit)
@@ -141,9 +145,9 @@ HVFileBytes HVFileBytes::head(const QString &path, int size, qint64 limit)
 QString HVFileBytes::problem(qint64 limit) const
 {
     switch (result) {
-    case NotRegular:
+    case Result::NotRegular:
         return QStringLiteral("not a regular file");
-    case TooLarge:
+    case Result::TooLarge:
         return QStringLiteral("larger than %1 bytes").arg(limit);
     default:
         return {};

@@ -47,14 +47,14 @@ private:
  */
 struct HVFileBytes
 {
-    enum Result {
+    enum class Result {
         Read,
         Unreadable, ///< missing, not permitted, a folder, or a read error
         NotRegular, ///< a pipe, a socket or a device
         TooLarge
     };
 
-    Result result = Unreadable;
+    Result result = Result::Unreadable;
     QByteArray bytes; ///< empty unless the file was read
     HVFileStatus status; ///< taken before the bytes were read
 

@@ -64,22 +64,22 @@ QVariantMap toVariant(const HVEntryBlock &block)
         map.insert(QLatin1String(name), value);
     };
     switch (block.kind) {
-    case HVEntryBlock::Paragraph: {
+    case HVEntryBlock::Kind::Paragraph: {
         static constexpr std::array<const char *, 3> Formats { "plain", "styled", "rich" };
         set("kind", QStringLiteral("paragraph"));
         set("format", QLatin1String(Formats[size_t(block.text.format)]));
         set("muted", block.isMuted);
         break;
     }
-    case HVEntryBlock::Link:
+    case HVEntryBlock::Kind::Link:
         set("kind", QStringLiteral("link"));
         set("locator", block.locator);
         break;
-    case HVEntryBlock::Image:
+    case HVEntryBlock::Kind::Image:
         set("kind", QStringLiteral("image"));
         set("source", block.resource);
         break;
-    case HVEntryBlock::Clip:
+    case HVEntryBlock::Kind::Clip:
         set("kind", QStringLiteral("clip"));
         set("name", block.resource);
         break;

@@ -67,11 +67,12 @@ bool HVContentTranslator::load(const QString &file)
     m_status = status;
     const qint64 limit = HVLimits::current().translationFileSize;
     HVFileBytes read = HVFileBytes::all(file, limit);
-    if (read.result == HVFileBytes::Unreadable)
+    if (read.result == HVFileBytes::Result::Unreadable)
         return false;
     read.bytes = completedTranslation(read.bytes);
-    const QString problem =
-            read.result == HVFileBytes::Read ? translationProblem(read.bytes) : read.problem(limit);
+    const QString problem = read.result == HVFileBytes::Result::Read
+            ? translationProblem(read.bytes)
+            : read.problem(limit);
     if (!problem.isNull())
         return skip(file, problem);
     const auto *data = reinterpret_cast<const uchar *>(read.bytes.constData());

@@ -156,7 +156,7 @@ private:
         if (path.isEmpty() || m_services.resource(path).isEmpty())
             return;
         HVEntryBlock block;
-        block.kind = HVEntryBlock::Clip;
+        block.kind = HVEntryBlock::Kind::Clip;
         block.resource = path;
         m_content.blocks.append(block);
     }
@@ -164,7 +164,7 @@ private:
     void addImage(const QString &path, const QString &description)
     {
         HVEntryBlock block;
-        block.kind = HVEntryBlock::Image;
+        block.kind = HVEntryBlock::Kind::Image;
         block.resource = path.isEmpty() ? QString() : m_services.resource(path);
         const bool isShown = !block.resource.isEmpty() && m_services.canShowPicture(block.resource)
                 && m_budget.takePicture();
@@ -179,7 +179,7 @@ private:
         if (isTopic(locator) && !m_rules.topics)
             return;
         HVEntryBlock block;
-        block.kind = HVEntryBlock::Link;
+        block.kind = HVEntryBlock::Kind::Link;
         block.locator = locator;
         block.text = plain(label);
         if (block.text.text.isEmpty())

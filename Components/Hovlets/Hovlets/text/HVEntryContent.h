@@ -14,9 +14,9 @@ class HVXmlElement;
 /// One of the blocks that a popup shows below each other.
 struct HVEntryBlock
 {
-    enum Kind { Paragraph, Link, Image, Clip };
+    enum class Kind { Paragraph, Link, Image, Clip };
 
-    Kind kind = Paragraph;
+    Kind kind = Kind::Paragraph;
     HVShownText text; ///< Of an image: its description. Empty for a clip.
     QString locator; ///< Only of a link.
     QString resource; ///< Of an image: the path of its file. Of a clip: its name in the resources.

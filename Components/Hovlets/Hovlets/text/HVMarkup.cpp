@@ -101,7 +101,8 @@ public:
             m_at = readNext();
         while (!m_open.isEmpty())
             closeInnermost();
-        HVShownText result = m_writer.take(m_isRich ? HVShownText::Rich : HVShownText::Styled);
+        HVShownText result =
+                m_writer.take(m_isRich ? HVShownText::Format::Rich : HVShownText::Format::Styled);
         result.spoken = simplifiedText(result.spoken, int(result.spoken.size()));
         return result;
     }

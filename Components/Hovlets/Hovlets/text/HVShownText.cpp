@@ -134,7 +134,7 @@ HVShownText shownPlainText(const QString &text, HVDisplayBudget &budget)
 {
     HVShownTextWriter writer(budget, false);
     writer.write(text);
-    return writer.take(HVShownText::Plain);
+    return writer.take(HVShownText::Format::Plain);
 }
 
 void appendSimplified(QString &text, QStringView more, int most)

@@ -11,11 +11,11 @@ namespace Hovlets {
 struct HVShownText
 {
     /// Plain text, the lightweight markup of StyledText, or that of RichText.
-    enum Format { Plain, Styled, Rich };
+    enum class Format { Plain, Styled, Rich };
 
     QString text;
     QString spoken; ///< Only the words, for screen readers.
-    Format format = Plain;
+    Format format = Format::Plain;
     bool isCut = false; ///< Whether the budget was spent; the text then ends with an ellipsis.
 };
 
