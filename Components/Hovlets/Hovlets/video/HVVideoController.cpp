@@ -15,12 +15,12 @@ namespace Hovlets {
 
 namespace {
 
-using Mutex = std::recursive_timed_mutex; // thread checkers understand this one
-using Locker = std::lock_guard<Mutex>;
+using TimedMutex = std::recursive_timed_mutex; // thread checkers understand this one
+using TimedLocker = std::lock_guard<TimedMutex>;
 
 constexpr std::chrono::milliseconds LockTime(100);
-constexpr unsigned long QuitTime = 10000; // ms
-constexpr double UsualRate = 25.0; // frames/s, for sources without a rate
+constexpr unsigned long ThreadQuitTime = 10000; // ms
+constexpr double FallbackRate = 25.0; // frames/s, for sources without a rate
 constexpr double LongestRest = 3600.0; // s, for sources with a rate close to 0
 
 } // namespace
@@ -31,7 +31,7 @@ public:
     double frameDuration() const
     {
         const double rate = source->frameRate();
-        return 1.0 / (std::isfinite(rate) && rate > 0.0 ? rate : UsualRate);
+        return 1.0 / (std::isfinite(rate) && rate > 0.0 ? rate : FallbackRate);
     }
 
     bool tryLock() const
@@ -67,12 +67,12 @@ public:
 
     /// Called by the thread at its end, and by the caller that has waited for it. QThread orders
     /// the two as well, but thread checkers cannot see how.
-    void threadEnded() const { const Locker locker(controllerMutex); }
+    void threadEnded() const { const TimedLocker locker(controllerMutex); }
 
     /// Keeps the clip's pace. Only pausing and quitting interrupt it.
     void rest(double seconds)
     {
-        std::unique_lock<Mutex> lock(controllerMutex);
+        std::unique_lock<TimedMutex> lock(controllerMutex);
         restEnds.wait_for(lock, std::chrono::milliseconds(static_cast<qint64>(seconds * 1000.0)),
                           [this] { return shouldQuit || state != Playing; });
     }
@@ -80,7 +80,7 @@ public:
     HVVideoSource *source = nullptr;
 
     // Guarded by controllerMutex.
-    mutable Mutex controllerMutex;
+    mutable TimedMutex controllerMutex;
     std::condition_variable_any restEnds; // notified when shouldQuit or state changes
     quint64 displayedPosition = 0;
     quint64 position = 0;
@@ -123,7 +123,7 @@ HVVideoController::~HVVideoController()
 void HVVideoController::play()
 {
     {
-        const Locker locker(d->controllerMutex);
+        const TimedLocker locker(d->controllerMutex);
         d->setState(Playing);
         if (d->source && d->position >= d->source->totalFrameCount())
             setProgress(0.0);
@@ -140,7 +140,7 @@ void HVVideoController::pause()
 void HVVideoController::setState(State state)
 {
     {
-        const Locker locker(d->controllerMutex);
+        const TimedLocker locker(d->controllerMutex);
         d->setState(state);
     }
     d->restEnds.notify_all();
@@ -150,7 +150,7 @@ void HVVideoController::setState(State state)
 
 HVVideoController::State HVVideoController::state() const
 {
-    const Locker locker(d->controllerMutex);
+    const TimedLocker locker(d->controllerMutex);
     return d->state;
 }
 
@@ -169,7 +169,7 @@ bool HVVideoController::setSource(const QUrl &url)
     if (!d->source || !d->source->setSource(url))
         return false;
     {
-        const Locker locker(d->controllerMutex);
+        const TimedLocker locker(d->controllerMutex);
         d->position = 0;
         d->needFrame = true;
     }
@@ -185,7 +185,7 @@ QUrl HVVideoController::source() const
 void HVVideoController::setPosition(quint64 position)
 {
     {
-        const Locker locker(d->controllerMutex);
+        const TimedLocker locker(d->controllerMutex);
         d->position = position;
         d->displayedPosition = position - 1; // wraps at 0, where one frame is due as well
     }
@@ -195,7 +195,7 @@ void HVVideoController::setPosition(quint64 position)
 
 quint64 HVVideoController::position() const
 {
-    const Locker locker(d->controllerMutex);
+    const TimedLocker locker(d->controllerMutex);
     return d->position;
 }
 
@@ -240,33 +240,33 @@ double HVVideoController::frameHeight() const
 
 HVVideoFrame HVVideoController::currentFrame()
 {
-    const Locker locker(d->controllerMutex);
+    const TimedLocker locker(d->controllerMutex);
     d->displayedPosition = d->position;
     return getFrame(d->position);
 }
 
 HVVideoFrame HVVideoController::getFrame(quint64 index)
 {
-    const Locker locker(d->controllerMutex);
+    const TimedLocker locker(d->controllerMutex);
     return d->source ? d->source->getFrame(static_cast<unsigned int>(index)) : HVVideoFrame();
 }
 
 void HVVideoController::setScrubbing(bool scrubbing)
 {
-    const Locker locker(d->controllerMutex);
+    const TimedLocker locker(d->controllerMutex);
     d->scrubbing = scrubbing;
 }
 
 bool HVVideoController::isScrubbing() const
 {
-    const Locker locker(d->controllerMutex);
+    const TimedLocker locker(d->controllerMutex);
     return d->scrubbing;
 }
 
 void HVVideoController::setNeedFrame(bool need)
 {
     {
-        const Locker locker(d->controllerMutex);
+        const TimedLocker locker(d->controllerMutex);
         d->needFrame = need;
     }
     d->idle->wake();
@@ -274,13 +274,13 @@ void HVVideoController::setNeedFrame(bool need)
 
 QDateTime HVVideoController::lastFrameDisplayTime() const
 {
-    const Locker locker(d->controllerMutex);
+    const TimedLocker locker(d->controllerMutex);
     return d->lastFrameDisplayTime;
 }
 
 void HVVideoController::setLastFrameDisplayTime(const QDateTime &time)
 {
-    const Locker locker(d->controllerMutex);
+    const TimedLocker locker(d->controllerMutex);
     d->lastFrameDisplayTime = time;
 }
 
@@ -292,7 +292,7 @@ bool HVVideoController::releaseFrames()
 void HVVideoController::setShouldQuit()
 {
     {
-        const Locker locker(d->controllerMutex);
+        const TimedLocker locker(d->controllerMutex);
         d->shouldQuit = true;
     }
     d->restEnds.notify_all();
@@ -303,20 +303,20 @@ bool HVVideoController::shouldQuit() const
 {
     if (!d->tryLock())
         return false;
-    const Locker locker(d->controllerMutex, std::adopt_lock);
+    const TimedLocker locker(d->controllerMutex, std::adopt_lock);
     return d->shouldQuit;
 }
 
 void HVVideoController::quit()
 {
     setShouldQuit();
-    if (wait(QuitTime)) {
+    if (wait(ThreadQuitTime)) {
         d->threadEnded();
         return;
     }
     qCDebug(videoLog) << "HVVideoController did not quit in a timely fashion";
     terminate();
-    if (!wait(QuitTime))
+    if (!wait(ThreadQuitTime))
         qCDebug(videoLog) << "HVVideoController did not quit at all";
 }
 
@@ -341,7 +341,7 @@ void HVVideoController::run()
     while (!shouldQuit()) {
         if (!d->tryLock())
             continue;
-        std::unique_lock<Mutex> locker(d->controllerMutex, std::adopt_lock);
+        std::unique_lock<TimedMutex> locker(d->controllerMutex, std::adopt_lock);
         const bool isAvailable = d->source && d->source->isFrameAvailable(d->position);
         if (d->state == Playing && isAvailable) {
             d->needFrame = false;
@@ -368,7 +368,7 @@ void HVVideoController::run()
 
 void HVVideoController::presentFrame()
 {
-    std::unique_lock<Mutex> locker(d->controllerMutex);
+    std::unique_lock<TimedMutex> locker(d->controllerMutex);
     if (d->state != Playing) {
         locker.unlock();
         Q_EMIT displayFrame();
