@@ -39,7 +39,7 @@ void checkMarkup(const QString &text, bool topics)
     const HVShownText shown = shownMarkup(text, rules, budget);
     if (!isBalanced(shown.text))
         fail("Not balanced", shown.text);
-    if (shown.format == HVShownText::Rich)
+    if (shown.format == HVShownText::Format::Rich)
         LonelyDocument().setHtml(shown.text);
 }
 
