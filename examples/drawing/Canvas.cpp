@@ -81,6 +81,13 @@ void Canvas::documentChanged()
     update();
 }
 
+QRect Canvas::lastDrawn() const
+{
+    const QRectF drawn(QPointF(m_drawn.topLeft()) * m_zoom, QSizeF(m_drawn.size()) * m_zoom);
+    const QRect visible = drawn.toAlignedRect() & visibleRegion().boundingRect();
+    return { mapToGlobal(visible.topLeft()), visible.size() };
+}
+
 QPoint Canvas::toDrawing(const QPoint &position) const
 {
     return { int(std::floor(position.x() / m_zoom)), int(std::floor(position.y() / m_zoom)) };
@@ -108,6 +115,7 @@ void Canvas::mousePressEvent(QMouseEvent *event)
     }
     m_drawing = true;
     m_from = position;
+    m_drawn = {};
     m_stroke = m_document->currentLayer().image;
     extendStroke(position, event->modifiers() & Qt::ShiftModifier);
 }
@@ -151,6 +159,9 @@ void Canvas::extendStroke(const QPoint &to, bool regular)
     const bool free = m_tool == Tool::Pen || m_tool == Tool::Eraser;
     if (!free)
         m_stroke = m_document->currentLayer().image;
+    const int margin = m_penWidth;
+    const QRect piece = QRect(m_from, to).normalized().adjusted(-margin, -margin, margin, margin);
+    m_drawn = free ? m_drawn | piece : piece;
 
     QPainter painter(&m_stroke);
     painter.setRenderHint(QPainter::Antialiasing, m_tool != Tool::Rectangle);

@@ -36,6 +36,9 @@ public:
 
     QSize sizeHint() const override;
 
+    /// The visible area of what was drawn last, in global pixels; empty before the first stroke.
+    QRect lastDrawn() const;
+
 Q_SIGNALS:
     void zoomChanged(qreal zoom);
 
@@ -65,4 +68,5 @@ private:
     bool m_drawing = false;
     QPoint m_from; // start of the stroke or of its last piece
     QImage m_stroke; // the layer including the stroke so far
+    QRect m_drawn; // the last stroke, in pixels of the drawing
 };

@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "DrawingHost.h"
 
+#include "Canvas.h"
 #include "HelpWindow.h"
 
+#include <Hovlets/HVContext.h>
+
 #include <QtGui/QCursor>
+#include <QtGui/QRegion>
 #include <QtWidgets/QAbstractItemView>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QToolButton>
@@ -51,6 +55,19 @@ DrawingHost::DrawingHost(HVContext &context, const QStringList &dataPaths, HelpW
 {
 }
 
+void DrawingHost::setCanvas(const Canvas *canvas)
+{
+    m_canvas = canvas;
+}
+
+/// Each time before a popup is placed, because the canvas may have been scrolled.
+void DrawingHost::keepDrawingClear()
+{
+    const QRegion drawn(m_canvas ? m_canvas->lastDrawn() : QRect());
+    if (context().get(HVKeyKeepClear).value<QRegion>() != drawn)
+        context().set(HVKeyKeepClear, drawn);
+}
+
 QWidget *DrawingHost::createWindow(HVWindowType type)
 {
     if (type != HVReservedWindow || !m_pinnedParent)
@@ -62,6 +79,7 @@ QWidget *DrawingHost::createWindow(HVWindowType type)
 
 QString DrawingHost::keyForObject(QObject *object)
 {
+    keepDrawingClear();
     if (const QAction *action = actionOf(object))
         return action->objectName();
     auto *widget = qobject_cast<QWidget *>(object);

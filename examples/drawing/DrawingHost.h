@@ -6,6 +6,7 @@
 #include <QtCore/QPointer>
 #include <QtWidgets/QWidget>
 
+class Canvas;
 class HelpWindow;
 
 /*!
@@ -24,6 +25,9 @@ public:
     /// Gives pinned popups a tool window of \a parent, or none if it is null.
     void setPinnedParent(QWidget *parent) { m_pinnedParent = parent; }
 
+    /// Keeps popups off what was drawn last on \a canvas.
+    void setCanvas(const Canvas *canvas);
+
     QWidget *createWindow(Hovlets::HVWindowType type) override;
     QString keyForObject(QObject *object) override;
     bool openExternalResource(Hovlets::HVExternalResourceType type,
@@ -36,6 +40,9 @@ Q_SIGNALS:
     void opened(const QString &what);
 
 private:
+    void keepDrawingClear();
+
     HelpWindow &m_help;
+    QPointer<const Canvas> m_canvas;
     QPointer<QWidget> m_pinnedParent;
 };

@@ -64,6 +64,7 @@ MainWindow::MainWindow(DrawingHost &host, HelpWindow &help, Hovlets::HVKeyboardA
     area->setAlignment(Qt::AlignCenter);
     area->setBackgroundRole(QPalette::Mid);
     setCentralWidget(area);
+    m_host.setCanvas(m_canvas);
 
     addStatusBar();
     connectCanvas();

@@ -31,7 +31,13 @@ SettingsPanel::SettingsPanel(DrawingHost &host, HVKeyboardAccess &keyboard, QWid
     addReducedMotion(layout,
                      { addDuration(layout, tr("Fade in"), HVKeyShowFadeDuration, 0),
                        addDuration(layout, tr("Fade out"), HVKeyHideFadeDuration, 300) });
+    addSwitch(layout, tr("Beside the control"), HVKeyPlacement, false);
+    addSwitch(layout, tr("Safe path to the popup"), HVKeySafePath, false);
+    addDuration(layout, tr("Rest on the way"), HVKeySafePathDwell, 180);
+    addDuration(layout, tr("Show after"), HVKeyShowDelay, 0);
+    addDismissal(layout);
     addSwitch(layout, tr("Simple popups"), HVKeySimpleMode, false);
+    addDuration(layout, tr("Full popup after"), HVKeyExpandDelay, 0);
     addSwitch(layout, tr("Links to the guide"), HVKeyDocumentationEnabled, true);
     addSwitch(layout, tr("Links to files and the web"), HVKeyLinksEnabled, true);
     addFallback(layout);
@@ -78,6 +84,20 @@ SettingsPanel::Duration SettingsPanel::addDuration(QFormLayout *layout, const QS
             [this, key](int value) { m_host.context().set(key, value); });
     layout->addRow(label, box);
     return { box, key };
+}
+
+void SettingsPanel::addDismissal(QFormLayout *layout)
+{
+    auto *box = new QComboBox;
+    box->addItem(tr("Nothing"), int(HVDismissNever));
+    box->addItem(tr("Esc"), int(HVDismissOnEscape));
+    box->addItem(tr("Esc and the wheel"), int(HVDismissOnEscape) | int(HVDismissOnWheel));
+    box->addItem(tr("Any key and the wheel"), int(HVDismissOnAnyKey) | int(HVDismissOnWheel));
+    box->setCurrentIndex(qMax(0, box->findData(m_host.context().get(HVKeyDismissOnKey))));
+    connect(box, QOverload<int>::of(&QComboBox::currentIndexChanged), this, [this, box](int index) {
+        m_host.context().set(HVKeyDismissOnKey, box->itemData(index));
+    });
+    layout->addRow(tr("Hide on"), box);
 }
 
 /// The user interface stops its clips; the fades are settings of the library.
