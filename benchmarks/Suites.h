@@ -11,6 +11,7 @@ void registerLookUpBenchmarks(Comparisons &comparisons);
 void registerStartUpBenchmarks(Comparisons &comparisons);
 void registerShowBenchmarks(Comparisons &comparisons);
 void registerPointerBenchmarks(Comparisons &comparisons);
+void registerIdleBenchmarks(Comparisons &comparisons);
 void registerVideoBenchmarks(Comparisons &comparisons);
 
 /// Part of registerVideoBenchmarks().

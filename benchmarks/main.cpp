@@ -49,6 +49,7 @@ int main(int argc, char **argv)
     registerStartUpBenchmarks(comparisons);
     registerShowBenchmarks(comparisons);
     registerPointerBenchmarks(comparisons);
+    registerIdleBenchmarks(comparisons);
     registerVideoBenchmarks(comparisons);
     benchmark::RunSpecifiedBenchmarks(&comparisons);
     comparisons.printTable();
