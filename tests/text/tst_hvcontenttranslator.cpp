@@ -125,6 +125,16 @@ private Q_SLOTS:
                                       .arg(path) });
     }
 
+    void shouldCutATranslationTooLongToShow()
+    {
+        HVLimits limits;
+        limits.shownCharacters = 10;
+        HVLimits::setCurrent(limits);
+        QCOMPARE(translate(write(QString(40, QLatin1Char('y')))), QString(40, QLatin1Char('y')));
+        m_translator->contentShown();
+        QCOMPARE(translate(write(QString(41, QLatin1Char('y')))), QString(40, QLatin1Char('y')));
+    }
+
     void shouldReadNothingBesidesTheFile()
     {
         // Qt tries other names, too: with ".qm" appended, and with parts of the name removed.

@@ -16,9 +16,13 @@ public:
     QString translate(const QString &text, const QString &context) override
     {
         translated += context + QLatin1Char('/') + text;
-        return {};
+        return translation;
     }
-    QString interpolate(const QString &text) override { return text; }
+    QString interpolate(const QString &text) override
+    {
+        interpolated += text.size();
+        return QString(text).remove(QLatin1String("%(empty)s"));
+    }
     QString resource(const QString &relativePath) override
     {
         return relativePath.contains(QLatin1String("missing")) ? QString() : relativePath;
@@ -28,7 +32,9 @@ public:
         return path.endsWith(QLatin1String(".png"));
     }
 
+    QString translation; // of each text
     QStringList translated;
+    qint64 interpolated = 0; // characters
 };
 
 /// A tree of elements, built from the outside in.
@@ -164,6 +170,84 @@ private Q_SLOTS:
         Element(m_root.get()).add("p", QString(1000, QLatin1Char('x')));
         QCOMPARE(textsOf(read()), QStringList({ text("xxxxxxxxxx") + QChar(0x2026) }));
         QCOMPARE(m_services.translated, QStringList());
+    }
+
+    void shouldSimplifyWhiteSpaceOfTranslations()
+    {
+        m_services.translation = text(" \ta\t \nb\n");
+        Element entry(m_root.get());
+        entry.set("title", text("x"));
+        entry.add("p", text("x"));
+        const HVEntryContent content = read();
+        QCOMPARE(content.title.text, text("a b"));
+        QCOMPARE(textsOf(content), QStringList({ text("a b") }));
+        m_services.translation = text(" \n ");
+        QCOMPARE(textsOf(read()), QStringList({ text("x") }));
+    }
+
+    void shouldReadAllTextsWithinOneBudget_data()
+    {
+        QTest::addColumn<QString>("start");
+        QTest::addColumn<QString>("piece");
+        QTest::addColumn<QString>("end");
+        const auto row = [](const char *start, const char *piece, const char *end) {
+            QTest::addRow("%s%s%s", start, piece, end) << text(start) << text(piece) << text(end);
+        };
+        row("", "</b>", "");
+        row("", "%(empty)s", "");
+        row("<p style='", "color:red;", "'>");
+        row("<p ", "a ", ">");
+        row("", " ", "");
+        row("<b>", " ", "");
+        row("", "&#8203;", "");
+        row("", "a\t", "");
+    }
+
+    /// Whether the texts are in the control file or in the translation, and show something or not.
+    void shouldReadAllTextsWithinOneBudget()
+    {
+        QFETCH(QString, start);
+        QFETCH(QString, piece);
+        QFETCH(QString, end);
+        m_limits.shownCharacters = 1000;
+        const int most = 4 * m_limits.shownCharacters;
+        const auto written = [&](int size) {
+            return start + piece.repeated(size / int(piece.size())) + end;
+        };
+        const QString whole = written(most - 100);
+        for (const bool isTranslated : { false, true }) {
+            m_services = {};
+            m_services.translation = isTranslated ? written(3 * most) : QString();
+            Element entry(m_root.get());
+            for (int i = 0; i < 200; ++i)
+                entry.add("p", isTranslated ? text("x") : whole);
+            const HVEntryContent content = read();
+            QVERIFY2(m_services.interpolated <= most,
+                     qPrintable(QString::number(m_services.interpolated)));
+            qsizetype size = 0;
+            for (const HVEntryBlock &block : content.blocks)
+                size += block.text.text.size();
+            QVERIFY2(size <= 2 * most, qPrintable(QString::number(size)));
+            if (isTranslated || piece != QLatin1String(" ")) {
+                QVERIFY(content.limitMet.endsWith(QLatin1String("characters"))
+                        || content.limitMet == text("4000 characters with markup"));
+                QVERIFY(content.blocks.constLast().text.text.contains(QChar(0x2026)));
+                QVERIFY2(m_services.translated.size() <= 3,
+                         qPrintable(QString::number(m_services.translated.size())));
+            }
+            m_root = std::make_unique<HVXmlElement>();
+        }
+    }
+
+    void shouldTranslateTheTitleAndTheShortcutWithinTheBudget()
+    {
+        m_services.translation = text("y ").repeated(1000000);
+        Element(m_root.get()).set("title", text("x")).set("shortcut", text("x"));
+        const HVEntryContent content = read();
+        QCOMPARE(int(content.title.text.size()), m_limits.shownCharacters + 1);
+        QCOMPARE(content.shortcut.text, QString(QChar(0x2026)));
+        QVERIFY(m_services.interpolated <= 4 * m_limits.shownCharacters);
+        QCOMPARE(int(m_services.translated.size()), 1);
     }
 
     void shouldReadNoMoreElementsThanItShows_data()

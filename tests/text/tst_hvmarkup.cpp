@@ -144,6 +144,22 @@ private Q_SLOTS:
         QTEST(shown(written).text, "text");
     }
 
+    void shouldWriteEachStyleOnce()
+    {
+        QCOMPARE(shown(text("<p style='color:red;font-size:9pt;COLOR: blue; font-size:7000pt'>a"))
+                         .text,
+                 text("<p style=\"color:blue;font-size:9pt;\">a</p>"));
+        const QString longest = text("<p style='") + text("color:red;").repeated(100) + text("'>a");
+        QCOMPARE(shown(longest).text, text("<p style=\"color:red;\">a</p>"));
+    }
+
+    void shouldRemoveLongAttributes()
+    {
+        const QString style =
+                text("<p align=left style='color:red;") + QString(1020, QLatin1Char(' '));
+        QCOMPARE(shown(style + text("'>a")).text, text("<p align=\"left\">a</p>"));
+    }
+
     void shouldBalanceTags_data()
     {
         const auto row = textRows("text");

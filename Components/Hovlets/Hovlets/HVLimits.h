@@ -89,7 +89,13 @@ struct HOVLETS_EXPORT HVLimits
     /// omitted.
     int shownElements = 300;
 
-    /// Characters of text. The text is cut off there.
+    /*!
+     * Characters of text. The text is cut off there.
+     *
+     * Four times as many characters are read, in all texts and translations of the entry together:
+     * those of the text, its markup and its placeholders. The text is also cut off there, and a
+     * translation for QML, too.
+     */
     int shownCharacters = 20000;
 
     /// Pictures. Further ones are replaced by their alternative text.

@@ -3,6 +3,7 @@
 
 #include "HVContentLocale.h"
 #include "HVContext.h"
+#include "HVDisplayBudget.h"
 #include "HVLimits.h"
 #include "HVTranslationCheck.h"
 
@@ -45,7 +46,10 @@ QString HVContentTranslator::translate(const QString &file, const QString &text,
     }
     if (!isCurrent(file) && !load(file))
         return text;
-    return m_translator->translate(context.toUtf8().constData(), text.toUtf8().constData());
+    const QString translation =
+            m_translator->translate(context.toUtf8().constData(), text.toUtf8().constData());
+    const int most = HVDisplayBudget::mostWritten(HVLimits::current());
+    return translation.size() > most ? translation.left(most) : translation;
 }
 
 bool HVContentTranslator::isCurrent(const QString &file)

@@ -22,7 +22,23 @@ public:
     /// An element of the entry, or a tag in one of its texts.
     bool takeElement();
 
-    /// Takes \a count UTF-16 code units of text: all of them or none.
+    /*!
+     * The most UTF-16 code units of texts as they are written, with markup and placeholders: four
+     * times what may be shown. Longer texts are cut there before anything else is done with them.
+     */
+    [[nodiscard]] static int mostWritten(const HVLimits &limits);
+
+    /// Takes a text as it is written. Returns the part that may be read; see endText().
+    QString takeWritten(const QString &text);
+
+    /// Whether texts may still be read.
+    [[nodiscard]] bool hasWritten() const { return m_written > 0; }
+
+    /// Call it after the part from takeWritten() is added. Returns false if that was not all; the
+    /// budget is then spent.
+    bool endText();
+
+    /// Takes \a count UTF-16 code units of shown text: all of them or none.
     bool takeCharacters(int count);
     bool takePicture();
 
@@ -32,12 +48,15 @@ public:
     [[nodiscard]] QString limitMet() const { return m_limitMet; }
 
 private:
+    void refuse(qint64 limit, const char *what);
     bool take(qint64 &left, int count, qint64 limit, const char *what);
 
     HVLimits m_limits;
     qint64 m_elements;
     qint64 m_characters;
     qint64 m_pictures;
+    qint64 m_written;
+    bool m_isTextCut = false; // takeWritten() has returned only a part
     bool m_spent = false;
     QString m_limitMet;
 };

@@ -11,9 +11,6 @@ namespace Hovlets {
 
 namespace {
 
-/// Markup may be this many times longer than the text it shows.
-constexpr int MarkupPerCharacter = 4;
-
 constexpr ushort CutOff = 0x2026;
 
 QString attribute(const HVXmlElement &element, const char *name)
@@ -41,7 +38,7 @@ public:
         : m_entry(entry)
         , m_services(services)
         , m_key(attribute(entry, "key"))
-        , m_longestText(MarkupPerCharacter * qBound(0, limits.shownCharacters, 1 << 28))
+        , m_longestText(HVDisplayBudget::mostWritten(limits))
         , m_budget(limits)
     {
         m_rules.topics = topics;
@@ -116,14 +113,17 @@ private:
         return {};
     }
 
-    /// The translation of \a text, or \a text itself if there is none. A text too long to be shown
-    /// whole is not translated.
-    QString translated(const QString &text)
+    /// The part of a text, or of its translation, that the budget contains. A text too long to be
+    /// shown whole is not translated.
+    QString taken(const QString &source)
     {
-        if (text.isEmpty() || text.size() > m_longestText)
-            return text;
-        const QString translation = m_services.translate(text, m_key);
-        return translation.isEmpty() ? text : translation;
+        if (source.size() <= m_longestText && m_budget.hasWritten()) {
+            const QString translation = m_services.translate(source, m_key);
+            const QString text = simplified(m_budget.takeWritten(translation));
+            if (!text.isEmpty())
+                return text;
+        }
+        return m_budget.takeWritten(source);
     }
 
     HVShownText plain(const QString &text)
@@ -131,12 +131,12 @@ private:
         const QString source = simplified(text);
         if (source.isEmpty())
             return {};
-        return shownPlainText(m_services.interpolate(translated(source)), m_budget);
+        return shownPlainText(m_services.interpolate(taken(source)), m_budget);
     }
 
     HVShownText formatted(const QString &source)
     {
-        const QString text = translated(source);
+        const QString text = taken(source);
         return isMarkup(text) ? shownMarkup(text, m_rules, m_budget)
                               : shownPlainText(m_services.interpolate(text), m_budget);
     }

@@ -41,7 +41,7 @@ class HVEntryServices
 public:
     virtual ~HVEntryServices() = default;
 
-    /// The translation; empty if there is none.
+    /// The translation; empty if there is none. It may be of any length.
     virtual QString translate(const QString &text, const QString &context) = 0;
 
     /// \a text with its placeholders filled.

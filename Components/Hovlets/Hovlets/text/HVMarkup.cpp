@@ -99,6 +99,7 @@ public:
     {
         while (m_at < m_text.size() && !m_writer.isCut())
             m_at = readNext();
+        m_writer.endText();
         while (!m_open.isEmpty())
             closeInnermost();
         HVShownText result =

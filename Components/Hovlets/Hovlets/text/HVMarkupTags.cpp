@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
+#include <vector>
 
 namespace Hovlets {
 
@@ -91,9 +93,11 @@ bool isHarmlessStyle(const QString &property, const QString &value)
     return false;
 }
 
+/// The harmless declarations. Of several for one property, only the last, because Qt needs time and
+/// memory for each of them.
 QString harmlessStyles(const QString &style)
 {
-    QString result;
+    std::vector<std::pair<QString, QString>> styles; // properties and values
     const QStringList declarations = style.split(QLatin1Char(';'));
     for (const QString &declaration : declarations) {
         const auto colon = declaration.indexOf(QLatin1Char(':'));
@@ -101,15 +105,27 @@ QString harmlessStyles(const QString &style)
             continue;
         const QString property = declaration.left(colon).trimmed();
         const QString value = declaration.mid(colon + 1).trimmed();
-        if (isHarmlessStyle(property, value))
-            result += property + QLatin1Char(':') + value + QLatin1Char(';');
+        if (!isHarmlessStyle(property, value))
+            continue;
+        const auto known = std::find_if(styles.begin(), styles.end(),
+                                        [&](const auto &other) { return other.first == property; });
+        if (known != styles.end())
+            known->second = value;
+        else
+            styles.emplace_back(property, value);
     }
+    QString result;
+    for (const auto &[property, value] : styles)
+        result += property + QLatin1Char(':') + value + QLatin1Char(';');
     return result;
 }
 
 /// The value of an attribute if it is harmless; otherwise empty.
 QString harmlessValue(Tag tag, const QString &name, const QString &written)
 {
+    constexpr int Longest = 1024;
+    if (written.size() > Longest)
+        return {};
     const QString value = written.toLower();
     if (name == QLatin1String("style"))
         return harmlessStyles(value);

@@ -48,7 +48,8 @@ bool isStyledTextTag(HVMarkupTag tag);
 /*!
  * The harmless attributes in \a raw, the part of a start tag after its name, each after a space:
  * colours, text decoration, sizes within limits. Nothing in the result names a file, an address or
- * a font. The address of a link is not included: see markupAttribute().
+ * a font. No attribute is longer than 1,024 characters, and no style declares a property twice. The
+ * address of a link is not included: see markupAttribute().
  */
 QString harmlessAttributes(HVMarkupTag tag, QStringView raw);
 

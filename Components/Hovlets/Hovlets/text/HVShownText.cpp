@@ -115,6 +115,12 @@ void HVShownTextWriter::endWord()
     m_shown.spoken += QLatin1Char(' ');
 }
 
+void HVShownTextWriter::endText()
+{
+    if (!m_budget.endText())
+        cut();
+}
+
 void HVShownTextWriter::cut()
 {
     if (isCut())
@@ -134,6 +140,7 @@ HVShownText shownPlainText(const QString &text, HVDisplayBudget &budget)
 {
     HVShownTextWriter writer(budget, false);
     writer.write(text);
+    writer.endText();
     return writer.take(HVShownText::Format::Plain);
 }
 

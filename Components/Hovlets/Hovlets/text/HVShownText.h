@@ -47,6 +47,9 @@ public:
     /// Ends the current word. Call it for tags that start a line or a block.
     void endWord();
 
+    /// Call it after the last character. Cuts the text if the budget contained only its start.
+    void endText();
+
     /// Ends the text with an ellipsis.
     void cut();
     [[nodiscard]] bool isCut() const { return m_shown.isCut; }
