@@ -14,7 +14,7 @@ constexpr int Width = 320;
 constexpr int Height = 192;
 constexpr int Frames = 30;
 constexpr qint64 Pixels = Width * Height;
-constexpr qint64 Picture = 4 * Pixels; // bytes in a converted frame
+constexpr qint64 Picture = 4 * Pixels + HVFrameMemory::Overhead; // of a converted frame
 
 void limitDecoder(qint64 bytes)
 {

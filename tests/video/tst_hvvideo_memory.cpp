@@ -13,7 +13,7 @@ using namespace Hovlets;
 
 namespace {
 
-constexpr qint64 FrameSize = 64LL * 48 * 4; // bytes in each frame of the usual clip
+constexpr qint64 FrameSize = 64LL * 48 * 4 + HVFrameMemory::Overhead; // of the usual clip, in bytes
 constexpr qint64 FrameCount = DecodedClips::Count;
 
 void limitMemory(qint64 bytes)
@@ -59,6 +59,23 @@ private Q_SLOTS:
                                   "for clips: ")
                              + m_first));
         QVERIFY(!source.isOpen());
+    }
+
+    void shouldCountWhatEachFrameTakesBesidesItsPixels()
+    {
+        // Raw frames of four pixels.
+        const QString path = m_clips.make(
+                text("tiny.mkv"),
+                text("-f lavfi -i color=size=2x2:rate=25:duration=40 -c:v rawvideo -pix_fmt gray"));
+        constexpr quint64 Most = 200;
+        limitMemory(Most * 512);
+        const DebugLog log;
+        DecodingSource source;
+        QVERIFY(source.decode(path));
+        QVERIFY(source.loadedFrameCount() > 0);
+        QVERIFY2(source.loadedFrameCount() < Most,
+                 qPrintable(QString::number(source.loadedFrameCount())));
+        QCOMPARE(log.lines().size(), 1); // the clip ends early
     }
 
     void shouldTakeTheMemoryOfTheClipShownLongestAgo()

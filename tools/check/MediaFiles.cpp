@@ -58,8 +58,9 @@ MediaProblem MediaFiles::openClip(const QString &path) const
         return { "HV304",
                  QStringLiteral("\"%1\" lasts %2 seconds").arg(path).arg(clip.duration()) };
     constexpr double BytesPerPixel = 4;
-    const double memory = clip.duration() * clip.frameRate() * clip.size().width()
-            * clip.size().height() * BytesPerPixel;
+    const double frame = BytesPerPixel * clip.size().width() * clip.size().height()
+            + double { Hovlets::HVFrameMemory::Overhead };
+    const double memory = clip.duration() * clip.frameRate() * frame;
     const auto most = static_cast<double>(Hovlets::HVLimits::current().clipMemory);
     if (memory > most)
         return { "HV309",

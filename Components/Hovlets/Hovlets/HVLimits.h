@@ -144,9 +144,9 @@ struct HOVLETS_EXPORT HVLimits
 
     /*!
      * Bytes of the decoded frames of all clips together. Whole clips are decoded into memory, width
-     * x height x 4 bytes per frame. If a frame does not fit, clips that are neither decoding nor
-     * playing lose their frames, and are decoded again when they are needed. If that is not enough,
-     * the clip ends before the frame.
+     * x height x 4 bytes per frame, and 512 bytes for each frame whatever its size. If a frame does
+     * not fit, clips that are neither decoding nor playing lose their frames, and are decoded again
+     * when they are needed. If that is not enough, the clip ends before the frame.
      */
     qint64 clipMemory = qint64 { 512 } * 1024 * 1024;
 

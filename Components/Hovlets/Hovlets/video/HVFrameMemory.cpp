@@ -55,6 +55,7 @@ HVFrameMemory::~HVFrameMemory()
 
 HVFrameMemory::Claim HVFrameMemory::claim(qint64 bytes)
 {
+    bytes += Overhead;
     const qint64 most = HVLimits::current().clipMemory;
     std::vector<std::shared_ptr<void>> released; // freed after unlocking
     Shares &shares = HVFrameMemory::shares();

@@ -67,10 +67,15 @@ public:
         qint64 m_bytes = 0;
     };
 
+    /// Bytes that each frame takes besides its pixels: objects, alignment and the allocator's
+    /// records. Without them, a clip of tiny frames would take many times its share.
+    static constexpr qint64 Overhead = 512;
+
     explicit HVFrameMemory(Release release);
     ~HVFrameMemory();
 
-    /// Claims \a bytes for a frame; false if other clips that are in use hold too much.
+    /// Claims \a bytes of pixels, and Overhead, for a frame; false if other clips that are in use
+    /// hold too much.
     [[nodiscard]] Claim claim(qint64 bytes);
 
     /// The clip has the frame for which \a claim was made.
@@ -88,7 +93,8 @@ public:
     /// Call when a frame of the clip was shown.
     void shown();
 
-    /// Size of the frames of all clips in bytes, with those that are being made.
+    /// Size of the frames of all clips in bytes, each with Overhead, and with those that are being
+    /// made.
     [[nodiscard]] static qint64 used();
 
 private:
