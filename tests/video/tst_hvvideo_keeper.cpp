@@ -56,15 +56,18 @@ private:
     std::mutex m_running; // shows thread checkers that the thread has ended
 };
 
-/// Ends the application with a clip that is stuck for \a milliseconds.
-int endWithStuckClip(int argc, char **argv, int milliseconds)
+/// Ends the application with a clip that is stuck for \a milliseconds. If \a isLate, the clip is no
+/// longer shown only when the application object is gone.
+int endWithStuckClip(int argc, char **argv, int milliseconds, bool isLate)
 {
-    QCoreApplication application(argc, argv);
+    auto application = std::make_unique<QCoreApplication>(argc, argv);
     auto end = std::make_shared<QSemaphore>();
     auto *source = new StuckSource(end);
     source->begin();
     auto *controller = new HVVideoController(source, nullptr);
     controller->start();
+    if (isLate)
+        application.reset();
     HVThreadKeeper::keep(controller, source);
     std::thread([end, milliseconds] {
         QThread::msleep(static_cast<unsigned long>(milliseconds));
@@ -141,17 +144,22 @@ private Q_SLOTS:
     void shouldLetTheApplicationEnd_data()
     {
         QTest::addColumn<int>("milliseconds");
-        QTest::newRow("a thread that ends soon") << 100;
-        QTest::newRow("a thread that does not end") << 3600000;
+        QTest::addColumn<QString>("option");
+        const QString early = text("--end-with-clip");
+        QTest::newRow("a thread that ends soon") << 100 << early;
+        QTest::newRow("a thread that does not end") << 3600000 << early;
+        QTest::newRow("a thread that outlives the application")
+                << 3600000 << text("--end-before-clip");
     }
 
     void shouldLetTheApplicationEnd()
     {
         QFETCH(int, milliseconds);
+        QFETCH(QString, option);
         QProcess process;
         process.setProcessChannelMode(QProcess::MergedChannels);
         process.start(QCoreApplication::applicationFilePath(),
-                      { text("--end-with-clip"), QString::number(milliseconds) });
+                      { option, QString::number(milliseconds) });
         QVERIFY(process.waitForFinished(Patience));
         QCOMPARE(process.exitStatus(), QProcess::NormalExit);
         QCOMPARE(process.exitCode(), EXIT_SUCCESS);
@@ -161,8 +169,9 @@ private Q_SLOTS:
 
 int main(int argc, char **argv)
 {
-    if (argc == 3 && qstrcmp(argv[1], "--end-with-clip") == 0)
-        return endWithStuckClip(argc, argv, std::atoi(argv[2]));
+    const QByteArray option(argc == 3 ? argv[1] : "");
+    if (option == "--end-with-clip" || option == "--end-before-clip")
+        return endWithStuckClip(argc, argv, std::atoi(argv[2]), option == "--end-before-clip");
     return runTest(argc, argv, []() -> QObject * { return new tst_HVVideoKeeper; });
 }
 

@@ -62,7 +62,7 @@ int HVThreadKeeper::count()
 
 void HVThreadKeeper::take(Clip clip)
 {
-    const auto freeEndedLater = [this] { freeEnded(0); };
+    const auto freeEndedLater = [this] { freeEndedAndRetry(); };
     connect(clip.source.get(), &QThread::finished, this, freeEndedLater, Qt::QueuedConnection);
     if (clip.controller) {
         connect(clip.controller, &QThread::finished, this, freeEndedLater, Qt::QueuedConnection);
@@ -86,12 +86,16 @@ void HVThreadKeeper::freeEnded(int milliseconds)
         return true;
     };
     m_clips.erase(std::remove_if(m_clips.begin(), m_clips.end(), isOver), m_clips.end());
+}
 
+void HVThreadKeeper::freeEndedAndRetry()
+{
+    freeEnded(0);
     const bool isEnding = std::any_of(m_clips.begin(), m_clips.end(), [](const Clip &clip) {
         return clip.source->isFinished() || (clip.controller && clip.controller->isFinished());
     });
     if (isEnding)
-        QTimer::singleShot(RetryTime, this, [this] { freeEnded(0); });
+        QTimer::singleShot(RetryTime, this, &HVThreadKeeper::freeEndedAndRetry);
 }
 
 void HVThreadKeeper::endWithApplication()

@@ -48,6 +48,7 @@ private:
     static void endWithApplication();
     void take(Clip clip);
     void freeEnded(int milliseconds);
+    void freeEndedAndRetry();
 
     std::vector<Clip> m_clips;
 };
