@@ -3,6 +3,7 @@
 #include "ClipPictures.h"
 #include "HVLimits.h"
 #include "HVResidentMemory.h"
+#include "MatroskaBytes.h"
 #include "MovieBytes.h"
 #include "TestMain.h"
 #include "Text.h"
@@ -33,19 +34,6 @@ int openFiles()
 {
     return int(
             QDir(text("/proc/self/fd")).entryList(QDir::NoDotAndDotDot | QDir::AllEntries).size());
-}
-
-/// An element of a Matroska file, with its size stored in eight bytes.
-QByteArray element(const char *id, const QByteArray &content)
-{
-    QByteArray size(8, '\0');
-    qToBigEndian<quint64>(quint64(content.size()) | 0x0100000000000000, size.data());
-    return QByteArray::fromHex(id) + size + content;
-}
-
-QByteArray matroska(const QByteArray &segment)
-{
-    return element("1A45DFA3", element("4282", "matroska")) + element("18538067", segment);
 }
 
 } // namespace
@@ -260,9 +248,9 @@ void tst_HVClipHostile::shouldCountSamplesOverAllTracks()
 void tst_HVClipHostile::shouldStopReadingAHeaderThatFillsTheMemory()
 {
     // A track takes more than a kilobyte of memory, but only two bytes of the file.
-    const QString path = m_clips.write(
-            text("tracks.mkv"),
-            matroska(element("1654AE6B", QByteArray("\xae\x80", 2).repeated(500000))));
+    const QString path = m_clips.write(text("tracks.mkv"),
+                                       MatroskaBytes::matroska(MatroskaBytes::tracks(
+                                               QByteArray("\xae\x80", 2).repeated(500000))));
     HVLimits limits;
     limits.clipProbeMemory = qint64(32) << 20;
     HVLimits::setCurrent(limits);

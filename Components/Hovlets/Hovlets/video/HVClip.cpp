@@ -2,6 +2,7 @@
 #include "HVClip.h"
 
 #include "HVClipStreams.h"
+#include "HVMatroskaTracks.h"
 #include "HVMovieTables.h"
 #include "HVResidentMemory.h"
 
@@ -80,6 +81,10 @@ const char *HVClip::openContainer(const QString &filePath)
     if (av_match_name("mov", container->name)
         && !movieTablesFit(m_file.device(), m_limits.clipSamples,
                            [this] { return isInterrupted(); })) {
+        return Failure;
+    }
+    if (av_match_name("matroska", container->name)
+        && !matroskaTracksFit(m_file.device(), [this] { return isInterrupted(); })) {
         return Failure;
     }
     AVFormatContext *format = m_file.restart() ? avformat_alloc_context() : nullptr;
