@@ -132,7 +132,7 @@ private:
     std::unique_ptr<Hovlets::HVManager> m_manager;
 };
 
-/// The library with the recommended settings, and a control for the popup to go beside.
+/// The library with the recommended settings, and a control beside which the popup goes.
 class RecommendedLibrary : public Library
 {
 public:
@@ -232,7 +232,7 @@ void registerPair(Comparisons &comparisons, const std::string &prefix, Measure l
     comparisons.add(ours, { add(prefix + "/bare QQuickWidget", bare) }, 1.2);
 }
 
-/// Hover to first frame: the recommended settings beside the defaults.
+/// Compares a hover until the first frame with the recommended settings and with the defaults.
 void registerRecommended(Comparisons &comparisons, const std::shared_ptr<Package> &package)
 {
     const std::pair<const char *, std::pair<Measure, Measure>> shows[] = {

@@ -14,8 +14,8 @@ class PinnedFile : public QObject
     Q_OBJECT
 
 public:
-    /// Restores what the file has. \a host and \a window must outlive this object, and \a window is
-    /// visible: the popups belong to it.
+    /// Restores the popups in the file. They belong to \a window, which must be visible. \a host
+    /// and \a window must outlive this object.
     PinnedFile(DrawingHost &host, QWidget &window, const QString &path);
 
 protected:

@@ -31,7 +31,7 @@ void move(QWidget *widget, const QPoint &global)
 
 } // namespace
 
-/// The delay before a popup, and the one before the simple popup becomes the full one.
+/// Tests the delays before a popup shows and before a simple popup expands.
 class tst_HVManagerDelays : public QObject
 {
     Q_OBJECT
@@ -61,7 +61,7 @@ private Q_SLOTS:
         QTRY_VERIFY(m_scene->isShowing());
         QVERIFY(clock.elapsed() >= Delay);
         QCOMPARE(m_scene->shownKey(), QStringLiteral("a"));
-        // The next one comes at once.
+        // The next popup shows immediately.
         Control other(QStringLiteral("b"), &m_scene->window);
         other.show();
         QVERIFY(HoverScene::rest(other));

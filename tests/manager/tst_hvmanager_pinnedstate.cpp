@@ -31,7 +31,7 @@ void closePinned()
 
 } // namespace
 
-/// Pinned popups come back in the next run.
+/// Tests that pinned popups are restored in the next run.
 class tst_HVManagerPinnedState : public QObject
 {
     Q_OBJECT

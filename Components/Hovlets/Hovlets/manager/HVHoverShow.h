@@ -30,7 +30,7 @@ public:
     /// Whether the current settings allow a popup.
     [[nodiscard]] bool isAllowed() const;
 
-    /// Whether there is content for \a key, or the fallback key. Looks it up.
+    /// Looks up whether there is content for \a key or for the fallback key.
     [[nodiscard]] bool hasContent(const QString &key) const;
 
     /// Does what HVManager::show() does once popups are allowed and the popup exists.

@@ -19,7 +19,7 @@ namespace Hovlets {
 
 namespace {
 
-/// The content as it was pinned, else in the fallback locale.
+/// The content in the locale in which it was pinned, or else in the fallback locale.
 HVFoundContent find(HVManager &manager, const HVPinnedState &state)
 {
     const auto retrieve = [&](const QLocale &locale) {

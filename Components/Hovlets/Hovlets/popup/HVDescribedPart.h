@@ -28,8 +28,8 @@ public:
     /// \a popup owns the object.
     explicit HVDescribedPart(const QWidget &popup);
 
-    /// The popup describes what has \a key, which the host returned for \a control with the pointer
-    /// at \a position.
+    /// Limits the description to what has \a key. The host returned it for \a control with the
+    /// pointer at \a position.
     void set(const QString &key, const QWidget &control, const QPoint &position);
 
     /// The popup describes all of its control.

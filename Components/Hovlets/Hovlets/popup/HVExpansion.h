@@ -19,12 +19,12 @@ class HVExpansion : public QObject
 public:
     explicit HVExpansion(QObject *parent);
 
-    /// Call when a simple popup shows. It expands after the mouse has stayed for \a delay, in ms;
-    /// 0 or less: never.
+    /// Call when a simple popup is shown. It expands once the mouse has stayed with it for \a
+    /// delay, in ms; never if that is 0 or less.
     void start(int delay);
     void stop();
 
-    /// Whether the mouse is with the popup or its control. Returning starts the delay again.
+    /// Whether the mouse is near the popup or its control. Its return restarts the delay.
     void setMouseIsNear(bool isNear);
 
 Q_SIGNALS:

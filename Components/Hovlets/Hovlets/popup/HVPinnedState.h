@@ -26,10 +26,10 @@ struct HVPinnedState
     [[nodiscard]] bool operator==(const HVPinnedState &other) const;
 };
 
-/// The most popups to store; others are left out.
+/// The maximum number of popups to store; the rest are omitted.
 constexpr int MaximumPinnedStates = 256;
 
-/// Popups whose key or locale is longer than this are left out.
+/// Popups with a longer key or locale are omitted.
 constexpr int MaximumPinnedStateText = 4096;
 
 /*!
