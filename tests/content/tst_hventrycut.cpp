@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "DebugLog.h"
 #include "HVEntryCut.h"
+#include "HVEntryScan.h"
 #include "HVLimits.h"
 #include "IndexTest.h"
 #include "TestMain.h"
 #include "ThreadTime.h"
 #include "WholeParse.h"
+
+#include <QtTest/QSignalSpy>
 
 using namespace Hovlets;
 
@@ -15,7 +18,13 @@ constexpr int Depth = 512;
 
 QByteArray cut(const QByteArray &file, const char *key = "a")
 {
-    return withoutOtherEntries(file, QString::fromUtf8(key), Depth);
+    return withoutOtherEntries(file, QString::fromUtf8(key), Depth, file.size()).bytes;
+}
+
+/// The state with a limit of \a most bytes.
+HVEntryCut::State stateOf(const QByteArray &file, qint64 most)
+{
+    return withoutOtherEntries(file, QStringLiteral("a"), Depth, most).state;
 }
 
 /// The result of a look-up that parses all of \a file.
@@ -183,6 +192,117 @@ private Q_SLOTS:
                 QFAIL(damaged.toPercentEncoding(" <>=\"'/&;?![]-:#\n").constData());
         }
         QVERIFY2(cuts > 1000, qPrintable(QString::number(cuts)));
+    }
+
+    void shouldStopWhereTooMuchWouldRemain_data()
+    {
+        QTest::addColumn<QByteArray>("before");
+        QTest::addColumn<QByteArray>("after");
+        QTest::newRow("text") << QByteArray("<hovlets>") << QByteArray("</hovlets>");
+        QTest::newRow("comment") << QByteArray("<hovlets><!--") << QByteArray("--></hovlets>");
+        QTest::newRow("comment before the root")
+                << QByteArray("<!--") << QByteArray("--><hovlets/>");
+        QTest::newRow("instruction") << QByteArray("<hovlets><?a ") << QByteArray("?></hovlets>");
+        QTest::newRow("CDATA") << QByteArray("<hovlets><![CDATA[") << QByteArray("]]></hovlets>");
+        QTest::newRow("attribute of the root")
+                << QByteArray("<hovlets a=\"") << QByteArray("\"></hovlets>");
+        QTest::newRow("entry") << QByteArray("<hovlets><hovlet key=\"a\"><p>")
+                               << QByteArray("</p></hovlet></hovlets>");
+    }
+
+    void shouldStopWhereTooMuchWouldRemain()
+    {
+        constexpr qint64 Most = 100000;
+        QFETCH(QByteArray, before);
+        QFETCH(QByteArray, after);
+        const QByteArray file = before + QByteArray(4 * Most, 'x') + after;
+        QCOMPARE(stateOf(file, file.size()), HVEntryCut::Done);
+        const HVEntryCut large = withoutOtherEntries(file, QStringLiteral("a"), Depth, Most);
+        QCOMPARE(large.state, HVEntryCut::TooLarge);
+        QVERIFY(large.offset < 2 * Most);
+        // What follows is not read.
+        QCOMPARE(stateOf(file + "<&", Most), HVEntryCut::TooLarge);
+        QCOMPARE(stateOf(file + "<&", file.size()), HVEntryCut::InDoubt);
+    }
+
+    void shouldStopAtASecondEntryOfALargeFile()
+    {
+        const QByteArray twice = "<hovlets><hovlet key=\"a\"/><hovlet key=\"a\"/>";
+        const QByteArray others = QByteArray("<hovlet key=\"b\"/>").repeated(100);
+        QCOMPARE(stateOf(twice + others + "</hovlets>", 10000), HVEntryCut::Done);
+        QCOMPARE(stateOf(twice + others + "<&", 10000), HVEntryCut::InDoubt);
+        QCOMPARE(stateOf(twice + others + "<&", 100), HVEntryCut::Ambiguous);
+    }
+
+    void shouldStopAtAnElementWithTooManyAttributes()
+    {
+        const auto file = [](int count) {
+            QByteArray attributes;
+            for (int i = 0; i < count; ++i)
+                attributes += " a" + QByteArray::number(i) + "=\"\"";
+            return "<hovlets><hovlet" + attributes + "/></hovlets>";
+        };
+        QCOMPARE(stateOf(file(10000), 1000000), HVEntryCut::Done);
+        QCOMPARE(stateOf(file(10001), 1000000), HVEntryCut::InDoubt);
+        QVERIFY(!HVEntryScan(QStringLiteral("a")).mayHold(file(10000)));
+        QVERIFY(HVEntryScan(QStringLiteral("a")).mayHold(file(10001)));
+    }
+
+    void shouldListKeysAsTheParserDoes_data()
+    {
+        QTest::addColumn<QByteArray>("inRoot");
+        QTest::addColumn<bool>("isDoubtful");
+        const auto row = [](const char *name, const char *inRoot, bool isDoubtful) {
+            QTest::newRow(name) << QByteArray(inRoot) << isDoubtful;
+        };
+        row("none", "text", false);
+        row("several",
+            "<hovlet key='b'/><hovlet/><hovlet key=''/><p key='p'/><hovlet key='b'>"
+            "<hovlet key='n'/></hovlet><p><hovlet key='q'/></p>",
+            false);
+        row("other letters", "<hovlet key='\xc3\xa4'/>", false);
+        row("reference", "<hovlet key='&#228;'/>", true);
+        row("white space", "<hovlet key='a\tb'/>", true);
+        row("two keys", "<hovlet key='a' key='b'/>", true);
+        row("root in the root", "<hovlets key='a'/>", true);
+        row("not closed", "<hovlet key='a'><p></hovlet>", true);
+    }
+
+    void shouldListKeysAsTheParserDoes()
+    {
+        QFETCH(QByteArray, inRoot);
+        QFETCH(bool, isDoubtful);
+        const QByteArray file = "<hovlets>" + inRoot + "</hovlets>\n";
+        QCOMPARE(!keysOfEntries(file, Depth), isDoubtful);
+
+        // With a declaration, the parser reads the same file.
+        const DebugLog silence;
+        index("Plain", "a", file);
+        const QStringList keys = m_index->keys();
+        index("Declared", "a", "<!DOCTYPE hovlets>\n" + file);
+        QCOMPARE(m_index->keys(), keys + keys);
+        if (!isDoubtful)
+            QCOMPARE(*keysOfEntries(file, Depth), keys);
+    }
+
+    void shouldListTheKeysOfAFileThatIsTooLargeToParse()
+    {
+        HVLimits limits;
+        limits.parsedSize = 1000;
+        HVLimits::setCurrent(limits);
+        QByteArray entries;
+        for (int i = 0; i < 1000; ++i)
+            entries += "<hovlet key=\"" + QByteArray::number(i) + "\"/>";
+        index("Foo", "a", "<hovlets>" + entries + "</hovlets>\n");
+        QCOMPARE(m_index->keys().size(), 1000);
+
+        QSignalSpy skipped(m_index.get(), &HVIndex::fileSkipped);
+        const QString large =
+                index("Foo", "b", "<!DOCTYPE hovlets>\n<hovlets>" + entries + "</hovlets>\n");
+        QCOMPARE(m_index->keys().size(), 1000);
+        QCOMPARE(skipped.size(), 1);
+        QCOMPARE(skipped.constFirst().constFirst().toString(),
+                 large + QStringLiteral(" is skipped: more than 1000 bytes to parse for an entry"));
     }
 
     void shouldFindAnEntryAmongManyQuickly()

@@ -174,7 +174,7 @@ void tst_ToolCheckHostile::shouldSurviveControlFiles_data()
     row("more entries than are listed", control(number("<hovlet key='%1'/>", 210000)), "HV119");
     row("equal keys", control(repeat("<hovlet key='a'/>", 50000)), "HV202");
     row("other encoding",
-        "<?xml version='1.0' encoding='ISO-8859-1'?>\n" + entry(repeat("<p>\xf6</p>", 45000)),
+        "<?xml version='1.0' encoding='ISO-8859-1'?>\n" + entry(repeat("<p>\xf6</p>", 14000)),
         "HV403");
     row("comments", control(repeat("<!-- \n-->", 200000) + "<hovlet key='a'/>"), "");
     row("pictures", entry(number("<img src='%1.png'/>", 5000)), "HV301 HV403");
@@ -201,6 +201,15 @@ void tst_ToolCheckHostile::shouldReportWhereALimitIsMet_data()
     QTest::newRow("elements of an entry")
             << control("\n  <hovlet key='a'>" + repeat("<p/>", 50000) + "</hovlet>")
             << QStringLiteral("HV119 A.xml:3:3");
+    const QByteArray large = repeat("x", 5000000);
+    QTest::newRow("text of an entry")
+            << control("<hovlet key='b'/>\n <hovlet key='a'><p>" + large + "</p></hovlet>")
+            << QStringLiteral("HV119 A.xml:3:2");
+    QTest::newRow("text around the entries") << control("<hovlet key='a'/>\n<!--" + large + "-->\n")
+                                             << QStringLiteral("HV119 A.xml:3:5");
+    QTest::newRow("large file that is parsed as a whole")
+            << "<!DOCTYPE hovlets>\n" + control("<hovlet key='a'/><!--" + large + "-->")
+            << QStringLiteral("HV119 A.xml:1:1");
     QTest::newRow("elements of a popup")
             << control("<hovlet key='b'/><hovlet key='a'>" + repeat("<p/>", 1001) + "</hovlet>")
             << QStringLiteral("HV403 A.xml:2:18");

@@ -4,6 +4,7 @@
 #include "ControlFile.h"
 #include "EntryTree.h"
 #include "Findings.h"
+#include "LibraryParse.h"
 
 #include <HVEntryContent.h>
 #include <HVXmlElement.h>
@@ -46,6 +47,8 @@ void checkSize(const ControlFile &file, const XmlDocument::Branch &entry, Findin
                                   "with fewer than %2")
                            .arg(entry.size)
                            .arg(limits.builtElements));
+    if (file.isTooLargeToParse(entry))
+        return add("HV119", parseLimitText());
     if (!file.serves(entry) || !isLarge(entry, limits))
         return;
     AnyPopup popup;

@@ -9,6 +9,8 @@
 
 namespace HovletsTool {
 
+using namespace Hovlets;
+
 namespace {
 
 constexpr size_t MaxEntries = 200000; // of one file, which keeps the list of a hostile one small
@@ -17,9 +19,12 @@ constexpr size_t MaxEntries = 200000; // of one file, which keeps the list of a 
 
 ControlFile::ControlFile(const QString &path, const QString &package, QByteArray bytes)
     : m_package(package)
+    , m_size(bytes.size())
     , m_document(std::move(bytes))
     , m_limit(findMetLimit(m_document))
 {
+    if (!m_limit)
+        m_limit = findParseLimit(m_document, m_size, m_sizeAround);
     m_entries.path = path;
     if (root())
         m_entries.locale = root()->value(QStringLiteral("locale"));
@@ -33,7 +38,8 @@ bool ControlFile::isServed() const
 
 void ControlFile::listEntries()
 {
-    m_document.forEachBranch([this](const Branch &branch) {
+    std::vector<int> offsets;
+    m_document.forEachBranch([this, &offsets](const Branch &branch) {
         if (!isEntry(branch))
             return;
         m_entries.isWhole = m_entries.entries.size() < MaxEntries;
@@ -42,15 +48,39 @@ void ControlFile::listEntries()
         const QString key = branch.top().value(QStringLiteral("key"));
         const Position position = m_document.position(branch.top(), QStringLiteral("key"));
         m_entries.entries.push_back({ key, position, !isTooLarge(branch) });
+        offsets.push_back(branch.top().offset);
         ++m_uses[key];
     });
-    for (EntryList::Entry &entry : m_entries.entries)
-        entry.isServed = entry.isServed && isServed() && m_uses.value(entry.key) == 1;
+    findLargeEntries(offsets);
+    for (size_t i = 0; i < offsets.size(); ++i) {
+        EntryList::Entry &entry = m_entries.entries[i];
+        entry.isServed = entry.isServed && isServed() && m_uses.value(entry.key) == 1
+                && !m_largeEntries.contains(offsets[i]);
+    }
+}
+
+/// Only a few entries can be so large, so the time remains linear.
+void ControlFile::findLargeEntries(const std::vector<int> &offsets)
+{
+    if (m_sizeAround == 0)
+        return;
+    for (size_t i = 0; i < offsets.size(); ++i) {
+        const qint64 end = i + 1 < offsets.size() ? offsets[i + 1] : m_document.bytes().size();
+        const QString &key = m_entries.entries[i].key;
+        if (m_sizeAround + end - offsets[i] > HVLimits::current().parsedSize
+            && partToParse(m_document, key).state == HVEntryCut::TooLarge)
+            m_largeEntries.insert(offsets[i]);
+    }
+}
+
+bool ControlFile::isTooLargeToParse(const Branch &branch) const
+{
+    return m_largeEntries.contains(branch.top().offset);
 }
 
 bool ControlFile::serves(const Branch &branch) const
 {
-    return isEntry(branch) && isServed() && !isTooLarge(branch)
+    return isEntry(branch) && isServed() && !isTooLarge(branch) && !isTooLargeToParse(branch)
             && m_uses.value(branch.top().value(QStringLiteral("key"))) == 1;
 }
 

@@ -5,6 +5,7 @@
 #include "XmlDocument.h"
 
 #include <QtCore/QHash>
+#include <QtCore/QSet>
 #include <QtCore/QStringList>
 
 #include <optional>
@@ -52,16 +53,23 @@ public:
 
     [[nodiscard]] const EntryList &entries() const { return m_entries; }
 
+    /// Whether the branch is an entry for which a look-up would parse more than the library allows.
+    [[nodiscard]] bool isTooLargeToParse(const Branch &branch) const;
+
     /// Whether the branch is an entry that a look-up finds in this file.
     [[nodiscard]] bool serves(const Branch &branch) const;
 
 private:
     [[nodiscard]] bool isServed() const;
     void listEntries();
+    void findLargeEntries(const std::vector<int> &offsets);
 
     QString m_package;
+    qint64 m_size; // in bytes, as stored
     XmlDocument m_document;
     std::optional<MetLimit> m_limit;
+    qint64 m_sizeAround = 0; // bytes that every look-up parses; 0 if the file is small
+    QSet<int> m_largeEntries; // offsets
     EntryList m_entries;
     QHash<QString, int> m_uses; // of each key: the library serves no duplicates
 };

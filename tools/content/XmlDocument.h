@@ -63,6 +63,9 @@ public:
     /// The file in UTF-8. All offsets are in these bytes.
     [[nodiscard]] const QByteArray &bytes() const { return m_bytes; }
 
+    /// Whether the file is in another encoding.
+    [[nodiscard]] bool isConverted() const { return m_isConverted; }
+
     /// Null for a file without any element.
     [[nodiscard]] const Element *root() const { return m_root ? &*m_root : nullptr; }
 

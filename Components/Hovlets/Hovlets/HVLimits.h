@@ -62,7 +62,7 @@ struct HOVLETS_EXPORT HVLimits
      * Elements that one parse of a control file may build, usually those of one entry. More end the
      * parse as above, as do more attributes than this in one element. Each takes about 500 bytes.
      */
-    int builtElements = 50000;
+    int builtElements = 15000;
 
     /*!
      * Characters that the entities of one control file may add to it. The value of an entity counts
@@ -156,8 +156,8 @@ struct HOVLETS_EXPORT HVLimits
      * Bytes of one control file that are parsed for one look-up. For most files, these are the
      * entry and the text around the entries, because all other entries are omitted. A file with a
      * document type declaration, in an encoding other than UTF-8, or with names that have prefixes
-     * or letters beyond ASCII, is parsed as a whole. A file with more bytes to parse is skipped.
-     * The parser needs about 150 ms for 4 MB.
+     * or letters beyond ASCII, is parsed as a whole. So is the key-data file. A file with more
+     * bytes to parse is skipped with a warning. The parser needs about 150 ms for 4 MB.
      */
     qint64 parsedSize = qint64 { 4 } * 1024 * 1024;
 

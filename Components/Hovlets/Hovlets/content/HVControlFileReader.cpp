@@ -3,6 +3,7 @@
 
 #include "HVEntryCut.h"
 #include "HVEntryScan.h"
+#include "HVIndex.h"
 #include "HVLimits.h"
 #include "HVXmlElement.h"
 #include "HVXmlParser.h"
@@ -50,15 +51,6 @@ HVXmlElement *firstChild(const QObject &element)
             : qobject_cast<HVXmlElement *>(element.children().constFirst());
 }
 
-/// The part of \a bytes that the entry for \a key needs, if the rest can be left out.
-QByteArray neededFor(const QString &key, const HVEntryScan &scan, const QByteArray &bytes)
-{
-    if (!scan.isPlainFile(bytes))
-        return bytes;
-    const QByteArray needed = withoutOtherEntries(bytes, key, HVLimits::current().nestingDepth);
-    return !needed.isNull() && needed.size() < bytes.size() ? needed : bytes;
-}
-
 } // namespace
 
 HVControlFileReader::HVControlFileReader(Report report)
@@ -89,10 +81,15 @@ std::unique_ptr<HVXmlElement> HVControlFileReader::entry(const QString &key,
                                                          const QString &file,
                                                          const QByteArray &bytes)
 {
-    const QByteArray needed = neededFor(key, scan, bytes);
-    const qint64 limit = HVLimits::current().parsedSize;
-    if (needed.size() > limit) {
-        reportSkipped(file, QStringLiteral("more than %1 bytes to parse for an entry").arg(limit));
+    const HVLimits limits = HVLimits::current();
+    HVEntryCut cut;
+    if (scan.isPlainFile(bytes))
+        cut = withoutOtherEntries(bytes, key, limits.nestingDepth, limits.parsedSize);
+    if (cut.state == HVEntryCut::Ambiguous)
+        return nullptr;
+    const QByteArray &needed = cut.state == HVEntryCut::Done ? cut.bytes : bytes;
+    if (needed.size() > limits.parsedSize) {
+        reportTooLarge(file);
         return nullptr;
     }
     QString wanted = key;
@@ -107,11 +104,44 @@ std::unique_ptr<HVXmlElement> HVControlFileReader::entry(const QString &key,
     return std::unique_ptr<HVXmlElement>(root);
 }
 
+QStringList HVControlFileReader::keys(const QString &file)
+{
+    const HVFileBytes read = this->read(file);
+    if (read.result != HVFileBytes::Result::Read)
+        return {};
+    const HVLimits limits = HVLimits::current();
+    if (HVEntryScan(QString()).isPlainFile(read.bytes)) {
+        if (const auto keys = keysOfEntries(read.bytes, limits.nestingDepth))
+            return *keys;
+    }
+    if (read.bytes.size() > limits.parsedSize) {
+        reportTooLarge(file);
+        return {};
+    }
+    HVXmlParser parser(&HVIndex::indexDataShouldGenerateElement);
+    const QList<QObject *> objects = parse(parser, file, read.bytes);
+    Q_ASSERT_X(!objects.isEmpty(), "HVIndex::keys", "a control file without a root element");
+    QStringList keys;
+    const QObjectList entries =
+            objects.isEmpty() ? QObjectList() : objects.constFirst()->children();
+    for (QObject *child : entries) {
+        const auto *entry = qobject_cast<HVXmlElement *>(child);
+        if (entry && entry->hasAttribute(QStringLiteral("key")))
+            keys += entry->attribute(QStringLiteral("key"));
+    }
+    qDeleteAll(objects);
+    return keys;
+}
+
 void HVControlFileReader::addKeyData(const QString &key, const QString &file, HVXmlElement &element)
 {
     const HVFileBytes bytes = read(file);
     if (bytes.result != HVFileBytes::Result::Read)
         return;
+    if (bytes.bytes.size() > HVLimits::current().parsedSize) {
+        reportTooLarge(file);
+        return;
+    }
     QString wanted = key;
     HVXmlParser parser(&keyDataShouldGenerate, &wanted);
     parser.registerElement(QStringLiteral("HVXmlElement"), &HVXmlElement::staticMetaObject);
@@ -123,6 +153,13 @@ void HVControlFileReader::addKeyData(const QString &key, const QString &file, HV
             element.setAttribute(name, record->attribute(name));
     }
     qDeleteAll(objects);
+}
+
+void HVControlFileReader::reportTooLarge(const QString &file)
+{
+    reportSkipped(file,
+                  QStringLiteral("more than %1 bytes to parse for an entry")
+                          .arg(HVLimits::current().parsedSize));
 }
 
 void HVControlFileReader::reportSkipped(const QString &file, const QString &reason)

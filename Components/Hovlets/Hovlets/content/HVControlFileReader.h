@@ -6,6 +6,7 @@
 #include <QtCore/QList>
 #include <QtCore/QSet>
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 
 #include <functional>
 #include <memory>
@@ -45,6 +46,9 @@ public:
     std::unique_ptr<HVXmlElement> entry(const QString &key, const HVEntryScan &scan,
                                         const QString &file, const QByteArray &bytes);
 
+    /// The keys of the entries in \a file, as HVIndex::keys() lists them.
+    QStringList keys(const QString &file);
+
     /// Reports that \a file is skipped, unless \a reason is null.
     void reportSkipped(const QString &file, const QString &reason);
 
@@ -52,6 +56,8 @@ public:
     void addKeyData(const QString &key, const QString &file, HVXmlElement &element);
 
 private:
+    void reportTooLarge(const QString &file);
+
     Report m_report;
     QSet<QString> m_reported;
 };

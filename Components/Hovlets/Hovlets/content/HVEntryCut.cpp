@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVEntryCut.h"
 
+#include <algorithm>
 #include <array>
 #include <cctype>
 #include <string_view>
@@ -11,6 +12,11 @@ namespace Hovlets {
 namespace {
 
 using Bytes = std::string_view;
+
+Bytes viewOf(const QByteArray &array)
+{
+    return { array.constData(), static_cast<size_t>(array.size()) };
+}
 
 bool isXmlSpace(char c)
 {
@@ -69,16 +75,29 @@ size_t lengthOfCharacter(Bytes text)
     return first == 0xf0 && byte(1) >= 0x90 && continues(1) && continues(2) && continues(3) ? 4 : 0;
 }
 
-/// Reads a file from its start. Each function returns false if the file is in doubt.
+constexpr int MostAttributes = 10000; // of one element
+constexpr size_t TextStep = 65536; // bytes of text between checks
+
+/// Reads a file from its start. Each function returns false if the file is in doubt, or if the
+/// state says otherwise.
 class Reader
 {
 public:
-    Reader(Bytes file, Bytes key, size_t depth)
+    Reader(Bytes file, Bytes key, size_t depth, size_t most)
         : m_rest(file)
+        , m_file(file)
         , m_kept(file.data())
         , m_key(key)
         , m_depth(depth)
+        , m_most(most)
     {
+    }
+
+    /// Lists the keys of all entries instead of leaving entries out.
+    Reader(Bytes file, size_t depth, QStringList &keys)
+        : Reader(file, {}, depth, file.size())
+    {
+        m_keys = &keys;
     }
 
     bool readDocument()
@@ -90,13 +109,28 @@ public:
         return readAround() && readElement() && readAround() && m_rest.empty();
     }
 
-    QByteArray remaining()
+    HVEntryCut result(bool isRead)
     {
+        if (!isRead)
+            return { m_state, {}, m_rest.data() - m_file.data() };
         keepUpTo(m_rest.data());
-        return m_remaining;
+        return { HVEntryCut::Done, m_remaining, 0 };
     }
 
 private:
+    bool stop(HVEntryCut::State state)
+    {
+        m_state = state;
+        return false;
+    }
+
+    /// Whether no more would be left than allowed if the next \a length bytes are kept.
+    bool mayKeep(size_t length)
+    {
+        const auto kept = static_cast<size_t>(m_remaining.size() + (m_rest.data() - m_kept));
+        return m_isLeftOut || kept + length <= m_most || stop(HVEntryCut::TooLarge);
+    }
+
     bool startsWith(Bytes prefix) const { return m_rest.substr(0, prefix.size()) == prefix; }
 
     bool skipPast(Bytes mark)
@@ -139,12 +173,15 @@ private:
     {
         const std::array<bool, 256> &isOrdinary = ordinary();
         while (true) {
+            const size_t end = std::min(m_rest.size(), TextStep);
             size_t at = 0;
-            while (at < m_rest.size() && isOrdinary[static_cast<uchar>(m_rest[at])])
+            while (at < end && isOrdinary[static_cast<uchar>(m_rest[at])])
                 ++at;
             m_rest.remove_prefix(at);
-            if (m_rest.empty())
+            if (m_rest.empty() || (at > 0 && !mayKeep(0)))
                 return false;
+            if (at == TextStep)
+                continue;
             const char c = m_rest[0];
             if (ends.find(c) != Bytes::npos)
                 return true;
@@ -195,7 +232,7 @@ private:
         m_rest.remove_prefix(start.size());
         const char *const begin = m_rest.data();
         const size_t length = m_rest.find(end);
-        if (length == Bytes::npos)
+        if (length == Bytes::npos || !mayKeep(length))
             return false;
         const Bytes after = m_rest.substr(length + end.size());
         const std::array<bool, 256> &isOrdinary = ordinary();
@@ -221,7 +258,7 @@ private:
             return skipSection("<!--", "--") && take('>');
         }
         if (startsWith("<?")) {
-            Reader target(m_rest.substr(2), {}, 0);
+            Reader target(m_rest.substr(2), {}, 0, 0);
             const Bytes name = target.takeName();
             const bool isReserved = name.size() >= 3 && qstrnicmp(name.data(), "xml", 3) == 0;
             const bool ends = !target.m_rest.empty() && isXmlSpace(target.m_rest[0]);
@@ -246,7 +283,7 @@ private:
     {
         Bytes name;
         Bytes key;
-        bool hasKey = false;
+        int keys = 0; // the attributes with that name
         bool isClosed = false;
     };
 
@@ -257,7 +294,7 @@ private:
         tag.name = takeName();
         if (tag.name.empty())
             return false;
-        while (true) {
+        for (int attributes = 0; attributes <= MostAttributes; ++attributes) {
             const bool spaced = skipSpace();
             tag.isClosed = take('/');
             if (take('>'))
@@ -275,12 +312,11 @@ private:
             const char *const value = m_rest.data();
             if (!skipCharacters(Bytes(&quote, 1), true))
                 return false;
-            if (name == "key" && !tag.hasKey) {
-                tag.hasKey = true;
+            if (name == "key" && ++tag.keys == 1)
                 tag.key = Bytes(value, static_cast<size_t>(m_rest.data() - value));
-            }
             m_rest.remove_prefix(1);
         }
+        return false;
     }
 
     /// Reads the root and everything below it.
@@ -310,8 +346,8 @@ private:
                     return false;
                 if (open.empty() ? tag.name != "hovlets" : tag.name == "hovlets")
                     return false;
-                if (open.size() == 1)
-                    beginEntry(tag, start);
+                if (open.size() == 1 && !(m_keys ? noteKey(tag) : beginEntry(tag, start)))
+                    return false;
                 if (!tag.isClosed)
                     open.push_back(tag.name);
                 else if (open.size() == 1)
@@ -321,21 +357,39 @@ private:
         return true;
     }
 
-    void beginEntry(const Tag &tag, const char *start)
+    bool noteKey(const Tag &tag)
+    {
+        if (tag.name != "hovlet" || tag.keys == 0)
+            return true;
+        // Only the parser knows what such keys mean.
+        if (tag.keys > 1 || hasDoubtfulKey(tag))
+            return false;
+        m_keys->append(QString::fromUtf8(tag.key.data(), static_cast<int>(tag.key.size())));
+        return true;
+    }
+
+    static bool hasDoubtfulKey(const Tag &tag)
+    {
+        return tag.key.find_first_of("&\t\r\n") != Bytes::npos;
+    }
+
+    bool beginEntry(const Tag &tag, const char *start)
     {
         const bool isEntry = tag.name == "hovlet";
         const bool isExact = isEntry && tag.key == m_key;
-        const bool isWanted =
-                isExact || (isEntry && tag.key.find_first_of("&\t\r\n") != Bytes::npos);
+        const bool isWanted = isExact || (isEntry && hasDoubtfulKey(tag));
+        if (isExact && ++m_wanted > 1 && m_file.size() > m_most)
+            return stop(HVEntryCut::Ambiguous);
         // A file with two entries for the key serves neither; a third makes no difference.
-        m_isLeftOut = !isWanted || (isExact && ++m_wanted > 2);
+        m_isLeftOut = !isWanted || (isExact && m_wanted > 2);
         if (!m_isLeftOut)
-            return;
+            return true;
         keepUpTo(start);
         // The texts before and after must not join to form something else, such as "]]>" or a
         // line end.
         if (start[-1] != '>' && start[-1] != '\n' && start[-1] != ' ')
             m_remaining += "<?x ?>";
+        return true;
     }
 
     void endEntry()
@@ -352,9 +406,13 @@ private:
     }
 
     Bytes m_rest;
+    Bytes m_file;
     const char *m_kept; // start of what is kept and not yet in m_remaining
     Bytes m_key;
     size_t m_depth;
+    size_t m_most; // bytes that may be left
+    HVEntryCut::State m_state = HVEntryCut::InDoubt;
+    QStringList *m_keys = nullptr;
     int m_wanted = 0;
     bool m_isLeftOut = false; // the entry that is being read
     QByteArray m_remaining;
@@ -362,13 +420,20 @@ private:
 
 } // namespace
 
-QByteArray withoutOtherEntries(const QByteArray &file, const QString &key, int depth)
+HVEntryCut withoutOtherEntries(const QByteArray &file, const QString &key, int depth, qint64 most)
 {
     const QByteArray utf8 = key.toUtf8();
-    Reader reader(Bytes(file.constData(), static_cast<size_t>(file.size())),
-                  Bytes(utf8.constData(), static_cast<size_t>(utf8.size())),
-                  static_cast<size_t>(qMax(0, depth)));
-    return reader.readDocument() ? reader.remaining() : QByteArray();
+    Reader reader(viewOf(file), viewOf(utf8), static_cast<size_t>(qMax(0, depth)),
+                  static_cast<size_t>(qMax<qint64>(0, most)));
+    const bool isRead = reader.readDocument();
+    return reader.result(isRead);
+}
+
+std::optional<QStringList> keysOfEntries(const QByteArray &file, int depth)
+{
+    QStringList keys;
+    Reader reader(viewOf(file), static_cast<size_t>(qMax(0, depth)), keys);
+    return reader.readDocument() ? std::optional<QStringList>(keys) : std::nullopt;
 }
 
 } // namespace Hovlets

@@ -3,8 +3,26 @@
 
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
+#include <QtCore/QStringList>
+
+#include <optional>
 
 namespace Hovlets {
+
+/// What is left of a control file.
+struct HVEntryCut
+{
+    enum State {
+        Done,
+        InDoubt, ///< only the parser can read the file
+        TooLarge, ///< more would be left than allowed
+        Ambiguous ///< a large file has several entries for the key
+    };
+
+    State state = InDoubt;
+    QByteArray bytes; ///< the remaining document, when done
+    qint64 offset = 0; ///< where reading stopped, otherwise
+};
 
 /*!
  * \brief Removes from a control file all entries for other keys, which a look-up does not need.
@@ -16,12 +34,17 @@ namespace Hovlets {
  * byte is checked against an unambiguous subset of XML: UTF-8, no document type declaration, names
  * in ASCII without prefixes, references to characters of up to four digits and to the five
  * predefined entities. Ordinary control files use only this subset. The time is linear in the size
- * of the file.
+ * of the file, and shorter if reading stops earlier.
  *
+ * \param file starts like a plain file, see HVEntryScan
  * \param key the key to look up, which UTF-8 can represent
  * \param depth the most levels of nested elements
- * \return the remaining document, or a null array if the file is in doubt
+ * \param most bytes that may be left
  */
-QByteArray withoutOtherEntries(const QByteArray &file, const QString &key, int depth);
+HVEntryCut withoutOtherEntries(const QByteArray &file, const QString &key, int depth, qint64 most);
+
+/// The keys of all entries of \a file in document order, read in the same way, or no value if the
+/// file is in doubt. Entries without the attribute have no key.
+std::optional<QStringList> keysOfEntries(const QByteArray &file, int depth);
 
 } // namespace Hovlets

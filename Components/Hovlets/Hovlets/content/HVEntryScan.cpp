@@ -92,7 +92,9 @@ bool hasPlainProlog(Bytes text)
  */
 std::optional<Bytes> keyInTag(Bytes text)
 {
-    while (true) {
+    constexpr int MostAttributes = 10000;
+
+    for (int attributes = 0; attributes <= MostAttributes; ++attributes) {
         skipSpace(text);
         if (text.empty())
             return std::nullopt;
@@ -121,6 +123,7 @@ std::optional<Bytes> keyInTag(Bytes text)
             return value.find('&') == Bytes::npos ? std::optional<Bytes>(value) : std::nullopt;
         text.remove_prefix(end + 1);
     }
+    return std::nullopt;
 }
 
 /*!

@@ -138,23 +138,9 @@ bool HVIndex::isInUpdate() const
 QStringList HVIndex::keys()
 {
     QStringList keys;
-    HVXmlParser parser(&HVIndex::indexDataShouldGenerateElement);
     const QList<HVControlFiles::File> files = d->controlFiles.files();
-    for (const HVControlFiles::File &file : files) {
-        const HVFileBytes read = d->reader.read(file.path);
-        if (read.result != HVFileBytes::Result::Read)
-            continue;
-        const QList<QObject *> objects = d->reader.parse(parser, file.path, read.bytes);
-        Q_ASSERT_X(!objects.isEmpty(), "HVIndex::keys", "a control file without a root element");
-        if (objects.isEmpty())
-            continue;
-        for (QObject *child : objects.constFirst()->children()) {
-            const auto *entry = qobject_cast<HVXmlElement *>(child);
-            if (entry && entry->hasAttribute(QStringLiteral("key")))
-                keys += entry->attribute(QStringLiteral("key"));
-        }
-        qDeleteAll(objects);
-    }
+    for (const HVControlFiles::File &file : files)
+        keys += d->reader.keys(file.path);
     return keys;
 }
 
