@@ -310,6 +310,68 @@ private Q_SLOTS:
         QCOMPARE(shown(text("<b>a</b> ") + QString(1000, QChar(0x6587))).text.count(breaks), 0);
     }
 
+    void shouldLimitTheMarksOfALetter_data()
+    {
+        QTest::addColumn<QString>("letter");
+        QTest::addColumn<QString>("mark");
+        const auto row = [](const char *name, const char *letter, const char *mark) {
+            QTest::newRow(name) << QString::fromUtf8(letter) << QString::fromUtf8(mark);
+        };
+        row("accents", "a", "\u0301");
+        row("Arabic", "\u0628", "\u064b");
+        row("Hebrew", "\u05d0", "\u05b0");
+        row("beyond 16 bits", "a", "\U0001d165");
+        row("enclosing", "a", "\u20dd");
+        row("without a letter", "", "\u0301");
+        row("on an emoji", "\U0001f600", "\ufe0f");
+    }
+
+    /// Fonts need more than linear time to order and place them.
+    void shouldLimitTheMarksOfALetter()
+    {
+        QFETCH(QString, letter);
+        QFETCH(QString, mark);
+        constexpr int Most = 30;
+        const QString longest = letter + mark.repeated(Most);
+        HVDisplayBudget budget({});
+        QCOMPARE(shown(text("<i>") + longest).text, text("<i>") + longest + text("</i>"));
+        for (const int marks : { Most + 1, 5000 }) {
+            const QString written = letter + mark.repeated(marks) + text(" ") + longest;
+            const QString becomes = longest + text(" ") + longest;
+            QCOMPARE(shownPlainText(written, budget).text, becomes);
+            QCOMPARE(shown(text("<i>") + written).spoken, becomes);
+            QCOMPARE(shown(text("<i>")
+                           + QString(written).insert(letter.size() + mark.size(), text("</i>")))
+                             .spoken,
+                     becomes);
+        }
+        // They count as characters nevertheless.
+        HVLimits limits;
+        limits.shownCharacters = 100;
+        QVERIFY(shown(mark.repeated(101), {}, limits).isCut);
+    }
+
+    void shouldKeepTheMarksOfWriting_data()
+    {
+        QTest::addColumn<QString>("written");
+        const auto row = [](const char *name, const char *written) {
+            QTest::newRow(name) << QString::fromUtf8(written).repeated(20);
+        };
+        row("Vietnamese", "Tie\u0302\u0301ng Vie\u0323\u0302t ");
+        row("Hebrew", "\u05d1\u05bc\u05b0\u05e8\u05b5\u05d0\u05e9\u05c1\u05b4\u0596\u05d9\u05ea ");
+        row("Arabic", "\u0627\u0644\u0633\u0651\u064e\u0644\u064e\u0627\u0645\u064f ");
+        row("Thai", "\u0e17\u0e35\u0e48\u0e19\u0e35\u0e48 ");
+        row("Devanagari", "\u0915\u094d\u0937\u093f ");
+        row("Tibetan", "\u0f66\u0f92\u0fb2\u0f74\u0f56 ");
+    }
+
+    void shouldKeepTheMarksOfWriting()
+    {
+        QFETCH(QString, written);
+        HVDisplayBudget budget({});
+        QCOMPARE(shownPlainText(written, budget).text, written);
+    }
+
     void shouldNestWithinBounds()
     {
         const QString lists = shown(text("<ul><li>x").repeated(100)).text;

@@ -10,6 +10,10 @@ namespace {
 /// Number of letters without a line break opportunity; several lines of them in any popup.
 constexpr int LongWord = 200;
 
+/// Number of marks on one letter. Fonts need more than linear time to order and place them. No
+/// writing system comes close; Unicode's stream-safe text has the same limit.
+constexpr int MostMarks = 30;
+
 constexpr QChar Ellipsis(0x2026);
 constexpr QChar ZeroWidthSpace(0x200b);
 constexpr QChar ZeroWidthJoiner(0x200d);
@@ -64,12 +68,25 @@ bool HVShownTextWriter::writeCharacter(QStringView character)
         cut();
         return false;
     }
+    if (isMarkTooMany(character))
+        return true;
     const QChar first = character.front();
     breakLongWord(first);
     const bool isShown = character.size() > 1 || !(isReserved(first) || first.isSurrogate());
     for (const QChar c : character)
         append(isShown ? c : QChar(QChar::ReplacementCharacter));
     return true;
+}
+
+bool HVShownTextWriter::isMarkTooMany(QStringView character)
+{
+    const uint code = character.size() > 1 ? QChar::surrogateToUcs4(character[0], character[1])
+                                           : character[0].unicode();
+    if (QChar::isMark(code))
+        return ++m_marks > MostMarks;
+    if (QChar::category(code) != QChar::Other_Format) // joiners, for example
+        m_marks = 0;
+    return false;
 }
 
 void HVShownTextWriter::append(QChar c)

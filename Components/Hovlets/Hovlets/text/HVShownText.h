@@ -27,6 +27,7 @@ struct HVShownText
  *   U+FFFD.
  * - A word of hundreds of letters gets zero-width spaces where it may break, because Qt measures
  *   the whole rest of a word for each of its lines.
+ * - A letter keeps its first 30 marks, such as accents.
  * - Where the budget ends, the text ends with "…", and nothing more is written.
  */
 class HVShownTextWriter
@@ -58,6 +59,7 @@ public:
 
 private:
     bool writeCharacter(QStringView character);
+    bool isMarkTooMany(QStringView character);
     void append(QChar c);
     void breakLongWord(QChar next);
 
@@ -65,6 +67,7 @@ private:
     HVShownText m_shown;
     bool m_escapes;
     int m_wordLength = 0;
+    int m_marks = 0; // on the current letter
 };
 
 /// Converts \a text to plain text within \a budget.
