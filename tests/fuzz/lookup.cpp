@@ -40,12 +40,17 @@ void lookUp(const QByteArray &file, const QString &key)
     const HVEntryScan scan(key);
     const bool mayHold = scan.mayHold(file);
     require(mayHold || !whole.entry(), "The search refuses", file, key);
-    require(HVEntryKeys(file).mayHold(scan) || !mayHold, "The keys in memory lack", file, key);
+    HVEntryKeys keys(file);
+    require(keys.mayHold(scan) || !mayHold, "The keys in memory lack", file, key);
 
     HVControlFileReader reader([](const QString &) {});
-    const auto found = reader.entry(key, scan, QStringLiteral("file"), file);
+    const auto found = reader.entry(key, scan, QStringLiteral("file"), file, keys);
     require(description(found.get()) == description(whole.entry() ? whole.root() : nullptr),
             "The entry without others differs for", file, key);
+    require(keys.mayHold(scan) || !found, "The parsed keys lack", file, key);
+    const HVEntryScan other(QStringLiteral("another-key"));
+    require(keys.mayHold(other) || !WholeParse(file, QStringLiteral("another-key")).entry(),
+            "The parsed keys lack another one of", file, key);
 }
 
 } // namespace

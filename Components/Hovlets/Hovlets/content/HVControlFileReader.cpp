@@ -30,11 +30,26 @@ int childShouldGenerate(const QString &qName, const QXmlAttributes &attributes,
             : HVXmlParser::SkipElement | HVXmlParser::SkipChildren;
 }
 
-/// Builds the entry whose key is \a userData, and its root.
+/// The entry to build, and what the parser finds.
+struct WantedEntry
+{
+    const QString &key;
+    HVEntryKeys *keys; // to add all keys to, or null
+    bool isFound = false;
+};
+
+/// Builds the entry that \a userData describes, and its root.
 int entryShouldGenerate(const QString &qName, const QXmlAttributes &attributes, void *userData)
 {
-    return childShouldGenerate(qName, attributes, QLatin1String("hovlets"), QLatin1String("hovlet"),
-                               QLatin1String("key"), *static_cast<const QString *>(userData));
+    auto *wanted = static_cast<WantedEntry *>(userData);
+    const QLatin1String tag("hovlet");
+    const QLatin1String name("key");
+    if (wanted->keys && qName == tag)
+        wanted->keys->add(attributes.value(name));
+    const int generate = childShouldGenerate(qName, attributes, QLatin1String("hovlets"), tag, name,
+                                             wanted->key);
+    wanted->isFound |= (generate & HVXmlParser::GenerateAll) != 0;
+    return generate;
 }
 
 /// Builds the record whose name is \a userData in a key-data file, and its root.
@@ -79,7 +94,7 @@ QList<QObject *> HVControlFileReader::parse(HVXmlParser &parser, const QString &
 std::unique_ptr<HVXmlElement> HVControlFileReader::entry(const QString &key,
                                                          const HVEntryScan &scan,
                                                          const QString &file,
-                                                         const QByteArray &bytes)
+                                                         const QByteArray &bytes, HVEntryKeys &keys)
 {
     const HVLimits limits = HVLimits::current();
     HVEntryCut cut;
@@ -90,12 +105,18 @@ std::unique_ptr<HVXmlElement> HVControlFileReader::entry(const QString &key,
     const QByteArray &needed = cut.state == HVEntryCut::Done ? cut.bytes : bytes;
     if (needed.size() > limits.parsedSize) {
         reportTooLarge(file);
+        if (cut.state == HVEntryCut::InDoubt && !scan.plainKey().isNull())
+            keys.clear(); // the same for all keys
         return nullptr;
     }
-    QString wanted = key;
+    WantedEntry wanted { key, keys.isComplete() ? nullptr : &keys };
     HVXmlParser parser(&entryShouldGenerate, &wanted);
     parser.registerElement(QStringLiteral("HVXmlElement"), &HVXmlElement::staticMetaObject);
     const QList<QObject *> objects = parse(parser, file, needed);
+    if (wanted.keys && !parser.isClosed() && !wanted.isFound)
+        keys.clear(); // nothing was built that other keys would not build
+    else if (wanted.keys && parser.limitMet().isNull())
+        keys.complete();
     auto *root = objects.size() == 1 ? qobject_cast<HVXmlElement *>(objects.constFirst()) : nullptr;
     if (!root || root->children().size() != 1 || !parser.isClosed() || !firstChild(*root)) {
         qDeleteAll(objects);

@@ -15,6 +15,7 @@ class QObject;
 
 namespace Hovlets {
 
+class HVEntryKeys;
 class HVEntryScan;
 class HVXmlElement;
 class HVXmlParser;
@@ -41,10 +42,11 @@ public:
      * The root element of \a file with the entry for \a key as its only child, or null if the file
      * has no such entry or several, or if the root is not closed.
      *
-     * \a scan is that for the key.
+     * \a scan is that for the key. If \a keys are incomplete, the parser completes them.
      */
     std::unique_ptr<HVXmlElement> entry(const QString &key, const HVEntryScan &scan,
-                                        const QString &file, const QByteArray &bytes);
+                                        const QString &file, const QByteArray &bytes,
+                                        HVEntryKeys &keys);
 
     /// The keys of the entries in \a file, as HVIndex::keys() lists them.
     QStringList keys(const QString &file);

@@ -127,9 +127,10 @@ std::optional<Bytes> keyInTag(Bytes text)
 }
 
 /*!
- * Calls \a visit for the key of each entry in order, and stops when it returns true.
+ * Calls \a visit for the key of each entry in order, and stops when it returns true. Entries with
+ * keys that only a parser can determine have no value.
  *
- * \return whether it stopped, or an entry has a key that only a parser can determine
+ * \return whether it stopped, or only a parser can find the entries
  */
 template <typename Visit> bool anyKey(Bytes text, Visit visit)
 {
@@ -145,7 +146,7 @@ template <typename Visit> bool anyKey(Bytes text, Visit visit)
         if (!isSpace(text[0]) && text[0] != '>' && text[0] != '/')
             continue;
         const std::optional<Bytes> key = keyInTag(text);
-        if (!key || visit(*key))
+        if (visit(key))
             return true;
     }
     return false;
@@ -185,23 +186,56 @@ bool HVEntryScan::isPlainFile(const QByteArray &file) const
 bool HVEntryScan::mayHold(const QByteArray &file) const
 {
     const Bytes wanted = bytesOf(m_key);
-    return !m_plainKey || anyKey(bytesOf(file), [wanted](Bytes key) { return key == wanted; });
+    return !m_plainKey || anyKey(bytesOf(file), [wanted](const std::optional<Bytes> &key) {
+        return !key || *key == wanted;
+    });
 }
 
 HVEntryKeys::HVEntryKeys(const QByteArray &file)
 {
-    // Enough for any content that people write. With more keys, each look-up searches the file.
-    constexpr size_t MostKeys = 65536;
-
-    m_isComplete = !anyKey(bytesOf(file), [this](Bytes key) {
-        m_hashes.push_back(hashOf(key));
-        return m_hashes.size() > MostKeys;
+    bool isInDoubt = false;
+    const bool isStopped = anyKey(bytesOf(file), [&](const std::optional<Bytes> &key) {
+        if (key)
+            insert(hashOf(*key));
+        isInDoubt |= !key;
+        return m_hasTooMany;
     });
-    if (!m_isComplete)
-        m_hashes.clear();
+    m_isComplete = !isStopped && !isInDoubt;
+    sort();
+}
+
+void HVEntryKeys::insert(quint32 hash)
+{
+    // As many as fit into a file of 64 MB. With more keys, each look-up searches the file.
+    constexpr size_t MostKeys = 4000000;
+
+    m_hasTooMany |= m_hashes.size() == MostKeys;
+    if (!m_hasTooMany)
+        m_hashes.push_back(hash);
+}
+
+void HVEntryKeys::sort()
+{
     std::sort(m_hashes.begin(), m_hashes.end());
     m_hashes.erase(std::unique(m_hashes.begin(), m_hashes.end()), m_hashes.end());
     m_hashes.shrink_to_fit();
+}
+
+void HVEntryKeys::add(const QString &key)
+{
+    insert(hashOf(bytesOf(key.toUtf8())));
+}
+
+void HVEntryKeys::complete()
+{
+    m_isComplete = !m_hasTooMany;
+    sort();
+}
+
+void HVEntryKeys::clear()
+{
+    m_isComplete = true;
+    m_hashes.clear();
 }
 
 bool HVEntryKeys::mayHold(const HVEntryScan &key) const

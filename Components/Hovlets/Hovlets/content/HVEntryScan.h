@@ -24,6 +24,9 @@ public:
     /// False if no "hovlet" element of the file has the key.
     [[nodiscard]] bool mayHold(const QByteArray &file) const;
 
+    /// The key in UTF-8, or a null array if UTF-8 cannot represent it.
+    [[nodiscard]] QByteArray plainKey() const { return m_plainKey ? m_key : QByteArray(); }
+
     /// Whether file and key are in plain UTF-8, and the file has no document type declaration.
     [[nodiscard]] bool isPlainFile(const QByteArray &file) const;
 
@@ -39,7 +42,8 @@ private:
  * \brief The keys of all entries in the bytes of a control file, in four bytes each.
  *
  * Gives the same answers as HVEntryScan for these bytes, but does not store the bytes. It may say
- * "maybe" for a key that only resembles one of the file's.
+ * "maybe" for a key that only resembles one of the file's. If only the parser can determine some
+ * keys, the set is incomplete until the parser has added them.
  */
 class HVEntryKeys
 {
@@ -49,11 +53,26 @@ public:
 
     explicit HVEntryKeys(const QByteArray &file);
 
+    [[nodiscard]] bool isComplete() const { return m_isComplete; }
+
+    /// Adds a key that the parser found.
+    void add(const QString &key);
+
+    /// Call when the parser has added all keys that only it can determine.
+    void complete();
+
+    /// Forgets all keys, because the file serves none.
+    void clear();
+
     /// False if no "hovlet" element of the file has the key.
     [[nodiscard]] bool mayHold(const HVEntryScan &key) const;
 
 private:
+    void insert(quint32 hash);
+    void sort();
+
     bool m_isComplete = false;
+    bool m_hasTooMany = false;
     std::vector<quint32> m_hashes; // sorted
 };
 

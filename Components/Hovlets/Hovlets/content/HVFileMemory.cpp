@@ -35,23 +35,46 @@ quint64 HVToolTipPass::current() noexcept
 bool HVFileMemory::mayHold(const QString &file, const HVEntryScan &key, const QLocale &locale)
 {
     const auto known = m_files.find(file);
-    if (known == m_files.end())
-        return true;
-    if (known->keys.mayHold(key) && (known->locale.isEmpty() || QLocale(known->locale) == locale))
+    if (known == m_files.end() || mayServe(*known, key, locale))
         return true;
     const quint64 pass = HVToolTipPass::current();
-    if (pass != 0 && known->pass == pass)
+    const bool isThisPass = pass != 0 && known->pass == pass;
+    if (isThisPass && known->status.isSettled())
         return false;
-    if (!known->status.isSameAs(HVFileStatus(file)))
-        return true;
-    known->pass = pass;
-    return false;
+    const HVFileStatus status(file);
+    const bool isUnchanged =
+            known->status.isSameAs(status) || (isThisPass && known->status.looksLike(status));
+    if (isUnchanged)
+        known->pass = pass;
+    return !isUnchanged;
 }
 
-const HVEntryKeys &HVFileMemory::remember(const QString &file, const HVFileBytes &read)
+bool HVFileMemory::mayServe(const Known &known, const HVEntryScan &key, const QLocale &locale)
 {
-    const quint64 pass = read.status.isSettled() ? HVToolTipPass::current() : 0;
-    return m_files.insert(file, { read.status, HVEntryKeys(read.bytes), pass, QString() })->keys;
+    if (!known.keys->mayHold(key) || known.refused.contains(key.plainKey()))
+        return false;
+    return known.locale.isEmpty() || QLocale(known.locale) == locale;
+}
+
+HVFileMemory::Keys HVFileMemory::remember(const QString &file, const HVFileBytes &read)
+{
+    Known known;
+    known.status = read.status;
+    known.keys = std::make_shared<HVEntryKeys>(read.bytes);
+    known.pass = HVToolTipPass::current();
+    return m_files.insert(file, known)->keys;
+}
+
+void HVFileMemory::rememberRefusal(const QString &file, const Keys &keys, const HVEntryScan &key)
+{
+    constexpr int MostRefused = 1000; // far more than controls under the pointer
+
+    const auto known = m_files.find(file);
+    if (known == m_files.end() || known->keys != keys || key.plainKey().isNull())
+        return;
+    if (known->refused.size() == MostRefused)
+        known->refused.clear();
+    known->refused.insert(key.plainKey());
 }
 
 void HVFileMemory::rememberLocale(const QString &file, const QString &locale)

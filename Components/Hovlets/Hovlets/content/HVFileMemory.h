@@ -6,13 +6,18 @@
 
 #include <QtCore/QHash>
 #include <QtCore/QLocale>
+#include <QtCore/QSet>
 #include <QtCore/QString>
+
+#include <memory>
 
 namespace Hovlets {
 
 /*!
- * \brief Marks the period in which Qt offers one tooltip to a control and its parents. The status
- * of each file is queried only once during it.
+ * \brief Marks the period in which Qt offers one tooltip to a control and its parents, or in which
+ * one entry is looked up in two locales. The status of each file is queried only once during it.
+ * Files whose time stamps are too recent are the exception: each is read once while its status
+ * remains the same.
  *
  * Construct one around each look-up for the tooltip. GUI thread only; scopes nest.
  */
@@ -39,19 +44,24 @@ private:
  * \brief Remembers the keys and the locale of each control file that was read.
  *
  * Most controls under the pointer have no entry, and Qt offers their tooltip to each parent in
- * turn. For keys that a file does not have, its status then suffices, and its bytes are not read.
- * Entries are not stored: a file that may have the key, or may have changed, is read again. GUI
- * thread only.
+ * turn. For keys that a file does not have or cannot serve, its status then suffices, and its bytes
+ * are not read. Entries are not stored: a file that may have the key, or may have changed, is read
+ * again. GUI thread only.
  */
 class HVFileMemory
 {
 public:
-    /// False if the file has not changed since it was read and has no entry for \a key in
-    /// \a locale.
+    /// False if the file has not changed since it was read and cannot serve \a key in \a locale.
     [[nodiscard]] bool mayHold(const QString &file, const HVEntryScan &key, const QLocale &locale);
 
-    /// Remembers a file that was read, and returns its keys.
-    const HVEntryKeys &remember(const QString &file, const HVFileBytes &read);
+    using Keys = std::shared_ptr<HVEntryKeys>;
+
+    /// Remembers a file that was read, and returns its keys, which the caller may complete.
+    Keys remember(const QString &file, const HVFileBytes &read);
+
+    /// Remembers that the file cannot serve \a key, although it may have such an entry. Does
+    /// nothing if the file was read again since \a keys were returned.
+    void rememberRefusal(const QString &file, const Keys &keys, const HVEntryScan &key);
 
     /// Remembers the locale in the file's root element, if it has one.
     void rememberLocale(const QString &file, const QString &locale);
@@ -60,10 +70,13 @@ private:
     struct Known
     {
         HVFileStatus status;
-        HVEntryKeys keys;
-        quint64 pass = 0; // last pass in which the file was found unchanged
+        Keys keys;
+        QSet<QByteArray> refused; // keys of entries that cannot be served
+        quint64 pass = 0; // last pass in which the file was read or found unchanged
         QString locale; // empty if unknown, or if the file serves every locale
     };
+
+    static bool mayServe(const Known &known, const HVEntryScan &key, const QLocale &locale);
 
     QHash<QString, Known> m_files;
 };

@@ -192,12 +192,14 @@ HVXmlElement *HVIndex::load(const QString &key, const QString &file, const QLoca
 {
     const HVEntryScan scan(key);
     const HVFileBytes read = d->reader.read(file);
-    const bool mayHold = d->memory.remember(file, read).mayHold(scan);
-    if (read.bytes.isEmpty() || !mayHold || !scan.mayHold(read.bytes))
+    const HVFileMemory::Keys keys = d->memory.remember(file, read);
+    if (read.bytes.isEmpty() || !keys->mayHold(scan) || !scan.mayHold(read.bytes))
         return nullptr;
-    auto top = d->reader.entry(key, scan, file, read.bytes);
-    if (!top)
+    auto top = d->reader.entry(key, scan, file, read.bytes, *keys);
+    if (!top) {
+        d->memory.rememberRefusal(file, keys, scan);
         return nullptr;
+    }
     const QString fileLocale = top->attribute(QStringLiteral("locale"));
     d->memory.rememberLocale(file, fileLocale);
     if (!fileLocale.isEmpty() && QLocale(fileLocale) != locale)

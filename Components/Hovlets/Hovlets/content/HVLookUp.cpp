@@ -2,6 +2,7 @@
 #include "HVLookUp.h"
 
 #include "HVContentLocale.h"
+#include "HVFileMemory.h"
 #include "HVIndex.h"
 #include "HVPackageFiles.h"
 
@@ -23,6 +24,8 @@ HVXmlElement *retrieveByLocale(HVIndex &index, const HVContext &settings, const 
 {
     const QLocale preferred = preferredContentLocale(settings);
     const QLocale fallback = fallbackContentLocale(settings);
+    const quint64 current = HVToolTipPass::current();
+    const HVToolTipPass pass(current != 0 ? current : HVToolTipPass::next());
     HVXmlElement *entry = index.retrieve(key, preferred, path, depth, root);
     return entry ? entry : index.retrieve(key, fallback, path, depth, root);
 }

@@ -197,8 +197,13 @@ HVFileStatus::HVFileStatus(const QString &path)
 
 bool HVFileStatus::isSameAs(const HVFileStatus &later) const
 {
-    return m_exists && later.m_exists && m_isSettled && m_device == later.m_device
-            && m_file == later.m_file && m_size == later.m_size && m_modified == later.m_modified
+    return m_isSettled && looksLike(later);
+}
+
+bool HVFileStatus::looksLike(const HVFileStatus &later) const
+{
+    return m_exists && later.m_exists && m_device == later.m_device && m_file == later.m_file
+            && m_size == later.m_size && m_modified == later.m_modified
             && m_changed == later.m_changed;
 }
 

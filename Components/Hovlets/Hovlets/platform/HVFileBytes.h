@@ -25,6 +25,10 @@ public:
      */
     [[nodiscard]] bool isSameAs(const HVFileStatus &later) const;
 
+    /// Whether both have the same time stamps and the same size. The file may have changed all the
+    /// same, see isSameAs().
+    [[nodiscard]] bool looksLike(const HVFileStatus &later) const;
+
     /// Whether any later change would be visible in a later status.
     [[nodiscard]] bool isSettled() const { return m_isSettled; }
 
