@@ -3,12 +3,35 @@
 #include "TestMain.h"
 #include "TranslationFile.h"
 
+#include "HVEntryReader.h"
 #include "HVIndex.h"
+#include "HVLookUpMemory.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QElapsedTimer>
 
 using namespace Hovlets;
+
+namespace {
+
+/// Removes a file after it has translated a text.
+class RemovingHost : public RecordingHost
+{
+public:
+    using RecordingHost::RecordingHost;
+
+    QString translateString(const QString &text, const QString &context) override
+    {
+        const QString translation = RecordingHost::translateString(text, context);
+        if (!removed.isEmpty())
+            QFile::remove(removed);
+        return translation;
+    }
+
+    QString removed; // path
+};
+
+} // namespace
 
 /// Tests HVKeyConfineContent, which restricts the files that control files may name.
 class tst_HVView_Confined : public QObject
@@ -197,6 +220,68 @@ private Q_SLOTS:
     }
 
     /// Every text and picture of a popup searches for files.
+    /// An entry with hundreds of texts would otherwise search all its folders for each of them.
+    void shouldLookForAFileOnceWhileAnEntryIsRead()
+    {
+        HVContext settings = m_bench->context();
+        settings.set(HVKeyLocale, QStringLiteral("en_US"));
+        auto host =
+                std::make_unique<RemovingHost>(settings, QStringList { m_bench->folder.path() });
+        host->removed = m_bench->folder.add(QStringLiteral("Pack.hovlets/l10n/Hovlets_en_US.qm"),
+                                            translationFile("a", "text", QStringLiteral("shown")));
+        const QString removed = host->removed;
+        m_bench->host = std::move(host);
+        QVERIFY(m_bench->show());
+        HVView *view = m_bench->view();
+        for (int i = 0; i < 3; ++i) {
+            auto *paragraph = new HVXmlElement(view->content());
+            paragraph->setTagName(QStringLiteral("p"));
+            paragraph->setContent(QStringLiteral("text"));
+        }
+        const QVariantList blocks = HVEntryReader(view)
+                                            .read(view->content(), false)
+                                            .value(QStringLiteral("blocks"))
+                                            .toList();
+        QVERIFY(!QFile::exists(removed));
+        QCOMPARE(int(blocks.size()), 3);
+        for (const QVariant &block : blocks)
+            QCOMPARE(block.toMap().value(QStringLiteral("text")).toString(),
+                     QStringLiteral("shown"));
+        // The next look-up notices.
+        QCOMPARE(view->translate(QStringLiteral("text"), QStringLiteral("a")),
+                 QStringLiteral("text"));
+    }
+
+    void shouldResolveFoldersOnceWhileAnEntryIsRead()
+    {
+        const HVLookUpMemory memory;
+        const HVIndex *index = m_bench->host->manager()->index();
+        const HVXmlElement *content = m_bench->view()->content();
+        int made = 0;
+        const auto search = [&](bool isConfined, const QString &hostPath) {
+            memory.search(content, isConfined, hostPath, [&] {
+                ++made;
+                return HVComponentSearch(*index, content);
+            });
+        };
+        for (int i = 0; i < 3; ++i)
+            search(true, QString());
+        QCOMPARE(made, 3);
+        {
+            const HVLookUpMemory::Scope reading(memory);
+            const HVLookUpMemory::Scope inner(memory);
+            for (int i = 0; i < 3; ++i)
+                search(true, QString());
+            QCOMPARE(made, 4);
+            search(true, QStringLiteral("l10n"));
+            QCOMPARE(made, 5);
+            search(false, QString());
+            QCOMPARE(made, 6);
+        }
+        search(false, QString());
+        QCOMPARE(made, 7);
+    }
+
     void shouldSearchAPackageOnlyOnce()
     {
         const QString search = QStringLiteral("Other,none ,").repeated(100000);

@@ -4,6 +4,7 @@
 #include "HVComponentSearch.h"
 #include "HVContentTranslator.h"
 #include "HVIndex.h"
+#include "HVLookUpMemory.h"
 #include "HVSettings.h"
 #include "HVViewServices.h"
 #include "HVXmlElement.h"
@@ -12,9 +13,11 @@
 
 namespace Hovlets {
 
-HVComponentFinder::HVComponentFinder(HVViewServices *services, const HVXmlElement *content) noexcept
+HVComponentFinder::HVComponentFinder(HVViewServices *services, const HVXmlElement *content,
+                                     const HVLookUpMemory &memory) noexcept
     : m_services(services)
     , m_content(content)
+    , m_memory(memory)
 {
 }
 
@@ -43,11 +46,17 @@ QString HVComponentFinder::find(const QString &attribute, contextKey key, const 
     const QString name = category(attribute, key, fallback);
     if (!m_services || !m_content)
         return name;
-    HVComponentSearch search(m_services->contentIndex(), m_content);
-    if (setting(HVKeyConfineContent).toBool())
-        search.confine(categoryOfContent(attribute).isEmpty() ? name : QString());
-    const QString found = search.find(name, relativePath);
-    warnOfRefused(search.refused());
+    const bool isConfined = setting(HVKeyConfineContent).toBool();
+    const bool isOfHost = isConfined && categoryOfContent(attribute).isEmpty();
+    const QString hostPath = isOfHost ? name : QString();
+    const auto search = m_memory.search(m_content, isConfined, hostPath, [&] {
+        HVComponentSearch made(m_services->contentIndex(), m_content);
+        if (isConfined)
+            made.confine(hostPath);
+        return made;
+    });
+    const QString found = search->find(name, relativePath);
+    warnOfRefused(search->refused());
     return found;
 }
 

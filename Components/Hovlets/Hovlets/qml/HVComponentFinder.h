@@ -8,6 +8,7 @@
 
 namespace Hovlets {
 
+class HVLookUpMemory;
 class HVViewServices;
 class HVXmlElement;
 
@@ -15,14 +16,15 @@ class HVXmlElement;
  * \brief Finds the files that belong to an entry: its user interface, resources and translations.
  *
  * Create a finder where it is needed: it refers to the entry and the services, and each call
- * accesses the disk. Without services it finds nothing, and returns the names that it was asked
- * for. GUI thread only.
+ * accesses the disk unless the memory has the answer. Without services it finds nothing, and
+ * returns the names that it was asked for. GUI thread only.
  */
 class HVComponentFinder
 {
 public:
-    /// \a services and \a content may be null; both must outlive the finder.
-    HVComponentFinder(HVViewServices *services, const HVXmlElement *content) noexcept;
+    /// \a services and \a content may be null; all must outlive the finder.
+    HVComponentFinder(HVViewServices *services, const HVXmlElement *content,
+                      const HVLookUpMemory &memory) noexcept;
 
     /*!
      * The folder or file for components of a kind: the attribute of the content, else that of its
@@ -62,6 +64,7 @@ private:
 
     HVViewServices *m_services;
     const HVXmlElement *m_content;
+    const HVLookUpMemory &m_memory;
 };
 
 } // namespace Hovlets

@@ -53,6 +53,15 @@ void HVComponentSearch::confine(const QString &hostPath)
 
 QString HVComponentSearch::find(const QString &category, const QString &relativePath)
 {
+    const QPair<QString, QString> question(category, relativePath);
+    const auto known = m_found.constFind(question);
+    if (known != m_found.constEnd())
+        return *known;
+    return *m_found.insert(question, search(category, relativePath));
+}
+
+QString HVComponentSearch::search(const QString &category, const QString &relativePath)
+{
     for (const QString &folder : std::as_const(m_folders)) {
         const QString candidate = QDir(folder).absoluteFilePath(category);
         const QFileInfo file(relativePath.isEmpty()

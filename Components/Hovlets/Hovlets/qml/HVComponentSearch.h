@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QtCore/QHash>
+#include <QtCore/QPair>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
@@ -12,7 +14,8 @@ class HVXmlElement;
 /*!
  * \brief Finds the files that content names, in the search folders of its entry.
  *
- * Create one for each look-up. Each folder is searched once, however often the content names it.
+ * Each folder is searched once, however often the content names it, and the answers are remembered:
+ * create a search when you need it, and do not keep it.
  */
 class HVComponentSearch
 {
@@ -41,8 +44,10 @@ public:
     [[nodiscard]] QStringList refused() const { return m_refused; }
 
 private:
+    QString search(const QString &category, const QString &relativePath);
     bool admits(const QString &path);
 
+    QHash<QPair<QString, QString>, QString> m_found; // by category and relative path
     QStringList m_folders;
     QStringList m_admitted; // canonical paths
     QStringList m_refused;

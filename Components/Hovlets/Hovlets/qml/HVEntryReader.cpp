@@ -4,6 +4,7 @@
 #include "HVClipOpening.h"
 #include "HVEntryContent.h"
 #include "HVLimits.h"
+#include "HVLookUpMemory.h"
 #include "HVPictureFile.h"
 #include "HVVideoComponent.h"
 #include "HVView.h"
@@ -11,6 +12,7 @@
 #include <QtCore/QPointer>
 
 #include <array>
+#include <optional>
 
 namespace Hovlets {
 
@@ -111,6 +113,9 @@ QVariantMap HVEntryReader::read(HVXmlElement *entry, bool topics)
     if (!entry)
         return toVariant(HVEntryContent());
     const QPointer<HVEntryReader> alive(this);
+    std::optional<HVLookUpMemory::Scope> reading;
+    if (m_view)
+        reading.emplace(m_view->lookUps());
     Services services(m_view);
     const HVEntryContent content = readEntry(*entry, services, topics, HVLimits::current());
     if (alive && !content.limitMet.isEmpty())

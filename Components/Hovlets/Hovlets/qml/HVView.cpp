@@ -4,6 +4,7 @@
 #include "HVComponentFinder.h"
 #include "HVContentTranslator.h"
 #include "HVContentTree.h"
+#include "HVLookUpMemory.h"
 #include "HVShowScope.h"
 #include "HVViewActivity.h"
 #include "HVViewContext.h"
@@ -38,13 +39,14 @@ public:
     {
     }
 
-    HVComponentFinder finder() const { return { services, content.entry() }; }
+    HVComponentFinder finder() const { return { services, content.entry(), lookUps }; }
 
     QPointer<HVViewServices> services; // null after the manager is destroyed
     HVViewMessages messages;
     HVViewContext context;
     HVContentTree content;
     HVContentTranslator translator;
+    HVLookUpMemory lookUps;
     QString packageRoot;
     bool stayOpen = false;
     bool reserved = false;
@@ -279,6 +281,11 @@ QString HVView::findResource(const QString &relativePath)
 {
     const HVViewActivity::Scope running(d->activity);
     return d->finder().resource(relativePath);
+}
+
+const HVLookUpMemory &HVView::lookUps() const
+{
+    return d->lookUps;
 }
 
 QList<HVView *> HVView::viewsOf(const QQuickWindow *window)

@@ -18,6 +18,7 @@ class QQuickWindow;
 namespace Hovlets {
 
 class HVContentTree;
+class HVLookUpMemory;
 class HVManager;
 
 /// The type in which the slot statusHasChanged() has always been declared.
@@ -151,6 +152,9 @@ public:
 
     /// Path of a file in the package's resources; the category path if there is none.
     Q_INVOKABLE QString findResource(const QString &relativePath);
+
+    /// What the view has found; open a scope on it before you read an entry.
+    [[nodiscard]] const HVLookUpMemory &lookUps() const;
 
     /// The views that render \a window: at most one.
     static QList<HVView *> viewsOf(const QQuickWindow *window);
