@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVContentTranslator.h"
 #include "HVLimits.h"
+#include "OpenCounter.h"
 #include "PackageFolder.h"
 #include "TestMain.h"
 #include "TranslationFile.h"
+
+#include <QtCore/QDateTime>
 
 #include <sys/stat.h>
 
@@ -100,6 +103,30 @@ private Q_SLOTS:
         write(QStringLiteral("deutsch"));
         QCOMPARE(translate(path), QStringLiteral("deutsch"));
         QCOMPARE(m_warnings, warning);
+    }
+
+    /// Its time stamp proves nothing, so it is read again at the next show, but not for each text.
+    void shouldReadAFileThatItSkipsOncePerShow()
+    {
+        const QString path =
+                m_folder->add(QStringLiteral("l10n/words.qm"), QByteArray("no such thing"));
+        {
+            QFile file(path);
+            QVERIFY(file.open(QIODevice::ReadWrite));
+            QVERIFY(file.setFileTime(QDateTime::currentDateTime().addYears(10),
+                                     QFileDevice::FileModificationTime));
+        }
+        OpenCounter opened(path);
+        for (int show = 0; show < 2; ++show) {
+            m_translator->contentShown();
+            for (int time = 0; time < 3; ++time)
+                QCOMPARE(translate(path), QStringLiteral("Open"));
+            QCOMPARE(opened.take(), 1);
+        }
+        QCOMPARE(int(m_warnings.size()), 1);
+        // A change that is visible counts at once.
+        write(QStringLiteral("deutsch"));
+        QCOMPARE(translate(path), QStringLiteral("deutsch"));
     }
 
     void shouldSkipAPipe()

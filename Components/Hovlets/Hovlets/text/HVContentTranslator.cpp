@@ -66,7 +66,8 @@ bool HVContentTranslator::load(const QString &file)
 {
     m_file.clear();
     const HVFileStatus status(file);
-    if (file == m_skipped && m_status.isSameAs(status))
+    if (file == m_skipped
+        && (m_mayHaveChanged ? m_status.isSameAs(status) : m_status.looksLike(status)))
         return false;
     m_status = status;
     const qint64 limit = HVLimits::current().translationFileSize;
@@ -92,9 +93,11 @@ bool HVContentTranslator::load(const QString &file)
 /// Warns about a file unless the last warning was about the same one. Returns false.
 bool HVContentTranslator::skip(const QString &file, const QString &problem)
 {
-    if (file != m_skipped)
-        m_warn(QStringLiteral("Translation file %1 is skipped: %2").arg(file, problem));
+    const bool isKnown = file == m_skipped;
     m_skipped = file;
+    m_mayHaveChanged = false;
+    if (!isKnown)
+        m_warn(QStringLiteral("Translation file %1 is skipped: %2").arg(file, problem));
     return false;
 }
 
