@@ -111,6 +111,11 @@ private Q_SLOTS:
         QTest::newRow("other spaces") << QStringLiteral("Q\u00a0\u3000R") << QStringLiteral("QR");
         QTest::newRow("unknown") << QStringLiteral("X Q q") << QStringLiteral("Q");
         QTest::newRow("twice") << QStringLiteral("Q Q P") << QStringLiteral("QQP");
+        const QString many = QStringLiteral("x,").repeated(8191); // with two more, the longest used
+        QTest::newRow("last of many") << many + QStringLiteral(",Q") << QStringLiteral("Q");
+        QTest::newRow("after too many")
+                << QStringLiteral("R,") + many + QStringLiteral("Q") << QStringLiteral("R");
+        QTest::newRow("part of a name") << many + QStringLiteral(",Qx") << QString();
     }
 
     void shouldSearchTheOwnPackageThenTheExtraPathThenOthers()

@@ -243,7 +243,7 @@ QStringList HVIndex::componentPathsForElement(const HVXmlElement *element,
     if (!search.isEmpty()) {
         static const QRegularExpression separator(QStringLiteral("[,;\\s]+"),
                                                   QRegularExpression::UseUnicodePropertiesOption);
-        const QStringList names = search.split(separator);
+        const QStringList names = HVSearchedPackages::usedPart(search).split(separator);
         for (const QString &name : names)
             paths += d->packages.value(name);
     }

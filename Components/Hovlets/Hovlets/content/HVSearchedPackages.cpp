@@ -19,6 +19,20 @@ bool isSeparator(QChar c)
 
 } // namespace
 
+QString HVSearchedPackages::usedPart(const QString &search)
+{
+    constexpr int Most = 16384; // characters
+
+    if (search.size() <= Most)
+        return search;
+    // Not a part of a name.
+    const QChar *const begin = search.cbegin();
+    const QChar *end = begin + Most;
+    while (end != begin && !isSeparator(*end))
+        --end;
+    return search.left(static_cast<int>(end - begin));
+}
+
 QStringList HVSearchedPackages::folders(const QString &search,
                                         const QMap<QString, QStringList> &packages)
 {
@@ -29,8 +43,9 @@ QStringList HVSearchedPackages::folders(const QString &search,
 
     QStringList folders;
     QSet<QString> named;
-    const QChar *const end = search.cend();
-    for (const QChar *at = search.cbegin(); named.size() < packages.size();) {
+    const QString used = usedPart(search);
+    const QChar *const end = used.cend();
+    for (const QChar *at = used.cbegin(); named.size() < packages.size();) {
         const QChar *const nameEnd = std::find_if(at, end, &isSeparator);
         const auto found = packages.constFind(QString(at, static_cast<int>(nameEnd - at)));
         if (found != packages.cend() && !named.contains(found.key())) {

@@ -11,11 +11,15 @@ namespace Hovlets {
  * \brief The folders of the packages that an attribute "search" names.
  *
  * Caches the last result, because every text, picture and clip of a popup needs it, and a control
- * file may name hundreds of thousands of packages.
+ * file may name thousands of packages.
  */
 class HVSearchedPackages
 {
 public:
+    /// The names at the start of \a search that the library uses, in 16,384 characters. The rest of
+    /// a longer attribute is ignored.
+    static QString usedPart(const QString &search);
+
     /// The folders of each package in \a packages that \a search names, in the order of the names.
     /// A package counts once.
     QStringList folders(const QString &search, const QMap<QString, QStringList> &packages);
