@@ -29,12 +29,14 @@ public:
     }
     bool canShowPicture(const QString &path) override
     {
+        ++picturesRead;
         return path.endsWith(QLatin1String(".png"));
     }
 
     QString translation; // of each text
     QStringList translated;
     qint64 interpolated = 0; // characters
+    int picturesRead = 0;
 };
 
 /// A tree of elements, built from the outside in.
@@ -137,6 +139,19 @@ private Q_SLOTS:
         const HVEntryContent content = read();
         QCOMPARE(textsOf(content), QStringList({ text("0"), text("1"), text("2"), text("more") }));
         QCOMPARE(content.blocks.at(2).kind, HVEntryBlock::Kind::Paragraph);
+        QCOMPARE(content.limitMet, text("2 pictures"));
+    }
+
+    void shouldReadNoMoreFilesThanPicturesAreShown()
+    {
+        m_limits.shownPictures = 2;
+        Element entry(m_root.get());
+        entry.add("img").set("src", text("missing.png"));
+        for (int i = 0; i < 5; ++i)
+            entry.add("img").set("src", text("text.txt")).set("alt", QString::number(i));
+        const HVEntryContent content = read();
+        QCOMPARE(m_services.picturesRead, 2);
+        QCOMPARE(textsOf(content).size(), 5);
         QCOMPARE(content.limitMet, text("2 pictures"));
     }
 

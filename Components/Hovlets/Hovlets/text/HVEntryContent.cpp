@@ -166,8 +166,9 @@ private:
         HVEntryBlock block;
         block.kind = HVEntryBlock::Kind::Image;
         block.resource = path.isEmpty() ? QString() : m_services.resource(path);
-        const bool isShown = !block.resource.isEmpty() && m_services.canShowPicture(block.resource)
-                && m_budget.takePicture();
+        // Counted first, because finding that a file contains no picture takes time, too.
+        const bool isShown = !block.resource.isEmpty() && m_budget.takePicture()
+                && m_services.canShowPicture(block.resource);
         if (!isShown)
             return addParagraph(simplified(description), true);
         block.text = plain(description);
