@@ -104,6 +104,8 @@ private Q_SLOTS:
     void shouldSkipFilesThatAreTooLarge();
     void shouldNotWaitForPipes();
     void shouldNotDecodeHugePictures();
+    void shouldReportPicturesThatTheLibraryRefuses_data();
+    void shouldReportPicturesThatTheLibraryRefuses();
     void shouldOpenNoFileThatAClipNames_data();
     void shouldOpenNoFileThatAClipNames();
     void shouldComparePackagesInLinearTime();
@@ -258,6 +260,37 @@ void tst_ToolCheckHostile::shouldNotDecodeHugePictures()
                           entry(repeat("<img src='a.png'/>", 15)));
     folder.add(QStringLiteral("P.hovlets/Resources/a.png"), pngHead(20000, 20000));
     QCOMPARE(codesOf(boundedCheck(folder.path())), QStringList { QStringLiteral("HV308") });
+}
+
+void tst_ToolCheckHostile::shouldReportPicturesThatTheLibraryRefuses_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("code");
+    QTest::newRow("progressive JPEG that takes 12 bytes per pixel")
+            << "a.jpg"
+            << QByteArray::fromHex("ffd8 ffc2 0014 08 169e 169e 04 011100 021100 031100 041100"
+                                   "ffda 0008 01 01 00 00 3f 00")
+            << "HV308";
+    QTest::newRow("GIF with a frame larger than the picture")
+            << "a.gif"
+            << QByteArray::fromHex("474946383961 0200 0200 80 0000 000000 ffffff"
+                                   "2c 0000 0000 0400 0400 00 02 02 4401 00 3b")
+            << "HV302";
+    QTest::newRow("JPEG with a marker without a length")
+            << "a.jpg" << QByteArray::fromHex("ffd8 ffd0 ffe0 0002 ffd9") << "HV302";
+}
+
+void tst_ToolCheckHostile::shouldReportPicturesThatTheLibraryRefuses()
+{
+    QFETCH(QString, name);
+    QFETCH(QByteArray, content);
+    QFETCH(QString, code);
+    const PackageFolder folder;
+    folder.addControlFile(QStringLiteral("P"), QStringLiteral("A"),
+                          entry("<img src='" + name.toLatin1() + "'/>"));
+    folder.add(QStringLiteral("P.hovlets/Resources/") + name, content);
+    QCOMPARE(codesOf(boundedCheck(folder.path())), QStringList { code });
 }
 
 void tst_ToolCheckHostile::shouldOpenNoFileThatAClipNames_data()

@@ -3,8 +3,9 @@
 
 #include <HVClip.h>
 #include <HVLimits.h>
+#include <HVPictureFile.h>
 
-#include <QtGui/QImageReader>
+#include <QtGui/QImage>
 
 #include <algorithm>
 
@@ -12,26 +13,35 @@ namespace HovletsTool {
 
 namespace {
 
-/// Decodes the picture to find damage. A JPEG file is decoded at a small size, which takes less
-/// memory.
+/// Decodes the picture as the library does, to find damage and what the library refuses.
 MediaProblem openPicture(const QString &path)
 {
-    constexpr int Side = 512; // pixels
-    const qint64 most = Hovlets::HVLimits::current().picturePixels;
-    QImageReader reader(path);
-    const QSize size = reader.size();
-    if (qint64 { size.width() } * size.height() > most)
+    constexpr int Side = 512; // pixels; a JPEG file at this size takes less memory
+    const Hovlets::HVPictureFile file(path);
+    const Hovlets::HVPictureHeader header = file.header();
+    const Hovlets::HVLimits limits = Hovlets::HVLimits::current();
+    const QSize size = header.size;
+    if (qint64 { size.width() } * size.height() > limits.picturePixels)
         return { "HV308",
                  QStringLiteral("\"%1\" has %2 × %3 pixels, but the library shows pictures of at "
                                 "most %4 pixels")
                          .arg(path)
                          .arg(size.width())
                          .arg(size.height())
-                         .arg(most) };
-    if (reader.format() == "jpeg" && (size.width() > Side || size.height() > Side))
-        reader.setScaledSize(size.scaled(Side, Side, Qt::KeepAspectRatio).expandedTo({ 1, 1 }));
-    if (reader.read().isNull())
-        return { "HV302", QStringLiteral("\"%1\": %2").arg(path, reader.errorString()) };
+                         .arg(limits.picturePixels) };
+    if (header.memory > limits.pictureMemory)
+        return { "HV308",
+                 QStringLiteral("\"%1\" takes %2 bytes to decode, but the library shows pictures "
+                                "that take at most %3 bytes")
+                         .arg(path)
+                         .arg(header.memory)
+                         .arg(limits.pictureMemory) };
+    QString problem;
+    const QSize small = size.boundedTo({ Side, Side }).isEmpty()
+            ? QSize(Side, Side)
+            : size.scaled(Side, Side, Qt::KeepAspectRatio).expandedTo({ 1, 1 }).boundedTo(size);
+    if (file.decode(small, &problem).isNull())
+        return { "HV302", QStringLiteral("\"%1\": %2").arg(path, problem) };
     return {};
 }
 

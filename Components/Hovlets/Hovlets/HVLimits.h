@@ -98,7 +98,8 @@ struct HOVLETS_EXPORT HVLimits
      */
     int shownCharacters = 20000;
 
-    /// Pictures. Further ones are replaced by their alternative text.
+    /// Pictures. Further ones are replaced by their alternative text. Files that exist but cannot
+    /// be shown count, too.
     int shownPictures = 20;
 
     // Pictures in content
@@ -109,10 +110,11 @@ struct HOVLETS_EXPORT HVLimits
     qint64 picturePixels = qint64 { 8192 } * 8192;
 
     /*!
-     * Bytes of one picture at its full size, width x height x 4, and also of its file. A larger one
-     * counts as missing. Pictures are decoded one at a time. All decoded pictures in popups, scaled
-     * down to their size on screen, may together take as much again; one that does not fit stays
-     * blank.
+     * Bytes that decoding one picture at its full size takes, and also those of its file. A larger
+     * one counts as missing. Most pictures take width x height x 4; progressive JPEG, PNG with 16
+     * bits per channel, and lossless or animated WebP take up to three times as much. Pictures are
+     * decoded one at a time. All decoded pictures in popups, scaled down to their size on screen,
+     * may together take as much again; one that does not fit stays blank.
      */
     qint64 pictureMemory = qint64 { 128 } * 1024 * 1024;
 

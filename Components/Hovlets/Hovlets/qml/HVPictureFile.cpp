@@ -1,25 +1,20 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVPictureFile.h"
 
+#include "HVFileBytes.h"
 #include "HVLimits.h"
-#include "HVPictureHeader.h"
+#include "HVPictureCheck.h"
 #include "HVRegularFile.h"
 
 #include <QtCore/QBuffer>
 #include <QtCore/QFile>
+#include <QtCore/QHash>
 #include <QtGui/QImage>
 #include <QtGui/QImageReader>
 
 namespace Hovlets {
 
 namespace {
-
-// Contains the size of any ordinary picture. In a JPEG file, it comes after the camera's data.
-constexpr qint64 ShortStart = 4096;
-constexpr qint64 LongStart = qint64 { 256 } * 1024;
-
-constexpr qint64 LargestSvg = qint64 { 1024 } * 1024;
-constexpr int MostJpegScans = 64;
 
 /// Whether Qt has a plug-in for the format.
 bool isReadable(const QByteArray &format)
@@ -28,25 +23,20 @@ bool isReadable(const QByteArray &format)
     return formats.contains(format);
 }
 
-bool isWithinLimits(const HVPictureHeader &header)
+/// The header that a file had when it was last read.
+struct KnownHeader
 {
-    if (header.size.isEmpty() || !isReadable(header.format))
-        return false;
-    const HVLimits limits = HVLimits::current();
-    const qint64 pixels = qint64 { header.size.width() } * header.size.height();
-    return pixels <= limits.picturePixels && 4 * pixels <= limits.pictureMemory;
-}
+    HVFileStatus status;
+    HVPictureHeader header;
+};
 
-/// Whether the size in pixels bounds the decoding time, and no other file is opened.
-bool isPlain(const HVPictureHeader &header, const QByteArray &file)
+/// The size that the decoder allocates. It must be the one that the limits were compared with.
+bool isSizeAsInHeader(const QImageReader &reader, const HVPictureHeader &header)
 {
-    if (header.format == "jpeg")
-        return jpegScans(file) <= MostJpegScans;
-    if (header.format != "svg")
-        return true;
-    const auto holds = [&](const char *text) { return file.contains(text); };
-    return file.size() <= LargestSvg && !holds("<!ENTITY") && !holds("<?xml-stylesheet")
-            && !holds("<use") && !holds("<image") && !holds("<pattern") && !holds("<filter");
+    // Qt rounds the size of vector graphics in its own way. GIF pictures have been checked, and the
+    // header of BMP files has only one form.
+    const bool isFixed = header.format == "svg" || header.format == "gif" || header.format == "bmp";
+    return isFixed || reader.size() == header.size;
 }
 
 } // namespace
@@ -58,41 +48,83 @@ HVPictureFile::HVPictureFile(const QString &path)
 
 QSize HVPictureFile::size() const
 {
-    HVPictureHeader header = readPictureHeader(bytes(ShortStart));
-    if (!header.format.isEmpty() && header.size.isEmpty())
-        header = readPictureHeader(bytes(LongStart));
-    return isWithinLimits(header) ? header.size : QSize();
+    constexpr int MostKnown = 200;
+    static QHash<QString, KnownHeader> known;
+    const HVFileStatus status(m_path);
+    auto found = known.find(m_path);
+    if (found == known.end() || !found->status.isSameAs(status)) {
+        if (known.size() >= MostKnown)
+            known.clear();
+        found = known.insert(m_path, { status, header() });
+    }
+    return isWithinLimits(found->header) && isReadable(found->header.format) ? found->header.size
+                                                                             : QSize();
 }
 
-QImage HVPictureFile::decode(const QSize &size) const
+HVPictureHeader HVPictureFile::header() const
 {
-    QByteArray file = bytes(HVLimits::current().pictureMemory);
-    const HVPictureHeader header = readPictureHeader(file.left(LongStart));
-    if (!isWithinLimits(header) || !isPlain(header, file))
-        return {};
-    QBuffer buffer(&file);
+    QFile file;
+    return open(file) ? readPictureHeader(file) : HVPictureHeader();
+}
+
+bool HVPictureFile::isWithinLimits(const HVPictureHeader &header)
+{
+    const HVLimits limits = HVLimits::current();
+    return !header.size.isEmpty()
+            && qint64 { header.size.width() } * header.size.height() <= limits.picturePixels
+            && header.memory <= limits.pictureMemory;
+}
+
+QImage HVPictureFile::decode(const QSize &size, QString *problem) const
+{
+    const auto refuse = [&](const QString &reason) {
+        if (problem)
+            *problem = reason;
+        return QImage();
+    };
+    QFile file;
+    if (!open(file))
+        return refuse(QStringLiteral("it cannot be read, or it is too large"));
+    QByteArray content = file.read(HVLimits::current().pictureMemory);
+    QBuffer whole(&content);
+    whole.open(QIODevice::ReadOnly);
+    const HVPictureHeader header = readPictureHeader(whole);
+    whole.close();
+    if (header.format.isEmpty() || !isReadable(header.format))
+        return refuse(QStringLiteral("Unsupported image format"));
+    if (!isWithinLimits(header))
+        return refuse(QStringLiteral("its header is damaged, or it is too large"));
+    const HVPictureCheck check(header, std::move(content), size);
+    if (!check.problem().isEmpty())
+        return refuse(check.problem());
+
+    QByteArray bytes = check.bytes();
+    QBuffer buffer(&bytes);
     QImageReader reader(&buffer, header.format);
     reader.setAutoDetectImageFormat(false);
+    if (!isSizeAsInHeader(reader, header))
+        return refuse(QStringLiteral("its header is damaged"));
     const bool isVector = header.format == "svg";
     if (isVector || size.width() < header.size.width() || size.height() < header.size.height())
         reader.setScaledSize(size);
     const QImage image = reader.read();
+    if (image.isNull())
+        return refuse(reader.errorString());
     // Formats that the GUI thread need not convert.
     return image.convertToFormat(image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied
                                                          : QImage::Format_RGB32);
 }
 
-QByteArray HVPictureFile::bytes(qint64 most) const
+bool HVPictureFile::open(QFile &file) const
 {
-    QFile file;
     if (m_path.startsWith(QLatin1Char(':'))) { // compiled into the host
         file.setFileName(m_path);
         if (!file.open(QIODevice::ReadOnly))
-            return {};
+            return false;
     } else if (!openRegularFile(file, m_path)) {
-        return {};
+        return false;
     }
-    return file.size() <= HVLimits::current().pictureMemory ? file.read(most) : QByteArray();
+    return file.size() <= HVLimits::current().pictureMemory;
 }
 
 } // namespace Hovlets

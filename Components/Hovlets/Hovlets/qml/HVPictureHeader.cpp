@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVPictureHeader.h"
 
+#include "HVSvgCheck.h"
+
+#include <QtCore/QIODevice>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 #include <QtCore/QXmlStreamReader>
@@ -45,25 +48,85 @@ private:
     const QByteArray &m_bytes;
 };
 
-QSize jpegSize(const HeaderBytes &bytes)
+QByteArray bytesAt(QIODevice &file, qint64 position, qint64 count)
 {
+    return position < file.size() && file.seek(position) ? file.read(count) : QByteArray();
+}
+
+qint64 pixels(const QSize &size)
+{
+    return qint64 { size.width() } * size.height();
+}
+
+/// Whether the segment may precede the picture. It has a length, and the decoder skips or reads the
+/// whole segment: each decoder must find the next one at the same position.
+bool isJpegSegment(int marker)
+{
+    constexpr int HuffmanTable = 0xc4;
+    constexpr int QuantizationTable = 0xdb;
+    constexpr int RestartInterval = 0xdd;
+    constexpr int Comment = 0xfe;
+    return marker == HuffmanTable || marker == QuantizationTable || marker == RestartInterval
+            || marker == Comment || (marker & 0xf0) == 0xe0;
+}
+
+/// The bytes of the coefficients of a whole picture. A decoder needs them all at once if more than
+/// one scan contributes to a pixel.
+qint64 jpegCoefficients(const QSize &size, int components)
+{
+    constexpr int LargestBlock = 32; // pixels
+    const auto padded = [](int side) {
+        return qint64 { (side + LargestBlock - 1) / LargestBlock } * LargestBlock;
+    };
+    return 2 * components * padded(size.width()) * padded(size.height());
+}
+
+/// Of a file with a segment that the decoder might not read in the same way: no size.
+HVPictureHeader jpegHeader(QIODevice &file)
+{
+    constexpr int MostSegments = 200; // and bytes between them
+    constexpr int SegmentStart = 12;
+    constexpr int BaselineFrame = 0xc0;
+    constexpr int ProgressiveFrame = 0xc2;
     constexpr int StartOfScan = 0xda;
-    constexpr int EndOfImage = 0xd9;
-    for (int at = 2; at + 9 < bytes.size() && bytes.byte(at) == 0xff;) {
-        const int marker = bytes.byte(at + 1);
+    constexpr int MostComponents = 4;
+    HVPictureHeader header { "jpeg" };
+    int components = 0;
+    bool isProgressive = false;
+    qint64 at = 2;
+    for (int i = 0; i < MostSegments; ++i) {
+        const QByteArray start = bytesAt(file, at, SegmentStart);
+        const HeaderBytes bytes(start);
+        const int marker = bytes.byte(1);
+        if (bytes.byte(0) != 0xff)
+            break;
         if (marker == 0xff) { // padding
             ++at;
             continue;
         }
-        const bool isFrame = marker >= 0xc0 && marker <= 0xcf && marker != 0xc4 && marker != 0xc8
-                && marker != 0xcc;
-        if (isFrame)
-            return { bytes.big16(at + 7), bytes.big16(at + 5) };
-        if (marker == StartOfScan || marker == EndOfImage)
-            return {};
-        at += 2 + qMax(2, bytes.big16(at + 2));
+        if (marker == StartOfScan) {
+            if (header.size.isEmpty())
+                break;
+            const bool isWhole = !isProgressive && bytes.byte(4) == components;
+            header.memory = 4 * pixels(header.size)
+                    + (isWhole ? 0 : jpegCoefficients(header.size, components));
+            return header;
+        }
+        if (marker >= BaselineFrame && marker <= ProgressiveFrame) {
+            components = bytes.byte(9);
+            if (header.size.isValid() || components < 1 || components > MostComponents)
+                break;
+            header.size = { bytes.big16(7), bytes.big16(5) };
+            isProgressive = marker == ProgressiveFrame;
+        } else if (!isJpegSegment(marker)) {
+            break;
+        }
+        const int length = bytes.big16(2);
+        if (length < 2)
+            break;
+        at += 2 + length;
     }
-    return {};
+    return { "jpeg" };
 }
 
 QSize bmpSize(const HeaderBytes &bytes)
@@ -122,29 +185,47 @@ QSize svgSize(const QByteArray &start)
     return box.size() == 4 ? QSize(svgLength(box.at(2)), svgLength(box.at(3))) : QSize();
 }
 
-} // namespace
-
-HVPictureHeader readPictureHeader(const QByteArray &start)
+HVPictureHeader withMemory(const char *format, const QSize &size, int bytesPerPixel = 4)
 {
-    const HeaderBytes bytes(start);
-    if (bytes.has(0, "\x89PNG\r\n\x1a\n") && bytes.has(12, "IHDR"))
-        return { "png", { bytes.big32(16), bytes.big32(20) } };
-    if (bytes.has(0, "\xff\xd8\xff"))
-        return { "jpeg", jpegSize(bytes) };
-    if (bytes.has(0, "GIF87a") || bytes.has(0, "GIF89a"))
-        return { "gif", { bytes.little16(6), bytes.little16(8) } };
-    if (bytes.has(0, "RIFF") && bytes.has(8, "WEBP"))
-        return { "webp", webpSize(bytes) };
-    if (bytes.has(0, "BM"))
-        return { "bmp", bmpSize(bytes) };
-    if (start.contains("<svg") && !start.contains("<!ENTITY"))
-        return { "svg", svgSize(start) };
-    return {};
+    constexpr qint64 Most = std::numeric_limits<qint64>::max();
+    const qint64 count = size.isEmpty() ? 0 : pixels(size);
+    return { format, size, count > Most / bytesPerPixel ? Most : bytesPerPixel * count };
 }
 
-int jpegScans(const QByteArray &file)
+HVPictureHeader pngHeader(const HeaderBytes &bytes)
 {
-    return file.count("\xff\xda");
+    const int depth = bytes.byte(24);
+    return withMemory("png", { bytes.big32(16), bytes.big32(20) }, depth > 8 ? 8 : 4);
+}
+
+/// Decoders of animations hold two more frames, and the lossless one a second copy of the picture.
+HVPictureHeader webpHeader(const HeaderBytes &bytes)
+{
+    constexpr int Animation = 2;
+    const bool isAnimated = bytes.has(12, "VP8X") && (bytes.byte(20) & Animation);
+    return withMemory("webp", webpSize(bytes), isAnimated ? 12 : bytes.has(12, "VP8 ") ? 4 : 8);
+}
+
+} // namespace
+
+HVPictureHeader readPictureHeader(QIODevice &file)
+{
+    constexpr int StartSize = 8192; // of an SVG file, the root element must fit
+    const QByteArray start = bytesAt(file, 0, StartSize);
+    const HeaderBytes bytes(start);
+    if (bytes.has(0, "\x89PNG\r\n\x1a\n") && bytes.has(12, "IHDR"))
+        return pngHeader(bytes);
+    if (bytes.has(0, "\xff\xd8\xff"))
+        return jpegHeader(file);
+    if (bytes.has(0, "GIF87a") || bytes.has(0, "GIF89a"))
+        return withMemory("gif", { bytes.little16(6), bytes.little16(8) });
+    if (bytes.has(0, "RIFF") && bytes.has(8, "WEBP"))
+        return webpHeader(bytes);
+    if (bytes.has(0, "BM"))
+        return withMemory("bmp", bmpSize(bytes));
+    if (start.contains("<svg") && HVSvgCheck::isQuicklyRead(start))
+        return withMemory("svg", svgSize(start));
+    return {};
 }
 
 } // namespace Hovlets

@@ -48,11 +48,15 @@ std::unique_ptr<QThreadPool> &decoders()
     return pool;
 }
 
-/// Waits, because image plug-ins must not be unloaded while a picture is being decoded.
+/// Waits, because image plug-ins should not be unloaded while a picture is being decoded. A decoder
+/// that takes longer keeps its thread until the process ends.
 void endDecoding()
 {
-    decoders()->clear();
-    decoders().reset();
+    constexpr int ExitTime = 3000; // ms
+    std::unique_ptr<QThreadPool> ending = std::move(decoders());
+    ending->clear();
+    if (!ending->waitForDone(ExitTime))
+        static_cast<void>(ending.release()); // its destructor would wait without a bound
 }
 
 QThreadPool &decoder()
@@ -68,7 +72,8 @@ QThreadPool &decoder()
 /// The picture, shared if another item shows it. Call only on the decoding thread.
 HVSharedPicture decoded(const QString &path, const QSize &size)
 {
-    static QHash<QString, std::weak_ptr<const QImage>> inUse;
+    // Never freed, because the thread may outlive static objects.
+    static auto &inUse = *new QHash<QString, std::weak_ptr<const QImage>>;
     const QFileInfo file(path);
     const QString key = QStringLiteral("%1x%2 %3 %4 %5")
                                 .arg(size.width())
