@@ -9,6 +9,7 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QElapsedTimer>
+#include <QtGui/QImage>
 
 using namespace Hovlets;
 
@@ -250,6 +251,43 @@ private Q_SLOTS:
         // The next look-up notices.
         QCOMPARE(view->translate(QStringLiteral("text"), QStringLiteral("a")),
                  QStringLiteral("text"));
+    }
+
+    /// Each missing file is looked for in all folders.
+    void shouldStopLookingForPicturesAfterManyMissingOnes()
+    {
+        HVView *view = m_bench->view();
+        const QImage picture(4, 4, QImage::Format_RGB32);
+        QVERIFY(picture.save(path("Pack.hovlets/Resources/x.png")));
+        const auto add = [&](const QString &file) {
+            auto *image = new HVXmlElement(view->content());
+            image->setTagName(QStringLiteral("img"));
+            image->setAttribute(QStringLiteral("src"), file);
+            image->setAttribute(QStringLiteral("alt"), file);
+        };
+        const auto kindOfLast = [&](QStringList &warnings) {
+            HVEntryReader reader(view);
+            connect(&reader, &HVEntryReader::warned, this,
+                    [&](const QString &warning) { warnings += warning; });
+            return reader.read(view->content(), false)
+                    .value(QStringLiteral("blocks"))
+                    .toList()
+                    .constLast()
+                    .toMap()
+                    .value(QStringLiteral("kind"))
+                    .toString();
+        };
+        QStringList warnings;
+        for (int i = 0; i < 19; ++i)
+            add(QStringLiteral("%1.png").arg(i));
+        add(QStringLiteral("x.png"));
+        QCOMPARE(kindOfLast(warnings), QStringLiteral("image"));
+        QCOMPARE(warnings, QStringList());
+        add(QStringLiteral("19.png"));
+        add(QStringLiteral("x.png"));
+        QCOMPARE(kindOfLast(warnings), QStringLiteral("paragraph"));
+        QCOMPARE(int(warnings.size()), 1);
+        QVERIFY(warnings.first().endsWith(QLatin1String("it has more than 20 missing files")));
     }
 
     void shouldResolveFoldersOnceWhileAnEntryIsRead()

@@ -27,6 +27,12 @@ public:
     {
     }
 
+    /// The limit on missing files, if it was met; otherwise empty.
+    [[nodiscard]] QString limitMet() const
+    {
+        return m_isLimitMet ? QStringLiteral("%1 missing files").arg(MostMissing) : QString();
+    }
+
     QString translate(const QString &text, const QString &context) override
     {
         return m_view ? m_view->translate(text, context) : QString();
@@ -37,16 +43,23 @@ public:
         return m_view ? m_view->interpolate(text) : text;
     }
 
-    /// The look-up returns the folder's name if the file is missing.
+    /// The look-up returns the folder's name if the file is missing. It looks in all folders of the
+    /// entry, which takes long if there are thousands.
     QString resource(const QString &relativePath) override
     {
+        if (m_missing >= MostMissing) {
+            m_isLimitMet = true;
+            return {};
+        }
         const auto nameOf = [](const QString &path) {
             return path.mid(path.lastIndexOf(QLatin1Char('/')) + 1);
         };
         const QString name = nameOf(relativePath);
         const QString found =
                 name.isEmpty() || !m_view ? QString() : m_view->findResource(relativePath);
-        return nameOf(found) == name ? found : QString();
+        const bool isFound = nameOf(found) == name && !name.isEmpty();
+        m_missing += isFound ? 0 : 1;
+        return isFound ? found : QString();
     }
 
     bool canShowPicture(const QString &path) override
@@ -55,7 +68,11 @@ public:
     }
 
 private:
+    static constexpr int MostMissing = 20;
+
     QPointer<HVView> m_view;
+    int m_missing = 0;
+    bool m_isLimitMet = false;
 };
 
 QVariantMap toVariant(const HVEntryBlock &block)
@@ -118,8 +135,9 @@ QVariantMap HVEntryReader::read(HVXmlElement *entry, bool topics)
         reading.emplace(m_view->lookUps());
     Services services(m_view);
     const HVEntryContent content = readEntry(*entry, services, topics, HVLimits::current());
-    if (alive && !content.limitMet.isEmpty())
-        warn(*entry, content.limitMet);
+    const QString limitMet = content.limitMet.isEmpty() ? services.limitMet() : content.limitMet;
+    if (alive && !limitMet.isEmpty())
+        warn(*entry, limitMet);
     return toVariant(content);
 }
 

@@ -27,8 +27,8 @@ public:
     /*!
      * The content of \a entry that the default user interface shows. Links to documentation topics
      * are included only with \a topics. Of an entry that exceeds a limit, only the part within the
-     * limit is returned, and the host gets one warning for it. If \a entry is null, all texts are
-     * empty.
+     * limit is returned, and the host gets one warning for it. After 20 missing files, no further
+     * ones are looked for. If \a entry is null, all texts are empty.
      *
      * The result has "key", "title", "shortcut" and "blocks", a list of objects with a "kind":
      * "paragraph" (text, format, muted), "link" (text, locator), "image" (source, text) or "clip"
