@@ -54,14 +54,43 @@ QByteArray svgOf(const QByteArray &body, const QByteArray &size = "100")
             + size + "\" height=\"" + size + "\">" + body + "</svg>";
 }
 
-/// Thirty references to one picture.
-HostileInput picture(const QByteArray &name, const QByteArray &suffix, const QByteArray &bytes)
+/// A small picture with \a count texts of 40 MB each.
+QByteArray withTexts(int count)
+{
+    QImage image(16, 16, QImage::Format_Mono);
+    image.fill(0);
+    const QString text(40000000, QLatin1Char('x'));
+    for (int i = 0; i < count; ++i)
+        image.setText(QString::number(i), text);
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "PNG");
+    return bytes;
+}
+
+/// A frame of 9 x 7 pixels for readers that look for a length after a marker that has none.
+QByteArray hiddenJpeg(const QByteArray &jpeg)
+{
+    const QByteArray frame = QByteArray::fromHex("ffc0 0011 08 0007 0009 03");
+    return QByteArray::fromHex("ffd8 ffd0 ffe0 fffd")
+            + (QByteArray(65500, '\0') + frame).leftJustified(65531, '\0') + jpeg.mid(2);
+}
+
+/// Thirty references to one picture, which is made only when it is shown.
+HostileInput madePicture(const QByteArray &name, const QByteArray &suffix,
+                         const std::function<QByteArray()> &make)
 {
     const QByteArray file = "x." + suffix;
     return { "picture", suffix + " " + name, [=](const HostilePackage &package) {
-                package.write(QStringLiteral("Resources/") + QString::fromLatin1(file), bytes);
+                package.write(QStringLiteral("Resources/") + QString::fromLatin1(file), make());
                 package.entry({}, ("<img src=\"" + file + "\"/>").repeated(30));
             } };
+}
+
+HostileInput picture(const QByteArray &name, const QByteArray &suffix, const QByteArray &bytes)
+{
+    return madePicture(name, suffix, [=] { return bytes; });
 }
 
 void addPictures(QList<HostileInput> &inputs)
@@ -99,6 +128,18 @@ void addPictures(QList<HostileInput> &inputs)
                       svgOf("<image xlink:href=\"/dev/zero\" width=\"9\" height=\"9\"/>"));
     inputs += picture("entities", "svg", "<!DOCTYPE svg [<!ENTITY a 'x'>]>" + svgOf("&a;"));
     inputs += picture("8000", "svg", svgOf("<rect width=\"9\" height=\"9\"/>", "5700"));
+    inputs += picture("names a file with a prefix", "svg",
+                      svgOf("<s:image xmlns:s=\"http://www.w3.org/2000/svg\" "
+                            "xlink:href=\"/dev/zero\" width=\"9\" height=\"9\"/>"));
+    inputs += picture("comment before the root", "svg",
+                      "<!-- <svg " + QByteArray(260000, 'x') + "-->" + svgOf({}));
+    QByteArray attributes;
+    for (int i = 0; i < 15000; ++i)
+        attributes += " a" + QByteArray::number(i) + "=\"\"";
+    inputs += picture("attributes", "svg", "<svg" + attributes + " width=\"9\" height=\"9\"/>");
+    inputs += madePicture("compressed texts", "png", [] { return withTexts(6); });
+    inputs += madePicture("hidden size", "jpg",
+                          [] { return hiddenJpeg(encoded(9000, 9000, "JPG")); });
     for (const char *suffix : { "png", "gif", "jpg", "webp", "svg", "bmp", "ico", "tiff" })
         inputs += picture("zeros", suffix, QByteArray(1000000, '\0'));
     for (const char *format : { "PNG", "BMP", "JPG", "WEBP" }) {
