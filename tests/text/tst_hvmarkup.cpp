@@ -351,6 +351,22 @@ private Q_SLOTS:
         QVERIFY(shown(mark.repeated(101), {}, limits).isCut);
     }
 
+    /// Each of them makes Qt start another run of text.
+    void shouldCountDirectionalControlsTenTimes()
+    {
+        HVLimits limits;
+        limits.shownCharacters = 100;
+        for (const int code : { 0x202a, 0x202e, 0x2066, 0x2069 }) {
+            const QString control { QChar(code) };
+            HVDisplayBudget budget(limits);
+            QCOMPARE(int(shownPlainText((control + text("x")).repeated(20), budget)
+                                 .text.count(control)),
+                     9);
+        }
+        HVDisplayBudget budget(limits);
+        QVERIFY(!shownPlainText(QString(100, QChar(0x200f)), budget).isCut);
+    }
+
     void shouldKeepTheMarksOfWriting_data()
     {
         QTest::addColumn<QString>("written");

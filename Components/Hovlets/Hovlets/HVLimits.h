@@ -81,16 +81,18 @@ struct HOVLETS_EXPORT HVLimits
 
     // What a popup shows of one entry
 
-    // The GUI thread lays out the whole popup before its first frame, which takes up to 100 ms
-    // within these limits. If content is cut, the popup ends with "…", and the host gets one
-    // warning.
+    // The GUI thread lays out the whole popup before its first frame. Within these limits, that
+    // takes up to 100 ms, but up to 400 ms for thousands of letters for which no font is installed,
+    // or for thousands of different large ones. If content is cut, the popup ends with "…", and the
+    // host gets one warning.
 
     /// Elements, and tags in texts: paragraphs, links, pictures, emphasised words. Further ones are
     /// omitted.
     int shownElements = 300;
 
     /*!
-     * Characters of text. The text is cut off there.
+     * Characters of text. The text is cut off there. A directional control, such as U+202B, counts
+     * ten times; a letter keeps only its first 30 combining marks.
      *
      * Four times as many characters are read, in all texts and translations of the entry together:
      * those of the text, its markup and its placeholders. The text is also cut off there, and a

@@ -40,6 +40,16 @@ bool breaksAnywhere(QChar c)
             || (code >= 0xf900 && code < 0xfb00);
 }
 
+/// The number of code units that a character takes from the budget. Qt lays out the text from one
+/// directional control to the next on its own, which takes longer than several letters.
+int costOf(QStringView character)
+{
+    constexpr int Control = 10;
+    const ushort code = character.front().unicode();
+    const bool isControl = (code >= 0x202a && code <= 0x202e) || (code >= 0x2066 && code <= 0x2069);
+    return isControl ? Control : int(character.size());
+}
+
 } // namespace
 
 HVShownTextWriter::HVShownTextWriter(HVDisplayBudget &budget, bool escapes)
@@ -64,7 +74,7 @@ bool HVShownTextWriter::writeCharacter(QStringView character)
 {
     if (isCut())
         return false;
-    if (!m_budget.takeCharacters(int(character.size()))) {
+    if (!m_budget.takeCharacters(costOf(character))) {
         cut();
         return false;
     }
