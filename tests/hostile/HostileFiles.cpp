@@ -2,6 +2,8 @@
 #include "HostileInputs.h"
 #include "TranslationFile.h"
 
+#include <cstring>
+
 #include <QtCore/QBuffer>
 #include <QtCore/QtEndian>
 #include <QtGui/QImage>
@@ -176,6 +178,16 @@ void addTranslations(QList<HostileInput> &inputs)
     inputs += translation("zeros", whole.left(16) + QByteArray(10000000, '\0'));
     inputs += translation("ones", whole.left(16) + QByteArray(10000000, '\xff'));
     inputs += translation("too large", whole + QByteArray(20000000, '\0'));
+    for (const char *piece : { "y", "</b>", "<p style=\"color:red;", "y\t", " " }) {
+        const QString text = QString::fromLatin1(piece).repeated(7000000 / int(strlen(piece)));
+        inputs += { "translation", "long " + QByteArray(piece).simplified(),
+                    [text](const HostilePackage &package) {
+                        package.write(QStringLiteral("l10n/Hovlets_en_US.qm"),
+                                      translationFile("attack", "text", text));
+                        package.entry("title=\"text\" shortcut=\"text\"",
+                                      QByteArray("<p>text</p>").repeated(290));
+                    } };
+    }
 }
 
 /// Each file of a package becomes something else after it was indexed.

@@ -46,6 +46,11 @@ QList<HostileInput> hostileTexts()
         add("clips", size, times(size, "<video src=\"x.mp4\"/>"));
         add("accents", size, "<p>" + times(size, "\xcc\x81") + "</p>");
         add("directions", size, "<p>" + times(size, "\xe2\x80\xae x\xd8\xb4") + "</p>");
+        add("marks on a letter", size, "<p>\xd8\xa8" + times(size, "\xd9\x8b") + "</p>");
+        add("embedded directions", size, "<p>" + times(size, "\xe2\x80\xab\xd7\x90 x") + "</p>");
+        add("end tags", size, cdata(times(size, "</b>")).repeated(10));
+        add("styles", size,
+            cdata("<p style=\"" + times(size / 10, "color:red;") + "\">x").repeated(48));
         add("emoji", size, "<p>" + times(size, "\xf0\x9f\x91\xa9\xe2\x80\x8d") + "</p>");
         add("no breaks", size, "<p>" + times(size, "x\xc2\xa0") + "</p>");
         add("tabs", size, "<p>" + times(size, "\t&#9;") + "</p>");
