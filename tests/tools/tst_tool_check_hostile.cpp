@@ -130,7 +130,7 @@ void tst_ToolCheckHostile::shouldSurviveControlFiles_data()
                 + repeat("<b/>", 900) + "</hovlet></hovlets>",
         "HV403");
     row("attributes of one element", entry({}, number("a%1='' ", 100000)), "HV119");
-    row("attributes of many elements", entry(repeat("<b " + number("a%1='' ", 900) + "/>", 500)),
+    row("attributes of many elements", entry(repeat("<b " + number("a%1='' ", 450) + "/>", 400)),
         "HV403");
     row("search",
         "<hovlets search='" + repeat("Default,", 100000) + "'>\n<hovlet key='a'/></hovlets>", "");
@@ -152,6 +152,18 @@ void tst_ToolCheckHostile::shouldSurviveControlFiles_data()
     row("long placeholder", entry("<p>%(" + repeat("x", 90000) + "</p>"), "HV401 HV403");
     row("elements in an entry", entry(repeat("<p/>", 200000)), "HV119");
     row("elements in another element", control("<x>" + repeat("<p/>", 200000) + "</x>"), "HV103");
+    const auto declared = [](const QByteArray &declarations) {
+        return "<!DOCTYPE h [" + declarations + "]>\n" + entry({});
+    };
+    const QByteArray values = "<!ATTLIST a b (a" + number("|a%1", 20000) + ") #IMPLIED>";
+    row("values of an attribute", declared(values), "HV119");
+    row("the same value often", declared("<!ATTLIST a b (a" + repeat("|a", 20000) + ") #IMPLIED>"),
+        "HV119");
+    row("values of many attributes", declared(number("<!ATTLIST a%1 b (a|b|c) #IMPLIED>", 2000)),
+        "HV119");
+    row("external entities", declared(number("<!ENTITY e%1 SYSTEM 'x'>", 20000)), "HV119");
+    row("a few declarations", declared("<!ATTLIST hovlets x (a|b) #IMPLIED><!ENTITY e SYSTEM 'x'>"),
+        "");
     row("parameter entity",
         "<!DOCTYPE h [<!ENTITY % p '<!-- " + repeat("x", 60000) + " -->'>" + repeat("%p;", 1000)
                 + "]>\n" + entry({}),

@@ -15,6 +15,10 @@ namespace {
 // The parser compares each attribute of an element with all others.
 constexpr size_t MaxAttributes = 1000;
 
+// The parser compares each of these with all others.
+constexpr int MaxEntities = 10000;
+constexpr int MaxAttributeValues = 2000;
+
 constexpr qint64 MaxCharacters =
         qint64 { 4 } * 1024 * 1024; // of a branch; keeps memory within bounds
 
@@ -138,6 +142,51 @@ QString XmlDocument::Element::value(const QString &attribute) const
     return {};
 }
 
+namespace {
+
+/// The reason why the document type declaration of a file would take long to read, and the offset.
+struct LargeDeclaration
+{
+    QString reason;
+    int offset;
+};
+
+/// Counts what looks like a declaration anywhere in a file that has a document type.
+std::optional<LargeDeclaration> findLargeDeclaration(const QByteArray &bytes)
+{
+    QByteArray letters = bytes;
+    letters.replace('\0', QByteArray()); // those of UTF-16, as far as they are in ASCII
+    if (!letters.contains("<!DOCTYPE"))
+        return std::nullopt;
+    const auto position = [&](qsizetype offset) {
+        return letters.size() == bytes.size() ? static_cast<int>(offset) : 0;
+    };
+    int entities = 0;
+    for (auto at = letters.indexOf("<!ENTITY"); at >= 0; at = letters.indexOf("<!ENTITY", at + 1)) {
+        if (++entities > MaxEntities)
+            return LargeDeclaration {
+                QStringLiteral("the document type declares more than %1 entities").arg(MaxEntities),
+                position(at)
+            };
+    }
+    int values = 0;
+    for (auto at = letters.indexOf("<!ATTLIST"); at >= 0;
+         at = letters.indexOf("<!ATTLIST", at + 1)) {
+        const auto next = letters.indexOf('<', at + 1);
+        const auto end = letters.cbegin() + (next < 0 ? letters.size() : next);
+        values += static_cast<int>(std::count(letters.cbegin() + at, end, '|'));
+        if (values > MaxAttributeValues)
+            return LargeDeclaration {
+                QStringLiteral("the document type declares more than %1 values of attributes")
+                        .arg(MaxAttributeValues),
+                position(at)
+            };
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
 XmlDocument::XmlDocument(QByteArray bytes)
     : m_bytes(std::move(bytes))
     , m_isConverted(convertToUtf8(m_bytes))
@@ -147,6 +196,12 @@ XmlDocument::XmlDocument(QByteArray bytes)
         m_problem = Problem::TooLarge;
         m_error = QStringLiteral("an element has more than %1 attributes").arg(MaxAttributes);
         m_errorPosition = position(*large);
+        return;
+    }
+    if (const auto large = findLargeDeclaration(m_bytes)) {
+        m_problem = Problem::TooLarge;
+        m_error = large->reason;
+        m_errorPosition = position(large->offset);
         return;
     }
     readOnce();
