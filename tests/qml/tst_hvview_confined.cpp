@@ -322,7 +322,8 @@ private Q_SLOTS:
 
     void shouldSearchAPackageOnlyOnce()
     {
-        const QString search = QStringLiteral("Other,none ,").repeated(100000);
+        const QString names = QStringLiteral("Other,none ,");
+        const QString search = names.repeated(100000);
         auto *root = static_cast<HVXmlElement *>(m_bench->view()->content()->parent());
         root->setAttribute(QStringLiteral("search"), search);
         const QString last =
@@ -333,7 +334,8 @@ private Q_SLOTS:
             QCOMPARE(find(QStringLiteral("o.png")), last);
         QVERIFY2(timer.elapsed() < 5000, qPrintable(QString::number(timer.elapsed())));
         const HVIndex *index = m_bench->host->manager()->index();
-        QCOMPARE(index->componentPathsForElement(m_bench->view()->content(), {}).size(), 100001);
+        const int used = int(16384 / names.size()); // of an attribute, 16,384 characters are used
+        QCOMPARE(index->componentPathsForElement(m_bench->view()->content(), {}).size(), used + 1);
     }
 };
 
