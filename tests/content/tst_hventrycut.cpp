@@ -5,7 +5,6 @@
 #include "HVLimits.h"
 #include "IndexTest.h"
 #include "TestMain.h"
-#include "ThreadTime.h"
 #include "WholeParse.h"
 
 #include <QtTest/QSignalSpy>
@@ -305,16 +304,15 @@ private Q_SLOTS:
                  large + QStringLiteral(" is skipped: more than 1000 bytes to parse for an entry"));
     }
 
-    void shouldFindAnEntryAmongManyQuickly()
+    void shouldFindAnEntryAmongManyWithoutParsingThem()
     {
         QByteArray file = "<hovlets>";
         for (int i = 0; i < 100000; ++i)
             file += "<hovlet key=\"k" + QByteArray::number(i)
                     + "\"><p>Some text here</p></hovlet>\n";
+        QVERIFY(file.size() > HVLimits().parsedSize);
         index("Foo", "many", file + entry("a", "found") + "</hovlets>");
-        const ThreadTime time;
         QCOMPARE(Found(*m_index, "a").attribute("name"), QStringLiteral("found"));
-        QVERIFY2(time.elapsed() < 150, qPrintable(QString::number(time.elapsed()))); // parsed: 400
     }
 
     void shouldSkipWhatIsTooLargeToParse()

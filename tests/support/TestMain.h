@@ -1,7 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "Patience.h"
+
 #include <QtTest/QtTest>
+
+// A busy machine may need longer than Qt Test's five seconds.
+#undef QTRY_VERIFY
+#define QTRY_VERIFY(condition) QTRY_VERIFY_WITH_TIMEOUT(condition, Patience)
+#undef QTRY_COMPARE
+#define QTRY_COMPARE(actual, expected) QTRY_COMPARE_WITH_TIMEOUT(actual, expected, Patience)
 
 /*!
  * \brief Runs the test class on the offscreen platform with the software scene graph, unless the
