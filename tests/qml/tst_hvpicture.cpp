@@ -53,8 +53,10 @@ QByteArray jpegHeader(int frame, int components, int scanned, int side)
     qToBigEndian(quint16(side), size.data());
     qToBigEndian(quint16(side), size.data() + 2);
     return "\xff\xd8"
-            + segment(frame, char(8) + size + char(components) + QByteArray(3 * components, '\1'))
-            + segment(0xda, char(scanned) + QByteArray(2 * scanned + 3, '\0'));
+            + segment(frame,
+                      char(8) + size + char(components)
+                              + QByteArray(components * qsizetype(3), '\1'))
+            + segment(0xda, char(scanned) + QByteArray(scanned * qsizetype(2) + 3, '\0'));
 }
 
 } // namespace

@@ -225,9 +225,9 @@ private Q_SLOTS:
         QFETCH(QString, piece);
         QFETCH(QString, end);
         m_limits.shownCharacters = 1000;
-        const int most = 4 * m_limits.shownCharacters;
-        const auto written = [&](int size) {
-            return start + piece.repeated(size / int(piece.size())) + end;
+        const qint64 most = qint64 { 4 } * m_limits.shownCharacters;
+        const auto written = [&](qint64 size) {
+            return start + piece.repeated(int(size / piece.size())) + end;
         };
         const QString whole = written(most - 100);
         for (const bool isTranslated : { false, true }) {
@@ -261,7 +261,7 @@ private Q_SLOTS:
         const HVEntryContent content = read();
         QCOMPARE(int(content.title.text.size()), m_limits.shownCharacters + 1);
         QCOMPARE(content.shortcut.text, QString(QChar(0x2026)));
-        QVERIFY(m_services.interpolated <= 4 * m_limits.shownCharacters);
+        QVERIFY(m_services.interpolated <= qint64 { 4 } * m_limits.shownCharacters);
         QCOMPARE(int(m_services.translated.size()), 1);
     }
 

@@ -13,7 +13,7 @@ namespace {
 constexpr int Width = 320;
 constexpr int Height = 192;
 constexpr int Frames = 30;
-constexpr qint64 Pixels = Width * Height;
+constexpr qint64 Pixels = qint64 { Width } * Height;
 constexpr qint64 Picture = 4 * Pixels + HVFrameMemory::Overhead; // of a converted frame
 
 void limitDecoder(qint64 bytes)

@@ -14,7 +14,7 @@ namespace {
 using Bytes = std::string_view;
 
 constexpr Bytes TracksId = "\x16\x54\xAE\x6B";
-constexpr qint64 PieceSize = 256 * 1024; // bytes
+constexpr qint64 PieceSize = qint64 { 256 } * 1024; // bytes
 constexpr qint64 MostTracks = qint64 { 16 } * 1024 * 1024; // bytes of all tracks
 constexpr std::size_t MostRemoved = 64; // bytes; each frame of a few bytes grows by as many
 
