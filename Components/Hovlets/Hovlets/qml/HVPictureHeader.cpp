@@ -78,7 +78,7 @@ qint64 jpegCoefficients(const QSize &size, int components)
     const auto padded = [](int side) {
         return qint64 { (side + LargestBlock - 1) / LargestBlock } * LargestBlock;
     };
-    return 2 * components * padded(size.width()) * padded(size.height());
+    return padded(size.width()) * 2 * components * padded(size.height());
 }
 
 /// Of a file with a segment that the decoder might not read in the same way: no size.
