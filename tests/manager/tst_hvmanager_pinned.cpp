@@ -298,7 +298,7 @@ private Q_SLOTS:
         popup->checkMousePosition({ 700, 700 });
         popup->hideAnimated();
         popup->view()->setReserved(true);
-        QCOMPARE(popup->windowType(), Qt::ToolTip); // there is no manager left to pin it
+        QCOMPARE(popup->windowType(), Qt::ToolTip); // the manager that would pin it is gone
         popup->showAnimated();
         QTRY_VERIFY(!popup);
     }

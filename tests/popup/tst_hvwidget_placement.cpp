@@ -369,7 +369,7 @@ private Q_SLOTS:
         m_bench->popup->setTimer();
         QCOMPARE(m_bench->countdown(), 3000);
         QCOMPARE(m_bench->view->findResource(QStringLiteral("x")), QStringLiteral("Resources"));
-        m_bench->view->setReserved(true); // there is no manager to pin it
+        m_bench->view->setReserved(true); // without a manager, nothing else pins it
         QVERIFY(m_bench->popup->isWindow());
         m_bench->show(QPoint(100, 100));
         m_bench->popup->hide();

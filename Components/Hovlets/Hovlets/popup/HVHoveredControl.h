@@ -64,7 +64,7 @@ public:
     /// the popup. May run code of the host, which may delete the popup; the result is then false.
     [[nodiscard]] bool isNear(const QPoint &position);
 
-    /// The mouse is near the popup or its control, or is no longer.
+    /// Call when the mouse comes near the popup or its control, and when it leaves them.
     void setMouseIsNear(bool isNear);
 
 Q_SIGNALS:

@@ -166,7 +166,7 @@ public:
     /// if the view is deleted before.
     void whenIdle(const std::function<void()> &action);
 
-    /// Deletes the view, when it is no longer busy. It outlives its parent until then.
+    /// Deletes the view once it is idle. Until then, it outlives its parent.
     void deleteWhenIdle();
 
     /// Re-reads the desktop's tooltip colours and the application's font.

@@ -39,10 +39,10 @@ public:
     /*!
      * The translation of \a text in \a context from \a file.
      *
-     * Returns \a text itself if there is no usable file, and tries again at the next call; a file
-     * that was skipped only if it looks different, or content was shown. Returns an empty string if
-     * the file lacks the text. Content relies on the difference. A translation longer than four
-     * times HVLimits::shownCharacters is cut there.
+     * Returns \a text itself if there is no usable file. The next call tries again, but reads a
+     * skipped file again only if its status has changed or content was shown. Returns an empty
+     * string if the file lacks the text. Content relies on the difference. A translation longer
+     * than four times HVLimits::shownCharacters is cut there.
      */
     QString translate(const QString &file, const QString &text, const QString &context);
 

@@ -69,7 +69,7 @@ int HVDecoderMemory::fetch(AVCodecContext *codec, AVFrame *frame, int flags)
     return result;
 }
 
-/// Notes if there is no room.
+/// Records that the limit was met if there is no room.
 bool HVDecoderMemory::hasRoomFor(qint64 bytes)
 {
     if (m_used + bytes <= m_limit)

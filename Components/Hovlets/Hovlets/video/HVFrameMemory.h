@@ -35,8 +35,8 @@ public:
     /*!
      * \brief Memory for one frame that does not exist yet.
      *
-     * Counts from before the frame is made, until the claim ends or a clip keeps it. False if there
-     * is no room. Any thread may end it.
+     * Counts from before the frame is made, until the claim ends or a clip keeps the frame.
+     * Converts to false if there was no room. Any thread may end the claim.
      */
     class Claim
     {

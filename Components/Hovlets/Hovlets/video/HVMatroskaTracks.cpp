@@ -44,7 +44,7 @@ public:
     {
     }
 
-    /// Moves to the first or the next element; false if there are no more.
+    /// Moves to the first element or the next one. Returns false at the end.
     bool next()
     {
         constexpr int LongestId = 4; // bytes
