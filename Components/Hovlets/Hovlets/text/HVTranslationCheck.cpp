@@ -94,6 +94,20 @@ Sections sectionsOf(const Bytes &file)
     return sections;
 }
 
+enum class Result {
+    Sound,
+    Damaged,
+    TooManyAlike, ///< QTranslator would search too long for one text.
+};
+
+// QTranslator searches a list of contexts for that of each text, name by name. A list that lrelease
+// writes has a few names.
+constexpr int MostContexts = 1000;
+
+// QTranslator compares a text with all messages of its hash, part by part. Those of thousands of
+// contexts that contain the same text fit.
+constexpr int MostParts = 20000;
+
 /// The lists of names in a table of contexts. Lists may share names.
 class NameLists
 {
@@ -105,29 +119,29 @@ public:
     }
 
     /// Whether the list at that position ends inside the table and is short.
-    bool isSound(qint64 start)
+    Result check(qint64 start)
     {
         m_path.clear();
         qint64 at = start;
         for (; lengthAt(at) == 0; at += 1 + m_contexts.byte(at)) {
-            if (!m_contexts.has(at, 1) || m_path.size() == MostNames)
-                return false;
+            if (!m_contexts.has(at, 1))
+                return Result::Damaged;
+            if (m_path.size() == MostNames)
+                return Result::TooManyAlike;
             m_path.push_back(at);
             if (m_contexts.byte(at) == 0)
                 break;
         }
         quint16 length = lengthAt(at);
         if (m_path.size() + length > MostNames)
-            return false;
+            return Result::TooManyAlike;
         for (auto name = m_path.crbegin(); name != m_path.crend(); ++name)
             m_lengths[size_t(*name)] = ++length;
-        return true;
+        return Result::Sound;
     }
 
 private:
-    // QTranslator searches a list for the context of each text, name by name. A list that lrelease
-    // writes has a few names.
-    static constexpr size_t MostNames = 1001; // with the empty one at the end
+    static constexpr size_t MostNames = MostContexts + 1; // with the empty one at the end
     static constexpr size_t LongestName = 256;
     static constexpr size_t LastStart = 2 + 4 * 65535;
 
@@ -142,21 +156,22 @@ private:
 };
 
 /// Whether each bucket of the table leads to a sound list of names.
-bool areContextsSound(const Bytes &contexts)
+Result checkContexts(const Bytes &contexts)
 {
     if (contexts.size() == 0)
-        return true;
+        return Result::Sound;
     const qint64 buckets = contexts.number16(0);
     const qint64 names = 2 + 2 * buckets;
     if (buckets == 0 || !contexts.has(0, names))
-        return false;
+        return Result::Damaged;
     NameLists lists(contexts);
     for (qint64 bucket = 0; bucket < buckets; ++bucket) {
         const qint64 offset = contexts.number16(2 + 2 * bucket);
-        if (offset != 0 && !lists.isSound(names + 2 * offset))
-            return false;
+        const Result result = offset != 0 ? lists.check(names + 2 * offset) : Result::Sound;
+        if (result != Result::Sound)
+            return result;
     }
-    return true;
+    return Result::Sound;
 }
 
 /// A message in the section of messages.
@@ -199,20 +214,16 @@ Message messageAt(const Bytes &messages, qint64 at)
 }
 
 /// Whether each hash leads to a message, messages do not overlap, and those of one hash are short.
-bool areMessagesSound(const Bytes &hashes, const Bytes &messages)
+Result checkMessages(const Bytes &hashes, const Bytes &messages)
 {
     constexpr qint64 HashSize = 8;
-    // QTranslator compares a text with all messages of its hash, part by part. Those of thousands
-    // of contexts that contain the same text fit.
-    constexpr qint64 MostParts = 20000;
-
     if (hashes.size() % HashSize != 0)
-        return false;
+        return Result::Damaged;
     std::vector<quint16> parts(size_t(messages.size())); // of messages, by position; 0 elsewhere
     for (qint64 at = 0; at < hashes.size(); at += HashSize) {
         const quint32 offset = hashes.number32(at + 4);
         if (!messages.has(offset, 1))
-            return false;
+            return Result::Damaged;
         parts[offset] = 1;
     }
     qint64 end = 0;
@@ -220,8 +231,10 @@ bool areMessagesSound(const Bytes &hashes, const Bytes &messages)
         if (parts[size_t(at)] == 0)
             continue;
         const Message message = messageAt(messages, at);
-        if (at < end || message.end < 0 || message.parts > MostParts)
-            return false;
+        if (at < end || message.end < 0)
+            return Result::Damaged;
+        if (message.parts > MostParts)
+            return Result::TooManyAlike;
         parts[size_t(at)] = quint16(message.parts);
         end = message.end;
     }
@@ -231,9 +244,22 @@ bool areMessagesSound(const Bytes &hashes, const Bytes &messages)
             alike = 0;
         alike += parts[hashes.number32(at + 4)];
         if (alike > MostParts)
-            return false;
+            return Result::TooManyAlike;
     }
-    return true;
+    return Result::Sound;
+}
+
+QString problemOf(Result result, const QString &tooMany)
+{
+    switch (result) {
+    case Result::Damaged:
+        return QStringLiteral("damaged");
+    case Result::TooManyAlike:
+        return tooMany;
+    case Result::Sound:
+        break;
+    }
+    return {};
 }
 
 bool hasMagic(const QByteArray &file)
@@ -255,10 +281,16 @@ QString translationProblem(const QByteArray &file)
     const Sections sections = sectionsOf(file);
     if (sections.hasDependencies)
         return QStringLiteral("it includes other files");
-    if (!sections.areWhole || !areContextsSound(sections.contexts)
-        || !areMessagesSound(sections.hashes, sections.messages))
-        return QStringLiteral("damaged");
-    return {};
+    if (!sections.areWhole)
+        return problemOf(Result::Damaged, {});
+    const QString problem =
+            problemOf(checkContexts(sections.contexts),
+                      QStringLiteral("more than %1 contexts with the same hash").arg(MostContexts));
+    if (!problem.isNull())
+        return problem;
+    return problemOf(
+            checkMessages(sections.hashes, sections.messages),
+            QStringLiteral("more than %1 parts of messages with the same hash").arg(MostParts));
 }
 
 QByteArray completedTranslation(const QByteArray &file)
