@@ -23,9 +23,10 @@ HostileInput clip(const QByteArray &what, const QByteArray &suffix,
             } };
 }
 
-HostileInput plain(const QByteArray &what, const QByteArray &suffix, const QByteArray &bytes)
+HostileInput plain(const QByteArray &what, const QByteArray &suffix,
+                   const std::function<QByteArray()> &bytes)
 {
-    return clip(what, suffix, [=](const HostilePackage &) { return bytes; });
+    return clip(what, suffix, [=](const HostilePackage &) { return bytes(); });
 }
 
 void addPlaylists(QList<HostileInput> &inputs)
@@ -50,47 +51,88 @@ void addPlaylists(QList<HostileInput> &inputs)
     }
 }
 
+QByteArray movieWithEdits(int count)
+{
+    Tables edited(equalSizes(30));
+    edited.edits =
+            box("edts",
+                box("elst",
+                    numbers({ 0, quint32(count) }) + numbers({ 40, 0, 0x10000 }).repeated(count)));
+    return movie(track(edited));
+}
+
+QByteArray movieWithTimes(const QByteArray &times)
+{
+    Tables tables(equalSizes(100));
+    tables.times = box("stts", times);
+    return movie(track(tables));
+}
+
+QByteArray movieWithTable(const char *name, quint32 count)
+{
+    Tables tables(equalSizes(100));
+    tables.more = box(name, numbers({ 0, count, count, 1 }));
+    return movie(track(tables));
+}
+
+QByteArray movieWithEdit(quint32 count)
+{
+    Tables tables(equalSizes(100));
+    tables.edits = box("edts", box("elst", numbers({ 0, count, count, 0, 0x10000 })));
+    return movie(track(tables));
+}
+
+QByteArray nestedBoxes(int count)
+{
+    QByteArray nested;
+    for (int i = 0; i < count; ++i)
+        nested = box("moov", nested);
+    return box("ftyp", "isom") + nested;
+}
+
 void addTables(QList<HostileInput> &inputs)
 {
-    const auto movieOf = [&](const QByteArray &what, const QByteArray &bytes) {
+    const auto add = [&](const QByteArray &what, const std::function<QByteArray()> &bytes) {
         inputs += plain(what, "mp4", bytes);
         inputs += plain(what, "mov", bytes);
     };
+    const auto tracks = [](int samples, int count) {
+        return movie(track(Tables(equalSizes(quint32(samples)))).repeated(count));
+    };
     for (const quint32 count : { 4000000u, 40000000u, 0x7fffffffu, 0xffffffffu }) {
         const QByteArray number = QByteArray::number(count);
-        movieOf("six tracks of " + number, movie(track(Tables(equalSizes(count))).repeated(6)));
-        Tables times(equalSizes(100));
-        times.times = box("stts", numbers({ 0, 1, count, 1 }));
-        movieOf("times of " + number, movie(track(times)));
-        times.times = box("stts", numbers({ 0, count, 1, 1 }));
-        movieOf("time table of " + number, movie(track(times)));
-        for (const char *table : { "ctts", "stss", "stsc", "stco", "co64", "sbgp", "sdtp" }) {
-            Tables other(equalSizes(100));
-            other.more = box(table, numbers({ 0, count, count, 1 }));
-            movieOf(QByteArray(table) + " of " + number, movie(track(other)));
-        }
-        Tables edited(equalSizes(100));
-        edited.edits = box("edts", box("elst", numbers({ 0, count, count, 0, 0x10000 })));
-        movieOf("edits of " + number, movie(track(edited)));
+        add("six tracks of " + number,
+            [=] { return movie(track(Tables(equalSizes(count))).repeated(6)); });
+        add("times of " + number, [=] { return movieWithTimes(numbers({ 0, 1, count, 1 })); });
+        add("time table of " + number, [=] { return movieWithTimes(numbers({ 0, count, 1, 1 })); });
+        for (const char *table : { "ctts", "stss", "stsc", "stco", "co64", "sbgp", "sdtp" })
+            add(QByteArray(table) + " of " + number, [=] { return movieWithTable(table, count); });
+        add("edits of " + number, [=] { return movieWithEdit(count); });
     }
     for (const int count : { 100, 10000 }) {
         const QByteArray number = QByteArray::number(count);
-        movieOf("tracks, " + number, movie(track(Tables(equalSizes(10))).repeated(count)));
-        movieOf("tracks without samples, " + number,
-                movie(track(Tables(equalSizes(0))).repeated(count)));
-        Tables edited(equalSizes(30));
-        QByteArray edits;
-        for (int i = 0; i < count; ++i)
-            edits += numbers({ 40, 0, 0x10000 });
-        edited.edits = box("edts", box("elst", numbers({ 0, quint32(count) }) + edits));
-        movieOf("repeated edits, " + number, movie(track(edited)));
-        QByteArray nested;
-        for (int i = 0; i < count; ++i)
-            nested = box("moov", nested);
-        movieOf("nested boxes, " + number, box("ftyp", "isom") + nested);
+        add("tracks, " + number, [=] { return tracks(10, count); });
+        add("tracks without samples, " + number, [=] { return tracks(0, count); });
+        add("repeated edits, " + number, [=] { return movieWithEdits(count); });
+        add("nested boxes, " + number, [=] { return nestedBoxes(count); });
     }
-    movieOf("box of no size", box("ftyp", "isom") + QByteArray(1000000, '\0'));
-    movieOf("endless boxes", box("ftyp", "isom") + box("free", {}).repeated(500000));
+    add("box of no size", [] { return box("ftyp", "isom") + QByteArray(1000000, '\0'); });
+    add("endless boxes", [] { return box("ftyp", "isom") + box("free", {}).repeated(500000); });
+}
+
+QByteArray manyStreams()
+{
+    QByteArray bytes;
+    for (int id = 0; id < 8000; ++id) {
+        QByteArray packet(188, '\xff');
+        packet[0] = 0x47;
+        packet[1] = char(0x40 | id >> 8);
+        packet[2] = char(id);
+        packet[3] = 0x10;
+        packet.replace(4, 9, QByteArray::fromHex("000001e00000800000"));
+        bytes += packet.repeated(3);
+    }
+    return bytes;
 }
 
 /// Clips that the ffmpeg program makes: large, long, damaged.
@@ -153,22 +195,10 @@ void addEncoded(QList<HostileInput> &inputs)
                         return damage == 5 ? bytes.left(bytes.size() / 2) : bytes;
                     });
         }
-        inputs += plain("zeros", suffix, QByteArray(3000000, '\0'));
-        inputs += plain("ones", suffix, QByteArray(3000000, '\xff'));
+        inputs += plain("zeros", suffix, [] { return QByteArray(3000000, '\0'); });
+        inputs += plain("ones", suffix, [] { return QByteArray(3000000, '\xff'); });
     }
-    inputs += plain("streams", "ts", [] {
-        QByteArray bytes;
-        for (int id = 0; id < 8000; ++id) {
-            QByteArray packet(188, '\xff');
-            packet[0] = 0x47;
-            packet[1] = char(0x40 | id >> 8);
-            packet[2] = char(id);
-            packet[3] = 0x10;
-            packet.replace(4, 9, QByteArray::fromHex("000001e00000800000"));
-            bytes += packet.repeated(3);
-        }
-        return bytes;
-    }());
+    inputs += plain("streams", "ts", manyStreams);
 }
 
 } // namespace

@@ -80,8 +80,8 @@ QByteArray hiddenJpeg(const QByteArray &jpeg)
 }
 
 /// Thirty references to one picture, which is made only when it is shown.
-HostileInput madePicture(const QByteArray &name, const QByteArray &suffix,
-                         const std::function<QByteArray()> &make)
+HostileInput picture(const QByteArray &name, const QByteArray &suffix,
+                     const std::function<QByteArray()> &make)
 {
     const QByteArray file = "x." + suffix;
     return { "picture", suffix + " " + name, [=](const HostilePackage &package) {
@@ -90,75 +90,98 @@ HostileInput madePicture(const QByteArray &name, const QByteArray &suffix,
             } };
 }
 
-HostileInput picture(const QByteArray &name, const QByteArray &suffix, const QByteArray &bytes)
+QByteArray svgWithAttributes(int count)
 {
-    return madePicture(name, suffix, [=] { return bytes; });
+    QByteArray attributes;
+    for (int i = 0; i < count; ++i)
+        attributes += " a" + QByteArray::number(i) + "=\"\"";
+    return "<svg" + attributes + " width=\"9\" height=\"9\"/>";
 }
+
+struct Drawing
+{
+    const char *name;
+    QByteArray (*make)();
+};
+
+constexpr Drawing Drawings[] = {
+    { "nested", [] { return svgOf(QByteArray("<g>").repeated(100000)); } },
+    { "shapes",
+      [] { return svgOf(QByteArray("<circle r=\"50\" stroke=\"red\"/>").repeated(25000)); } },
+    { "dashes",
+      [] {
+          return svgOf("<line x2=\"1e9\" y2=\"1e9\" stroke=\"red\" stroke-width=\"9\" "
+                       "stroke-dasharray=\"0.00001\"/>");
+      } },
+    { "path",
+      [] {
+          return svgOf("<path stroke=\"red\" d=\"M0 0" + QByteArray(" L99 1 L1 99").repeated(80000)
+                       + "\"/>");
+      } },
+    { "far path",
+      [] {
+          return svgOf("<path stroke=\"red\" stroke-width=\"1e30\" d=\"M-1e30 0L1e30 1e30\"/>");
+      } },
+    { "fonts", [] { return svgOf("<text font-size=\"1e9\" x=\"1\" y=\"99\">x</text>"); } },
+    { "many texts",
+      [] { return svgOf(QByteArray("<text font-size=\"99\">x</text>").repeated(30000)); } },
+    { "gradients",
+      [] {
+          return svgOf("<linearGradient id=\"g\" xlink:href=\"#g\"/>"
+                       "<rect fill=\"url(#g)\" width=\"99\" height=\"99\"/>");
+      } },
+    { "uses itself", [] { return svgOf("<g id=\"a\"><use xlink:href=\"#a\"/></g>"); } },
+    { "names a file",
+      [] { return svgOf("<image xlink:href=\"/dev/zero\" width=\"9\" height=\"9\"/>"); } },
+    { "entities", [] { return "<!DOCTYPE svg [<!ENTITY a 'x'>]>" + svgOf("&a;"); } },
+    { "8000", [] { return svgOf("<rect width=\"9\" height=\"9\"/>", "5700"); } },
+    { "names a file with a prefix",
+      [] {
+          return svgOf("<s:image xmlns:s=\"http://www.w3.org/2000/svg\" "
+                       "xlink:href=\"/dev/zero\" width=\"9\" height=\"9\"/>");
+      } },
+    { "comment before the root",
+      [] { return "<!-- <svg " + QByteArray(260000, 'x') + "-->" + svgOf({}); } },
+    { "attributes", [] { return svgWithAttributes(15000); } },
+};
 
 void addPictures(QList<HostileInput> &inputs)
 {
     for (const int side : { 5700, 20000 })
-        inputs += picture(QByteArray::number(side), "png", encoded(side, side, "PNG"));
-    inputs += picture("9000", "bmp", encoded(9000, 9000, "BMP"));
+        inputs += picture(QByteArray::number(side), "png",
+                          [=] { return encoded(side, side, "PNG"); });
+    inputs += picture("9000", "bmp", [] { return encoded(9000, 9000, "BMP"); });
     for (const quint32 side : { 100u, 60000u, 0x7fffffffu, 0xffffffffu }) {
-        inputs += picture("said to be " + QByteArray::number(side), "png", pngOf(side, side));
+        inputs += picture("said to be " + QByteArray::number(side), "png",
+                          [=] { return pngOf(side, side); });
         inputs += picture("said to be " + QByteArray::number(side), "bmp",
-                          bmpOf(qint32(side), qint32(side)));
+                          [=] { return bmpOf(qint32(side), qint32(side)); });
     }
-    inputs += picture("65535", "gif", gifOf(65535, 65535, 1));
-    inputs += picture("5000, 20000 frames", "gif", gifOf(5000, 5000, 20000));
-    inputs += picture("nested", "svg", svgOf(QByteArray("<g>").repeated(100000)));
-    inputs += picture("shapes", "svg",
-                      svgOf(QByteArray("<circle r=\"50\" stroke=\"red\"/>").repeated(25000)));
-    inputs += picture("dashes", "svg",
-                      svgOf("<line x2=\"1e9\" y2=\"1e9\" stroke=\"red\" stroke-width=\"9\" "
-                            "stroke-dasharray=\"0.00001\"/>"));
-    inputs += picture("path", "svg",
-                      svgOf("<path stroke=\"red\" d=\"M0 0"
-                            + QByteArray(" L99 1 L1 99").repeated(80000) + "\"/>"));
-    inputs +=
-            picture("far path", "svg",
-                    svgOf("<path stroke=\"red\" stroke-width=\"1e30\" d=\"M-1e30 0L1e30 1e30\"/>"));
-    inputs += picture("fonts", "svg", svgOf("<text font-size=\"1e9\" x=\"1\" y=\"99\">x</text>"));
-    inputs += picture("many texts", "svg",
-                      svgOf(QByteArray("<text font-size=\"99\">x</text>").repeated(30000)));
-    inputs += picture("gradients", "svg",
-                      svgOf("<linearGradient id=\"g\" xlink:href=\"#g\"/>"
-                            "<rect fill=\"url(#g)\" width=\"99\" height=\"99\"/>"));
-    inputs += picture("uses itself", "svg", svgOf("<g id=\"a\"><use xlink:href=\"#a\"/></g>"));
-    inputs += picture("names a file", "svg",
-                      svgOf("<image xlink:href=\"/dev/zero\" width=\"9\" height=\"9\"/>"));
-    inputs += picture("entities", "svg", "<!DOCTYPE svg [<!ENTITY a 'x'>]>" + svgOf("&a;"));
-    inputs += picture("8000", "svg", svgOf("<rect width=\"9\" height=\"9\"/>", "5700"));
-    inputs += picture("names a file with a prefix", "svg",
-                      svgOf("<s:image xmlns:s=\"http://www.w3.org/2000/svg\" "
-                            "xlink:href=\"/dev/zero\" width=\"9\" height=\"9\"/>"));
-    inputs += picture("comment before the root", "svg",
-                      "<!-- <svg " + QByteArray(260000, 'x') + "-->" + svgOf({}));
-    QByteArray attributes;
-    for (int i = 0; i < 15000; ++i)
-        attributes += " a" + QByteArray::number(i) + "=\"\"";
-    inputs += picture("attributes", "svg", "<svg" + attributes + " width=\"9\" height=\"9\"/>");
-    inputs += madePicture("compressed texts", "png", [] { return withTexts(6); });
-    inputs += madePicture("hidden size", "jpg",
-                          [] { return hiddenJpeg(encoded(9000, 9000, "JPG")); });
+    inputs += picture("65535", "gif", [] { return gifOf(65535, 65535, 1); });
+    inputs += picture("5000, 20000 frames", "gif", [] { return gifOf(5000, 5000, 20000); });
+    for (const Drawing &drawing : Drawings)
+        inputs += picture(drawing.name, "svg", drawing.make);
+    inputs += picture("compressed texts", "png", [] { return withTexts(6); });
+    inputs += picture("hidden size", "jpg", [] { return hiddenJpeg(encoded(9000, 9000, "JPG")); });
     for (const char *suffix : { "png", "gif", "jpg", "webp", "svg", "bmp", "ico", "tiff" })
-        inputs += picture("zeros", suffix, QByteArray(1000000, '\0'));
+        inputs += picture("zeros", suffix, [] { return QByteArray(1000000, '\0'); });
     for (const char *format : { "PNG", "BMP", "JPG", "WEBP" }) {
         const QByteArray whole = encoded(64, 64, format);
         for (int at = 1; at < whole.size() && at < 120; at += 17) {
             QByteArray bytes = whole;
             bytes[at] = char(bytes.at(at) ^ 0xff);
-            inputs += picture("flipped at " + QByteArray::number(at), format, bytes);
-            inputs += picture("cut at " + QByteArray::number(at), format, whole.left(at));
+            inputs +=
+                    picture("flipped at " + QByteArray::number(at), format, [=] { return bytes; });
+            inputs += picture("cut at " + QByteArray::number(at), format,
+                              [=] { return whole.left(at); });
         }
     }
 }
 
-HostileInput translation(const QByteArray &name, const QByteArray &bytes)
+HostileInput translation(const QByteArray &name, const std::function<QByteArray()> &make)
 {
     return { "translation", name, [=](const HostilePackage &package) {
-                package.write(QStringLiteral("l10n/Hovlets_en_US.qm"), bytes);
+                package.write(QStringLiteral("l10n/Hovlets_en_US.qm"), make());
                 package.entry("title=\"text\"", "<p>text</p><p>other</p>");
             } };
 }
@@ -171,17 +194,18 @@ void addTranslations(QList<HostileInput> &inputs)
     for (int at = 0; at < whole.size(); at += 5) {
         QByteArray bytes = whole;
         bytes[at] = char(bytes.at(at) ^ (at % 2 ? 0x80 : 0xff));
-        inputs += translation("flipped at " + QByteArray::number(at), bytes);
-        inputs += translation("cut at " + QByteArray::number(at), whole.left(at));
+        inputs += translation("flipped at " + QByteArray::number(at), [=] { return bytes; });
+        inputs += translation("cut at " + QByteArray::number(at), [=] { return whole.left(at); });
     }
-    inputs += translation("doubled", whole + whole);
-    inputs += translation("zeros", whole.left(16) + QByteArray(10000000, '\0'));
-    inputs += translation("ones", whole.left(16) + QByteArray(10000000, '\xff'));
-    inputs += translation("too large", whole + QByteArray(20000000, '\0'));
+    inputs += translation("doubled", [=] { return whole + whole; });
+    inputs += translation("zeros", [=] { return whole.left(16) + QByteArray(10000000, '\0'); });
+    inputs += translation("ones", [=] { return whole.left(16) + QByteArray(10000000, '\xff'); });
+    inputs += translation("too large", [=] { return whole + QByteArray(20000000, '\0'); });
     for (const char *piece : { "y", "</b>", "<p style=\"color:red;", "y\t", " " }) {
-        const QString text = QString::fromLatin1(piece).repeated(7000000 / int(strlen(piece)));
         inputs += { "translation", "long " + QByteArray(piece).simplified(),
-                    [text](const HostilePackage &package) {
+                    [=](const HostilePackage &package) {
+                        const QString text =
+                                QString::fromLatin1(piece).repeated(7000000 / int(strlen(piece)));
                         package.write(QStringLiteral("l10n/Hovlets_en_US.qm"),
                                       translationFile("attack", "text", text));
                         package.entry("title=\"text\" shortcut=\"text\"",

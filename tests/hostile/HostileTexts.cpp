@@ -8,69 +8,110 @@ QByteArray cdata(const QByteArray &text)
     return "<p><![CDATA[" + text + "]]></p>";
 }
 
+/// Makes the children of an entry in the size given.
+struct Text
+{
+    const char *name;
+    QByteArray (*children)(int size);
+};
+
+constexpr Text Texts[] = {
+    { "lists", [](int size) { return cdata(times(size, "<ul><li>x")); } },
+    { "ordered lists",
+      [](int size) { return cdata(times(size, "<ol type=\"i\" start=\"2000000000\"><li>")); } },
+    { "tables", [](int size) { return cdata(times(size, "<table><tr><td>x")); } },
+    { "cells", [](int size) { return cdata("<table><tr>" + times(size, "<td>x</td>")); } },
+    { "quotations", [](int size) { return cdata(times(size, "<blockquote>x")); } },
+    { "links", [](int size) { return cdata(times(size, "<a href=\"x\">")); } },
+    { "less-than", [](int size) { return cdata(times(size, "<")); } },
+    { "tags without an end", [](int size) { return cdata(times(size, "<b ")); } },
+    { "attributes", [](int size) { return cdata("<b " + times(size, "a=\"\" ") + ">x"); } },
+    { "ampersands", [](int size) { return cdata("<b>" + times(size, "&")); } },
+    { "references", [](int size) { return cdata("<b>" + times(size, "&#x1F600;")); } },
+    { "a word", [](int size) { return "<p>" + times(size, "w") + "</p>"; } },
+    { "a word in markup", [](int size) { return cdata("<b>" + times(size, "w")); } },
+    { "a title", [](int size) { return "<title>" + times(size, "w ") + "</title>"; } },
+    { "placeholders", [](int size) { return "<p>" + times(size, "%(application)s") + "</p>"; } },
+    { "open placeholders", [](int size) { return "<p>" + times(size, "%(") + "</p>"; } },
+    { "paragraphs", [](int size) { return times(size, "<p>x</p>"); } },
+    { "bold", [](int size) { return cdata(times(size, "<b>x</b>")); } },
+    { "nested bold", [](int size) { return cdata(times(size, "<b><i><u>x")); } },
+    { "fonts", [](int size) { return cdata(times(size, "<font size=\"7\" color=\"red\">x")); } },
+    { "elements in elements",
+      [](int size) { return times(size / 40, "<x>y<p>z</p>") + times(size / 40, "</x>"); } },
+    { "pictures", [](int size) { return times(size, "<img src=\"x.png\" alt=\"y\"/>"); } },
+    { "pictures in markup",
+      [](int size) { return cdata(times(size, "<img src=\"/dev/zero\">x")); } },
+    { "links as elements",
+      [](int size) { return times(size, "<link href=\"http://x\">y</link>"); } },
+    { "clips", [](int size) { return times(size, "<video src=\"x.mp4\"/>"); } },
+    { "accents", [](int size) { return "<p>" + times(size, "\xcc\x81") + "</p>"; } },
+    { "directions",
+      [](int size) { return "<p>" + times(size, "\xe2\x80\xae x\xd8\xb4") + "</p>"; } },
+    { "marks on a letter",
+      [](int size) { return "<p>\xd8\xa8" + times(size, "\xd9\x8b") + "</p>"; } },
+    { "embedded directions",
+      [](int size) { return "<p>" + times(size, "\xe2\x80\xab\xd7\x90 x") + "</p>"; } },
+    { "end tags", [](int size) { return cdata(times(size, "</b>")).repeated(10); } },
+    { "styles",
+      [](int size) {
+          return cdata("<p style=\"" + times(size / 10, "color:red;") + "\">x").repeated(48);
+      } },
+    { "emoji",
+      [](int size) { return "<p>" + times(size, "\xf0\x9f\x91\xa9\xe2\x80\x8d") + "</p>"; } },
+    { "no breaks", [](int size) { return "<p>" + times(size, "x\xc2\xa0") + "</p>"; } },
+    { "tabs", [](int size) { return "<p>" + times(size, "\t&#9;") + "</p>"; } },
+    { "lines", [](int size) { return cdata(times(size, "<br>")); } },
+    { "comments", [](int size) { return cdata("<b>" + times(size, "<!-- ")); } },
+    { "white space", [](int size) { return cdata("<pre>" + times(size, " \n")); } },
+};
+
+/// The same with a number in the text.
+struct TextWithNumber
+{
+    const char *name;
+    QByteArray (*children)(const QByteArray &number);
+};
+
+constexpr TextWithNumber Numbers[] = {
+    { "font size",
+      [](const QByteArray &number) { return cdata("<font size=\"" + number + "\">x</font>"); } },
+    { "style",
+      [](const QByteArray &number) {
+          return cdata("<p style=\"font-size:" + number + "pt;margin:" + number + "px\">x</p>");
+      } },
+    { "picture width",
+      [](const QByteArray &number) {
+          return cdata("<img src=\"x.png\" width=\"" + number + "\" height=\"" + number + "\">");
+      } },
+    { "table width",
+      [](const QByteArray &number) {
+          return cdata("<table width=\"" + number + "\" border=\"" + number + "\" cellpadding=\""
+                       + number + "\"><tr><td colspan=\"" + number + "\" rowspan=\"" + number
+                       + "\">x</td></tr></table>");
+      } },
+    { "indentation",
+      [](const QByteArray &number) {
+          return cdata("<ul style=\"-qt-list-indent:" + number + "\"><li>x</li></ul>");
+      } },
+};
+
 } // namespace
 
 QList<HostileInput> hostileTexts()
 {
     QList<HostileInput> inputs;
-    const auto add = [&](const char *name, int size, const QByteArray &children) {
+    const auto add = [&](const char *name, int size, const std::function<QByteArray()> &children) {
         inputs.append({ "text", QByteArray(name) + " " + QByteArray::number(size),
-                        [=](const HostilePackage &package) { package.entry({}, children); } });
+                        [=](const HostilePackage &package) { package.entry({}, children()); } });
     };
     for (const int size : { 280, 5000, 60000 }) {
-        add("lists", size, cdata(times(size, "<ul><li>x")));
-        add("ordered lists", size, cdata(times(size, "<ol type=\"i\" start=\"2000000000\"><li>")));
-        add("tables", size, cdata(times(size, "<table><tr><td>x")));
-        add("cells", size, cdata("<table><tr>" + times(size, "<td>x</td>")));
-        add("quotations", size, cdata(times(size, "<blockquote>x")));
-        add("links", size, cdata(times(size, "<a href=\"x\">")));
-        add("less-than", size, cdata(times(size, "<")));
-        add("tags without an end", size, cdata(times(size, "<b ")));
-        add("attributes", size, cdata("<b " + times(size, "a=\"\" ") + ">x"));
-        add("ampersands", size, cdata("<b>" + times(size, "&")));
-        add("references", size, cdata("<b>" + times(size, "&#x1F600;")));
-        add("a word", size, "<p>" + times(size, "w") + "</p>");
-        add("a word in markup", size, cdata("<b>" + times(size, "w")));
-        add("a title", size, "<title>" + times(size, "w ") + "</title>");
-        add("placeholders", size, "<p>" + times(size, "%(application)s") + "</p>");
-        add("open placeholders", size, "<p>" + times(size, "%(") + "</p>");
-        add("paragraphs", size, times(size, "<p>x</p>"));
-        add("bold", size, cdata(times(size, "<b>x</b>")));
-        add("nested bold", size, cdata(times(size, "<b><i><u>x")));
-        add("fonts", size, cdata(times(size, "<font size=\"7\" color=\"red\">x")));
-        add("elements in elements", size,
-            times(size / 40, "<x>y<p>z</p>") + times(size / 40, "</x>"));
-        add("pictures", size, times(size, "<img src=\"x.png\" alt=\"y\"/>"));
-        add("pictures in markup", size, cdata(times(size, "<img src=\"/dev/zero\">x")));
-        add("links as elements", size, times(size, "<link href=\"http://x\">y</link>"));
-        add("clips", size, times(size, "<video src=\"x.mp4\"/>"));
-        add("accents", size, "<p>" + times(size, "\xcc\x81") + "</p>");
-        add("directions", size, "<p>" + times(size, "\xe2\x80\xae x\xd8\xb4") + "</p>");
-        add("marks on a letter", size, "<p>\xd8\xa8" + times(size, "\xd9\x8b") + "</p>");
-        add("embedded directions", size, "<p>" + times(size, "\xe2\x80\xab\xd7\x90 x") + "</p>");
-        add("end tags", size, cdata(times(size, "</b>")).repeated(10));
-        add("styles", size,
-            cdata("<p style=\"" + times(size / 10, "color:red;") + "\">x").repeated(48));
-        add("emoji", size, "<p>" + times(size, "\xf0\x9f\x91\xa9\xe2\x80\x8d") + "</p>");
-        add("no breaks", size, "<p>" + times(size, "x\xc2\xa0") + "</p>");
-        add("tabs", size, "<p>" + times(size, "\t&#9;") + "</p>");
-        add("lines", size, cdata(times(size, "<br>")));
-        add("comments", size, cdata("<b>" + times(size, "<!-- ")));
-        add("white space", size, cdata("<pre>" + times(size, " \n")));
+        for (const Text &text : Texts)
+            add(text.name, size, [=] { return text.children(size); });
     }
     for (const int size : { 1000, 2000000000 }) {
-        const QByteArray number = QByteArray::number(size);
-        add("font size", size, cdata("<font size=\"" + number + "\">x</font>"));
-        add("style", size,
-            cdata("<p style=\"font-size:" + number + "pt;margin:" + number + "px\">x</p>"));
-        add("picture width", size,
-            cdata("<img src=\"x.png\" width=\"" + number + "\" height=\"" + number + "\">"));
-        add("table width", size,
-            cdata("<table width=\"" + number + "\" border=\"" + number + "\" cellpadding=\""
-                  + number + "\"><tr><td colspan=\"" + number + "\" rowspan=\"" + number
-                  + "\">x</td></tr></table>"));
-        add("indentation", size,
-            cdata("<ul style=\"-qt-list-indent:" + number + "\"><li>x</li></ul>"));
+        for (const TextWithNumber &text : Numbers)
+            add(text.name, size, [=] { return text.children(QByteArray::number(size)); });
     }
     return inputs;
 }
