@@ -199,6 +199,22 @@ private Q_SLOTS:
         QVERIFY(!HVEntryScan(key).mayHold(file));
         QVERIFY(!HVEntryKeys(file).mayHold(HVEntryScan(key)));
     }
+
+    void shouldFindEachOfManyKeys()
+    {
+        constexpr int Entries = 20000;
+        QByteArray file = "<hovlets>";
+        for (int i = 0; i < Entries; ++i)
+            file += "<hovlet key=\"" + QByteArray::number(i) + "\"/>";
+        const HVEntryKeys keys(file + "</hovlets>");
+        int others = 0; // keys that only have the hash of one of the file's
+        for (int i = 0; i < Entries; ++i) {
+            const QString key = QString::number(i);
+            QVERIFY2(keys.mayHold(HVEntryScan(key)), qPrintable(key));
+            others += keys.mayHold(HVEntryScan(key + QLatin1Char('x'))) ? 1 : 0;
+        }
+        QVERIFY(others < 10);
+    }
 };
 
 HOVLETS_TEST_MAIN(tst_HVEntryScan)
