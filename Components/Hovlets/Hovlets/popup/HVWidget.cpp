@@ -10,6 +10,7 @@
 #include "HVShowScope.h"
 #include "HVView.h"
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QEvent>
 #include <QtCore/QPointer>
 #include <QtCore/QTimer>
@@ -20,6 +21,20 @@
 #include <QtWidgets/QToolTip>
 
 namespace Hovlets {
+
+namespace {
+
+/// Paints \a widget in this turn of the event loop: in the next one, old content would have been
+/// visible at the new position. QWidget::repaint() is not enough: a window that is composed with
+/// OpenGL postpones it if the last frame is more recent than the screen's refresh interval.
+void paintNow(QWidget &widget)
+{
+    widget.update();
+    QEvent request(QEvent::UpdateRequest);
+    QCoreApplication::sendEvent(widget.window(), &request);
+}
+
+} // namespace
 
 class HVWidget::Private
 {
@@ -121,9 +136,7 @@ void HVWidget::showWithContent(QObject *reference, const QPoint &pos, HVXmlEleme
     if (d->pinned)
         return showAnimated(); // its QML has pinned it meanwhile
     place(pos);
-    // In this turn of the event loop: in the next one, the old content would have been visible at
-    // the new position.
-    repaint();
+    paintNow(*this);
     // A countdown that started meanwhile must not hide the popup of this control.
     if (isVisible() && isSafe(QCursor::pos())) // no hover is set, so the host is not asked
         d->hideTimer->stop();

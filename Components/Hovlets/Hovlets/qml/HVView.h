@@ -68,7 +68,7 @@ public:
      * Takes ownership of \a content, unless it is the current one, and runs its user interface.
      *
      * When it returns, the view has the size of the new content and, if it is visible, has rendered
-     * it: repaint() brings it to the screen. \a rootPath is the package folder.
+     * it: painting the window brings it to the screen. \a rootPath is the package folder.
      * QML and the host's code run meanwhile; they may show other content, which then stays.
      */
     void showContent(HVXmlElement *content, const QString &rootPath);
