@@ -30,11 +30,9 @@ struct HVEntryCut
  * A look-up in a large file would spend nearly all of its time on them. The remaining document
  * parses to the same objects as the whole file.
  *
- * That is true only of files that the parser reads to the end without an error. Therefore every
- * byte is checked against an unambiguous subset of XML: UTF-8, no document type declaration, names
- * in ASCII without prefixes, references to characters of up to four digits and to the five
- * predefined entities. Ordinary control files use only this subset. The time is linear in the size
- * of the file, and shorter if reading stops earlier.
+ * That is true only of files that the parser reads to the end without an error. Therefore it reads
+ * only the subset of XML that HVPlainXml checks; ordinary control files use no more. The time is
+ * linear in the size of the file, and shorter if reading stops earlier.
  *
  * \param file starts like a plain file, see HVEntryScan
  * \param key the key to look up, which UTF-8 can represent
