@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "HVDisplayBudget.h"
+#include "HVMarkup.h"
 #include "HVMarkupTags.h"
 
 #include <QtCore/QString>
@@ -29,4 +31,18 @@ inline bool isBalanced(const QString &markup)
             return false;
     }
     return open.isEmpty();
+}
+
+inline Hovlets::HVShownText shown(const QString &text, const Hovlets::HVMarkupRules &rules = {},
+                                  const Hovlets::HVLimits &limits = {})
+{
+    Hovlets::HVDisplayBudget budget(limits);
+    return shownMarkup(text, rules, budget);
+}
+
+inline Hovlets::HVMarkupRules withTopics()
+{
+    Hovlets::HVMarkupRules rules;
+    rules.topics = true;
+    return rules;
 }

@@ -3,7 +3,6 @@
 #include "MarkupReading.h"
 #include "TestMain.h"
 #include "Text.h"
-#include "ThreadTime.h"
 
 #include <QtCore/QRandomGenerator>
 #include <QtCore/QRegularExpression>
@@ -11,19 +10,6 @@
 using namespace Hovlets;
 
 namespace {
-
-HVShownText shown(const QString &text, const HVMarkupRules &rules = {}, const HVLimits &limits = {})
-{
-    HVDisplayBudget budget(limits);
-    return shownMarkup(text, rules, budget);
-}
-
-HVMarkupRules withTopics()
-{
-    HVMarkupRules rules;
-    rules.topics = true;
-    return rules;
-}
 
 /// Adds the columns "written" and \a expected. Returns a function that adds a row.
 auto textRows(const char *expected)
@@ -251,176 +237,6 @@ private Q_SLOTS:
         written += text("&#0;&#xd800;&#xfffc;&#x110000;&#9999999;");
         const QString result = shown(written).text;
         QCOMPARE(result, text("<b>a</b>") + QString(14, QChar(QChar::ReplacementCharacter)));
-    }
-
-    void shouldCutAtTheLimitOfCharacters()
-    {
-        HVLimits limits;
-        limits.shownCharacters = 5;
-        const HVShownText result = shown(text("<b>abc<i>defg</i></b>"), {}, limits);
-        QCOMPARE(result.text, QString::fromUtf8("<b>abc<i>de…</i></b>"));
-        QCOMPARE(result.spoken, QString::fromUtf8("abcde…"));
-        QVERIFY(result.isCut);
-        // Never in the middle of a character.
-        QCOMPARE(shown(QString::fromUtf8("<b>abcd😀"), {}, limits).text,
-                 QString::fromUtf8("<b>abcd…</b>"));
-        QVERIFY(!shown(text("<b>abcde"), {}, limits).isCut);
-    }
-
-    void shouldCutAtTheLimitOfElements()
-    {
-        HVLimits limits;
-        limits.shownElements = 2;
-        QCOMPARE(shown(text("<b>a</b><i>b</i><u>c</u>"), {}, limits).text,
-                 QString::fromUtf8("<b>a</b><i>b</i>…"));
-    }
-
-    void shouldReportTheFirstLimitThatWasMet()
-    {
-        HVLimits limits;
-        limits.shownElements = 2;
-        limits.shownCharacters = 5;
-        HVDisplayBudget budget(limits);
-        shownMarkup(text("<b>a<b>b"), {}, budget);
-        QCOMPARE(budget.limitMet(), QString());
-        QVERIFY(!budget.isSpent());
-        shownMarkup(text("<b>b"), {}, budget);
-        QCOMPARE(budget.limitMet(), text("2 elements"));
-        shownMarkup(text("123456"), {}, budget);
-        QCOMPARE(budget.limitMet(), text("2 elements"));
-        QVERIFY(budget.isSpent());
-    }
-
-    void shouldLetLongWordsBreak()
-    {
-        const QString breaks(QChar(0x200b));
-        const QString word(1000, QLatin1Char('w'));
-        HVShownText result = shown(text("<b>a</b> ") + word);
-        QCOMPARE(int(result.text.count(breaks)), 4);
-        QCOMPARE(result.spoken, text("a ") + word);
-        QCOMPARE(shown(text("<b>a</b> ") + QString(200, QLatin1Char('w'))).text.count(breaks), 0);
-        // Tags between the letters change nothing.
-        QCOMPARE(int(shown(text("wwwww<b>wwwww</b>").repeated(100)).text.count(breaks)), 4);
-        QCOMPARE(int(shown(text("wwwww<br>").repeated(200)).text.count(breaks)), 0);
-        // Not between a letter and its accents, nor within a flag, nor where lines break by
-        // themselves.
-        result = shown(text("<b>a</b> ") + QString(199, QLatin1Char('w'))
-                       + QString::fromUtf8("e\u0301\u0301x"));
-        QVERIFY(result.text.contains(QString::fromUtf8("e\u0301\u0301") + breaks));
-        QCOMPARE(shown(text("<b>a</b> ") + QString(1000, QChar(0x6587))).text.count(breaks), 0);
-    }
-
-    void shouldLimitTheMarksOfALetter_data()
-    {
-        QTest::addColumn<QString>("letter");
-        QTest::addColumn<QString>("mark");
-        const auto row = [](const char *name, const char *letter, const char *mark) {
-            QTest::newRow(name) << QString::fromUtf8(letter) << QString::fromUtf8(mark);
-        };
-        row("accents", "a", "\u0301");
-        row("Arabic", "\u0628", "\u064b");
-        row("Hebrew", "\u05d0", "\u05b0");
-        row("beyond 16 bits", "a", "\U0001d165");
-        row("enclosing", "a", "\u20dd");
-        row("without a letter", "", "\u0301");
-        row("on an emoji", "\U0001f600", "\ufe0f");
-    }
-
-    /// Fonts need more than linear time to order and place them.
-    void shouldLimitTheMarksOfALetter()
-    {
-        QFETCH(QString, letter);
-        QFETCH(QString, mark);
-        constexpr int Most = 30;
-        const QString longest = letter + mark.repeated(Most);
-        HVDisplayBudget budget({});
-        QCOMPARE(shown(text("<i>") + longest).text, text("<i>") + longest + text("</i>"));
-        for (const int marks : { Most + 1, 5000 }) {
-            const QString written = letter + mark.repeated(marks) + text(" ") + longest;
-            const QString becomes = longest + text(" ") + longest;
-            QCOMPARE(shownPlainText(written, budget).text, becomes);
-            QCOMPARE(shown(text("<i>") + written).spoken, becomes);
-            QCOMPARE(shown(text("<i>")
-                           + QString(written).insert(letter.size() + mark.size(), text("</i>")))
-                             .spoken,
-                     becomes);
-        }
-        // They count as characters nevertheless.
-        HVLimits limits;
-        limits.shownCharacters = 100;
-        QVERIFY(shown(mark.repeated(101), {}, limits).isCut);
-    }
-
-    /// Each of them makes Qt start another run of text.
-    void shouldCountDirectionalControlsTenTimes()
-    {
-        HVLimits limits;
-        limits.shownCharacters = 100;
-        for (const int code : { 0x202a, 0x202e, 0x2066, 0x2069 }) {
-            const QString control { QChar(code) };
-            HVDisplayBudget budget(limits);
-            QCOMPARE(int(shownPlainText((control + text("x")).repeated(20), budget)
-                                 .text.count(control)),
-                     9);
-        }
-        HVDisplayBudget budget(limits);
-        QVERIFY(!shownPlainText(QString(100, QChar(0x200f)), budget).isCut);
-    }
-
-    void shouldKeepTheMarksOfWriting_data()
-    {
-        QTest::addColumn<QString>("written");
-        const auto row = [](const char *name, const char *written) {
-            QTest::newRow(name) << QString::fromUtf8(written).repeated(20);
-        };
-        row("Vietnamese", "Tie\u0302\u0301ng Vie\u0323\u0302t ");
-        row("Hebrew", "\u05d1\u05bc\u05b0\u05e8\u05b5\u05d0\u05e9\u05c1\u05b4\u0596\u05d9\u05ea ");
-        row("Arabic", "\u0627\u0644\u0633\u0651\u064e\u0644\u064e\u0627\u0645\u064f ");
-        row("Thai", "\u0e17\u0e35\u0e48\u0e19\u0e35\u0e48 ");
-        row("Devanagari", "\u0915\u094d\u0937\u093f ");
-        row("Tibetan", "\u0f66\u0f92\u0fb2\u0f74\u0f56 ");
-    }
-
-    void shouldKeepTheMarksOfWriting()
-    {
-        QFETCH(QString, written);
-        HVDisplayBudget budget({});
-        QCOMPARE(shownPlainText(written, budget).text, written);
-    }
-
-    void shouldNestWithinBounds()
-    {
-        const QString lists = shown(text("<ul><li>x").repeated(100)).text;
-        QCOMPARE(int(lists.count(text("<ul>"))), 8);
-        QVERIFY(isBalanced(lists));
-        const QString words = shown(text("<tt><b>x").repeated(100)).text;
-        QCOMPARE(int(words.count(text("<tt>"))), 16);
-        QCOMPARE(int(words.count(QLatin1Char('x'))), 100);
-        QVERIFY(isBalanced(words));
-    }
-
-    void shouldTakeLinearTime_data()
-    {
-        QTest::addColumn<QString>("piece");
-        for (const char *piece : { "<a href=\"x\">", "<b", "<", "</b>", "<ul><li>", "<b><i>", "&",
-                                   "&lt", "%(", "%(a", "%(a)s", "<a href='", "<p style='color:red;",
-                                   "<a x=", "\"<'>", "w", " ", "<b></i>", "<li>" })
-            QTest::newRow(piece) << QString::fromLatin1(piece);
-    }
-
-    void shouldTakeLinearTime()
-    {
-        QFETCH(QString, piece);
-        HVLimits limits;
-        limits.shownElements = limits.shownCharacters = std::numeric_limits<int>::max();
-        HVMarkupRules rules = withTopics();
-        rules.fill = [](const QString &placeholder) { return placeholder; };
-        // A text of a million characters takes about 20 ms; in quadratic time, it would take hours.
-        const QString written = text("<b>") + piece.repeated(1000000 / int(piece.size()));
-        const ThreadTime time;
-        const HVShownText result = shown(written, rules, limits);
-        QVERIFY2(time.elapsed() < 5000, qPrintable(QString::number(time.elapsed())));
-        QVERIFY(isBalanced(result.text));
     }
 
     void shouldMakeBalancedMarkupFromAnything()
