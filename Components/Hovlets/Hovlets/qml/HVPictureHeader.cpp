@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVPictureHeader.h"
 
+#include "HVByteView.h"
 #include "HVSvgCheck.h"
 
 #include <QtCore/QIODevice>
@@ -8,49 +9,21 @@
 #include <QtCore/QStringList>
 #include <QtCore/QXmlStreamReader>
 
-#include <cstring>
 #include <limits>
 
 namespace Hovlets {
 
 namespace {
 
-/// Reads numbers at positions in a file; 0 past its end.
-class HeaderBytes
-{
-public:
-    explicit HeaderBytes(const QByteArray &bytes)
-        : m_bytes(bytes)
-    {
-    }
-
-    int size() const { return int(m_bytes.size()); }
-
-    bool has(int at, const char *text) const
-    {
-        const size_t length = std::strlen(text);
-        return at + int(length) <= size()
-                && std::memcmp(m_bytes.constData() + at, text, length) == 0;
-    }
-
-    int byte(int at) const { return at < size() ? quint8(m_bytes.at(at)) : 0; }
-    int big16(int at) const { return byte(at) << 8 | byte(at + 1); }
-    int little16(int at) const { return byte(at + 1) << 8 | byte(at); }
-
-    // Values too large for an int become negative, and are then not a valid size.
-    int big32(int at) const { return int(quint32(big16(at)) << 16 | quint32(big16(at + 2))); }
-    int little32(int at) const
-    {
-        return int(quint32(little16(at + 2)) << 16 | quint32(little16(at)));
-    }
-
-private:
-    const QByteArray &m_bytes;
-};
-
 QByteArray bytesAt(QIODevice &file, qint64 position, qint64 count)
 {
     return position < file.size() && file.seek(position) ? file.read(count) : QByteArray();
+}
+
+/// Values too large for an int become negative, and are then not a valid size.
+int side(quint32 pixels)
+{
+    return static_cast<int>(pixels);
 }
 
 qint64 pixels(const QSize &size)
@@ -96,7 +69,7 @@ HVPictureHeader jpegHeader(QIODevice &file)
     qint64 at = 2;
     for (int i = 0; i < MostSegments; ++i) {
         const QByteArray start = bytesAt(file, at, SegmentStart);
-        const HeaderBytes bytes(start);
+        const HVByteView bytes(start);
         const int marker = bytes.byte(1);
         if (bytes.byte(0) != 0xff)
             break;
@@ -129,26 +102,27 @@ HVPictureHeader jpegHeader(QIODevice &file)
     return { "jpeg" };
 }
 
-QSize bmpSize(const HeaderBytes &bytes)
+QSize bmpSize(const HVByteView &bytes)
 {
     constexpr int OldHeader = 12;
     if (bytes.little32(14) == OldHeader)
         return { bytes.little16(18), bytes.little16(20) };
-    const int height = bytes.little32(22); // negative if the top row comes first
-    return { bytes.little32(18), height > std::numeric_limits<int>::min() ? qAbs(height) : 0 };
+    const int height = side(bytes.little32(22)); // negative if the top row comes first
+    return { side(bytes.little32(18)),
+             height > std::numeric_limits<int>::min() ? qAbs(height) : 0 };
 }
 
-QSize webpSize(const HeaderBytes &bytes)
+QSize webpSize(const HVByteView &bytes)
 {
     const auto little24 = [&](int at) { return bytes.little16(at) | bytes.byte(at + 2) << 16; };
-    if (bytes.has(12, "VP8X"))
+    if (bytes.hasText(12, "VP8X"))
         return { little24(24) + 1, little24(27) + 1 };
     constexpr int Mask = 0x3fff;
-    if (bytes.has(12, "VP8L")) {
-        const quint32 packed = quint32(bytes.little32(21));
+    if (bytes.hasText(12, "VP8L")) {
+        const quint32 packed = bytes.little32(21);
         return { int(packed & Mask) + 1, int(packed >> 14 & Mask) + 1 };
     }
-    if (bytes.has(12, "VP8 "))
+    if (bytes.hasText(12, "VP8 "))
         return { bytes.little16(26) & Mask, bytes.little16(28) & Mask };
     return {};
 }
@@ -192,18 +166,18 @@ HVPictureHeader withMemory(const char *format, const QSize &size, int bytesPerPi
     return { format, size, count > Most / bytesPerPixel ? Most : bytesPerPixel * count };
 }
 
-HVPictureHeader pngHeader(const HeaderBytes &bytes)
+HVPictureHeader pngHeader(const HVByteView &bytes)
 {
     const int depth = bytes.byte(24);
-    return withMemory("png", { bytes.big32(16), bytes.big32(20) }, depth > 8 ? 8 : 4);
+    return withMemory("png", { side(bytes.big32(16)), side(bytes.big32(20)) }, depth > 8 ? 8 : 4);
 }
 
 /// Decoders of animations hold two more frames, and the lossless one a second copy of the picture.
-HVPictureHeader webpHeader(const HeaderBytes &bytes)
+HVPictureHeader webpHeader(const HVByteView &bytes)
 {
     constexpr int Animation = 2;
-    const bool isAnimated = bytes.has(12, "VP8X") && (bytes.byte(20) & Animation);
-    return withMemory("webp", webpSize(bytes), isAnimated ? 12 : bytes.has(12, "VP8 ") ? 4 : 8);
+    const bool isAnimated = bytes.hasText(12, "VP8X") && (bytes.byte(20) & Animation);
+    return withMemory("webp", webpSize(bytes), isAnimated ? 12 : bytes.hasText(12, "VP8 ") ? 4 : 8);
 }
 
 } // namespace
@@ -212,16 +186,16 @@ HVPictureHeader readPictureHeader(QIODevice &file)
 {
     constexpr int StartSize = 8192; // of an SVG file, the root element must fit
     const QByteArray start = bytesAt(file, 0, StartSize);
-    const HeaderBytes bytes(start);
-    if (bytes.has(0, "\x89PNG\r\n\x1a\n") && bytes.has(12, "IHDR"))
+    const HVByteView bytes(start);
+    if (bytes.hasText(0, "\x89PNG\r\n\x1a\n") && bytes.hasText(12, "IHDR"))
         return pngHeader(bytes);
-    if (bytes.has(0, "\xff\xd8\xff"))
+    if (bytes.hasText(0, "\xff\xd8\xff"))
         return jpegHeader(file);
-    if (bytes.has(0, "GIF87a") || bytes.has(0, "GIF89a"))
+    if (bytes.hasText(0, "GIF87a") || bytes.hasText(0, "GIF89a"))
         return withMemory("gif", { bytes.little16(6), bytes.little16(8) });
-    if (bytes.has(0, "RIFF") && bytes.has(8, "WEBP"))
+    if (bytes.hasText(0, "RIFF") && bytes.hasText(8, "WEBP"))
         return webpHeader(bytes);
-    if (bytes.has(0, "BM"))
+    if (bytes.hasText(0, "BM"))
         return withMemory("bmp", bmpSize(bytes));
     if (start.contains("<svg") && HVSvgCheck::isQuicklyRead(start))
         return withMemory("svg", svgSize(start));

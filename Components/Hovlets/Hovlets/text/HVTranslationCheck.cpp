@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVTranslationCheck.h"
 
+#include "HVByteView.h"
+
 #include <QtCore/QtEndian>
 
 #include <algorithm>
@@ -25,54 +27,23 @@ enum TagByte : quint8 {
     Comment = 8
 };
 
-/// Bytes of a file. Reading past the end returns 0.
-class Bytes
-{
-public:
-    Bytes() = default;
-    Bytes(const uchar *data, qint64 size)
-        : m_data(data)
-        , m_size(size)
-    {
-    }
-
-    qint64 size() const { return m_size; }
-    const char *data() const { return reinterpret_cast<const char *>(m_data); }
-    bool has(qint64 at, qint64 size) const { return at >= 0 && size <= m_size - at; }
-    Bytes part(qint64 at, qint64 size) const { return { m_data + at, size }; }
-
-    quint8 byte(qint64 at) const { return has(at, 1) ? m_data[at] : 0; }
-    quint16 number16(qint64 at) const
-    {
-        return has(at, 2) ? qFromBigEndian<quint16>(m_data + at) : 0;
-    }
-    quint32 number32(qint64 at) const
-    {
-        return has(at, 4) ? qFromBigEndian<quint32>(m_data + at) : 0;
-    }
-
-private:
-    const uchar *m_data = nullptr;
-    qint64 m_size = 0;
-};
-
 struct Sections
 {
-    Bytes contexts;
-    Bytes hashes;
-    Bytes messages;
+    HVByteView contexts;
+    HVByteView hashes;
+    HVByteView messages;
     bool hasDependencies = false;
     bool areWhole = true;
 };
 
 /// Finds the sections as QTranslator does: the last of a kind counts.
-Sections sectionsOf(const Bytes &file)
+Sections sectionsOf(const HVByteView &file)
 {
     constexpr qint64 HeaderSize = 5;
     Sections sections;
     for (qint64 at = MagicSize; at < file.size() - HeaderSize;) {
         const quint8 tag = file.byte(at);
-        const qint64 size = file.number32(at + 1);
+        const qint64 size = file.big32(at + 1);
         at += HeaderSize;
         if (tag == 0 || size == 0)
             break;
@@ -80,7 +51,7 @@ Sections sectionsOf(const Bytes &file)
             sections.areWhole = false;
             break;
         }
-        const Bytes section = file.part(at, size);
+        const HVByteView section = file.from(at).left(size);
         at += size;
         if (tag == Contexts)
             sections.contexts = section;
@@ -112,7 +83,7 @@ constexpr int MostParts = 20000;
 class NameLists
 {
 public:
-    explicit NameLists(const Bytes &contexts)
+    explicit NameLists(const HVByteView &contexts)
         : m_contexts(contexts)
         , m_lengths(std::min(size_t(contexts.size()), LastStart + MostNames * LongestName))
     {
@@ -150,23 +121,23 @@ private:
         return size_t(at) < m_lengths.size() ? m_lengths[size_t(at)] : 0;
     }
 
-    Bytes m_contexts;
+    HVByteView m_contexts;
     std::vector<quint16> m_lengths; // of known lists, by position; 0 elsewhere
     std::vector<qint64> m_path;
 };
 
 /// Whether each bucket of the table leads to a sound list of names.
-Result checkContexts(const Bytes &contexts)
+Result checkContexts(const HVByteView &contexts)
 {
     if (contexts.size() == 0)
         return Result::Sound;
-    const qint64 buckets = contexts.number16(0);
+    const qint64 buckets = contexts.big16(0);
     const qint64 names = 2 + 2 * buckets;
     if (buckets == 0 || !contexts.has(0, names))
         return Result::Damaged;
     NameLists lists(contexts);
     for (qint64 bucket = 0; bucket < buckets; ++bucket) {
-        const qint64 offset = contexts.number16(2 + 2 * bucket);
+        const qint64 offset = contexts.big16(2 + 2 * bucket);
         const Result result = offset != 0 ? lists.check(names + 2 * offset) : Result::Sound;
         if (result != Result::Sound)
             return result;
@@ -181,7 +152,7 @@ struct Message
     qint64 parts = 0;
 };
 
-Message messageAt(const Bytes &messages, qint64 at)
+Message messageAt(const HVByteView &messages, qint64 at)
 {
     for (qint64 parts = 1; messages.has(at, 1); ++parts) {
         const quint8 tag = messages.byte(at++);
@@ -189,7 +160,7 @@ Message messageAt(const Bytes &messages, qint64 at)
             return { at, parts };
         if (!messages.has(at, 4))
             return {};
-        const quint32 length = messages.number32(at);
+        const quint32 length = messages.big32(at);
         at += 4;
         switch (tag) {
         case Obsolete:
@@ -214,14 +185,14 @@ Message messageAt(const Bytes &messages, qint64 at)
 }
 
 /// Whether each hash leads to a message, messages do not overlap, and those of one hash are short.
-Result checkMessages(const Bytes &hashes, const Bytes &messages)
+Result checkMessages(const HVByteView &hashes, const HVByteView &messages)
 {
     constexpr qint64 HashSize = 8;
     if (hashes.size() % HashSize != 0)
         return Result::Damaged;
     std::vector<quint16> parts(size_t(messages.size())); // of messages, by position; 0 elsewhere
     for (qint64 at = 0; at < hashes.size(); at += HashSize) {
-        const quint32 offset = hashes.number32(at + 4);
+        const quint32 offset = hashes.big32(at + 4);
         if (!messages.has(offset, 1))
             return Result::Damaged;
         parts[offset] = 1;
@@ -240,9 +211,9 @@ Result checkMessages(const Bytes &hashes, const Bytes &messages)
     }
     qint64 alike = 0;
     for (qint64 at = 0; at < hashes.size(); at += HashSize) {
-        if (at > 0 && hashes.number32(at) != hashes.number32(at - HashSize))
+        if (at > 0 && hashes.big32(at) != hashes.big32(at - HashSize))
             alike = 0;
-        alike += parts[hashes.number32(at + 4)];
+        alike += parts[hashes.big32(at + 4)];
         if (alike > MostParts)
             return Result::TooManyAlike;
     }
@@ -269,7 +240,7 @@ bool hasMagic(const QByteArray &file)
 
 Sections sectionsOf(const QByteArray &file)
 {
-    return sectionsOf({ reinterpret_cast<const uchar *>(file.constData()), file.size() });
+    return sectionsOf(HVByteView(file));
 }
 
 } // namespace
@@ -295,7 +266,7 @@ QString translationProblem(const QByteArray &file)
 
 QByteArray completedTranslation(const QByteArray &file)
 {
-    const Bytes contexts = hasMagic(file) ? sectionsOf(file).contexts : Bytes();
+    const HVByteView contexts = hasMagic(file) ? sectionsOf(file).contexts : HVByteView();
     if (contexts.size() == 0)
         return file;
     constexpr int EndSize = 1;

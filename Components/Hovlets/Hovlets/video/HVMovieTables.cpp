@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVMovieTables.h"
 
+#include "HVByteView.h"
+
 #include <QtCore/QByteArray>
 #include <QtCore/QIODevice>
-#include <QtCore/QtEndian>
 
 #include <algorithm>
 #include <vector>
@@ -27,30 +28,6 @@ constexpr quint32 name(const char (&text)[5])
 
 constexpr quint32 Root = 0; // the file itself, as the parent of boxes
 
-/// Bytes of the file, read as big-endian numbers.
-struct BoxBytes
-{
-    const char *data = nullptr;
-    qint64 size = 0;
-
-    BoxBytes from(qint64 offset) const
-    {
-        offset = std::min(offset, size);
-        return { data + offset, size - offset };
-    }
-    BoxBytes left(qint64 length) const { return { data, std::min(length, size) }; }
-
-    /// Returns 0 past the end.
-    quint32 number(qint64 offset) const
-    {
-        return offset + 4 <= size ? qFromBigEndian<quint32>(data + offset) : 0;
-    }
-    quint64 longNumber(qint64 offset) const
-    {
-        return offset + 8 <= size ? qFromBigEndian<quint64>(data + offset) : 0;
-    }
-};
-
 /// The header of a box.
 struct Box
 {
@@ -59,14 +36,14 @@ struct Box
     qint64 size = 0; // of the whole box, as FFmpeg reads it
 
     /// \a left: the number of bytes that remain in the parent.
-    static Box read(const BoxBytes &bytes, qint64 left)
+    static Box read(const HVByteView &bytes, qint64 left)
     {
         Box box;
-        box.type = bytes.number(4);
-        box.size = bytes.number(0);
+        box.type = bytes.big32(4);
+        box.size = bytes.big32(0);
         if (box.size == 1) {
             box.head = 16;
-            box.size = static_cast<qint64>(bytes.longNumber(8));
+            box.size = static_cast<qint64>(bytes.big64(8));
         } else if (box.size == 0) {
             box.size = left;
         }
@@ -78,7 +55,7 @@ struct Box
 };
 
 /// \a begin: at least the first 8 bytes of the content.
-bool mayHoldTables(quint32 type, const BoxBytes &begin)
+bool mayHoldTables(quint32 type, const HVByteView &begin)
 {
     switch (type) {
     case name("mdat"):
@@ -89,7 +66,7 @@ bool mayHoldTables(quint32 type, const BoxBytes &begin)
     case name("free"):
     case name("hoov"):
         // FFmpeg also reads a header from space that a program has reserved.
-        return begin.number(4) == name("mvhd") || begin.number(4) == name("cmov");
+        return begin.big32(4) == name("mvhd") || begin.big32(4) == name("cmov");
     default:
         return true;
     }
@@ -106,7 +83,7 @@ public:
 
     bool fit() const { return !m_isRefused && m_entries <= m_most; }
 
-    void readBox(quint32 type, quint32 parent, const BoxBytes &content, int depth);
+    void readBox(quint32 type, quint32 parent, const HVByteView &content, int depth);
     void endTrack();
 
 private:
@@ -132,15 +109,15 @@ private:
         qint64 pieces() const;
     };
 
-    void readBoxes(const BoxBytes &content, quint32 parent, int depth);
-    bool readTable(quint32 type, quint32 parent, const BoxBytes &content);
-    void readTimes(const BoxBytes &content);
-    void readChunkRuns(const BoxBytes &content);
-    void readGroups(const BoxBytes &content);
-    void readMeta(const BoxBytes &content, int depth);
-    void readCompressed(const BoxBytes &content, int depth);
-    void refuseHiddenTables(const BoxBytes &content);
-    qint64 sumOfCounts(const BoxBytes &table, qint64 entries);
+    void readBoxes(const HVByteView &content, quint32 parent, int depth);
+    bool readTable(quint32 type, quint32 parent, const HVByteView &content);
+    void readTimes(const HVByteView &content);
+    void readChunkRuns(const HVByteView &content);
+    void readGroups(const HVByteView &content);
+    void readMeta(const HVByteView &content, int depth);
+    void readCompressed(const HVByteView &content, int depth);
+    void refuseHiddenTables(const HVByteView &content);
+    qint64 sumOfCounts(const HVByteView &table, qint64 entries);
     void add(qint64 entries) { m_entries = std::min(m_entries + entries, m_most + 1); }
 
     qint64 m_most;
@@ -175,10 +152,10 @@ void Tables::endTrack()
     add(std::min(entries, m_most + 1) * std::max<qint64>(track.edits, 1));
 }
 
-void Tables::readBoxes(const BoxBytes &content, quint32 parent, int depth)
+void Tables::readBoxes(const HVByteView &content, quint32 parent, int depth)
 {
-    for (BoxBytes rest = content; rest.size >= 8 && fit();) {
-        const Box box = Box::read(rest, rest.size);
+    for (HVByteView rest = content; rest.size() >= 8 && fit();) {
+        const Box box = Box::read(rest, rest.size());
         if (!box.isValid())
             return;
         readBox(box.type, parent, rest.left(box.size).from(box.head), depth);
@@ -186,7 +163,7 @@ void Tables::readBoxes(const BoxBytes &content, quint32 parent, int depth)
     }
 }
 
-void Tables::readBox(quint32 type, quint32 parent, const BoxBytes &content, int depth)
+void Tables::readBox(quint32 type, quint32 parent, const HVByteView &content, int depth)
 {
     if (depth > MostDepth)
         return;
@@ -222,27 +199,27 @@ void Tables::readBox(quint32 type, quint32 parent, const BoxBytes &content, int 
 }
 
 /// Returns false if the box is not a table.
-bool Tables::readTable(quint32 type, quint32 parent, const BoxBytes &content)
+bool Tables::readTable(quint32 type, quint32 parent, const HVByteView &content)
 {
     quint32 home = name("stbl");
     switch (type) {
     case name("stsz"):
     case name("stz2"):
         ++m_track.sizeTables;
-        m_track.samples += content.number(8);
+        m_track.samples += content.big32(8);
         break;
     case name("stts"):
         readTimes(content);
         break;
     case name("ctts"):
-        add(sumOfCounts(content.from(8), content.number(4)));
+        add(sumOfCounts(content.from(8), content.big32(4)));
         break;
     case name("stsc"):
         readChunkRuns(content);
         break;
     case name("stco"):
     case name("co64"):
-        m_track.chunks += std::min<qint64>(content.number(4), content.size / 4);
+        m_track.chunks += std::min<qint64>(content.big32(4), content.size() / 4);
         break;
     case name("sbgp"):
         home = parent == name("traf") ? parent : home;
@@ -250,18 +227,18 @@ bool Tables::readTable(quint32 type, quint32 parent, const BoxBytes &content)
         break;
     case name("elst"):
         home = name("edts");
-        m_track.edits += std::min<qint64>(content.number(4), content.size / 12);
+        m_track.edits += std::min<qint64>(content.big32(4), content.size() / 12);
         break;
     case name("trun"):
         home = name("traf");
-        add(content.number(4));
+        add(content.big32(4));
         break;
     case name("hdlr"):
         if (parent != name("mdia"))
             return true;
         home = parent;
         ++m_track.handlers;
-        m_track.isSound = content.number(8) == name("soun");
+        m_track.isSound = content.big32(8) == name("soun");
         break;
     default:
         return false;
@@ -270,54 +247,54 @@ bool Tables::readTable(quint32 type, quint32 parent, const BoxBytes &content)
     return true;
 }
 
-void Tables::readTimes(const BoxBytes &content)
+void Tables::readTimes(const HVByteView &content)
 {
     ++m_track.timeTables;
-    m_track.isEverySampleOneTick = content.number(4) == 1 && content.number(12) == 1;
+    m_track.isEverySampleOneTick = content.big32(4) == 1 && content.big32(12) == 1;
 }
 
-void Tables::readChunkRuns(const BoxBytes &content)
+void Tables::readChunkRuns(const HVByteView &content)
 {
-    const qint64 entries = std::min<qint64>(content.number(4), content.size / 12);
+    const qint64 entries = std::min<qint64>(content.big32(4), content.size() / 12);
     for (qint64 i = 0; i < entries; ++i)
-        m_track.runs.push_back({ content.number(8 + i * 12), content.number(12 + i * 12) });
+        m_track.runs.push_back({ content.big32(8 + i * 12), content.big32(12 + i * 12) });
 }
 
-void Tables::readGroups(const BoxBytes &content)
+void Tables::readGroups(const HVByteView &content)
 {
-    const bool hasParameter = content.number(0) >> 24 == 1;
+    const bool hasParameter = content.big32(0) >> 24 == 1;
     const int table = hasParameter ? 16 : 12;
-    add(sumOfCounts(content.from(table), content.number(table - 4)));
+    add(sumOfCounts(content.from(table), content.big32(table - 4)));
 }
 
 /// FFmpeg starts at the first handler whose offset is a multiple of four.
-void Tables::readMeta(const BoxBytes &content, int depth)
+void Tables::readMeta(const HVByteView &content, int depth)
 {
-    for (qint64 offset = 4; offset + 4 <= content.size; offset += 4) {
-        if (content.number(offset) == name("hdlr"))
+    for (qint64 offset = 4; offset + 4 <= content.size(); offset += 4) {
+        if (content.big32(offset) == name("hdlr"))
             return readBoxes(content.from(offset - 4), name("meta"), depth + 1);
     }
 }
 
 /// Reads a header in zlib's format: a box that names the format, then the size and the data.
-void Tables::readCompressed(const BoxBytes &content, int depth)
+void Tables::readCompressed(const HVByteView &content, int depth)
 {
     constexpr qint64 Before = qint64 { 5 } * 4; // bytes
-    if (content.size > MostCompressed || content.number(Before) > MostHeader) {
+    if (content.size() > MostCompressed || content.big32(Before) > MostHeader) {
         m_isRefused = true;
         return;
     }
-    const BoxBytes data = content.from(Before);
-    const QByteArray header =
-            qUncompress(reinterpret_cast<const uchar *>(data.data), static_cast<int>(data.size));
-    readBoxes({ header.constData(), header.size() }, Root, depth + 1);
+    const HVByteView data = content.from(Before);
+    const QByteArray header = qUncompress(reinterpret_cast<const uchar *>(data.data()),
+                                          static_cast<int>(data.size()));
+    readBoxes(HVByteView(header), Root, depth + 1);
 }
 
 /// FFmpeg also reads boxes after the description of a format. Tables there are refused.
-void Tables::refuseHiddenTables(const BoxBytes &content)
+void Tables::refuseHiddenTables(const HVByteView &content)
 {
-    for (qint64 offset = 0; offset + 4 <= content.size; ++offset) {
-        switch (content.number(offset)) {
+    for (qint64 offset = 0; offset + 4 <= content.size(); ++offset) {
+        switch (content.big32(offset)) {
         case name("trak"):
         case name("moof"):
         case name("stsz"):
@@ -336,12 +313,12 @@ void Tables::refuseHiddenTables(const BoxBytes &content)
 }
 
 /// The sum over a table of counts and values.
-qint64 Tables::sumOfCounts(const BoxBytes &table, qint64 entries)
+qint64 Tables::sumOfCounts(const HVByteView &table, qint64 entries)
 {
-    entries = std::min(entries, table.size / 8);
+    entries = std::min(entries, table.size() / 8);
     qint64 sum = 0;
     for (qint64 i = 0; i < entries && sum <= m_most; ++i)
-        sum += table.number(i * 8);
+        sum += table.big32(i * 8);
     return sum;
 }
 
@@ -356,7 +333,7 @@ bool movieTablesFit(QIODevice &file, qint64 most, const std::function<bool()> &i
         if (interrupted() || !file.seek(position))
             return false;
         const QByteArray head = file.read(24);
-        const BoxBytes begin { head.constData(), head.size() };
+        const HVByteView begin(head);
         const Box box = Box::read(begin, size - position);
         if (!box.isValid())
             break;
@@ -365,7 +342,7 @@ bool movieTablesFit(QIODevice &file, qint64 most, const std::function<bool()> &i
             if (headers > MostHeader || !file.seek(position + box.head))
                 return false;
             const QByteArray content = file.read(box.size - box.head);
-            tables.readBox(box.type, Root, { content.constData(), content.size() }, 0);
+            tables.readBox(box.type, Root, HVByteView(content), 0);
         }
         position += box.size;
     }
