@@ -20,6 +20,7 @@ private Q_SLOTS:
     void shouldReportReferencesThatQt5Misreads();
     void shouldCountColumnsInAnyEncoding();
     void shouldKnowPackagesByTheirControlFiles();
+    void shouldNotSearchPackagesThatTheLibraryIgnores();
     void shouldReportMediaThatMayNotBeRead();
     void shouldReportProgressOnATerminal();
     void shouldRefuseMissingFilesOfTheHost_data();
@@ -147,6 +148,20 @@ void tst_ToolCheckPlaces::shouldKnowPackagesByTheirControlFiles()
     for (const char *path : { "", "/P.hovlets" })
         QCOMPARE(found({}, folder.path() + QLatin1String(path)),
                  QStringList { QStringLiteral("HV206 A.xml:1") });
+}
+
+void tst_ToolCheckPlaces::shouldNotSearchPackagesThatTheLibraryIgnores()
+{
+    PackageFolder folder;
+    const QByteArray longest = QByteArray("Default,").repeated(2048); // the names that count
+    folder.addControlFile(
+            QStringLiteral("P"), QStringLiteral("A"),
+            "<hovlets search='" + longest
+                    + "Other'>\n<hovlet key='a'><img src='a.png'/></hovlet></hovlets>");
+    folder.addControlFile(QStringLiteral("Other"), QStringLiteral("A"),
+                          control("<hovlet key='b'/>"));
+    folder.add(QStringLiteral("Other.hovlets/Resources/a.png"), "found, but not a picture");
+    QCOMPARE(found({}, folder.path()), QStringList { QStringLiteral("HV301 A.xml:2") });
 }
 
 void tst_ToolCheckPlaces::shouldReportMediaThatMayNotBeRead()

@@ -2,8 +2,7 @@
 #include "ControlFile.h"
 
 #include <HVLimits.h>
-
-#include <QtCore/QRegularExpression>
+#include <HVSearchedPackages.h>
 
 #include <utility>
 
@@ -86,9 +85,7 @@ bool ControlFile::serves(const Branch &branch) const
 
 QStringList searchedPackages(const QString &search)
 {
-    static const QRegularExpression separator(QStringLiteral("[,;\\s]+"),
-                                              QRegularExpression::UseUnicodePropertiesOption);
-    QStringList names = search.split(separator);
+    QStringList names = HVSearchedPackages::names(search);
     names.removeAll(QString());
     return names;
 }

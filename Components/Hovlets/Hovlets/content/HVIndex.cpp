@@ -16,7 +16,6 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QMap>
 #include <QtCore/QPointer>
-#include <QtCore/QRegularExpression>
 
 namespace Hovlets {
 
@@ -241,9 +240,7 @@ QStringList HVIndex::componentPathsForElement(const HVXmlElement *element,
     const auto *root = qobject_cast<const HVXmlElement *>(element->parent());
     const QString search = root ? root->attribute(QStringLiteral("search")) : QString();
     if (!search.isEmpty()) {
-        static const QRegularExpression separator(QStringLiteral("[,;\\s]+"),
-                                                  QRegularExpression::UseUnicodePropertiesOption);
-        const QStringList names = HVSearchedPackages::usedPart(search).split(separator);
+        const QStringList names = HVSearchedPackages::names(search);
         for (const QString &name : names)
             paths += d->packages.value(name);
     }

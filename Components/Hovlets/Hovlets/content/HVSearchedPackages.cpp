@@ -17,9 +17,8 @@ bool isSeparator(QChar c)
             || c.unicode() == MongolianVowelSeparator;
 }
 
-} // namespace
-
-QString HVSearchedPackages::usedPart(const QString &search)
+/// The start of \a search that is not ignored.
+QString usedPart(const QString &search)
 {
     constexpr int Most = 16384; // characters
 
@@ -33,6 +32,23 @@ QString HVSearchedPackages::usedPart(const QString &search)
     return search.left(static_cast<int>(end - begin));
 }
 
+} // namespace
+
+QStringList HVSearchedPackages::names(const QString &search)
+{
+    const QString used = usedPart(search);
+    const QChar *const end = used.cend();
+    QStringList names;
+    const QChar *at = used.cbegin();
+    const QChar *nameEnd = nullptr;
+    do {
+        nameEnd = std::find_if(at, end, &isSeparator);
+        names += QString(at, static_cast<int>(nameEnd - at));
+        at = std::find_if_not(nameEnd, end, &isSeparator);
+    } while (nameEnd != end);
+    return names;
+}
+
 QStringList HVSearchedPackages::folders(const QString &search,
                                         const QMap<QString, QStringList> &packages)
 {
@@ -43,18 +59,13 @@ QStringList HVSearchedPackages::folders(const QString &search,
 
     QStringList folders;
     QSet<QString> named;
-    const QString used = usedPart(search);
-    const QChar *const end = used.cend();
-    for (const QChar *at = used.cbegin(); named.size() < packages.size();) {
-        const QChar *const nameEnd = std::find_if(at, end, &isSeparator);
-        const auto found = packages.constFind(QString(at, static_cast<int>(nameEnd - at)));
-        if (found != packages.cend() && !named.contains(found.key())) {
-            named.insert(found.key());
-            folders += found.value();
-        }
-        if (nameEnd == end)
-            break;
-        at = std::find_if_not(nameEnd, end, &isSeparator);
+    const QStringList all = names(search);
+    for (const QString &name : all) {
+        const auto found = packages.constFind(name);
+        if (found == packages.cend() || named.contains(name))
+            continue;
+        named.insert(name);
+        folders += found.value();
     }
     m_search = search;
     m_folders = folders;

@@ -16,9 +16,10 @@ namespace Hovlets {
 class HVSearchedPackages
 {
 public:
-    /// The names at the start of \a search that the library uses, in 16,384 characters. The rest of
-    /// a longer attribute is ignored.
-    static QString usedPart(const QString &search);
+    /// The names in \a search, which commas, semicolons or white space separate. A separator at the
+    /// start or the end adds an empty name. Names that do not end within the first 16,384
+    /// characters are ignored.
+    static QStringList names(const QString &search);
 
     /// The folders of each package in \a packages that \a search names, in the order of the names.
     /// A package counts once.
