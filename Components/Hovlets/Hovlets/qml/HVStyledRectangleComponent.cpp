@@ -37,6 +37,8 @@ HVStyledRectangleComponent::HVStyledRectangleComponent(QQuickItem *parent)
     , m_element(elements().front().name)
 {
     setFlag(QQuickItem::ItemHasContents);
+    connect(this, &QQuickItem::widthChanged, this, &QQuickItem::update);
+    connect(this, &QQuickItem::heightChanged, this, &QQuickItem::update);
     connect(qGuiApp, &QGuiApplication::paletteChanged, this, [this] {
         Q_EMIT textColorChanged();
         update();
@@ -119,22 +121,6 @@ QSGNode *HVStyledRectangleComponent::updatePaintNode(QSGNode *node, UpdatePaintN
     }
     return updateImageNode(node, window(), image, area.topLeft());
 }
-
-#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
-void HVStyledRectangleComponent::geometryChange(const QRectF &newGeometry,
-                                                const QRectF &oldGeometry)
-{
-    QQuickItem::geometryChange(newGeometry, oldGeometry);
-    update();
-}
-#else
-void HVStyledRectangleComponent::geometryChanged(const QRectF &newGeometry,
-                                                 const QRectF &oldGeometry)
-{
-    QQuickItem::geometryChanged(newGeometry, oldGeometry);
-    update();
-}
-#endif
 
 void HVStyledRectangleComponent::itemChange(ItemChange change, const ItemChangeData &value)
 {

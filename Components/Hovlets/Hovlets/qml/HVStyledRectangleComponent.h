@@ -49,11 +49,6 @@ Q_SIGNALS:
 
 protected:
     QSGNode *updatePaintNode(QSGNode *node, UpdatePaintNodeData *data) override;
-#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
-    void geometryChange(const QRectF &newGeometry, const QRectF &oldGeometry) override;
-#else
-    void geometryChanged(const QRectF &newGeometry, const QRectF &oldGeometry) override;
-#endif
     void itemChange(ItemChange change, const ItemChangeData &value) override;
 
 private:
