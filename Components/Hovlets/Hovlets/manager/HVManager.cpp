@@ -28,11 +28,13 @@ class HVManager::Private
 {
 public:
     Private(HVManager *manager, HVInterface *interface, const HVContext &context,
-            const QStringList &dataPaths)
+            const QStringList &dataPaths, HVIndex *index)
         : interface(interface)
         , dataPaths(dataPaths)
         , context(context)
         , loader(*manager)
+        , ownIndex(index ? nullptr : std::make_unique<HVIndex>(&this->context, dataPaths))
+        , index(index ? index : ownIndex.get())
         , texts(*manager)
         , hoverShow(*manager, popup)
         , hoverEvents(*manager, popup, hoverShow)
@@ -44,8 +46,8 @@ public:
     QStringList dataPaths;
     HVContext context;
     HVContentLoader loader;
-    std::unique_ptr<HVIndex> ownIndex;
-    HVIndex *index = nullptr; // the host's, or ownIndex
+    std::unique_ptr<HVIndex> ownIndex; // null if the host supplies one
+    HVIndex *index;
     bool eventFilterInstalled = false;
     HVTextServices texts;
     HVPinnedPopups pinned;
@@ -67,14 +69,9 @@ QString seconds(const QElapsedTimer &timer)
 HVManager::HVManager(HVInterface *interface, HVContext &context, const QStringList &dataPaths,
                      HVIndex *index)
     : QObject(nullptr)
-    , d(std::make_unique<Private>(this, interface, context, dataPaths))
+    , d(std::make_unique<Private>(this, interface, context, dataPaths, index))
 {
-    if (!index) {
-        d->ownIndex = std::make_unique<HVIndex>(&d->context, dataPaths);
-        index = d->ownIndex.get();
-    }
-    d->index = index;
-    connect(index, &HVIndex::fileSkipped, this,
+    connect(d->index, &HVIndex::fileSkipped, this,
             [this](const QString &message) { handleMessage(HVMessageWarning, message); });
     d->index->open();
 
@@ -291,28 +288,12 @@ QByteArray HVManager::saveState() const
 
 bool HVManager::restoreState(const QByteArray &state)
 {
-    const auto states = decodePinnedStates(state);
-    if (!states) {
-        handleMessage(HVMessageWarning,
-                      QStringLiteral("The saved state of pinned popups is damaged"));
-        return false;
-    }
-    const QPointer<HVManager> self(this); // content runs code of the host
-    for (const HVPinnedState &popup : *states) {
-        if (self)
-            restorePinned(*this, d->popup, popup);
-    }
-    return true;
+    return restorePinned(*this, d->popup, state);
 }
 
 HVPopupServices *popupServicesOf(HVManager *manager)
 {
     return manager ? &manager->d->services : nullptr;
-}
-
-HVViewServices *viewServicesOf(HVManager *manager)
-{
-    return popupServicesOf(manager);
 }
 
 } // namespace Hovlets

@@ -73,4 +73,9 @@ HVView *HVManagerServices::translatingView() const
     return m_translatingView;
 }
 
+HVViewServices *viewServicesOf(HVManager *manager)
+{
+    return popupServicesOf(manager);
+}
+
 } // namespace Hovlets

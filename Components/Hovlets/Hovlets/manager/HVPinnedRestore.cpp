@@ -47,9 +47,7 @@ QWidget *hostWindow()
     return first == windows.end() ? nullptr : *first;
 }
 
-} // namespace
-
-void restorePinned(HVManager &manager, HVHoverPopup &popup, const HVPinnedState &state)
+void restore(HVManager &manager, HVHoverPopup &popup, const HVPinnedState &state)
 {
     const HVShowScope showing;
     HVFoundContent found = find(manager, state);
@@ -64,6 +62,24 @@ void restorePinned(HVManager &manager, HVHoverPopup &popup, const HVPinnedState 
         return;
     widget->setWindowFlag(Qt::WindowStaysOnTopHint);
     widget->show(); // a change of flags hides a window
+}
+
+} // namespace
+
+bool restorePinned(HVManager &manager, HVHoverPopup &popup, const QByteArray &state)
+{
+    const auto states = decodePinnedStates(state);
+    if (!states) {
+        manager.handleMessage(HVMessageWarning,
+                              QStringLiteral("The saved state of pinned popups is damaged"));
+        return false;
+    }
+    const QPointer<HVManager> self(&manager); // and with it the popup
+    for (const HVPinnedState &pinned : *states) {
+        if (self)
+            restore(manager, popup, pinned);
+    }
+    return true;
 }
 
 } // namespace Hovlets

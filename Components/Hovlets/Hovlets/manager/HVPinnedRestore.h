@@ -1,18 +1,22 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+class QByteArray;
+
 namespace Hovlets {
 
 class HVHoverPopup;
 class HVManager;
-struct HVPinnedState;
 
 /*!
- * \brief Brings back a popup that was pinned in an earlier run, if its key still has content.
+ * \brief Brings back popups that were pinned in an earlier run and whose keys still have content.
  *
- * It replaces the current popup, even one that is on screen, and is then pinned as if by the
- * user. Runs QML and code of the host. GUI thread only.
+ * Each replaces the current popup, even one that is on screen, and is then pinned as if by the
+ * user. Runs QML and code of the host, which may delete the manager. GUI thread only.
+ *
+ * \param state the result of encodePinnedStates(); need not be trusted
+ * \return whether the state was valid. Otherwise, the host gets a warning
  */
-void restorePinned(HVManager &manager, HVHoverPopup &popup, const HVPinnedState &state);
+bool restorePinned(HVManager &manager, HVHoverPopup &popup, const QByteArray &state);
 
 } // namespace Hovlets
