@@ -39,7 +39,7 @@ constexpr const char German[] =
         "<message><source>Paint</source><translation>Malen</translation></message>\n"
         "</context></TS>\n";
 
-/// A form with a tool tip, written as XML.
+/// A form with a tooltip, written as XML.
 QByteArray tip(const char *name, const QByteArray &xml)
 {
     return QByteArray("<ui><class>MainWindow</class><widget class=\"QPushButton\" name=\"") + name

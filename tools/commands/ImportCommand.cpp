@@ -169,7 +169,7 @@ void addImportCommand(Program &program)
     const auto options = std::make_shared<ImportCommandOptions>();
     CLI::App &command = program.add(
             "import",
-            "Create a package from the tool tips, status tips and What's This texts of Qt Designer "
+            "Create a package from the tooltips, status tips and What's This texts of Qt Designer "
             "forms; the keys are the object names.",
             "mainwindow.ui --ts app_de.ts -o MyApp.hovlets", [options] { return run(*options); });
     command.add_option("FILE.ui", options->forms, "Qt Designer forms")->required();

@@ -26,7 +26,7 @@ struct AttributePlace
                                                           const QByteArray &name);
 
 /// The offset of the ">" that ends the comment, CDATA section or processing instruction at \a
-/// offset; the size of the file for one without an end, and nothing for anything else.
+/// offset; the size of the file for one without an end, and no value for anything else.
 [[nodiscard]] std::optional<int> endOfSection(const QByteArray &bytes, int offset);
 
 /// The offset of the first start tag with more than \a most attributes.

@@ -122,7 +122,7 @@ private:
     const size_t m_most =
             static_cast<size_t>(std::max(1, Hovlets::HVLimits::current().builtElements));
     XmlDocument::Branch m_branch;
-    std::vector<std::optional<size_t>> m_indices; // of the open elements; nothing for one left out
+    std::vector<std::optional<size_t>> m_indices; // of the open elements; no value for one left out
 };
 
 } // namespace

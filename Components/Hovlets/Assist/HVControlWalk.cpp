@@ -98,7 +98,7 @@ public:
             const QRect area(widget->mapTo(widget->window(), QPoint(0, 0)), widget->size());
             m_visit({ widget, widget, area, isInteractive(widget), name, parents });
         }
-        if (const auto *menu = qobject_cast<QMenu *>(widget))
+        if (auto *menu = qobject_cast<QMenu *>(widget))
             enterEntries(menu, parents + QStringList { name });
         if (!isClosed(widget) && (!isPart(widget) || holdsHostWidgets(widget)))
             enterChildren(widget, parents + QStringList { name });
@@ -133,7 +133,7 @@ private:
         }
     }
 
-    void enterEntries(const QMenu *menu, const QStringList &parents)
+    void enterEntries(QMenu *menu, const QStringList &parents)
     {
         QHash<QString, int> nameless;
         const QList<QAction *> actions = menu->actions();
@@ -142,8 +142,7 @@ private:
                 continue;
             QRect area = menu->actionGeometry(action);
             area.moveTopLeft(menu->mapTo(menu->window(), area.topLeft()));
-            m_visit({ action, const_cast<QMenu *>(menu), area, true, nameOf(action, nameless),
-                      parents });
+            m_visit({ action, menu, area, true, nameOf(action, nameless), parents });
         }
     }
 

@@ -48,7 +48,7 @@ class Q_DECL_HIDDEN HVCoverage::Private
 {
 public:
     bool isCovered(const QString &key);
-    QString coveredKeyOfParent(const QWidget *widget);
+    QString coveredKeyOfParent(QWidget *widget);
     void note(const HVVisibleObject &visible);
     void showOutlines();
 
@@ -70,10 +70,10 @@ bool HVCoverage::Private::isCovered(const QString &key)
     return known != entries.constEnd() ? *known : *entries.insert(key, hasEntry(*host, key));
 }
 
-QString HVCoverage::Private::coveredKeyOfParent(const QWidget *widget)
+QString HVCoverage::Private::coveredKeyOfParent(QWidget *widget)
 {
     for (; widget; widget = widget->isWindow() ? nullptr : widget->parentWidget()) {
-        const QString key = host->keyForObject(const_cast<QWidget *>(widget));
+        const QString key = host->keyForObject(widget);
         if (isCovered(key))
             return key;
     }

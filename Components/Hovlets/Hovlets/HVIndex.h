@@ -43,7 +43,7 @@ public:
      * settings, not to the copy that HVInterface::context() returns. After a change there, change
      * \a context as well if it concerns packages, key data or extra components.
      * \param context the settings; not owned. If null or destroyed, the index uses defaults
-     * \param dataPaths the data paths of the host. Unused here; subclasses may need them
+     * \param dataPaths the data paths of the host; unused here
      */
     HVIndex(HVContext *context, const QStringList &dataPaths);
     ~HVIndex() override;

@@ -185,10 +185,9 @@ void HVControlFileReader::reportTooLarge(const QString &file)
 
 void HVControlFileReader::reportSkipped(const QString &file, const QString &reason)
 {
-    // A QStringLiteral would add a symbol to those that hosts see.
     if (reason.isNull())
         return;
-    const QString message = QLatin1String("%1 is skipped: %2").arg(file, reason);
+    const QString message = QStringLiteral("%1 is skipped: %2").arg(file, reason);
     if (m_reported.contains(message))
         return;
     m_reported.insert(message);

@@ -192,7 +192,8 @@ QList<QObject *> HVXmlParser::read(const QXmlInputSource *source)
     setErrorHandler(this);
     setDeclHandler(this);
     setLexicalHandler(this);
-    HVXmlSource guarded(const_cast<QXmlInputSource &>(*source), d->budget); // as the reader does
+    // Reading changes a source, although the reader takes it as const: it casts in the same way.
+    HVXmlSource guarded(const_cast<QXmlInputSource &>(*source), d->budget);
     parse(&guarded);
 
     const QList<QObject *> objects = holder.children();

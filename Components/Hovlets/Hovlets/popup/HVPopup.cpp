@@ -20,6 +20,7 @@ HVView *viewOf(QWidget *popup)
 } // namespace
 
 HVPopup::HVPopup(const QObject *object)
+    // Takes const objects for searches that only ask whether an object is a popup.
     : m_widget(qobject_cast<HVWidget *>(const_cast<QObject *>(object)))
 {
 }

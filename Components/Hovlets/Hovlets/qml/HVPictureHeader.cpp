@@ -184,7 +184,7 @@ HVPictureHeader webpHeader(const HVByteView &bytes)
 
 HVPictureHeader readPictureHeader(QIODevice &file)
 {
-    constexpr int StartSize = 8192; // of an SVG file, the root element must fit
+    constexpr int StartSize = 8192; // of an SVG file, the root tag must fit
     const QByteArray start = bytesAt(file, 0, StartSize);
     const HVByteView bytes(start);
     if (bytes.hasText(0, "\x89PNG\r\n\x1a\n") && bytes.hasText(12, "IHDR"))

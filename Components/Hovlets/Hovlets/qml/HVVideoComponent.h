@@ -41,7 +41,7 @@ public:
     enum VideoState : int { resetState = 0, pausedState = 1, playingState = 2 };
     Q_ENUM(VideoState)
 
-    /// None: there is no clip, or it cannot be opened.
+    /// Whether the size of the clip is known. None: there is no clip, or it cannot be opened.
     enum class SizeState { Pending, Known, None };
 
     explicit HVVideoComponent(QQuickItem *parent = nullptr);
@@ -91,15 +91,24 @@ public:
      */
     SizeState awaitSize();
 
-    /// Whether the clip could be opened.
+    /// Reports whether the clip could be opened.
     HVClipOpening &opening();
 
 public Q_SLOTS:
+    /// Shows the frame that is due. Connected to the controller.
     void frameReady();
+
+    /// Plays; a clip at its end starts again from the beginning.
     void play();
     void pause();
+
+    /// Emits stateChanged(). Connected to the controller.
     void sourceChangedState();
+
+    /// Pauses at the first frame.
     void rewindToStart();
+
+    /// Emits positionChanged() and progressChanged(). Connected to the controller.
     void controllerPositionChanged();
 
 Q_SIGNALS:

@@ -23,8 +23,8 @@ bool isPlaceholderCharacter(QChar c)
     return isLetterOrDigit(c) || c == QLatin1Char('-') || c == QLatin1Char('_');
 }
 
-/// The position of the first character from \a at on that is not \a wanted, or the end.
-template <typename Wanted> qsizetype behind(QStringView text, qsizetype at, Wanted wanted)
+/// The end of the characters from \a at on that are all \a wanted.
+template <typename Wanted> qsizetype endOf(QStringView text, qsizetype at, Wanted wanted)
 {
     while (at < text.size() && wanted(text[at]))
         ++at;
@@ -44,8 +44,8 @@ QString numberedCharacter(QStringView number)
     const uint code = number.mid(isHex ? 1 : 0).toString().toUInt(&isNumber, isHex ? 16 : 10);
     const bool isCharacter = isNumber && code > 0 && code <= QChar::LastValidCodePoint
             && !(code < 0x10000 && QChar::isSurrogate(code));
-    const uint shown = isCharacter ? code : uint(QChar::ReplacementCharacter);
-    return QString::fromUcs4(reinterpret_cast<const char32_t *>(&shown), 1);
+    const char32_t shown = isCharacter ? code : uint(QChar::ReplacementCharacter);
+    return QString::fromUcs4(&shown, 1);
 }
 
 } // namespace
@@ -55,12 +55,12 @@ std::optional<HVTagToken> readTag(QStringView text, qsizetype at)
     HVTagToken token;
     token.isEnd = isAt(text, at + 1, '/');
     const qsizetype name = at + (token.isEnd ? 2 : 1);
-    const qsizetype nameEnd = behind(text, name, isAsciiLetter);
+    const qsizetype nameEnd = endOf(text, name, isAsciiLetter);
     const std::optional<HVMarkupTag> tag = markupTagNamed(text.mid(name, nameEnd - name));
     if (!tag)
         return {};
     token.tag = *tag;
-    const qsizetype close = behind(
+    const qsizetype close = endOf(
             text, nameEnd, [](QChar c) { return c != QLatin1Char('<') && c != QLatin1Char('>'); });
     if (!isAt(text, close, '>'))
         return {};
@@ -77,7 +77,7 @@ std::optional<HVNamedToken> readEntity(QStringView text, qsizetype at)
     constexpr int Longest = 10;
     const qsizetype name = at + 1;
     const qsizetype start = isAt(text, name, '#') ? name + 1 : name;
-    const qsizetype end = behind(text.left(name + Longest), start, isLetterOrDigit);
+    const qsizetype end = endOf(text.left(name + Longest), start, isLetterOrDigit);
     if (end == start || !isAt(text, end, ';'))
         return {};
     return HVNamedToken { text.mid(name, end - name), end + 1 };
@@ -88,7 +88,7 @@ std::optional<HVNamedToken> readPlaceholder(QStringView text, qsizetype at)
     if (!isAt(text, at + 1, '('))
         return {};
     const qsizetype name = at + 2;
-    const qsizetype end = behind(text, name, isPlaceholderCharacter);
+    const qsizetype end = endOf(text, name, isPlaceholderCharacter);
     if (end == name || !isAt(text, end, ')') || !isAt(text, end + 1, 's'))
         return {};
     return HVNamedToken { text.mid(name, end - name), end + 2 };

@@ -42,6 +42,7 @@ public:
     void setState(State state);
     State state() const;
 
+    /// Closes the clip of the source.
     void close();
 
     /// Requests another clip, paused at its start; false if the source refuses it.
@@ -58,12 +59,18 @@ public:
 
     /// 1 once there is a frame, NaN before.
     double loadProgress() const;
+
+    /// The number of frames decoded so far.
     quint64 frameCount() const;
+
+    /// Size of the clip in pixels.
     double frameWidth() const;
     double frameHeight() const;
 
     /// The frame at the position, which counts as displayed from then on.
     HVVideoFrame currentFrame();
+
+    /// The frame at \a index, or a null frame past the end.
     HVVideoFrame getFrame(quint64 index);
 
     /// While scrubbing, the end of the stream does not pause the clip.
@@ -73,12 +80,14 @@ public:
     /// Requests a frame even while the clip is paused.
     void setNeedFrame(bool need);
 
+    /// When playback advanced last; it paces playback. Invalid before the first time.
     QDateTime lastFrameDisplayTime() const;
     void setLastFrameDisplayTime(const QDateTime &time);
 
     /// Frees the frames until one is requested; false while the clip is being decoded or playing.
     bool releaseFrames();
 
+    /// Asks the thread to end, without waiting for it.
     void setShouldQuit();
 
     /// Also false if the mutex is not available within 100 ms; the next pass asks again.
@@ -87,18 +96,27 @@ public:
     /// Ends the thread: requests its end, waits 10 s, terminates it, and waits 10 s.
     void quit();
 
+    /// While the clip plays, advances by one frame, announces it, and rests until the next one is
+    /// due. While it is paused, only announces a frame. Called on the controller's thread.
     void presentFrame();
 
 public Q_SLOTS:
+    /// Call when the clip is decoded completely. Pauses it, except while scrubbing.
     void streamEnded();
+
+    /// Call when the clip is open, and its size therefore known.
     void sourceLoaded();
 
 Q_SIGNALS:
+    /// A frame is due: fetch it with currentFrame().
     void displayFrame();
+
     void stateChanged();
     void positionChanged();
     void widthChanged();
     void heightChanged();
+
+    /// Emitted when another clip is requested, when it is open, and when it is decoded completely.
     void loadProgressChanged();
 
 protected:

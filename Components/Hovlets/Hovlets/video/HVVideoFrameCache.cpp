@@ -17,7 +17,7 @@ void HVVideoFrameCache::addFrame(const HVVideoFrame &frame)
 
 HVVideoFrame HVVideoFrameCache::frame(quint64 index)
 {
-    Q_ASSERT_X(!m_frames.isEmpty(), "HVVideoFrameCache::frame", "asked for a picture while empty");
+    Q_ASSERT_X(!m_frames.isEmpty(), "HVVideoFrameCache::frame", "asked for a frame while empty");
     return index < length() ? m_frames.at(static_cast<int>(index)) : HVVideoFrame();
 }
 

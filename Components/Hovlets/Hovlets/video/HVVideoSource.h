@@ -46,14 +46,23 @@ public:
     explicit HVVideoSource(QObject *parent = nullptr);
     ~HVVideoSource() override;
 
+    /// Closes the clip, in subclasses. Has no effect here.
     virtual void close();
+
+    /// Whether a clip is open.
     virtual bool isOpen() = 0;
 
     /// The time of a wall clock in seconds.
     virtual double getTime() = 0;
 
+    /// Performs \a action from now on. Like the next two functions, it applies a change
+    /// immediately; the source thread calls it for queued changes.
     virtual void changeSetAction(Action action);
+
+    /// Continues decoding at \a frame, an index.
     virtual void changeSetPosition(quint64 frame) = 0;
+
+    /// Makes the clip at \a url the current one, without opening it.
     virtual void changeSetSource(const QUrl &url);
 
     /// In seconds.
@@ -71,13 +80,18 @@ public:
 
     /// Queues the clip at \a url; false if it is invalid or already the current one.
     bool setSource(const QUrl &url);
+
+    /// Queues a change of the action.
     void setAction(Action action);
+
+    /// Asks the thread to end, without waiting for it.
     void setShouldQuit();
     bool shouldQuit() const;
 
     /// Ends the thread: requests its end, waits 10 s, terminates it, and waits 10 s.
     void quit();
 
+    /// The current clip, which is the previous one until a queued change is applied.
     QUrl source() const;
     Action action() const;
 
@@ -106,6 +120,8 @@ public:
 
     /// Like pushFrame(), for a frame whose memory was claimed.
     void pushFrame(const HVVideoFrame &frame, HVFrameMemory::Claim claim);
+
+    /// Emits streamEnded().
     void notifyStreamEnded();
 
     /// While the clip plays, other clips do not take its frames.
@@ -155,6 +171,7 @@ protected:
     /// While the clip is being decoded, other clips do not take its frames.
     void setDecoding(bool isDecoding);
 
+    /// Whether the clip is being decoded again.
     bool isRestoring() const;
 
     /// The clip has been decoded again, as far as possible.
