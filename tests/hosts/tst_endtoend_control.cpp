@@ -29,6 +29,7 @@ public:
     tst_EndToEndControl()
     {
         m_folder.add(QStringLiteral("Pack.hovlets/ui/HovletsUI.qml"), UserInterface);
+        m_german.addPackage(QStringLiteral("Other"), { QStringLiteral("c") });
     }
 
 private Q_SLOTS:
@@ -105,14 +106,14 @@ private Q_SLOTS:
     {
         QDialog dialog;
         QPushButton button(&dialog);
-        button.setObjectName(QStringLiteral("b"));
+        button.setObjectName(QStringLiteral("c")); // with another user interface
         dialog.setGeometry(40, 40, 200, 100);
         bool shown = false;
         m_host->opening = [&] {
             QTimer::singleShot(0, &dialog, [&] {
                 QVERIFY(QTest::qWaitForWindowActive(&dialog));
                 shown = rest(button.mapToGlobal(button.rect().center()),
-                             [&] { return isShowing("b"); });
+                             [&] { return isShowing("c"); });
                 dialog.accept();
             });
             dialog.exec();

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HoverScene.h"
+#include "InterruptingHost.h"
 #include "TestMain.h"
 #include "Text.h"
 
-#include <QtCore/QEventLoop>
-#include <QtCore/QTimer>
 #include <QtGui/QWindow>
 #include <QtQuick/QQuickItem>
 
@@ -21,45 +20,6 @@ Rectangle {
     MouseArea { anchors.fill: parent; onClicked: hovletView.openExternalResource("topic") }
 }
 )";
-
-/// A host that does something unexpected in one of its answers.
-class InterruptingHost : public RecordingHost
-{
-public:
-    using RecordingHost::RecordingHost;
-
-    QString translateString(const QString &text, const QString &context) override
-    {
-        Q_UNUSED(context)
-        meddle(atTranslation);
-        return text.toUpper();
-    }
-
-    bool openExternalResource(HVExternalResourceType type, const QString &resource) override
-    {
-        meddle(atLink);
-        return RecordingHost::openExternalResource(type, resource);
-    }
-
-    std::function<void()> atTranslation;
-    std::function<void()> atLink;
-
-private:
-    static void meddle(std::function<void()> &deed)
-    {
-        const std::function<void()> once = std::exchange(deed, nullptr);
-        if (once)
-            once();
-    }
-};
-
-/// Handles events until the loop ends, like a modal dialog.
-void runEvents()
-{
-    QEventLoop loop;
-    QTimer::singleShot(20, &loop, &QEventLoop::quit);
-    loop.exec();
-}
 
 } // namespace
 
@@ -94,7 +54,7 @@ private Q_SLOTS:
         const QPointer<HVWidget> clicked(m_host->popup());
         m_host->atLink = [&] {
             QVERIFY(show("Q1"));
-            runEvents();
+            InterruptingHost::runEvents();
             QVERIFY(clicked); // the handler is still running
             QVERIFY(!clicked->isVisible());
         };
@@ -118,11 +78,11 @@ private Q_SLOTS:
         QVERIFY(show("Q1"));
         m_host->atTranslation = [&] {
             QVERIFY(m_host->manager()->show(key, {}, m_control.get()));
-            runEvents();
+            InterruptingHost::runEvents();
         };
         show("P1");
         QCOMPARE(shownText(), key);
-        runEvents();
+        InterruptingHost::runEvents();
         QCOMPARE(shownText(), key);
         QCOMPARE(visiblePopups(), 1);
     }
@@ -132,10 +92,10 @@ private Q_SLOTS:
         QVERIFY(show("P1"));
         m_host->atTranslation = [&] {
             delete m_host->popup();
-            runEvents();
+            InterruptingHost::runEvents();
         };
         QVERIFY(!show("P2"));
-        runEvents();
+        InterruptingHost::runEvents();
         QVERIFY(show("P1"));
         QCOMPARE(shownText(), text("P1"));
     }
@@ -146,7 +106,7 @@ private Q_SLOTS:
         const QPointer<HVView> clicked(m_host->view());
         m_host->atLink = [&] {
             delete m_host->popup();
-            runEvents();
+            InterruptingHost::runEvents();
             QVERIFY(clicked); // the handler is still running
         };
         click();

@@ -1,53 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HoverScene.h"
+#include "InterruptingHost.h"
 #include "TestMain.h"
 #include "Text.h"
 
 #include <QtCore/QTranslator>
 
 using namespace Hovlets;
-
-namespace {
-
-/// A host that does something unexpected once, while the library waits for its answer.
-class MeddlingHost : public RecordingHost
-{
-public:
-    using RecordingHost::RecordingHost;
-
-    QWidget *createWindow(HVWindowType type) override
-    {
-        meddle(atWindow);
-        return RecordingHost::createWindow(type);
-    }
-
-    QString shortCutForObject(const QString &key, QObject *object, const QString &shortcut) override
-    {
-        const QString answer = RecordingHost::shortCutForObject(key, object, shortcut);
-        meddle(atShortcut);
-        return answer;
-    }
-
-    void handleMessage(HVMessageType type, const QString &message) override
-    {
-        RecordingHost::handleMessage(type, message);
-        meddle(atMessage);
-    }
-
-    std::function<void()> atWindow;
-    std::function<void()> atShortcut;
-    std::function<void()> atMessage;
-
-private:
-    static void meddle(std::function<void()> &deed)
-    {
-        const std::function<void()> once = std::exchange(deed, nullptr);
-        if (once)
-            once();
-    }
-};
-
-} // namespace
 
 /// Tests hosts that call the library from within its questions to them.
 class tst_HVManagerReentrancy : public QObject
@@ -62,7 +21,7 @@ private Q_SLOTS:
         HVContext context;
         context.set(HVKeyHideDelay, 0);
         context.set(HVKeyMessageLevel, HVMessageDebug);
-        m_host = std::make_unique<MeddlingHost>(context, QStringList { m_packages->path() });
+        m_host = std::make_unique<InterruptingHost>(context, QStringList { m_packages->path() });
         m_control = new QWidget;
     }
 
@@ -200,7 +159,7 @@ private:
     }
 
     std::unique_ptr<PackageFolder> m_packages;
-    std::unique_ptr<MeddlingHost> m_host;
+    std::unique_ptr<InterruptingHost> m_host;
     QPointer<QWidget> m_control;
 };
 

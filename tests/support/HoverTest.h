@@ -47,7 +47,7 @@ class HoverTest : public QObject
 public:
     HoverTest();
 
-private Q_SLOTS:
+protected Q_SLOTS:
     void init();
     void cleanup();
 

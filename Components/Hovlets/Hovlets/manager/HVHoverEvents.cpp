@@ -49,13 +49,17 @@ bool HVHoverEvents::showToolTip(QObject *object, const QHelpEvent &event)
     if (!isPassedOn)
         m_pass = HVToolTipPass::next();
     const HVToolTipPass pass(m_pass);
+    const quint64 current = ++m_latest;
     const QPointer<QObject> control(object);
     const QString key = m_manager.keyForObject(object);
     const bool handled =
             isTooEarly(control, key, event) || m_manager.show(key, event.globalPos(), control);
     m_passed = control; // last: code of the host may have sent events meanwhile
     m_passedAt = event.globalPos();
-    return handled;
+    // Code of the host may have run an event loop, in which another control was hovered. The
+    // parents of the earlier one must not hide the popup of the later one.
+    const bool isOutdated = m_latest != current && m_popup.isVisible();
+    return handled || isOutdated;
 }
 
 /// Only controls with content wait. An ordinary tooltip shows after the desktop's delay.

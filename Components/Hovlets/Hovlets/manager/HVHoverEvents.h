@@ -41,6 +41,8 @@ private:
     HVHoverShow &m_show;
     HVShowDelay m_delay;
 
+    quint64 m_latest = 0; // counts the tooltip events
+
     // The tooltip that Qt is passing from a control to its parents.
     quint64 m_pass = 0;
     QPointer<QObject> m_passed; // the last object that got it; null after any other event
