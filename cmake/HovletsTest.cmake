@@ -13,14 +13,15 @@ function(hovlets_test_options target)
         $<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:-O0 $<$<NOT:$<CONFIG:Debug>>:-g1>>)
 endfunction()
 
-# hovlets_test(FOLDER/NAME [DISPLAY [SCREENS] [BOTH_SCENE_GRAPHS]])
+# hovlets_test(FOLDER/NAME [DISPLAY [SCREENS] [BOTH_SCENE_GRAPHS] | WAYLAND [OPTION...]])
 #
 # Builds the QTest program NAME from FOLDER/NAME.cpp, which includes NAME.moc. It runs on the
 # offscreen platform. With DISPLAY it runs on an X server with a window manager, and with SCREENS on
 # two screens. With BOTH_SCENE_GRAPHS it runs a second time, as NAME_opengl, on OpenGL instead of the
-# software scene graph. An unexpected warning fails the test.
+# software scene graph. With WAYLAND it runs on a Wayland display, with the given options of
+# with-wayland. An unexpected warning fails the test.
 function(hovlets_test source)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "DISPLAY;SCREENS;BOTH_SCENE_GRAPHS" "" "")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "DISPLAY;SCREENS;BOTH_SCENE_GRAPHS" "" "WAYLAND")
     get_filename_component(name ${source} NAME)
     # The thread sanitizer runs only the tests of clips, the main users of threads. Two of these are
     # not clean. For the keeper, it reports QtCore's lists of connections and events, because it does
@@ -61,6 +62,11 @@ function(hovlets_test source)
         endforeach()
         # These tests move a pointer over their windows and need an otherwise idle machine.
         set_tests_properties(${tests} PROPERTIES RUN_SERIAL ON)
+    elseif("WAYLAND" IN_LIST ARGN)
+        set(tests ${name})
+        add_test(NAME ${name} COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/support/with-wayland
+            ${arg_WAYLAND} $<TARGET_FILE:${name}>)
+        set_tests_properties(${name} PROPERTIES RUN_SERIAL ON)
     else()
         set(tests ${name})
         add_test(NAME ${name} COMMAND ${name})

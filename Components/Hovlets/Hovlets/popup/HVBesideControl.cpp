@@ -11,6 +11,7 @@ namespace Hovlets {
 
 namespace {
 
+constexpr int Unlimited = 1 << 20; // px
 constexpr int MaximumRegions = 64; // a curved selection has one for each row of pixels
 
 QVector<QRect> rectanglesOf(const QRegion &region)
@@ -50,7 +51,9 @@ HVBesideControl::HVBesideControl(const QWidget &control, const QPoint &position,
 {
     m_request.control = visiblePartAt(control, position).geometry;
     const QRect area = availableAreaFor(control);
-    m_request.area = area.isNull() ? m_request.control : area;
+    m_request.area = area.isNull()
+            ? m_request.control.adjusted(-Unlimited, -Unlimited, Unlimited, Unlimited)
+            : area;
     m_request.cursor = position;
     m_request.direction = control.layoutDirection();
     m_request.keepClear = rectanglesOf(keepClear) + openMenus();

@@ -1,12 +1,26 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVControlPlace.h"
 
+#include "HVWindowSystem.h"
+
 #include <QtGui/QScreen>
 
 namespace Hovlets {
 
+namespace {
+
+/// The screen's available area as far as \a window shows where it is.
+QRect areaOfWindow(const QWidget &window)
+{
+    return window.isMaximized() || window.isFullScreen() ? window.geometry() : QRect();
+}
+
+} // namespace
+
 QRect availableAreaFor(const QWidget &control)
 {
+    if (!programsPlaceWindows())
+        return areaOfWindow(*control.window());
     QScreen *const windows = control.screen();
     const QPoint center = control.mapToGlobal(control.rect().center());
     const QScreen *screen = windows ? windows->virtualSiblingAt(center) : nullptr;

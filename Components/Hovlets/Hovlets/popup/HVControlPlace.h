@@ -9,7 +9,8 @@
 namespace Hovlets {
 
 /// The available area of the screen that shows the centre of \a control. Most of its window may be
-/// on another screen.
+/// on another screen. Null if it is unknown: where programs do not place their windows, only a
+/// window that fills the screen shows where the screen ends.
 QRect availableAreaFor(const QWidget &control);
 
 /*!

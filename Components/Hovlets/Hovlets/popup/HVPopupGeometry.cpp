@@ -2,7 +2,9 @@
 #include "HVPopupGeometry.h"
 
 #include "HVVisibleArea.h"
+#include "HVWindowSystem.h"
 
+#include <QtCore/QScopedValueRollback>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QRegion>
 #include <QtGui/QScreen>
@@ -19,9 +21,11 @@ namespace {
 // Deliberate: user interfaces rely on it to show their last border line.
 constexpr QSize Rim(1, 1);
 
-/// The available area of the primary screen.
+/// The available area of the primary screen; null if it is unknown.
 QRect areaWithoutControl()
 {
+    if (!programsPlaceWindows())
+        return {};
     const QScreen *screen = QGuiApplication::primaryScreen();
     return screen ? screen->availableGeometry() : QRect();
 }
@@ -111,6 +115,17 @@ void HVPopupGeometry::leaveToUser()
     m_beside.reset();
 }
 
+void HVPopupGeometry::attach()
+{
+    if (QWindow *own = m_popup.isWindow() ? m_popup.windowHandle() : nullptr)
+        own->setTransientParent(m_control ? m_control->window()->windowHandle() : nullptr);
+}
+
+bool HVPopupGeometry::isAppearingAgain() const
+{
+    return m_isAppearingAgain;
+}
+
 bool HVPopupGeometry::isRightFor(const QWidget *control) const
 {
     return !control || m_controlPlace.isRightFor(*control);
@@ -129,6 +144,8 @@ void HVPopupGeometry::place(const QSize &view)
 void HVPopupGeometry::placeAt(const QPoint &position, const QSize &view)
 {
     m_popup.setFixedSize(view + Rim);
+    if (!programsPlaceWindows())
+        return;
     const QScreen *screen = QGuiApplication::screenAt(position);
     if (!screen)
         screen = m_control ? m_control->screen() : QGuiApplication::primaryScreen();
@@ -196,7 +213,30 @@ void HVPopupGeometry::moveToPlace(QWidget &window, const QSize &size, const QSiz
 {
     m_placed = m_beside ? m_beside->cornerFor(size + frameMargins(window))
                         : visible(QRect(*m_requested, visibleSize)).topLeft();
-    setFixedGeometry(window, QRect(m_placed, size));
+    const QRect geometry(m_placed, size);
+    if (mustAppearAgain(window, geometry))
+        appearAt(geometry);
+    else
+        setFixedGeometry(window, geometry);
+}
+
+/// Whether the window system would leave a popup in the place that it got for its old size and
+/// position.
+bool HVPopupGeometry::mustAppearAgain(const QWidget &window, const QRect &geometry) const
+{
+    if (programsPlaceWindows() || window.windowType() != Qt::ToolTip || !window.isVisible())
+        return false;
+    const bool grows = window.size().expandedTo(geometry.size()) != window.size();
+    return grows || window.pos() != geometry.topLeft();
+}
+
+void HVPopupGeometry::appearAt(const QRect &geometry)
+{
+    const QScopedValueRollback<bool> appearing(m_isAppearingAgain, true);
+    m_popup.hide();
+    setFixedGeometry(m_popup, geometry);
+    attach();
+    m_popup.show();
 }
 
 } // namespace Hovlets

@@ -23,6 +23,9 @@ namespace Hovlets {
  * changes, it is placed again from the same request. A popup that the user has moved stays where it
  * is, as far as the screen allows.
  *
+ * Where programs do not place their windows, the window system places the popup once, when it
+ * appears. There, a popup that moves or grows disappears for a moment.
+ *
  * A popup that is docked in a window of its own gives that window its size. In any other window, it
  * only takes its size.
  *
@@ -42,6 +45,13 @@ public:
 
     /// Keeps the popup on the screen of \a control, or on the primary screen if it is null.
     void setControl(const QWidget *control);
+
+    /// Ties the popup to the window of its control. Call it when the popup's window exists, and
+    /// before that is shown.
+    void attach();
+
+    /// Whether the popup disappears and appears now only to get its new place.
+    [[nodiscard]] bool isAppearingAgain() const;
 
     /// Requests a place for new content: \a position or, if it is set, the place \a beside the
     /// control.
@@ -75,6 +85,8 @@ private:
     void takeSize(QWidget *window, const QSize &view);
     [[nodiscard]] QSize sizeOf(const QWidget &window, const QSize &view) const;
     void moveToPlace(QWidget &window, const QSize &size, const QSize &visibleSize);
+    [[nodiscard]] bool mustAppearAgain(const QWidget &window, const QRect &geometry) const;
+    void appearAt(const QRect &geometry);
 
     QWidget &m_popup;
     QPointer<const QWidget> m_control;
@@ -83,6 +95,7 @@ private:
     std::optional<HVBesideControl> m_beside; // takes precedence over the requested point
     HVControlPlace m_controlPlace; // at the time of the request
     QPoint m_placed; // the resulting position
+    bool m_isAppearingAgain = false;
 };
 
 } // namespace Hovlets

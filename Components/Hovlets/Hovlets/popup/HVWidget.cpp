@@ -9,6 +9,7 @@
 #include "HVPopupServices.h"
 #include "HVShowScope.h"
 #include "HVView.h"
+#include "HVWindowSystem.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QEvent>
@@ -51,6 +52,11 @@ public:
     }
 
     QVariant setting(contextKey key) const { return settingOf(services, key); }
+
+    int fadeDuration(contextKey key) const
+    {
+        return windowsHaveOpacity() ? setting(key).toInt() : 0;
+    }
 
     QPointer<HVPopupServices> services; // null after the manager is destroyed
     QPointer<HVView> view;
@@ -237,12 +243,10 @@ void HVWidget::showAnimated()
         return;
     }
     // Wayland treats a window as a tooltip only if it belongs to another window.
-    if (isWindow()) {
+    if (isWindow())
         create();
-        const QWidget *control = d->hovered->widget();
-        windowHandle()->setTransientParent(control ? control->window()->windowHandle() : nullptr);
-    }
-    const int duration = d->setting(HVKeyShowFadeDuration).toInt();
+    d->geometry.attach();
+    const int duration = d->fadeDuration(HVKeyShowFadeDuration);
     if (duration <= 0) {
         setWindowOpacity(1.0);
         show();
@@ -259,7 +263,7 @@ void HVWidget::hideAnimated()
     if (!isVisible() || d->fade->isRunning())
         return;
     d->hovered->finish();
-    const int duration = d->setting(HVKeyHideFadeDuration).toInt();
+    const int duration = d->fadeDuration(HVKeyHideFadeDuration);
     if (duration <= 0) {
         hideAnimationFinished();
         return;
@@ -289,6 +293,8 @@ void HVWidget::endFadeOut()
 void HVWidget::showEvent(QShowEvent *event)
 {
     QWidget::showEvent(event);
+    if (d->geometry.isAppearingAgain())
+        return;
     if (!isSafe(QCursor::pos()))
         setTimer();
     reposition();
@@ -297,6 +303,8 @@ void HVWidget::showEvent(QShowEvent *event)
 void HVWidget::hideEvent(QHideEvent *event)
 {
     QWidget::hideEvent(event);
+    if (d->geometry.isAppearingAgain())
+        return;
     // Fades and countdowns of this show must not affect the next one.
     d->fade->stop();
     d->hideTimer->stop();
