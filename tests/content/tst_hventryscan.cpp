@@ -208,7 +208,7 @@ private Q_SLOTS:
             file += "<hovlet key=\"" + QByteArray::number(i) + "\"/>";
         const HVEntryKeys keys(file + "</hovlets>");
         int others = 0; // keys that only have the hash of one of the file's
-        for (int i = 0; i < Entries; ++i) {
+        for (int i = 0; i < Entries; i += 10) {
             const QString key = QString::number(i);
             QVERIFY2(keys.mayHold(HVEntryScan(key)), qPrintable(key));
             others += keys.mayHold(HVEntryScan(key + QLatin1Char('x'))) ? 1 : 0;
