@@ -117,7 +117,10 @@ enum contextKey {
     /// int, ms, 0: how long the mouse stays until the simple popup becomes the full one; 0: never.
     HVKeyExpandDelay = 1121,
     /// int, HVDismissal, 0: input that hides a popup. It still reaches its receiver.
-    HVKeyDismissOnKey = 1130
+    HVKeyDismissOnKey = 1130,
+    /// int, ms, 0: how long a hidden popup keeps the decoded frames of its clips; 0: until other
+    /// clips need their memory. Freed frames are decoded again when they are needed.
+    HVKeyClipReleaseDelay = 1140
 };
 
 } // namespace Hovlets
@@ -196,7 +199,8 @@ namespace Hovlets {
 /*!
  * Writes the settings that suit most applications: the library watches the mouse, control files can
  * name only files in packages, popups show beside their control, controls on the way to a popup do
- * not hide it, and Escape and the wheel do. docs/settings.md lists the settings.
+ * not hide it, Escape and the wheel do, and hidden popups free the frames of their clips after half
+ * a minute. docs/settings.md lists the settings.
  *
  * They differ from the defaults, which change nothing that hosts and content rely on. Call this
  * function first, on the context that you pass to HVInterface, then overwrite settings as you like.

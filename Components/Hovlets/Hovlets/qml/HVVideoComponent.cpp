@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVVideoComponent.h"
 
+#include "HVFrameRelease.h"
 #include "HVImageNode.h"
 #include "HVThreadKeeper.h"
 #include "HVClipOpening.h"
@@ -37,6 +38,7 @@ HVVideoComponent::HVVideoComponent(QQuickItem *parent)
             &HVVideoComponent::contentWidthChanged);
     connect(m_controller, &HVVideoController::loadProgressChanged, this,
             &HVVideoComponent::loadProgressChanged);
+    new HVFrameRelease(this, m_controller);
     m_controller->start(QThread::InheritPriority);
     m_source->start(QThread::InheritPriority);
 }

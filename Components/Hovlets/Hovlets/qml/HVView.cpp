@@ -198,6 +198,11 @@ void HVView::writeReserved(bool value)
     setReserved(value);
 }
 
+int HVView::clipReleaseDelay() const
+{
+    return d->services ? d->services->settings().get(HVKeyClipReleaseDelay).toInt() : 0;
+}
+
 bool HVView::documentationAvailable() const
 {
     return d->services

@@ -96,6 +96,9 @@ public:
     /// Whether QML is setting the flag: its items must outlive the handler that sets it.
     bool isReservedByQml() const;
 
+    /// The setting HVKeyClipReleaseDelay, in ms.
+    int clipReleaseDelay() const;
+
     /// The setting HVKeyDocumentationEnabled; false if it is not set.
     bool documentationAvailable() const;
 

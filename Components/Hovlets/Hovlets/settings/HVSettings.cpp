@@ -141,6 +141,10 @@ QList<HVSetting> makeSettings()
                    "input that hides a popup while the mouse is near it, combined with \"or\": 1 Escape, "
                    "2 any key except modifiers, 4 the wheel over the control. The input still "
                    "reaches its receiver"),
+        HV_SETTING(HVKeyClipReleaseDelay, "int, ms", 0, "until other clips need their memory",
+                   "when a popup hides",
+                   "how long it keeps the decoded frames of its clips. Freed frames are decoded again "
+                   "when they are needed"),
     };
     // clang-format on
 }
@@ -172,6 +176,7 @@ const QMap<HVContextKey, QVariant> &recommendedSettings()
         { HVKeyPlacement, int(HVPlaceBesideControl) },
         { HVKeySafePath, true },
         { HVKeyDismissOnKey, HVDismissOnEscape | HVDismissOnWheel },
+        { HVKeyClipReleaseDelay, 30000 },
     };
     return settings;
 }
