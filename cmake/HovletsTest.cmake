@@ -23,11 +23,12 @@ endfunction()
 function(hovlets_test source)
     cmake_parse_arguments(PARSE_ARGV 1 arg "DISPLAY;SCREENS;BOTH_SCENE_GRAPHS" "" "WAYLAND")
     get_filename_component(name ${source} NAME)
-    # The thread sanitizer runs only the tests of clips, the main users of threads. Two of these are
-    # not clean. For the keeper, it reports QtCore's lists of connections and events, because it does
-    # not see their locks. For the sleep, it reports a path that is passed on under one of this
-    # project's locks, which is still unexplained.
-    if(HOVLETS_SANITIZE STREQUAL thread AND NOT name MATCHES "^tst_(hvvideo|hvclip)")
+    # The thread sanitizer runs only the tests of clips, the main users of threads, and not that of
+    # the keeper. QtCore is built without annotations and locks with futexes, so the sanitizer sees
+    # no order between a thread's last actions and QThread::wait(), or between posting an event and
+    # handling it. The keeper relies on both, and each of its tests reports QtCore's own objects.
+    if(HOVLETS_SANITIZE STREQUAL thread
+            AND (NOT name MATCHES "^tst_(hvvideo|hvclip)" OR name STREQUAL "tst_hvvideo_keeper"))
         return()
     endif()
     add_executable(${name} ${source}.cpp)
