@@ -26,6 +26,15 @@ QByteArray file(const QByteArray &tracksAndMore)
     return matroska(information() + tracksAndMore + cluster(QByteArray(100, '\0')));
 }
 
+/// A part of the segment with a file of \a size bytes.
+QByteArray attachment(int size)
+{
+    const QByteArray description = element("466E", "x.ttf")
+            + element("4660", "application/x-truetype-font") + number("46AE", 1);
+    return element("1941A469",
+                   element("61A7", description + element("465C", QByteArray(size, 'x'))));
+}
+
 /// An entry of the list of a segment's parts: the tracks are \a position bytes into the segment.
 QByteArray listOfParts(int position)
 {
@@ -37,7 +46,7 @@ QByteArray listOfParts(int position)
 
 } // namespace
 
-/// Tests Matroska files whose tracks would take far more memory than their bytes.
+/// Tests Matroska files that would take far more memory than their bytes.
 class tst_HVClipMatroska : public QObject
 {
     Q_OBJECT
@@ -46,8 +55,8 @@ private Q_SLOTS:
     void initTestCase() { av_log_set_level(AV_LOG_QUIET); }
     void cleanup() { HVLimits::setCurrent({}); }
 
-    void shouldRefuseTracksThatInflate_data();
-    void shouldRefuseTracksThatInflate();
+    void shouldRefuseFilesThatTakeMuchMemory_data();
+    void shouldRefuseFilesThatTakeMuchMemory();
     void shouldOpenOrdinaryTracks_data();
     void shouldOpenOrdinaryTracks();
     void shouldAcceptEncodingsThatDoNotInflate_data();
@@ -57,7 +66,7 @@ private:
     ClipFolder m_clips;
 };
 
-void tst_HVClipMatroska::shouldRefuseTracksThatInflate_data()
+void tst_HVClipMatroska::shouldRefuseFilesThatTakeMuchMemory_data()
 {
     QTest::addColumn<QByteArray>("bytes");
     const QByteArray large = codecPrivate(inflating());
@@ -82,9 +91,11 @@ void tst_HVClipMatroska::shouldRefuseTracksThatInflate_data()
             << file(tracks(track(1, large + inflate) + QByteArray::fromHex("00")));
     QTest::newRow("much private data")
             << file(tracks(track(1, codecPrivate(QByteArray(20 << 20, 'x')))));
+    QTest::newRow("a large attachment") << file(tracks(track(1)) + attachment(20 << 20));
+    QTest::newRow("many attachments") << file(tracks(track(1)) + attachment(1 << 20).repeated(20));
 }
 
-void tst_HVClipMatroska::shouldRefuseTracksThatInflate()
+void tst_HVClipMatroska::shouldRefuseFilesThatTakeMuchMemory()
 {
     QFETCH(QByteArray, bytes);
     const QString path = m_clips.write(text("tracks.mkv"), bytes);
@@ -116,6 +127,7 @@ void tst_HVClipMatroska::shouldAcceptEncodingsThatDoNotInflate_data()
 {
     QTest::addColumn<QByteArray>("bytes");
     QTest::newRow("none") << file(tracks(track(1)));
+    QTest::newRow("none, with an attachment") << file(tracks(track(1)) + attachment(100));
     QTest::newRow("the first bytes of all frames removed")
             << file(tracks(track(1, encoding(compression(3, QByteArray(4, 'x'))))));
     QTest::newRow("encryption") << file(tracks(track(1, encoding(number("5033", 1)))));

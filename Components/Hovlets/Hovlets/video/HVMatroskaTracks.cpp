@@ -15,7 +15,8 @@ using Bytes = std::string_view;
 
 constexpr Bytes TracksId = "\x16\x54\xAE\x6B";
 constexpr qint64 PieceSize = qint64 { 256 } * 1024; // bytes
-constexpr qint64 MostTracks = qint64 { 16 } * 1024 * 1024; // bytes of all tracks
+constexpr Bytes AttachmentsId = "\x19\x41\xA4\x69";
+constexpr qint64 MostLoaded = qint64 { 16 } * 1024 * 1024; // bytes of all tracks and attachments
 constexpr std::size_t MostRemoved = 64; // bytes; each frame of a few bytes grows by as many
 
 Bytes bytesOf(const QByteArray &array)
@@ -177,27 +178,23 @@ bool areSmallTracks(Bytes tracks)
     return true;
 }
 
-/// Finds all places that may hold tracks, one after the other.
-class Tracks
+/// Finds all places that may hold tracks or attachments, one after the other.
+class LoadedParts
 {
 public:
-    Tracks(QIODevice &file, const std::function<bool()> &interrupted)
+    LoadedParts(QIODevice &file, const std::function<bool()> &interrupted)
         : m_file(file)
         , m_interrupted(interrupted)
     {
     }
 
-    /// Reads a piece of the file and checks the tracks that start there.
+    /// Reads a piece of the file and checks what starts there.
     bool checkPiece(qint64 position)
     {
         constexpr qint64 Overlap = 3; // an identifier may end in the next piece
         const QByteArray piece = read(position, PieceSize + Overlap);
-        const Bytes bytes = bytesOf(piece);
-        for (std::size_t at = 0; (at = bytes.find(TracksId, at)) != Bytes::npos; ++at) {
-            if (!checkAt(position + static_cast<qint64>(at)))
-                return false;
-        }
-        return !piece.isEmpty();
+        return !piece.isEmpty() && check(TracksId, bytesOf(piece), position)
+                && check(AttachmentsId, bytesOf(piece), position);
     }
 
 private:
@@ -207,7 +204,16 @@ private:
         return !m_interrupted() && m_file.seek(position) ? m_file.read(most) : QByteArray();
     }
 
-    bool checkAt(qint64 position)
+    bool check(Bytes id, Bytes piece, qint64 position)
+    {
+        for (std::size_t at = 0; (at = piece.find(id, at)) != Bytes::npos; ++at) {
+            if (!checkAt(position + static_cast<qint64>(at), id == TracksId))
+                return false;
+        }
+        return true;
+    }
+
+    bool checkAt(qint64 position, bool isTracks)
     {
         constexpr qint64 LongestHead = 12; // bytes of an identifier and a size
         const QByteArray head = read(position, LongestHead);
@@ -218,25 +224,27 @@ private:
             return true; // damaged, or only the same bytes
         const qint64 start = position + element.headSize();
         const qint64 size = std::min(element.size(), m_file.size() - start);
-        m_checked += size;
-        if (m_checked > MostTracks)
+        m_loaded += size;
+        if (m_loaded > MostLoaded)
             return false;
+        if (!isTracks)
+            return true;
         const QByteArray content = read(start, size);
         return content.size() == size && areSmallTracks(bytesOf(content));
     }
 
     QIODevice &m_file;
     const std::function<bool()> &m_interrupted;
-    qint64 m_checked = 0; // bytes
+    qint64 m_loaded = 0; // bytes
 };
 
 } // namespace
 
 bool matroskaTracksFit(QIODevice &file, const std::function<bool()> &interrupted)
 {
-    Tracks tracks(file, interrupted);
+    LoadedParts parts(file, interrupted);
     for (qint64 position = 0; position < file.size(); position += PieceSize) {
-        if (!tracks.checkPiece(position))
+        if (!parts.checkPiece(position))
             return false;
     }
     return true;
