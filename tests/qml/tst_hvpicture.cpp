@@ -293,7 +293,29 @@ private Q_SLOTS:
         item->setSource(text("/nowhere"));
         QCOMPARE(item->implicitWidth(), 0.0);
         QVERIFY(!item->isLoading());
+        QVERIFY(item->hasFailed());
         QTRY_COMPARE(popup.pixel(11, 11), QColor(Qt::white));
+    }
+
+    void shouldReportADamagedPicture()
+    {
+        QmlPopup popup;
+        const QByteArray whole = encoded({ 60, 40 }, "png");
+        popup.folder.add(text("Pack.hovlets/a.png"), whole.left(whole.size() / 2));
+        popup.show("HVPicture { objectName: 'p'; source: dataLocation + '/a.png'; width: 60; "
+                   "height: 40 }");
+        auto *item = popup.item<HVPictureComponent>("p");
+        QVERIFY(item->isLoading());
+        QVERIFY(!item->hasFailed()); // the header is sound
+        QSignalSpy failed(item, &HVPictureComponent::failedChanged);
+        QTRY_VERIFY(item->hasFailed());
+        QVERIFY(!item->isLoading());
+        QCOMPARE(failed.count(), 1);
+
+        item->setSource(popup.folder.add(text("Pack.hovlets/b.png"), whole));
+        QVERIFY(!item->hasFailed());
+        QTRY_COMPARE(popup.pixel(11, 11), QColor(Qt::red));
+        QVERIFY(!item->hasFailed());
     }
 
     void shouldReloadAFileThatChanged()

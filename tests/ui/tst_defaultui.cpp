@@ -2,6 +2,7 @@
 #include "DefaultUiTest.h"
 #include "TestMain.h"
 
+#include <QtCore/QBuffer>
 #include <QtCore/QPointer>
 #include <QtQml/QQmlContext>
 #include <QtQml/QQmlEngine>
@@ -182,6 +183,22 @@ private Q_SLOTS:
     {
         showEntry("", "<img src=\"missing.png\" alt=\"A picture\"/>");
         QCOMPARE(m_bench->texts("paragraph"), list({ "A picture" }));
+    }
+
+    void shouldReplaceADamagedImageByItsDescription()
+    {
+        // The header is sound, so the popup reserves space for the picture.
+        QByteArray picture;
+        QBuffer buffer(&picture);
+        buffer.open(QIODevice::WriteOnly);
+        QVERIFY(QImage(90, 60, QImage::Format_RGB32).save(&buffer, "png"));
+        make("", "<img src=\"damaged.png\" alt=\"A picture\"/><p>A</p>");
+        m_bench->folder.add(QStringLiteral("Test.hovlets/Resources/damaged.png"),
+                            picture.left(picture.size() / 2));
+        QVERIFY(m_bench->show());
+        QVERIFY(m_bench->item("image"));
+        QTRY_COMPARE(m_bench->texts("replacement"), list({ "A picture" }));
+        QCOMPARE(m_bench->item("image")->height(), 60.0); // what follows stays where it is
     }
 
     void shouldTakeNoSpaceForAClip()

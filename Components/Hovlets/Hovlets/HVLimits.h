@@ -116,7 +116,7 @@ struct HOVLETS_EXPORT HVLimits
      * one counts as missing. Most pictures take width x height x 4; progressive JPEG, PNG with 16
      * bits per channel, and lossless or animated WebP take up to three times as much. Pictures are
      * decoded one at a time. All decoded pictures in popups, scaled down to their size on screen,
-     * may together take as much again; one that does not fit stays blank.
+     * may together take as much again; the description replaces one that does not fit.
      */
     qint64 pictureMemory = qint64 { 128 } * 1024 * 1024;
 

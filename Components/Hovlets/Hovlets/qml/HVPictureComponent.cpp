@@ -28,6 +28,7 @@ void HVPictureComponent::setSource(const QString &path)
     const QSize size = path.isEmpty() ? QSize() : HVPictureFile(path).size();
     setImplicitSize(size.isEmpty() ? 0 : size.width(), size.isEmpty() ? 0 : size.height());
     setLoading(!size.isEmpty());
+    setFailed(size.isEmpty() && !path.isEmpty());
     polish();
     Q_EMIT sourceChanged();
 }
@@ -45,6 +46,14 @@ void HVPictureComponent::setLoading(bool isLoading)
         return;
     m_isLoading = isLoading;
     Q_EMIT loadingChanged();
+}
+
+void HVPictureComponent::setFailed(bool hasFailed)
+{
+    if (m_hasFailed == hasFailed)
+        return;
+    m_hasFailed = hasFailed;
+    Q_EMIT failedChanged();
 }
 
 void HVPictureComponent::show(const HVSharedPicture &picture)
@@ -65,6 +74,7 @@ void HVPictureComponent::updatePolish()
     m_request.emplace(m_source, size, this, [this](const HVSharedPicture &picture) {
         show(picture);
         setLoading(false);
+        setFailed(!picture);
     });
 }
 

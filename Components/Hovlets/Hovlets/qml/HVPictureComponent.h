@@ -23,6 +23,7 @@ class HVPictureComponent : public QQuickItem
     Q_DISABLE_COPY_MOVE(HVPictureComponent)
     Q_PROPERTY(QString source READ source WRITE setSource NOTIFY sourceChanged)
     Q_PROPERTY(bool loading READ isLoading NOTIFY loadingChanged)
+    Q_PROPERTY(bool failed READ hasFailed NOTIFY failedChanged)
 
 public:
     explicit HVPictureComponent(QQuickItem *parent = nullptr);
@@ -37,9 +38,13 @@ public:
     /// Whether the picture is still being decoded.
     bool isLoading() const { return m_isLoading; }
 
+    /// Whether the file cannot be shown. The header alone often does not tell.
+    bool hasFailed() const { return m_hasFailed; }
+
 Q_SIGNALS:
     void sourceChanged();
     void loadingChanged();
+    void failedChanged();
 
 protected:
     QSGNode *updatePaintNode(QSGNode *node, UpdatePaintNodeData *data) override;
@@ -49,6 +54,7 @@ protected:
 private:
     QSize sizeOnScreen() const;
     void setLoading(bool isLoading);
+    void setFailed(bool hasFailed);
     void show(const HVSharedPicture &picture);
 
     QString m_source;
@@ -57,6 +63,7 @@ private:
     HVSharedPicture m_picture;
     bool m_isUploaded = false; // whether m_picture is in the scene graph
     bool m_isLoading = false;
+    bool m_hasFailed = false;
 };
 
 } // namespace Hovlets

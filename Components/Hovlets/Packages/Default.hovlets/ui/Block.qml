@@ -62,6 +62,7 @@ Item {
     Component {
         id: image
         Picture {
+            theme: block.theme
             source: block.content.source
             description: block.content.text
         }

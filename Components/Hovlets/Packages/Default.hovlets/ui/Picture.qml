@@ -2,15 +2,18 @@
 import QtQuick 2.15
 import com.zandor.hovlets.qml 1.0
 
-// A picture at its natural size, or scaled down to the available width.
+// A picture at its natural size, or scaled down to the available width. Its description replaces it
+// if decoding shows that it is damaged, or refused.
 Item {
     id: picture
 
+    required property Theme theme
     property alias source: image.source
     property string description
     readonly property real naturalWidth: image.implicitWidth
 
-    implicitHeight: image.height
+    // Never less than the room that the popup has reserved.
+    implicitHeight: Math.max(image.height, replacement.visible ? replacement.height : 0)
 
     HVPicture {
         id: image
@@ -21,5 +24,16 @@ Item {
 
         Accessible.role: Accessible.Graphic
         Accessible.name: picture.description
+    }
+
+    Paragraph {
+        id: replacement
+        objectName: "replacement"
+        visible: image.failed
+        width: picture.width
+        theme: picture.theme
+        source: visible ? picture.description : ""
+        color: theme.secondary
+        Accessible.ignored: true
     }
 }
