@@ -34,6 +34,27 @@ install(DIRECTORY Components/Hovlets/Packages/
 # find_package(Hovlets) selects the package for the host's Qt.
 install(EXPORT HovletsTargets NAMESPACE Hovlets:: FILE "${_library}Targets.cmake"
     DESTINATION "${_config_dir}/${_library}" COMPONENT Dev)
+
+# A host of the shared library needs Qt's modules of the public headers. One of the static library also
+# links what the library uses.
+set(HOVLETS_QT_OF_HOSTS "Core Gui Widgets")
+set(HOVLETS_FIND_FFMPEG "")
+set(HOVLETS_PC_REQUIRES "")
+set(HOVLETS_PC_CFLAGS "")
+if(HOVLETS_LIBRARY_TYPE STREQUAL STATIC)
+    string(APPEND HOVLETS_QT_OF_HOSTS " Qml Quick QuickWidgets ${HOVLETS_QT_SAX}")
+    string(CONCAT HOVLETS_FIND_FFMPEG
+        "list(APPEND CMAKE_MODULE_PATH \"\${CMAKE_CURRENT_LIST_DIR}\")\n"
+        "find_dependency(HovletsFFmpeg)\n"
+        "list(POP_BACK CMAKE_MODULE_PATH)\n")
+    install(FILES cmake/FindHovletsFFmpeg.cmake
+        DESTINATION "${_config_dir}/${_library}" COMPONENT Dev)
+    foreach(_module IN ITEMS Gui Widgets Qml Quick QuickWidgets ${HOVLETS_QT_SAX})
+        string(APPEND HOVLETS_PC_REQUIRES " ${HOVLETS_QT}${_module}")
+    endforeach()
+    string(APPEND HOVLETS_PC_REQUIRES " libavformat libavcodec libavutil libswscale")
+    set(HOVLETS_PC_CFLAGS " -DHOVLETS_STATIC")
+endif()
 configure_package_config_file(cmake/HovletsQtConfig.cmake.in "${_library}Config.cmake"
     INSTALL_DESTINATION "${_config_dir}/${_library}"
     PATH_VARS HOVLETS_PACKAGES_DIR)

@@ -17,9 +17,12 @@ function(hovlets_target target)
         QT_DEPRECATED_WARNINGS_SINCE=0x050E00)
     target_compile_options(${target} PRIVATE
         $<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:-Wall -Wextra -Wpedantic>
+        # The sources are in UTF-8, which MSVC assumes only if told.
+        $<$<CXX_COMPILER_ID:MSVC>:/W4 /utf-8 /permissive->
         # Qt's logging macros are variadic, and called with the category alone.
         $<$<CXX_COMPILER_ID:Clang,AppleClang>:-Wno-gnu-zero-variadic-macro-arguments>
-        $<$<AND:$<BOOL:${HOVLETS_WERROR}>,$<CXX_COMPILER_ID:GNU,Clang,AppleClang>>:-Werror>)
+        $<$<AND:$<BOOL:${HOVLETS_WERROR}>,$<CXX_COMPILER_ID:GNU,Clang,AppleClang>>:-Werror>
+        $<$<AND:$<BOOL:${HOVLETS_WERROR}>,$<CXX_COMPILER_ID:MSVC>>:/WX>)
     if(CMAKE_UNITY_BUILD)
         # A class in a source may have members with types from the source's unnamed namespace, even
         # if another source includes it.

@@ -1,14 +1,33 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Progress.h"
 
-#include <unistd.h>
+#include <QtCore/qglobal.h>
 
 #include <cstdio>
 
+#ifdef Q_OS_WIN
+#    include <io.h>
+#else
+#    include <unistd.h>
+#endif
+
 namespace HovletsTool {
 
+namespace {
+
+bool isTerminal(std::FILE *stream)
+{
+#ifdef Q_OS_WIN
+    return ::_isatty(::_fileno(stream)) != 0;
+#else
+    return ::isatty(::fileno(stream)) == 1;
+#endif
+}
+
+} // namespace
+
 Progress::Progress(bool isWanted)
-    : m_isShown(isWanted && ::isatty(STDERR_FILENO) == 1)
+    : m_isShown(isWanted && isTerminal(stderr))
 {
 }
 

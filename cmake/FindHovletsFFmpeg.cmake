@@ -1,0 +1,80 @@
+# SPDX-License-Identifier: Apache-2.0
+# Finds the libraries of FFmpeg that clips need: with pkg-config if it knows them, otherwise by their
+# headers and files, for systems without pkg-config. Set CMAKE_PREFIX_PATH to where FFmpeg is.
+#
+# Defines the target HovletsFFmpeg::HovletsFFmpeg.
+
+set(_hovlets_ffmpeg avformat 59 avcodec 59 avutil 57 swscale 6) # libraries and least major versions
+
+function(_hovlets_ffmpeg_from_pkg_config)
+    find_package(PkgConfig QUIET)
+    if(NOT PKG_CONFIG_FOUND)
+        return()
+    endif()
+    set(modules "")
+    set(rest ${ARGN})
+    while(rest)
+        list(POP_FRONT rest name version)
+        list(APPEND modules "lib${name}>=${version}")
+    endwhile()
+    pkg_check_modules(HovletsFFmpeg QUIET IMPORTED_TARGET ${modules})
+    if(TARGET PkgConfig::HovletsFFmpeg)
+        target_link_libraries(HovletsFFmpeg::HovletsFFmpeg INTERFACE PkgConfig::HovletsFFmpeg)
+        set(HovletsFFmpeg_LIBRARIES pkg-config PARENT_SCOPE)
+    endif()
+endfunction()
+
+# Reads the major version from the header of a library in a folder; empty if there is none.
+function(_hovlets_ffmpeg_version folder name result)
+    string(TOUPPER "LIB${name}_VERSION_MAJOR" macro)
+    set(${result} "" PARENT_SCOPE)
+    foreach(header IN ITEMS version_major.h version.h)
+        set(file "${folder}/lib${name}/${header}")
+        if(EXISTS "${file}")
+            file(STRINGS "${file}" line REGEX "#define +${macro} +[0-9]+")
+            if(line MATCHES "${macro} +([0-9]+)")
+                set(${result} ${CMAKE_MATCH_1} PARENT_SCOPE)
+                return()
+            endif()
+        endif()
+    endforeach()
+endfunction()
+
+function(_hovlets_ffmpeg_from_files)
+    set(libraries "")
+    set(rest ${ARGN})
+    while(rest)
+        list(POP_FRONT rest name least)
+        find_path(HovletsFFmpeg_${name}_INCLUDE_DIR lib${name}/${name}.h PATH_SUFFIXES ffmpeg)
+        find_library(HovletsFFmpeg_${name}_LIBRARY ${name})
+        mark_as_advanced(HovletsFFmpeg_${name}_INCLUDE_DIR HovletsFFmpeg_${name}_LIBRARY)
+        set(folder "${HovletsFFmpeg_${name}_INCLUDE_DIR}")
+        if(NOT folder OR NOT HovletsFFmpeg_${name}_LIBRARY)
+            set(HovletsFFmpeg_REASON "lib${name} is not installed" PARENT_SCOPE)
+            return()
+        endif()
+        _hovlets_ffmpeg_version("${folder}" ${name} version)
+        if(NOT version OR version LESS least)
+            set(HovletsFFmpeg_REASON "lib${name} ${version} is older than ${least}" PARENT_SCOPE)
+            return()
+        endif()
+        target_include_directories(HovletsFFmpeg::HovletsFFmpeg INTERFACE "${folder}")
+        list(APPEND libraries "${HovletsFFmpeg_${name}_LIBRARY}")
+    endwhile()
+    target_link_libraries(HovletsFFmpeg::HovletsFFmpeg INTERFACE ${libraries})
+    set(HovletsFFmpeg_LIBRARIES "${libraries}" PARENT_SCOPE)
+endfunction()
+
+if(NOT TARGET HovletsFFmpeg::HovletsFFmpeg)
+    add_library(HovletsFFmpeg::HovletsFFmpeg INTERFACE IMPORTED)
+    set(HovletsFFmpeg_LIBRARIES "")
+    _hovlets_ffmpeg_from_pkg_config(${_hovlets_ffmpeg})
+    if(NOT HovletsFFmpeg_LIBRARIES)
+        _hovlets_ffmpeg_from_files(${_hovlets_ffmpeg})
+    endif()
+endif()
+
+include(FindPackageHandleStandardArgs)
+find_package_handle_standard_args(HovletsFFmpeg
+    REQUIRED_VARS HovletsFFmpeg_LIBRARIES
+    REASON_FAILURE_MESSAGE "${HovletsFFmpeg_REASON}")
