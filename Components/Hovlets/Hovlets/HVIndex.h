@@ -211,8 +211,7 @@ Q_SIGNALS:
     void fileSkipped(const QString &message);
 
 private:
-    friend class HVComponentSearch;
-    [[nodiscard]] QStringList distinctFoldersForElement(const HVXmlElement *element) const;
+    friend QStringList searchFolders(const HVIndex &index, const HVXmlElement *element);
 
     class Private;
     std::unique_ptr<Private> d;

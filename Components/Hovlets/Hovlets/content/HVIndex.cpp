@@ -7,6 +7,7 @@
 #include "HVEntryScan.h"
 #include "HVFileBytes.h"
 #include "HVFileMemory.h"
+#include "HVSearchFolders.h"
 #include "HVSearchedPackages.h"
 #include "HVXmlElement.h"
 #include "HVXmlParser.h"
@@ -252,16 +253,15 @@ QStringList HVIndex::componentPathsForElement(const HVXmlElement *element,
     return paths;
 }
 
-/// The folders of componentPathsForElement() without duplicates: a control file may name a package
-/// often.
-QStringList HVIndex::distinctFoldersForElement(const HVXmlElement *element) const
+QStringList searchFolders(const HVIndex &index, const HVXmlElement *element)
 {
     if (!element)
         return {};
     QStringList folders =
-            componentPathsForPackageNamed(element->attribute(QStringLiteral("HVPackagName")));
+            index.componentPathsForPackageNamed(element->attribute(QStringLiteral("HVPackagName")));
     if (const auto *root = qobject_cast<const HVXmlElement *>(element->parent()))
-        folders += d->searched.folders(root->attribute(QStringLiteral("search")), d->packages);
+        folders += index.d->searched.folders(root->attribute(QStringLiteral("search")),
+                                             index.d->packages);
     folders.removeDuplicates();
     return folders;
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVComponentSearch.h"
 
-#include "HVIndex.h"
+#include "HVSearchFolders.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
@@ -31,7 +31,7 @@ bool staysBelow(const QString &path)
 } // namespace
 
 HVComponentSearch::HVComponentSearch(const HVIndex &index, const HVXmlElement *entry)
-    : m_folders(index.distinctFoldersForElement(entry))
+    : m_folders(searchFolders(index, entry))
 {
 }
 
