@@ -138,7 +138,7 @@ void decodeFirstPicture(benchmark::State &state, const std::shared_ptr<Benchmark
         HVClip opened([] { return false; });
         const Clock::time_point start = Clock::now();
         const bool isOpen = !opened.open(path);
-        const QImage picture = isOpen ? opened.nextPicture() : QImage();
+        const QImage picture = isOpen ? opened.nextFrame() : QImage();
         state.SetIterationTime(secondsSince(start));
         if (picture.isNull())
             state.SkipWithError("no picture");

@@ -17,7 +17,7 @@ constexpr int Pictures = 8;
 
 void readSome(HVClip &clip)
 {
-    for (int i = 0; i < Pictures && !clip.nextPicture().isNull(); ++i) { }
+    for (int i = 0; i < Pictures && !clip.nextFrame().isNull(); ++i) { }
 }
 
 } // namespace

@@ -94,7 +94,7 @@ private Q_SLOTS:
         QFETCH(QString, path);
         HVClip clip([] { return false; });
         QCOMPARE(clip.open(path), nullptr);
-        QCOMPARE(darkPixelsAtTheEdges(clip.nextPicture()), 0);
+        QCOMPARE(darkPixelsAtTheEdges(clip.nextFrame()), 0);
     }
 
     void shouldScaleAWideClipDownToThePopup()

@@ -129,7 +129,7 @@ void tst_HVClip::compare(const QString &path)
     QCOMPARE(clip->open(path), nullptr);
     const qint64 bytes = 4LL * clip->size().width() * clip->size().height();
     int index = 0;
-    for (QImage image = clip->nextPicture(); !image.isNull(); image = clip->nextPicture()) {
+    for (QImage image = clip->nextFrame(); !image.isNull(); image = clip->nextFrame()) {
         QCOMPARE(image.format(), QImage::Format_RGB32);
         QCOMPARE(image.size(), clip->size());
         const QString wrong = difference(packed(image), opaque(should.mid(index * bytes, bytes)));
@@ -139,7 +139,7 @@ void tst_HVClip::compare(const QString &path)
     }
     QCOMPARE(index * bytes, qint64(should.size()));
     QVERIFY(index > 0);
-    QVERIFY(clip->nextPicture().isNull()); // it remains at the end
+    QVERIFY(clip->nextFrame().isNull()); // it remains at the end
 }
 
 void tst_HVClip::shouldScaleToTheFirstSizeOfTheStream_data()
@@ -219,9 +219,9 @@ void tst_HVClip::compareCount(const QString &path)
     const QByteArray should = opaque(ClipFolder::pictures(path));
     const auto clip = newClip();
     QCOMPARE(clip->open(path), nullptr);
-    QCOMPARE(difference(packed(clip->nextPicture()), should.left(Size)), QString());
+    QCOMPARE(difference(packed(clip->nextFrame()), should.left(Size)), QString());
     int count = 1;
-    while (!clip->nextPicture().isNull())
+    while (!clip->nextFrame().isNull())
         ++count;
     QCOMPARE(count, int(should.size()) / Size);
 }

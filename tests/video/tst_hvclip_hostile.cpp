@@ -231,7 +231,7 @@ void tst_HVClipHostile::shouldOpenOrdinaryTables()
     QFETCH(QString, options);
     const auto opened = newClip();
     QCOMPARE(opened->open(m_clips.clip(name, text("64x48"), options)), nullptr);
-    QVERIFY(!opened->nextPicture().isNull());
+    QVERIFY(!opened->nextFrame().isNull());
 }
 
 void tst_HVClipHostile::shouldCountSamplesOverAllTracks()
@@ -301,7 +301,7 @@ void tst_HVClipHostile::shouldSurviveDamage()
         if (opened->open(m_clips.write(text("damaged-") + name, bytes)))
             continue;
         QVERIFY(opened->frameRate() > 0.0 && opened->duration() >= 0.0);
-        for (int frames = 0; frames < 100 && !opened->nextPicture().isNull(); ++frames) { }
+        for (int frames = 0; frames < 100 && !opened->nextFrame().isNull(); ++frames) { }
     }
 }
 

@@ -119,7 +119,7 @@ void tst_HVClipMatroska::shouldOpenOrdinaryTracks()
     QFETCH(QString, options);
     const auto opened = newClip();
     QCOMPARE(opened->open(m_clips.clip(name, text("64x48"), options)), nullptr);
-    QVERIFY(!opened->nextPicture().isNull());
+    QVERIFY(!opened->nextFrame().isNull());
 }
 
 /// These have no frame that can be decoded, but FFmpeg opens the file.

@@ -103,12 +103,12 @@ private Q_SLOTS:
                       [&memory](qint64 bytes) { return memory.claim(bytes); });
         QCOMPARE(opened.open(clip(1)), nullptr);
         for (int i = 1; i <= Fit; ++i) {
-            QVERIFY(!opened.nextPicture().isNull());
+            QVERIFY(!opened.nextFrame().isNull());
             memory.keep(opened.takeClaim());
             // The clip converts the next frame meanwhile, from the second one on.
             QCOMPARE(HVFrameMemory::used(), std::min(i == 1 ? 1 : i + 1, Fit) * Picture);
         }
-        QVERIFY(opened.nextPicture().isNull());
+        QVERIFY(opened.nextFrame().isNull());
         QVERIFY(opened.isOutOfMemory());
         QCOMPARE(HVFrameMemory::used(), Fit * Picture);
     }
@@ -120,7 +120,7 @@ private Q_SLOTS:
                       [&memory](qint64 bytes) { return memory.claim(bytes); });
         QCOMPARE(opened.open(clip(1)), nullptr);
         for (int i = 0; i < 3; ++i)
-            QVERIFY(!opened.nextPicture().isNull());
+            QVERIFY(!opened.nextFrame().isNull());
         QCOMPARE(HVFrameMemory::used(), 2 * Picture); // returned, and being converted
     }
 
@@ -128,7 +128,7 @@ private Q_SLOTS:
     {
         HVClip opened([] { return false; }, &noClaim);
         QCOMPARE(opened.open(clip(1)), nullptr);
-        QVERIFY(opened.nextPicture().isNull());
+        QVERIFY(opened.nextFrame().isNull());
         QVERIFY(opened.isOutOfMemory());
     }
 
@@ -173,7 +173,7 @@ private:
     static int decode(HVClip &opened)
     {
         int frames = 0;
-        while (!opened.nextPicture().isNull())
+        while (!opened.nextFrame().isNull())
             ++frames;
         return frames;
     }

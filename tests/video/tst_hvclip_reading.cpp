@@ -37,11 +37,11 @@ void tst_HVClipReading::shouldStopDecodingWhenInterrupted()
     QCOMPARE(clip.open(m_clips.clip(QStringLiteral("stop.avi"), QStringLiteral("64x48"),
                                     QStringLiteral("-c:v mjpeg"))),
              nullptr);
-    QVERIFY(!clip.nextPicture().isNull());
+    QVERIFY(!clip.nextFrame().isNull());
     isInterrupted = true;
-    QVERIFY(clip.nextPicture().isNull());
+    QVERIFY(clip.nextFrame().isNull());
     isInterrupted = false;
-    QVERIFY(!clip.nextPicture().isNull());
+    QVERIFY(!clip.nextFrame().isNull());
 }
 
 void tst_HVClipReading::shouldEndWhenMemoryRunsOut_data()
@@ -59,12 +59,12 @@ void tst_HVClipReading::shouldEndWhenMemoryRunsOut()
                                      QStringLiteral("-c:v qtrle -g 1 -pix_fmt rgb24"))),
              nullptr);
     av_max_alloc(size_t(most));
-    const QImage picture = clip->nextPicture();
+    const QImage picture = clip->nextFrame();
     av_max_alloc(INT_MAX);
     QVERIFY(picture.isNull());
     // Reading stopped there.
     int left = 0;
-    while (!clip->nextPicture().isNull())
+    while (!clip->nextFrame().isNull())
         ++left;
     QVERIFY2(left >= 4, qPrintable(QString::number(left)));
 }
@@ -84,7 +84,7 @@ void tst_HVClipReading::shouldEndAStreamWithoutFrames()
     QCOMPARE(packets, 10);
     const auto clip = newClip();
     QCOMPARE(clip->open(m_clips.write(QStringLiteral("nothing.ivf"), bytes)), nullptr);
-    QVERIFY(clip->nextPicture().isNull());
+    QVERIFY(clip->nextFrame().isNull());
 }
 
 void tst_HVClipReading::shouldContinueDecodingAfterASeek_data()
@@ -111,15 +111,15 @@ void tst_HVClipReading::shouldContinueDecodingAfterASeek()
     const auto clip = newClip();
     QCOMPARE(clip->open(path), nullptr);
     for (int i = 0; i < before; ++i)
-        clip->nextPicture();
+        clip->nextFrame();
 
     clip->seek(seconds, backward);
     constexpr qint64 Size = 64LL * 48 * 4;
     for (int i = first; i < 10; ++i) {
-        const QString wrong = difference(packed(clip->nextPicture()), pictures.mid(i * Size, Size));
+        const QString wrong = difference(packed(clip->nextFrame()), pictures.mid(i * Size, Size));
         QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
     }
-    QVERIFY(clip->nextPicture().isNull());
+    QVERIFY(clip->nextFrame().isNull());
 }
 
 void tst_HVClipReading::shouldDecodeAgainWhenItSeeksAtTheEnd()
@@ -130,15 +130,15 @@ void tst_HVClipReading::shouldDecodeAgainWhenItSeeksAtTheEnd()
     const auto clip = newClip();
     QCOMPARE(clip->open(path), nullptr);
     for (int i = 0; i < 10; ++i)
-        QVERIFY(!clip->nextPicture().isNull());
+        QVERIFY(!clip->nextFrame().isNull());
 
     clip->seekTo(0, 0); // the decoder does not know yet that this was the last
     constexpr qint64 Size = 64LL * 48 * 4;
     for (int i = 0; i < 10; ++i) {
-        const QString wrong = difference(packed(clip->nextPicture()), pictures.mid(i * Size, Size));
+        const QString wrong = difference(packed(clip->nextFrame()), pictures.mid(i * Size, Size));
         QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
     }
-    QVERIFY(clip->nextPicture().isNull());
+    QVERIFY(clip->nextFrame().isNull());
 }
 
 HOVLETS_TEST_MAIN(tst_HVClipReading)

@@ -135,7 +135,7 @@ const char *HVClip::openDecoder()
     if (m_codec->width <= 0 || m_codec->height <= 0)
         return "Could not allocate rgb frame in %1";
     m_size = QSize(m_codec->width, m_codec->height);
-    m_converter = HVPictureConverter(m_size);
+    m_converter = HVFrameConverter(m_size);
     // Large frames have not been decoded, so their format may be unknown.
     const bool isLarge =
             qint64 { m_size.width() } * m_size.height() > m_decoderMemory->mostUncountedPixels();
@@ -146,7 +146,7 @@ const char *HVClip::openDecoder()
     return nullptr;
 }
 
-QImage HVClip::nextPicture()
+QImage HVClip::nextFrame()
 {
     if (!m_converting.valid()) {
         if (!receive() || !claim())
@@ -160,10 +160,10 @@ QImage HVClip::nextPicture()
     }
     m_claim = std::move(m_nextClaim);
     const bool isMore = receive() && claim();
-    QImage picture = m_converting.get();
-    if (isMore && !picture.isNull())
+    QImage image = m_converting.get();
+    if (isMore && !image.isNull())
         startConverting();
-    return picture;
+    return image;
 }
 
 /// Claims memory for the decoded frame, converted; false if there is none.
@@ -184,11 +184,11 @@ bool HVClip::isOutOfMemory() const
 /// Starts converting the decoded frame. Without a thread for it, fetching the frame converts it.
 void HVClip::startConverting()
 {
-    HVFfmpegPtr<AVFrame> picture(av_frame_alloc());
-    if (picture)
-        av_frame_move_ref(picture.get(), m_decoded.get());
-    m_converting = std::async([this, picture = std::move(picture)] {
-        return picture ? m_converter.convert(*picture) : QImage();
+    HVFfmpegPtr<AVFrame> frame(av_frame_alloc());
+    if (frame)
+        av_frame_move_ref(frame.get(), m_decoded.get());
+    m_converting = std::async([this, frame = std::move(frame)] {
+        return frame ? m_converter.convert(*frame) : QImage();
     });
 }
 

@@ -6,7 +6,7 @@
 #include "HVFfmpeg.h"
 #include "HVFrameMemory.h"
 #include "HVLimits.h"
-#include "HVPictureConverter.h"
+#include "HVFrameConverter.h"
 
 #include <QtCore/QDeadlineTimer>
 #include <QtCore/QSize>
@@ -52,9 +52,9 @@ public:
      *
      * Skips frames that the decoder reports as damaged.
      */
-    QImage nextPicture();
+    QImage nextFrame();
 
-    /// The claim on the memory of the frame that nextPicture() returned last.
+    /// The claim on the memory of the frame that nextFrame() returned last.
     HVFrameMemory::Claim takeClaim() { return std::move(m_claim); }
 
     /// Whether the clip ended because another frame did not fit into the memory.
@@ -98,7 +98,7 @@ private:
     HVFfmpegPtr<AVCodecContext> m_codec;
     HVFfmpegPtr<AVFrame> m_decoded;
     HVFfmpegPtr<AVPacket> m_packet;
-    HVPictureConverter m_converter;
+    HVFrameConverter m_converter;
     HVFrameMemory::Claim m_claim; // for the frame that was returned last
     HVFrameMemory::Claim m_nextClaim; // for the frame that is being converted
     bool m_isClaimRefused = false;

@@ -214,10 +214,10 @@ void HVVideoSourceFFMPEG::Private::endMedia(bool fits)
 /// The next frame with its time, or a null one at the end.
 HVVideoFrame HVVideoSourceFFMPEG::Private::nextFrame()
 {
-    const QImage picture = clip->nextPicture();
-    if (picture.isNull())
+    const QImage image = clip->nextFrame();
+    if (image.isNull())
         return {};
-    HVVideoFrame frame(picture, 0);
+    HVVideoFrame frame(image, 0);
     frame.setPts(advanceClock());
     const std::lock_guard<std::mutex> factsLocker(factsMutex);
     progress = duration > 0.0 ? frame.pts() / duration : 0.0;

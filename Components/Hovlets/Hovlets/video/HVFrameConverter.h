@@ -14,11 +14,11 @@ namespace Hovlets {
  * Uses the clip's colour matrix and range, and gives the same bytes as the ffmpeg program with
  * bicubic scaling. Size and format may change from frame to frame. One thread at a time.
  */
-class HVPictureConverter
+class HVFrameConverter
 {
 public:
     /// \a size is the size of the images. Create a new converter for each clip.
-    explicit HVPictureConverter(QSize size = QSize());
+    explicit HVFrameConverter(QSize size = QSize());
 
     /// Bytes in one image. Rows are padded to 64 bytes.
     qint64 imageSize() const;
@@ -32,10 +32,10 @@ public:
      * Rows are padded to 64 bytes, because the conversion writes whole vectors, past the end of odd
      * rows.
      */
-    QImage convert(const AVFrame &picture);
+    QImage convert(const AVFrame &frame);
 
 private:
-    void setColors(const AVFrame &picture);
+    void setColors(const AVFrame &frame);
 
     QSize m_size;
     HVFfmpegPtr<SwsContext> m_context;

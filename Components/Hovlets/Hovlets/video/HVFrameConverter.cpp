@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "HVPictureConverter.h"
+#include "HVFrameConverter.h"
 
 namespace Hovlets {
 
@@ -14,10 +14,10 @@ bool hasAlpha(AVPixelFormat format)
 }
 
 /// The colour matrix of a frame. RGB and untagged frames use that of standard definition.
-const int *matrixOf(const AVFrame &picture)
+const int *matrixOf(const AVFrame &frame)
 {
-    const bool isTagged = picture.colorspace != AVCOL_SPC_RGB;
-    return sws_getCoefficients(isTagged ? picture.colorspace : SWS_CS_DEFAULT);
+    const bool isTagged = frame.colorspace != AVCOL_SPC_RGB;
+    return sws_getCoefficients(isTagged ? frame.colorspace : SWS_CS_DEFAULT);
 }
 
 void freePixels(void *pixels)
@@ -27,17 +27,17 @@ void freePixels(void *pixels)
 
 } // namespace
 
-HVPictureConverter::HVPictureConverter(QSize size)
+HVFrameConverter::HVFrameConverter(QSize size)
     : m_size(size)
 {
 }
 
-qint64 HVPictureConverter::imageSize() const
+qint64 HVFrameConverter::imageSize() const
 {
     return av_image_get_buffer_size(AV_PIX_FMT_RGB32, m_size.width(), m_size.height(), Alignment);
 }
 
-bool HVPictureConverter::prepare(int width, int height, AVPixelFormat format)
+bool HVFrameConverter::prepare(int width, int height, AVPixelFormat format)
 {
     if (m_context && width == m_width && height == m_height && format == m_format)
         return true;
@@ -65,12 +65,12 @@ bool HVPictureConverter::prepare(int width, int height, AVPixelFormat format)
     return m_context != nullptr;
 }
 
-void HVPictureConverter::setColors(const AVFrame &picture)
+void HVFrameConverter::setColors(const AVFrame &frame)
 {
-    if (picture.colorspace == m_colorSpace && picture.color_range == m_colorRange)
+    if (frame.colorspace == m_colorSpace && frame.color_range == m_colorRange)
         return;
-    m_colorSpace = picture.colorspace;
-    m_colorRange = picture.color_range;
+    m_colorSpace = frame.colorspace;
+    m_colorRange = frame.color_range;
     int *inverse = nullptr;
     int *table = nullptr;
     int sourceRange = 0;
@@ -83,19 +83,19 @@ void HVPictureConverter::setColors(const AVFrame &picture)
         < 0) {
         return; // RGB needs no matrix
     }
-    const int *matrix = matrixOf(picture);
-    if (picture.color_range != AVCOL_RANGE_UNSPECIFIED)
-        sourceRange = picture.color_range == AVCOL_RANGE_JPEG;
+    const int *matrix = matrixOf(frame);
+    if (frame.color_range != AVCOL_RANGE_UNSPECIFIED)
+        sourceRange = frame.color_range == AVCOL_RANGE_JPEG;
     sws_setColorspaceDetails(m_context.get(), matrix, sourceRange, matrix, range, brightness,
                              contrast, saturation);
 }
 
-QImage HVPictureConverter::convert(const AVFrame &picture)
+QImage HVFrameConverter::convert(const AVFrame &frame)
 {
-    const auto format = static_cast<AVPixelFormat>(picture.format);
-    if (!prepare(picture.width, picture.height, format))
+    const auto format = static_cast<AVPixelFormat>(frame.format);
+    if (!prepare(frame.width, frame.height, format))
         return {};
-    setColors(picture);
+    setColors(frame);
 
     uint8_t *planes[4] = {};
     int lineSizes[4] = {};
@@ -110,8 +110,7 @@ QImage HVPictureConverter::convert(const AVFrame &picture)
         av_free(planes[0]);
         return {};
     }
-    if (sws_scale(m_context.get(), picture.data, picture.linesize, 0, picture.height, planes,
-                  lineSizes)
+    if (sws_scale(m_context.get(), frame.data, frame.linesize, 0, frame.height, planes, lineSizes)
         <= 0) {
         return {};
     }
