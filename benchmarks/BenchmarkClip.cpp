@@ -14,7 +14,7 @@ QString BenchmarkClip::path()
             QStringLiteral("ffmpeg"),
             { QStringLiteral("-nostdin"), QStringLiteral("-v"), QStringLiteral("error"),
               QStringLiteral("-f"), QStringLiteral("lavfi"), QStringLiteral("-i"), picture,
-              QStringLiteral("-frames:v"), QString::number(Pictures), QStringLiteral("-c:v"),
+              QStringLiteral("-frames:v"), QString::number(Frames), QStringLiteral("-c:v"),
               QStringLiteral("libx264"), QStringLiteral("-pix_fmt"), QStringLiteral("yuv420p"),
               m_path });
     if (status != 0)

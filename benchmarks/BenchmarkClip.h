@@ -10,7 +10,7 @@ class BenchmarkClip
 public:
     static constexpr int Width = 640;
     static constexpr int Height = 360;
-    static constexpr int Pictures = 300;
+    static constexpr int Frames = 300;
     static constexpr int FrameRate = 30;
 
     /// Exits if ffmpeg is missing or fails.

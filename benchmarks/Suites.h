@@ -15,5 +15,4 @@ void registerIdleBenchmarks(Comparisons &comparisons);
 void registerVideoBenchmarks(Comparisons &comparisons);
 
 /// Part of registerVideoBenchmarks().
-void registerPictureBenchmarks(Comparisons &comparisons,
-                               const std::shared_ptr<BenchmarkClip> &clip);
+void registerFrameBenchmarks(Comparisons &comparisons, const std::shared_ptr<BenchmarkClip> &clip);

@@ -27,7 +27,7 @@ using Clock = std::chrono::steady_clock;
 constexpr int Patience = 60000; // ms
 
 // Set by the benchmark of the whole clip; 0 before it has run.
-double pictureMemory = 0;
+double frameMemory = 0;
 double processMemory = 0;
 
 double secondsSince(Clock::time_point start)
@@ -52,8 +52,8 @@ void noteMemory(const HVVideoSource &source, double residentBefore)
     for (unsigned int index = 0; index < source.loadedFrameCount(); ++index)
         bytes += static_cast<double>(source.getFrame(index).sizeInBytes());
     const double needed =
-            4.0 * BenchmarkClip::Width * BenchmarkClip::Height * BenchmarkClip::Pictures;
-    pictureMemory = bytes / needed;
+            4.0 * BenchmarkClip::Width * BenchmarkClip::Height * BenchmarkClip::Frames;
+    frameMemory = bytes / needed;
     processMemory = (residentBytes() - residentBefore) / needed;
 }
 
@@ -73,9 +73,9 @@ void cacheWholeClip(benchmark::State &state, const std::shared_ptr<BenchmarkClip
         source.setSource(url);
         const bool isEnded = ended.tryAcquire(1, Patience);
         state.SetIterationTime(secondsSince(start));
-        if (!isEnded || source.loadedFrameCount() != BenchmarkClip::Pictures)
-            state.SkipWithError("wrong number of pictures");
-        if (pictureMemory == 0)
+        if (!isEnded || source.loadedFrameCount() != BenchmarkClip::Frames)
+            state.SkipWithError("wrong number of frames");
+        if (frameMemory == 0)
             noteMemory(source, resident);
     }
 }
@@ -105,7 +105,7 @@ void convertWithProgram(benchmark::State &state, const std::shared_ptr<Benchmark
 }
 
 /// From the request until the display is told to fetch the first frame.
-void showFirstPicture(benchmark::State &state, const std::shared_ptr<BenchmarkClip> &clip)
+void showFirstFrame(benchmark::State &state, const std::shared_ptr<BenchmarkClip> &clip)
 {
     const QUrl url = QUrl::fromLocalFile(clip->path());
     for (auto _ : state) {
@@ -123,7 +123,7 @@ void showFirstPicture(benchmark::State &state, const std::shared_ptr<BenchmarkCl
         const bool isDisplayed = displayed.tryAcquire(1, Patience);
         state.SetIterationTime(secondsSince(start));
         if (!isDisplayed)
-            state.SkipWithError("no picture");
+            state.SkipWithError("no frame");
         controller->quit();
         source.quit();
         controller->wait();
@@ -131,17 +131,17 @@ void showFirstPicture(benchmark::State &state, const std::shared_ptr<BenchmarkCl
 }
 
 /// Opens the clip and decodes its first frame, without threads, requests and clocks.
-void decodeFirstPicture(benchmark::State &state, const std::shared_ptr<BenchmarkClip> &clip)
+void decodeFirstFrame(benchmark::State &state, const std::shared_ptr<BenchmarkClip> &clip)
 {
     const QString path = clip->path();
     for (auto _ : state) {
         HVClip opened([] { return false; });
         const Clock::time_point start = Clock::now();
         const bool isOpen = !opened.open(path);
-        const QImage picture = isOpen ? opened.nextFrame() : QImage();
+        const QImage frame = isOpen ? opened.nextFrame() : QImage();
         state.SetIterationTime(secondsSince(start));
-        if (picture.isNull())
-            state.SkipWithError("no picture");
+        if (frame.isNull())
+            state.SkipWithError("no frame");
     }
 }
 
@@ -156,23 +156,22 @@ void registerVideoBenchmarks(Comparisons &comparisons)
 {
     const auto clip = std::make_shared<BenchmarkClip>();
 
-    const std::string whole = "clip, 640 x 360, 300 pictures/";
+    const std::string whole = "clip, 640 x 360, 300 frames/";
     add(whole + "Hovlets", [clip](benchmark::State &state) { cacheWholeClip(state, clip); });
     add(whole + "ffmpeg", [clip](benchmark::State &state) { convertWithProgram(state, clip, {}); });
-    add(whole + "ffmpeg, one picture", [clip](benchmark::State &state) {
+    add(whole + "ffmpeg, one frame", [clip](benchmark::State &state) {
         convertWithProgram(state, clip, { QStringLiteral("-frames:v"), QStringLiteral("1") });
     });
     comparisons.add(whole + "Hovlets", { whole + "ffmpeg" }, 1.0);
-    comparisons.addFigure("memory of its pictures", "4 bytes a pixel", pictureMemory, 1.02);
+    comparisons.addFigure("memory of its frames", "4 bytes a pixel", frameMemory, 1.02);
     comparisons.addFigure("memory of the process for it", "4 bytes a pixel", processMemory,
                           Comparisons::NoLimit);
 
-    const std::string first = "clip, first picture/";
-    add(first + "Hovlets", [clip](benchmark::State &state) { showFirstPicture(state, clip); });
-    add(first + "decoding it",
-        [clip](benchmark::State &state) { decodeFirstPicture(state, clip); });
+    const std::string first = "clip, first frame/";
+    add(first + "Hovlets", [clip](benchmark::State &state) { showFirstFrame(state, clip); });
+    add(first + "decoding it", [clip](benchmark::State &state) { decodeFirstFrame(state, clip); });
     constexpr double MostDelay = 0.020; // s
     comparisons.addDelay(first + "Hovlets", first + "decoding it", MostDelay);
 
-    registerPictureBenchmarks(comparisons, clip);
+    registerFrameBenchmarks(comparisons, clip);
 }

@@ -27,7 +27,7 @@ using namespace Hovlets;
 
 namespace {
 
-constexpr int Steps = 60; // pictures shown per iteration
+constexpr int Steps = 60; // frames shown per iteration
 constexpr int Patience = 60000; // ms
 
 /// Processor time of the calling thread in seconds.
@@ -129,7 +129,7 @@ private:
     QImage m_image;
 };
 
-void showPictures(benchmark::State &state, BenchmarkClip &clip)
+void showFrames(benchmark::State &state, BenchmarkClip &clip)
 {
     ClipPopup popup(clip.path());
     HVVideoComponent *video = popup.video();
@@ -143,11 +143,11 @@ void showPictures(benchmark::State &state, BenchmarkClip &clip)
                      video, [&isTold] { isTold = true; });
     for (auto _ : state) {
         const double start = threadSeconds();
-        for (int picture = 0; picture < Steps; ++picture) {
+        for (int frame = 0; frame < Steps; ++frame) {
             isTold = false;
-            video->setPosition(picture);
+            video->setPosition(frame);
             if (!waitUntil([&isTold] { return isTold; }))
-                state.SkipWithError("a picture was not shown");
+                state.SkipWithError("a frame was not shown");
             popup.view()->grabFramebuffer();
         }
         state.SetIterationTime((threadSeconds() - start) / Steps);
@@ -179,16 +179,16 @@ void showImages(benchmark::State &state)
 
 } // namespace
 
-void registerPictureBenchmarks(Comparisons &comparisons, const std::shared_ptr<BenchmarkClip> &clip)
+void registerFrameBenchmarks(Comparisons &comparisons, const std::shared_ptr<BenchmarkClip> &clip)
 {
-    const std::string group = "picture shown, GUI thread/";
+    const std::string group = "frame shown, GUI thread/";
     const auto add = [](const std::string &name, auto run) {
         benchmark::RegisterBenchmark(name.c_str(), run)
                 ->Unit(benchmark::kMillisecond)
                 ->UseManualTime()
                 ->Iterations(1);
     };
-    add(group + "Hovlets", [clip](benchmark::State &state) { showPictures(state, *clip); });
+    add(group + "Hovlets", [clip](benchmark::State &state) { showFrames(state, *clip); });
     add(group + "bare item", [](benchmark::State &state) { showImages(state); });
     comparisons.add(group + "Hovlets", { group + "bare item" }, Comparisons::NoLimit);
 }
