@@ -25,7 +25,7 @@ struct HVKeyCandidate
 class HVControlKeys
 {
 public:
-    /// Adds a key unless it is empty or known.
+    /// Adds a key unless it is empty or already present.
     void add(const QString &key, const QRect &area);
 
     /// Adds \a name, and before it \a name with each of the forms around \a scope.
@@ -34,7 +34,7 @@ public:
     /// Adds the keys of \a other.
     void add(const HVControlKeys &other);
 
-    /// The key comes from the property "hovletKey", and no other counts.
+    /// Makes \a key, from the property "hovletKey", the only one. It may be empty.
     void fix(const QString &key, const QRect &area);
 
     /// The candidate under which to write an entry; null if there is none.
@@ -57,9 +57,8 @@ QRect areaOf(const QWidget *widget);
 bool fixKey(HVControlKeys &keys, const QObject *object, const QRect &area);
 
 /*!
- * The keys of an object as a whole, and of the control that it is a part of.
- *
- * \param windowsHaveKeys whether a window has keys
+ * The keys of an object as a whole, and of the control that it is a part of. For
+ * \a windowsHaveKeys, see HVStandardKeysSettings.
  */
 HVControlKeys keysOfWhole(const QObject *object, bool windowsHaveKeys);
 

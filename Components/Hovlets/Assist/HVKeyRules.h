@@ -15,7 +15,7 @@ namespace Hovlets {
  * \brief Rules of authors that replace keys, from a file that is read again when it has changed.
  *
  * Each line is "REGULAR EXPRESSION -> KEY"; the key can refer to groups, as "\1". Empty lines and
- * those that begin with "#" mean nothing.
+ * those that begin with "#" are ignored.
  */
 class HVKeyRules
 {

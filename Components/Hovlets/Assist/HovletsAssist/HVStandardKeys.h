@@ -55,7 +55,7 @@ struct HVKeyedControl
 };
 
 /*!
- * \brief Finds content keys for controls of every kind, so that a host need not be written for it.
+ * \brief Finds content keys for controls of every kind, in hosts that were not written for hovlets.
  *
  * Actions, tool buttons, menu entries, titles of a menu bar, tabs, header sections, items of views,
  * group boxes, docks and the inner parts that Qt builds controls from all get keys from their

@@ -12,9 +12,9 @@ namespace Hovlets {
 /*!
  * \brief Numbers at positions in the bytes of a file.
  *
- * Numbers that are not completely inside are 0, so that a reader of damaged files needs no check
- * before each of them. Positions are counted in bytes and must not be negative. The bytes belong to
- * somebody else, who must keep them.
+ * Numbers that are not completely inside are 0: a reader of damaged files needs no check before
+ * each of them. Positions are in bytes and must not be negative. The bytes are not copied and must
+ * outlive the view.
  */
 class HVByteView
 {
@@ -47,7 +47,7 @@ public:
         return { m_data + at, m_size - at };
     }
 
-    /// At most so many of the first bytes.
+    /// The first \a count bytes, or all of them if there are fewer.
     [[nodiscard]] HVByteView left(qint64 count) const
     {
         return { m_data, std::min(count, m_size) };

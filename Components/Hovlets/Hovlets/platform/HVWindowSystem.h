@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-// What the window system lets a program do with its windows. Qt offers this information only in
-// private headers, so these functions go by the documented name of the platform. Call them when the
+// What the window system lets a program do with its windows. Qt has this information only in
+// private headers, so these functions use the documented name of the platform. Call them once the
 // application exists. GUI thread only.
 
 namespace Hovlets {
@@ -15,7 +15,7 @@ namespace Hovlets {
  */
 bool programsPlaceWindows();
 
-/// Whether a window can be translucent as a whole. Elsewhere, Qt prints a message for each attempt.
+/// Whether a window as a whole can be translucent. If not, Qt prints a message for each attempt.
 bool windowsHaveOpacity();
 
 } // namespace Hovlets

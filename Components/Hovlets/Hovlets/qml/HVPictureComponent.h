@@ -38,7 +38,7 @@ public:
     /// Whether the picture is still being decoded.
     bool isLoading() const { return m_isLoading; }
 
-    /// Whether the file cannot be shown. The header alone often does not tell.
+    /// Whether the file cannot be shown. Often only decoding reveals that.
     bool hasFailed() const { return m_hasFailed; }
 
 Q_SIGNALS:
