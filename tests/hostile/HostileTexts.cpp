@@ -8,6 +8,19 @@ QByteArray cdata(const QByteArray &text)
     return "<p><![CDATA[" + text + "]]></p>";
 }
 
+/// Different letters in four large sizes.
+QByteArray lettersInSizes(int count)
+{
+    QByteArray text;
+    for (int size = 72; size > 68; --size) {
+        text += "<span style=\"font-size:" + QByteArray::number(size) + "pt\">";
+        for (int i = 0; i < count; ++i)
+            text += QString(QChar(0x100 + i % 0x4f00)).toUtf8();
+        text += "</span>";
+    }
+    return cdata(text);
+}
+
 /// Makes the children of an entry in the size given.
 struct Text
 {
@@ -60,6 +73,8 @@ constexpr Text Texts[] = {
     { "emoji",
       [](int size) { return "<p>" + times(size, "\xf0\x9f\x91\xa9\xe2\x80\x8d") + "</p>"; } },
     { "no breaks", [](int size) { return "<p>" + times(size, "x\xc2\xa0") + "</p>"; } },
+    { "Hangul", [](int size) { return "<p>" + times(size, "\xea\xb0\x80") + "</p>"; } },
+    { "large letters", [](int size) { return lettersInSizes(size); } },
     { "tabs", [](int size) { return "<p>" + times(size, "\t&#9;") + "</p>"; } },
     { "lines", [](int size) { return cdata(times(size, "<br>")); } },
     { "comments", [](int size) { return cdata("<b>" + times(size, "<!-- ")); } },

@@ -129,6 +129,42 @@ private Q_SLOTS:
         QVERIFY(!shownPlainText(QString(100, QChar(0x200f)), budget).isCut);
     }
 
+    void shouldCountHangulSyllablesTwice()
+    {
+        HVLimits limits;
+        limits.shownCharacters = 100;
+        const QChar syllable(0xac00);
+        HVDisplayBudget budget(limits);
+        QCOMPARE(int(shownPlainText(QString(80, syllable), budget).text.count(syllable)), 50);
+    }
+
+    void shouldCountLargeCharactersFourTimes_data()
+    {
+        QTest::addColumn<QString>("markup"); // "%1" is the text
+        QTest::addColumn<int>("shown");
+        QTest::newRow("large") << text("<span style=\"font-size:25px\">%1</span>") << 25;
+        QTest::newRow("largest") << text("<p style=\"color:red;font-size:72pt\"><b>%1</b></p>")
+                                 << 25;
+        QTest::newRow("ordinary") << text("<span style=\"font-size:24pt\">%1</span>") << 100;
+        QTest::newRow("ordinary in large")
+                << text("<p style=\"font-size:72pt\"><i style=\"font-size:9pt\"></i>"
+                        "<span style=\"font-size:9pt\">%1</span></p>")
+                << 100;
+        QTest::newRow("after large") << text("<span style=\"font-size:72pt\"></span>%1") << 100;
+    }
+
+    void shouldCountLargeCharactersFourTimes()
+    {
+        QFETCH(QString, markup);
+        QFETCH(int, shown);
+        HVLimits limits;
+        limits.shownCharacters = 100;
+        HVDisplayBudget budget(limits);
+        const QString letters(200, QLatin1Char('W'));
+        QCOMPARE(int(shownMarkup(markup.arg(letters), {}, budget).spoken.count(QLatin1Char('W'))),
+                 shown);
+    }
+
     void shouldKeepTheMarksOfWriting_data()
     {
         QTest::addColumn<QString>("written");

@@ -82,9 +82,7 @@ struct HOVLETS_EXPORT HVLimits
     // What a popup shows of one entry
 
     // The GUI thread lays out the whole popup before its first frame. Within these limits, that
-    // takes up to 100 ms, but up to 400 ms for thousands of letters for which no font is installed,
-    // or for thousands of different large ones. If content is cut, the popup ends with "…", and the
-    // host gets one warning.
+    // takes up to 100 ms. If content is cut, the popup ends with "…", and the host gets one warning.
 
     /// Elements, and tags in texts: paragraphs, links, pictures, emphasised words. Further ones are
     /// omitted.
@@ -92,7 +90,8 @@ struct HOVLETS_EXPORT HVLimits
 
     /*!
      * Characters of text. The text is cut off there. A directional control, such as U+202B, counts
-     * ten times; a letter keeps only its first 30 combining marks.
+     * ten times, a Hangul syllable twice, and a character whose style sets a size above 24 points
+     * or pixels four times. A letter keeps only its first 30 combining marks.
      *
      * Four times as many characters are read, in all texts and translations of the entry together:
      * those of the text, its markup and its placeholders. The text is also cut off there, and a

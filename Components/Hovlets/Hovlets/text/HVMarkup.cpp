@@ -66,20 +66,27 @@ public:
         return found != m_tags.crend() && *found == Tag::Li;
     }
 
-    void open(Tag tag)
+    /// Opens an element whose style sets the given text size; 0 if it sets none.
+    void open(Tag tag, int size)
     {
+        m_sizes.push_back(size > 0 ? size : textSize());
         m_tags.push_back(tag);
         ++m_counts[size_t(tag)];
     }
+
+    /// The text size in points or pixels; 0 if no style sets it.
+    int textSize() const { return m_sizes.empty() ? 0 : m_sizes.back(); }
 
     void closeInnermost()
     {
         --m_counts[size_t(innermost())];
         m_tags.pop_back();
+        m_sizes.pop_back();
     }
 
 private:
     std::vector<Tag> m_tags;
+    std::vector<int> m_sizes; // of the text in each
     std::array<int, MarkupTagCount> m_counts {};
 };
 
@@ -185,9 +192,10 @@ private:
             m_writer.endWord();
         if (token.tag == Tag::Br)
             return;
-        m_open.open(token.tag);
+        m_open.open(token.tag, styledTextSize(attributes));
         if (token.isEmpty)
             closeInnermost();
+        updateCost();
     }
 
     /// Closes the elements that HTML implicitly closes before \a tag.
@@ -217,6 +225,15 @@ private:
         m_writer.writeMarkup(QLatin1String("</") + markupTagName(tag) + QLatin1Char('>'));
         if (!marksWords(tag))
             m_writer.endWord();
+        updateCost();
+    }
+
+    /// Drawing a letter takes time in proportion to its area.
+    void updateCost()
+    {
+        constexpr int Large = 24; // points or pixels
+        constexpr int LargeCost = 4;
+        m_writer.setCost(m_open.textSize() > Large ? LargeCost : 1);
     }
 
     QStringView m_text;

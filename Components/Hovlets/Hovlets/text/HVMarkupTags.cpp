@@ -272,6 +272,17 @@ QString harmlessAttributes(HVMarkupTag tag, QStringView raw)
     return result;
 }
 
+int styledTextSize(const QString &attributes)
+{
+    const QLatin1String property("font-size:");
+    const auto found = attributes.indexOf(property);
+    if (found < 0)
+        return 0;
+    const auto start = attributes.cbegin() + found + property.size();
+    const auto end = std::find_if_not(start, attributes.cend(), isDigit);
+    return QString(start, int(end - start)).toInt();
+}
+
 QString markupAttribute(QStringView raw, QLatin1String name)
 {
     for (AttributeReader attribute(raw); attribute.next();) {

@@ -53,6 +53,10 @@ bool isStyledTextTag(HVMarkupTag tag);
  */
 QString harmlessAttributes(HVMarkupTag tag, QStringView raw);
 
+/// The text size in the style of an element with these harmless attributes, in points or pixels; 0
+/// if there is none.
+int styledTextSize(const QString &attributes);
+
 /// The value of an attribute as it is written, without quotes; null if it is absent.
 QString markupAttribute(QStringView raw, QLatin1String name);
 

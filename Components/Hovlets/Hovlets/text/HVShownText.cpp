@@ -40,14 +40,15 @@ bool breaksAnywhere(QChar c)
             || (code >= 0xf900 && code < 0xfb00);
 }
 
-/// The number of code units that a character takes from the budget. Qt lays out the text from one
-/// directional control to the next on its own, which takes longer than several letters.
+/// The number of code units that a character takes from the budget.
 int costOf(QStringView character)
 {
-    constexpr int Control = 10;
+    constexpr int Control = 10; // Qt lays out the text up to the next one on its own
+    constexpr int Hangul = 2; // without a font, time grows with the square of their number
     const ushort code = character.front().unicode();
-    const bool isControl = (code >= 0x202a && code <= 0x202e) || (code >= 0x2066 && code <= 0x2069);
-    return isControl ? Control : int(character.size());
+    if ((code >= 0x202a && code <= 0x202e) || (code >= 0x2066 && code <= 0x2069))
+        return Control;
+    return code >= 0xac00 && code < 0xd7b0 ? Hangul : int(character.size());
 }
 
 } // namespace
@@ -74,7 +75,7 @@ bool HVShownTextWriter::writeCharacter(QStringView character)
 {
     if (isCut())
         return false;
-    if (!m_budget.takeCharacters(costOf(character))) {
+    if (!m_budget.takeCharacters(m_cost * costOf(character))) {
         cut();
         return false;
     }
@@ -130,7 +131,7 @@ void HVShownTextWriter::breakLongWord(QChar next)
 void HVShownTextWriter::writeEntity(QStringView name)
 {
     const QString entity = QLatin1Char('&') + name.toString() + QLatin1Char(';');
-    if (!m_budget.takeCharacters(int(entity.size())))
+    if (!m_budget.takeCharacters(m_cost * int(entity.size())))
         return cut();
     m_shown.text += entity;
     m_shown.spoken += entity;

@@ -42,6 +42,9 @@ public:
     /// Adds safe markup, which is shown but not spoken.
     void writeMarkup(const QString &markup) { m_shown.text += markup; }
 
+    /// Selects how often each of the next characters counts; 1 by default.
+    void setCost(int cost) { m_cost = cost; }
+
     /// Adds a character entity that only the text item can resolve.
     void writeEntity(QStringView name);
 
@@ -66,6 +69,7 @@ private:
     HVDisplayBudget &m_budget;
     HVShownText m_shown;
     bool m_escapes;
+    int m_cost = 1;
     int m_wordLength = 0;
     int m_marks = 0; // on the current letter
 };
