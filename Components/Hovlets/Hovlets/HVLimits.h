@@ -82,7 +82,9 @@ struct HOVLETS_EXPORT HVLimits
     // What a popup shows of one entry
 
     // The GUI thread lays out the whole popup before its first frame. Within these limits, that
-    // takes up to 100 ms. If content is cut, the popup ends with "…", and the host gets one warning.
+    // takes up to 100 ms, and up to 200 ms when thousands of different characters that no installed
+    // font has are shown for the first time. If content is cut, the popup ends with "…", and the
+    // host gets one warning.
 
     /// Elements, and tags in texts: paragraphs, links, pictures, emphasised words. Further ones are
     /// omitted.
