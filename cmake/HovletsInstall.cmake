@@ -5,6 +5,7 @@
 #   Data     the default packages
 #   Headers  headers and the CMake package "Hovlets"
 #   Dev      what hosts link with: the CMake package and the pkg-config file for one Qt
+#   Plugin   the plug-in for applications that were built without the library
 #   Tools    the program for authors: `hovlets`, or `hovlets-qt5` in the build for Qt 5
 #
 # The builds for Qt 6 and Qt 5 can share a prefix: files without the Qt in their names (Data, Headers

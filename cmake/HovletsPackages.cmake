@@ -17,6 +17,9 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS
     "${CMAKE_CURRENT_BINARY_DIR}/Components/Hovlets/Hovlets"
     "${CMAKE_CURRENT_BINARY_DIR}/Components/Hovlets/Assist")
 set(CPACK_COMPONENTS_ALL Runtime Data Headers Dev)
+if(TARGET HovletsPlugin)
+    list(APPEND CPACK_COMPONENTS_ALL Plugin)
+endif()
 # One package of the program is enough: both builds do the same.
 if(TARGET hovlets AND QT_VERSION_MAJOR EQUAL 6)
     list(APPEND CPACK_COMPONENTS_ALL Tools)
@@ -52,6 +55,11 @@ hovlets_deb(Data hovlets-data misc "the default content packages" ALL)
 hovlets_deb(Headers hovlets-headers libdevel "headers and CMake package for all Qt" ALL)
 hovlets_deb(Dev lib${CPACK_PACKAGE_NAME}-${_qt}-dev libdevel "what hosts on ${HOVLETS_QT} link with"
     DEPENDS "libhovlets-${_qt}-${PROJECT_VERSION_MAJOR} ${_same}, hovlets-headers ${_same}, ${_qt_dev}, pkg-config, libavformat-dev, libavcodec-dev, libavutil-dev, libswscale-dev")
+if("Plugin" IN_LIST CPACK_COMPONENTS_ALL)
+    hovlets_deb(Plugin hovlets-${_qt}-plugin utils
+        "the plug-in for applications on ${HOVLETS_QT} that were built without it"
+        DEPENDS "libhovlets-${_qt}-${PROJECT_VERSION_MAJOR} ${_same}")
+endif()
 if("Tools" IN_LIST CPACK_COMPONENTS_ALL)
     hovlets_deb(Tools hovlets-tools devel "the program for content authors"
         DEPENDS "hovlets-data ${_same}, ${_qml}")

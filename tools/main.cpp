@@ -7,6 +7,7 @@ using namespace HovletsTool;
 int main(int argc, char **argv)
 {
     Program program;
+    addAttachCommand(program);
     addCheckCommand(program);
     addCoverageCommand(program);
     addImportCommand(program);

@@ -7,6 +7,7 @@ namespace HovletsTool {
 
 class Program;
 
+void addAttachCommand(Program &program);
 void addCheckCommand(Program &program);
 void addCoverageCommand(Program &program);
 void addImportCommand(Program &program);

@@ -84,7 +84,7 @@ QString qualifierOf(const QWidget *widget)
         if (!nameOf(each).isEmpty())
             return nameOf(each);
     }
-    return QLatin1String(widget->metaObject()->className());
+    return widget ? QLatin1String(widget->metaObject()->className()) : QString();
 }
 
 QStringList formsOf(const QObject *object)
@@ -110,10 +110,9 @@ QString menuPathOf(const QAction *action, const QWidget *window)
     const QAction *entry = action;
     for (int depth = 0; depth < DeepestMenu; ++depth) {
         const QMenu *menu = menuWith(entry, window);
-        const QString title = menu ? plainText(menu->title()) : QString();
-        if (title.isEmpty())
+        if (!menu || plainText(menu->title()).isEmpty())
             break;
-        path.prepend(title + QLatin1Char('/'));
+        path.prepend(plainText(menu->title()) + QLatin1Char('/'));
         entry = menu->menuAction();
     }
     return path;

@@ -10,7 +10,7 @@ namespace Hovlets {
 
 namespace {
 
-constexpr qint64 LargestFile = 1024 * 1024;
+constexpr qint64 LargestFile = 1024 * qint64(1024);
 
 QString filledIn(QString key, const QRegularExpressionMatch &match)
 {

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtCore/QMap>
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+#include <QtCore/QVariant>
+
+class HVContext;
+
+namespace Hovlets {
+
+/*!
+ * \brief What the plug-in reads from the file that its environment variable names.
+ *
+ * The file is a JSON object; docs/attach.md describes it. Relative paths start at its folder.
+ */
+struct AttachOptions
+{
+    /// Folders of packages.
+    QStringList dataPaths;
+
+    /// Values of settings by name, such as "HVKeyLocale", or by number.
+    QMap<QString, QVariant> settings;
+
+    /// File with rules for keys; empty for none.
+    QString rules;
+
+    /// Reads a file. Adds a line to \a errors for each mistake and goes on without it.
+    static AttachOptions read(const QString &file, QStringList &errors);
+
+    /// Writes the settings. Adds a line to \a errors for each that the library does not know.
+    void applyTo(HVContext &context, QStringList &errors) const;
+};
+
+} // namespace Hovlets

@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "AttachOptions.h"
+#include "AttachedHost.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QFileInfo>
+#include <QtCore/QLocale>
+#include <QtCore/QTimer>
+#include <QtGui/QGenericPlugin>
+#include <QtWidgets/QApplication>
+
+#include <memory>
+
+namespace Hovlets {
+
+namespace {
+
+constexpr const char *Variable = "HOVLETS_ATTACH";
+constexpr const char *PluginsVariable = "QT_QPA_GENERIC_PLUGINS";
+
+/// Programs that the application starts are its own business.
+void hideFromChildren()
+{
+    qunsetenv(Variable);
+    QList<QByteArray> plugins = qgetenv(PluginsVariable).split(',');
+    plugins.removeAll("hovlets");
+    if (plugins.isEmpty())
+        qunsetenv(PluginsVariable);
+    else
+        qputenv(PluginsVariable, plugins.join(','));
+}
+
+/// Lives from the start of the application's event loop to its end.
+std::unique_ptr<AttachedHost> attachedHost;
+
+void detach()
+{
+    attachedHost.reset();
+}
+
+void attach(const QString &file)
+{
+    if (attachedHost)
+        return;
+    if (!qobject_cast<QApplication *>(QCoreApplication::instance())) {
+        printMessage(QStringLiteral("the program has no QApplication, but hovlets need widgets"));
+        return;
+    }
+    QStringList errors;
+    const AttachOptions options = AttachOptions::read(file, errors);
+    HVContext settings;
+    useRecommendedSettings(settings);
+    settings.set(HVKeyLocale, QLocale().name());
+    options.applyTo(settings, errors);
+    settings.set(HVKeyTrackHover, true);
+    for (const QString &path : options.dataPaths) {
+        if (!QFileInfo(path).isDir())
+            errors += QStringLiteral("%1 is not a folder").arg(path);
+    }
+    for (const QString &error : std::as_const(errors))
+        printMessage(error);
+    attachedHost = std::make_unique<AttachedHost>(settings, options.dataPaths, options.rules);
+    QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, &detach);
+    qAddPostRoutine(&detach); // for programs that leave without an event loop
+}
+
+} // namespace
+
+/// Qt creates it if the environment asks for the generic plug-in "hovlets".
+class HovletsPlugin : public QGenericPlugin
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID QGenericPluginFactoryInterface_iid FILE "hovlets.json")
+
+public:
+    /// Qt calls it while the application object is being constructed. The result does nothing, and
+    /// belongs to Qt; null would make Qt write a warning.
+    QObject *create(const QString &, const QString &) override
+    {
+        auto *starter = new QObject;
+        const QString file = qEnvironmentVariable(Variable);
+        if (file.isEmpty())
+            return starter;
+        hideFromChildren();
+        // When the events of this timer are handled, the application is complete.
+        QTimer::singleShot(0, starter, [file] { attach(file); });
+        return starter;
+    }
+};
+
+} // namespace Hovlets
+
+#include "HovletsPlugin.moc"
