@@ -3,6 +3,7 @@
 
 #include "HVContext.h"
 #include "HVHoveredControl.h"
+#include "HVPaintNow.h"
 #include "HVPinning.h"
 #include "HVPopupFade.h"
 #include "HVPopupGeometry.h"
@@ -11,7 +12,6 @@
 #include "HVView.h"
 #include "HVWindowSystem.h"
 
-#include <QtCore/QCoreApplication>
 #include <QtCore/QEvent>
 #include <QtCore/QPointer>
 #include <QtCore/QTimer>
@@ -22,20 +22,6 @@
 #include <QtWidgets/QToolTip>
 
 namespace Hovlets {
-
-namespace {
-
-/// Paints \a widget in this turn of the event loop: in the next one, old content would have been
-/// visible at the new position. QWidget::repaint() is not enough: a window that is composed with
-/// OpenGL postpones it if the last frame is more recent than the screen's refresh interval.
-void paintNow(QWidget &widget)
-{
-    widget.update();
-    QEvent request(QEvent::UpdateRequest);
-    QCoreApplication::sendEvent(widget.window(), &request);
-}
-
-} // namespace
 
 class HVWidget::Private
 {
@@ -142,7 +128,7 @@ void HVWidget::showWithContent(QObject *reference, const QPoint &pos, HVXmlEleme
     if (d->pinned)
         return showAnimated(); // its QML has pinned it meanwhile
     place(pos);
-    paintNow(*this);
+    paintNow(*this); // the next turn of the event loop would show the old content in the new place
     // A countdown that started meanwhile must not hide the popup of this control.
     if (isVisible() && isSafe(QCursor::pos())) // no hover is set, so the host is not asked
         d->hideTimer->stop();
