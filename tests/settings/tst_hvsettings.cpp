@@ -174,6 +174,19 @@ private Q_SLOTS:
         QCOMPARE(document.mid(start, document.indexOf(u"\n\n", start) + 1 - start), written);
     }
 
+    /// The plug-in sees only the public headers, and therefore has a list of its own.
+    void shouldBeKnownToThePlugIn()
+    {
+        const QList<HVContextKey> onlyForCode { HVKeyTrackHover, HVKeyDocumentationEnabled,
+                                                HVKeyClearIndexOnSetup, HVKeyKeepClear };
+        const QString source =
+                readText(sourcePath(QStringLiteral("Components/Hovlets/Plugin/AttachOptions.cpp")));
+        for (const HVSetting &setting : allSettings()) {
+            const bool isListed = source.contains(QStringLiteral("HV_NAMED(%1)").arg(setting.name));
+            QVERIFY2(isListed != onlyForCode.contains(setting.key), qPrintable(setting.name));
+        }
+    }
+
     /// The README lists the settings that everybody needs, and links to the full table.
     void shouldBeInTheReadmeAsInTheReference()
     {

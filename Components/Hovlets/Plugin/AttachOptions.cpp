@@ -38,7 +38,7 @@ const QMap<QString, int> &settingsByName()
         HV_NAMED(HVKeyConfineContent),    HV_NAMED(HVKeyPlacement),
         HV_NAMED(HVKeySafePath),          HV_NAMED(HVKeySafePathDwell),
         HV_NAMED(HVKeyShowDelay),         HV_NAMED(HVKeyExpandDelay),
-        HV_NAMED(HVKeyDismissOnKey),
+        HV_NAMED(HVKeyDismissOnKey),      HV_NAMED(HVKeyClipReleaseDelay),
     };
     return names;
 }
