@@ -3,7 +3,7 @@
 
 #include "HVManager.h"
 #include "HVQtCompat.h"
-#include "HVToolTipMoment.h"
+#include "HVToolTipRequest.h"
 
 #include <QtGui/QHelpEvent>
 #include <QtGui/QMouseEvent>

@@ -3,7 +3,7 @@
 
 #include "HVBesideControl.h"
 #include "HVQtCompat.h"
-#include "HVToolTipMoment.h"
+#include "HVToolTipRequest.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QHash>

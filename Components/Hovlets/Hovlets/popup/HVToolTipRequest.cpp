@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "HVToolTipMoment.h"
+#include "HVToolTipRequest.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtGui/QHelpEvent>
