@@ -1,43 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "HVContext.h"
-#include "HVIndex.h"
-#include "HVXmlElement.h"
-#include "PackageFolder.h"
+#include "ImportReading.h"
 #include "TestMain.h"
-#include "Text.h"
-#include "ToolRun.h"
 
-#include <QtCore/QDir>
 #include <QtCore/QFile>
 
 using namespace Hovlets;
 
 namespace {
-
-constexpr const char Form[] =
-        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-        "<ui version=\"4.0\">\n<class>MainWindow</class>\n"
-        "<widget class=\"QMainWindow\" name=\"MainWindow\">\n"
-        " <property name=\"windowTitle\"><string>Paint</string></property>\n"
-        " <widget class=\"QPushButton\" name=\"pen\">\n"
-        "  <property name=\"toolTip\"><string>Draw &amp; write</string></property>\n"
-        "  <property name=\"statusTip\"><string>Draws a line.</string></property>\n"
-        "  <property name=\"whatsThis\"><string>&lt;html&gt;&lt;b&gt;Hold&lt;/b&gt; it "
-        "down.&lt;/html&gt;</string></property>\n"
-        " </widget>\n"
-        " <widget class=\"QLabel\" name=\"silent\"/>\n"
-        " <action name=\"save\"><property name=\"statusTip\"><string>Saves.</string></property>"
-        "</action>\n"
-        "</widget>\n</ui>\n";
-
-constexpr const char German[] =
-        "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<!DOCTYPE TS>\n"
-        "<TS version=\"2.1\" language=\"de\">\n<context><name>MainWindow</name>\n"
-        "<message><source>Draw &amp; write</source><translation>Zeichnen</translation></message>\n"
-        "<message><source>Draws a line.</source><translation type=\"unfinished\">Nein"
-        "</translation></message>\n"
-        "<message><source>Paint</source><translation>Malen</translation></message>\n"
-        "</context></TS>\n";
 
 /// A form with a tooltip, written as XML.
 QByteArray tip(const char *name, const QByteArray &xml)
@@ -46,45 +15,9 @@ QByteArray tip(const char *name, const QByteArray &xml)
             + "\"><property name=\"toolTip\"><string>" + xml + "</string></property></widget></ui>";
 }
 
-/// A Qt Linguist file.
-QByteArray translation(const QByteArray &language,
-                       const std::vector<std::pair<QString, QString>> &messages)
-{
-    QByteArray content =
-            "<TS version=\"2.1\" language=\"" + language + "\"><context><name>MainWindow</name>";
-    for (const auto &[source, translated] : messages)
-        content += QStringLiteral("<message><source>%1</source><translation>%2</translation>"
-                                  "</message>")
-                           .arg(source.toHtmlEscaped(), translated.toHtmlEscaped())
-                           .toUtf8();
-    return content + "</context></TS>";
-}
-
-/// The texts of an entry: its title, then its paragraphs.
-QStringList textsOf(const QString &package, const QString &key, const QLocale &locale)
-{
-    HVContext context;
-    HVIndex index(&context, {});
-    const QDir control(package + text("/Control"));
-    const QStringList files = control.entryList({ text("*.xml") });
-    for (const QString &file : files)
-        index.indexControlFile(control.filePath(file), package);
-    QString path;
-    int depth = 0;
-    HVXmlElement *root = nullptr;
-    const HVXmlElement *entry = index.retrieve(key, locale, path, depth, root);
-    const std::unique_ptr<HVXmlElement> owner(root);
-    if (!entry)
-        return {};
-    QStringList texts { entry->attribute(text("title")) };
-    for (const QObject *child : entry->children())
-        texts += static_cast<const HVXmlElement *>(child)->content();
-    return texts;
-}
-
 } // namespace
 
-/// Tests packages made from files of Qt Designer and Qt Linguist.
+/// Tests packages made from files of Qt Designer.
 class tst_ToolImport : public QObject
 {
     Q_OBJECT
@@ -93,8 +26,7 @@ private Q_SLOTS:
     void init()
     {
         m_folder = std::make_unique<PackageFolder>();
-        m_form = m_folder->add(text("main.ui"), Form);
-        m_german = m_folder->add(text("app_de.ts"), German);
+        m_form = m_folder->add(text("main.ui"), PaintForm);
         m_package = m_folder->path() + text("/Paint.hovlets");
     }
 
@@ -103,38 +35,23 @@ private Q_SLOTS:
         const ToolRun run({ text("import"), m_form, text("-o"), m_package });
         QCOMPARE(run.error, QByteArray());
         QCOMPARE(run.status, 0);
-        const QLocale english(text("en_US"));
-        QCOMPARE(textsOf(m_package, text("pen"), english),
+        QCOMPARE(textsOf(m_package, text("pen"), m_english),
                  (QStringList { text("Draw & write"), text("Draws a line."),
-                                text("Hold it down.") }));
-        QCOMPARE(textsOf(m_package, text("save"), english), QStringList { text("Saves.") });
-        QCOMPARE(textsOf(m_package, text("silent"), english), QStringList());
-        QCOMPARE(textsOf(m_package, text("MainWindow"), english), QStringList());
-    }
-
-    void shouldMakeAFilePerTranslation()
-    {
-        const ToolRun run(
-                { text("import"), m_form, text("--ts"), m_german, text("-o"), m_package });
-        QCOMPARE(run.status, 0);
-        const QLocale german(text("de_DE"));
-        QCOMPARE(textsOf(m_package, text("pen"), german),
-                 (QStringList { text("Zeichnen"), text("Draws a line."), text("Hold it down.") }));
-        QCOMPARE(textsOf(m_package, text("save"), german), QStringList()); // nothing translated
-        QCOMPARE(textsOf(m_package, text("save"), QLocale(text("en_US"))),
-                 QStringList { text("Saves.") });
+                                text("<b>Hold</b> it down.") }));
+        QCOMPARE(textsOf(m_package, text("save"), m_english), QStringList { text("Saves.") });
+        QCOMPARE(textsOf(m_package, text("silent"), m_english), QStringList());
+        QCOMPARE(textsOf(m_package, text("MainWindow"), m_english), QStringList());
     }
 
     void shouldJoinFormsWithTheSameNames()
     {
         const QString other = m_folder->add(
                 text("other.ui"),
-                QByteArray(Form).replace("Saves.", "Stores.").replace("\"pen\"", "\"fill\""));
+                QByteArray(PaintForm).replace("Saves.", "Stores.").replace("\"pen\"", "\"fill\""));
         const ToolRun run({ text("import"), m_form, other, text("-o"), m_package });
         QCOMPARE(run.status, 0);
-        const QLocale english(text("en_US"));
-        QCOMPARE(textsOf(m_package, text("save"), english), QStringList { text("Saves.") });
-        QCOMPARE(textsOf(m_package, text("fill"), english).size(), 3);
+        QCOMPARE(textsOf(m_package, text("save"), m_english), QStringList { text("Saves.") });
+        QCOMPARE(textsOf(m_package, text("fill"), m_english).size(), 3);
     }
 
     void shouldRefuseWhatItCannotDo_data()
@@ -142,7 +59,7 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("form");
         QTest::addColumn<QString>("package");
         QTest::addColumn<QByteArray>("words");
-        const QByteArray form(Form);
+        const QByteArray form(PaintForm);
         QTest::newRow("no form") << QByteArray("<x/>") << text("P.hovlets")
                                  << QByteArray("bad.ui is not a Qt Designer form");
         QTest::newRow("not well-formed")
@@ -152,7 +69,7 @@ private Q_SLOTS:
         QTest::newRow("nothing in it") << QByteArray("<ui><class>A</class></ui>")
                                        << text("P.hovlets") << QByteArray("nothing to import");
         QTest::newRow("translation")
-                << QByteArray(German) << text("P.hovlets")
+                << QByteArray("<TS version=\"2.1\"/>") << text("P.hovlets")
                 << QByteArray("bad.ui is a translation file; put --ts before it");
         QTest::newRow("name") << form << text("P.package") << QByteArray("must end in .hovlets");
         QTest::newRow("no name") << form << text(".hovlets")
@@ -191,27 +108,142 @@ private Q_SLOTS:
         const ToolRun run({ text("import"), blank, m_form, text("-o"), m_package });
         QCOMPARE(run.error, QByteArray());
         QCOMPARE(run.status, 0);
-        const QLocale english(text("en_US"));
-        QCOMPARE(textsOf(m_package, text("save"), english), QStringList { text("Saves.") });
-        QCOMPARE(textsOf(m_package, text("b"), english), QStringList());
+        QCOMPARE(textsOf(m_package, text("save"), m_english), QStringList { text("Saves.") });
+        QCOMPARE(textsOf(m_package, text("b"), m_english), QStringList());
     }
 
-    void shouldOmitTextsTranslatedToSpaces()
+    void shouldSkipAFormThatCannotBeRead()
     {
-        const QString blanks =
-                m_folder->add(text("blanks.ts"),
-                              translation("de_DE",
-                                          { { text("Saves."), text("  ") },
-                                            { text("Draws a line."), text("<br/>") } }));
-        const ToolRun run({ text("import"), m_form, text("--ts"), blanks, text("-o"), m_package });
+        const QString bad = m_folder->add(text("bad.ui"), "<ui><widget>");
+        const ToolRun run({ text("import"), bad, m_form, text("-o"), m_package });
+        QCOMPARE(run.status, 1);
+        QVERIFY2(run.error.contains("bad.ui:1:"), run.error.constData());
+        QCOMPARE(textsOf(m_package, text("save"), m_english), QStringList { text("Saves.") });
+    }
+
+    void shouldChooseATitle_data()
+    {
+        QTest::addColumn<QByteArray>("label");
+        QTest::addColumn<QByteArray>("tip");
+        QTest::addColumn<QStringList>("texts");
+        const QString sentences = text("Draws a line. Hold Shift to keep it straight.");
+        const QString longText = text("word ").repeated(20).trimmed();
+        QTest::newRow("short tip") << QByteArray("Pen") << QByteArray("Draw with a pen")
+                                   << QStringList { text("Draw with a pen") };
+        QTest::newRow("sentences") << QByteArray("Pen") << sentences.toUtf8()
+                                   << QStringList { text("Pen"), sentences };
+        QTest::newRow("long text")
+                << QByteArray("Pen") << longText.toUtf8() << QStringList { text("Pen"), longText };
+        QTest::newRow("no label") << QByteArray() << sentences.toUtf8()
+                                  << QStringList { sentences };
+        QTest::newRow("two paragraphs") << QByteArray() << QByteArray("Pen\n\nDraws a line.")
+                                        << QStringList { text("Pen"), text("Draws a line.") };
+        for (const char *label : { "&amp;Pen...", "P&amp;en:", "Pen(&amp;P)", "Pen\xe2\x80\xa6" })
+            QTest::newRow(label) << QByteArray(label) << sentences.toUtf8()
+                                 << QStringList { text("Pen"), sentences };
+        QTest::newRow("ampersand") << QByteArray("Pen &amp;&amp; Ink") << sentences.toUtf8()
+                                   << QStringList { text("Pen & Ink"), sentences };
+    }
+
+    void shouldChooseATitle()
+    {
+        QFETCH(QByteArray, label);
+        QFETCH(QByteArray, tip);
+        const QString form = m_folder->add(text("pen.ui"), formOf("Pens", label, tip));
+        const ToolRun run({ text("import"), form, text("-o"), m_package });
         QCOMPARE(run.error, QByteArray());
+        QTEST(textsOf(m_package, text("button"), m_english), "texts");
+    }
+
+    void shouldKeepMarkup_data()
+    {
+        QTest::addColumn<QString>("tip");
+        QTest::addColumn<QString>("becomes");
+        const auto row = [](const char *tip, const char *becomes) {
+            QTest::newRow(tip) << text(tip) << text(becomes);
+        };
+        row("<p>a <b>b</b> <i>c</i></p>", "a <b>b</b> <i>c</i>");
+        row("<p><span style=\"font-weight:600\">a</span></p>", "<b>a</b>");
+        row("<p>a<br>b</p>", "a<br/>b");
+        row("<ul><li>a</li><li><b>b</b></li></ul>", "<ul><li>a</li><li><b>b</b></li></ul>");
+        row("<ol><li>a</li></ol>", "<ol><li>a</li></ol>");
+        row("<a href=\"https://a/b\">c</a>", "<a href=\"https://a/b\">c</a>");
+        row("<a href=\"file:///b\">c</a>", "c");
+        row("<b>a &lt; b</b>", "<b>a &lt; b</b>");
+        row("<p>a &lt; b</p>", "a < b");
+        row("Press &lt;b&gt;", "Press &lt;b&gt;");
+    }
+
+    void shouldKeepMarkup()
+    {
+        QFETCH(QString, tip);
+        const QByteArray sentences = "Draws a line. Then another.";
+        const QString form = m_folder->add(text("pen.ui"),
+                                           formOf("Pens", "Pen", sentences,
+                                                  "<property name=\"whatsThis\"><string>"
+                                                          + tip.toHtmlEscaped().toUtf8()
+                                                          + "</string></property>"));
+        const ToolRun run({ text("import"), form, text("-o"), m_package });
+        QCOMPARE(run.error, QByteArray());
+        QTEST(textsOf(m_package, text("button"), m_english).value(2), "becomes");
+    }
+
+    void shouldKeepShortcuts()
+    {
+        const QString form = m_folder->add(
+                text("pen.ui"),
+                formOf("Pens", "Pen", "Draw",
+                       "<property name=\"shortcut\"><string>Ctrl+P</string></property>"));
+        QCOMPARE(ToolRun({ text("import"), form, text("-o"), m_package }).status, 0);
+        QFile file(m_package + text("/Control/Paint.xml"));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QVERIFY(file.readAll().contains("shortcut=\"Ctrl+P\""));
+    }
+
+    void shouldQualifyNamesWithDifferentTexts()
+    {
+        const QString pens = m_folder->add(text("pens.ui"), formOf("Pens", "Pen", "Draw"));
+        const QString inks = m_folder->add(text("inks.ui"), formOf("Inks", "Ink", "Fill"));
+        const ToolRun run({ text("import"), pens, inks, m_form, text("-o"), m_package });
         QCOMPARE(run.status, 0);
-        const QLocale german(text("de_DE"));
-        QCOMPARE(textsOf(m_package, text("save"), german), QStringList());
-        QCOMPARE(textsOf(m_package, text("pen"), german),
-                 (QStringList { text("Draw & write"), text("Hold it down.") }));
-        QCOMPARE(textsOf(m_package, text("save"), QLocale(text("en_US"))),
-                 QStringList { text("Saves.") });
+        QVERIFY2(run.error.contains("button (Pens, Inks)"), run.error.constData());
+        QCOMPARE(textsOf(m_package, text("Pens/button"), m_english), QStringList { text("Draw") });
+        QCOMPARE(textsOf(m_package, text("Inks/button"), m_english), QStringList { text("Fill") });
+        QCOMPARE(textsOf(m_package, text("button"), m_english), QStringList());
+        QCOMPARE(textsOf(m_package, text("save"), m_english), QStringList { text("Saves.") });
+    }
+
+    void shouldShareAnEntryAmongFormsThatAgree()
+    {
+        const QString pens = m_folder->add(text("pens.ui"), formOf("Pens", "Pen", "Draw"));
+        const QString inks = m_folder->add(text("inks.ui"), formOf("Inks", "Ink", "Draw"));
+        const ToolRun run({ text("import"), pens, inks, text("-o"), m_package });
+        QCOMPARE(run.error, QByteArray());
+        QCOMPARE(textsOf(m_package, text("button"), m_english), QStringList { text("Draw") });
+    }
+
+    void shouldQualifyAllNamesOnRequest()
+    {
+        const QString pens = m_folder->add(text("pens.ui"), formOf("Pens", "Pen", "Draw"));
+        const QString inks = m_folder->add(text("inks.ui"), formOf("Inks", "Ink", "Draw"));
+        const ToolRun run(
+                { text("import"), text("--qualified"), pens, inks, text("-o"), m_package });
+        QCOMPARE(run.error, QByteArray());
+        for (const char *key : { "Pens/button", "Inks/button" })
+            QCOMPARE(textsOf(m_package, text(key), m_english), QStringList { text("Draw") });
+        QCOMPARE(textsOf(m_package, text("button"), m_english), QStringList());
+    }
+
+    void shouldMakeContentWithoutFindings()
+    {
+        const QString form =
+                m_folder->add(text("pen.ui"),
+                              formOf("Pens", "&amp;Pen...",
+                                     "&lt;ul&gt;&lt;li&gt;a &amp;amp; b&lt;/li&gt;&lt;/ul&gt;"));
+        QCOMPARE(ToolRun({ text("import"), form, m_form, text("-o"), m_package }).status, 0);
+        const ToolRun check({ text("check"), m_package });
+        QCOMPARE(check.output, QByteArray());
+        QCOMPARE(check.status, 0);
     }
 
     void shouldGiveAWidgetOnlyItsOwnTips()
@@ -230,88 +262,15 @@ private Q_SLOTS:
                 "</widget></ui>");
         const ToolRun run({ text("import"), form, text("-o"), m_package });
         QCOMPARE(run.error, QByteArray());
-        const QLocale english(text("en_US"));
-        QCOMPARE(textsOf(m_package, text("tree"), english),
+        QCOMPARE(textsOf(m_package, text("tree"), m_english),
                  (QStringList { text("Tree"), text("All rows.") }));
-        QCOMPARE(textsOf(m_package, text("inner"), english), QStringList { text("Inner") });
-    }
-
-    void shouldJoinTranslationsToALocale()
-    {
-        const QString other =
-                m_folder->add(text("lib_de.ts"),
-                              translation("de_DE",
-                                          { { text("Saves."), text("Speichert.") },
-                                            { text("Draw & write"), text("Nein") } }));
-        const QString french = m_folder->add(
-                text("fr.ts"), translation("fr", { { text("Saves."), text("Enregistre.") } }));
-        const ToolRun run({ text("import"), m_form, text("--ts"), m_german, text("--ts"), other,
-                            text("--ts"), french, text("-o"), m_package });
-        QCOMPARE(run.error, QByteArray());
-        QCOMPARE(run.status, 0);
-        const QLocale german(text("de_DE"));
-        QCOMPARE(textsOf(m_package, text("pen"), german).value(0), text("Zeichnen"));
-        QCOMPARE(textsOf(m_package, text("save"), german), QStringList { text("Speichert.") });
-        QCOMPARE(textsOf(m_package, text("save"), QLocale(text("fr_FR"))),
-                 QStringList { text("Enregistre.") });
-        QCOMPARE(QDir(m_package + text("/Control")).entryList(QDir::Files),
-                 (QStringList { text("Paint.de_DE.xml"), text("Paint.fr_FR.xml"),
-                                text("Paint.xml") }));
-    }
-
-    void shouldMakeNoFileForALocaleWithoutTranslations()
-    {
-        const QString other = m_folder->add(
-                text("other.ts"), translation("fr_FR", { { text("Other"), text("Autre") } }));
-        const ToolRun run({ text("import"), m_form, text("--ts"), other, text("-o"), m_package });
-        QCOMPARE(run.status, 0);
-        QVERIFY2(run.error.contains("no text in the forms has a translation for fr_FR"),
-                 run.error.constData());
-        QCOMPARE(QDir(m_package + text("/Control")).entryList(QDir::Files),
-                 QStringList { text("Paint.xml") });
-    }
-
-    void shouldTakeTheLanguagesOfTranslations_data()
-    {
-        QTest::addColumn<QByteArray>("language");
-        QTest::addColumn<QString>("locale");
-        QTest::newRow("language") << QByteArray("de") << text("de_DE");
-        QTest::newRow("territory") << QByteArray("de_AT") << text("de_AT");
-        QTest::newRow("script") << QByteArray("zh_Hant") << text("zh_TW");
-        QTest::newRow("unknown") << QByteArray("xx") << QString();
-        QTest::newRow("unknown territory") << QByteArray("de_QQ") << QString();
-    }
-
-    void shouldTakeTheLanguagesOfTranslations()
-    {
-        QFETCH(QByteArray, language);
-        QFETCH(QString, locale);
-        const QString file = m_folder->add(
-                text("some.ts"), translation(language, { { text("Saves."), text("S") } }));
-        const ToolRun run({ text("import"), m_form, text("--ts"), file, text("-o"), m_package });
-        const QString made = m_package + text("/Control/Paint.%1.xml").arg(locale);
-        QCOMPARE(QFile::exists(made), !locale.isEmpty());
-        if (!locale.isEmpty())
-            return;
-        QCOMPARE(run.status, 2);
-        QCOMPARE(run.error,
-                 "hovlets: " + file.toUtf8() + ": unknown language \"" + language
-                         + "\"; use a locale such as de_DE\n");
-        QVERIFY(!QFile::exists(m_package));
-    }
-
-    void shouldRefuseATranslationWithoutALanguage()
-    {
-        const QString bad = m_folder->add(text("bad.ts"), "<TS><context/></TS>");
-        const ToolRun run({ text("import"), m_form, text("--ts"), bad, text("-o"), m_package });
-        QCOMPARE(run.status, 2);
-        QVERIFY2(run.error.contains("names no language"), run.error.constData());
-        QVERIFY(!QFile::exists(m_package));
+        QCOMPARE(textsOf(m_package, text("inner"), m_english), QStringList { text("Inner") });
     }
 
 private:
     std::unique_ptr<PackageFolder> m_folder;
-    QString m_form, m_german, m_package;
+    const QLocale m_english { text("en_US") };
+    QString m_form, m_package;
 };
 
 HOVLETS_TEST_MAIN(tst_ToolImport)

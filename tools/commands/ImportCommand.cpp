@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "CommandOptions.h"
 #include "Commands.h"
+#include "FormReader.h"
+#include "ImportedEntries.h"
+#include "LinguistFile.h"
 #include "Output.h"
 #include "Program.h"
 #include "ToolError.h"
-#include "UiTexts.h"
 #include "Validators.h"
 
 #include <QtCore/QDir>
@@ -13,6 +15,7 @@
 #include <QtCore/QXmlStreamWriter>
 
 #include <algorithm>
+#include <functional>
 #include <memory>
 
 namespace HovletsTool {
@@ -25,43 +28,37 @@ struct ImportCommandOptions
     std::vector<std::string> translations;
     std::string package;
     std::string locale = "en_US";
+    std::string report;
+    bool unfinished = false;
+    bool qualified = false;
 };
 
-struct ImportedEntry
+void writeParagraph(QXmlStreamWriter &writer, const TipParagraph &paragraph)
 {
-    QString key;
-    QStringList paragraphs; // the first becomes the title
-};
-
-/// Omits entries without visible text, such as those translated to spaces.
-std::vector<ImportedEntry> importedEntries(const std::vector<UiEntry> &all,
-                                           const UiTranslation *translation)
-{
-    std::vector<ImportedEntry> entries;
-    for (const UiEntry &each : all) {
-        if (translation && !translation->hasAny(each))
-            continue;
-        ImportedEntry entry { each.name, {} };
-        for (const QString &source : { each.toolTip, each.statusTip, each.whatsThis }) {
-            const QString text =
-                    plainText(translation ? translation->translate(each.context, source) : source);
-            if (!text.isEmpty() && !entry.paragraphs.contains(text))
-                entry.paragraphs += text;
-        }
-        if (!entry.paragraphs.isEmpty())
-            entries.push_back(entry);
+    if (paragraph.markup.isEmpty()) {
+        writer.writeTextElement(QStringLiteral("p"), paragraph.plain);
+        return;
     }
-    return entries;
+    writer.writeStartElement(QStringLiteral("p"));
+    writer.writeCDATA(paragraph.markup);
+    writer.writeEndElement();
 }
 
 void writeEntry(QXmlStreamWriter &writer, const ImportedEntry &entry)
 {
     writer.writeStartElement(QStringLiteral("hovlet"));
     writer.writeAttribute(QStringLiteral("key"), entry.key);
-    writer.writeAttribute(QStringLiteral("title"), entry.paragraphs.first());
-    for (const QString &paragraph : entry.paragraphs.mid(1))
-        writer.writeTextElement(QStringLiteral("p"), paragraph);
+    writer.writeAttribute(QStringLiteral("title"), entry.title);
+    if (!entry.shortcut.isEmpty())
+        writer.writeAttribute(QStringLiteral("shortcut"), entry.shortcut);
+    for (const TipParagraph &paragraph : entry.body)
+        writeParagraph(writer, paragraph);
     writer.writeEndElement();
+}
+
+QString cannotBeWritten(const QFileDevice &file)
+{
+    return QStringLiteral("%1 cannot be written: %2").arg(file.fileName(), file.errorString());
 }
 
 void writeControlFile(const QString &path, const std::vector<ImportedEntry> &entries,
@@ -69,7 +66,7 @@ void writeControlFile(const QString &path, const std::vector<ImportedEntry> &ent
 {
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
-        throw ToolError(QStringLiteral("%1 cannot be written: %2").arg(path, file.errorString()));
+        throw ToolError(cannotBeWritten(file));
     QXmlStreamWriter writer(&file);
     writer.setAutoFormatting(true);
     writer.setAutoFormattingIndent(2);
@@ -82,37 +79,60 @@ void writeControlFile(const QString &path, const std::vector<ImportedEntry> &ent
     writer.writeEndElement();
     writer.writeEndDocument();
     if (!file.commit())
-        throw ToolError(QStringLiteral("%1 cannot be written: %2").arg(path, file.errorString()));
+        throw ToolError(cannotBeWritten(file));
 }
 
-std::vector<UiEntry> readForms(const std::vector<std::string> &paths)
+/// What was read of several files, and whether all could be read.
+template <typename Content> struct FilesRead
 {
-    std::vector<UiEntry> entries;
+    Content content = {};
+    bool isWhole = true;
+};
+
+/// Calls \a read with each path. A file that cannot be read is reported and skipped.
+template <typename Content, typename Read>
+FilesRead<Content> readFiles(const std::vector<std::string> &paths, Read read)
+{
+    FilesRead<Content> files;
     for (const std::string &path : paths) {
-        for (const UiEntry &entry : readForm(QString::fromLocal8Bit(path.c_str())))
-            addEntry(entries, entry);
+        try {
+            read(files.content, QString::fromLocal8Bit(path.c_str()));
+        } catch (const ToolError &error) {
+            printError(error.message());
+            files.isWhole = false;
+        }
     }
-    if (entries.empty())
+    return files;
+}
+
+FilesRead<std::vector<FormObject>> readForms(const std::vector<std::string> &paths)
+{
+    const auto files = readFiles<std::vector<FormObject>>(
+            paths, [](std::vector<FormObject> &objects, const QString &path) {
+                const std::vector<FormObject> form = readForm(path);
+                objects.insert(objects.end(), form.begin(), form.end());
+            });
+    if (files.content.empty())
         throw ToolError(QStringLiteral("no named widget or action in these forms has a toolTip, "
                                        "statusTip or whatsThis; there is nothing to import"));
-    return entries;
+    return files;
 }
 
-/// One translation per locale. When two files translate the same text, the first one counts.
-std::vector<UiTranslation> readTranslations(const std::vector<std::string> &paths)
+/// One for each locale. When two files translate the same text, the first one counts.
+FilesRead<std::vector<LinguistFile>> readTranslations(const std::vector<std::string> &paths)
 {
-    std::vector<UiTranslation> all;
-    for (const std::string &path : paths) {
-        const UiTranslation translation(QString::fromLocal8Bit(path.c_str()));
-        const auto same = std::find_if(all.begin(), all.end(), [&](const UiTranslation &other) {
-            return other.locale() == translation.locale();
-        });
-        if (same == all.end())
-            all.push_back(translation);
-        else
-            same->add(translation);
-    }
-    return all;
+    return readFiles<std::vector<LinguistFile>>(
+            paths, [](std::vector<LinguistFile> &all, const QString &path) {
+                const LinguistFile file(path);
+                const auto same =
+                        std::find_if(all.begin(), all.end(), [&](const LinguistFile &other) {
+                            return other.locale() == file.locale();
+                        });
+                if (same == all.end())
+                    all.push_back(file);
+                else
+                    same->add(file);
+            });
 }
 
 /// Creates the folder. Returns the path for its control file, without ".xml".
@@ -136,30 +156,98 @@ QString makePackage(const QDir &package)
     return package.filePath(QStringLiteral("Control/") + name);
 }
 
+void printConflicts(const ImportedControls &controls)
+{
+    const QStringList conflicts = controls.conflicts();
+    if (conflicts.isEmpty())
+        return;
+    printError(QStringLiteral("%1 names have different texts or translations in several forms; the "
+                              "keys of their "
+                              "entries begin with the form, as HVStandardKeys asks for them: %2")
+                       .arg(conflicts.size())
+                       .arg(conflicts.join(QStringLiteral(", "))));
+}
+
+/// Lists the texts without a translation, one in a line: locale, key, state and text, separated by
+/// tabs.
+class Report
+{
+public:
+    /// Writes nothing if \a path is empty.
+    explicit Report(const QString &path)
+        : m_file(path)
+    {
+        if (!path.isEmpty() && !m_file.open(QIODevice::WriteOnly))
+            throw ToolError(cannotBeWritten(m_file));
+    }
+
+    void add(const QString &locale, const std::vector<UntranslatedText> &texts)
+    {
+        for (const UntranslatedText &each : texts) {
+            const bool isMissing = each.state == LinguistFile::State::Missing;
+            const QStringList columns {
+                locale, each.key,
+                isMissing ? QStringLiteral("missing") : QStringLiteral("unfinished"),
+                QString(each.text).replace(QLatin1Char('\t'), QLatin1Char(' ')).simplified()
+            };
+            if (m_file.isOpen())
+                m_file.write(columns.join(QLatin1Char('\t')).toUtf8() + '\n');
+        }
+    }
+
+    void finish()
+    {
+        if (m_file.isOpen() && !m_file.commit())
+            throw ToolError(cannotBeWritten(m_file));
+    }
+
+private:
+    QSaveFile m_file;
+};
+
+void importTranslation(const ImportedControls &controls, const LinguistFile &translation,
+                       const QString &base, bool unfinished, Report &report)
+{
+    const QString locale = translation.locale();
+    const TranslatedEntries all = controls.translated(translation, unfinished);
+    report.add(locale, all.untranslated);
+    if (all.entries.empty()) {
+        printError(QStringLiteral("no text in the forms has a translation for %1; no control file "
+                                  "is created for it")
+                           .arg(locale));
+        return;
+    }
+    writeControlFile(base + QLatin1Char('.') + locale + QStringLiteral(".xml"), all.entries,
+                     locale);
+    const auto isUnfinished = [](const UntranslatedText &text) {
+        return text.state == LinguistFile::State::Unfinished;
+    };
+    printText(QStringLiteral("%1: %2 entries; %3 texts translated, %4 unfinished, %5 missing\n")
+                      .arg(locale)
+                      .arg(all.entries.size())
+                      .arg(all.translated)
+                      .arg(std::count_if(all.untranslated.begin(), all.untranslated.end(),
+                                         isUnfinished))
+                      .arg(std::count_if(all.untranslated.begin(), all.untranslated.end(),
+                                         std::not_fn(isUnfinished))));
+}
+
 ExitStatus run(const ImportCommandOptions &options)
 {
-    const std::vector<UiEntry> texts = readForms(options.forms);
-    const std::vector<UiTranslation> translations = readTranslations(options.translations);
-    const std::vector<ImportedEntry> entries = importedEntries(texts, nullptr);
+    const auto forms = readForms(options.forms);
+    const auto translations = readTranslations(options.translations);
+    const ImportedControls controls(forms.content, translations.content, options.qualified);
     const QDir package(QString::fromLocal8Bit(options.package.c_str()));
+    Report report(QString::fromLocal8Bit(options.report.c_str()));
     const QString base = makePackage(package);
-    writeControlFile(base + QStringLiteral(".xml"), entries,
+    printConflicts(controls);
+    writeControlFile(base + QStringLiteral(".xml"), controls.entries(),
                      QString::fromStdString(options.locale));
-    for (const UiTranslation &translation : translations) {
-        const QString locale = translation.locale();
-        const std::vector<ImportedEntry> translated = importedEntries(texts, &translation);
-        if (translated.empty()) {
-            printError(
-                    QStringLiteral("no text in the forms has a translation for %1; no control file "
-                                   "is created for it")
-                            .arg(locale));
-            continue;
-        }
-        writeControlFile(base + QLatin1Char('.') + locale + QStringLiteral(".xml"), translated,
-                         locale);
-    }
-    printText(QStringLiteral("%1: %2 entries\n").arg(package.path()).arg(entries.size()));
-    return ExitStatus::Clean;
+    printText(QStringLiteral("%1: %2 entries\n").arg(package.path()).arg(controls.all().size()));
+    for (const LinguistFile &translation : translations.content)
+        importTranslation(controls, translation, base, options.unfinished, report);
+    report.finish();
+    return forms.isWhole && translations.isWhole ? ExitStatus::Clean : ExitStatus::Findings;
 }
 
 } // namespace
@@ -170,7 +258,8 @@ void addImportCommand(Program &program)
     CLI::App &command = program.add(
             "import",
             "Create a package from the tooltips, status tips and What's This texts of Qt Designer "
-            "forms; the keys are the object names.",
+            "forms; the keys are the object names. Files that cannot be read are reported and "
+            "skipped; the exit status is then 1.",
             "mainwindow.ui --ts app_de.ts -o MyApp.hovlets", [options] { return run(*options); });
     command.add_option("FILE.ui", options->forms, "Qt Designer forms")->required();
     addRepeatable(command, "--ts", options->translations,
@@ -179,6 +268,15 @@ void addImportCommand(Program &program)
     command.add_option("--locale", options->locale, "Locale of the texts in the forms")
             ->check(knownLocale())
             ->capture_default_str();
+    command.add_flag("--unfinished", options->unfinished,
+                     "Also use translations that are marked as unfinished");
+    command.add_flag(
+            "--qualified", options->qualified,
+            "Begin every key with the form, as in Preferences/width; otherwise, only those "
+            "of names with different texts in several forms");
+    command.add_option("--report", options->report,
+                       "File to list the texts without a translation in: locale, key, state and "
+                       "text, separated by tabs");
 }
 
 } // namespace HovletsTool
