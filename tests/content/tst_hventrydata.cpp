@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "DebugLog.h"
+#include "HVLimits.h"
 #include "IndexTest.h"
 #include "TestMain.h"
 
@@ -84,6 +85,27 @@ private Q_SLOTS:
         HVXmlElement element;
         m_index->loadKeyData(QStringLiteral("a"), QStringLiteral("not looked at"), &element);
         QCOMPARE(element.attributeNames(), QStringList { QStringLiteral("shortcut") });
+    }
+
+    void shouldNotParseALargeKeyDataFile()
+    {
+        HVLimits limits;
+        limits.parsedSize = 100;
+        HVLimits::setCurrent(limits);
+        QSignalSpy skipped(m_index.get(), &HVIndex::fileSkipped);
+        const QByteArray start = "<hovletkeys><key name=\"a\" shortcut=\"S\"/>";
+        const QByteArray end = "</hovletkeys>";
+        const auto space = int(limits.parsedSize - start.size() - end.size());
+        for (const bool fits : { true, false }) {
+            setKeyData(start + QByteArray(fits ? space : space + 1, ' ') + end);
+            HVXmlElement element;
+            m_index->loadKeyData(QStringLiteral("a"), QString(), &element);
+            QCOMPARE(element.hasAttribute(QStringLiteral("shortcut")), fits);
+            QCOMPARE(skipped.count(), fits ? 0 : 1);
+        }
+        QVERIFY(skipped.constFirst().constFirst().toString().endsWith(
+                QLatin1String("more than 100 bytes to parse for an entry")));
+        HVLimits::setCurrent({});
     }
 
     void shouldEndThePathsOfAPackageWithTheExtraPath()
