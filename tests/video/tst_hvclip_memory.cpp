@@ -6,6 +6,9 @@
 #include "TestMain.h"
 #include "Text.h"
 
+#include <chrono>
+#include <future>
+
 using namespace Hovlets;
 
 namespace {
@@ -130,6 +133,27 @@ private Q_SLOTS:
         QCOMPARE(opened.open(clip(1)), nullptr);
         QVERIFY(opened.nextFrame().isNull());
         QVERIFY(opened.isOutOfMemory());
+    }
+
+    void shouldDecodeLargeFramesOfOneClipAtATime()
+    {
+        limitDecoder(4 * Pixels); // less than three frames
+        const QString path = m_clips.clip(text("intra.avi"), text("320x192"),
+                                          text("-c:v mjpeg -pix_fmt yuvj420p"));
+        auto first = std::make_unique<HVClip>([] { return false; });
+        QCOMPARE(first->open(path), nullptr);
+        QVERIFY(!first->nextFrame().isNull());
+
+        HVClip second([] { return false; });
+        QCOMPARE(second.open(path), nullptr);
+        auto decoding = std::async(std::launch::async, [&] { return second.nextFrame(); });
+        QCOMPARE(decoding.wait_for(std::chrono::milliseconds(200)), std::future_status::timeout);
+        first.reset();
+        QVERIFY(!decoding.get().isNull());
+
+        HVClip third([] { return false; });
+        QCOMPARE(third.open(path), nullptr);
+        QVERIFY(!third.nextFrame().isNull()); // although the second has not ended
     }
 
     void shouldUseFewerThreadsForLargeFrames_data()

@@ -172,6 +172,7 @@ struct HOVLETS_EXPORT HVLimits
      * it holds those that the next ones refer to (the clip selects up to 16) and those of its other
      * threads; it uses fewer threads for large frames. The clip ends before the frame that does not
      * fit, with a line in Qt's debug output. By default, 8 frames of a usual clip in 4K fit.
+     * Clips of whose frames fewer than three fit are decoded one at a time.
      *
      * The memory of decoders in external libraries, such as those for AV1, cannot be counted. They
      * decode no frame with more pixels than a twelfth of this number (by default 4096 x 2160),

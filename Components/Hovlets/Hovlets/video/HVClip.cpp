@@ -195,6 +195,8 @@ void HVClip::startConverting()
 /// Decodes until there is a frame; returns false at the end.
 bool HVClip::receive()
 {
+    if (m_decoderMemory->isLarge(*m_codec))
+        m_turn.take(m_interrupted);
     while (!isInterrupted() && !isOutOfMemory()) {
         const int result = avcodec_receive_frame(m_codec.get(), m_decoded.get());
         if (result >= 0)

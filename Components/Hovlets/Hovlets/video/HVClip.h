@@ -3,6 +3,7 @@
 
 #include "HVClipFile.h"
 #include "HVDecoderMemory.h"
+#include "HVDecodingTurn.h"
 #include "HVFfmpeg.h"
 #include "HVFrameMemory.h"
 #include "HVLimits.h"
@@ -94,6 +95,7 @@ private:
     qint64 m_openingMemory = 0; // memory of the process when opening began, in bytes
     HVClipFile m_file;
     HVFfmpegPtr<AVFormatContext> m_format; // reads from the file
+    HVDecodingTurn m_turn; // ends when the decoder is destroyed
     std::optional<HVDecoderMemory> m_decoderMemory; // outlives the codec and its frames
     HVFfmpegPtr<AVCodecContext> m_codec;
     HVFfmpegPtr<AVFrame> m_decoded;

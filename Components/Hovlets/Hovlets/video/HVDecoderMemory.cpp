@@ -40,6 +40,11 @@ qint64 HVDecoderMemory::mostUncountedPixels() const
     return m_limit / (2 * WidestPixel);
 }
 
+bool HVDecoderMemory::isLarge(const AVCodecContext &codec) const
+{
+    return frameSize(codec) > m_limit / FramesPerThread;
+}
+
 void HVDecoderMemory::attach(AVCodecContext *codec, const AVCodec &decoder)
 {
     if ((decoder.capabilities & AV_CODEC_CAP_DR1) == 0)

@@ -31,6 +31,9 @@ public:
     /// Prepares \a codec before it is opened. This object must outlive it and all of its frames.
     void attach(AVCodecContext *codec, const AVCodec &decoder);
 
+    /// Whether frames of the size of \a codec fill the limit with one thread.
+    bool isLarge(const AVCodecContext &codec) const;
+
     /// Whether the decoder was refused a frame. Its output is incomplete from then on.
     bool isExhausted() const { return m_isExhausted; }
 
