@@ -23,7 +23,6 @@ public:
     int painted = 0;
     int uploaded = 0;
     QPointer<QSGTexture> texture;
-    QRectF rect;
     QList<QPointer<QSGTexture>> replaced;
 
 protected:
@@ -32,7 +31,6 @@ protected:
         const QPointer<QSGTexture> before = texture;
         QSGNode *result = HVVideoComponent::updatePaintNode(node, data);
         texture = result ? static_cast<QSGImageNode *>(result)->texture() : nullptr;
-        rect = result ? static_cast<QSGImageNode *>(result)->rect() : QRectF();
         ++painted;
         if (texture != before) {
             uploaded += texture ? 1 : 0;
@@ -105,21 +103,6 @@ private Q_SLOTS:
         m_popup->picture();
         QVERIFY(!texture);
         QCOMPARE(m_popup->pixel(20, 20), QColor(Qt::white));
-    }
-
-    void shouldUploadFewerPixelsOfAFrameLargerThanScreens()
-    {
-        m_popup->makeClip(QStringLiteral("large.avi"),
-                          QStringLiteral("color=red:size=5000x4000:rate=1:duration=1,"
-                                         "drawbox=x=100:y=0:w=4900:h=4000:color=blue:t=fill"));
-        m_popup->show("");
-        auto *item = new CountingItem(m_popup->view()->rootObject());
-        item->setSource(QStringLiteral("large.avi"));
-        QTRY_COMPARE_WITH_TIMEOUT(item->uploaded, 1, 60000);
-        QCOMPARE(item->texture->textureSize(), QSize(2500, 2000));
-        QCOMPARE(item->rect, QRectF(0, 0, 5000, 4000));
-        QVERIFY(isRed(m_popup->pixel(90, 100)));
-        QVERIFY(m_popup->pixel(110, 100).blue() > 250);
     }
 
     void shouldEndManyWhileTheyDecode()

@@ -1,14 +1,41 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "PopupBench.h"
+#include "HVVideoComponent.h"
 #include "Pointer.h"
+#include "PopupBench.h"
+#include "QmlPopup.h"
 #include "TestMain.h"
 
 #include <QtGui/QImage>
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickWindow>
+#include <QtQuick/QSGImageNode>
 #include <QtQuick/QSGRendererInterface>
 
 using namespace Hovlets;
+
+namespace {
+
+/// Records what it paints.
+class MeasuredItem : public HVVideoComponent
+{
+public:
+    using HVVideoComponent::HVVideoComponent;
+
+    QSize texture;
+    QRectF rect;
+
+protected:
+    QSGNode *updatePaintNode(QSGNode *node, UpdatePaintNodeData *data) override
+    {
+        QSGNode *result = HVVideoComponent::updatePaintNode(node, data);
+        const auto *image = static_cast<QSGImageNode *>(result);
+        texture = image ? image->texture()->textureSize() : QSize();
+        rect = image ? image->rect() : QRectF();
+        return result;
+    }
+};
+
+} // namespace
 
 /// Tests the popup on OpenGL, which most desktops use; all other tests paint in software.
 class tst_OpenGL : public QObject
@@ -36,6 +63,21 @@ private Q_SLOTS:
         bench.view()->loadQML(bench.folder.path() + QStringLiteral("/Other.qml"));
         QTRY_COMPARE(bench.popup()->size(), QSize(91, 71));
         QTRY_COMPARE(pixelOnScreen(bench.popup()->pos() + QPoint(89, 69)), QColor(Qt::green));
+    }
+
+    void shouldUploadFewerPixelsOfAFrameLargerThanScreens()
+    {
+        QmlPopup popup;
+        popup.makeClip(QStringLiteral("large.avi"),
+                       QStringLiteral("color=red:size=5000x4000:rate=1:duration=1,"
+                                      "drawbox=x=100:y=0:w=4900:h=4000:color=blue:t=fill"));
+        popup.show("");
+        auto *item = new MeasuredItem(popup.view()->rootObject());
+        item->setSource(QStringLiteral("large.avi"));
+        QTRY_COMPARE_WITH_TIMEOUT(item->texture, QSize(2500, 2000), 60000);
+        QCOMPARE(item->rect, QRectF(0, 0, 5000, 4000));
+        QVERIFY(isRed(popup.pixel(90, 100)));
+        QVERIFY(popup.pixel(110, 100).blue() > 250);
     }
 
     void shouldPaintOnceItIsPinned_data()

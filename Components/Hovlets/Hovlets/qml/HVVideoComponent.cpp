@@ -13,6 +13,7 @@
 #include <QtCore/QUrl>
 #include <QtQuick/QQuickWindow>
 #include <QtQuick/QSGImageNode>
+#include <QtQuick/QSGRendererInterface>
 
 namespace Hovlets {
 
@@ -23,10 +24,13 @@ constexpr int LongestWait = 60; // ms; opening takes about 10, and users notice 
 /*!
  * The frame itself, or every second or third of its pixels and rows if it is larger than screens.
  *
- * The GUI thread uploads the result to the graphics card, which takes 3 ms per million pixels.
+ * The GUI thread uploads the result to the graphics card, which takes 3 ms per million pixels. The
+ * software renderer paints from the frame itself.
  */
-QImage pixelsToUpload(const QImage &frame)
+QImage pixelsToUpload(const QImage &frame, const QQuickWindow &window)
 {
+    if (window.rendererInterface()->graphicsApi() == QSGRendererInterface::Software)
+        return frame;
     constexpr qint64 MostPixels = qint64 { 4096 } * 4096;
     int step = 1;
     while (qint64 { frame.width() / step } * (frame.height() / step) > MostPixels)
@@ -264,7 +268,7 @@ QSGNode *HVVideoComponent::updatePaintNode(QSGNode *node, UpdatePaintNodeData *d
     if (node && !m_frameIsNew)
         return node;
     m_frameIsNew = false;
-    node = updateImageNode(node, window(), pixelsToUpload(m_frame), QPointF());
+    node = updateImageNode(node, window(), pixelsToUpload(m_frame, *window()), QPointF());
     if (node)
         static_cast<QSGImageNode *>(node)->setRect(QRectF(QPointF(), QSizeF(m_frame.size())));
     return node;
