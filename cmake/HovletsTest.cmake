@@ -13,13 +13,13 @@ function(hovlets_test_options target)
         $<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:-O0 $<$<NOT:$<CONFIG:Debug>>:-g1>>)
 endfunction()
 
-# hovlets_test(FOLDER/NAME [DISPLAY [SCREENS] [BOTH_SCENE_GRAPHS] | WAYLAND [OPTION...]])
+# hovlets_test(FOLDER/NAME [DISPLAY [SCREENS] [BOTH_SCENE_GRAPHS]] [WAYLAND [OPTION...]])
 #
 # Builds the QTest program NAME from FOLDER/NAME.cpp, which includes NAME.moc. It runs on the
 # offscreen platform. With DISPLAY it runs on an X server with a window manager, and with SCREENS on
 # two screens. With BOTH_SCENE_GRAPHS it runs a second time, as NAME_opengl, on OpenGL instead of the
 # software scene graph. With WAYLAND it runs on a Wayland display, with the given options of
-# with-wayland. An unexpected warning fails the test.
+# with-wayland; with DISPLAY and WAYLAND it runs on both, on Wayland as NAME_wayland. An unexpected warning fails the test.
 function(hovlets_test source)
     cmake_parse_arguments(PARSE_ARGV 1 arg "DISPLAY;SCREENS;BOTH_SCENE_GRAPHS" "" "WAYLAND")
     get_filename_component(name ${source} NAME)
@@ -62,14 +62,19 @@ function(hovlets_test source)
         endforeach()
         # These tests move a pointer over their windows and need an otherwise idle machine.
         set_tests_properties(${tests} PROPERTIES RUN_SERIAL ON)
-    elseif("WAYLAND" IN_LIST ARGN)
-        set(tests ${name})
-        add_test(NAME ${name} COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/support/with-wayland
-            ${arg_WAYLAND} $<TARGET_FILE:${name}>)
-        set_tests_properties(${name} PROPERTIES RUN_SERIAL ON)
-    else()
+    elseif(NOT "WAYLAND" IN_LIST ARGN)
         set(tests ${name})
         add_test(NAME ${name} COMMAND ${name})
+    endif()
+    if("WAYLAND" IN_LIST ARGN)
+        set(wayland ${name})
+        if(arg_DISPLAY)
+            set(wayland ${name}_wayland)
+        endif()
+        add_test(NAME ${wayland} COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/support/with-wayland
+            ${arg_WAYLAND} $<TARGET_FILE:${name}>)
+        set_tests_properties(${wayland} PROPERTIES RUN_SERIAL ON)
+        list(APPEND tests ${wayland})
     endif()
     set_tests_properties(${tests} PROPERTIES FAIL_REGULAR_EXPRESSION "QWARN;QCRITICAL" TIMEOUT 600)
     if(arg_BOTH_SCENE_GRAPHS)

@@ -58,9 +58,9 @@ template <typename Condition> bool colorAppears(const QColor &color, Condition a
     do {
         QTest::qWait(20);
         place = placeOnDisplay(color);
-    } while (!appears(place) && !deadline.hasExpired());
-    if (appears(place))
-        return true;
+        if (appears(place))
+            return true;
+    } while (!deadline.hasExpired());
     qWarning() << "the colour is at" << place;
     return false;
 }

@@ -4,6 +4,7 @@
 #include "HVXmlElement.h"
 
 #include <QtQuick/QQuickItem>
+#include <QtGui/QScreen>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QProxyStyle>
 #include <QtWidgets/QToolTip>
@@ -161,6 +162,14 @@ void HoverTest::askForTooltipsAfter(int delay)
 void HoverTest::showWindow(const QPoint &position)
 {
     m_window = std::make_unique<HostWindow>();
+    if (QGuiApplication::platformName() == QLatin1String("wayland")) {
+        // Only a window that fills the output has the coordinates of the display.
+        m_window->setWindowState(Qt::WindowFullScreen);
+        m_window->show();
+        QTRY_VERIFY(m_window->isActiveWindow());
+        QTRY_COMPARE(m_window->size(), m_window->screen()->size());
+        return;
+    }
     m_window->move(position);
     m_window->show();
     m_window->activateWindow();

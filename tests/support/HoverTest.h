@@ -85,7 +85,7 @@ protected:
     /// Lets the toolkit ask for tooltips after a pause of \a delay ms for the rest of the test.
     static void askForTooltipsAfter(int delay);
 
-    /// Opens a new window of the host at \a position.
+    /// Opens a new window of the host at \a position, or on the whole output on Wayland.
     void showWindow(const QPoint &position);
 
     PackageFolder m_folder;

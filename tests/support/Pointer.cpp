@@ -22,6 +22,16 @@ void Pointer::click()
     run({ QStringLiteral("click"), QStringLiteral("1") });
 }
 
+void Pointer::hold()
+{
+    run({ QStringLiteral("mousedown"), QStringLiteral("1") });
+}
+
+void Pointer::letGo()
+{
+    run({ QStringLiteral("mouseup"), QStringLiteral("1") });
+}
+
 void Pointer::turnWheel()
 {
     run({ QStringLiteral("click"), QStringLiteral("5") });

@@ -18,6 +18,10 @@ public:
     static void moveAway();
     static void click();
 
+    /// Holds the left button down until letGo().
+    static void hold();
+    static void letGo();
+
     /// Turns the wheel by one notch towards the user.
     static void turnWheel();
 

@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVPinning.h"
 
+#include "HVPinnedCompanions.h"
 #include "HVView.h"
 #include "HVWidget.h"
 #include "HVXmlElement.h"
 
-#include <QtCore/QEvent>
 #include <QtCore/QPointer>
-#include <QtGui/QWindow>
 #include <QtQuick/QQuickWindow>
 #include <QtQuick/QSGRendererInterface>
 #include <QtWidgets/QVBoxLayout>
@@ -60,18 +59,7 @@ public:
     WindowBetween(QWidget *window, QWidget *popup)
         : QWidget(window, Qt::Tool)
     {
-        popup->installEventFilter(this);
         connect(popup, &QObject::destroyed, this, &QObject::deleteLater);
-    }
-
-protected:
-    /// Makes the popup transient for the host's window each time before it shows.
-    bool eventFilter(QObject *object, QEvent *event) override
-    {
-        if (event->type() == QEvent::Show)
-            static_cast<QWidget *>(object)->windowHandle()->setTransientParent(
-                    parentWidget()->windowHandle());
-        return QWidget::eventFilter(object, event);
     }
 };
 
@@ -91,6 +79,8 @@ void moveInto(HVWidget &popup, QWidget &container, const QPoint &position)
     const HVXmlElement *content = contentOf(popup);
     container.setWindowTitle(content ? content->attribute(QStringLiteral("title")) : QString());
     container.layout()->addWidget(&popup);
+    if (const QWidget *reference = popup.referenceWidget())
+        HVPinnedCompanions::add(popup, *reference->window());
     container.setWindowFlags(container.windowFlags() | PinnedHints);
     popup.show();
     popup.contentResized();
@@ -106,6 +96,8 @@ void showAsTool(HVWidget &popup, const QPoint &position)
     const QWidget *reference = popup.referenceWidget();
     QWidget *window = reference ? reference->window() : nullptr;
     popup.setParent(parentInside(window, popup), Qt::Tool | PinnedHints);
+    if (window)
+        HVPinnedCompanions::add(popup, *window);
     popup.setWindowModality(Qt::NonModal);
     popup.setWindowTitle(titleOf(contentOf(popup)));
     popup.move(position);

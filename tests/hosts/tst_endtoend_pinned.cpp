@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "DisplayPicture.h"
+#include "HoverTest.h"
+#include "TestMain.h"
+
+#include <QtGui/QGuiApplication>
+#include <QtGui/QWindow>
+#include <QtWidgets/QApplication>
+
+using namespace Hovlets;
+
+namespace {
+
+const QColor PopupColor("steelblue"); // of the user interface
+
+} // namespace
+
+/// Tests the host's window beside a pinned popup, with a real pointer.
+class tst_EndToEndPinned : public HoverTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void shouldGoOnWithPopupsInTheWindowThatItCameFrom()
+    {
+        pin();
+        activatePinned();
+        QVERIFY(hover("b"));
+        QVERIFY(rest(m_window->centerOf("unknown"),
+                     [] { return isToolTipShown(QStringLiteral("Its own")); }));
+    }
+
+    void shouldLeaveTheHostsAttributeAsItWas_data()
+    {
+        QTest::addColumn<bool>("set");
+        QTest::newRow("cleared") << false;
+        QTest::newRow("set by the host") << true;
+    }
+
+    void shouldLeaveTheHostsAttributeAsItWas()
+    {
+        QFETCH(bool, set);
+        m_window->setAttribute(Qt::WA_AlwaysShowToolTips, set);
+        pin();
+        activatePinned();
+        QTRY_VERIFY(m_window->testAttribute(Qt::WA_AlwaysShowToolTips));
+        activateWindow();
+        QCOMPARE(m_window->testAttribute(Qt::WA_AlwaysShowToolTips), set);
+    }
+
+    void shouldForgetAPinnedPopupThatCloses()
+    {
+        pin();
+        activatePinned();
+        m_pinned->close();
+        QTRY_VERIFY(!m_pinned);
+        QTRY_VERIFY(!m_window->testAttribute(Qt::WA_AlwaysShowToolTips));
+    }
+
+    void shouldLeaveTheHostsWindowUsable()
+    {
+        pin();
+        QSignalSpy clicked(&m_window->button("b"), &QPushButton::clicked);
+        Pointer::moveTo(m_window->centerOf("b"));
+        Pointer::click();
+        QTRY_COMPARE(clicked.size(), 1);
+    }
+
+    void shouldMoveByItsTitle()
+    {
+        pin();
+        findPopup();
+        const QPoint title = m_place.topLeft() + QPoint(60, -10); // beside any buttons
+        Pointer::moveTo(title);
+        Pointer::hold();
+        // The program may have to ask for the move, so it begins at one of the next steps.
+        int step = 0;
+        QVERIFY(colorAppears(PopupColor, [&](const QRect &found) {
+            if (found.topLeft() != m_place.topLeft()) {
+                m_place = found;
+                return true;
+            }
+            ++step;
+            Pointer::moveTo(title + QPoint(step, -step));
+            return false;
+        }));
+        constexpr QPoint Distance(100, -60);
+        Pointer::moveTo(title + QPoint(step, -step) + Distance);
+        QVERIFY(colorAppears(PopupColor, [&](const QRect &found) {
+            return found.topLeft() == m_place.topLeft() + Distance;
+        }));
+        Pointer::letGo();
+    }
+
+    void shouldLeaveTheKeyboardToTheHostsWindow()
+    {
+        pin();
+        activatePinned();
+        // A compositor may take a second click.
+        Pointer::moveTo(m_window->field.mapToGlobal(m_window->field.rect().center()));
+        const auto hasText = [this] { return !m_window->field.text().isEmpty(); };
+        bool received = false;
+        for (int clicks = 0; clicks < 20 && !received; ++clicks) {
+            Pointer::click();
+            Pointer::press(QStringLiteral("x"));
+            Pointer::release(QStringLiteral("x"));
+            received = QTest::qWaitFor(hasText, 2000);
+        }
+        QVERIFY(received);
+        QVERIFY(m_pinned->isVisible());
+    }
+
+private:
+    /// Waits until the popup is on the display. Window systems may move it, and show it later than
+    /// the program asks.
+    void findPopup()
+    {
+        QVERIFY(colorAppears(PopupColor, [&](const QRect &found) {
+            m_place = found;
+            return found.size() == QSize(200, 100);
+        }));
+    }
+
+    void pin()
+    {
+        QVERIFY(hover("a"));
+        m_pinned = popup();
+        findPopup();
+        Pointer::moveTo(m_place.topLeft() + QPoint(150, 50));
+        Pointer::click();
+        QTRY_COMPARE(m_pinned->windowType(), Qt::Tool);
+        QVERIFY(QTest::qWaitForWindowExposed(m_pinned));
+    }
+
+    /// Window managers differ in whether they activate a new tool window. All activate one that is
+    /// clicked.
+    void activatePinned()
+    {
+        findPopup();
+        Pointer::moveTo(m_place.center());
+        Pointer::click();
+        QTRY_VERIFY(m_pinned->isActiveWindow());
+        QVERIFY(!m_window->isActiveWindow());
+    }
+
+    /// Clicks the host's window like a user, until it becomes active.
+    void activateWindow()
+    {
+        Pointer::moveTo(m_window->mapToGlobal(m_window->rect().bottomRight() - QPoint(5, 5)));
+        const auto isActive = [this] { return m_window->isActiveWindow(); };
+        bool active = false;
+        for (int clicks = 0; clicks < 20 && !active; ++clicks) {
+            Pointer::click();
+            active = QTest::qWaitFor(isActive, 2000);
+        }
+        QVERIFY(active);
+    }
+
+    QPointer<HVWidget> m_pinned;
+    QRect m_place; // of the popup on the display
+};
+
+HOVLETS_TEST_MAIN(tst_EndToEndPinned)
+#include "tst_endtoend_pinned.moc"
