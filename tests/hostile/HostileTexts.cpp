@@ -15,7 +15,7 @@ QByteArray lettersInSizes(int count)
     for (int size = 72; size > 68; --size) {
         text += "<span style=\"font-size:" + QByteArray::number(size) + "pt\">";
         for (int i = 0; i < count; ++i)
-            text += QString(QChar(0x100 + i % 0x4f00)).toUtf8();
+            text += QString(QChar(0x4e00 + i % 0x5000)).toUtf8();
         text += "</span>";
     }
     return cdata(text);

@@ -61,6 +61,11 @@ private Q_SLOTS:
         QCOMPARE(int(result.text.count(breaks)), 4);
         QCOMPARE(result.spoken, text("a ") + word);
         QCOMPARE(shown(text("<b>a</b> ") + QString(200, QLatin1Char('w'))).text.count(breaks), 0);
+        // Spaces at which lines do not break are letters.
+        for (const int space : { 0x00a0, 0x2007, 0x202f })
+            QCOMPARE(int(shown(text("<b>a</b> ") + (text("w") + QChar(space)).repeated(500))
+                                 .text.count(breaks)),
+                     4);
         // Tags between the letters change nothing.
         QCOMPARE(int(shown(text("wwwww<b>wwwww</b>").repeated(100)).text.count(breaks)), 4);
         QCOMPARE(int(shown(text("wwwww<br>").repeated(200)).text.count(breaks)), 0);

@@ -32,6 +32,11 @@ bool isReserved(QChar c)
             || (code >= 0xfdd0 && code <= 0xfdef) || code >= 0xfffe;
 }
 
+bool isNoBreakSpace(QChar c)
+{
+    return c == QChar::Nbsp || c.unicode() == 0x2007 || c.unicode() == 0x202f;
+}
+
 /// Scripts in which lines may break between any two letters.
 bool breaksAnywhere(QChar c)
 {
@@ -115,7 +120,7 @@ void HVShownTextWriter::append(QChar c)
 
 void HVShownTextWriter::breakLongWord(QChar next)
 {
-    if (next.isSpace() || breaksAnywhere(next)) {
+    if ((next.isSpace() && !isNoBreakSpace(next)) || breaksAnywhere(next)) {
         m_wordLength = 0;
         return;
     }
