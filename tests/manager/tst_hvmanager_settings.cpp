@@ -35,16 +35,29 @@ QVariant converted(const QVariant &value, const QString &type)
     return {};
 }
 
+/// Sets what must be on for the library to read the setting.
+void makeRead(HVContext &context, contextKey key)
+{
+    if (key == HVKeySafePathDwell)
+        context.set(HVKeySafePath, true);
+    else if (key == HVKeyExpandDelay)
+        context.set(HVKeySimpleMode, true);
+    else if (key == HVKeyKeepClear)
+        context.set(HVKeyPlacement, int(HVPlaceBesideControl));
+}
+
 /// What a user can see of a hover, and what its content can ask for.
 QStringList outcome(contextKey key, const QVariant &value)
 {
     HoverScene scene;
+    makeRead(scene.context(), key);
     scene.context().set(key, value);
     QStringList seen;
     seen += QString::number(HoverScene::rest(*scene.control));
     seen += QString::number(scene.show(text("a")));
     seen += QString::number(scene.isShowing());
-    if (!scene.isShowing())
+    const bool isDueAtOnce = key == HVKeySafePathDwell || key == HVKeyExpandDelay;
+    if (!scene.isShowing() || (isDueAtOnce && value.toInt() == 1)) // perhaps it already happened
         return seen;
     HVWidget *popup = scene.popup();
     const QRect shown = popup->geometry();
@@ -52,20 +65,28 @@ QStringList outcome(contextKey key, const QVariant &value)
     for (const int number : { shown.x(), shown.y(), shown.width(), shown.height(),
                               int(popup->windowFlags()), int(popup->windowOpacity() * 100) })
         seen += QString::number(number);
-    for (const QPoint &point : { shown.topLeft() - QPoint(15, 15), shown.center(), QPoint(1, 790) })
+    const QPoint onTheWay(280, 260);
+    for (const QPoint &point :
+         { shown.topLeft() - QPoint(15, 15), shown.center(), onTheWay, QPoint(1, 790) })
         seen += QString::number(popup->isSafe(point));
     const QList<QTimer *> timers = popup->findChildren<QTimer *>();
-    for (const QTimer *timer : timers)
-        seen += QString::number(timer->isActive()) + QString::number(timer->interval());
+    for (const QTimer *timer : timers) // some intervals are what remains of a delay
+        seen += QString::number(timer->isActive()) + QString::number(timer->interval() / 1000);
     HVView *view = scene.view();
     seen += view->findResource(text("none.png"));
     seen += view->translate(text("Text"), text("Context"));
     seen += view->resourceDirectoryPath();
     seen += QString::number(view->openExternalResource(text("topic")));
     seen += QString::number(view->openExternalResource(text("https://example.org")));
-    QTest::keyClick(&scene.window, Qt::Key_A);
-    seen += QString::number(scene.isShowing());
-    popup->hideAnimated();
+    for (const Qt::Key pressed : { Qt::Key_Escape, Qt::Key_A }) {
+        QTest::keyClick(&scene.window, pressed);
+        seen += QString::number(scene.isShowing());
+    }
+    Control other(text("b"), &scene.window);
+    other.show();
+    seen += QString::number(HoverScene::rest(other));
+    seen += scene.shownKey();
+    scene.popup()->hideAnimated();
     seen += QString::number(scene.isShowing());
     return seen;
 }

@@ -5,6 +5,7 @@ namespace Hovlets {
 
 HVExpansion::HVExpansion(QObject *parent)
     : QObject(parent)
+    , m_timer(this)
 {
     m_clock.start();
     m_timer.setSingleShot(true);

@@ -22,6 +22,7 @@ namespace Hovlets {
 namespace {
 
 constexpr int OutsideInterval = 100; // ms
+constexpr qint64 LongestWait = 1000000000; // ms, 11 days; fits into an int
 
 /// The widget under the pointer for an event at \a position that \a object receives. Unlike
 /// QApplication::widgetAt(), does not query the display.
@@ -50,6 +51,8 @@ bool HVPathWatch::Target::operator==(const Target &other) const
 HVPathWatch::HVPathWatch(QWidget &popup)
     : QObject(&popup)
     , m_popup(popup)
+    , m_dwell(this)
+    , m_outside(this)
 {
     m_clock.start();
     m_dwell.setSingleShot(true);
@@ -131,7 +134,7 @@ HVSafePath::Verdict HVPathWatch::pointerMoved(QWidget *widget, const QPoint &pos
     if (verdict == HVSafePath::Verdict::Keep)
         m_dwell.stop();
     else
-        m_dwell.start(static_cast<int>(std::max<qint64>(0, m_path.deadline() - now)));
+        m_dwell.start(static_cast<int>(qBound<qint64>(0, m_path.deadline() - now, LongestWait)));
     return verdict;
 }
 
