@@ -92,13 +92,15 @@ private Q_SLOTS:
     {
         useRecommendedSettings(settings());
         QVERIFY(hover("a"));
+        const QPushButton &button = m_window->button("a");
+        const QRect control(button.mapToGlobal(QPoint()), button.size());
+        QCOMPARE(popup()->frameGeometry().top() - control.bottom(), 7); // beside the control
         stopAskingForTooltips();
-        const QRect shown = popup()->frameGeometry();
-        QVERIFY(!shown.contains(QCursor::pos()));
-        QVERIFY(shown.top() > m_window->mapToGlobal(QPoint(0, 40)).y());
-        Pointer::moveTo(shown.center());
+        Pointer::moveTo(m_window->centerOf("b"));
+        QTRY_VERIFY(isShowing("b")); // the safe path shows it, not the toolkit
+        Pointer::moveTo(popup()->frameGeometry().center());
         QTRY_COMPARE(QApplication::widgetAt(QCursor::pos()), m_host->view());
-        QVERIFY(isShowing("a"));
+        QVERIFY(isShowing("b"));
         Pointer::press(QStringLiteral("Escape"));
         Pointer::release(QStringLiteral("Escape"));
         QTRY_VERIFY(!popup()->isVisible());
