@@ -108,6 +108,9 @@ private Q_SLOTS:
         QTest::newRow("a setting without a value")
                 << QStringList { text("--setting"), text("HVKeyLocale") } + stranger()
                 << QByteArray("--setting HVKeyLocale: use NAME=VALUE");
+        QTest::newRow("a package with another suffix")
+                << QStringList { text("--record"), text("/tmp/Mine") } + stranger()
+                << QByteArray("--record /tmp/Mine: the name of a package ends in \".hovlets\"");
     }
 
     void shouldRefuse()

@@ -24,7 +24,7 @@ namespace {
 struct AttachCommandOptions
 {
     std::vector<std::string> paths, settings, program;
-    std::string rules, locale;
+    std::string rules, locale, record;
     int qtMajor = 0;
 };
 
@@ -90,6 +90,14 @@ QJsonObject plan(const AttachCommandOptions &options)
     object.insert(QStringLiteral("settings"), settingsOf(options));
     if (!options.rules.empty())
         object.insert(QStringLiteral("rules"), existing(options.rules, "--rules", false));
+    if (!options.record.empty()) {
+        const QFileInfo package(fromLocal(options.record));
+        if (package.suffix() != QLatin1String("hovlets"))
+            throw ToolError(
+                    QStringLiteral("--record %1: the name of a package ends in \".hovlets\"")
+                            .arg(package.filePath()));
+        object.insert(QStringLiteral("record"), package.absoluteFilePath());
+    }
     return object;
 }
 
@@ -130,6 +138,8 @@ void addAttachCommand(Program &program)
             ->check(knownLocale());
     addRepeatable(command, "--setting", options->settings,
                   "NAME=VALUE, a setting such as HVKeyHideDelay=1000; may be repeated");
+    command.add_option("--record", options->record,
+                       "Package to write entries to, in a window beside the program");
     command.add_option("--qt", options->qtMajor,
                        "Qt of the program, 5 or 6, where it cannot be seen in its file")
             ->check(CLI::IsMember({ 5, 6 }));

@@ -89,6 +89,8 @@ AttachOptions AttachOptions::read(const QString &file, QStringList &errors)
                 options.settings.insert(setting.key(), valueOf(setting.value()));
         } else if (each.key() == QLatin1String("rules")) {
             options.rules = pathIn(folder, each.value());
+        } else if (each.key() == QLatin1String("record")) {
+            options.record = pathIn(folder, each.value());
         } else {
             errors += QStringLiteral("%1: unknown name \"%2\"").arg(file, each.key());
         }

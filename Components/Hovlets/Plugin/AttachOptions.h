@@ -26,6 +26,9 @@ struct AttachOptions
     /// File with rules for keys; empty for none.
     QString rules;
 
+    /// The author's package, which entries are written to. Empty: nothing is recorded.
+    QString record;
+
     /// Reads a file. Adds a line to \a errors for each mistake and goes on without it.
     static AttachOptions read(const QString &file, QStringList &errors);
 

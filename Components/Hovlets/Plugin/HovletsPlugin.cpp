@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "AttachOptions.h"
 #include "AttachedHost.h"
+#include "Recorder.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QFileInfo>
@@ -32,10 +33,22 @@ void hideFromChildren()
 
 /// Lives from the start of the application's event loop to its end.
 std::unique_ptr<AttachedHost> attachedHost;
+std::unique_ptr<Recorder> recorder; // null unless the file asks for it
 
 void detach()
 {
+    recorder.reset();
     attachedHost.reset();
+}
+
+/// Returns the folder of the author's package, whose entries win. Its file must exist when the
+/// packages are indexed.
+QString prepareRecording(const QString &package, const QString &locale, QStringList &errors)
+{
+    const QString failure = Recorder::fileIn(package, locale).create(locale);
+    if (!failure.isEmpty())
+        errors += failure;
+    return QFileInfo(package).absolutePath();
 }
 
 void attach(const QString &file)
@@ -47,19 +60,32 @@ void attach(const QString &file)
         return;
     }
     QStringList errors;
-    const AttachOptions options = AttachOptions::read(file, errors);
+    AttachOptions options = AttachOptions::read(file, errors);
     HVContext settings;
     useRecommendedSettings(settings);
-    settings.set(HVKeyLocale, QLocale().name());
+    if (QLocale().language() != QLocale::C)
+        settings.set(HVKeyLocale, QLocale().name());
     options.applyTo(settings, errors);
     settings.set(HVKeyTrackHover, true);
-    for (const QString &path : options.dataPaths) {
+    const QString locale = settings.get(HVKeyLocale).toString();
+    if (!options.record.isEmpty()) {
+        const QString folder = prepareRecording(options.record, locale, errors);
+        options.dataPaths.removeAll(folder);
+        options.dataPaths += folder;
+        settings.set(HVKeyAlwaysShowTooltips, true); // the author's window may be the active one
+    }
+    for (const QString &path : std::as_const(options.dataPaths)) {
         if (!QFileInfo(path).isDir())
             errors += QStringLiteral("%1 is not a folder").arg(path);
     }
     for (const QString &error : std::as_const(errors))
         printMessage(error);
     attachedHost = std::make_unique<AttachedHost>(settings, options.dataPaths, options.rules);
+    if (!options.record.isEmpty()) {
+        recorder =
+                std::make_unique<Recorder>(*attachedHost, Recorder::fileIn(options.record, locale));
+        recorder->show();
+    }
     QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, &detach);
     qAddPostRoutine(&detach); // for programs that leave without an event loop
 }
