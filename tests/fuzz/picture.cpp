@@ -26,11 +26,13 @@ void useSmallLimits()
     HVLimits::setCurrent(limits);
 }
 
-/// Decodes on another thread, as the library does. Qt frees the thread's fonts when it ends.
+/// Decodes on another thread, as the library does. It never ends, because Qt leaks a few bytes when
+/// a thread that has drawn text ends.
 QImage decoded(const HVPictureFile &file)
 {
-    static QThreadPool thread;
+    static auto &thread = *new QThreadPool;
     thread.setMaxThreadCount(1);
+    thread.setExpiryTimeout(-1);
     std::promise<QImage> image;
     thread.start([&] { image.set_value(file.decode(OnScreen)); });
     return image.get_future().get();
