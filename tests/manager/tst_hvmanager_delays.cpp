@@ -9,6 +9,8 @@
 #include <QtQuick/QQuickItem>
 #include <QtTest/QtTest>
 
+#include <algorithm>
+
 using namespace Hovlets;
 
 namespace {
@@ -19,6 +21,13 @@ QByteArray userInterface(const char *name, int height)
 {
     return QByteArray("import QtQuick 2.15\nItem { objectName: '") + name
             + "'; width: 200; height: " + QByteArray::number(height) + " }";
+}
+
+bool isAnyTimerRunning(const QObject &owner)
+{
+    const QList<QTimer *> timers = owner.findChildren<QTimer *>();
+    return std::any_of(timers.begin(), timers.end(),
+                       [](QTimer *timer) { return timer->isActive(); });
 }
 
 void move(QWidget *widget, const QPoint &global)
@@ -123,8 +132,16 @@ private Q_SLOTS:
         } else if (event == QEvent::DeferredDelete) {
             delete std::exchange(m_scene->control, nullptr);
         }
-        QTest::qWait(150); // long enough for a wrong popup to show
-        QCOMPARE(m_scene->isShowing(), event == QEvent::None);
+        if (event == QEvent::None) {
+            QVERIFY(isAnyTimerRunning(m_scene->manager()));
+            QTRY_VERIFY(m_scene->isShowing());
+        } else if (event == QEvent::DeferredDelete) {
+            QTRY_VERIFY(!isAnyTimerRunning(m_scene->manager())); // its timer finds no control
+            QVERIFY(!m_scene->isShowing());
+        } else {
+            QVERIFY(!isAnyTimerRunning(m_scene->manager()));
+            QVERIFY(!m_scene->isShowing());
+        }
     }
 
     void shouldExpandTheSimplePopupInPlace()
@@ -158,7 +175,7 @@ private Q_SLOTS:
         m_scene->context().set(HVKeyExpandDelay, delay);
         m_scene->start();
         QVERIFY(m_scene->show(QStringLiteral("a")));
-        QTest::qWait(100); // long enough for it to expand
+        QVERIFY(!isAnyTimerRunning(*m_scene->popup()));
         QCOMPARE(shownInterface(), QStringLiteral("simple"));
     }
 
@@ -168,8 +185,9 @@ private Q_SLOTS:
         m_scene->context().set(HVKeyExpandDelay, 60);
         m_scene->start();
         QVERIFY(m_scene->show(QStringLiteral("a")));
+        QVERIFY(isAnyTimerRunning(*m_scene->popup()));
         m_scene->popup()->checkMousePosition({ 790, 790 });
-        QTest::qWait(150); // long enough for it to expand
+        QVERIFY(!isAnyTimerRunning(*m_scene->popup()));
         QCOMPARE(shownInterface(), QStringLiteral("simple"));
         m_scene->popup()->checkMousePosition(m_scene->popup()->geometry().center());
         QTRY_COMPARE(shownInterface(), QStringLiteral("full"));
@@ -182,9 +200,9 @@ private Q_SLOTS:
         m_scene->context().set(HVKeySafePath, true);
         m_scene->start();
         QVERIFY(m_scene->show(QStringLiteral("a")));
+        QVERIFY(isAnyTimerRunning(*m_scene->popup()));
         m_scene->popup()->hide();
-        for (const QTimer *timer : m_scene->popup()->findChildren<QTimer *>())
-            QVERIFY(!timer->isActive());
+        QVERIFY(!isAnyTimerRunning(*m_scene->popup()));
     }
 
     /// Counts in the event loop itself, because a timer would add wake-ups.

@@ -13,6 +13,7 @@ namespace Hovlets {
 
 HVShowDelay::HVShowDelay(HVManager &manager)
     : m_manager(manager)
+    , m_timer(&manager)
 {
     m_clock.start();
     m_timer.setSingleShot(true);
