@@ -99,8 +99,12 @@ private Q_SLOTS:
             RecordingHost host(*m_context, {});
             QCOMPARE(window.testAttribute(Qt::WA_AlwaysShowToolTips), set);
             QVERIFY(!child.testAttribute(Qt::WA_AlwaysShowToolTips));
-            const QWidget later;
+            QWidget later;
             QVERIFY(!later.testAttribute(Qt::WA_AlwaysShowToolTips));
+            QWidget laterChild(&later);
+            later.show();
+            QCOMPARE(later.testAttribute(Qt::WA_AlwaysShowToolTips), set);
+            QVERIFY(!laterChild.testAttribute(Qt::WA_AlwaysShowToolTips));
         }
         QVERIFY(!window.testAttribute(Qt::WA_AlwaysShowToolTips));
     }

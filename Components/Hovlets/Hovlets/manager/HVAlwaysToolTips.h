@@ -1,10 +1,28 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QtCore/QObject>
+
 namespace Hovlets {
 
-/// Makes all windows of the application show tooltips while they are inactive, or only while
-/// active.
-void setAlwaysToolTips(bool on);
+/*!
+ * \brief Makes all windows of the application show tooltips while they are inactive.
+ *
+ * Those that exist do so at once, others from when they are shown. GUI thread only.
+ */
+class HVAlwaysToolTips : public QObject
+{
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(HVAlwaysToolTips)
+
+public:
+    HVAlwaysToolTips();
+
+    /// Makes all windows show tooltips only while they are active.
+    static void reset();
+
+protected:
+    bool eventFilter(QObject *object, QEvent *event) override;
+};
 
 } // namespace Hovlets

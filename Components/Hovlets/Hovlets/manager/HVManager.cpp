@@ -49,6 +49,7 @@ public:
     std::unique_ptr<HVIndex> ownIndex; // null if the host supplies one
     HVIndex *index;
     bool eventFilterInstalled = false;
+    std::unique_ptr<HVAlwaysToolTips> alwaysToolTips; // if the settings ask for it
     HVTextServices texts;
     HVPinnedPopups pinned;
     HVHoverPopup popup;
@@ -76,7 +77,7 @@ HVManager::HVManager(HVInterface *interface, HVContext &context, const QStringLi
     d->index->open();
 
     if (context.get(HVKeyAlwaysShowTooltips).toBool())
-        setAlwaysToolTips(true);
+        d->alwaysToolTips = std::make_unique<HVAlwaysToolTips>();
 
     QElapsedTimer timer;
     timer.start();
@@ -94,7 +95,8 @@ HVManager::~HVManager()
 {
     if (d->eventFilterInstalled && QCoreApplication::instance())
         QCoreApplication::instance()->removeEventFilter(this);
-    setAlwaysToolTips(false);
+    d->alwaysToolTips.reset();
+    HVAlwaysToolTips::reset();
 }
 
 HVContext &HVManager::context()

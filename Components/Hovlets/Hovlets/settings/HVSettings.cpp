@@ -82,7 +82,7 @@ QList<HVSetting> makeSettings()
                    "host"),
         HV_SETTING(HVKeyAlwaysShowTooltips, "bool", false, "",
                    "once, by the constructor",
-                   "tooltips in inactive windows too, for all windows that exist at that moment"),
+                   "tooltips in inactive windows too"),
         HV_SETTING(HVKeyKeyDataFile, "string, path", QString(), "none",
                    "at each look-up",
                    "a file with further attributes by key, see [content](content.md#key-data-file)"),
