@@ -42,7 +42,7 @@ QImage pixelsToUpload(const QImage &frame, const QQuickWindow &window)
         const auto *from = reinterpret_cast<const QRgb *>(frame.constScanLine(y * step));
         auto *to = reinterpret_cast<QRgb *>(image.scanLine(y));
         for (int x = 0; x < image.width(); ++x)
-            to[x] = from[x * step];
+            to[x] = from[qint64 { x } * step];
     }
     return image;
 }
