@@ -19,6 +19,9 @@ public:
     double frameWidth() const override { return 64; }
     double frameHeight() const override { return 48; }
 
+    using Hovlets::HVVideoSource::isRestoring;
+    using Hovlets::HVVideoSource::restoringEnded;
+
     void load() { Hovlets::HVVideoSource::loadSource(); }
 
     /// Starts a clip without frames.

@@ -1,12 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "DebugLog.h"
 #include "DecodingSource.h"
+#include "FakeVideoSource.h"
 #include "HVFrameMemory.h"
 #include "HVLimits.h"
 #include "HVVideoController.h"
 #include "TestMain.h"
 #include "Text.h"
 
+#include <QtCore/QRandomGenerator>
+#include <QtCore/QScopeGuard>
+
+#include <chrono>
 #include <memory>
 
 using namespace Hovlets;
@@ -146,6 +151,36 @@ private Q_SLOTS:
         QTRY_COMPARE(controller.state(), HVVideoController::Paused);
         QVERIFY(source.isFrameAvailable(FrameCount - 1));
         controller.quit();
+    }
+
+    /// The controller must not mistake a frame that arrives between two of its questions for one
+    /// that never will.
+    void shouldKeepPlayingWhenTheFrameComesAtAnyMoment()
+    {
+        FakeVideoSource source;
+        source.begin();
+        source.push(2);
+        HVVideoController controller(&source, nullptr);
+        disconnect(&controller, &QThread::finished, &controller, &QObject::deleteLater);
+        controller.start();
+        const auto quit = qScopeGuard([&] { controller.quit(); });
+        QRandomGenerator random(20261122);
+        for (int round = 0; round < 300; ++round) {
+            controller.pause();
+            controller.setPosition(1);
+            QVERIFY(source.releaseFrames());
+            controller.play();
+            QTRY_VERIFY(source.isRestoring());
+            controller.setNeedFrame(true);
+            const auto coming = std::chrono::steady_clock::now()
+                    + std::chrono::microseconds(random.bounded(60));
+            while (std::chrono::steady_clock::now() < coming) { }
+            source.push(2);
+            source.restoringEnded();
+            QTRY_VERIFY(controller.position() == 2
+                        || controller.state() != HVVideoController::Playing);
+            QCOMPARE(controller.position(), quint64(2));
+        }
     }
 
 private:

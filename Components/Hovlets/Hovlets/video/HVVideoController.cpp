@@ -351,7 +351,10 @@ void HVVideoController::run()
         }
         if (d->state == Playing) {
             // Playback never waits for the decoder, except for frames that were decoded before.
-            const bool awaits = d->source && d->source->awaitsFrame(d->position);
+            // The last of those may arrive between the questions; its wake ends the sleep below.
+            const bool awaits = d->source
+                    && (d->source->awaitsFrame(d->position)
+                        || d->source->isFrameAvailable(d->position));
             if (!awaits && frameCount() >= d->position)
                 pause();
         } else if (d->needFrame && !isAvailable) {
