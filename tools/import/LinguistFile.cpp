@@ -16,7 +16,7 @@ namespace HovletsTool {
 
 namespace {
 
-constexpr qint64 MaxSize = qint64 { 64 } * 1024 * 1024; // bytes, far more than any has
+constexpr qint64 MaxLinguistSize = qint64 { 64 } * 1024 * 1024; // bytes, far more than any has
 
 /// A locale as the library writes it, such as es_EC for es_ec; empty if it is unknown.
 QString localeFrom(QStringList parts)
@@ -72,7 +72,7 @@ LinguistFile::LinguistFile(const QString &path)
 
 void LinguistFile::read(const QString &path)
 {
-    QXmlStreamReader reader(readFile(path, MaxSize));
+    QXmlStreamReader reader(readFile(path, MaxLinguistSize));
     bool isTranslation = false;
     QString language;
     Source source;
