@@ -230,6 +230,17 @@ private Q_SLOTS:
         QCOMPARE(both.find(&field).key, text("Preferences/name"));
     }
 
+    void shouldNameTheButtonsOfMessageBoxes()
+    {
+        KeysScene scene;
+        QMessageBox box(QMessageBox::Warning, text("Warning"), text("No sound"), QMessageBox::Ok,
+                        &scene.window);
+        box.show();
+        const HVKeyedControl found = scene.find(box.button(QMessageBox::Ok));
+        QCOMPARE(found.key, text("QMessageBox/Ok"));
+        QCOMPARE(found.candidates, QStringList(text("QMessageBox/Ok")));
+    }
+
     void shouldPreferThePropertyToEverything()
     {
         KeysScene scene({ text("spin") });

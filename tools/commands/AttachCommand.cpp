@@ -24,7 +24,7 @@ namespace {
 struct AttachCommandOptions
 {
     std::vector<std::string> paths, settings, program;
-    std::string rules, locale, record;
+    std::string rules, locale, record, report;
     int qtMajor = 0;
 };
 
@@ -98,6 +98,9 @@ QJsonObject plan(const AttachCommandOptions &options)
                             .arg(package.filePath()));
         object.insert(QStringLiteral("record"), package.absoluteFilePath());
     }
+    if (!options.report.empty())
+        object.insert(QStringLiteral("report"),
+                      QFileInfo(fromLocal(options.report)).absoluteFilePath());
     return object;
 }
 
@@ -140,6 +143,8 @@ void addAttachCommand(Program &program)
                   "NAME=VALUE, a setting such as HVKeyHideDelay=1000; may be repeated");
     command.add_option("--record", options->record,
                        "Package to write entries to, in a window beside the program");
+    command.add_option("--report", options->report,
+                       "File to write the controls on screen and the key of the popup to, as JSON");
     command.add_option("--qt", options->qtMajor,
                        "Qt of the program, 5 or 6, where it cannot be seen in its file")
             ->check(CLI::IsMember({ 5, 6 }));

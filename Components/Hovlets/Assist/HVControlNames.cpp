@@ -83,8 +83,10 @@ QString qualifierOf(const QWidget *widget)
     for (const QWidget *each = widget; each; each = each->parentWidget()) {
         if (!nameOf(each).isEmpty())
             return nameOf(each);
+        if (each->isWindow() && each->windowType() != Qt::Popup)
+            return QLatin1String(each->metaObject()->className());
     }
-    return widget ? QLatin1String(widget->metaObject()->className()) : QString();
+    return {};
 }
 
 QStringList formsOf(const QObject *object)

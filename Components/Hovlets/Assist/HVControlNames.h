@@ -23,7 +23,8 @@ QString nameOf(const QObject *object);
 /// to be a name.
 QString plainText(const QString &text);
 
-/// The name of a container, else that of its nearest parent with a name, else its class.
+/// The name of a container, else that of its nearest parent with a name, else the class of its
+/// window.
 QString qualifierOf(const QWidget *widget);
 
 /*!

@@ -91,6 +91,8 @@ AttachOptions AttachOptions::read(const QString &file, QStringList &errors)
             options.rules = pathIn(folder, each.value());
         } else if (each.key() == QLatin1String("record")) {
             options.record = pathIn(folder, each.value());
+        } else if (each.key() == QLatin1String("report")) {
+            options.report = pathIn(folder, each.value());
         } else {
             errors += QStringLiteral("%1: unknown name \"%2\"").arg(file, each.key());
         }

@@ -29,6 +29,9 @@ struct AttachOptions
     /// The author's package, which entries are written to. Empty: nothing is recorded.
     QString record;
 
+    /// The file to write what is on screen to; empty for none.
+    QString report;
+
     /// Reads a file. Adds a line to \a errors for each mistake and goes on without it.
     static AttachOptions read(const QString &file, QStringList &errors);
 

@@ -2,6 +2,7 @@
 #include "AttachOptions.h"
 #include "AttachedHost.h"
 #include "Recorder.h"
+#include "ScreenReport.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QFileInfo>
@@ -34,9 +35,11 @@ void hideFromChildren()
 /// Lives from the start of the application's event loop to its end.
 std::unique_ptr<AttachedHost> attachedHost;
 std::unique_ptr<Recorder> recorder; // null unless the file asks for it
+std::unique_ptr<ScreenReport> report; // the same
 
 void detach()
 {
+    report.reset();
     recorder.reset();
     attachedHost.reset();
 }
@@ -86,6 +89,8 @@ void attach(const QString &file)
                 std::make_unique<Recorder>(*attachedHost, Recorder::fileIn(options.record, locale));
         recorder->show();
     }
+    if (!options.report.isEmpty())
+        report = std::make_unique<ScreenReport>(*attachedHost, options.report);
     QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, &detach);
     qAddPostRoutine(&detach); // for programs that leave without an event loop
 }
