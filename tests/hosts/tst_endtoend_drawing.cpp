@@ -7,10 +7,14 @@
 #include "Pointer.h"
 #include "TestMain.h"
 
+#include <QtCore/QAbstractEventDispatcher>
 #include <QtGui/QImage>
 #include <QtGui/QPixmap>
 #include <QtGui/QScreen>
 #include <QtQuick/QQuickItem>
+
+#include <algorithm>
+#include <functional>
 
 using namespace Hovlets;
 
@@ -165,6 +169,54 @@ private Q_SLOTS:
         delete pinned;
     }
 
+    void shouldExpandInOneFrame()
+    {
+        m_folder.add(QStringLiteral("Pack.hovlets/ui/SimpleTooltip.qml"),
+                     "import QtQuick 2.15\nRectangle { width: 150; height: 40; color: 'red' }");
+        HVContext &settings = m_host->manager()->context();
+        settings.set(HVKeySimpleMode, true);
+        settings.set(HVKeyExpandDelay, 500);
+        settings.set(HVKeyCursorOffset, QSize(35, 200)); // on the screen's constant background
+        QVERIFY(hover("a"));
+        const QRect area(popup()->pos(), QSize(201, 101));
+        QVERIFY(!m_window->frameGeometry().intersects(area));
+        QTRY_COMPARE(pixelOnScreen(popup()->geometry().center()), QColor(Qt::red));
+        QVector<QImage> frames { onScreen(area) };
+        const auto look = [&] { frames.append(onScreen(area)); };
+        connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
+                look); // the next event changes the screen at the earliest
+        m_beforePainting = look;
+        qApp->installEventFilter(this);
+        QEventLoop loop; // unlike the waits of Qt Test, it blocks
+        QTimer poll;
+        connect(&poll, &QTimer::timeout, &loop, [&] {
+            if (pixelOnScreen(popup()->geometry().center()) == QColor("steelblue"))
+                QTimer::singleShot(50, &loop, &QEventLoop::quit); // nothing changes any more
+        });
+        poll.start(10);
+        QTimer::singleShot(Patience, &loop, &QEventLoop::quit);
+        loop.exec();
+        QAbstractEventDispatcher::instance()->disconnect(this);
+        qApp->removeEventFilter(this);
+        QCOMPARE(popup()->geometry(), area);
+        const QImage simple = frames.constFirst();
+        const QImage full = onScreen(area);
+        QVERIFY(simple != full);
+        const auto others = std::count_if(frames.begin(), frames.end(), [&](const QImage &frame) {
+            return frame != simple && frame != full;
+        });
+        QVERIFY(frames.contains(full)); // it was visible while the loop ran
+        QCOMPARE(int(others), 0);
+    }
+
+protected:
+    bool eventFilter(QObject *object, QEvent *event) override
+    {
+        if (event->type() == QEvent::UpdateRequest && object == popup())
+            m_beforePainting();
+        return HoverTest::eventFilter(object, event);
+    }
+
 private:
     /// Shows a popup over the window, and hides it.
     void coverTheWindow()
@@ -204,6 +256,7 @@ private:
 
     HVVideoComponent *video() const { return qobject_cast<HVVideoComponent *>(item("video")); }
 
+    std::function<void()> m_beforePainting;
     ClipFolder m_clips;
     std::unique_ptr<PackageFolder> m_clipPackages;
 };
