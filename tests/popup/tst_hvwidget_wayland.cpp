@@ -70,6 +70,10 @@ private Q_SLOTS:
         QCOMPARE(QGuiApplication::platformName(), QStringLiteral("wayland"));
         QVERIFY2(QGuiApplication::screens().size() == 2,
                  "run it with support/with-wayland --size 640x480 --second 1280x800");
+        QWidget window;
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        Pointer::agree();
         m_ui = m_folder.add(QStringLiteral("Popup.qml"), UserInterface);
     }
 

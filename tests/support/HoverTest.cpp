@@ -168,6 +168,7 @@ void HoverTest::showWindow(const QPoint &position)
         m_window->show();
         QTRY_VERIFY(m_window->isActiveWindow());
         QTRY_COMPARE(m_window->size(), m_window->screen()->size());
+        Pointer::agree();
         return;
     }
     m_window->move(position);

@@ -17,6 +17,18 @@ void Pointer::moveAway()
     moveTo(QGuiApplication::primaryScreen()->geometry().bottomRight() - QPoint(2, 2));
 }
 
+void Pointer::agree()
+{
+    QRect outputs;
+    const QList<QScreen *> screens = QGuiApplication::screens();
+    for (const QScreen *screen : screens)
+        outputs |= screen->geometry();
+    for (int edges = 0; edges < 2; ++edges) {
+        moveTo(outputs.bottomRight());
+        moveTo(outputs.topLeft());
+    }
+}
+
 void Pointer::click()
 {
     run({ QStringLiteral("click"), QStringLiteral("1") });

@@ -18,6 +18,14 @@ public:
     static void moveAway();
     static void click();
 
+    /*!
+     * Makes a Wayland display on an X display agree with that on where the pointer is.
+     *
+     * It follows the moves of the X pointer from its own position, which is wrong if it has missed
+     * a move at the start. Both stop at the edges.
+     */
+    static void agree();
+
     /// Holds the left button down until letGo().
     static void hold();
     static void letGo();
