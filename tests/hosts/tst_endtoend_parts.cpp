@@ -103,6 +103,10 @@ public:
         const int index = names().indexOf(name);
         if (kind == "tabs")
             return tabs.mapToGlobal(tabs.tabRect(index).center());
+        if (kind == "dock tabs") {
+            const QTabBar &docks = *dockTabs();
+            return docks.mapToGlobal(docks.tabRect(index).center());
+        }
         if (kind == "menu")
             return menu.mapToGlobal(menu.actionGeometry(menu.actions().at(index)).center());
         if (kind == "menu bar")
@@ -133,6 +137,25 @@ public:
         return combo.view();
     }
 
+    /// Puts docks of these names into one place. Qt creates their tabs.
+    void addDocks()
+    {
+        QDockWidget *first = nullptr;
+        for (const QString &text : names()) {
+            auto *dock = new QDockWidget(text, this);
+            addDockWidget(Qt::BottomDockWidgetArea, dock);
+            if (first)
+                tabifyDockWidget(first, dock);
+            else
+                first = dock;
+        }
+    }
+
+    QTabBar *dockTabs() const
+    {
+        return findChild<QTabBar *>(QString(), Qt::FindDirectChildrenOnly);
+    }
+
     QTabBar tabs;
     QTableView table;
     QListWidget list;
@@ -158,7 +181,8 @@ private Q_SLOTS:
     void shouldTakePartsForControls_data()
     {
         QTest::addColumn<QByteArray>("kind");
-        for (const char *kind : { "tabs", "sections", "rows", "menu", "menu bar", "combo list" })
+        for (const char *kind :
+             { "tabs", "dock tabs", "sections", "rows", "menu", "menu bar", "combo list" })
             QTest::newRow(kind) << QByteArray(kind);
     }
 
@@ -166,7 +190,10 @@ private Q_SLOTS:
     {
         QFETCH(QByteArray, kind);
         PartsWindow window;
+        if (kind == "dock tabs")
+            window.addDocks();
         QVERIFY(start(window));
+        QTRY_VERIFY(kind != "dock tabs" || (window.dockTabs() && window.dockTabs()->isVisible()));
         const QWidget *opened = window.open(kind);
         const auto at = [&](const char *name) {
             return window.centerOf(kind, QString::fromUtf8(name));
@@ -181,8 +208,8 @@ private Q_SLOTS:
         Pointer::moveTo(at("plain")); // another control: the countdown starts
         QTRY_VERIFY(timer()->isActive() || !popup()->isVisible());
         QVERIFY(rest(at("plain"), [&] { return !popup()->isVisible(); }));
-        if (kind == "menu bar")
-            return;
+        if (kind == "menu bar" || kind == "dock tabs")
+            return; // none of them has a tooltip
         QVERIFY(rest(at("a"), [&] { return shown("a"); }));
         // The popup does not stay for a part near it that has a tooltip.
         m_host->manager()->context().set(HVKeySafeMargin, QSize(2000, 2000));
