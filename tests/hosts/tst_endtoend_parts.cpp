@@ -209,7 +209,7 @@ private Q_SLOTS:
         QTRY_VERIFY(timer()->isActive() || !popup()->isVisible());
         QVERIFY(rest(at("plain"), [&] { return !popup()->isVisible(); }));
         if (kind == "menu bar" || kind == "dock tabs")
-            return; // none of them has a tooltip
+            return; // Qt shows no tooltips for them
         QVERIFY(rest(at("a"), [&] { return shown("a"); }));
         // The popup does not stay for a part near it that has a tooltip.
         m_host->manager()->context().set(HVKeySafeMargin, QSize(2000, 2000));
