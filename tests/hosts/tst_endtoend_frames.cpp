@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HoverTest.h"
+#include "Patience.h"
 #include "Pointer.h"
 #include "TestMain.h"
 
 #include <QtCore/QAbstractEventDispatcher>
+#include <QtCore/QEventLoop>
 #include <QtCore/QProcess>
+#include <QtCore/QTimer>
 #include <QtGui/QImage>
 #include <QtGui/QPixmap>
 #include <QtGui/QScreen>
@@ -202,13 +205,28 @@ private Q_SLOTS:
         QVector<Frame> frames; // each remains on the screen until the next event
         connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
                 [&] { frames.append(onScreen()); });
-        const bool shown = rest(m_window->centerOf("b"), [&] {
-            return isShowing("b") && onScreen().second.isWhole({ popup()->pos(), SecondSize });
+        QEventLoop loop; // unlike the waits of Qt Test, it blocks
+        QTimer pointer;
+        QTimer poll;
+        bool shown = false;
+        int moves = 0;
+        connect(&pointer, &QTimer::timeout, &loop,
+                [&] { Pointer::moveTo(m_window->centerOf("b") + QPoint(++moves % 2, 0)); });
+        connect(&poll, &QTimer::timeout, &loop, [&] {
+            shown = isShowing("b") && onScreen().second.isWhole({ popup()->pos(), SecondSize });
+            if (shown)
+                QTimer::singleShot(50, &loop, &QEventLoop::quit); // nothing changes any more
         });
-        QTest::qWait(50); // nothing changes any more
+        Pointer::moveTo(m_window->centerOf("b"));
+        pointer.start(400);
+        poll.start(10);
+        QTimer::singleShot(Patience, &loop, &QEventLoop::quit);
+        loop.exec();
         QAbstractEventDispatcher::instance()->disconnect(this);
         QVERIFY(shown);
         const QRect second(popup()->pos(), SecondSize);
+        QVERIFY(frames.constFirst().first.isWhole(first));
+        QVERIFY(frames.constLast().second.isWhole(second));
         for (const Frame &frame : std::as_const(frames)) {
             const bool isFirst = frame.first.isWhole(first) && frame.second.pixels == 0;
             const bool isSecond = frame.second.isWhole(second) && frame.first.pixels == 0;
