@@ -32,7 +32,7 @@ struct AttachOptions
     /// The file to write what is on screen to; empty for none.
     QString report;
 
-    /// Reads a file. Adds a line to \a errors for each mistake and goes on without it.
+    /// Reads a file. Adds a line to \a errors for each mistake and continues without it.
     static AttachOptions read(const QString &file, QStringList &errors);
 
     /// Writes the settings. Adds a line to \a errors for each that the library does not know.

@@ -20,7 +20,7 @@ namespace {
 constexpr const char *Variable = "HOVLETS_ATTACH";
 constexpr const char *PluginsVariable = "QT_QPA_GENERIC_PLUGINS";
 
-/// Programs that the application starts are its own business.
+/// Programs that the application starts do not get the plug-in.
 void hideFromChildren()
 {
     qunsetenv(Variable);

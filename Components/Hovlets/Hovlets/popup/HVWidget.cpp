@@ -212,14 +212,14 @@ void HVWidget::placeFor(QWidget *control, const QPoint &pos)
 void HVWidget::retire()
 {
     d->retired = true;
-    const auto end = [self = QPointer<HVWidget>(this)] {
+    if (!d->view) {
+        deleteLater();
+        return;
+    }
+    d->view->whenIdle([self = QPointer<HVWidget>(this)] {
         if (self)
             self->deleteLater();
-    };
-    if (d->view)
-        d->view->whenIdle(end);
-    else
-        end();
+    });
 }
 
 void HVWidget::showAnimated()
