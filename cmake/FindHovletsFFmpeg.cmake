@@ -72,6 +72,8 @@ if(NOT TARGET HovletsFFmpeg::HovletsFFmpeg)
     if(NOT HovletsFFmpeg_LIBRARIES)
         _hovlets_ffmpeg_from_files(${_hovlets_ffmpeg})
     endif()
+else()
+    set(HovletsFFmpeg_LIBRARIES HovletsFFmpeg::HovletsFFmpeg)
 endif()
 
 include(FindPackageHandleStandardArgs)

@@ -54,7 +54,7 @@ hovlets_deb(Runtime lib${CPACK_PACKAGE_NAME}-${_qt}-${PROJECT_VERSION_MAJOR} lib
 hovlets_deb(Data hovlets-data misc "the default content packages" ALL)
 hovlets_deb(Headers hovlets-headers libdevel "headers and CMake package for all Qt" ALL)
 hovlets_deb(Dev lib${CPACK_PACKAGE_NAME}-${_qt}-dev libdevel "what hosts on ${HOVLETS_QT} link with"
-    DEPENDS "libhovlets-${_qt}-${PROJECT_VERSION_MAJOR} ${_same}, hovlets-headers ${_same}, ${_qt_dev}, pkg-config, libavformat-dev, libavcodec-dev, libavutil-dev, libswscale-dev")
+    DEPENDS "libhovlets-${_qt}-${PROJECT_VERSION_MAJOR} ${_same}, hovlets-headers ${_same}, ${_qt_dev}")
 if("Plugin" IN_LIST CPACK_COMPONENTS_ALL)
     hovlets_deb(Plugin hovlets-${_qt}-plugin utils
         "the plug-in for applications on ${HOVLETS_QT} that were built without it"

@@ -302,15 +302,15 @@ private Q_SLOTS:
         QmlPopup popup;
         const QByteArray whole = encoded({ 60, 40 }, "png");
         popup.folder.add(text("Pack.hovlets/a.png"), whole.left(whole.size() / 2));
-        popup.show("HVPicture { objectName: 'p'; source: dataLocation + '/a.png'; width: 60; "
-                   "height: 40 }");
+        popup.show(
+                "HVPicture { objectName: 'p'; source: dataLocation + '/a.png'; width: 60; "
+                "height: 40; property int failures: 0; property bool wasSound: false; "
+                "onFailedChanged: ++failures; onLoadingChanged: if (loading) wasSound = !failed }");
         auto *item = popup.item<HVPictureComponent>("p");
-        QVERIFY(item->isLoading());
-        QVERIFY(!item->hasFailed()); // the header is sound
-        QSignalSpy failed(item, &HVPictureComponent::failedChanged);
         QTRY_VERIFY(item->hasFailed());
         QVERIFY(!item->isLoading());
-        QCOMPARE(failed.count(), 1);
+        QCOMPARE(item->property("failures").toInt(), 1);
+        QVERIFY(item->property("wasSound").toBool()); // the header is
 
         item->setSource(popup.folder.add(text("Pack.hovlets/b.png"), whole));
         QVERIFY(!item->hasFailed());

@@ -155,6 +155,10 @@ private Q_SLOTS:
                 << text("<p style=\"font-size:72pt\"><i style=\"font-size:9pt\"></i>"
                         "<span style=\"font-size:9pt\">%1</span></p>")
                 << 100;
+        QTest::newRow("address in large") << text(
+                "<span style=\"font-size:72pt\"><a href=\"http://x/font-size:9px\">%1</a></span>")
+                                          << 25;
+        QTest::newRow("address") << text("<a href=\"http://x/font-size:72px\">%1</a>") << 100;
         QTest::newRow("after large") << text("<span style=\"font-size:72pt\"></span>%1") << 100;
     }
 

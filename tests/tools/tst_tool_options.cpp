@@ -130,12 +130,13 @@ void tst_ToolOptions::verifyThatBothArgumentsAreRead(const QStringList &argument
     const QByteArray words = "hovlets: " + missing.toUtf8() + ' ';
     QVERIFY2(run.error.startsWith(words),
              (arguments.join(QLatin1Char(' ')).toUtf8() + "\n" + run.error).constData());
-    QCOMPARE(run.status, 2);
+    QVERIFY(run.status == 1 || run.status == 2); // 1 if the rest of an import was made
 }
 
 void tst_ToolOptions::shouldCoverEachCommandWithOptions()
 {
-    QStringList names { text("new") }; // its only option is --help
+    // The only option of "new" is --help, and "attach" takes the command line of a program.
+    QStringList names { text("attach"), text("new") };
     const QList<Command> all = commands();
     for (const Command &command : all)
         names += command.name;

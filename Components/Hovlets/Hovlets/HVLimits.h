@@ -117,7 +117,7 @@ struct HOVLETS_EXPORT HVLimits
      * one counts as missing. Most pictures take width x height x 4; progressive JPEG, PNG with 16
      * bits per channel, and lossless or animated WebP take up to three times as much. Pictures are
      * decoded one at a time. All decoded pictures in popups, scaled down to their size on screen,
-     * may together take as much again; the description replaces one that does not fit.
+     * may together take as much again; one that does not fit counts as damaged.
      */
     qint64 pictureMemory = qint64 { 128 } * 1024 * 1024;
 
@@ -172,7 +172,7 @@ struct HOVLETS_EXPORT HVLimits
      * it holds those that the next ones refer to (the clip selects up to 16) and those of its other
      * threads; it uses fewer threads for large frames. The clip ends before the frame that does not
      * fit, with a line in Qt's debug output. By default, 8 frames of a usual clip in 4K fit.
-     * Clips of whose frames fewer than three fit are decoded one at a time.
+     * Clips whose frames are so large that fewer than three fit are decoded one at a time.
      *
      * The memory of decoders in external libraries, such as those for AV1, cannot be counted. They
      * decode no frame with more pixels than a twelfth of this number (by default 4096 x 2160),

@@ -164,7 +164,7 @@ quint32 hashOf(Bytes key)
     return static_cast<quint32>(std::hash<Bytes>()(key));
 }
 
-/// Sorts a million hashes in a tenth of the time that std::sort takes, which users would notice.
+/// For a million hashes, this takes a tenth of the time of std::sort, which users would notice.
 void sortByDigits(std::vector<quint32> &hashes)
 {
     constexpr int DigitBits = 11;

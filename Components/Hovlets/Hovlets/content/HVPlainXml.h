@@ -36,8 +36,8 @@ public:
     [[nodiscard]] const char *position() const { return m_rest.data(); }
     [[nodiscard]] bool isAtEnd() const { return m_rest.empty(); }
 
-    /// Bounds the work: texts and sections that end after \a place are an error. It is noticed late
-    /// in a text, after some kilobytes.
+    /// Bounds the work: texts and sections that end after \a place are an error. In a text,
+    /// this is noticed up to 64 KB late.
     void stopAt(const char *place) { m_stop = place; }
 
     /// Whether the place set with stopAt() is what ended reading.

@@ -31,7 +31,7 @@ void HVAlwaysToolTips::reset()
 
 bool HVAlwaysToolTips::eventFilter(QObject *object, QEvent *event)
 {
-    if (event->type() == QEvent::Show && object->isWidgetType()) {
+    if (event->type() == QEvent::Polish && object->isWidgetType()) {
         auto *widget = static_cast<QWidget *>(object);
         if (widget->isWindow())
             widget->setAttribute(Qt::WA_AlwaysShowToolTips);

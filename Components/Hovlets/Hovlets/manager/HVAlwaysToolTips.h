@@ -8,7 +8,7 @@ namespace Hovlets {
 /*!
  * \brief Makes all windows of the application show tooltips while they are inactive.
  *
- * Those that exist do so at once, others from when they are shown. GUI thread only.
+ * Those that exist do so at once, others when they are shown for the first time. GUI thread only.
  */
 class HVAlwaysToolTips : public QObject
 {

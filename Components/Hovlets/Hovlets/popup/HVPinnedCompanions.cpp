@@ -60,7 +60,8 @@ bool HVPinnedCompanions::eventFilter(QObject *object, QEvent *event)
 {
     if (event->type() == QEvent::Show && object->isWidgetType())
         tieToWindow(*static_cast<QWidget *>(object));
-    else if (event->type() == QEvent::MouseButtonPress && object == m_window.windowHandle())
+    else if (event->type() == QEvent::MouseButtonPress && object == m_window.windowHandle()
+             && QGuiApplication::focusWindow() != object)
         m_click.start();
     return false;
 }
@@ -85,13 +86,16 @@ void HVPinnedCompanions::clickDidNotActivate()
         if (!popup || !popup->isWindow() || !popup->isVisible())
             continue;
         popup->hide();
-        popup->show();
+        if (popup)
+            popup->show();
     }
 }
 
 void HVPinnedCompanions::activeWindowChanged(const QWindow *active)
 {
     const bool isBeside = contains(active);
+    if (active && active == m_window.windowHandle())
+        m_click.stop();
     if (isBeside == m_hasSetAttribute)
         return;
     if (isBeside && m_window.testAttribute(Qt::WA_AlwaysShowToolTips))

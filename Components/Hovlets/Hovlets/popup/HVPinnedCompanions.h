@@ -47,7 +47,8 @@ private:
     QVector<QWidget *> m_popups;
     QTimer m_click; // runs from a click until the window should be active
     bool m_hasSetAttribute = false;
-    bool m_isLockedOut = false; // if the popups belong to the window
+    bool m_isLockedOut =
+            false; // the compositor does not activate the window while popups belong to it
 };
 
 } // namespace Hovlets

@@ -4,7 +4,7 @@
 #include "HVVisibleArea.h"
 #include "HVWindowSystem.h"
 
-#include <QtCore/QScopedValueRollback>
+#include <QtCore/QPointer>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QRegion>
 #include <QtGui/QScreen>
@@ -232,11 +232,16 @@ bool HVPopupGeometry::mustAppearAgain(const QWidget &window, const QRect &geomet
 
 void HVPopupGeometry::appearAt(const QRect &geometry)
 {
-    const QScopedValueRollback<bool> appearing(m_isAppearingAgain, true);
-    m_popup.hide();
-    setFixedGeometry(m_popup, geometry);
+    const QPointer<QWidget> popup(&m_popup); // hiding and showing run code of the host
+    m_isAppearingAgain = true;
+    popup->hide();
+    if (!popup)
+        return;
+    setFixedGeometry(*popup, geometry);
     attach();
-    m_popup.show();
+    popup->show();
+    if (popup)
+        m_isAppearingAgain = false;
 }
 
 } // namespace Hovlets

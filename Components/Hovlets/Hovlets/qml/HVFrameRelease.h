@@ -25,7 +25,7 @@ class HVFrameRelease : public QObject
     Q_DISABLE_COPY_MOVE(HVFrameRelease)
 
 public:
-    /// Both belong to the \a item, which owns this object.
+    /// \a item owns this object and \a controller.
     HVFrameRelease(HVVideoComponent *item, HVVideoController *controller);
 
     bool eventFilter(QObject *watched, QEvent *event) override;

@@ -74,7 +74,8 @@ void HVPictureComponent::updatePolish()
     m_request.emplace(m_source, size, this, [this](const HVSharedPicture &picture) {
         show(picture);
         setLoading(false);
-        setFailed(!picture);
+        if (m_request) // QML may have set another source meanwhile
+            setFailed(!picture);
     });
 }
 

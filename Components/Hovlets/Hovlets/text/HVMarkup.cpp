@@ -192,7 +192,7 @@ private:
             m_writer.endWord();
         if (token.tag == Tag::Br)
             return;
-        m_open.open(token.tag, styledTextSize(attributes));
+        m_open.open(token.tag, token.tag == Tag::A ? 0 : styledTextSize(attributes)); // no address
         if (token.isEmpty)
             closeInnermost();
         updateCost();

@@ -8,7 +8,7 @@
 namespace Hovlets {
 
 /*!
- * \brief The turn of a clip with large frames to be decoded.
+ * \brief Lets clips with large frames be decoded one at a time.
  *
  * A decoder of such frames takes over a hundred megabytes, and that of the previous popup may still
  * be ending when the next popup shows. Therefore only one such decoder works at a time. Any thread.
@@ -24,8 +24,9 @@ public:
     ~HVDecodingTurn();
 
     /*!
-     * Takes the turn if this clip does not have it. Waits for that of another clip, up to 3 s or
-     * until \a interrupted returns true; then two clips are decoded at a time.
+     * Takes the turn if this clip does not have it. Waits while another clip has it, but not longer
+     * than 3 s or than until \a interrupted returns true. After that, two clips are decoded at a
+     * time.
      */
     void take(const std::function<bool()> &interrupted);
 

@@ -2,8 +2,8 @@
 import QtQuick 2.15
 import com.zandor.hovlets.qml 1.0
 
-// A picture at its natural size, or scaled down to the available width. Its description replaces it
-// if decoding shows that it is damaged, or refused.
+// A picture at its natural size, or scaled down to the available width. If it cannot be decoded, its
+// description replaces it.
 Item {
     id: picture
 
