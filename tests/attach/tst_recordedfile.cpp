@@ -107,6 +107,35 @@ private Q_SLOTS:
         QCOMPARE(file.find(text("k"))->entry.paragraphs, QStringList(text("<b>]]></b>")));
     }
 
+    void shouldLeaveAFileThatCannotHoldTheEntry_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<QString>("message");
+        const QByteArray sound = "<hovlets locale='de'></hovlets>";
+        QTest::newRow("a root without an end tag") << QByteArray("<hovlets locale='de'/>")
+                                                   << text("K") << text("cannot hold the entry");
+        QTest::newRow("a control character")
+                << sound << text("K\x01") << text("cannot hold the entry");
+        QTest::newRow("a form feed") << sound << text("K\x0c") << text("cannot hold the entry");
+        QTest::newRow("another encoding")
+                << QByteArray("<?xml version='1.0' encoding='ISO-8859-1'?>\n"
+                              "<hovlets locale='de'><hovlet key='a' title='\xc4'/></hovlets>")
+                << text("K") << text("is not in UTF-8");
+    }
+
+    void shouldLeaveAFileThatCannotHoldTheEntry()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(QString, title);
+        QFETCH(QString, message);
+        const PackageFolder folder;
+        const RecordedFile file(folder.add(text("file.xml"), content));
+        const QString failure = file.write({ text("k"), title, {} });
+        QVERIFY2(failure.contains(message), qPrintable(failure));
+        QCOMPARE(bytesOf(file), content);
+    }
+
     void shouldLeaveADamagedFile()
     {
         const PackageFolder folder;

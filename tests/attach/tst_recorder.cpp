@@ -39,16 +39,15 @@ private Q_SLOTS:
         m_mine = std::make_unique<PackageFolder>();
         m_german = m_folder->addControlFile(text("Pack"), text("de"), Content);
         m_english = m_folder->addControlFile(text("Pack"), text("en"), Fallback);
-        const RecordedFile file =
-                Recorder::fileIn(m_mine->path() + text("/Mine.hovlets"), text("de_DE"));
-        QCOMPARE(file.create(text("de_DE")), QString());
+        m_own = Recorder::fileIn(m_mine->path() + text("/Mine.hovlets"), text("de_DE"));
+        QCOMPARE(m_own.create(text("de_DE")), QString());
         HVContext settings;
         settings.set(HVKeyLocale, text("de_DE"));
         const QStringList paths { m_folder->path(), m_mine->path() };
         m_host = std::make_unique<AttachedHost>(settings, paths, QString());
         m_window = std::make_unique<KeysWindow>();
         m_window->show();
-        m_recorder = std::make_unique<Recorder>(*m_host, file);
+        m_recorder = std::make_unique<Recorder>(*m_host, m_own);
         m_recorder->move(720, 0);
         m_recorder->show();
         QVERIFY(QTest::qWaitForWindowExposed(m_recorder.get()));
@@ -85,15 +84,22 @@ private Q_SLOTS:
 
     void shouldEditAnEntryOfAnotherPackage()
     {
+        QVERIFY(m_host->show(text("spin"), QPoint(720, 500), m_window->spin));
         pointAt(m_window->spin);
         QTRY_COMPARE(key(), text("spin"));
         QCOMPARE(field()->text(), text("Drehfeld"));
         field()->setText(text("Feld"));
         button("hovletsSave")->click();
-        QCOMPARE(m_host->hovletAttribute(text("spin"), text("title"), QString()), text("Feld"));
-        QVERIFY(label("hovletsStatus").startsWith(text("Saved in ")));
-        QVERIFY(!label("hovletsStatus").contains(text(" wins")));
-        QVERIFY(RecordedFile(m_german).find(text("spin"))->entry.title == text("Drehfeld"));
+        QCOMPARE(label("hovletsStatus"), text("Saved in ") + m_own.path());
+        QCOMPARE(RecordedFile(m_german).find(text("spin"))->entry.title, text("Drehfeld"));
+
+        // The popup of before is still the latest one.
+        pointAt(m_window->unnamedButton);
+        QTRY_COMPARE(key(), text("group/Apply all"));
+        pointAt(m_window->spin);
+        QTRY_COMPARE(key(), text("spin"));
+        QCOMPARE(field()->text(), text("Feld"));
+        QVERIFY2(label("hovletsReason").contains(m_own.path()), qPrintable(label("hovletsReason")));
     }
 
     void shouldStayWithAControlWhileTextIsNotSaved()
@@ -137,6 +143,18 @@ private Q_SLOTS:
         QTRY_VERIFY(!m_recorder->windowHandle()->transientParent());
     }
 
+    void shouldNotBelongToADialogOfItsOwn()
+    {
+        QDialog dialog(m_recorder.get()); // as a program makes it over its active window
+        dialog.setModal(true);
+        dialog.show();
+        QTRY_COMPARE(dialog.windowHandle()->transientParent(), m_recorder->windowHandle());
+        QSignalSpy looks(m_recorder->findChild<QTimer *>(QString(), Qt::FindDirectChildrenOnly),
+                         &QTimer::timeout);
+        QTRY_VERIFY(!looks.isEmpty());
+        QVERIFY(!m_recorder->windowHandle()->transientParent());
+    }
+
 private:
     static void pointAt(const QWidget *widget)
     {
@@ -145,7 +163,7 @@ private:
 
     QString reason(QWidget *widget)
     {
-        return explain(*m_host, widget, widget->mapToGlobal(widget->rect().center())).reason;
+        return explain(*m_host, m_own, widget, widget->mapToGlobal(widget->rect().center())).reason;
     }
 
     QString key() const { return m_recorder->findChild<QComboBox *>()->currentText(); }
@@ -166,6 +184,7 @@ private:
     std::unique_ptr<PackageFolder> m_mine; // of the author
     QString m_german;
     QString m_english;
+    RecordedFile m_own { QString() };
     std::unique_ptr<AttachedHost> m_host;
     std::unique_ptr<KeysWindow> m_window;
     std::unique_ptr<Recorder> m_recorder;

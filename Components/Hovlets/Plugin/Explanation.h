@@ -20,7 +20,9 @@ struct Explanation
     QString reason; // one or two sentences for the author
 };
 
-/// Explains what shows at the global \a position on \a widget.
-Explanation explain(AttachedHost &host, QWidget *widget, const QPoint &position);
+/// Explains what shows at the global \a position on \a widget. Entries of \a own, the author's
+/// file, count as soon as they are written.
+Explanation explain(AttachedHost &host, const RecordedFile &own, QWidget *widget,
+                    const QPoint &position);
 
 } // namespace Hovlets

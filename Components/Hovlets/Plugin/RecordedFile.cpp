@@ -158,6 +158,8 @@ QString readText(const QString &path, QString &text)
     if (!file.open(QIODevice::ReadOnly))
         return QStringLiteral("%1 cannot be read: %2").arg(path, file.errorString());
     text = QString::fromUtf8(file.readAll());
+    if (text.contains(QChar::ReplacementCharacter))
+        return QStringLiteral("%1 is not in UTF-8").arg(path);
     return {};
 }
 
@@ -193,7 +195,7 @@ QString RecordedFile::create(const QString &locale) const
 std::optional<FoundEntry> RecordedFile::find(const QString &key) const
 {
     QString text;
-    if (!readText(m_path, text).isEmpty())
+    if (key.isEmpty() || !readText(m_path, text).isEmpty())
         return std::nullopt;
     const FileSpans spans = spansOf(text, key);
     return spans.entry ? std::make_optional(spans.entry->found) : std::nullopt;
@@ -215,6 +217,10 @@ QString RecordedFile::write(const RecordedEntry &entry) const
     } else {
         text.insert(int(spans.rootEnd), QLatin1Char('\n') + Indent + written + QLatin1Char('\n'));
     }
+    // Nothing fits into a root without an end tag, and XML does not allow all characters.
+    const FileSpans made = spansOf(text, entry.key);
+    if (!made.error.isEmpty() || !made.entry)
+        return QStringLiteral("%1 cannot hold the entry: %2").arg(m_path, made.error);
     return writeText(m_path, text);
 }
 

@@ -5,7 +5,6 @@
 #include "Explanation.h"
 
 #include <Hovlets/HVPopup.h>
-#include <QtCore/QFileInfo>
 #include <QtCore/QRegularExpression>
 #include <QtGui/QWindow>
 #include <QtWidgets/QAbstractItemView>
@@ -117,7 +116,7 @@ void Recorder::showControl(QWidget *widget, const QPoint &position)
     if (m_isModified || window == this || !HVPopup(window).isNull() || !HVPopup(widget).isNull()
         || m_key->view()->window() == window)
         return;
-    const Explanation found = explain(m_host, widget, position);
+    const Explanation found = explain(m_host, m_file, widget, position);
     m_isFilling = true;
     m_path->setText(found.control.path);
     m_key->clear();
@@ -132,7 +131,9 @@ void Recorder::showControl(QWidget *widget, const QPoint &position)
 void Recorder::showEntry(const QString &key)
 {
     const QString file = m_host.hovletAttribute(key, QStringLiteral("HVLocation"), {});
-    const auto found = file.isEmpty() ? std::nullopt : RecordedFile(file).find(key);
+    auto found = m_file.find(key); // the host may answer from a popup that shows an older entry
+    if (!found && !file.isEmpty())
+        found = RecordedFile(file).find(key);
     m_isFilling = true;
     m_title->setText(found ? found->entry.title : QString());
     m_text->setPlainText(found ? found->entry.paragraphs.join(Between) : QString());
@@ -155,11 +156,7 @@ void Recorder::save()
         return;
     }
     setModified(false);
-    const QString winner = m_host.hovletAttribute(key, QStringLiteral("HVLocation"), {});
-    const bool isShown = QFileInfo(winner) == QFileInfo(m_file.path());
-    m_status->setText(isShown ? QStringLiteral("Saved in %1").arg(m_file.path())
-                              : QStringLiteral("Saved in %1, but the entry in %2 wins.")
-                                        .arg(m_file.path(), winner));
+    m_status->setText(QStringLiteral("Saved in %1").arg(m_file.path()));
 }
 
 void Recorder::discard()
@@ -181,6 +178,9 @@ void Recorder::followModalWindow()
 {
     const QWidget *modal = QApplication::activeModalWidget();
     QWindow *parent = modal ? modal->windowHandle() : nullptr;
+    // The program opened the dialog over this window, so it has its input already.
+    if (parent && windowHandle() && windowHandle()->isAncestorOf(parent))
+        return;
     if (windowHandle() && windowHandle()->transientParent() != parent)
         windowHandle()->setTransientParent(parent);
 }
