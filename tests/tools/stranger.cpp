@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 // A program that was built without Hovlets. It rests the mouse on its button until a hovlet shows.
 //
-//   stranger [--exit N] [--wait MS]
+//   stranger [--exit N] [--leave N] [--wait MS]
 //
 // Ends with status 0 when a hovlet shows, with 3 if none does in time, or at once with N.
+// With --leave, it calls exit(N) in its event loop when a hovlet shows.
 
 #include <QtCore/QTimer>
 #include <QtGui/QCursor>
@@ -15,6 +16,7 @@
 #include <QAction>
 
 #include <cstdio>
+#include <cstdlib>
 
 namespace {
 
@@ -56,8 +58,11 @@ int main(int argc, char **argv)
     QTimer hand;
     int step = 0;
     QObject::connect(&hand, &QTimer::timeout, [&] {
-        if (isHovletVisible())
+        if (isHovletVisible()) {
+            if (valueOf("--leave", -1) >= 0)
+                std::exit(valueOf("--leave", -1));
             return QApplication::exit(0);
+        }
         const QWidget *button = bar.widgetForAction(&open);
         if (++step % 20 == 1)
             QCursor::setPos(button->mapToGlobal(QPoint(5 + step / 20 % 2, 5)));

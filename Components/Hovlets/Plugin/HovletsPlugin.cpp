@@ -11,7 +11,7 @@
 #include <QtGui/QGenericPlugin>
 #include <QtWidgets/QApplication>
 
-#include <memory>
+#include <utility>
 
 namespace Hovlets {
 
@@ -32,16 +32,18 @@ void hideFromChildren()
         qputenv(PluginsVariable, plugins.join(','));
 }
 
-/// Lives from the start of the application's event loop to its end.
-std::unique_ptr<AttachedHost> attachedHost;
-std::unique_ptr<Recorder> recorder; // null unless the file asks for it
-std::unique_ptr<ScreenReport> report; // the same
+/// Lives from the start of the application's event loop to its end. These are plain pointers
+/// because an application may call exit() in its event loop: then nothing may be deleted, as Qt's
+/// own static objects are gone when those of a plug-in are destroyed.
+AttachedHost *attachedHost = nullptr;
+Recorder *recorder = nullptr; // null unless the file asks for it
+ScreenReport *report = nullptr; // the same
 
 void detach()
 {
-    report.reset();
-    recorder.reset();
-    attachedHost.reset();
+    delete std::exchange(report, nullptr);
+    delete std::exchange(recorder, nullptr);
+    delete std::exchange(attachedHost, nullptr);
 }
 
 /// Returns the folder of the author's package, whose entries win. Its file must exist when the
@@ -83,14 +85,13 @@ void attach(const QString &file)
     }
     for (const QString &error : std::as_const(errors))
         printMessage(error);
-    attachedHost = std::make_unique<AttachedHost>(settings, options.dataPaths, options.rules);
+    attachedHost = new AttachedHost(settings, options.dataPaths, options.rules);
     if (!options.record.isEmpty()) {
-        recorder =
-                std::make_unique<Recorder>(*attachedHost, Recorder::fileIn(options.record, locale));
+        recorder = new Recorder(*attachedHost, Recorder::fileIn(options.record, locale));
         recorder->show();
     }
     if (!options.report.isEmpty())
-        report = std::make_unique<ScreenReport>(*attachedHost, options.report);
+        report = new ScreenReport(*attachedHost, options.report);
     QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, &detach);
     qAddPostRoutine(&detach); // for programs that leave without an event loop
 }
