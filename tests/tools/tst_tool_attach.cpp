@@ -72,10 +72,28 @@ private Q_SLOTS:
         QCOMPARE(run.status, 7);
     }
 
-    void shouldChangeNothingWithoutTheVariable()
+    void shouldAcceptAPackageWithASlashAtItsEnd()
+    {
+        const QString package = PackageFolder().path() + text("/Mine.hovlets/");
+        const ToolRun run = attach(QStringList { text("--record"), package }
+                                   + stranger({ text("--exit"), text("7") }));
+        QCOMPARE(complaints(run), QByteArray());
+        QCOMPARE(run.status, 7);
+    }
+
+    void shouldEndWithTheProgramThatLeavesItsEventLoop()
     {
         PackageFolder folder;
         folder.addPackage(text("Pack"), { text("actionOpen") });
+        const ToolRun run = attach(QStringList { text("--path"), folder.path(), text("--record"),
+                                                 folder.path() + text("/Mine.hovlets") }
+                                   + stranger({ text("--leave"), text("5") }));
+        QCOMPARE(complaints(run), QByteArray());
+        QCOMPARE(run.status, 5);
+    }
+
+    void shouldChangeNothingWithoutTheVariable()
+    {
         const ToolRun run({ text("--wait"), text("2500") },
                           { { text("QT_QPA_PLATFORM"), text("offscreen") },
                             { text("QT_QPA_GENERIC_PLUGINS"), text("hovlets") },

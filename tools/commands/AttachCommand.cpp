@@ -91,7 +91,7 @@ QJsonObject plan(const AttachCommandOptions &options)
     if (!options.rules.empty())
         object.insert(QStringLiteral("rules"), existing(options.rules, "--rules", false));
     if (!options.record.empty()) {
-        const QFileInfo package(fromLocal(options.record));
+        const QFileInfo package(QDir::cleanPath(fromLocal(options.record)));
         if (package.suffix() != QLatin1String("hovlets"))
             throw ToolError(
                     QStringLiteral("--record %1: the name of a package ends in \".hovlets\"")
@@ -135,7 +135,8 @@ void addAttachCommand(Program &program)
     command.add_option("PROGRAM", options->program, "Program and its arguments, after \"--\"")
             ->required();
     addRepeatable(command, "--path", options->paths,
-                  "Folder of packages, or a single package; may be repeated");
+                  "Folder of packages; a package selects the folder that it is in; may be "
+                  "repeated");
     command.add_option("--rules", options->rules, "File with rules for keys");
     command.add_option("--locale", options->locale, "Preferred locale, such as de_DE")
             ->check(knownLocale());
