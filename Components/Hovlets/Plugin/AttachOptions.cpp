@@ -60,6 +60,44 @@ QString pathIn(const QDir &folder, const QJsonValue &value)
     return path.isEmpty() ? path : QDir::cleanPath(folder.absoluteFilePath(path));
 }
 
+/// The member for a path by its name in the file; null if the name has none.
+QString AttachOptions::*pathByName(const QString &name)
+{
+    if (name == QLatin1String("rules"))
+        return &AttachOptions::rules;
+    if (name == QLatin1String("record"))
+        return &AttachOptions::record;
+    return name == QLatin1String("report") ? &AttachOptions::report : nullptr;
+}
+
+/// Takes what is usable of a value. Returns the mistake in it; empty if there is none.
+QString readValue(AttachOptions &options, const QDir &folder, const QString &name,
+                  const QJsonValue &value)
+{
+    if (name == QLatin1String("dataPaths")) {
+        bool isMistaken = !value.isArray();
+        const QJsonArray paths = value.toArray();
+        for (const auto &path : paths) {
+            if (path.isString())
+                options.dataPaths += pathIn(folder, path);
+            else
+                isMistaken = true;
+        }
+        return isMistaken ? QStringLiteral("\"dataPaths\" is not an array of strings") : QString();
+    }
+    if (name == QLatin1String("settings")) {
+        const QJsonObject settings = value.toObject();
+        for (auto setting = settings.begin(); setting != settings.end(); ++setting)
+            options.settings.insert(setting.key(), valueOf(setting.value()));
+        return value.isObject() ? QString() : QStringLiteral("\"settings\" is not an object");
+    }
+    QString AttachOptions::*const path = pathByName(name);
+    if (!path)
+        return QStringLiteral("unknown name \"%1\"").arg(name);
+    options.*path = pathIn(folder, value);
+    return value.isString() ? QString() : QStringLiteral("\"%1\" is not a string").arg(name);
+}
+
 } // namespace
 
 AttachOptions AttachOptions::read(const QString &file, QStringList &errors)
@@ -79,23 +117,9 @@ AttachOptions AttachOptions::read(const QString &file, QStringList &errors)
     const QDir folder = QFileInfo(file).absoluteDir();
     const QJsonObject object = document.object();
     for (auto each = object.begin(); each != object.end(); ++each) {
-        if (each.key() == QLatin1String("dataPaths")) {
-            const QJsonArray paths = each.value().toArray();
-            for (const auto &path : paths)
-                options.dataPaths += pathIn(folder, path);
-        } else if (each.key() == QLatin1String("settings")) {
-            const QJsonObject settings = each.value().toObject();
-            for (auto setting = settings.begin(); setting != settings.end(); ++setting)
-                options.settings.insert(setting.key(), valueOf(setting.value()));
-        } else if (each.key() == QLatin1String("rules")) {
-            options.rules = pathIn(folder, each.value());
-        } else if (each.key() == QLatin1String("record")) {
-            options.record = pathIn(folder, each.value());
-        } else if (each.key() == QLatin1String("report")) {
-            options.report = pathIn(folder, each.value());
-        } else {
-            errors += QStringLiteral("%1: unknown name \"%2\"").arg(file, each.key());
-        }
+        const QString wrong = readValue(options, folder, each.key(), each.value());
+        if (!wrong.isEmpty())
+            errors += QStringLiteral("%1: %2").arg(file, wrong);
     }
     return options;
 }
