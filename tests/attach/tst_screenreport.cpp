@@ -30,6 +30,19 @@ QStringList keysIn(const QString &path)
     return keys;
 }
 
+QStringList placesIn(const QString &path)
+{
+    QStringList places;
+    const QJsonArray controls = reportIn(path).value(text("controls")).toArray();
+    for (const auto &each : controls) {
+        const QJsonObject control = each.toObject();
+        places += text("%1,%2")
+                          .arg(control.value(text("x")).toInt())
+                          .arg(control.value(text("y")).toInt());
+    }
+    return places;
+}
+
 } // namespace
 
 class tst_ScreenReport : public QObject
@@ -54,6 +67,9 @@ private Q_SLOTS:
                                  "spin", "combo", "group/Apply all" })
             QVERIFY2(keys.contains(text(key)), key);
         QVERIFY(!keys.contains(text("File/Open Recent/Clear List"))); // its menu is closed
+        QStringList places = placesIn(path);
+        QVERIFY(!places.isEmpty());
+        QCOMPARE(places.removeDuplicates(), 0);
 
         QVERIFY(host.show(text("spin"), QPoint(10, 10), window.spin));
         QTRY_COMPARE(reportIn(path).value(text("shown")).toString(), text("spin"));

@@ -48,6 +48,16 @@ void addSections(const QHeaderView &header, QVector<QPoint> &points)
     }
 }
 
+void addItems(const QAbstractItemView &view, QVector<QPoint> &points)
+{
+    const QModelIndex root = view.rootIndex();
+    for (int row = 0; row < qMin(MostItems, view.model()->rowCount(root)); ++row) {
+        const QRect area = view.visualRect(view.model()->index(row, 0, root));
+        if (!area.isEmpty()) // that of a hidden item is
+            points += area.center();
+    }
+}
+
 /// The centre of each part of a widget; that of the widget if it has no parts.
 QVector<QPoint> centersOf(const QWidget &widget)
 {
@@ -63,8 +73,8 @@ QVector<QPoint> centersOf(const QWidget &widget)
     } else if (view && view->viewport() == &widget && view->model()) {
         if (const auto *header = qobject_cast<const QHeaderView *>(view))
             addSections(*header, points);
-        for (int row = 0; row < qMin(MostItems, view->model()->rowCount(view->rootIndex())); ++row)
-            points += view->visualRect(view->model()->index(row, 0, view->rootIndex())).center();
+        else
+            addItems(*view, points);
     } else {
         points += widget.rect().center();
     }
