@@ -152,6 +152,11 @@ private Q_SLOTS:
         KeysScene scene({ text("table") });
         QCOMPARE(scene.item(scene.window.table, 0, 0).key, text("table"));
         QVERIFY(!scene.item(scene.window.table, 1, 0).hasEntry);
+        scene.window.table->item(1, 0)->setData(Qt::ToolTipRole, text(""));
+        QCOMPARE(scene.item(scene.window.table, 1, 0).key, text("table"));
+        QHeaderView *header = scene.window.table->horizontalHeader();
+        scene.window.table->horizontalHeaderItem(0)->setData(Qt::ToolTipRole, text(""));
+        QVERIFY(scene.find(header->viewport(), QPoint(5, 5)).hasEntry);
         KeysScene described({ text("table/second") });
         QCOMPARE(described.item(described.window.table, 1, 0).key, text("table/second"));
     }
@@ -277,12 +282,14 @@ private Q_SLOTS:
                                       "# comment\n\n"
                                       "table/(.*) -> cell.\\1\n"
                                       ".*/pageGeneral -> \n"
+                                      "(other)?combo -> by\\1.name\n"
                                       "MainWindow/.*/spin -> by.path\n");
         KeysScene scene({}, wanted);
         QCOMPARE(scene.host->keys.ruleErrors(), QStringList());
         QCOMPARE(scene.item(scene.window.table, 0, 1).key, text("cell.Size"));
         QCOMPARE(scene.tab(0).key, QString());
         QCOMPARE(scene.find(scene.window.spin).key, text("by.path"));
+        QCOMPARE(scene.find(scene.window.combo).key, text("by.name"));
         scene.window.spin->setProperty("hovletKey", text("chosen"));
         QCOMPARE(scene.find(scene.window.spin).key, text("chosen"));
 

@@ -14,7 +14,8 @@ constexpr qint64 LargestFile = 1024 * qint64(1024);
 
 QString filledIn(QString key, const QRegularExpressionMatch &match)
 {
-    for (int group = match.lastCapturedIndex(); group >= 0; --group)
+    // Optional groups that matched nothing are empty, also behind the last one that matched.
+    for (int group = match.regularExpression().captureCount(); group >= 0; --group)
         key.replace(QLatin1Char('\\') + QString::number(group), match.captured(group));
     return key;
 }

@@ -63,7 +63,7 @@ template <typename Menu> Part entryAt(const Menu *menu, const QPoint &point, con
     return part;
 }
 
-/// The window whose menus contain \a menu; menus without a parent belong to the active window.
+/// The window whose menus contain \a menu; the menu itself if it has no parent.
 const QWidget *windowOf(const QMenu *menu)
 {
     const QWidget *widget = menu;
@@ -124,7 +124,7 @@ Part sectionAt(const QHeaderView *header, const QPoint &point, int role)
     setPartPath(part, header, label);
     if (section < 0)
         return part;
-    part.hasToolTip = data(Qt::ToolTipRole).isValid();
+    part.hasToolTip = !data(Qt::ToolTipRole).toString().isEmpty();
     const int begin = header->sectionViewportPosition(section);
     const int length = header->sectionSize(section);
     const QWidget *viewport = header->viewport();
@@ -158,7 +158,7 @@ Part itemAt(const QAbstractItemView *view, const QPoint &point, int role)
     setPartPath(part, view, row);
     if (!item.isValid())
         return part;
-    part.hasToolTip = item.data(Qt::ToolTipRole).isValid();
+    part.hasToolTip = !item.data(Qt::ToolTipRole).toString().isEmpty();
     const QWidget *viewport = view->viewport();
     const QRect area = view->visualRect(item);
     if (role >= 0)
