@@ -79,6 +79,22 @@ private Q_SLOTS:
                  QStringList { text("Saves.") });
     }
 
+    void shouldReadTextsWithControlCharacters()
+    {
+        const QString german = m_folder->add(
+                text("bytes.ts"),
+                translation("de", { { text("Saves."), text("Speichert.") } })
+                        .replace("<message>",
+                                 "<message><source>a<byte value=\"x1b\"/></source>"
+                                 "<comment><byte value=\"x1b\"/></comment>"
+                                 "<translation>b<byte value=\"x1b\"/></translation></message>"
+                                 "<message>"));
+        const ToolRun run({ text("import"), m_form, text("--ts"), german, text("-o"), m_package });
+        QCOMPARE(run.error, QByteArray());
+        QCOMPARE(textsOf(m_package, text("save"), QLocale(text("de_DE"))),
+                 QStringList { text("Speichert.") });
+    }
+
     void shouldJoinTranslationsToALocale()
     {
         const QString other =

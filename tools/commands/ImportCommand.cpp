@@ -82,7 +82,7 @@ void writeControlFile(const QString &path, const std::vector<ImportedEntry> &ent
         throw ToolError(cannotBeWritten(file));
 }
 
-/// What was read of several files, and whether all could be read.
+/// The content of several files, and whether all could be read.
 template <typename Content> struct FilesRead
 {
     Content content = {};

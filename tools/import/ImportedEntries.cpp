@@ -15,7 +15,7 @@ constexpr FormText FormObject::*Texts[] = { &FormObject::toolTip, &FormObject::s
                                             &FormObject::whatsThis, &FormObject::label,
                                             &FormObject::shortcut };
 
-/// Whether two texts differ, or their translations to any language.
+/// Whether two texts differ, or their translations into any language.
 bool differ(const FormText &one, const FormText &other,
             const std::vector<LinguistFile> &translations)
 {

@@ -41,8 +41,8 @@ struct TranslatedEntries
 /*!
  * \brief The controls of all forms, each with the key of its entry.
  *
- * The key is the object's name. Objects of the same name in several forms share an entry if no text
- * of one contradicts the other; otherwise the name of the form comes first, as in
+ * The key is the object's name. Objects of the same name in several forms share an entry if their
+ * tips do not contradict each other; otherwise the name of the form comes first, as in
  * "Preferences/width".
  */
 class ImportedControls

@@ -90,9 +90,9 @@ void LinguistFile::read(const QString &path)
             source.text.clear();
             source.comment.clear();
         } else if (name == QLatin1String("source")) {
-            source.text = reader.readElementText();
+            source.text = reader.readElementText(QXmlStreamReader::IncludeChildElements);
         } else if (name == QLatin1String("comment")) {
-            source.comment = reader.readElementText();
+            source.comment = reader.readElementText(QXmlStreamReader::IncludeChildElements);
         } else if (name == QLatin1String("translation")) {
             const State state = stateOf(reader.attributes());
             const QString text = reader.readElementText(QXmlStreamReader::IncludeChildElements);

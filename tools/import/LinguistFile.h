@@ -10,7 +10,7 @@
 
 namespace HovletsTool {
 
-/// The translations to one language in files of Qt Linguist.
+/// The translations into one language in files of Qt Linguist.
 class LinguistFile
 {
 public:
