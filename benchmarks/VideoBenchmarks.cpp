@@ -104,7 +104,7 @@ void convertWithProgram(benchmark::State &state, const std::shared_ptr<Benchmark
     }
 }
 
-/// From the request until the display is told to fetch the first frame.
+/// From the request until the display is notified of the first frame.
 void showFirstFrame(benchmark::State &state, const std::shared_ptr<BenchmarkClip> &clip)
 {
     const QUrl url = QUrl::fromLocalFile(clip->path());

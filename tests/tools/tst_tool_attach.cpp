@@ -111,7 +111,7 @@ private Q_SLOTS:
         QTest::newRow("a missing program")
                 << QStringList { text("--"), text("no-such-program") }
                 << QByteArray("the program no-such-program was not found");
-        QTest::newRow("a file that is no program")
+        QTest::newRow("a file that is not a program")
                 << QStringList { text("--"), text(HOVLETS_SOURCE_DIR "/README.md") }
                 << QByteArray(HOVLETS_SOURCE_DIR "/README.md cannot be executed");
         QTest::newRow("a program without Qt")

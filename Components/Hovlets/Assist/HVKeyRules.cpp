@@ -14,7 +14,7 @@ constexpr qint64 LargestFile = 1024 * qint64(1024);
 
 QString filledIn(QString key, const QRegularExpressionMatch &match)
 {
-    // Optional groups that matched nothing are empty, also behind the last one that matched.
+    // Optional groups that did not match are empty, including those after the last one that did.
     for (int group = match.regularExpression().captureCount(); group >= 0; --group)
         key.replace(QLatin1Char('\\') + QString::number(group), match.captured(group));
     return key;

@@ -27,8 +27,8 @@ struct HVStandardKeysSettings
     /// neither an entry nor a tooltip.
     bool windowsHaveKeys = false;
 
-    /// File with rules, which authors can edit; docs/keys.md describes it. It is read again when it
-    /// has changed. If empty, there are no rules.
+    /// Path of a file with rules for authors to edit; docs/keys.md describes it. Changes take
+    /// effect at the next question. Empty by default: no rules.
     QString rulesFile;
 };
 

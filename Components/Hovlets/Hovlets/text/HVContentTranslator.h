@@ -39,9 +39,9 @@ public:
     /*!
      * The translation of \a text in \a context from \a file.
      *
-     * Returns \a text itself if there is no usable file. The next call tries again, but reads a
-     * skipped file again only if its status has changed or content was shown. Returns an empty
-     * string if the file lacks the text. Content relies on the difference. A translation longer
+     * Returns \a text itself if there is no usable file, and an empty string if the file lacks the
+     * text. Content relies on the difference. Each call looks for the file, but re-reads a skipped
+     * one only if its status has changed or content was shown. A translation longer
      * than four times HVLimits::shownCharacters is cut there.
      */
     QString translate(const QString &file, const QString &text, const QString &context);

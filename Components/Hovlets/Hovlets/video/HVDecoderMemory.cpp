@@ -74,7 +74,7 @@ int HVDecoderMemory::fetch(AVCodecContext *codec, AVFrame *frame, int flags)
     return result;
 }
 
-/// Records that the limit was met if there is no room.
+/// Returns false, and marks the memory as exhausted, if \a bytes more would exceed the limit.
 bool HVDecoderMemory::hasRoomFor(qint64 bytes)
 {
     if (m_used + bytes <= m_limit)
