@@ -134,10 +134,17 @@ private Q_SLOTS:
     void shouldLeaveAnItemItsTooltip();
     void shouldTakeTheTooltipOfAnItemWhenPartsAnswerForTheControl();
     void shouldShowTheFallbackForAnInnerPart();
+    void shouldShowOwnTips_data();
+    void shouldShowOwnTips();
+    void shouldNotShowOwnTipsUnlessAsked();
+    void shouldMoveToAnotherControlWithTheSameTip();
+    void shouldLeaveTipsToQtWithoutThePackageThatDrawsThem();
 
 private:
     template <class Host = ControlKeys>
     std::unique_ptr<HVInterface> host(const QByteArray &keys, HVContext settings = HVContext());
+    static HVContext withOwnTips();
+    QPair<QWidget *, QPoint> place(const QString &name);
 
     PackageFolder m_folder;
     std::unique_ptr<ControlWindow> m_window;
@@ -242,6 +249,152 @@ void tst_DocsControls::shouldShowTheFallbackForAnInnerPart()
     const auto interface = host<>("spinBox general", settings);
     restOn(*m_window->field(), { 5, 5 });
     QCOMPARE(shownKey(), QStringLiteral("general"));
+}
+
+namespace {
+
+/// What the visible popup shows: title, shortcut and paragraphs, in brackets.
+QString shownTexts()
+{
+    const HVPopup popup = HVPopup::current();
+    if (popup.isNull() || !popup.content())
+        return {};
+    QString text;
+    for (const char *name : { "title", "shortcut" })
+        text += QLatin1Char('[') + popup.content()->attribute(QLatin1String(name))
+                + QLatin1Char(']');
+    const QObjectList &paragraphs = popup.content()->children();
+    for (const QObject *paragraph : paragraphs)
+        text += QLatin1Char('[') + static_cast<const HVXmlElement *>(paragraph)->content()
+                + QLatin1Char(']');
+    return text;
+}
+
+/// A delegate that may show any tooltip.
+class OwnDelegate : public QStyledItemDelegate
+{
+};
+
+} // namespace
+
+HVContext tst_DocsControls::withOwnTips()
+{
+    HVContext settings;
+    settings.set(HVKeyShowOwnTips, true);
+    return settings;
+}
+
+/// The control of a row of the test, with its tips, and a point in it.
+QPair<QWidget *, QPoint> tst_DocsControls::place(const QString &name)
+{
+    ControlWindow &window = *m_window;
+    const auto setTips = [](auto &control) {
+        control.setToolTip(QStringLiteral("Tip"));
+        control.setStatusTip(QStringLiteral("Status"));
+        control.setWhatsThis(QStringLiteral("<p>What's <b>this</b></p>"));
+    };
+    if (name == QLatin1String("button")) {
+        setTips(window.button);
+        window.button.setShortcut(Qt::CTRL | Qt::Key_B);
+        return { &window.button, { 5, 5 } };
+    }
+    if (name == QLatin1String("status tip")) {
+        window.button.setStatusTip(QStringLiteral("Status"));
+        return { &window.button, { 5, 5 } };
+    }
+    if (name == QLatin1String("window")) {
+        window.setWhatsThis(QStringLiteral("About the window"));
+        return { &window.button, { 5, 5 } };
+    }
+    if (name == QLatin1String("spin box")) {
+        setTips(window.spinBox);
+        return { window.field(), { 5, 5 } };
+    }
+    if (name == QLatin1String("tab")) {
+        window.tabs.setTabToolTip(1, QStringLiteral("Tip"));
+        window.tabs.setTabWhatsThis(1, QStringLiteral("This"));
+        QTabBar *bar = window.tabs.tabBar();
+        return { bar, bar->tabRect(1).center() };
+    }
+    if (name == QLatin1String("section")) {
+        window.model.setHeaderData(0, Qt::Horizontal, QStringLiteral("Tip"), Qt::ToolTipRole);
+        return { window.tree.header()->viewport(), { 5, 5 } };
+    }
+    if (name.startsWith(QLatin1String("item"))) {
+        setTips(*window.model.item(1));
+        if (name.endsWith(QLatin1String("delegate")))
+            window.list.setItemDelegate(new OwnDelegate);
+        return { window.list.viewport(), window.item(1) };
+    }
+    setTips(window.save);
+    window.save.setText(QStringLiteral("&Save"));
+    window.save.setShortcut(Qt::CTRL | Qt::Key_S);
+    window.menu.setToolTipsVisible(name == QLatin1String("menu"));
+    window.menu.popup(window.mapToGlobal(QPoint(50, 50)));
+    return { &window.menu, window.menu.actionGeometry(&window.save).center() };
+}
+
+void tst_DocsControls::shouldShowOwnTips_data()
+{
+    QTest::addColumn<QString>("shown"); // by the popup
+    QTest::addColumn<QString>("toolTip"); // of Qt
+    const QString texts = QStringLiteral("[Status][What's <b>this</b>]");
+    QTest::newRow("button") << QStringLiteral("[Tip][Ctrl+B]") + texts << QString();
+    QTest::newRow("status tip") << QStringLiteral("[][][Status]") << QString();
+    QTest::newRow("window") << QString() << QString();
+    QTest::newRow("spin box") << QStringLiteral("[Tip][]") + texts << QString();
+    QTest::newRow("tab") << QStringLiteral("[Tip][][This]") << QString();
+    QTest::newRow("section") << QStringLiteral("[Tip][]") << QString();
+    QTest::newRow("item") << QStringLiteral("[Tip][]") + texts << QString();
+    QTest::newRow("item with a delegate") << QString() << QStringLiteral("Tip");
+    QTest::newRow("menu") << QStringLiteral("[Tip][Ctrl+S]") + texts << QString();
+    QTest::newRow("menu without tooltips") << QString() << QString();
+}
+
+void tst_DocsControls::shouldShowOwnTips()
+{
+    const auto interface = host<>("other", withOwnTips());
+    const auto [control, point] = place(QLatin1String(QTest::currentDataTag()));
+    restOn(*control, point);
+    QTEST(shownTexts(), "shown");
+    QTEST(QToolTip::text(), "toolTip");
+    m_window->menu.hide();
+}
+
+void tst_DocsControls::shouldNotShowOwnTipsUnlessAsked()
+{
+    HVContext settings = withOwnTips();
+    settings.set(HVKeyFallbackKey, QStringLiteral("general"));
+    const auto interface = host<>("button general", settings);
+    m_window->button.setToolTip(QStringLiteral("Not shown"));
+    restOn(m_window->button, { 5, 5 });
+    QCOMPARE(shownKey(), QStringLiteral("button")); // an entry wins
+    restOn(m_window->tipped, { 5, 5 });
+    QCOMPARE(shownTexts(), QStringLiteral("[Of the button][]")); // and a tip over the fallback
+    interface->context().set(HVKeyShowOwnTips, false);
+    restOn(m_window->tipped, { 5, 5 });
+    QCOMPARE(shownKey(), QStringLiteral("general"));
+}
+
+void tst_DocsControls::shouldMoveToAnotherControlWithTheSameTip()
+{
+    const auto interface = host<>("other", withOwnTips());
+    m_window->button.setToolTip(m_window->tipped.toolTip());
+    restOn(m_window->button, { 5, 5 });
+    const QPoint first = HVPopup::current().widget()->pos();
+    restOn(m_window->button, { 9, 5 });
+    QCOMPARE(HVPopup::current().widget()->pos(), first);
+    restOn(m_window->tipped, { 5, 5 });
+    QVERIFY(HVPopup::current().widget()->pos() != first);
+}
+
+void tst_DocsControls::shouldLeaveTipsToQtWithoutThePackageThatDrawsThem()
+{
+    HVContext settings = withOwnTips();
+    settings.set(HVKeyTrackHover, true);
+    const HVInterface interface(settings, {});
+    restOn(m_window->tipped, { 5, 5 });
+    QCOMPARE(QToolTip::text(), QStringLiteral("Of the button"));
 }
 
 HOVLETS_TEST_MAIN(tst_DocsControls)

@@ -105,21 +105,35 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("preferred");
         QTest::addColumn<QString>("fallback");
+        QTest::addColumn<bool>("byLanguage");
         QTest::addColumn<QStringList>("asked");
-        QTest::newRow("default") << QString() << QString()
+        QTest::newRow("default") << QString() << QString() << false
                                  << QStringList { text("x en_US"), text("x en_US") };
-        QTest::newRow("preferred")
-                << text("de_DE") << QString() << QStringList { text("x de_DE"), text("x en_US") };
-        QTest::newRow("fallback") << QString() << text("fr_FR")
+        QTest::newRow("preferred") << text("de_DE") << QString() << false
+                                   << QStringList { text("x de_DE"), text("x en_US") };
+        QTest::newRow("fallback") << QString() << text("fr_FR") << false
                                   << QStringList { text("x en_US"), text("x fr_FR") };
-        QTest::newRow("both") << text("de_DE") << text("fr_FR")
+        QTest::newRow("both") << text("de_DE") << text("fr_FR") << false
                               << QStringList { text("x de_DE"), text("x fr_FR") };
+        QTest::newRow("a country") << text("fr_CA") << QString() << false
+                                   << QStringList { text("x fr_CA"), text("x en_US") };
+        QTest::newRow("its language")
+                << text("fr_CA") << QString() << true
+                << QStringList { text("x fr_CA"), text("x fr_FR"), text("x en_US") };
+        QTest::newRow("the language itself") << text("fr") << QString() << true
+                                             << QStringList { text("x fr_FR"), text("x en_US") };
+        QTest::newRow("the same script")
+                << text("zh_HK") << QString() << true
+                << QStringList { text("x zh_HK"), text("x zh_TW"), text("x en_US") };
+        QTest::newRow("no language")
+                << text("C") << QString() << true << QStringList { text("x C"), text("x en_US") };
     }
 
     void shouldFindContentByLocale()
     {
         QFETCH(QString, preferred);
         QFETCH(QString, fallback);
+        QFETCH(bool, byLanguage);
         MadeUpIndex index([](const QString &, QString &, int &, HVXmlElement *&) {
             return static_cast<HVXmlElement *>(nullptr);
         });
@@ -129,6 +143,8 @@ private Q_SLOTS:
             scene.context().set(HVKeyLocale, preferred);
         if (!fallback.isNull())
             scene.context().set(HVKeyFallbackLocale, fallback);
+        if (byLanguage)
+            scene.context().set(HVKeyLanguageFallback, true);
         QString path = text("path");
         int depth = 7;
         HVXmlElement *root = nullptr;

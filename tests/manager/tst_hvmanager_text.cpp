@@ -200,6 +200,55 @@ private Q_SLOTS:
         QTEST(translate(scene), "expected");
     }
 
+    void shouldTranslateByLanguage_data()
+    {
+        QTest::addColumn<QString>("written"); // locale of the control file
+        QTest::addColumn<QStringList>("files");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("the country") << "" << QStringList { text("fr_CA"), text("fr") } << "fr_CA";
+        QTest::newRow("the language") << "" << QStringList { text("fr"), text("en_US") } << "fr";
+        QTest::newRow("the language's own country")
+                << "" << QStringList { text("fr_FR"), text("fr") } << "fr_FR";
+        QTest::newRow("another country") << "" << QStringList { text("fr_BE") } << "Open";
+        QTest::newRow("the fallback") << "" << QStringList { text("en_US") } << "en_US";
+        QTest::newRow("written in the language") << "fr" << QStringList { text("en_US") } << "Open";
+        QTest::newRow("written in the fallback") << "en_US" << QStringList { text("fr") } << "fr";
+    }
+
+    void shouldTranslateByLanguage()
+    {
+        QFETCH(QString, written);
+        QFETCH(QStringList, files);
+        HoverScene scene;
+        scene.packages.addControlFile(
+                text("Scene"), text("c"),
+                QStringLiteral("<hovlets locale=\"%1\"><hovlet key=\"c\"/></hovlets>")
+                        .arg(written)
+                        .toUtf8());
+        for (const QString &locale : std::as_const(files))
+            addTranslation(scene, text("Scene"), text("Hovlets_") + locale, locale);
+        scene.context().set(HVKeyLocale, text("fr_CA"));
+        scene.context().set(HVKeyLanguageFallback, true);
+        QVERIFY(scene.show(text("c")));
+        QTEST(translate(scene), "expected");
+    }
+
+    void shouldLookUpByLanguageWhatAFileLacks()
+    {
+        HoverScene scene;
+        addTranslation(scene, text("Scene"), text("Hovlets_fr_CA"), text("canada"));
+        scene.packages.add(text("Scene.hovlets/l10n/Hovlets_fr.qm"),
+                           translationFile("Menu", "Close", text("france")));
+        scene.context().set(HVKeyLocale, text("fr_CA"));
+        QVERIFY(scene.show(text("a")));
+        HVManager &manager = scene.manager();
+        QCOMPARE(manager.translateString(text("Close"), text("Menu")), QString());
+        scene.context().set(HVKeyLanguageFallback, true);
+        QCOMPARE(manager.translateString(text("Close"), text("Menu")), text("france"));
+        QCOMPARE(manager.translateString(text("Quit"), text("Menu")), QString());
+        QCOMPARE(translate(scene), text("canada"));
+    }
+
     void shouldGiveAnEmptyTextWhenTheFileLacksTheEntry()
     {
         HoverScene scene;

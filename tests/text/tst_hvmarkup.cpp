@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVMarkup.h"
+#include "HVTipText.h"
 #include "MarkupReading.h"
 #include "TestMain.h"
 #include "Text.h"
 
 #include <QtCore/QRandomGenerator>
 #include <QtCore/QRegularExpression>
+#include <QtGui/QTextDocument>
 
 using namespace Hovlets;
 
@@ -257,6 +259,58 @@ private Q_SLOTS:
             static const QRegularExpression reaching(QStringLiteral("<[^>]*(url|src|img)"));
             QVERIFY2(!result.contains(reaching), qPrintable(written + text(" -> ") + result));
         }
+    }
+
+    // Tips
+
+    void shouldTurnTipsIntoParagraphs_data()
+    {
+        QTest::addColumn<QString>("tip");
+        QTest::addColumn<QStringList>("paragraphs");
+        const auto row = [](const char *name, const char *tip, const QStringList &paragraphs) {
+            QTest::newRow(name) << QString::fromUtf8(tip) << paragraphs;
+        };
+        const auto list = [](std::initializer_list<const char *> paragraphs) {
+            QStringList result;
+            for (const char *paragraph : paragraphs)
+                result += QString::fromUtf8(paragraph);
+            return result;
+        };
+        row("empty", " ", {});
+        row("plain", "Save", list({ "Save" }));
+        row("plain lines", "Save\n a < b & \"c\" \n",
+            list({ "Save<br>a &lt; b &amp; &quot;c&quot;" }));
+        row("plain tag", "The tag <b", list({ "The tag &lt;b" }));
+        row("plain placeholder", "100 %(name)s", list({ "100 &#37;(name)s" }));
+        row("form",
+            "<html><head><style>p { x }</style></head><body><p>One <b>bold</b></p>"
+            "<p align=\"right\">Two</p></body></html>",
+            list({ "One <b>bold</b>", "Two" }));
+        row("empty head", "<html><head/><body><p>One</p></body></html>", list({ "One" }));
+        row("doctype", "<!DOCTYPE HTML><!-- no --><qt>One &amp; 2</qt>", list({ "One &amp; 2" }));
+        row("heading", "<h2>Save</h2>the file<hr/>now", list({ "Save", "the file", "now" }));
+        row("table", "<table><tr><td>a</td><td>b</td></tr><tr><th>c</th></tr></table>",
+            list({ "a  b", "c" }));
+        row("list", "<ul><li><p>a</p></li><li>b</li></ul>",
+            list({ "<ul><li>a</li><li>b</li></ul>" }));
+        row("picture", "<b>a</b><img src=\"/etc/passwd\"/>", list({ "<b>a</b>" }));
+        row("script", "<b>a</b><script>alert('<b>')", list({ "<b>a</b>" }));
+        row("no tag", "<p>1 < 2</p>", list({ "1 &lt; 2" }));
+        row("rich placeholder", "<b>%(name)s</b>", list({ "<b>&#37;(name)s</b>" }));
+    }
+
+    void shouldTurnTipsIntoParagraphs()
+    {
+        QFETCH(QString, tip);
+        QTEST(tipParagraphs(tip, Qt::mightBeRichText(tip)), "paragraphs");
+    }
+
+    void shouldTakeOneShortLineAsTheTitleOfATip()
+    {
+        QVERIFY(isTipTitle(QStringLiteral("Save\n")));
+        QVERIFY(!isTipTitle(QStringLiteral(" ")));
+        QVERIFY(!isTipTitle(QStringLiteral("Save\nthe file")));
+        QVERIFY(!isTipTitle(QString(81, QLatin1Char('x'))));
     }
 };
 

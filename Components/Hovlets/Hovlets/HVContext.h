@@ -103,6 +103,9 @@ enum contextKey {
     HVKeyTranslationName = 37,
     /// bool, false: control files can name only files in packages, with symbolic links resolved.
     HVKeyConfineContent = 1000,
+    /// bool, false: between the preferred locale and the fallback locale, look for the preferred
+    /// language: for fr_CA, also fr. Translations are then looked up in the fallback locale too.
+    HVKeyLanguageFallback = 1010,
     /// int, HVPopupPlacement, 0: position of a popup. Applies only to controls that are widgets.
     HVKeyPlacement = 1100,
     /// QRegion, global px, not set: area that a popup beside its control leaves visible.
@@ -120,7 +123,10 @@ enum contextKey {
     HVKeyDismissOnKey = 1130,
     /// int, ms, 0: how long a hidden popup keeps the decoded frames of its clips; 0: until other
     /// clips need their memory. Freed frames are decoded again when they are needed.
-    HVKeyClipReleaseDelay = 1140
+    HVKeyClipReleaseDelay = 1140,
+    /// bool, false: controls without an entry show their own tooltip, status tip and What's This in
+    /// a popup.
+    HVKeyShowOwnTips = 1150
 };
 
 } // namespace Hovlets

@@ -77,7 +77,8 @@ public:
      *
      * The caller takes ownership of the entry and its root and deletes both: return a new tree on
      * every call. The library asks for the preferred locale first and then for the fallback locale,
-     * while the user waits: answer within milliseconds.
+     * with HVKeyLanguageFallback for the preferred language in between, while the user waits:
+     * answer within milliseconds.
      *
      * An override must set the attribute "key" of the entry, by which the library recognises what
      * is on screen. It should also set "HVPackagName" (spelled without the "e"), the package in

@@ -159,8 +159,9 @@ public:
     bool mouseButtonEventFilter(QObject *object, QMouseEvent *event);
 
     /*!
-     * Shows the content for a key: the entry in the preferred locale, else in the fallback locale,
-     * else the entry for HVKeyFallbackKey. If there is none of these, a visible popup stays if the
+     * Shows the content for a key: the entry in the preferred locale, else, with
+     * HVKeyLanguageFallback, in its language, else in the fallback locale, else the entry for
+     * HVKeyFallbackKey. If there is none of these, a visible popup stays if the
      * mouse is near it, and hides otherwise.
      *
      * \param key the content key

@@ -35,10 +35,11 @@ const QMap<QString, int> &settingsByName()
         HV_NAMED(HVKeyControlFolderName), HV_NAMED(HVKeyTranslationFolder),
         HV_NAMED(HVKeyShowFadeDuration),  HV_NAMED(HVKeyHideFadeDuration),
         HV_NAMED(HVKeyMessageLevel),      HV_NAMED(HVKeyTranslationName),
-        HV_NAMED(HVKeyConfineContent),    HV_NAMED(HVKeyPlacement),
-        HV_NAMED(HVKeySafePath),          HV_NAMED(HVKeySafePathDwell),
-        HV_NAMED(HVKeyShowDelay),         HV_NAMED(HVKeyExpandDelay),
-        HV_NAMED(HVKeyDismissOnKey),      HV_NAMED(HVKeyClipReleaseDelay),
+        HV_NAMED(HVKeyConfineContent),    HV_NAMED(HVKeyLanguageFallback),
+        HV_NAMED(HVKeyPlacement),         HV_NAMED(HVKeySafePath),
+        HV_NAMED(HVKeySafePathDwell),     HV_NAMED(HVKeyShowDelay),
+        HV_NAMED(HVKeyExpandDelay),       HV_NAMED(HVKeyDismissOnKey),
+        HV_NAMED(HVKeyClipReleaseDelay),  HV_NAMED(HVKeyShowOwnTips),
     };
     return names;
 }

@@ -22,12 +22,14 @@ HVFoundContent lookUp(const HVRetrieve &retrieve)
 HVXmlElement *retrieveByLocale(HVIndex &index, const HVContext &settings, const QString &key,
                                QString &path, int &depth, HVXmlElement *&root)
 {
-    const QLocale preferred = preferredContentLocale(settings);
-    const QLocale fallback = fallbackContentLocale(settings);
+    const QVector<QLocale> locales = contentLocales(settings, preferredContentLocale(settings));
     const quint64 current = HVToolTipPass::current();
     const HVToolTipPass pass(current != 0 ? current : HVToolTipPass::next());
-    HVXmlElement *entry = index.retrieve(key, preferred, path, depth, root);
-    return entry ? entry : index.retrieve(key, fallback, path, depth, root);
+    for (const QLocale &locale : locales) {
+        if (HVXmlElement *entry = index.retrieve(key, locale, path, depth, root))
+            return entry;
+    }
+    return nullptr;
 }
 
 } // namespace Hovlets

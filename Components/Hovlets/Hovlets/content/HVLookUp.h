@@ -32,9 +32,9 @@ using HVRetrieve = std::function<HVXmlElement *(QString &path, int &depth, HVXml
 [[nodiscard]] HVFoundContent lookUp(const HVRetrieve &retrieve);
 
 /*!
- * The entry for \a key in the preferred locale, else in the fallback locale.
+ * The entry for \a key in the first of the contentLocales() that has one.
  *
- * Reads both locales before it asks the index, whose code may change settings.
+ * Reads the locales before it asks the index, whose code may change settings.
  */
 HVXmlElement *retrieveByLocale(HVIndex &index, const HVContext &settings, const QString &key,
                                QString &path, int &depth, HVXmlElement *&root);

@@ -68,8 +68,8 @@ bool HVHoverEvents::isTooEarly(QObject *object, const QString &key, const QHelpE
     if (m_manager.context().get(HVKeyShowDelay).toInt() <= 0 || m_popup.isVisible())
         return false;
     const QPointer<QWidget> widget(qobject_cast<QWidget *>(object));
-    return widget && m_show.isAllowed() && m_show.hasContent(key) && widget
-            && m_delay.holdsBack(*widget, event);
+    return widget && m_show.isAllowed() && m_show.hasContent(key, *widget, event.globalPos())
+            && widget && m_delay.holdsBack(*widget, event);
 }
 
 void HVHoverEvents::pointerMoved(const QPoint &position)

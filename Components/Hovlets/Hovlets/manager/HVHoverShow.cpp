@@ -4,6 +4,7 @@
 #include "HVContentLocale.h"
 #include "HVHoverPopup.h"
 #include "HVManager.h"
+#include "HVOwnTipContent.h"
 #include "HVShowScope.h"
 #include "HVView.h"
 #include "HVWidget.h"
@@ -29,9 +30,12 @@ bool HVHoverShow::isAllowed() const
     return modifiers == 0 || static_cast<int>(QApplication::keyboardModifiers()) == modifiers;
 }
 
-bool HVHoverShow::hasContent(const QString &key) const
+bool HVHoverShow::hasContent(const QString &key, QWidget &widget, const QPoint &position) const
 {
+    const QPointer<QWidget> control(&widget);
     HVFoundContent found = find(key);
+    if (!found.tree.entry())
+        found = findOwnTip(control, position);
     if (!found.tree.entry())
         found = findFallback(m_manager.context().get(HVKeyFallbackKey).toString());
     const HVXmlElement *entry = found.tree.entry();
@@ -48,6 +52,12 @@ bool HVHoverShow::show(const QString &key, const QPoint &position, QObject *obje
         return stay(hover);
 
     HVFoundContent found = find(key);
+    if (!found.tree.entry()) {
+        found = findOwnTip(hover.widget, position);
+        if (found.tree.entry()
+            && m_popup.isShowing(found.tree.entry()->attribute(QStringLiteral("key"))))
+            return stay(hover);
+    }
     if (!found.tree.entry()) {
         const QString fallbackKey = m_manager.context().get(HVKeyFallbackKey).toString();
         if (m_popup.isShowing(fallbackKey))
@@ -85,6 +95,20 @@ HVFoundContent HVHoverShow::find(const QString &key) const
     return lookUp([&](QString &path, int &depth, HVXmlElement *&root) {
         return m_manager.retrieve(key, path, depth, root);
     });
+}
+
+/// The tip that the control has without content, if the settings ask for it and the package that
+/// draws it is there.
+HVFoundContent HVHoverShow::findOwnTip(QWidget *widget, const QPoint &position) const
+{
+    if (!widget || !m_manager.context().get(HVKeyShowOwnTips).toBool())
+        return { HVContentTree(), QString() };
+    HVFoundContent found = ownTipContent(*widget, position);
+    const bool canBeDrawn = found.tree.entry()
+            && !m_manager.index()
+                        ->componentPathsForElement(found.tree.entry(), QString())
+                        .isEmpty();
+    return canBeDrawn ? std::move(found) : HVFoundContent { HVContentTree(), QString() };
 }
 
 HVFoundContent HVHoverShow::findFallback(const QString &fallbackKey) const

@@ -30,8 +30,10 @@ public:
     /// Whether the current settings allow a popup.
     [[nodiscard]] bool isAllowed() const;
 
-    /// Looks up whether there is content for \a key or for the fallback key.
-    [[nodiscard]] bool hasContent(const QString &key) const;
+    /// Looks up whether there is content for \a key, for \a widget with the mouse at the global
+    /// \a position, or for the fallback key.
+    [[nodiscard]] bool hasContent(const QString &key, QWidget &widget,
+                                  const QPoint &position) const;
 
     /// Does what HVManager::show() does once popups are allowed and the popup exists.
     bool show(const QString &key, const QPoint &position, QObject *object);
@@ -47,6 +49,7 @@ private:
 
     bool stay(const Hover &hover);
     [[nodiscard]] HVFoundContent find(const QString &key) const;
+    [[nodiscard]] HVFoundContent findOwnTip(QWidget *widget, const QPoint &position) const;
     [[nodiscard]] HVFoundContent findFallback(const QString &fallbackKey) const;
     bool present(const Hover &hover, HVXmlElement *entry, HVFoundContent found);
     void fillInShortcut(const Hover &hover, HVXmlElement &entry) const;

@@ -19,17 +19,18 @@ namespace Hovlets {
 
 namespace {
 
-/// The content in the locale in which it was pinned, or else in the fallback locale.
+/// The content in the locale in which it was pinned, or in those that follow it.
 HVFoundContent find(HVManager &manager, const HVPinnedState &state)
 {
-    const auto retrieve = [&](const QLocale &locale) {
-        return lookUp([&](QString &path, int &depth, HVXmlElement *&root) {
+    const QVector<QLocale> locales = contentLocales(manager.context(), QLocale(state.locale));
+    for (const QLocale &locale : locales) {
+        HVFoundContent found = lookUp([&](QString &path, int &depth, HVXmlElement *&root) {
             return manager.index()->retrieve(state.key, locale, path, depth, root);
         });
-    };
-    HVFoundContent found = retrieve(QLocale(state.locale));
-    return found.tree.entry() ? std::move(found)
-                              : retrieve(fallbackContentLocale(manager.context()));
+        if (found.tree.entry())
+            return found;
+    }
+    return { HVContentTree(), QString() };
 }
 
 /// The window of the host to which the popup belongs, or null.

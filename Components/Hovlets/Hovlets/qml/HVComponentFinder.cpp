@@ -99,13 +99,22 @@ QString HVComponentFinder::resource(const QString &relativePath) const
                 defaultOf(HVKeyResourceFolder).toString(), relativePath);
 }
 
-QString HVComponentFinder::translations() const
+QStringList HVComponentFinder::translations() const
 {
     if (!m_services)
         return {};
-    return find(QStringLiteral("l10n_name"), HVKeyTranslationFolder,
-                defaultOf(HVKeyTranslationFolder).toString(),
-                translationFileName(m_services->settings()));
+    const QPointer<HVViewServices> services = m_services; // the host, if warned, may delete them
+    const auto *root =
+            m_content ? qobject_cast<const HVXmlElement *>(m_content->parent()) : nullptr;
+    const QString written = root ? root->attribute(QStringLiteral("locale")) : QString();
+    QStringList files = translationFileNames(services->settings(), written);
+    for (QString &file : files) {
+        if (!services)
+            return {};
+        file = find(QStringLiteral("l10n_name"), HVKeyTranslationFolder,
+                    defaultOf(HVKeyTranslationFolder).toString(), file);
+    }
+    return files;
 }
 
 QVariant HVComponentFinder::setting(contextKey key) const

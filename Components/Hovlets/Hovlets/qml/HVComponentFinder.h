@@ -4,6 +4,7 @@
 #include "HVContext.h"
 
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 #include <QtCore/QVariant>
 
 namespace Hovlets {
@@ -54,8 +55,8 @@ public:
     /// A file of the resources.
     [[nodiscard]] QString resource(const QString &relativePath) const;
 
-    /// The file of translations into the locale of the settings.
-    [[nodiscard]] QString translations() const;
+    /// The files of translations: one for each name that translationFileNames() returns.
+    [[nodiscard]] QStringList translations() const;
 
 private:
     [[nodiscard]] QVariant setting(contextKey key) const;

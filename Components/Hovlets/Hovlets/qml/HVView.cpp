@@ -2,10 +2,10 @@
 #include "HVView.h"
 
 #include "HVComponentFinder.h"
-#include "HVContentTranslator.h"
 #include "HVContentTree.h"
 #include "HVLookUpMemory.h"
 #include "HVShowScope.h"
+#include "HVTranslationChain.h"
 #include "HVViewActivity.h"
 #include "HVViewContext.h"
 #include "HVViewEnd.h"
@@ -45,7 +45,7 @@ public:
     HVViewMessages messages;
     HVViewContext context;
     HVContentTree content;
-    HVContentTranslator translator;
+    HVTranslationChain translator;
     HVLookUpMemory lookUps;
     QString packageRoot;
     bool stayOpen = false;
@@ -278,8 +278,9 @@ QString HVView::translate(const QString &string, const QString &context)
 QString HVView::translatedByPackage(const QString &text, const QString &context)
 {
     const QPointer<HVView> self(this);
-    const QString file = d->finder().translations(); // may warn the host, which may delete the view
-    return self && d->services ? d->translator.translate(file, text, context) : text;
+    const QStringList files =
+            d->finder().translations(); // the host, if warned, may delete the view
+    return self && d->services ? d->translator.translate(files, text, context) : text;
 }
 
 QString HVView::findResource(const QString &relativePath)

@@ -146,7 +146,8 @@ public:
     Q_INVOKABLE QString translate(const QString &string, const QString &context);
 
     /*!
-     * The translation from the file of the content's package for the current locale.
+     * The translation from the file of the content's package for the current locale. With
+     * HVKeyLanguageFallback, other locales may follow.
      *
      * Without such a file, \a text itself; an empty string if the file lacks the text. Content
      * relies on the difference.

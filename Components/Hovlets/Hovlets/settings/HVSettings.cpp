@@ -112,6 +112,11 @@ QList<HVSetting> makeSettings()
                    "at each look-up of a file",
                    "true: user interfaces, resources and translations that control files name come "
                    "from the entry's search folders only, see [trust](../README.md#trust)"),
+        HV_SETTING(HVKeyLanguageFallback, "bool", false, "",
+                   "at each look-up and translation",
+                   "true: between the preferred locale and the fallback locale, look for the preferred "
+                   "language, such as fr after fr_CA. A text without a translation is looked up in "
+                   "the same order, see [content](content.md#locales)"),
         HV_SETTING(HVKeyPlacement, "int, `HVPopupPlacement`", 0, "",
                    "at each show",
                    "0: at `HVKeyCursorOffset` from the cursor; 1: beside the control or its part, such "
@@ -145,6 +150,10 @@ QList<HVSetting> makeSettings()
                    "when a popup hides",
                    "how long it keeps the decoded frames of its clips. Freed frames are decoded again "
                    "when they are needed"),
+        HV_SETTING(HVKeyShowOwnTips, "bool", false, "",
+                   "at each hover without content",
+                   "true: controls without an entry show their own tooltip, status tip and What's "
+                   "This in a popup, see [controls](controls.md#tooltips-in-the-popup)"),
     };
     // clang-format on
 }

@@ -32,8 +32,14 @@ void HVContentTranslator::contentShown()
 QString HVContentTranslator::translate(const QString &file, const QString &text,
                                        const QString &context)
 {
+    return find(file, text, context).value_or(text);
+}
+
+std::optional<QString> HVContentTranslator::find(const QString &file, const QString &text,
+                                                 const QString &context)
+{
     if (file.isEmpty())
-        return text;
+        return {};
     if (!m_translator) {
         m_translator = new QTranslator(m_owner);
         m_file.clear();
@@ -42,10 +48,10 @@ QString HVContentTranslator::translate(const QString &file, const QString &text,
     // working directory.
     if (!QDir::isAbsolutePath(file)) {
         m_file.clear();
-        return text;
+        return {};
     }
     if (!isCurrent(file) && !load(file))
-        return text;
+        return {};
     const QString translation =
             m_translator->translate(context.toUtf8().constData(), text.toUtf8().constData());
     const int most = HVDisplayBudget::mostWritten(HVLimits::current());
@@ -101,10 +107,13 @@ bool HVContentTranslator::skip(const QString &file, const QString &problem)
     return false;
 }
 
-QString translationFileName(const HVContext &settings)
+QStringList translationFileNames(const HVContext &settings, const QString &written)
 {
     const QString name = settings.get(HVKeyTranslationName).toString();
-    return QStringLiteral("%1_%2.qm").arg(name, translationLocale(settings).name());
+    QStringList files = translationLocaleNames(settings, written);
+    for (QString &file : files)
+        file = QStringLiteral("%1_%2.qm").arg(name, file);
+    return files;
 }
 
 } // namespace Hovlets

@@ -9,6 +9,7 @@
 #include <QtCore/QTranslator>
 
 #include <functional>
+#include <optional>
 
 class HVContext;
 
@@ -46,6 +47,9 @@ public:
      */
     QString translate(const QString &file, const QString &text, const QString &context);
 
+    /// As translate(), but no value if there is no usable file.
+    std::optional<QString> find(const QString &file, const QString &text, const QString &context);
+
 private:
     bool isCurrent(const QString &file);
     bool load(const QString &file);
@@ -61,7 +65,8 @@ private:
     bool m_mayHaveChanged = true;
 };
 
-/// The name of translation files under the current settings, such as "Hovlets_de_DE.qm".
-QString translationFileName(const HVContext &settings);
+/// The names of translation files under the current settings, such as "Hovlets_de_DE.qm", for
+/// content that was \a written in a locale: see translationLocaleNames().
+QStringList translationFileNames(const HVContext &settings, const QString &written);
 
 } // namespace Hovlets
