@@ -16,5 +16,6 @@ int main(int argc, char **argv)
     addPreviewCommand(program);
     addRenderCommand(program);
     addShowCommand(program);
+    addTranslateCommand(program);
     return static_cast<int>(program.run(argc, argv));
 }

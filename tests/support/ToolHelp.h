@@ -22,6 +22,7 @@ public:
         QString description;
 
         bool isOption() const { return name.startsWith(QLatin1Char('-')); }
+        bool isCommand() const { return !isOption() && kind.isEmpty(); }
         QString longName() const { return name.section(QLatin1Char(','), -1); }
 
         /// The allowed values if they are a fixed set.
@@ -34,10 +35,8 @@ public:
 
     explicit ToolHelp(const QString &command = {})
     {
-        QStringList arguments { QStringLiteral("--help") };
-        if (!command.isEmpty())
-            arguments.prepend(command);
-        const QString help = QString::fromUtf8(ToolRun(arguments).output);
+        const QString help =
+                QString::fromUtf8(ToolRun(words(command) + words(QStringLiteral("--help"))).output);
         static const QRegularExpression line(QStringLiteral("^Usage: (.*)$"),
                                              QRegularExpression::MultilineOption);
         usage = line.match(help).captured(1);
@@ -54,14 +53,35 @@ public:
         }
     }
 
-    /// The commands, if this is the help text of the program itself.
+    /// The words of a command, such as "translate status".
+    static QStringList words(const QString &command)
+    {
+        return command.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    }
+
+    /// The words that can come after the program's name or after the name of a group of commands.
+    static QStringList next(const QString &group = {})
+    {
+        QStringList names;
+        const QList<Item> all = ToolHelp(group).items;
+        for (const Item &item : all) {
+            if (item.isCommand())
+                names += item.name;
+        }
+        return names;
+    }
+
+    /// All commands, those of a group after its name.
     static QStringList commands()
     {
         QStringList names;
-        const QList<Item> all = ToolHelp().items;
-        for (const Item &item : all) {
-            if (!item.isOption())
-                names += item.name;
+        const QStringList firsts = next();
+        for (const QString &first : firsts) {
+            const QStringList members = next(first);
+            if (members.isEmpty())
+                names += first;
+            for (const QString &member : members)
+                names += first + QLatin1Char(' ') + member;
         }
         return names;
     }

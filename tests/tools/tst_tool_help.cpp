@@ -72,9 +72,10 @@ private:
 void tst_ToolHelp::shouldExplainACommandInBothWays()
 {
     QFETCH(QString, command);
-    const ToolRun help({ command, QStringLiteral("--help") });
+    const QStringList words = ToolHelp::words(command);
+    const ToolRun help(words + QStringList { QStringLiteral("--help") });
     QVERIFY2(help.output.contains("Usage: hovlets " + command.toUtf8()), help.output.constData());
-    const ToolRun other({ QStringLiteral("help"), command });
+    const ToolRun other(QStringList { QStringLiteral("help") } + words);
     QCOMPARE(other.error, QByteArray());
     QCOMPARE(other.status, 0);
     QCOMPARE(other.output, help.output);
@@ -134,6 +135,7 @@ void tst_ToolHelp::shouldExplainItsOwnOptionsInTheManual()
 void tst_ToolHelp::shouldCompleteOptionsAndTheirValues()
 {
     QFETCH(QString, command);
+    const QStringList words = ToolHelp::words(command);
     QStringList names;
     const QList<ToolHelp::Item> items = ToolHelp(command).items;
     for (const ToolHelp::Item &item : items) {
@@ -145,27 +147,35 @@ void tst_ToolHelp::shouldCompleteOptionsAndTheirValues()
             continue;
         const QString first = item.values().constFirst();
         const QString equals = QStringLiteral("=");
-        QCOMPARE(completionsOf({ command, name, QString() }), item.values());
-        QCOMPARE(completionsOf({ command, name, first.left(2) }), QStringList { first });
-        QCOMPARE(completionsOf({ command, name, equals }), item.values());
-        QCOMPARE(completionsOf({ command, name, equals, first.left(2) }), QStringList { first });
+        QCOMPARE(completionsOf(words + QStringList { name, QString() }), item.values());
+        QCOMPARE(completionsOf(words + QStringList { name, first.left(2) }), QStringList { first });
+        QCOMPARE(completionsOf(words + QStringList { name, equals }), item.values());
+        QCOMPARE(completionsOf(words + QStringList { name, equals, first.left(2) }),
+                 QStringList { first });
     }
     QVERIFY(!names.isEmpty());
-    QCOMPARE(sorted(completionsOf({ command, QStringLiteral("-") })), sorted(names));
+    QCOMPARE(sorted(completionsOf(words + QStringList { QStringLiteral("-") })), sorted(names));
 }
 
 void tst_ToolHelp::shouldCompleteWords_data()
 {
     QTest::addColumn<QStringList>("words");
     QTest::addColumn<QStringList>("completions");
-    const QStringList commands = ToolHelp::commands();
-    const QString nothing, help = QStringLiteral("help");
+    const QStringList commands = ToolHelp::next();
+    const QString nothing, help = QStringLiteral("help"), group = QStringLiteral("translate");
     QTest::newRow("commands") << QStringList { nothing }
                               << commands
                     + QStringList { help, QStringLiteral("--help"), QStringLiteral("--version") };
     QTest::newRow("begun command")
             << QStringList { QStringLiteral("im") } << QStringList { QStringLiteral("import") };
     QTest::newRow("command to explain") << QStringList { help, nothing } << commands;
+    QTest::newRow("commands of a group")
+            << QStringList { group, nothing }
+            << ToolHelp::next(group) + QStringList { QStringLiteral("--help") };
+    QTest::newRow("command of a group to explain")
+            << QStringList { help, group, nothing } << ToolHelp::next(group);
+    QTest::newRow("unknown command of a group")
+            << QStringList { group, QStringLiteral("chekc"), nothing } << QStringList();
     QTest::newRow("unknown command")
             << QStringList { QStringLiteral("chekc"), nothing } << QStringList();
 }

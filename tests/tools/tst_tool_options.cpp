@@ -18,7 +18,8 @@ struct Command
 
 } // namespace
 
-/// Tests the options of each command and their values.
+/// Tests the options of each command and their values. The commands of a group share options, which
+/// are tested with the first of them.
 class tst_ToolOptions : public QObject
 {
     Q_OBJECT
@@ -42,6 +43,7 @@ private Q_SLOTS:
 
 private:
     QList<Command> commands() const;
+    QList<QPair<QString, ToolHelp::Item>> optionsOfCommands() const;
     QString valueOf(const ToolHelp::Item &option) const;
     void verifyThatBothArgumentsAreRead(const QStringList &arguments, const QString &missing) const;
 
@@ -65,7 +67,30 @@ QList<Command> tst_ToolOptions::commands() const
              { text("list"), folder, missing },
              { text("preview"), folder, missing },
              { text("render"), text("pen"), missing, { text("--output"), text("made.png") } },
-             { text("show"), text("pen"), missing } };
+             { text("show"), text("pen"), missing },
+             { text("translate extract"), folder, missing, { text("--locale"), text("de_DE") } },
+             { text("translate pseudo"), folder, missing },
+             { text("translate release"), folder, missing },
+             { text("translate status"), folder, missing },
+             { text("translate update"), folder, missing } };
+}
+
+/// The options of all commands, each with a command.
+QList<QPair<QString, ToolHelp::Item>> tst_ToolOptions::optionsOfCommands() const
+{
+    QList<QPair<QString, ToolHelp::Item>> options;
+    QStringList known; // after the group
+    const QList<Command> all = commands();
+    for (const Command &command : all) {
+        const QList<ToolHelp::Item> items = ToolHelp(command.name).items;
+        for (const ToolHelp::Item &item : items) {
+            const QString shared = ToolHelp::words(command.name).constFirst() + item.name;
+            if (item.isOption() && !known.contains(shared))
+                options.append({ command.name, item });
+            known += shared;
+        }
+    }
+    return options;
 }
 
 /// A valid value of an option.
@@ -91,14 +116,11 @@ void tst_ToolOptions::shouldAcceptOptionsAnywhere_data()
     QTest::addColumn<QString>("command");
     QTest::addColumn<QString>("option");
     QTest::addColumn<QString>("value");
-    const QList<Command> all = commands();
-    for (const Command &command : all) {
-        const QList<ToolHelp::Item> items = ToolHelp(command.name).items;
-        for (const ToolHelp::Item &item : items) {
-            if (item.isOption() && !item.kind.isEmpty())
-                QTest::newRow(qPrintable(command.name + item.longName()))
-                        << command.name << item.longName() << valueOf(item);
-        }
+    const auto all = optionsOfCommands();
+    for (const auto &[command, option] : all) {
+        if (!option.kind.isEmpty())
+            QTest::newRow(qPrintable(command + option.longName()))
+                    << command << option.longName() << valueOf(option);
     }
 }
 
@@ -120,7 +142,7 @@ void tst_ToolOptions::shouldAcceptOptionsAnywhere()
     for (const QStringList &arguments :
          { words + both, equals + both, both + words,
            QStringList { good } + words + QStringList { both.last() } })
-        verifyThatBothArgumentsAreRead(QStringList { command } + arguments + more, found->missing);
+        verifyThatBothArgumentsAreRead(ToolHelp::words(command) + arguments + more, found->missing);
 }
 
 void tst_ToolOptions::verifyThatBothArgumentsAreRead(const QStringList &arguments,
@@ -137,11 +159,13 @@ void tst_ToolOptions::shouldCoverEachCommandWithOptions()
 {
     // The only option of "new" is --help, and "attach" takes the command line of a program.
     QStringList names { text("attach"), text("new") };
-    const QList<Command> all = commands();
-    for (const Command &command : all)
+    const QList<Command> covered = commands();
+    for (const Command &command : covered)
         names += command.name;
     names.sort();
-    QCOMPARE(names, ToolHelp::commands());
+    QStringList all = ToolHelp::commands();
+    all.sort();
+    QCOMPARE(names, all);
     QCOMPARE(ToolHelp(text("new")).items.size(), 3);
 }
 
@@ -169,16 +193,13 @@ void tst_ToolOptions::shouldRefuseUnknownLocales_data()
     QTest::addColumn<QString>("command");
     QTest::addColumn<QString>("option");
     QTest::addColumn<QString>("locale");
-    const QList<Command> all = commands();
-    for (const Command &command : all) {
-        const QList<ToolHelp::Item> items = ToolHelp(command.name).items;
-        for (const ToolHelp::Item &item : items) {
-            if (!item.longName().endsWith(text("locale")))
-                continue;
-            for (const char *locale : { "nonsense", "xx_YYY", "de_QQ", "" })
-                QTest::newRow(qPrintable(command.name + item.longName() + text(locale)))
-                        << command.name << item.longName() << text(locale);
-        }
+    const auto all = optionsOfCommands();
+    for (const auto &[command, option] : all) {
+        if (!option.longName().endsWith(text("locale")))
+            continue;
+        for (const char *locale : { "nonsense", "xx_YYY", "de_QQ", "" })
+            QTest::newRow(qPrintable(command + option.longName() + text(locale)))
+                    << command << option.longName() << text(locale);
     }
 }
 
@@ -187,7 +208,8 @@ void tst_ToolOptions::shouldRefuseUnknownLocales()
     QFETCH(QString, command);
     QFETCH(QString, option);
     QFETCH(QString, locale);
-    const ToolRun run({ command, m_folder.path(), m_folder.path(), option, locale });
+    const ToolRun run(ToolHelp::words(command)
+                      + QStringList { m_folder.path(), m_folder.path(), option, locale });
     QCOMPARE(run.status, 2);
     QCOMPARE(run.error,
              QStringLiteral("hovlets: %1: unknown locale \"%2\"; use a locale such as de_DE; see "

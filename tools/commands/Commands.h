@@ -3,7 +3,7 @@
 
 namespace HovletsTool {
 
-// Each command has a source file, which registers the command and its options.
+// Each command, or group of commands, has a source file, which registers it and its options.
 
 class Program;
 
@@ -16,5 +16,6 @@ void addNewCommand(Program &program);
 void addPreviewCommand(Program &program);
 void addRenderCommand(Program &program);
 void addShowCommand(Program &program);
+void addTranslateCommand(Program &program);
 
 } // namespace HovletsTool

@@ -41,26 +41,39 @@ std::vector<std::string> withoutHelpCommand(std::vector<std::string> arguments)
 } // namespace
 
 Program::Program()
-    : m_app("Check, list, show and render hovlet content.", "hovlets")
+    : m_app("Check, show, translate and render hovlet content.", "hovlets")
 {
     m_app.set_version_flag("--version", std::string("hovlets ") + HOVLETS_PROGRAM_VERSION);
     m_app.require_subcommand(1);
-    m_app.footer("PATH is a folder of packages (*.hovlets) or a single package.\n"
-                 "`hovlets help COMMAND` or `hovlets COMMAND --help` explains a command.\n"
-                 "Exit status: 0 no findings, 1 findings, 2 wrong usage, or a file that cannot be "
-                 "read or written.");
+    m_app.footer(
+            "PATH is a folder of packages (*.hovlets) or a single package.\n"
+            "`hovlets help COMMAND` or `hovlets COMMAND --help` explains a command.\n"
+            "Exit status: 0 no findings, 1 findings or files that were skipped, 2 wrong usage,\n"
+            "or a file that cannot be read or written. `hovlets attach` ends with the status\n"
+            "of the program that it starts.");
 }
 
 CLI::App &Program::add(const std::string &name, const std::string &description,
                        const std::string &example, Run run, bool opensWindow)
 {
-    CLI::App *command = m_app.add_subcommand(name, description);
+    const auto space = name.find(' ');
+    CLI::App *parent =
+            space == std::string::npos ? &m_app : m_app.get_subcommand(name.substr(0, space));
+    CLI::App *command = parent->add_subcommand(
+            space == std::string::npos ? name : name.substr(space + 1), description);
     command->footer("Example:\n  hovlets " + name + " " + example);
     command->callback([this, run = std::move(run), opensWindow] {
         m_run = run;
         m_opensWindow = opensWindow;
     });
     return *command;
+}
+
+void Program::addGroup(const std::string &name, const std::string &description)
+{
+    CLI::App *group = m_app.add_subcommand(name, description);
+    group->require_subcommand(1);
+    group->footer("`hovlets help " + name + " COMMAND` explains a command.");
 }
 
 ExitStatus Program::run(int argc, char **argv)
@@ -94,12 +107,21 @@ bool Program::parse(std::vector<std::string> arguments)
         printText(QString::fromStdString(text.str()));
         return false;
     } catch (const CLI::ParseError &error) {
-        const auto commands = m_app.get_subcommands();
-        const std::string command = commands.empty() ? "" : ' ' + commands.front()->get_name();
-        throw ToolError(
-                QString::fromLocal8Bit(error.what())
-                + QStringLiteral("; see `hovlets%1 --help`").arg(QString::fromStdString(command)));
+        throw ToolError(QString::fromLocal8Bit(error.what())
+                        + QStringLiteral("; see `hovlets%1 --help`").arg(selected()));
     }
+}
+
+/// The words of the selected command, each after a space.
+QString Program::selected() const
+{
+    QString words;
+    const CLI::App *command = &m_app;
+    while (!command->get_subcommands().empty()) {
+        command = command->get_subcommands().front();
+        words += QLatin1Char(' ') + QString::fromStdString(command->get_name());
+    }
+    return words;
 }
 
 /// Whether \a word is a command or an option of the program.

@@ -3,12 +3,15 @@
 
 #include <CLI/CLI.hpp>
 
+#include <QtCore/QString>
+
 #include <functional>
 #include <string>
 #include <vector>
 
 namespace HovletsTool {
 
+/// `hovlets attach` returns the status of the program that it starts instead.
 enum class ExitStatus { Clean = 0, Findings = 1, Failed = 2 };
 
 /*!
@@ -26,15 +29,20 @@ public:
 
     /*!
      * Adds a command and returns it, for the caller to add its options.
+     * \param name after the name of its group and a space if it is in a group
      * \param example the arguments after the command's name in the example of its help
      */
     CLI::App &add(const std::string &name, const std::string &description,
                   const std::string &example, Run run, bool opensWindow = false);
 
+    /// Adds a word that other commands come after, such as "translate".
+    void addGroup(const std::string &name, const std::string &description);
+
     [[nodiscard]] ExitStatus run(int argc, char **argv);
 
 private:
     bool parse(std::vector<std::string> arguments);
+    [[nodiscard]] QString selected() const;
     [[nodiscard]] bool knows(const std::string &word) const;
     ExitStatus runCommand(int argc, char **argv);
 

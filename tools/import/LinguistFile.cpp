@@ -96,7 +96,7 @@ void LinguistFile::read(const QString &path)
         } else if (name == QLatin1String("translation")) {
             const State state = stateOf(reader.attributes());
             const QString text = reader.readElementText(QXmlStreamReader::IncludeChildElements);
-            if (!text.isEmpty() && state != State::Missing)
+            if (!text.isEmpty())
                 add(source, { state, text });
         }
     }
@@ -126,6 +126,14 @@ void LinguistFile::add(const LinguistFile &other)
 {
     for (const auto &[source, translation] : other.m_translations)
         add(source, translation);
+}
+
+std::vector<LinguistFile::Source> LinguistFile::translatedTexts() const
+{
+    std::vector<Source> texts;
+    for (const auto &[source, translation] : m_translations)
+        texts.push_back(source);
+    return texts;
 }
 
 LinguistFile::Translation LinguistFile::find(const FormText &text) const

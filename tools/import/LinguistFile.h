@@ -7,6 +7,7 @@
 
 #include <map>
 #include <tuple>
+#include <vector>
 
 namespace HovletsTool {
 
@@ -26,18 +27,6 @@ public:
         QString text = {};
     };
 
-    /// Throws a ToolError for a file that cannot be read or that names no known language, neither
-    /// in its root element nor in the file's name, such as app_de.ts.
-    explicit LinguistFile(const QString &path);
-
-    [[nodiscard]] QString locale() const { return m_locale; }
-
-    [[nodiscard]] Translation find(const FormText &text) const;
-
-    /// Adds the translations of \a other that are missing or unfinished here.
-    void add(const LinguistFile &other);
-
-private:
     struct Source
     {
         QString context, text, comment;
@@ -49,6 +38,21 @@ private:
         }
     };
 
+    /// Throws a ToolError for a file that cannot be read or that names no known language, neither
+    /// in its root element nor in the file's name, such as app_de.ts.
+    explicit LinguistFile(const QString &path);
+
+    [[nodiscard]] QString locale() const { return m_locale; }
+
+    [[nodiscard]] Translation find(const FormText &text) const;
+
+    /// Adds the translations of \a other that are missing or unfinished here.
+    void add(const LinguistFile &other);
+
+    /// The texts that have a translation, finished or not, or had one when they were in use.
+    [[nodiscard]] std::vector<Source> translatedTexts() const;
+
+private:
     void read(const QString &path);
     void add(const Source &source, const Translation &translation);
 

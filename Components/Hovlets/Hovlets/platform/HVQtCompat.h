@@ -3,7 +3,9 @@
 
 // The differences between Qt 5 and Qt 6. Classes use this header instead of testing the version.
 
+#include <QtCore/QLibraryInfo>
 #include <QtCore/QPoint>
+#include <QtCore/QString>
 #include <QtGui/QHoverEvent>
 #include <QtGui/QMouseEvent>
 
@@ -38,6 +40,16 @@ inline QHoverEvent hoverEventLike(QEvent::Type type, const QHoverEvent &event)
     return { type, event.position(), event.globalPosition(), event.oldPosF(), event.modifiers() };
 #else
     return { type, event.posF(), event.oldPosF(), event.modifiers() };
+#endif
+}
+
+/// The folder of Qt's own programs, such as lrelease.
+inline QString qtProgramFolder()
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    return QLibraryInfo::path(QLibraryInfo::BinariesPath);
+#else
+    return QLibraryInfo::location(QLibraryInfo::BinariesPath);
 #endif
 }
 

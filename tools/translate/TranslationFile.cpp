@@ -1,0 +1,174 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "TranslationFile.h"
+
+#include "LinguistFile.h"
+#include "LinguistProgram.h"
+#include "PseudoText.h"
+#include "ToolError.h"
+
+#include <HVContentTranslator.h>
+
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QPair>
+#include <QtCore/QSet>
+#include <QtCore/QTemporaryDir>
+#include <QtCore/QXmlStreamWriter>
+
+namespace HovletsTool {
+
+namespace {
+
+/// A string literal of C++.
+QByteArray literal(const QString &text)
+{
+    QByteArray bytes = text.toUtf8();
+    bytes.replace('\\', "\\\\").replace('"', "\\\"");
+    return '"' + bytes + '"';
+}
+
+/// The same for a context, which lupdate unescapes twice.
+QByteArray contextLiteral(const QString &text)
+{
+    return literal(QString(text).replace(QLatin1Char('\\'), QLatin1String("\\\\")));
+}
+
+/// The texts as source code, which lupdate reads.
+QByteArray sourceCode(const std::vector<TranslatableText> &texts)
+{
+    QByteArray code;
+    for (const TranslatableText &text : texts)
+        // The full stop also keeps a backslash from continuing the line.
+        code += "//: " + text.comment.simplified().toUtf8() + ".\nQT_TRANSLATE_NOOP("
+                + contextLiteral(text.context) + ", " + literal(text.source) + ");\n";
+    return code;
+}
+
+void write(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        throw ToolError(QStringLiteral("%1 cannot be written: %2").arg(path, file.errorString()));
+}
+
+QByteArray pseudoFile(const std::vector<TranslatableText> &texts, const QString &language,
+                      int expansion)
+{
+    QByteArray bytes;
+    QXmlStreamWriter xml(&bytes);
+    xml.writeStartDocument();
+    xml.writeStartElement(QStringLiteral("TS"));
+    xml.writeAttribute(QStringLiteral("version"), QStringLiteral("2.1"));
+    xml.writeAttribute(QStringLiteral("language"), language);
+    for (const TranslatableText &text : texts) {
+        xml.writeStartElement(QStringLiteral("context"));
+        xml.writeTextElement(QStringLiteral("name"), text.context);
+        xml.writeStartElement(QStringLiteral("message"));
+        xml.writeTextElement(QStringLiteral("source"), text.source);
+        xml.writeTextElement(QStringLiteral("translation"), pseudoText(text.source, expansion));
+        xml.writeEndElement();
+        xml.writeEndElement();
+    }
+    xml.writeEndDocument();
+    return bytes;
+}
+
+QString filePath(const QTemporaryDir &folder, const char *name)
+{
+    if (!folder.isValid())
+        throw ToolError(
+                QStringLiteral("no temporary folder can be created: %1").arg(folder.errorString()));
+    return folder.filePath(QLatin1String(name));
+}
+
+} // namespace
+
+TranslationFile::TranslationFile(const QDir &folder, const QString &name, const QLocale &locale)
+    : m_locale(locale)
+    , m_base(folder.filePath(QStringLiteral("%1_%2").arg(name, locale.name())))
+{
+}
+
+QStringList TranslationFile::localesIn(const QDir &folder, const QString &name)
+{
+    const QString prefix = name + QLatin1Char('_');
+    QStringList locales;
+    const QStringList files = folder.entryList({ prefix + QStringLiteral("*.ts") }, QDir::Files);
+    for (const QString &file : files) {
+        const QString locale = QFileInfo(file).completeBaseName().mid(prefix.size());
+        if (QLocale(locale).name() == locale) // otherwise the library would not find it
+            locales += locale;
+    }
+    return locales;
+}
+
+bool TranslationFile::exists() const
+{
+    return QFileInfo(path()).isFile();
+}
+
+void TranslationFile::update(const std::vector<TranslatableText> &texts, const QLocale &source,
+                             bool keepsObsolete) const
+{
+    const LinguistProgram lupdate(QStringLiteral("lupdate"));
+    const QString folder = QFileInfo(m_base).path();
+    if (!QDir().mkpath(folder))
+        throw ToolError(QStringLiteral("the folder %1 cannot be created").arg(folder));
+    const QTemporaryDir scratch;
+    const QString code = filePath(scratch, "texts.cpp");
+    write(code, sourceCode(texts));
+    QStringList arguments { QStringLiteral("-silent"), QStringLiteral("-locations"),
+                            QStringLiteral("none") };
+    arguments += { QStringLiteral("-source-language"), source.name() };
+    arguments += { QStringLiteral("-target-language"), m_locale.name() };
+    if (!keepsObsolete)
+        arguments += QStringLiteral("-no-obsolete");
+    lupdate.run(arguments + QStringList { code, QStringLiteral("-ts"), path() });
+}
+
+void TranslationFile::release(bool withUnfinished) const
+{
+    QStringList arguments { QStringLiteral("-silent") };
+    if (!withUnfinished)
+        arguments += QStringLiteral("-nounfinished");
+    arguments += { path(), QStringLiteral("-qm"), releasedPath() };
+    LinguistProgram(QStringLiteral("lrelease")).run(arguments);
+}
+
+void TranslationFile::releasePseudo(const std::vector<TranslatableText> &texts, int expansion) const
+{
+    const LinguistProgram lrelease(QStringLiteral("lrelease"));
+    const QString folder = QFileInfo(m_base).path();
+    if (!QDir().mkpath(folder))
+        throw ToolError(QStringLiteral("the folder %1 cannot be created").arg(folder));
+    const QTemporaryDir scratch;
+    const QString file = filePath(scratch, "pseudo.ts");
+    write(file, pseudoFile(texts, m_locale.name(), expansion));
+    lrelease.run({ QStringLiteral("-silent"), file, QStringLiteral("-qm"), releasedPath() });
+}
+
+TranslationStatus TranslationFile::status(const std::vector<TranslatableText> &texts) const
+{
+    TranslationStatus status;
+    const LinguistFile file(path());
+    Hovlets::HVContentTranslator released(nullptr, [](const QString &) {});
+    for (const TranslatableText &text : texts) {
+        const auto translation = file.find({ text.source, { { text.context, {} } } });
+        if (translation.state != LinguistFile::State::Finished) {
+            ++status.unfinished;
+            continue;
+        }
+        ++status.done;
+        if (!QFileInfo(releasedPath()).isFile()
+            || released.translate(releasedPath(), text.source, text.context) != translation.text)
+            status.isReleased = false;
+    }
+    QSet<QPair<QString, QString>> used;
+    for (const TranslatableText &text : texts)
+        used.insert({ text.context, text.source });
+    for (const LinguistFile::Source &source : file.translatedTexts())
+        status.stale += used.contains({ source.context, source.text }) ? 0 : 1;
+    return status;
+}
+
+} // namespace HovletsTool
