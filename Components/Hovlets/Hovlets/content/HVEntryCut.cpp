@@ -20,7 +20,8 @@ Bytes viewOf(const QByteArray &array)
 /// Only the parser knows what such a key means.
 bool hasDoubtfulKey(const HVPlainXml::Tag &tag)
 {
-    return tag.key.find_first_of("&\t\r\n") != Bytes::npos;
+    return std::any_of(tag.key.begin(), tag.key.end(),
+                       [](char c) { return c == '&' || c == '\t' || c == '\r' || c == '\n'; });
 }
 
 /// Finds the entries of a control file. Functions that return bool return false if the file is in

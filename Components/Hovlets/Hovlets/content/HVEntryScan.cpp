@@ -15,12 +15,11 @@ namespace {
 
 using Bytes = std::string_view;
 
-constexpr Bytes Space = " \t\r\n";
 constexpr Bytes EntryTag = "<hovlet";
 
 bool isSpace(char c)
 {
-    return Space.find(c) != Bytes::npos;
+    return c == ' ' || c == '\t' || c == '\r' || c == '\n';
 }
 
 bool endsName(char c)
@@ -35,7 +34,8 @@ bool startsWith(Bytes text, Bytes prefix)
 
 void skipSpace(Bytes &text)
 {
-    text.remove_prefix(std::min(text.find_first_not_of(Space), text.size()));
+    while (!text.empty() && isSpace(text[0]))
+        text.remove_prefix(1);
 }
 
 /// Drops \a text up to the end of \a mark; returns false if there is none.
@@ -116,14 +116,14 @@ std::optional<Bytes> keyInTag(Bytes text)
         const char quote = text[0];
         text.remove_prefix(1);
         // No value contains "<". Tags therefore never overlap, and the whole search remains linear.
-        const char ends[] = { quote, '<' };
-        const size_t end = text.find_first_of(Bytes(ends, sizeof ends));
-        if (end == Bytes::npos || text[end] == '<')
+        const auto end = std::find_if(text.begin(), text.end(),
+                                      [quote](char c) { return c == quote || c == '<'; });
+        if (end == text.end() || *end == '<')
             return std::nullopt;
-        const Bytes value = text.substr(0, end);
+        const Bytes value = text.substr(0, static_cast<size_t>(end - text.begin()));
         if (name == "key")
             return value.find('&') == Bytes::npos ? std::optional<Bytes>(value) : std::nullopt;
-        text.remove_prefix(end + 1);
+        text.remove_prefix(value.size() + 1);
     }
     return std::nullopt;
 }

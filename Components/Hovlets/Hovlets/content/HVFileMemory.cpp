@@ -58,6 +58,11 @@ bool HVFileMemory::mayServe(const Known &known, const HVEntryScan &key, const QL
 
 HVFileMemory::Keys HVFileMemory::remember(const QString &file, const HVFileBytes &read)
 {
+    const auto same = m_files.find(file);
+    if (same != m_files.end() && same->status.isSameAs(read.status)) {
+        same->pass = HVToolTipPass::current();
+        return same->keys;
+    }
     Known known;
     known.status = read.status;
     known.keys = std::make_shared<HVEntryKeys>(read.bytes);

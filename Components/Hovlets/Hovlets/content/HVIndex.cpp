@@ -193,7 +193,9 @@ HVXmlElement *HVIndex::load(const QString &key, const QString &file, const QLoca
     const HVEntryScan scan(key);
     const HVFileBytes read = d->reader.read(file);
     const HVFileMemory::Keys keys = d->memory.remember(file, read);
-    if (read.bytes.isEmpty() || !keys->mayHold(scan) || !scan.mayHold(read.bytes))
+    if (read.bytes.isEmpty() || !keys->mayHold(scan))
+        return nullptr;
+    if (!keys->isComplete() && !scan.mayHold(read.bytes))
         return nullptr;
     auto top = d->reader.entry(key, scan, file, read.bytes, *keys);
     if (!top) {

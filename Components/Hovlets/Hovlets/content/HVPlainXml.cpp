@@ -24,28 +24,38 @@ bool isReferenceDigit(char c, bool isHexadecimal)
     return isHexadecimal ? std::isxdigit(byte) : std::isdigit(byte);
 }
 
-bool beginsName(char c)
+// Files of many megabytes are read byte by byte while a user waits: tables answer faster than
+// comparisons.
+using Table = std::array<bool, 256>;
+
+constexpr bool beginsName(char c)
 {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
 }
 
-bool continuesName(char c)
-{
-    return beginsName(c) || (c >= '0' && c <= '9') || c == '-' || c == '.';
-}
+/// The bytes that continue a name.
+constexpr Table NameBytes = [] {
+    Table bytes {};
+    for (size_t c = 0; c < 0x80; ++c) {
+        const char byte = static_cast<char>(c);
+        bytes[c] = beginsName(byte) || (byte >= '0' && byte <= '9') || byte == '-' || byte == '.';
+    }
+    return bytes;
+}();
 
 /// Printable ASCII and white space, except for the characters that mean something in a text.
-const std::array<bool, 256> &ordinary()
+constexpr Table OrdinaryBytes = [] {
+    Table bytes {};
+    for (size_t c = ' '; c < 0x7f; ++c)
+        bytes[c] = c != '<' && c != '&' && c != '"' && c != '\'' && c != ']';
+    for (const size_t c : { '\t', '\r', '\n' })
+        bytes[c] = true;
+    return bytes;
+}();
+
+bool has(const Table &table, char c)
 {
-    static const std::array<bool, 256> table = [] {
-        std::array<bool, 256> bytes {};
-        for (int c = ' '; c < 0x7f; ++c)
-            bytes[size_t(c)] = c != '<' && c != '&' && c != '"' && c != '\'' && c != ']';
-        for (const uchar c : { '\t', '\r', '\n' })
-            bytes[c] = true;
-        return bytes;
-    }();
-    return table;
+    return table[static_cast<uchar>(c)];
 }
 
 /// The length of the character that begins with a byte beyond ASCII; 0 if in doubt.
@@ -77,7 +87,7 @@ constexpr size_t TextStep = 65536; // bytes of text between checks
 Bytes nameOf(Bytes text)
 {
     size_t length = !text.empty() && beginsName(text[0]) ? 1 : 0;
-    while (length > 0 && length < text.size() && continuesName(text[length]))
+    while (length > 0 && length < text.size() && has(NameBytes, text[length]))
         ++length;
     return text.substr(0, length);
 }
@@ -212,9 +222,10 @@ bool HVPlainXml::readAttribute(Tag &tag)
 bool HVPlainXml::readEndTag(Bytes name)
 {
     m_rest.remove_prefix(2);
-    if (takeName() != name)
+    if (!startsWith(name))
         return false;
-    skipSpace();
+    m_rest.remove_prefix(name.size());
+    skipSpace(); // a longer name continues instead
     return take('>');
 }
 
@@ -234,12 +245,11 @@ bool HVPlainXml::skipSection(bool isInRoot)
 /// Skips characters and references up to \a end, which stays.
 bool HVPlainXml::skipCharacters(char end)
 {
-    const std::array<bool, 256> &isOrdinary = ordinary();
     while (true) {
-        const size_t step = std::min(m_rest.size(), TextStep);
-        size_t at = 0;
-        while (at < step && isOrdinary[static_cast<uchar>(m_rest[at])])
-            ++at;
+        const Bytes step = m_rest.substr(0, TextStep);
+        const auto found = std::find_if_not(step.begin(), step.end(),
+                                            [](char c) { return has(OrdinaryBytes, c); });
+        const auto at = static_cast<size_t>(found - step.begin());
         m_rest.remove_prefix(at);
         if (m_rest.empty() || (at > 0 && !mayRead(0)))
             return false;
@@ -297,10 +307,9 @@ bool HVPlainXml::skipBetween(Bytes start, Bytes end)
     if (length == Bytes::npos || !mayRead(length))
         return false;
     const Bytes after = m_rest.substr(length + end.size());
-    const std::array<bool, 256> &isOrdinary = ordinary();
     for (m_rest = Bytes(begin, length); !m_rest.empty();) {
         const auto c = static_cast<uchar>(m_rest[0]);
-        const bool isPlain = isOrdinary[c] || (c > ' ' && c < 0x7f);
+        const bool isPlain = OrdinaryBytes[c] || (c > ' ' && c < 0x7f);
         const size_t size = isPlain ? 1 : c < 0x80 ? 0 : lengthOfCharacter(m_rest);
         if (size == 0)
             return false;
