@@ -6,6 +6,7 @@
 #   Headers  headers and the CMake package "Hovlets"
 #   Dev      what hosts link with: the CMake package and the pkg-config file for one Qt
 #   Plugin   the plug-in for applications that were built without the library
+#   Quick    the QML module for programs with Qt Quick
 #   Tools    the program for authors: `hovlets`, or `hovlets-qt5` in the build for Qt 5
 #
 # The builds for Qt 6 and Qt 5 can share a prefix: files without the Qt in their names (Data, Headers
@@ -14,6 +15,7 @@
 include(CMakePackageConfigHelpers)
 
 set(HOVLETS_PACKAGES_DIR "${CMAKE_INSTALL_DATADIR}/hovlets/packages")
+string(TOLOWER "${CMAKE_INSTALL_LIBDIR}/${HOVLETS_QT}/qml" HOVLETS_QML_DIR)
 set(_config_dir "${CMAKE_INSTALL_LIBDIR}/cmake")
 set(_library "Hovlets${HOVLETS_QT}")
 
@@ -58,7 +60,7 @@ if(HOVLETS_LIBRARY_TYPE STREQUAL STATIC)
 endif()
 configure_package_config_file(cmake/HovletsQtConfig.cmake.in "${_library}Config.cmake"
     INSTALL_DESTINATION "${_config_dir}/${_library}"
-    PATH_VARS HOVLETS_PACKAGES_DIR)
+    PATH_VARS HOVLETS_PACKAGES_DIR HOVLETS_QML_DIR)
 configure_file(cmake/HovletsConfig.cmake.in HovletsConfig.cmake @ONLY)
 write_basic_package_version_file(HovletsConfigVersion.cmake
     COMPATIBILITY SameMajorVersion ARCH_INDEPENDENT)

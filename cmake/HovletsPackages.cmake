@@ -20,6 +20,9 @@ set(CPACK_COMPONENTS_ALL Runtime Data Headers Dev)
 if(TARGET HovletsPlugin)
     list(APPEND CPACK_COMPONENTS_ALL Plugin)
 endif()
+if(TARGET HovletsQuick)
+    list(APPEND CPACK_COMPONENTS_ALL Quick)
+endif()
 # One package of the program is enough: both builds do the same.
 if(TARGET hovlets AND QT_VERSION_MAJOR EQUAL 6)
     list(APPEND CPACK_COMPONENTS_ALL Tools)
@@ -58,6 +61,10 @@ hovlets_deb(Dev lib${CPACK_PACKAGE_NAME}-${_qt}-dev libdevel "what hosts on ${HO
 if("Plugin" IN_LIST CPACK_COMPONENTS_ALL)
     hovlets_deb(Plugin hovlets-${_qt}-plugin utils
         "the plug-in for applications on ${HOVLETS_QT} that were built without it"
+        DEPENDS "libhovlets-${_qt}-${PROJECT_VERSION_MAJOR} ${_same}")
+endif()
+if("Quick" IN_LIST CPACK_COMPONENTS_ALL)
+    hovlets_deb(Quick hovlets-${_qt}-qml libs "the QML module for programs with Qt Quick on ${HOVLETS_QT}"
         DEPENDS "libhovlets-${_qt}-${PROJECT_VERSION_MAJOR} ${_same}")
 endif()
 if("Tools" IN_LIST CPACK_COMPONENTS_ALL)

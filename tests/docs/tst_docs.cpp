@@ -4,6 +4,7 @@
 #include "HVView.h"
 #include "HVWidget.h"
 #include "HVXmlElement.h"
+#include "HovletsQuickTypes.h"
 #include "PackageFolder.h"
 #include "RecordingHost.h"
 #include "TestMain.h"
@@ -14,6 +15,8 @@
 #include <QtCore/QRegularExpression>
 #include <QtCore/QTranslator>
 #include <QtCore/QXmlStreamReader>
+#include <QtQml/QQmlComponent>
+#include <QtQml/QQmlEngine>
 #include <QtQuick/QQuickItem>
 
 #include <memory>
@@ -135,6 +138,7 @@ private:
     void checkControlFile(const QString &text, bool serves);
     void checkKeyData(const QString &text);
     void checkTranslation(const QString &text);
+    static void checkProgram(const QString &text);
 };
 
 void tst_Docs::shouldHaveARuleForEveryBlock()
@@ -145,7 +149,8 @@ void tst_Docs::shouldHaveARuleForEveryBlock()
         { QStringLiteral("xml"),
           { QStringLiteral("-"), QStringLiteral("entry"), QStringLiteral("children"),
             QStringLiteral("broken") } },
-        { QStringLiteral("qml"), { QStringLiteral("-"), QStringLiteral("part") } },
+        { QStringLiteral("qml"),
+          { QStringLiteral("-"), QStringLiteral("part"), QStringLiteral("program") } },
         { QStringLiteral("json"), { QStringLiteral("-") } },
         { QStringLiteral("cmake"), { QStringLiteral("-") } },
         { QStringLiteral("python"), { QStringLiteral("-") } },
@@ -256,6 +261,8 @@ void tst_Docs::shouldShowQmlThatRuns()
 {
     QFETCH(QString, word);
     QFETCH(QString, text);
+    if (word == QLatin1String("program"))
+        return checkProgram(text);
     if (word == QLatin1String("part")) {
         text = QStringLiteral("import QtQuick 2.15\nimport QtQuick.Window 2.15\nimport "
                               "com.zandor.hovlets.qml 1.0\n"
@@ -280,6 +287,16 @@ void tst_Docs::shouldShowQmlThatRuns()
     }
     host->popup()->hideAnimated();
     QCOMPARE(complaints(*host), QStringList());
+}
+
+void tst_Docs::checkProgram(const QString &text)
+{
+    registerQuickTypes("Hovlets");
+    QQmlEngine engine;
+    QQmlComponent component(&engine);
+    component.setData(text.toUtf8(), QUrl());
+    const std::unique_ptr<QObject> root(component.create());
+    QVERIFY2(root, qPrintable(component.errorString()));
 }
 
 void tst_Docs::shouldShowJsonThatCanBeParsed()

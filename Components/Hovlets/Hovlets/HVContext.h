@@ -106,7 +106,7 @@ enum contextKey {
     /// bool, false: between the preferred locale and the fallback locale, look for the preferred
     /// language: for fr_CA, also fr. Translations are then looked up in the fallback locale too.
     HVKeyLanguageFallback = 1010,
-    /// int, HVPopupPlacement, 0: position of a popup. Applies only to controls that are widgets.
+    /// int, HVPopupPlacement, 0: position of a popup that has a widget or an item as its control.
     HVKeyPlacement = 1100,
     /// QRegion, global px, not set: area that a popup beside its control leaves visible.
     HVKeyKeepClear = 1101,

@@ -5,6 +5,7 @@
 #include "HVHoverPopup.h"
 #include "HVHoverShow.h"
 #include "HVManager.h"
+#include "HVStandIn.h"
 #include "HVWidget.h"
 
 #include <QtGui/QHelpEvent>
@@ -78,10 +79,11 @@ void HVHoverEvents::pointerMoved(const QPoint &position)
         m_popup.widget()->checkMousePosition(position);
 }
 
-void HVHoverEvents::buttonUsed(QObject *object)
+void HVHoverEvents::buttonUsed(QObject *object, const QPoint &position)
 {
-    if (object && object->isWidgetType())
-        m_popup.widgetWasClicked(static_cast<QWidget *>(object));
+    const QWidget *widget = object ? controlReceiving(object, position) : nullptr;
+    if (widget)
+        m_popup.widgetWasClicked(widget);
 }
 
 } // namespace Hovlets

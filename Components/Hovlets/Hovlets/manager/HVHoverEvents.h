@@ -29,8 +29,9 @@ public:
     /// Call when the pointer is at \a position: global, in pixels.
     void pointerMoved(const QPoint &position);
 
-    /// Call when a mouse button was pressed or released on \a object, which may be null.
-    void buttonUsed(QObject *object);
+    /// Call when a mouse button was pressed or released on \a object, which may be null, at the
+    /// global \a position.
+    void buttonUsed(QObject *object, const QPoint &position);
 
 private:
     bool showToolTip(QObject *object, const QHelpEvent &event);

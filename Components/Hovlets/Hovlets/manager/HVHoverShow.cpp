@@ -6,6 +6,7 @@
 #include "HVManager.h"
 #include "HVOwnTipContent.h"
 #include "HVShowScope.h"
+#include "HVStandIn.h"
 #include "HVView.h"
 #include "HVWidget.h"
 
@@ -147,11 +148,13 @@ bool HVHoverShow::present(const Hover &hover, HVXmlElement *entry, HVFoundConten
 void HVHoverShow::fillInShortcut(const Hover &hover, HVXmlElement &entry) const
 {
     const QString name = QStringLiteral("shortcut");
-    const QString written = entry.attribute(name);
+    const auto *standIn = qobject_cast<const HVStandIn *>(hover.control.data());
+    const QString known = standIn ? standIn->shortcut() : QString();
+    const QString written = known.isEmpty() ? entry.attribute(name) : known;
+    QObject *control = standIn ? standIn->control() : hover.control.data();
     const QPointer<HVXmlElement> shown(&entry);
     HVInterface *host = m_manager.interface();
-    const QString shortcut =
-            host ? host->shortCutForObject(hover.key, hover.control, written) : written;
+    const QString shortcut = host ? host->shortCutForObject(hover.key, control, written) : written;
     if (shown && !shortcut.isEmpty())
         shown->setAttribute(name, shortcut);
 }

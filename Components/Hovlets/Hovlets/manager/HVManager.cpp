@@ -14,6 +14,7 @@
 #include "HVPinnedRestore.h"
 #include "HVQmlTypes.h"
 #include "HVQtCompat.h"
+#include "HVStandIn.h"
 #include "HVTextServices.h"
 #include "HVView.h"
 #include "HVWidget.h"
@@ -173,8 +174,7 @@ bool HVManager::mouseMoveEventFilter(QObject *object, QMouseEvent *event)
 
 bool HVManager::mouseButtonEventFilter(QObject *object, QMouseEvent *event)
 {
-    Q_UNUSED(event)
-    d->hoverEvents.buttonUsed(object);
+    d->hoverEvents.buttonUsed(object, event ? globalPosition(*event) : QPoint());
     return false;
 }
 
@@ -267,7 +267,11 @@ QString HVManager::hovletAttribute(const QString &key, const QString &attribute,
 
 QString HVManager::keyForObject(QObject *object)
 {
-    return d->interface ? d->interface->keyForObject(object) : QString();
+    const auto *standIn = qobject_cast<const HVStandIn *>(object);
+    const QString known = standIn ? standIn->key() : QString();
+    if (!d->interface || !known.isEmpty() || (standIn && !standIn->control()))
+        return known;
+    return d->interface->keyForObject(standIn ? standIn->control() : object);
 }
 
 QString HVManager::translateString(const QString &text, const QString &context)

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVControlWatch.h"
 
+#include "HVStandIn.h"
+
 #include <QtCore/QEvent>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QWindow>
@@ -29,7 +31,7 @@ void HVControlWatch::watch(QWidget *control)
         if (widget->isWindow())
             break;
     }
-    m_handle = m_watched.constLast()->windowHandle();
+    m_handle = windowShowing(*m_watched.constLast());
     if (m_handle)
         m_handle->installEventFilter(this);
 }
@@ -73,7 +75,7 @@ void HVControlWatch::windowActivated(QWindow *window)
 {
     const QWidget *own = m_watched.constLast();
     const bool isAnother = window && window->type() != Qt::Popup && window != m_popup.windowHandle()
-            && own && window != own->windowHandle();
+            && own && window != windowShowing(*own);
     if (!isAnother)
         return;
     if (m_popup.isVisible() && window->frameGeometry().intersects(m_popup.frameGeometry()))

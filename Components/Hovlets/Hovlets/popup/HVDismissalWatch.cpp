@@ -2,6 +2,7 @@
 #include "HVDismissalWatch.h"
 
 #include "HVDismissal.h"
+#include "HVStandIn.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtGui/QGuiApplication>
@@ -51,10 +52,11 @@ bool HVDismissalWatch::dismisses(QObject *object, const QEvent &event) const
                             key.key());
     }
     case QEvent::Wheel: {
-        if (!m_control || !object->isWidgetType() || !wheelDismisses(m_dismissals))
+        if (!m_control || !wheelDismisses(m_dismissals))
             return false;
-        const auto *widget = static_cast<const QWidget *>(object);
-        return widget == m_control || m_control->isAncestorOf(widget);
+        const QPointF position = static_cast<const QWheelEvent &>(event).globalPosition();
+        const QWidget *widget = controlReceiving(object, position.toPoint());
+        return widget && (widget == m_control || m_control->isAncestorOf(widget));
     }
     default:
         return false;

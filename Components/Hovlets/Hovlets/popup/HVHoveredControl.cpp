@@ -6,9 +6,9 @@
 #include "HVExpansion.h"
 #include "HVPathWatch.h"
 #include "HVPopupServices.h"
+#include "HVStandIn.h"
 
 #include <QtGui/QCursor>
-#include <QtWidgets/QApplication>
 #include <QtWidgets/QWidget>
 
 #include <utility>
@@ -105,7 +105,7 @@ void HVHoveredControl::finish()
 bool HVHoveredControl::isNear(const QPoint &position)
 {
     const QPointer<HVHoveredControl> self(this);
-    const bool isOverControl = m_widget && QApplication::widgetAt(position) == m_widget
+    const bool isOverControl = m_widget && controlAt(position) == m_widget
             && m_described.contains(*m_widget, position, m_services);
     return isOverControl || (self && m_path->isBetween(position));
 }

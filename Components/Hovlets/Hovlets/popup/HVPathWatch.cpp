@@ -3,6 +3,7 @@
 
 #include "HVBesideControl.h"
 #include "HVQtCompat.h"
+#include "HVStandIn.h"
 #include "HVToolTipRequest.h"
 
 #include <QtCore/QCoreApplication>
@@ -32,7 +33,7 @@ QWidget *widgetUnder(QObject *object, const QPoint &position)
     if (const auto *window = qobject_cast<QWindow *>(object))
         receiver = window->handle() ? QWidget::find(window->winId()) : nullptr;
     if (!receiver)
-        return nullptr;
+        return controlReceiving(object, position);
     QWidget *window = receiver->window();
     const QPoint local = window->mapFromGlobal(position);
     if (!window->rect().contains(local))
@@ -172,7 +173,7 @@ void HVPathWatch::letTakeOver()
 void HVPathWatch::lookForPointer()
 {
     const QPoint position = QCursor::pos();
-    if (QApplication::widgetAt(position))
+    if (controlAt(position))
         m_outside.stop();
     Q_EMIT pointerIsAt(position);
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVPinnedCompanions.h"
 
+#include "HVStandIn.h"
 #include "HVWindowSystem.h"
 
 #include <QtCore/QEvent>
@@ -38,12 +39,13 @@ HVPinnedCompanions::HVPinnedCompanions(QWidget &window)
 {
     connect(qGuiApp, &QGuiApplication::focusWindowChanged, this,
             &HVPinnedCompanions::activeWindowChanged);
-    if (programsPlaceWindows() || !window.windowHandle())
+    QWindow *const handle = windowShowing(window);
+    if (programsPlaceWindows() || !handle)
         return;
     m_click.setSingleShot(true);
     m_click.setInterval(ActivationTime);
     connect(&m_click, &QTimer::timeout, this, &HVPinnedCompanions::clickDidNotActivate);
-    window.windowHandle()->installEventFilter(this);
+    handle->installEventFilter(this);
 }
 
 /// The popup is being destroyed, and no longer a widget.
@@ -60,7 +62,7 @@ bool HVPinnedCompanions::eventFilter(QObject *object, QEvent *event)
 {
     if (event->type() == QEvent::Show && object->isWidgetType())
         tieToWindow(*static_cast<QWidget *>(object));
-    else if (event->type() == QEvent::MouseButtonPress && object == m_window.windowHandle()
+    else if (event->type() == QEvent::MouseButtonPress && object == windowShowing(m_window)
              && QGuiApplication::focusWindow() != object)
         m_click.start();
     return false;
@@ -70,7 +72,7 @@ bool HVPinnedCompanions::eventFilter(QObject *object, QEvent *event)
 void HVPinnedCompanions::tieToWindow(QWidget &popup) const
 {
     if (popup.isWindow() && popup.windowHandle())
-        popup.windowHandle()->setTransientParent(m_isLockedOut ? nullptr : m_window.windowHandle());
+        popup.windowHandle()->setTransientParent(m_isLockedOut ? nullptr : windowShowing(m_window));
 }
 
 /// Some Wayland compositors activate the last window that belongs to another, instead of that one.
@@ -94,7 +96,7 @@ void HVPinnedCompanions::clickDidNotActivate()
 void HVPinnedCompanions::activeWindowChanged(const QWindow *active)
 {
     const bool isBeside = contains(active);
-    if (active && active == m_window.windowHandle())
+    if (active && active == windowShowing(m_window))
         m_click.stop();
     if (isBeside == m_hasSetAttribute)
         return;

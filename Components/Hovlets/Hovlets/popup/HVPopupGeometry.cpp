@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVPopupGeometry.h"
 
+#include "HVStandIn.h"
 #include "HVVisibleArea.h"
 #include "HVWindowSystem.h"
 
@@ -118,7 +119,7 @@ void HVPopupGeometry::leaveToUser()
 void HVPopupGeometry::attach()
 {
     if (QWindow *own = m_popup.isWindow() ? m_popup.windowHandle() : nullptr)
-        own->setTransientParent(m_control ? m_control->window()->windowHandle() : nullptr);
+        own->setTransientParent(m_control ? windowShowing(*m_control) : nullptr);
 }
 
 bool HVPopupGeometry::isAppearingAgain() const

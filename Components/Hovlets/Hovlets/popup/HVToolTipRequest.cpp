@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVToolTipRequest.h"
 
+#include "HVStandIn.h"
+
 #include <QtCore/QCoreApplication>
 #include <QtGui/QHelpEvent>
+#include <QtGui/QWindow>
 #include <QtWidgets/QWidget>
 
 namespace Hovlets {
@@ -14,6 +17,8 @@ bool showsToolTips(const QWidget &widget)
     const QWidget *window = widget.window();
     if (window->testAttribute(Qt::WA_AlwaysShowToolTips))
         return true;
+    if (const auto *standIn = qobject_cast<const HVStandIn *>(&widget))
+        return standIn->sceneWindow()->isActive();
     while (window && !window->isActiveWindow())
         window = window->parentWidget() ? window->parentWidget()->window() : nullptr;
     return window;
@@ -21,12 +26,12 @@ bool showsToolTips(const QWidget &widget)
 
 } // namespace
 
-void requestToolTip(QWidget &widget, const QPoint &position)
+bool requestToolTip(QWidget &widget, const QPoint &position)
 {
     if (!showsToolTips(widget))
-        return;
+        return false;
     QHelpEvent event(QEvent::ToolTip, widget.mapFromGlobal(position), position);
-    QCoreApplication::sendEvent(&widget, &event);
+    return QCoreApplication::sendEvent(&widget, &event) && event.isAccepted();
 }
 
 } // namespace Hovlets
