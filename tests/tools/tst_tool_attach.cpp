@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "ImportReading.h"
 #include "PackageFolder.h"
 #include "TestMain.h"
 #include "Text.h"
@@ -12,6 +13,12 @@ namespace {
 ToolRun attach(const QStringList &arguments)
 {
     return ToolRun(QStringList(text("attach")) + arguments,
+                   { { text("QT_QPA_PLATFORM"), text("offscreen") } });
+}
+
+ToolRun import(const QStringList &arguments)
+{
+    return ToolRun(QStringList(text("import")) + arguments,
                    { { text("QT_QPA_PLATFORM"), text("offscreen") } });
 }
 
@@ -101,6 +108,73 @@ private Q_SLOTS:
                           { text(HOVLETS_STRANGER) });
         QCOMPARE(run.status, 3); // no hovlet
         QCOMPARE(complaints(run), QByteArray());
+    }
+
+    void shouldImportTheControlsOfARunningProgram()
+    {
+        const PackageFolder folder;
+        const QString package = folder.path() + text("/Strange.hovlets");
+        const ToolRun run =
+                import(QStringList { text("-o"), package, text("--from-running") }
+                       + stranger({ text("--controls"), text("1"), text("--wait"), text("1500") }));
+        QCOMPARE(complaints(run), QByteArray());
+        QCOMPARE(run.status, 0);
+        const auto texts = [&](const char *key) {
+            return textsOf(package, QString::fromUtf8(key), QLocale(text("en_US")));
+        };
+        QCOMPARE(texts("actionSave"),
+                 (QStringList { text("Save"),
+                                text("Writes the file to the disk. Asks for a name first."),
+                                text("Write the file"), text("Keeps a <b>copy</b>."), QString() }));
+        QCOMPARE(texts("actionOpen"), QStringList { text("Open") });
+        QCOMPARE(texts("File"), QStringList { text("File") });
+        QCOMPARE(texts("File/Open Recent"), QStringList { text("Open Recent") });
+        QCOMPARE(texts("File/Open Recent/Clear List"), QStringList { text("Clear List") });
+        QCOMPARE(texts("paper"), QStringList { text("Paper") });
+        QCOMPARE(texts("width"), QStringList { text("Width") });
+        QCOMPARE(texts("name"), QStringList { text("Name of the paper") });
+        QCOMPARE(texts("paper/Keep ratio"), QStringList { text("Keep ratio") });
+        QCOMPARE(texts("table/Name"), QStringList { text("Name") });
+        QCOMPARE(texts("table/Size"), QStringList { text("Size in bytes") });
+        QCOMPARE(texts("tabs/Colours"), QStringList { text("Colours of the lines") });
+        QCOMPARE(texts("dockLayers"), QStringList { text("Layers") });
+        QCOMPARE(texts("Options/buttonBox/Ok"), QStringList { text("OK") });
+        const QString file = readText(package + text("/Control/Strange.xml"));
+        QVERIFY(file.contains(text("shortcut=\"Ctrl+S\"")));
+        QVERIFY(file.contains(text("<img src=\"icons/actionSave.png\" alt=\"Save\"/>")));
+        QVERIFY(!file.contains(text("typed")));
+        QVERIFY(!file.contains(text("Only words")));
+        QCOMPARE(QImage(package + text("/Resources/icons/actionSave.png")).pixelColor(4, 4),
+                 QColor(Qt::red));
+        const ToolRun check({ text("check"), package });
+        QCOMPARE(check.output + check.error, QByteArray());
+        QCOMPARE(check.status, 0);
+    }
+
+    void shouldRefuseToImport_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QByteArray>("error");
+        QTest::newRow("a program that ends at once")
+                << stranger({ text("--exit"), text("0") })
+                << QByteArray("the program ended before its controls could be read");
+        QTest::newRow("a program without Qt")
+                << QStringList { text("--"), text("true") } << QByteArray("names no Qt; use --qt");
+        QTest::newRow("translations") << QStringList { text("--ts"), text("a.ts") } + stranger()
+                                      << QByteArray("--ts and --report are for forms");
+    }
+
+    void shouldRefuseToImport()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QByteArray, error);
+        const PackageFolder folder;
+        const QString package = folder.path() + text("/Strange.hovlets");
+        const ToolRun run =
+                import(QStringList { text("-o"), package, text("--from-running") } + arguments);
+        QCOMPARE(run.status, 2);
+        QVERIFY2(run.error.contains(error), run.error.constData());
+        QVERIFY(!QFile::exists(package));
     }
 
     void shouldRefuse_data()

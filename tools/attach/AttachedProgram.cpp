@@ -7,9 +7,11 @@
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
+#include <QtCore/QJsonDocument>
 #include <QtCore/QProcess>
 #include <QtCore/QProcessEnvironment>
 #include <QtCore/QStandardPaths>
+#include <QtCore/QTemporaryDir>
 
 namespace HovletsTool {
 
@@ -85,8 +87,16 @@ AttachedProgram::AttachedProgram(const QString &name, int qtMajor)
                         .arg(m_program, QString::number(major), m_plugins));
 }
 
-int AttachedProgram::run(const QStringList &arguments, const QString &planFile) const
+int AttachedProgram::run(const QStringList &arguments, const QJsonObject &plan) const
 {
+    const QTemporaryDir folder;
+    const QString planFile = folder.filePath(QStringLiteral("attach.json"));
+    QFile target(planFile);
+    const QByteArray bytes = QJsonDocument(plan).toJson();
+    if (!target.open(QIODevice::WriteOnly) || target.write(bytes) != bytes.size())
+        throw ToolError(
+                QStringLiteral("%1 cannot be written: %2").arg(planFile, target.errorString()));
+    target.close();
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     const auto prepend = [&](const char *name, const QString &value, QChar separator) {
         const QString old = environment.value(QLatin1String(name));
@@ -107,6 +117,12 @@ int AttachedProgram::run(const QStringList &arguments, const QString &planFile) 
     if (process.exitStatus() != QProcess::NormalExit)
         return StatusOfSignals + process.exitCode();
     return process.exitCode();
+}
+
+QString defaultPackages()
+{
+    return QDir(QCoreApplication::applicationDirPath())
+            .absoluteFilePath(QStringLiteral(HOVLETS_DEFAULT_PACKAGES));
 }
 
 } // namespace HovletsTool

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QtCore/QJsonObject>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
@@ -17,12 +18,16 @@ public:
      */
     AttachedProgram(const QString &name, int qtMajor);
 
-    /// Runs the program until it ends, and returns its exit status. The plug-in reads \a planFile.
-    [[nodiscard]] int run(const QStringList &arguments, const QString &planFile) const;
+    /// Runs the program until it ends, and returns its exit status. The plug-in reads \a plan,
+    /// which docs/attach.md describes.
+    [[nodiscard]] int run(const QStringList &arguments, const QJsonObject &plan) const;
 
 private:
     QString m_program;
     QString m_plugins; // the folder of plug-ins
 };
+
+/// The folder of the packages that come with the library.
+[[nodiscard]] QString defaultPackages();
 
 } // namespace HovletsTool

@@ -2,18 +2,16 @@
 #include "AttachedProgram.h"
 #include "CommandOptions.h"
 #include "Commands.h"
+#include "HostPaths.h"
 #include "Program.h"
 #include "ToolError.h"
 #include "Validators.h"
 
-#include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
-#include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
-#include <QtCore/QTemporaryDir>
 
 #include <memory>
 
@@ -33,24 +31,12 @@ QString fromLocal(const std::string &text)
     return QString::fromLocal8Bit(text.c_str());
 }
 
-/// The absolute path of a folder or file that must exist.
-QString existing(const std::string &name, const char *option, bool isFolder)
-{
-    const QFileInfo info(fromLocal(name));
-    if (isFolder ? !info.isDir() : !info.isFile())
-        throw ToolError(QStringLiteral("%1 %2 is not a %3")
-                                .arg(QLatin1String(option), info.filePath(),
-                                     isFolder ? QStringLiteral("folder") : QStringLiteral("file")));
-    return info.absoluteFilePath();
-}
-
 /// Folders of packages; a package stands for the folder that it is in.
 QStringList dataPathsOf(const AttachCommandOptions &options)
 {
-    QStringList paths { QDir(QCoreApplication::applicationDirPath())
-                                .absoluteFilePath(QStringLiteral(HOVLETS_DEFAULT_PACKAGES)) };
+    QStringList paths { defaultPackages() };
     for (const std::string &name : options.paths) {
-        QString path = QDir::cleanPath(existing(name, "--path", true));
+        QString path = QDir::cleanPath(existingFolder(name, "--path"));
         if (path.endsWith(QLatin1String(".hovlets")))
             path = QFileInfo(path).absolutePath();
         paths += path;
@@ -89,7 +75,7 @@ QJsonObject plan(const AttachCommandOptions &options)
     object.insert(QStringLiteral("dataPaths"), QJsonArray::fromStringList(dataPathsOf(options)));
     object.insert(QStringLiteral("settings"), settingsOf(options));
     if (!options.rules.empty())
-        object.insert(QStringLiteral("rules"), existing(options.rules, "--rules", false));
+        object.insert(QStringLiteral("rules"), existingFile(options.rules, "--rules"));
     if (!options.record.empty()) {
         const QFileInfo package(QDir::cleanPath(fromLocal(options.record)));
         if (package.suffix() != QLatin1String("hovlets"))
@@ -107,17 +93,10 @@ QJsonObject plan(const AttachCommandOptions &options)
 ExitStatus run(const AttachCommandOptions &options)
 {
     const AttachedProgram program(fromLocal(options.program.front()), options.qtMajor);
-    const QTemporaryDir folder;
-    const QString file = folder.filePath(QStringLiteral("attach.json"));
-    QFile target(file);
-    const QByteArray bytes = QJsonDocument(plan(options)).toJson();
-    if (!target.open(QIODevice::WriteOnly) || target.write(bytes) != bytes.size())
-        throw ToolError(QStringLiteral("%1 cannot be written: %2").arg(file, target.errorString()));
-    target.close();
     QStringList arguments;
     for (std::size_t i = 1; i < options.program.size(); ++i)
         arguments += fromLocal(options.program.at(i));
-    return static_cast<ExitStatus>(program.run(arguments, file));
+    return static_cast<ExitStatus>(program.run(arguments, plan(options)));
 }
 
 } // namespace
@@ -125,13 +104,11 @@ ExitStatus run(const AttachCommandOptions &options)
 void addAttachCommand(Program &program)
 {
     const auto options = std::make_shared<AttachCommandOptions>();
-    constexpr bool OpensWindow = true;
     CLI::App &command = program.add(
             "attach",
             "Start a program that was built without Hovlets, and show hovlets in it. The exit "
-            "status "
-            "is that of the program.",
-            "--path packages -- kcalc", [options] { return run(*options); }, OpensWindow);
+            "status is that of the program.",
+            "--path packages -- kcalc", [options] { return run(*options); }, [] { return true; });
     command.add_option("PROGRAM", options->program, "Program and its arguments, after \"--\"")
             ->required();
     addRepeatable(command, "--path", options->paths,

@@ -1,18 +1,23 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "AttachedProgram.h"
 #include "CommandOptions.h"
 #include "Commands.h"
 #include "FormReader.h"
+#include "HostPaths.h"
 #include "ImportedEntries.h"
 #include "LinguistFile.h"
 #include "Output.h"
+#include "PackageWriting.h"
 #include "Program.h"
+#include "RunningControls.h"
 #include "ToolError.h"
 #include "Validators.h"
 
 #include <QtCore/QDir>
-#include <QtCore/QFile>
+#include <QtCore/QJsonArray>
+#include <QtCore/QJsonObject>
 #include <QtCore/QSaveFile>
-#include <QtCore/QXmlStreamWriter>
+#include <QtCore/QTemporaryDir>
 
 #include <algorithm>
 #include <functional>
@@ -28,59 +33,12 @@ struct ImportCommandOptions
     std::vector<std::string> translations;
     std::string package;
     std::string locale = "en_US";
-    std::string report;
+    std::string report, rules;
+    int qtMajor = 0;
+    bool fromRunning = false;
     bool unfinished = false;
     bool qualified = false;
 };
-
-void writeParagraph(QXmlStreamWriter &writer, const TipParagraph &paragraph)
-{
-    if (paragraph.markup.isEmpty()) {
-        writer.writeTextElement(QStringLiteral("p"), paragraph.plain);
-        return;
-    }
-    writer.writeStartElement(QStringLiteral("p"));
-    writer.writeCDATA(paragraph.markup);
-    writer.writeEndElement();
-}
-
-void writeEntry(QXmlStreamWriter &writer, const ImportedEntry &entry)
-{
-    writer.writeStartElement(QStringLiteral("hovlet"));
-    writer.writeAttribute(QStringLiteral("key"), entry.key);
-    writer.writeAttribute(QStringLiteral("title"), entry.title);
-    if (!entry.shortcut.isEmpty())
-        writer.writeAttribute(QStringLiteral("shortcut"), entry.shortcut);
-    for (const TipParagraph &paragraph : entry.body)
-        writeParagraph(writer, paragraph);
-    writer.writeEndElement();
-}
-
-QString cannotBeWritten(const QFileDevice &file)
-{
-    return QStringLiteral("%1 cannot be written: %2").arg(file.fileName(), file.errorString());
-}
-
-void writeControlFile(const QString &path, const std::vector<ImportedEntry> &entries,
-                      const QString &locale)
-{
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        throw ToolError(cannotBeWritten(file));
-    QXmlStreamWriter writer(&file);
-    writer.setAutoFormatting(true);
-    writer.setAutoFormattingIndent(2);
-    writer.writeStartDocument();
-    writer.writeStartElement(QStringLiteral("hovlets"));
-    writer.writeAttribute(QStringLiteral("locale"), locale);
-    writer.writeAttribute(QStringLiteral("search"), QStringLiteral("Default"));
-    for (const ImportedEntry &entry : entries)
-        writeEntry(writer, entry);
-    writer.writeEndElement();
-    writer.writeEndDocument();
-    if (!file.commit())
-        throw ToolError(cannotBeWritten(file));
-}
 
 /// The content of several files, and whether all could be read.
 template <typename Content> struct FilesRead
@@ -133,27 +91,6 @@ FilesRead<std::vector<LinguistFile>> readTranslations(const std::vector<std::str
                 else
                     same->add(file);
             });
-}
-
-/// Creates the folder. Returns the path for its control file, without ".xml".
-QString makePackage(const QDir &package)
-{
-    const QFileInfo info(package.path());
-    const QString name = info.completeBaseName();
-    if (info.suffix() != QLatin1String("hovlets"))
-        throw ToolError(QStringLiteral("%1: the name of a package must end in .hovlets")
-                                .arg(package.path()));
-    if (name.isEmpty() || name.startsWith(QLatin1Char('.')))
-        throw ToolError(QStringLiteral("%1 would be hidden; put a name before .hovlets")
-                                .arg(package.path()));
-    if (package.exists())
-        throw ToolError(QStringLiteral("%1 already exists; import into a new package and copy "
-                                       "what you want from there")
-                                .arg(package.path()));
-    if (!package.mkpath(QStringLiteral("Control")))
-        throw ToolError(QStringLiteral("%1 cannot be created; is its parent folder writable?")
-                                .arg(package.path()));
-    return package.filePath(QStringLiteral("Control/") + name);
 }
 
 void printConflicts(const ImportedControls &controls)
@@ -232,8 +169,42 @@ void importTranslation(const ImportedControls &controls, const LinguistFile &tra
                                          std::not_fn(isUnfinished))));
 }
 
+/// Runs the program until it ends, and imports what it says about its controls.
+ExitStatus importFromRunning(const ImportCommandOptions &options)
+{
+    if (!options.translations.empty() || !options.report.empty())
+        throw ToolError(QStringLiteral("--ts and --report are for forms; `hovlets translate` "
+                                       "translates what --from-running has made"));
+    const QDir package(QString::fromLocal8Bit(options.package.c_str()));
+    refuseBadName(package);
+    const AttachedProgram program(QString::fromLocal8Bit(options.forms.front().c_str()),
+                                  options.qtMajor);
+    QStringList arguments;
+    for (std::size_t i = 1; i < options.forms.size(); ++i)
+        arguments += QString::fromLocal8Bit(options.forms.at(i).c_str());
+    const RunningControls controls = [&] {
+        const QTemporaryDir folder;
+        const QString inventory = folder.filePath(QStringLiteral("controls.json"));
+        QJsonObject plan { { QStringLiteral("dataPaths"), QJsonArray { defaultPackages() } },
+                           { QStringLiteral("inventory"), inventory } };
+        if (!options.rules.empty())
+            plan.insert(QStringLiteral("rules"), existingFile(options.rules, "--rules"));
+        (void)program.run(arguments, plan); // how it ends does not matter
+        return readRunningControls(inventory);
+    }();
+    const ImportedControls imported(controls.objects, {}, false);
+    const QString base = makePackage(package);
+    writeResources(package, controls.icons);
+    writeControlFile(base + QStringLiteral(".xml"), imported.entries(),
+                     QString::fromStdString(options.locale));
+    printText(QStringLiteral("%1: %2 entries\n").arg(package.path()).arg(imported.all().size()));
+    return ExitStatus::Clean;
+}
+
 ExitStatus run(const ImportCommandOptions &options)
 {
+    if (options.fromRunning)
+        return importFromRunning(options);
     const auto forms = readForms(options.forms);
     const auto translations = readTranslations(options.translations);
     const ImportedControls controls(forms.content, translations.content, options.qualified);
@@ -259,9 +230,18 @@ void addImportCommand(Program &program)
             "import",
             "Create a package from the tooltips, status tips and What's This texts of Qt Designer "
             "forms; the keys are the object names. Files that cannot be read are reported and "
-            "skipped; the exit status is then 1.",
-            "mainwindow.ui --ts app_de.ts -o MyApp.hovlets", [options] { return run(*options); });
-    command.add_option("FILE.ui", options->forms, "Qt Designer forms")->required();
+            "skipped; the exit status is then 1. With --from-running, create it from the controls "
+            "of "
+            "a program.",
+            "mainwindow.ui --ts app_de.ts -o MyApp.hovlets", [options] { return run(*options); },
+            [options] { return options->fromRunning; });
+    command.add_option("FILE.ui", options->forms,
+                       "Qt Designer forms; with --from-running, a program and its arguments, after "
+                       "\"--\"")
+            ->required();
+    command.add_flag("--from-running", options->fromRunning,
+                     "Start a program, and import the controls of its windows and menus when it "
+                     "ends");
     addRepeatable(command, "--ts", options->translations,
                   "Translation file (.ts); may be repeated, files for the same locale are merged");
     command.add_option("-o,--output", options->package, "Package folder to create")->required();
@@ -277,6 +257,11 @@ void addImportCommand(Program &program)
     command.add_option("--report", options->report,
                        "File to list the texts without a translation in: locale, key, state and "
                        "text, separated by tabs");
+    command.add_option("--rules", options->rules, "With --from-running: file with rules for keys");
+    command.add_option("--qt", options->qtMajor,
+                       "With --from-running: Qt of the program, 5 or 6, where it cannot be seen in "
+                       "its file")
+            ->check(CLI::IsMember({ 5, 6 }));
 }
 
 } // namespace HovletsTool

@@ -41,10 +41,9 @@ ExitStatus run(PreviewCommandOptions &options)
 void addPreviewCommand(Program &program)
 {
     const auto options = std::make_shared<PreviewCommandOptions>();
-    constexpr bool OpensWindow = true;
     CLI::App &command = program.add(
             "preview", "Open a window that shows the popups and follows changes to the files.",
-            "examples/drawing/packages", [options] { return run(*options); }, OpensWindow);
+            "examples/drawing/packages", [options] { return run(*options); }, [] { return true; });
     PreviewOptions &preview = options->preview;
     addPaths(command, preview.check.paths);
     command.add_option("--key", options->key, "Key to select at first");

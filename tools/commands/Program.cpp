@@ -54,7 +54,7 @@ Program::Program()
 }
 
 CLI::App &Program::add(const std::string &name, const std::string &description,
-                       const std::string &example, Run run, bool opensWindow)
+                       const std::string &example, Run run, Question opensWindow)
 {
     const auto space = name.find(' ');
     CLI::App *parent =
@@ -62,9 +62,9 @@ CLI::App &Program::add(const std::string &name, const std::string &description,
     CLI::App *command = parent->add_subcommand(
             space == std::string::npos ? name : name.substr(space + 1), description);
     command->footer("Example:\n  hovlets " + name + " " + example);
-    command->callback([this, run = std::move(run), opensWindow] {
+    command->callback([this, run = std::move(run), opensWindow = std::move(opensWindow)] {
         m_run = run;
-        m_opensWindow = opensWindow;
+        m_opensWindow = opensWindow && opensWindow();
     });
     return *command;
 }

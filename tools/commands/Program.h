@@ -24,16 +24,18 @@ class Program
 {
 public:
     using Run = std::function<ExitStatus()>;
+    using Question = std::function<bool()>;
 
     Program();
 
     /*!
      * Adds a command and returns it, for the caller to add its options.
      * \param name after the name of its group and a space if it is in a group
+     * \param opensWindow asked once the options are known; null for commands that never open one
      * \param example the arguments after the command's name in the example of its help
      */
     CLI::App &add(const std::string &name, const std::string &description,
-                  const std::string &example, Run run, bool opensWindow = false);
+                  const std::string &example, Run run, Question opensWindow = {});
 
     /// Adds a word that other commands come after, such as "translate".
     void addGroup(const std::string &name, const std::string &description);

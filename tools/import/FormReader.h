@@ -23,7 +23,7 @@ struct FormText
     [[nodiscard]] bool isEmpty() const { return text.isEmpty(); }
 };
 
-/// A widget or an action in a Qt Designer form.
+/// A widget or an action in a Qt Designer form or in a running program.
 struct FormObject
 {
     QString name;
@@ -31,6 +31,7 @@ struct FormObject
     FormText label = {}; // what the control shows: its text or title
     FormText shortcut = {};
     FormText toolTip = {}, statusTip = {}, whatsThis = {};
+    QString icon = {}; // a path in the resources; empty for none
 };
 
 /// Reads the named objects of a form that have a tooltip, a status tip or a What's This text.

@@ -60,7 +60,7 @@ QString qualifiedKey(const FormObject &object)
 /// Fills an entry with the texts of a control.
 ImportedEntry entryOf(const QString &key, const FormObject &object)
 {
-    ImportedEntry entry { key, {}, object.shortcut.text, {} };
+    ImportedEntry entry { key, {}, object.shortcut.text, {}, object.icon };
     for (FormText FormObject::*tip : Tips) {
         for (const TipParagraph &paragraph : paragraphsOf((object.*tip).text)) {
             const bool isKnown =

@@ -20,6 +20,7 @@ struct ImportedEntry
     QString title;
     QString shortcut;
     std::vector<TipParagraph> body;
+    QString icon = {}; // a path in the resources; empty for none
 };
 
 /// A text without a finished translation.

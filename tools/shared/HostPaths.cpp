@@ -29,4 +29,22 @@ QString keyDataFile(const std::string &name)
     return path;
 }
 
+QString existingFolder(const std::string &name, const char *option)
+{
+    const QFileInfo info(QString::fromLocal8Bit(name.c_str()));
+    if (!info.isDir())
+        throw ToolError(QStringLiteral("%1 %2 is not a folder")
+                                .arg(QLatin1String(option), info.filePath()));
+    return info.absoluteFilePath();
+}
+
+QString existingFile(const std::string &name, const char *option)
+{
+    const QFileInfo info(QString::fromLocal8Bit(name.c_str()));
+    if (!info.isFile())
+        throw ToolError(
+                QStringLiteral("%1 %2 is not a file").arg(QLatin1String(option), info.filePath()));
+    return info.absoluteFilePath();
+}
+
 } // namespace HovletsTool

@@ -18,4 +18,9 @@ namespace HovletsTool {
 /// cannot be read.
 [[nodiscard]] QString keyDataFile(const std::string &name);
 
+/// The absolute path of a folder or of a file. Throws a ToolError that names \a option if there is
+/// none.
+[[nodiscard]] QString existingFolder(const std::string &name, const char *option);
+[[nodiscard]] QString existingFile(const std::string &name, const char *option);
+
 } // namespace HovletsTool

@@ -68,6 +68,8 @@ QString AttachOptions::*pathByName(const QString &name)
         return &AttachOptions::rules;
     if (name == QLatin1String("record"))
         return &AttachOptions::record;
+    if (name == QLatin1String("inventory"))
+        return &AttachOptions::inventory;
     return name == QLatin1String("report") ? &AttachOptions::report : nullptr;
 }
 

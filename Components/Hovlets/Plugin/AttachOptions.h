@@ -32,6 +32,9 @@ struct AttachOptions
     /// The file to write what is on screen to; empty for none.
     QString report;
 
+    /// The file to write the controls and their texts to; empty for none.
+    QString inventory;
+
     /// Reads a file. Adds a line to \a errors for each mistake and continues without it.
     static AttachOptions read(const QString &file, QStringList &errors);
 

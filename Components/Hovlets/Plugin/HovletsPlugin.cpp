@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "AttachOptions.h"
 #include "AttachedHost.h"
+#include "ControlInventory.h"
 #include "Recorder.h"
 #include "ScreenReport.h"
 
@@ -38,9 +39,11 @@ void hideFromChildren()
 AttachedHost *attachedHost = nullptr;
 Recorder *recorder = nullptr; // null unless the file asks for it
 ScreenReport *report = nullptr; // the same
+ControlInventory *inventory = nullptr; // the same
 
 void detach()
 {
+    delete std::exchange(inventory, nullptr);
     delete std::exchange(report, nullptr);
     delete std::exchange(recorder, nullptr);
     delete std::exchange(attachedHost, nullptr);
@@ -92,6 +95,8 @@ void attach(const QString &file)
     }
     if (!options.report.isEmpty())
         report = new ScreenReport(*attachedHost, options.report);
+    if (!options.inventory.isEmpty())
+        inventory = new ControlInventory(*attachedHost, options.inventory);
     QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, &detach);
     qAddPostRoutine(&detach); // for programs that leave without an event loop
 }
