@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVControlWalk.h"
 
+#include "HVControlNames.h"
+
 #include <Hovlets/HVPopup.h>
 #include <QtCore/QHash>
 #include <QtCore/QVariant>
@@ -61,12 +63,6 @@ bool isInteractive(const QWidget *widget)
             || (!isContainer(widget) && (isClosed(widget) || widget->focusPolicy() != Qt::NoFocus));
 }
 
-/// Whether Qt has named the object, as it does with the parts that it builds controls from.
-bool isPart(const QWidget *widget)
-{
-    return widget->objectName().startsWith(QLatin1String("qt_"));
-}
-
 /// Parts of Qt's own controls that can contain widgets of the host; there are no others.
 bool holdsHostWidgets(const QWidget *part)
 {
@@ -94,13 +90,13 @@ public:
     {
         if (!widget->isVisible() || isPopupOrToolTip(widget) || inheritsAny(widget, m_ignored))
             return;
-        if (!isPart(widget)) {
+        if (!isNamedByQt(widget)) {
             const QRect area(widget->mapTo(widget->window(), QPoint(0, 0)), widget->size());
             m_visit({ widget, widget, area, isInteractive(widget), name, parents });
         }
         if (auto *menu = qobject_cast<QMenu *>(widget))
             enterEntries(menu, parents + QStringList { name });
-        if (!isClosed(widget) && (!isPart(widget) || holdsHostWidgets(widget)))
+        if (!isClosed(widget) && (!isNamedByQt(widget) || holdsHostWidgets(widget)))
             enterChildren(widget, parents + QStringList { name });
     }
 

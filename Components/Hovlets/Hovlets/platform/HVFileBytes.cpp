@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVFileBytes.h"
 
+#include "HVRegularFile.h"
+
 #include <QtCore/QDateTime>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
@@ -10,7 +12,6 @@
 
 #ifdef Q_OS_UNIX
 #    include <cerrno>
-#    include <fcntl.h>
 #    include <sys/stat.h>
 #    include <unistd.h>
 #endif
@@ -60,9 +61,7 @@ class Descriptor
 
 public:
     explicit Descriptor(const QString &path)
-        // Without O_NONBLOCK, opening a pipe would wait for a writer.
-        : m_number(::open(QFile::encodeName(path).constData(),
-                          O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY))
+        : m_number(openWithoutWaiting(path))
     {
     }
 

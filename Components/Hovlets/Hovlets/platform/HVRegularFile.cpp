@@ -15,10 +15,15 @@ namespace Hovlets {
 
 #ifdef Q_OS_UNIX
 
+int openWithoutWaiting(const QString &path)
+{
+    return ::open(QFile::encodeName(path).constData(),
+                  O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+}
+
 bool openRegularFile(QFile &file, const QString &path)
 {
-    const int descriptor = ::open(QFile::encodeName(path).constData(),
-                                  O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    const int descriptor = openWithoutWaiting(path);
     if (descriptor < 0)
         return false;
     struct stat status = {};

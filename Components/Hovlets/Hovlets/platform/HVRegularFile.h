@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QtCore/QtGlobal>
+
 class QFile;
 class QString;
 
@@ -14,5 +16,11 @@ namespace Hovlets {
  * and the opening therefore achieves nothing.
  */
 [[nodiscard]] bool openRegularFile(QFile &file, const QString &path);
+
+#ifdef Q_OS_UNIX
+/// Opens \a path for reading, whatever it is, without waiting for a writer of a fifo. Returns the
+/// descriptor, which the caller closes, or a negative number.
+[[nodiscard]] int openWithoutWaiting(const QString &path);
+#endif
 
 } // namespace Hovlets
