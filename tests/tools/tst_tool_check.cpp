@@ -54,7 +54,8 @@ void tst_ToolCheck::shouldFindOneMistakeInAControlFile_data()
     row("other element in the root", control("<hovlet key='a'/>\n<hovlt key='b'/>"),
         "HV103 File.xml:3");
     row("text in the root", control("text"), "HV103 File.xml:1");
-    row("entry in an entry", control("<hovlet key='a'><hovlet/><any/></hovlet>"), "");
+    row("entry in an entry", control("<hovlet key='a'><hovlet/><any/></hovlet>"),
+        "HV404 File.xml:2,HV404 File.xml:2");
     row("no key", control("<hovlet title='a'/>"), "HV201 File.xml:2");
     row("key twice", control("<hovlet key='a'/>\n<hovlet key='a'/>"), "HV202 File.xml:3");
     row("nonsense as locale", control("<hovlet key='a'/>", "locale='nonsense'"),
@@ -90,6 +91,26 @@ void tst_ToolCheck::shouldFindOneMistakeInAControlFile_data()
     row("link in a text",
         control("<hovlet key='a'><p><![CDATA[<a href='C:\\x'>x</a>]]></p></hovlet>"),
         "HV402 File.xml:2");
+    row("misspelt element", control("<hovlet key='a'>\n<titel>A</titel></hovlet>"),
+        "HV404 File.xml:3");
+    row("element of HTML", control("<hovlet key='a'>\n<h2>A</h2>\n<h2>B</h2></hovlet>"),
+        "HV404 File.xml:3");
+    row("misspelt attribute of an entry", control("<hovlet key='a'\n titel='A'/>"),
+        "HV404 File.xml:3");
+    row("attribute of the host", control("<hovlet key='a' category='A'/>"), "");
+    row("misspelt attribute of a link",
+        control("<hovlet key='a'><link href='A' herf='B'/></hovlet>"), "HV404 File.xml:2");
+    row("unknown element for another user interface",
+        control("<hovlet key='a'><titel>A</titel></hovlet>", "ui='ui/Own.qml'"), "");
+    row("markup as an element", control("<hovlet key='a'><p>Draw <b>free</b> lines</p></hovlet>"),
+        "HV405 File.xml:2");
+    row("markup in CDATA",
+        control("<hovlet key='a'><p><![CDATA[Draw <b>free</b> lines]]></p></hovlet>"), "");
+    row("table in a text",
+        control("<hovlet key='a'><p><![CDATA[<table><tr>A</tr></table>]]></p></hovlet>"),
+        "HV406 File.xml:2,HV406 File.xml:2");
+    row("name in angle brackets", control("<hovlet key='a'><p>git add &lt;file&gt;</p></hovlet>"),
+        "");
 }
 
 void tst_ToolCheck::shouldFindOneMistakeInAControlFile()
@@ -99,6 +120,7 @@ void tst_ToolCheck::shouldFindOneMistakeInAControlFile()
     PackageFolder folder;
     folder.addControlFile(QStringLiteral("Package"), QStringLiteral("File"), content);
     folder.add(QStringLiteral("Package.hovlets/Resources/broken.png"), "no picture");
+    folder.add(QStringLiteral("Package.hovlets/ui/Own.qml"), "import QtQuick 2.15\nItem {}");
     QCOMPARE(found({}, folder.path()), expected);
 }
 

@@ -127,10 +127,10 @@ void tst_ToolCheckHostile::shouldSurviveControlFiles_data()
         "HV119");
     row("namespaces",
         "<hovlets search='Default' " + number("xmlns:a%1='u' ", 900) + ">\n<hovlet key='a'>"
-                + repeat("<b/>", 900) + "</hovlet></hovlets>",
+                + repeat("<p/>", 900) + "</hovlet></hovlets>",
         "HV403");
     row("attributes of one element", entry({}, number("a%1='' ", 100000)), "HV119");
-    row("attributes of many elements", entry(repeat("<b " + number("a%1='' ", 450) + "/>", 400)),
+    row("attributes of many elements", entry(repeat("<p " + number("a%1='' ", 450) + "/>", 400)),
         "HV403");
     row("search",
         "<hovlets search='" + repeat("Default,", 100000) + "'>\n<hovlet key='a'/></hovlets>", "");
@@ -147,7 +147,7 @@ void tst_ToolCheckHostile::shouldSurviveControlFiles_data()
         entry("<p><![CDATA[" + repeat("<a href='", 10000) + "]]></p>"), "HV403");
     row("one long word", entry("<p>" + repeat("x", 1000000) + "</p>"), "HV403");
     row("placeholders without an end", entry("<p>" + repeat("%(x", 30000) + "</p>"), "HV401 HV403");
-    row("placeholders in attributes", entry(repeat("<b " + number("a%1='%(x' ", 900) + "/>", 20)),
+    row("placeholders in attributes", entry(repeat("<p " + number("a%1='%(x' ", 900) + "/>", 20)),
         "HV401");
     row("long placeholder", entry("<p>%(" + repeat("x", 90000) + "</p>"), "HV401 HV403");
     row("elements in an entry", entry(repeat("<p/>", 200000)), "HV119");
@@ -191,6 +191,7 @@ void tst_ToolCheckHostile::shouldSurviveControlFiles_data()
         "<?xml version='1.0' encoding='ISO-8859-1'?>\n" + entry(repeat("<p>\xf6</p>", 14000)),
         "HV403");
     row("comments", control(repeat("<!-- \n-->", 200000) + "<hovlet key='a'/>"), "");
+    row("unknown elements", entry(number("<x%1/>", 5000)), "HV403 HV404");
     row("pictures", entry(number("<img src='%1.png'/>", 5000)), "HV301 HV403");
 }
 

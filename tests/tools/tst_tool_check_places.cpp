@@ -55,8 +55,12 @@ void tst_ToolCheckPlaces::shouldPointToTheMistake_data()
     row("placeholders in a value", control("<hovlet key='a' title='%(ok)s %(b %(c)'/>"),
         { QStringLiteral("HV401 A.xml:2:31"), QStringLiteral("HV401 A.xml:2:35") });
     row("placeholders in a text",
-        control("<hovlet key='a'>\n<p>%(ok)s %(b\n<!-- %(not --><b>x</b>\n %(c</p></hovlet>"),
+        control("<hovlet key='a'>\n<p>%(ok)s %(b\n<!-- %(not --><p>x</p>\n %(c</p></hovlet>"),
         { QStringLiteral("HV401 A.xml:3:11"), QStringLiteral("HV401 A.xml:5:2") });
+    row("misspelt attribute", control("<hovlet key='a'\n clip='' tilte='A'/>"),
+        { QStringLiteral("HV404 A.xml:3:10") });
+    row("markup as an element", control("<hovlet key='a'><p>A\n<b>b</b></p></hovlet>"),
+        { QStringLiteral("HV405 A.xml:3:1") });
     row("placeholder of an entity",
         "<!DOCTYPE hovlets [<!ENTITY e '&#37;(x'>]>\n"
                 + control("<hovlet key='a'><p>&e;</p></hovlet>"),
@@ -64,8 +68,8 @@ void tst_ToolCheckPlaces::shouldPointToTheMistake_data()
     const auto nested = [](int levels) { // nested below the root and the entry
         QByteArray open, close;
         for (int i = 0; i < levels; ++i) {
-            open += "<b>";
-            close += "</b>";
+            open += "<p>";
+            close += "</p>";
         }
         return control("<hovlet key='a'>" + open + close + "</hovlet>");
     };

@@ -5,6 +5,7 @@
 #include "ControlFile.h"
 #include "EntryTree.h"
 #include "Findings.h"
+#include "FormatCheck.h"
 #include "MediaFiles.h"
 #include "Progress.h"
 
@@ -52,6 +53,7 @@ private:
     using CheckFile = const MediaProblem &(MediaFiles::*)(const QString &path);
 
     void check(const XmlDocument::Branch &entry);
+    [[nodiscard]] bool usesDefaultInterface() const;
     void checkUserInterface(const XmlDocument::Element &entry, const QString &attribute);
     void checkResource(const XmlDocument::Element &element, const QString &attribute,
                        CheckFile check);
@@ -76,6 +78,7 @@ void MediaCheck::Private::check(const ControlFile &file, const QSet<QString> &pa
     const QString search = QStringLiteral("search");
     root->setAttribute(search, usefulNames(root->attribute(search), packages));
     const QString package = m_manager.index()->packageNameForLocation(file.path());
+    FormatCheck format(file.path(), file.document(), m_findings);
     file.document().forEachBranch([&](const XmlDocument::Branch &branch) {
         if (!isEntry(branch))
             return;
@@ -84,6 +87,8 @@ void MediaCheck::Private::check(const ControlFile &file, const QSet<QString> &pa
             entry->setAttribute(QStringLiteral("HVPackagName"), package);
             m_view.setContent(entry.get());
             check(branch);
+            if (usesDefaultInterface())
+                format.check(branch);
             m_view.setContent(nullptr);
         }
         progress.step();
@@ -105,6 +110,12 @@ void MediaCheck::Private::check(const XmlDocument::Branch &entry)
         if (element->name == QLatin1String("img"))
             checkResource(*element, QStringLiteral("src"), &MediaFiles::checkPicture);
     }
+}
+
+bool MediaCheck::Private::usesDefaultInterface() const
+{
+    const QString package = m_manager.index()->packageNameForLocation(m_view.uiRootFilePath());
+    return package == QLatin1String("Default");
 }
 
 /// Reports a path that the root element sets for all entries only once for each file.
