@@ -38,6 +38,7 @@ private Q_SLOTS:
     void shouldReadAFileOnceForAnEntryThatItCannotServe_data();
     void shouldReadAFileOnceForAnEntryThatItCannotServe();
     void shouldReadAFileWithManyKeysOnce();
+    void shouldKnowThatARootInARootMatchesAnyKey();
     void shouldReadARecentFileOnceForATooltip();
     void shouldSeeAChangeDuringATooltip();
     void shouldReadARecentFileOnceForTwoLocales();
@@ -122,6 +123,15 @@ void tst_HVFileMemory::shouldReadAFileWithManyKeysOnce()
     lookUpOthers();
     QCOMPARE(opened.take(), 1);
     QVERIFY(Found(*m_index, "k69999").entry());
+}
+
+void tst_HVFileMemory::shouldKnowThatARootInARootMatchesAnyKey()
+{
+    const QByteArray one = entry("a", "1");
+    index("Foo", "a", "<hovlets>" + one + "<hovlets>" + one + "</hovlets></hovlets>");
+    QTest::qWait(150);
+    QVERIFY(!Found(*m_index, "a").entry()); // parses the file, which has two
+    QVERIFY(Found(*m_index, "b").entry());
 }
 
 void tst_HVFileMemory::shouldReadARecentFileOnceForATooltip()

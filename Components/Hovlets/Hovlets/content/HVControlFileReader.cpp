@@ -36,18 +36,20 @@ struct WantedEntry
     const QString &key;
     HVEntryKeys *keys; // to add all keys to, or null
     bool isFound = false;
+    int roots = 0;
 };
 
 /// Builds the entry that \a userData describes, and its root.
 int entryShouldGenerate(const QString &qName, const QXmlAttributes &attributes, void *userData)
 {
     auto *wanted = static_cast<WantedEntry *>(userData);
+    const QLatin1String root("hovlets");
     const QLatin1String tag("hovlet");
     const QLatin1String name("key");
+    wanted->roots += qName == root ? 1 : 0;
     if (wanted->keys && qName == tag)
         wanted->keys->add(attributes.value(name));
-    const int generate = childShouldGenerate(qName, attributes, QLatin1String("hovlets"), tag, name,
-                                             wanted->key);
+    const int generate = childShouldGenerate(qName, attributes, root, tag, name, wanted->key);
     wanted->isFound |= (generate & HVXmlParser::GenerateAll) != 0;
     return generate;
 }
@@ -115,8 +117,8 @@ std::unique_ptr<HVXmlElement> HVControlFileReader::entry(const QString &key,
     const QList<QObject *> objects = parse(parser, file, needed);
     if (wanted.keys && !parser.isClosed() && !wanted.isFound)
         keys.clear(); // nothing was built that other keys would not build
-    else if (wanted.keys && parser.limitMet().isNull())
-        keys.complete();
+    else if (wanted.keys && parser.limitMet().isNull() && wanted.roots <= 1)
+        keys.complete(); // with a root in the root, which counts as an entry, any key may match
     auto *root = objects.size() == 1 ? qobject_cast<HVXmlElement *>(objects.constFirst()) : nullptr;
     if (!root || root->children().size() != 1 || !parser.isClosed() || !firstChild(*root)) {
         qDeleteAll(objects);
