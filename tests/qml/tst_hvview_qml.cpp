@@ -67,6 +67,17 @@ private Q_SLOTS:
                          "findResource(QString relativePath)" }));
     }
 
+    void shouldFindFilesThatAreNewInAFolder()
+    {
+        HVView &view = *m_bench->view;
+        view.loadQML(m_bench->ui("First.qml"));
+        QVERIFY(view.rootObject());
+        m_bench->ui("Part.qml", "import QtQuick 2.15\nRectangle { property int part: 7 }");
+        view.loadQML(m_bench->ui("Second.qml", "import QtQuick 2.15\nPart {}"));
+        QVERIFY(view.rootObject());
+        QCOMPARE(view.rootObject()->property("part").toInt(), 7);
+    }
+
     void shouldListItsProperties_data()
     {
         QTest::addColumn<QByteArray>("type");

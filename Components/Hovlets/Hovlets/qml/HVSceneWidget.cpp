@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVSceneWidget.h"
 
+#include <QtCore/QFileInfo>
 #include <QtCore/QUrl>
 #include <QtGui/QResizeEvent>
 #include <QtGui/QShowEvent>
+#include <QtQml/QQmlEngine>
 #include <QtQuick/QQuickWindow>
 #include <QtQuick/QSGRendererInterface>
 
@@ -37,8 +39,19 @@ HVSceneWidget::HVSceneWidget(QWidget *parent)
 void HVSceneWidget::runFile(const QString &path)
 {
     const QUrl url = urlOfFile(path);
-    if (url != source())
-        setSource(url);
+    if (url == source())
+        return;
+    noticeNewFiles(QFileInfo(path).path());
+    setSource(url);
+}
+
+/// The engine remembers which files a folder has, and would not find those that were added since.
+void HVSceneWidget::noticeNewFiles(const QString &folder)
+{
+    const QDateTime time = QFileInfo(folder).lastModified();
+    if (m_folders.value(folder, time) != time)
+        engine()->clearComponentCache();
+    m_folders.insert(folder, time);
 }
 
 void HVSceneWidget::settle()

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QtCore/QDateTime>
+#include <QtCore/QHash>
 #include <QtQuickWidgets/QQuickWidget>
 
 namespace Hovlets {
@@ -30,7 +32,10 @@ protected:
     void showEvent(QShowEvent *event) override;
 
 private:
+    void noticeNewFiles(const QString &folder);
     void render();
+
+    QHash<QString, QDateTime> m_folders; // of files that have run, and when they had changed last
 };
 
 } // namespace Hovlets
