@@ -293,6 +293,27 @@ private Q_SLOTS:
         QCOMPARE(m_popup->picture().convertToFormat(QImage::Format_RGB32), expected);
     }
 
+    void shouldSmoothOnlyScaledFrames()
+    {
+        load(QmlPopup::columns());
+        const QSizeF size(64, 48);
+        const double ratio = m_popup->picture().devicePixelRatio();
+        QQuickItem *root = m_popup->view()->rootObject();
+        root->setTransformOrigin(QQuickItem::TopLeft);
+        root->setScale(1 / ratio);
+        QCOMPARE(m_popup->shareOfGreys(*m_item, size), 0.0);
+        m_item->setX(10.3); // between pixels
+        QCOMPARE(m_popup->shareOfGreys(*m_item, size), 0.0);
+        for (const double scale : { 0.75, 1.25, 1.5, 2.0 }) {
+            root->setScale(scale / ratio);
+            QVERIFY(m_popup->shareOfGreys(*m_item, size) > 0.2);
+        }
+        root->setScale(1 / ratio);
+        QCOMPARE(m_popup->shareOfGreys(*m_item, size), 0.0);
+        m_item->setScale(1.5);
+        QVERIFY(m_popup->shareOfGreys(*m_item, size) > 0.2);
+    }
+
     void shouldPlayToTheEnd()
     {
         load(QStringLiteral("color=red:size=64x48:rate=50:duration=0.4,format=rgb24,"

@@ -80,6 +80,26 @@ private Q_SLOTS:
         QVERIFY(popup.pixel(110, 100).blue() > 250);
     }
 
+    void shouldSmoothOnlyScaledFrames()
+    {
+        QmlPopup popup;
+        popup.makeClip(QStringLiteral("columns.avi"), QmlPopup::columns());
+        popup.show("");
+        QQuickItem *root = popup.view()->rootObject();
+        auto *item = new MeasuredItem(root);
+        item->setSource(QStringLiteral("columns.avi"));
+        const QSize size(64, 48);
+        QTRY_COMPARE(item->texture, size);
+        QCOMPARE(popup.shareOfGreys(*item, size), 0.0);
+        root->setTransformOrigin(QQuickItem::TopLeft);
+        item->setX(10.3); // between pixels
+        QCOMPARE(popup.shareOfGreys(*item, size), 0.0);
+        root->setScale(1.5);
+        QVERIFY(popup.shareOfGreys(*item, size) > 0.2);
+        root->setScale(1);
+        QCOMPARE(popup.shareOfGreys(*item, size), 0.0);
+    }
+
     void shouldPaintOnceItIsPinned_data()
     {
         QTest::addColumn<bool>("withContainer");

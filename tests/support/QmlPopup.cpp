@@ -28,6 +28,32 @@ void QmlPopup::show(const QByteArray &body, int width, int height)
         qFatal("the user interface is wrong:\n%s", body.constData());
 }
 
+double QmlPopup::shareOfGreys(const QQuickItem &item, const QSizeF &size)
+{
+    const QImage all = picture();
+    const double ratio = all.devicePixelRatio();
+    const QRectF area = item.mapRectToScene(QRectF(QPointF(), size));
+    const QRect pixels = QRectF(area.topLeft() * ratio, area.size() * ratio)
+                                 .toRect()
+                                 .adjusted(2, 2, -2, -2); // edges may be partly covered
+    qsizetype greys = 0;
+    for (int y = pixels.top(); y <= pixels.bottom(); ++y) {
+        for (int x = pixels.left(); x <= pixels.right(); ++x) {
+            const int grey = qGray(all.pixel(x, y));
+            greys += grey > 5 && grey < 250 ? 1 : 0;
+        }
+    }
+    return double(greys) / (double(pixels.width()) * pixels.height());
+}
+
+QString QmlPopup::columns()
+{
+    const QString column = QStringLiteral("255*mod(X\\,2)");
+    return QStringLiteral(
+                   "color=black:size=64x48:rate=25:duration=0.2,format=gbrp,geq=r=%1:g=%1:b=%1")
+            .arg(column);
+}
+
 void QmlPopup::makeClip(const QString &name, const QString &pictures) const
 {
     const QString path = folder.path() + QStringLiteral("/Pack.hovlets/Resources/") + name;

@@ -34,8 +34,19 @@ public:
         return all.pixelColor((QPointF(x, y) * all.devicePixelRatio()).toPoint());
     }
 
+    /*!
+     * How much of \a item is neither black nor white, from 0 to 1.
+     *
+     * The item's picture has the given size, and fine columns in these two colours. Drawn pixel for
+     * pixel, it has no others. Smoothing mixes them.
+     */
+    double shareOfGreys(const QQuickItem &item, const QSizeF &size);
+
     /// Makes a lossless clip in the package's resources from one of ffmpeg's own sources.
     void makeClip(const QString &name, const QString &pictures) const;
+
+    /// The source of a clip of 64 x 48 with columns in black and white, one pixel wide.
+    static QString columns();
 };
 
 /// Whether \a colour is pure red, apart from a decoder's rounding.

@@ -85,18 +85,17 @@ QSGNode *HVPictureComponent::updatePaintNode(QSGNode *node, UpdatePaintNodeData 
     if (!m_isUploaded || !node || !m_picture)
         node = updateImageNode(node, window(), m_picture ? *m_picture : QImage(), QPointF());
     m_isUploaded = true;
-    if (auto *image = static_cast<QSGImageNode *>(node)) {
-        image->setRect(boundingRect());
-        // The size differs until the picture is decoded again, or if it is smaller than the item.
-        image->setFiltering(m_picture->size() == sizeOnScreen() ? QSGTexture::Nearest
-                                                                : QSGTexture::Linear);
-    }
+    // The sizes differ until the picture is decoded again, or if it is smaller than the item.
+    if (node)
+        static_cast<QSGImageNode *>(node)->setRect(boundingRect());
     return node;
 }
 
 void HVPictureComponent::itemChange(ItemChange change, const ItemChangeData &value)
 {
     QQuickItem::itemChange(change, value);
+    if (change == ItemDevicePixelRatioHasChanged)
+        m_isUploaded = false;
     if (change == ItemSceneChange || change == ItemDevicePixelRatioHasChanged)
         polish();
 }

@@ -274,4 +274,13 @@ QSGNode *HVVideoComponent::updatePaintNode(QSGNode *node, UpdatePaintNodeData *d
     return node;
 }
 
+void HVVideoComponent::itemChange(ItemChange change, const ItemChangeData &value)
+{
+    QQuickItem::itemChange(change, value);
+    if (change != ItemDevicePixelRatioHasChanged)
+        return;
+    m_frameIsNew = true;
+    update();
+}
+
 } // namespace Hovlets

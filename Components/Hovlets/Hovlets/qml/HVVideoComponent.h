@@ -20,9 +20,9 @@ class HVVideoSourceFFMPEG;
  *
  * Each item has a source and a controller, each with a thread. When the item is destroyed, it asks
  * both to quit and leaves them to HVThreadKeeper, without waiting. The frame is drawn from (0, 0)
- * at its natural size, even if the item is smaller; unless rendered by software, frames above
- * 4096 x 4096 have fewer pixels. QML sizes the item with contentWidth and contentHeight. GUI thread
- * only.
+ * at its natural size, even if the item is smaller, and is smoothed only where the scene scales it;
+ * unless rendered by software, frames above 4096 x 4096 have fewer pixels. QML sizes the item with
+ * contentWidth and contentHeight. GUI thread only.
  */
 class HVVideoComponent : public QQuickItem
 {
@@ -126,6 +126,7 @@ Q_SIGNALS:
 
 protected:
     QSGNode *updatePaintNode(QSGNode *node, UpdatePaintNodeData *data) override;
+    void itemChange(ItemChange change, const ItemChangeData &value) override;
 
 private:
     void setFrame(const HVVideoFrame &frame);
