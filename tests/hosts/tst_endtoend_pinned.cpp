@@ -3,6 +3,7 @@
 #include "HoverTest.h"
 #include "TestMain.h"
 
+#include <QtCore/QProcess>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QWindow>
 #include <QtWidgets/QApplication>
@@ -12,6 +13,25 @@ using namespace Hovlets;
 namespace {
 
 const QColor PopupColor("steelblue"); // of the user interface
+
+enum class Taskbar { Unknown, Omits, Lists };
+
+/// What taskbars on X11 do with \a window. Unknown until the display has it.
+Taskbar taskbarEntryOf(const QWidget &window)
+{
+    QProcess xprop;
+    xprop.start(QStringLiteral("xprop"),
+                { QStringLiteral("-id"), QString::number(window.windowHandle()->winId()),
+                  QStringLiteral("WM_TRANSIENT_FOR"), QStringLiteral("_NET_WM_STATE"),
+                  QStringLiteral("_NET_WM_WINDOW_TYPE") });
+    if (!xprop.waitForFinished() || xprop.exitCode() != 0)
+        return Taskbar::Unknown;
+    const QByteArray properties = xprop.readAllStandardOutput();
+    const bool isListed = properties.contains("WM_TRANSIENT_FOR:  not found.")
+            && !properties.contains("_NET_WM_STATE_SKIP_TASKBAR")
+            && !properties.contains("_NET_WM_WINDOW_TYPE_UTILITY");
+    return isListed ? Taskbar::Lists : Taskbar::Omits;
+}
 
 } // namespace
 
@@ -110,6 +130,24 @@ private Q_SLOTS:
         QVERIFY(m_pinned->isVisible());
     }
 
+    void shouldBeInTheTaskbarIfTheSettingsAskForIt()
+    {
+        if (QGuiApplication::platformName() != QLatin1String("xcb"))
+            QSKIP("only X11 shows programs what the taskbar lists");
+        pin();
+        QTRY_COMPARE(taskbarEntryOf(*m_pinned), Taskbar::Omits);
+        m_pinned->close();
+        m_host->manager()->context().set(HVKeyPinnedInTaskbar, true);
+        pin(Qt::Window);
+        QTRY_COMPARE(taskbarEntryOf(*m_pinned), Taskbar::Lists);
+        m_host->manager()->setStayOnTop(true); // which makes the window again
+        QTRY_COMPARE(taskbarEntryOf(*m_pinned), Taskbar::Lists);
+        // It goes with the host's window, and does not keep the application running.
+        QVERIFY(!m_pinned->testAttribute(Qt::WA_QuitOnClose));
+        m_window.reset();
+        QVERIFY(!m_pinned);
+    }
+
 private:
     /// Waits until the popup is on the display. Window systems may move it, and show it later than
     /// the program asks.
@@ -121,14 +159,14 @@ private:
         }));
     }
 
-    void pin()
+    void pin(Qt::WindowType type = Qt::Tool)
     {
         QVERIFY(hover("a"));
         m_pinned = popup();
         findPopup();
         Pointer::moveTo(m_place.topLeft() + QPoint(150, 50));
         Pointer::click();
-        QTRY_COMPARE(m_pinned->windowType(), Qt::Tool);
+        QTRY_COMPARE(m_pinned->windowType(), type);
         QVERIFY(QTest::qWaitForWindowExposed(m_pinned));
     }
 

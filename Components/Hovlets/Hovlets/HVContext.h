@@ -126,7 +126,10 @@ enum contextKey {
     HVKeyClipReleaseDelay = 1140,
     /// bool, false: controls without an entry show their own tooltip, status tip and What's This in
     /// a popup.
-    HVKeyShowOwnTips = 1150
+    HVKeyShowOwnTips = 1150,
+    /// bool, false: a pinned popup is an ordinary window with an entry in the taskbar, instead of a
+    /// tool window that stays above the window of its control. A host's container is unaffected.
+    HVKeyPinnedInTaskbar = 1180
 };
 
 } // namespace Hovlets

@@ -3,6 +3,7 @@
 
 #include "HVWindowSystem.h"
 
+#include <QtGui/QGuiApplication>
 #include <QtGui/QScreen>
 
 namespace Hovlets {
@@ -17,15 +18,23 @@ QRect areaOfWindow(const QWidget &window)
 
 } // namespace
 
+QScreen *screenFor(const QWidget *control)
+{
+    if (!control)
+        return QGuiApplication::primaryScreen();
+    QScreen *const ofWindow = control->screen();
+    if (!ofWindow || !programsPlaceWindows())
+        return ofWindow;
+    const QPoint center = control->mapToGlobal(control->rect().center());
+    QScreen *const atCenter = ofWindow->virtualSiblingAt(center);
+    return atCenter ? atCenter : ofWindow;
+}
+
 QRect availableAreaFor(const QWidget &control)
 {
     if (!programsPlaceWindows())
         return areaOfWindow(*control.window());
-    QScreen *const windows = control.screen();
-    const QPoint center = control.mapToGlobal(control.rect().center());
-    const QScreen *screen = windows ? windows->virtualSiblingAt(center) : nullptr;
-    if (!screen)
-        screen = windows;
+    const QScreen *screen = screenFor(&control);
     return screen ? screen->availableGeometry() : QRect();
 }
 

@@ -6,11 +6,20 @@
 #include <QtCore/QRect>
 #include <QtWidgets/QWidget>
 
+class QScreen;
+
 namespace Hovlets {
 
-/// The available area of the screen that shows the centre of \a control. Most of its window may be
-/// on another screen. Null if it is unknown: where programs do not place their windows, only a
-/// window that fills the screen shows where the screen ends.
+/*!
+ * The screen that shows the centre of \a control, or the primary screen for null.
+ *
+ * Most of the control's window may be on another screen. Where programs do not place their windows,
+ * the result is the screen of the window.
+ */
+QScreen *screenFor(const QWidget *control);
+
+/// The available area of the screen for \a control. Null if it is unknown: where programs do not
+/// place their windows, only a window that fills the screen shows where the screen ends.
 QRect availableAreaFor(const QWidget &control);
 
 /*!

@@ -68,11 +68,14 @@ bool HVPinnedCompanions::eventFilter(QObject *object, QEvent *event)
     return false;
 }
 
-/// Makes a popup that is about to show stay above the window.
+/// Makes a popup that is about to show stay above the window. An ordinary window does not: window
+/// managers give no entry in the taskbar to windows that belong to another.
 void HVPinnedCompanions::tieToWindow(QWidget &popup) const
 {
-    if (popup.isWindow() && popup.windowHandle())
-        popup.windowHandle()->setTransientParent(m_isLockedOut ? nullptr : windowShowing(m_window));
+    if (!popup.isWindow() || !popup.windowHandle())
+        return;
+    const bool isApart = m_isLockedOut || popup.windowType() == Qt::Window;
+    popup.windowHandle()->setTransientParent(isApart ? nullptr : windowShowing(m_window));
 }
 
 /// Some Wayland compositors activate the last window that belongs to another, instead of that one.

@@ -13,8 +13,8 @@ namespace Hovlets {
 /*!
  * \brief The popups that were pinned from a window, which remains usable beside them.
  *
- * They stay above the window, except where the compositor would then give them the keyboard
- * whenever the user clicks the window.
+ * They stay above the window, unless they have entries in the taskbar, or the compositor would then
+ * give them the keyboard whenever the user clicks the window.
  *
  * Qt shows tooltips only in active windows. Window systems may activate a new window, and all
  * activate one that is clicked. While a pinned popup is the active window, the window that it came

@@ -89,13 +89,13 @@ void moveInto(HVWidget &popup, QWidget &container, const QPoint &position)
     container.show();
 }
 
-/// Makes \a popup a tool window at \a position.
-void showAsTool(HVWidget &popup, const QPoint &position)
+/// Makes \a popup a window of \a type at \a position.
+void showAsWindow(HVWidget &popup, const QPoint &position, Qt::WindowType type)
 {
     popup.setAttribute(Qt::WA_DeleteOnClose);
     const QWidget *reference = popup.referenceWidget();
     QWidget *window = reference ? reference->window() : nullptr;
-    popup.setParent(parentInside(window, popup), Qt::Tool | PinnedHints);
+    popup.setParent(parentInside(window, popup), type | PinnedHints);
     if (window)
         HVPinnedCompanions::add(popup, *window);
     popup.setWindowModality(Qt::NonModal);
@@ -116,21 +116,24 @@ template <typename Move> void whenQmlPermits(HVWidget &popup, const Move &move)
 
 } // namespace
 
-void dockPopup(HVWidget &popup, QWidget &container)
+void dockPopup(HVWidget &popup, QWidget &container, Qt::WindowType otherwise)
 {
     popup.setAttribute(Qt::WA_DeleteOnClose, false);
-    whenQmlPermits(popup, [&popup, place = popup.pos(), target = QPointer<QWidget>(&container)] {
-        if (target)
-            moveInto(popup, *target, place);
-        else
-            showAsTool(popup, place); // the host's window was destroyed meanwhile
-    });
+    whenQmlPermits(
+            popup,
+            [&popup, place = popup.pos(), target = QPointer<QWidget>(&container), otherwise] {
+                if (target)
+                    moveInto(popup, *target, place);
+                else
+                    showAsWindow(popup, place, otherwise); // it was destroyed meanwhile
+            });
 }
 
-void makeToolWindow(HVWidget &popup)
+void makeWindow(HVWidget &popup, Qt::WindowType type)
 {
     popup.setAttribute(Qt::WA_DeleteOnClose); // it may be closed before it moves
-    whenQmlPermits(popup, [&popup, place = popup.pos()] { showAsTool(popup, place); });
+    whenQmlPermits(popup,
+                   [&popup, place = popup.pos(), type] { showAsWindow(popup, place, type); });
 }
 
 } // namespace Hovlets

@@ -10,6 +10,8 @@
 #include <QtGui/QRegion>
 #include <QtGui/QScreen>
 #include <QtGui/QWindow>
+#include <QtQuick/QQuickWindow>
+#include <QtQuickWidgets/QQuickWidget>
 #include <QtWidgets/QLayout>
 #include <QtWidgets/QWidget>
 
@@ -116,10 +118,19 @@ void HVPopupGeometry::leaveToUser()
     m_beside.reset();
 }
 
+void HVPopupGeometry::useScreen(const QQuickWidget &view, std::optional<QPoint> position) const
+{
+    QScreen *const screen = position ? screenAt(*position) : screenFor(m_control);
+    view.quickWindow()->setScreen(screen);
+}
+
 void HVPopupGeometry::attach()
 {
-    if (QWindow *own = m_popup.isWindow() ? m_popup.windowHandle() : nullptr)
-        own->setTransientParent(m_control ? windowShowing(*m_control) : nullptr);
+    QWindow *own = m_popup.isWindow() ? m_popup.windowHandle() : nullptr;
+    if (!own)
+        return;
+    own->setTransientParent(m_control ? windowShowing(*m_control) : nullptr);
+    own->setScreen(screenFor(m_control));
 }
 
 bool HVPopupGeometry::isAppearingAgain() const
@@ -147,9 +158,7 @@ void HVPopupGeometry::placeAt(const QPoint &position, const QSize &view)
     m_popup.setFixedSize(view + Rim);
     if (!programsPlaceWindows())
         return;
-    const QScreen *screen = QGuiApplication::screenAt(position);
-    if (!screen)
-        screen = m_control ? m_control->screen() : QGuiApplication::primaryScreen();
+    const QScreen *screen = screenAt(position);
     const QRect geometry(position, m_popup.size());
     m_popup.move(screen ? shiftedInto(geometry, screen->availableGeometry()).topLeft() : position);
 }
@@ -193,6 +202,13 @@ QRect HVPopupGeometry::visible(const QRect &geometry, bool *shifted) const
     const QWidget *const place = m_isLeftToUser ? &m_popup : m_control.data();
     const QRect area = place ? availableAreaFor(*place) : areaWithoutControl();
     return shiftedInto(geometry, area.isNull() ? geometry : area, shifted);
+}
+
+/// The screen at \a position, or that of the control if there is none.
+QScreen *HVPopupGeometry::screenAt(const QPoint &position) const
+{
+    QScreen *const screen = QGuiApplication::screenAt(position);
+    return screen ? screen : screenFor(m_control);
 }
 
 /// Resizes a docked popup. Another one is the window, which is resized when it moves.

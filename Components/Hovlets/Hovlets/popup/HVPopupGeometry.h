@@ -11,6 +11,8 @@
 
 #include <optional>
 
+class QQuickWidget;
+class QScreen;
 class QWidget;
 
 namespace Hovlets {
@@ -46,8 +48,15 @@ public:
     /// Keeps the popup on the screen of \a control, or on the primary screen if it is null.
     void setControl(const QWidget *control);
 
-    /// Ties the popup to the window of its control. Call it when the popup's window exists, and
-    /// before that is shown.
+    /*!
+     * Puts the popup's scene, in \a view, on the screen of the control, or on that at \a position.
+     *
+     * User interfaces limit their size to the screen, so call it before they get their content.
+     */
+    void useScreen(const QQuickWidget &view, std::optional<QPoint> position = {}) const;
+
+    /// Ties the popup to the window of its control, and puts it on the screen of the control. Call
+    /// it when the popup's window exists, and before that is shown.
     void attach();
 
     /// Whether the popup disappears and appears now only to get its new place.
@@ -82,6 +91,7 @@ public:
     [[nodiscard]] QRect visible(const QRect &geometry, bool *shifted = nullptr) const;
 
 private:
+    [[nodiscard]] QScreen *screenAt(const QPoint &position) const;
     void takeSize(QWidget *window, const QSize &view);
     [[nodiscard]] QSize sizeOf(const QWidget &window, const QSize &view) const;
     void moveToPlace(QWidget &window, const QSize &size, const QSize &visibleSize);

@@ -14,6 +14,7 @@
 
 #include <QtCore/QEvent>
 #include <QtCore/QPointer>
+#include <QtCore/QScopedValueRollback>
 #include <QtCore/QTimer>
 #include <QtGui/QCursor>
 #include <QtGui/QPaintEvent>
@@ -159,6 +160,16 @@ void HVWidget::turnTo(QWidget *control)
 {
     d->hovered->set(control);
     d->geometry.setControl(control);
+    useScreenAt({});
+}
+
+/// Lets the user interface see the screen of the control, or that at \a position, on which its next
+/// content appears.
+void HVWidget::useScreenAt(const std::optional<QPoint> &position)
+{
+    // The content on screen keeps its size until it is replaced.
+    const QScopedValueRollback<bool> changing(d->isChanging, true);
+    d->geometry.useScreen(*d->view, position);
 }
 
 /// Moves the popup to \a pos or beside its control, as the settings ask.
@@ -176,6 +187,7 @@ void HVWidget::showPinned(const QPoint &position, QWidget *window, HVXmlElement 
     d->hovered->release(window);
     d->geometry.setControl(window);
     d->geometry.leaveToUser();
+    useScreenAt(position);
     if (!load(content, rootPath))
         return;
     d->geometry.placeAt(position, d->view->size());
@@ -369,10 +381,11 @@ void HVWidget::contentReservedChanged()
     d->hovered->release(d->hovered->widget());
     d->geometry.leaveToUser();
     d->hideTimer->stop();
+    const auto type = d->setting(HVKeyPinnedInTaskbar).toBool() ? Qt::Window : Qt::Tool;
     if (container)
-        dockPopup(*this, *container);
+        dockPopup(*this, *container, type);
     else
-        makeToolWindow(*this);
+        makeWindow(*this, type);
 }
 
 /// Makes hovletView.close() close the window around the view. Closing only the view would leave an

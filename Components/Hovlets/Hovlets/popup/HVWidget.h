@@ -7,6 +7,7 @@
 #include <QtWidgets/QWidget>
 
 #include <memory>
+#include <optional>
 
 namespace Hovlets {
 
@@ -133,6 +134,7 @@ protected:
 private:
     bool load(HVXmlElement *content, const QString &rootPath);
     void turnTo(QWidget *control);
+    void useScreenAt(const std::optional<QPoint> &position);
     void place(const QPoint &pos);
     void endFadeOut();
 

@@ -154,6 +154,11 @@ QList<HVSetting> makeSettings()
                    "at each hover without content",
                    "true: controls without an entry show their own tooltip, status tip and What's "
                    "This in a popup, see [controls](controls.md#tooltips-in-the-popup)"),
+        HV_SETTING(HVKeyPinnedInTaskbar, "bool", false, "",
+                   "when a popup is pinned",
+                   "true: a pinned popup is an ordinary window with an entry in the taskbar, false: a "
+                   "tool window that stays above the window of its control. A container that the host "
+                   "supplies stays as it is"),
     };
     // clang-format on
 }
