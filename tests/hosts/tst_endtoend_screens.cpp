@@ -11,7 +11,7 @@ using namespace Hovlets;
 namespace {
 
 constexpr QRect Left(0, 0, 640, 800);
-constexpr QRect Right(640, 0, 640, 800);
+constexpr QRect Right(640, 0, 640, 700);
 
 void xrandr(const QStringList &arguments)
 {
@@ -91,6 +91,36 @@ private:
     bool m_isSplit = false;
 };
 
+/// Half as tall as its screen.
+constexpr auto Tall = R"(import QtQuick 2.15
+import QtQuick.Window 2.15
+Rectangle { width: 100; height: Screen.height / 2; color: "steelblue" })";
+
+/// Records the heights in which popups are painted.
+class PaintedHeights : public QObject
+{
+public:
+    PaintedHeights() { qApp->installEventFilter(this); }
+
+    /// Whether a popup was painted as high as it should be on \a screen.
+    bool contain(const QRect &screen) const { return m_heights.contains(screen.height() / 2 + 1); }
+
+    /// The number of different heights since the last call.
+    int take() { return int(std::exchange(m_heights, {}).size()); }
+
+protected:
+    bool eventFilter(QObject *object, QEvent *event) override
+    {
+        const auto *popup = qobject_cast<HVWidget *>(object);
+        if (popup && event->type() == QEvent::Paint && !m_heights.contains(popup->height()))
+            m_heights.append(popup->height());
+        return false;
+    }
+
+private:
+    QList<int> m_heights;
+};
+
 } // namespace
 
 /// Tests screens that change, and two screens of one desktop, with a real pointer.
@@ -162,6 +192,54 @@ private Q_SLOTS:
         settings().set(HVKeyCursorOffset, QSize(-150, 30));
         QVERIFY(hover("b"));
         QVERIFY(Right.contains(QCursor::pos()));
+        QVERIFY(Right.contains(popup()->frameGeometry()));
+    }
+
+    void shouldLimitAPopupToTheScreenOfItsControl()
+    {
+        if (!hasMonitors())
+            QSKIP("Qt 5 takes outputs for screens, and the virtual server has only one");
+        ChangingScreen screen;
+        screen.split();
+        m_folder.add(QStringLiteral("Pack.hovlets/ui/Tall.qml"), Tall);
+        settings().set(HVKeyRichUiFile, QStringLiteral("ui/Tall.qml"));
+        showWindow({ 400, 300 }); // on both screens
+        m_window->button("b").move(260, 60);
+        PaintedHeights heights;
+
+        // The first popup is on the second screen. No frame may have another screen's limit.
+        QVERIFY(hover("b"));
+        QTRY_VERIFY(heights.contain(Right));
+        QCOMPARE(heights.take(), 1);
+        QVERIFY(hover("disabled"));
+        QTRY_VERIFY(heights.contain(Left));
+        QCOMPARE(heights.take(), 1);
+        QVERIFY(hover("b"));
+        QTRY_VERIFY(heights.contain(Right));
+        QCOMPARE(heights.take(), 1);
+    }
+
+    void shouldFollowItsWindowToAnotherScreen_data()
+    {
+        QTest::addColumn<int>("placement");
+        QTest::newRow("at the cursor") << int(HVPlaceAtCursor);
+        QTest::newRow("beside the control") << int(HVPlaceBesideControl);
+    }
+
+    void shouldFollowItsWindowToAnotherScreen()
+    {
+        if (!hasMonitors())
+            QSKIP("Qt 5 takes outputs for screens, and the virtual server has only one");
+        QFETCH(int, placement);
+        ChangingScreen screen;
+        screen.split();
+        settings().set(HVKeyPlacement, placement);
+        showWindow({ 20, 300 });
+        QVERIFY(hover("disabled"));
+        QVERIFY(Left.contains(popup()->frameGeometry()));
+        m_window->move(720, 300);
+        QTRY_VERIFY(!popup()->isVisible());
+        QVERIFY(hover("disabled"));
         QVERIFY(Right.contains(popup()->frameGeometry()));
     }
 

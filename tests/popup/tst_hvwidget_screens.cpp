@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVContext.h"
 #include "HVWidget.h"
+#include "PopupBench.h"
 #include "RecordingHost.h"
 #include "TestMain.h"
 
 #include <QtGui/QGuiApplication>
 #include <QtGui/QScreen>
 #include <QtGui/QWindow>
+#include <QtQuick/QQuickWindow>
 
 using namespace Hovlets;
 
@@ -49,6 +51,22 @@ private Q_SLOTS:
         expected.moveBottomRight(
                 QGuiApplication::screens().at(area)->availableGeometry().bottomRight());
         QCOMPARE(popup.findVisibleGeometry(QRect(5000, 5000, 50, 40)), expected);
+    }
+
+    void shouldShowOnTheScreenToWhichTheWindowHasMoved()
+    {
+        const QList<QScreen *> screens = QGuiApplication::screens();
+        PopupBench bench;
+        bench.show();
+        QCOMPARE(bench.popup->windowHandle()->screen(), screens[0]);
+        bench.control.hide();
+        bench.control.windowHandle()->setScreen(screens[1]);
+        bench.control.show();
+        QVERIFY(!bench.popup->isVisible());
+        bench.show();
+        QVERIFY(QTest::qWaitForWindowExposed(bench.popup.get()));
+        QCOMPARE(bench.popup->windowHandle()->screen(), screens[1]);
+        QCOMPARE(bench.view->quickWindow()->screen(), screens[1]);
     }
 
 private:
