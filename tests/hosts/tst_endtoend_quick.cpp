@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "HVPopup.h"
 #include "HVView.h"
 #include "HVWidget.h"
 #include "HVXmlElement.h"
@@ -8,6 +9,9 @@
 #include "RecordingHost.h"
 #include "TestMain.h"
 
+#include <HovletsAssist/HVKeyboardAccess.h>
+
+#include <QtGui/QScreen>
 #include <QtQml/QQmlComponent>
 #include <QtQml/QQmlEngine>
 #include <QtQml/QQmlExpression>
@@ -47,9 +51,9 @@ Window {
         Hovlet.key: "a"; Hovlet.shortcut: "F7"
         MouseArea { anchors.fill: parent; hoverEnabled: true }
     }
-    Item { objectName: "second"; x: 100; y: 10; width: 80; height: 30; Hovlet.key: "b" }
+    Item { objectName: "second"; focus: true; activeFocusOnTab: true; x: 100; y: 10; width: 80; height: 30; Hovlet.key: "b" }
     Item { objectName: "named"; x: 190; y: 10; width: 80; height: 30; Hovlet.enabled: true }
-    Item { objectName: "plain"; x: 280; y: 10; width: 80; height: 30 }
+    Item { objectName: "plain"; activeFocusOnTab: true; x: 280; y: 10; width: 80; height: 30 }
     Item {
         objectName: "outer"; x: 10; y: 60; width: 180; height: 60; clip: true
         Hovlet.key: "c"
@@ -68,10 +72,11 @@ class tst_EndToEndQuick : public QObject
 
 private Q_SLOTS:
     void initTestCase();
-    void init();
+    void init() { start(false); }
     void cleanup();
 
     void shouldShowBesideAnItem();
+    void shouldStayOnTheScreen();
     void shouldAskTheHostAboutItems();
     void shouldFindTheUppermostItem_data();
     void shouldFindTheUppermostItem();
@@ -81,9 +86,12 @@ private Q_SLOTS:
     void shouldHideOverItemsWithoutContent();
     void shouldLeaveTheWayToThePopupFree();
     void shouldPinAboveItsWindow();
+    void shouldOpenByKeyboard();
+    void shouldShowInAnInactiveWindowIfTheSettingsAsk();
     void shouldSayThatAnObjectIsNoItem();
 
 private:
+    void start(bool inInactiveWindows);
     HVWidget *popup() const { return m_host->popup(); }
     bool isShowing(const QString &key) const;
     QQuickItem *item(const QString &name) const { return m_window->findChild<QQuickItem *>(name); }
@@ -106,9 +114,10 @@ void tst_EndToEndQuick::initTestCase()
                           QStringLiteral("named") });
 }
 
-void tst_EndToEndQuick::init()
+void tst_EndToEndQuick::start(bool inInactiveWindows)
 {
     HVContext settings;
+    settings.set(HVKeyAlwaysShowTooltips, inInactiveWindows);
     settings.set(HVKeyTrackHover, true);
     settings.set(HVKeyPlacement, int(HVPlaceBesideControl));
     settings.set(HVKeyHideFadeDuration, 0);
@@ -174,6 +183,16 @@ void tst_EndToEndQuick::shouldShowBesideAnItem()
     // The next item takes over.
     QVERIFY(hover(QStringLiteral("second"), QStringLiteral("b")));
     QVERIFY(!popup()->frameGeometry().intersects(placeOf(QStringLiteral("second"))));
+}
+
+void tst_EndToEndQuick::shouldStayOnTheScreen()
+{
+    const QRect screen = m_window->screen()->availableGeometry();
+    m_window->setPosition(screen.right() - 100, screen.bottom() - 60);
+    QTRY_VERIFY(m_window->y() > screen.bottom() - 100);
+    QVERIFY(hover(QStringLiteral("first"), QStringLiteral("a")));
+    QVERIFY(screen.contains(popup()->geometry()));
+    QVERIFY(!popup()->geometry().intersects(placeOf(QStringLiteral("first"))));
 }
 
 void tst_EndToEndQuick::shouldAskTheHostAboutItems()
@@ -303,6 +322,45 @@ void tst_EndToEndQuick::shouldPinAboveItsWindow()
     QVERIFY(pinned->isVisible());
     m_window.reset();
     QVERIFY(!pinned); // like a popup that belongs to a widget's window
+}
+
+void tst_EndToEndQuick::shouldOpenByKeyboard()
+{
+    HVContext settings;
+    settings.set(HVKeyHideFadeDuration, 0);
+    HVInterface host(settings, { m_folder.path() });
+    const HVKeyboardAccess access(host);
+    const auto shownKey = [] {
+        const HVXmlElement *entry = HVPopup::current().content();
+        return entry ? entry->attribute(QStringLiteral("key")) : QString();
+    };
+    const auto press = [](const char *key) {
+        Pointer::press(QLatin1String(key));
+        Pointer::release(QLatin1String(key));
+    };
+    QVERIFY(item(QStringLiteral("second"))->hasActiveFocus());
+    Pointer::press(QStringLiteral("ctrl"));
+    press("F1");
+    Pointer::release(QStringLiteral("ctrl"));
+    QTRY_VERIFY(shownKey() == QLatin1String("b"));
+    QVERIFY(!HVPopup::current().widget()->frameGeometry().intersects(
+            placeOf(QStringLiteral("second"))));
+    press("Tab");
+    QTRY_VERIFY(shownKey().isEmpty());
+    QVERIFY(item(QStringLiteral("plain"))->hasActiveFocus());
+}
+
+void tst_EndToEndQuick::shouldShowInAnInactiveWindowIfTheSettingsAsk()
+{
+    cleanup();
+    start(true);
+    QWidget other;
+    other.setGeometry(700, 500, 100, 50);
+    other.show();
+    other.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&other));
+    QVERIFY(!m_window->isActive());
+    QVERIFY(hover(QStringLiteral("first"), QStringLiteral("a")));
 }
 
 void tst_EndToEndQuick::shouldSayThatAnObjectIsNoItem()

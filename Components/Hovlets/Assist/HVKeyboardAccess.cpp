@@ -7,6 +7,7 @@
 
 #include <Hovlets/HVContext.h>
 #include <Hovlets/HVInterface.h>
+#include <Hovlets/HVScene.h>
 
 #include <QtCore/QPointer>
 #include <QtCore/QSize>
@@ -47,11 +48,31 @@ Target entryOf(HVInterface &host, QMenu *menu)
     return { key, action, menu, globalArea(menu, menu->actionGeometry(action)) };
 }
 
+/// The key of a widget, or of the control in a scene for which it receives events.
+QString keyOf(HVInterface &host, QWidget *widget)
+{
+    QObject *control = HVScene::controlOf(widget);
+    if (!control)
+        return host.keyForObject(widget);
+    return widget->objectName().isEmpty() ? host.keyForObject(control) : widget->objectName();
+}
+
+/// The widget that has the keyboard focus, or else the active window. In a scene, what has its
+/// place there.
+QWidget *focusedWidget()
+{
+    QWidget *widget = QApplication::focusWidget();
+    if (!widget)
+        widget = QApplication::activeWindow();
+    HVScene *scene = widget ? nullptr : HVScene::of(QGuiApplication::focusWindow());
+    return scene ? scene->focusWidget() : widget;
+}
+
 /// The widget, or its nearest parent within the window, that has an entry.
 Target nearestWithEntry(HVInterface &host, QWidget *widget)
 {
     for (QWidget *w = widget; w; w = w->isWindow() ? nullptr : w->parentWidget()) {
-        const QString key = host.keyForObject(w);
+        const QString key = keyOf(host, w);
         if (hasEntry(host, key))
             return { key, w, w, globalArea(w, w->rect()) };
     }
@@ -67,8 +88,7 @@ Target findTarget(HVInterface &host)
         return {};
     if (auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget()))
         return entryOf(host, menu);
-    QWidget *widget = QApplication::focusWidget();
-    return nearestWithEntry(host, widget ? widget : QApplication::activeWindow());
+    return nearestWithEntry(host, focusedWidget());
 }
 
 bool isKey(const QKeyEvent &event, const QKeySequence &key)
@@ -132,8 +152,11 @@ void HVKeyboardAccess::Private::place()
 {
     if (!popup || !control)
         return;
-    const QRect screen = control->screen()->availableGeometry();
-    popup->move(placeBeside(area, popup->frameGeometry().size(), screen));
+    const QScreen *screen = HVScene::controlOf(control) ? QGuiApplication::screenAt(area.center())
+                                                        : control->screen();
+    if (!screen)
+        screen = QGuiApplication::primaryScreen();
+    popup->move(placeBeside(area, popup->frameGeometry().size(), screen->availableGeometry()));
 }
 
 /// Stops the hide timer, which runs because the mouse is elsewhere, as if the mouse were over the
@@ -174,6 +197,11 @@ HVKeyboardAccess::HVKeyboardAccess(HVInterface &host, const HVKeyboardAccessSett
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget *, QWidget *now) {
         const bool intoPopup = now && d->popup && d->popup->isAncestorOf(now);
         if (now != d->focus && now != d->popup && !intoPopup)
+            close();
+    });
+    // Items of Qt Quick take the focus without a change of the focus widget.
+    connect(qApp, &QGuiApplication::focusObjectChanged, this, [this] {
+        if (HVScene::controlOf(d->control))
             close();
     });
     qApp->installEventFilter(this);

@@ -11,6 +11,7 @@
 #include <memory>
 
 class QPoint;
+class QWidget;
 class QWindow;
 
 namespace Hovlets {
@@ -46,6 +47,14 @@ public:
 
     [[nodiscard]] QWindow *window() const;
 
+    /// The control for which \a widget receives events; null if that is not a widget of a scene, or
+    /// is that of the window.
+    [[nodiscard]] static QObject *controlOf(const QWidget *widget);
+
+    /// The widget of the control that has the keyboard focus, else that of the window. Its object
+    /// name is the key that the scene knows. Null without a QApplication.
+    [[nodiscard]] QWidget *focusWidget();
+
     /// Call when \a control is no longer visible: a popup that describes it hides. A control that
     /// is destroyed needs no call.
     void controlHidden(const QObject *control);
@@ -64,6 +73,10 @@ protected:
     /// The current shortcut of a control, in place of that in the content; by default an empty
     /// string. The host can replace it as well.
     [[nodiscard]] virtual QString shortcutOf(const QObject *control) const;
+
+    /// The control that has the keyboard focus, then the controls around it, outwards. By default
+    /// empty.
+    [[nodiscard]] virtual QList<QObject *> focusedControls() const;
 
     bool eventFilter(QObject *object, QEvent *event) override;
 

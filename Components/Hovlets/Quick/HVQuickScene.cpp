@@ -51,6 +51,17 @@ QQuickItem *uppermostAt(QQuickItem &item, const QPointF &point)
     return found;
 }
 
+/// \a item and the items around it, as far as they are controls. Empty for null.
+QList<QObject *> controlsAround(QQuickItem *item)
+{
+    QList<QObject *> controls;
+    for (; item; item = item->parentItem()) {
+        if (HVHovlet::of(item))
+            controls += item;
+    }
+    return controls;
+}
+
 QRectF rectangleOf(const QQuickItem &item)
 {
     return item.mapRectToScene(QRectF(0, 0, item.width(), item.height()));
@@ -75,13 +86,12 @@ HVQuickScene *HVQuickScene::in(QQuickWindow *window)
 QList<QObject *> HVQuickScene::controlsAt(const QPoint &position) const
 {
     QQuickItem *root = m_window.contentItem();
-    QList<QObject *> controls;
-    QQuickItem *item = uppermostAt(*root, root->mapFromGlobal(position));
-    for (; item; item = item->parentItem()) {
-        if (HVHovlet::of(item))
-            controls += item;
-    }
-    return controls;
+    return controlsAround(uppermostAt(*root, root->mapFromGlobal(position)));
+}
+
+QList<QObject *> HVQuickScene::focusedControls() const
+{
+    return controlsAround(m_window.activeFocusItem());
 }
 
 QRect HVQuickScene::geometryOf(const QObject *control) const

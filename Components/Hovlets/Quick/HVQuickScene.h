@@ -25,6 +25,7 @@ protected:
     [[nodiscard]] QRect geometryOf(const QObject *control) const override;
     [[nodiscard]] QString keyOf(const QObject *control) const override;
     [[nodiscard]] QString shortcutOf(const QObject *control) const override;
+    [[nodiscard]] QList<QObject *> focusedControls() const override;
 
 private:
     explicit HVQuickScene(QQuickWindow *window);

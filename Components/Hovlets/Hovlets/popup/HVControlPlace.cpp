@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVControlPlace.h"
 
+#include "HVStandIn.h"
 #include "HVWindowSystem.h"
 
 #include <QtGui/QGuiApplication>
@@ -10,10 +11,10 @@ namespace Hovlets {
 
 namespace {
 
-/// The screen's available area as far as \a window shows where it is.
-QRect areaOfWindow(const QWidget &window)
+/// The screen's available area as far as the window of \a control shows where it is.
+QRect areaOfWindow(const QWidget &control)
 {
-    return window.isMaximized() || window.isFullScreen() ? window.geometry() : QRect();
+    return isInScreenFillingWindow(control) ? control.window()->geometry() : QRect();
 }
 
 } // namespace
@@ -22,7 +23,7 @@ QScreen *screenFor(const QWidget *control)
 {
     if (!control)
         return QGuiApplication::primaryScreen();
-    QScreen *const ofWindow = control->screen();
+    QScreen *const ofWindow = screenShowing(*control);
     if (!ofWindow || !programsPlaceWindows())
         return ofWindow;
     const QPoint center = control->mapToGlobal(control->rect().center());
@@ -33,7 +34,7 @@ QScreen *screenFor(const QWidget *control)
 QRect availableAreaFor(const QWidget &control)
 {
     if (!programsPlaceWindows())
-        return areaOfWindow(*control.window());
+        return areaOfWindow(control);
     const QScreen *screen = screenFor(&control);
     return screen ? screen->availableGeometry() : QRect();
 }

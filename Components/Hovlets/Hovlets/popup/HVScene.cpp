@@ -34,6 +34,7 @@ HVScene::Private::Private(HVScene &scene, QWindow &window)
     if (!qobject_cast<QApplication *>(QCoreApplication::instance()))
         return; // widgets need one
     m_root = new HVStandIn(scene, nullptr, nullptr);
+    m_root->ensurePolished(); // as if it were shown: HVKeyAlwaysShowTooltips applies to it
     takeWindowPlace();
     m_wakeUp.setSingleShot(true);
     m_fallAsleep.setSingleShot(true);
@@ -127,8 +128,15 @@ HVStandIn *HVScene::Private::standInAt(const QPoint &position)
     takeWindowPlace();
     if (!m_root || !m_root->geometry().contains(position))
         return nullptr;
+    return innermost(m_scene.controlsAt(position));
+}
+
+HVStandIn *HVScene::Private::innermost(const QList<QObject *> &controls)
+{
+    takeWindowPlace();
     HVStandIn *standIn = m_root;
-    const QList<QObject *> controls = m_scene.controlsAt(position);
+    if (!standIn)
+        return nullptr;
     for (auto control = controls.crbegin(); control != controls.crend(); ++control)
         standIn = standInFor(*control, standIn);
     return standIn;
@@ -175,6 +183,17 @@ QWindow *HVScene::window() const
     return &d->window;
 }
 
+QObject *HVScene::controlOf(const QWidget *widget)
+{
+    const auto *standIn = qobject_cast<const HVStandIn *>(widget);
+    return standIn ? standIn->control() : nullptr;
+}
+
+QWidget *HVScene::focusWidget()
+{
+    return d->innermost(focusedControls());
+}
+
 void HVScene::controlHidden(const QObject *control)
 {
     QHideEvent event;
@@ -191,6 +210,11 @@ QString HVScene::keyOf(const QObject *control) const
 QString HVScene::shortcutOf(const QObject *control) const
 {
     Q_UNUSED(control)
+    return {};
+}
+
+QList<QObject *> HVScene::focusedControls() const
+{
     return {};
 }
 

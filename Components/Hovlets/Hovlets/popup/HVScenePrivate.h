@@ -29,6 +29,10 @@ public:
     /// the window, and without a QApplication.
     HVStandIn *standInAt(const QPoint &position);
 
+    /// The stand-in of the first control, each of which is in the next; that of the window if there
+    /// are none.
+    HVStandIn *innermost(const QList<QObject *> &controls);
+
     /// The stand-in of \a control; null if it had none so far.
     [[nodiscard]] HVStandIn *standInOf(const QObject *control) const;
 

@@ -49,6 +49,20 @@ QWindow *windowShowing(const QWidget &widget)
     return standIn ? standIn->sceneWindow() : widget.window()->windowHandle();
 }
 
+QScreen *screenShowing(const QWidget &widget)
+{
+    const auto *standIn = qobject_cast<const HVStandIn *>(&widget);
+    return standIn ? standIn->sceneWindow()->screen() : widget.screen();
+}
+
+bool isInScreenFillingWindow(const QWidget &widget)
+{
+    constexpr Qt::WindowStates Filling = Qt::WindowMaximized | Qt::WindowFullScreen;
+    const auto *standIn = qobject_cast<const HVStandIn *>(&widget);
+    return (standIn ? standIn->sceneWindow()->windowStates() : widget.window()->windowState())
+            & Filling;
+}
+
 QWidget *controlAt(const QPoint &position)
 {
     QWidget *widget = QApplication::widgetAt(position);

@@ -5,6 +5,7 @@
 #include <QtCore/QString>
 #include <QtWidgets/QWidget>
 
+class QScreen;
 class QWindow;
 
 namespace Hovlets {
@@ -49,6 +50,12 @@ private:
 
 /// The native window that shows \a widget; null before it exists.
 QWindow *windowShowing(const QWidget &widget);
+
+/// The screen of the window that shows \a widget; null if it is unknown.
+QScreen *screenShowing(const QWidget &widget);
+
+/// Whether the window that shows \a widget is maximised or fills the screen.
+bool isInScreenFillingWindow(const QWidget &widget);
 
 /// As QApplication::widgetAt(), but also finds controls that are not widgets.
 QWidget *controlAt(const QPoint &position);
