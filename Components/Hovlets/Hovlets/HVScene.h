@@ -45,6 +45,7 @@ public:
     /// The scene in \a window, or null.
     [[nodiscard]] static HVScene *of(const QWindow *window);
 
+    /// The window that the scene is in.
     [[nodiscard]] QWindow *window() const;
 
     /// The control for which \a widget receives events; null if that is not a widget of a scene, or
@@ -78,6 +79,8 @@ protected:
     /// empty.
     [[nodiscard]] virtual QList<QObject *> focusedControls() const;
 
+    /// Watches the window for moves of the mouse and of itself. Consumes no event; an override must
+    /// call it.
     bool eventFilter(QObject *object, QEvent *event) override;
 
 private:
