@@ -115,6 +115,97 @@ private Q_SLOTS:
         QVERIFY(m_services.translated.contains(text("k/The title")));
     }
 
+    void shouldShowListsWithTheirItems()
+    {
+        Element list = Element(m_root.get()).add("ol");
+        list.add("li", text("a & b"));
+        Element item = list.add("li", text("<i>c</i>"));
+        item.add("ul").add("li", text("d"));
+        item.add("img").set("src", text("a.png")).set("alt", text("e"));
+        const HVEntryContent content = read();
+        QCOMPARE(textsOf(content),
+                 QStringList(
+                         { text("<ol><li>a &amp; b</li><li><i>c</i><ul><li>d</li></ul></li></ol>"),
+                           text("e") }));
+        QCOMPARE(content.blocks.at(0).kind, HVEntryBlock::Kind::Part);
+        QCOMPARE(content.blocks.at(0).text.spoken, text("a & b\nc\nd"));
+        QCOMPARE(content.blocks.at(0).text.format, HVShownText::Format::Rich);
+        QVERIFY(m_services.translated.contains(text("k/a & b")));
+        QVERIFY(m_services.translated.contains(text("k/d")));
+    }
+
+    void shouldFlattenListsThatAreNestedTooDeeply()
+    {
+        Element item(m_root.get());
+        for (int i = 0; i < 12; ++i)
+            item = item.add("ul").add("li", QString::number(i));
+        const HVEntryContent content = read();
+        QCOMPARE(content.blocks.size(), 1);
+        QCOMPARE(content.blocks.at(0).text.text.count(text("<ul>")), 8);
+        QCOMPARE(content.blocks.at(0).text.spoken, text("0\n1\n2\n3\n4\n5\n6\n7 8 9 10 11"));
+    }
+
+    void shouldShowTables()
+    {
+        Element table = Element(m_root.get()).add("table");
+        Element head = table.add("tr");
+        head.add("th", text("a"));
+        head.add("th", text("b"));
+        table.add("tr").add("td", text("<c"));
+        const HVEntryContent content = read();
+        QCOMPARE(textsOf(content),
+                 QStringList(text(
+                         "<table><tr><th>a</th><th>b</th></tr><tr><td>&lt;c</td></tr></table>")));
+        QCOMPARE(content.blocks.at(0).text.spoken, text("a, b\n<c"));
+    }
+
+    void shouldKeepTheLinesOfCode()
+    {
+        Element(m_root.get()).add("pre", text("\n    if (a <  b)\n\n        c();\n  "));
+        const HVEntryContent content = read();
+        QCOMPARE(textsOf(content), QStringList(text("if (a <  b)\n\n    c();")));
+        QCOMPARE(content.blocks.at(0).kind, HVEntryBlock::Kind::Code);
+        QCOMPARE(content.blocks.at(0).text.format, HVShownText::Format::Plain);
+        QVERIFY(m_services.translated.isEmpty());
+    }
+
+    void shouldCountEachLineOfCodeAsAnElement()
+    {
+        m_limits.shownElements = 3;
+        Element(m_root.get()).add("pre", text("a\nb\nc\nd\n"));
+        const HVEntryContent content = read();
+        QCOMPARE(textsOf(content), QStringList(text("a\nb\nc") + QChar(0x2026)));
+        QCOMPARE(content.limitMet, text("3 elements"));
+    }
+
+    void shouldShowHeadingsNotesAndWarnings()
+    {
+        Element entry(m_root.get());
+        entry.add("h2", text("a"));
+        entry.add("note", text("b")).add("p", text("c"));
+        entry.add("warning", text("d"));
+        const HVEntryContent content = read();
+        QCOMPARE(textsOf(content), QStringList({ text("a"), text("b"), text("c"), text("d") }));
+        const QVector<HVEntryBlock::Kind> kinds { HVEntryBlock::Kind::Heading,
+                                                  HVEntryBlock::Kind::Note,
+                                                  HVEntryBlock::Kind::Paragraph,
+                                                  HVEntryBlock::Kind::Warning };
+        for (int i = 0; i < kinds.size(); ++i)
+            QCOMPARE(content.blocks.at(i).kind, kinds.at(i));
+    }
+
+    void shouldEndAListAtTheLimitOfElements()
+    {
+        m_limits.shownElements = 3;
+        Element list = Element(m_root.get()).add("ul");
+        for (int i = 0; i < 5; ++i)
+            list.add("li", QString::number(i));
+        const HVEntryContent content = read();
+        QCOMPARE(textsOf(content),
+                 QStringList({ text("<ul><li>0</li><li>1</li></ul>"), QString(QChar(0x2026)) }));
+        QCOMPARE(content.limitMet, text("3 elements"));
+    }
+
     void shouldShowTheDescriptionOfAFileThatIsNotAPicture()
     {
         Element entry(m_root.get());

@@ -93,7 +93,7 @@ void tst_ToolCheck::shouldFindOneMistakeInAControlFile_data()
         "HV402 File.xml:2");
     row("misspelt element", control("<hovlet key='a'>\n<titel>A</titel></hovlet>"),
         "HV404 File.xml:3");
-    row("element of HTML", control("<hovlet key='a'>\n<h2>A</h2>\n<h2>B</h2></hovlet>"),
+    row("element of HTML", control("<hovlet key='a'>\n<h5>A</h5>\n<h5>B</h5></hovlet>"),
         "HV404 File.xml:3");
     row("misspelt attribute of an entry", control("<hovlet key='a'\n titel='A'/>"),
         "HV404 File.xml:3");
@@ -102,6 +102,10 @@ void tst_ToolCheck::shouldFindOneMistakeInAControlFile_data()
         control("<hovlet key='a'><link href='A' herf='B'/></hovlet>"), "HV404 File.xml:2");
     row("unknown element for another user interface",
         control("<hovlet key='a'><titel>A</titel></hovlet>", "ui='ui/Own.qml'"), "");
+    row("structure",
+        control("<hovlet key='a'><h2>A</h2><ul><li>B</li></ul><pre>C</pre><note>D</note>"
+                "<table><tr><th>E</th><td>F</td></tr></table></hovlet>"),
+        "");
     row("markup as an element", control("<hovlet key='a'><p>Draw <b>free</b> lines</p></hovlet>"),
         "HV405 File.xml:2");
     row("markup in CDATA",

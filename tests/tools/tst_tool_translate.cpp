@@ -16,7 +16,7 @@ using namespace Hovlets;
 namespace {
 
 constexpr char Unfinished[] = "<translation type=\"unfinished\"></translation>";
-constexpr int UserInterfaceTexts = 7;
+constexpr int UserInterfaceTexts = 9;
 
 /// A file of Qt Linguist, edited like a translator does.
 class Translation
@@ -279,9 +279,10 @@ void tst_ToolTranslate::shouldCountWhatIsTranslated()
     QCOMPARE(QString::fromUtf8(status.output), line(0, 1 + UserInterfaceTexts, 0, "released"));
 
     Translation german(file("Hovlets_de_DE.ts"));
-    const QStringList texts { text("Pen"),   text("Keep open"),  text("Close"),
-                              text("Play"),  text("Play again"), text("Position in the clip"),
-                              text("Pause"), text("Scroll") };
+    const QStringList texts { text("Pen"),    text("Keep open"),  text("Close"),
+                              text("Play"),   text("Play again"), text("Position in the clip"),
+                              text("Pause"),  text("Scroll"),     text("Note"),
+                              text("Warning") };
     for (const QString &source : texts)
         QVERIFY2(german.translate(source, source + text(" auf Deutsch")), qPrintable(source));
     status = run({ text("status") });
@@ -309,7 +310,7 @@ void tst_ToolTranslate::shouldMissLocalesThatAreWanted()
     const ToolRun status = run({ text("status"), text("--locale"), text("fr_FR") });
     QCOMPARE(status.error, QByteArray());
     QCOMPARE(status.status, 1);
-    QVERIFY2(status.output.startsWith("fr_FR\t0 done\t13 unfinished"), status.output.constData());
+    QVERIFY2(status.output.startsWith("fr_FR\t0 done\t15 unfinished"), status.output.constData());
 }
 
 void tst_ToolTranslate::shouldShowAPseudoTranslation()

@@ -26,6 +26,27 @@ private Q_SLOTS:
         QCOMPARE(m_bench->texts("link"), list({ "A", "docs/b.html" }));
     }
 
+    void shouldShowStructure()
+    {
+        showEntry("",
+                  "<h2>Heading</h2><ul><li>Item</li></ul><pre>\n a\n  b\n</pre>"
+                  "<note>Careful</note><warning>Stop</warning>");
+        QCOMPARE(m_bench->texts("heading"), list({ "Heading" }));
+        QCOMPARE(m_bench->texts("paragraph").size(), 1);
+        QVERIFY(m_bench->texts("paragraph")
+                        .constFirst()
+                        .contains(QLatin1String("<ul><li>Item</li></ul>")));
+        const QQuickItem *code = m_bench->item("code");
+        QCOMPARE(code->property("source").toString(), QStringLiteral("a\n b"));
+        QCOMPARE(code->mapToItem(nullptr, QPointF()).x(),
+                 m_bench->item("heading")->mapToItem(nullptr, QPointF()).x());
+        const QQuickItem *note = m_bench->item("note");
+        const QQuickItem *warning = m_bench->item("warning");
+        QVERIFY(note->height() > code->height() / 2);
+        const qreal lowerEdge = note->mapToItem(nullptr, QPointF(0, note->height())).y();
+        QVERIFY(warning->mapToItem(nullptr, QPointF()).y() > lowerEdge);
+    }
+
     void shouldTakeTheTitleFromAChildToo()
     {
         showEntry("", "<title>\n  From a\n child </title><p>Text</p>");

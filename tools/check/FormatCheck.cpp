@@ -18,9 +18,14 @@ namespace {
 
 const QStringList &elementNames()
 {
-    static const QStringList names { QStringLiteral("title"), QStringLiteral("p"),
-                                     QStringLiteral("text"), QStringLiteral("img"),
-                                     QStringLiteral("link") };
+    static const QStringList names {
+        QStringLiteral("title"), QStringLiteral("p"),      QStringLiteral("text"),
+        QStringLiteral("img"),   QStringLiteral("link"),   QStringLiteral("h2"),
+        QStringLiteral("h3"),    QStringLiteral("ul"),     QStringLiteral("ol"),
+        QStringLiteral("li"),    QStringLiteral("table"),  QStringLiteral("tr"),
+        QStringLiteral("th"),    QStringLiteral("td"),     QStringLiteral("pre"),
+        QStringLiteral("note"),  QStringLiteral("warning")
+    };
     return names;
 }
 
@@ -100,7 +105,7 @@ QString suggestion(const QString &name)
 
 bool isMarkup(const QString &name)
 {
-    return Hovlets::markupTagNamed(name).has_value() && name != QLatin1String("p");
+    return Hovlets::markupTagNamed(name).has_value() && !elementNames().contains(name);
 }
 
 } // namespace

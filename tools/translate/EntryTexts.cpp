@@ -35,14 +35,16 @@ public:
     QString resource(const QString &relativePath) override { return relativePath; }
     bool canShowPicture(const QString &) override { return true; }
 
-    /// Describes the text that is shown as \a shown, if it was translated.
+    /// Describes the texts in \a shown that were translated.
     void describe(const HVShownText &shown, const QString &comment)
     {
-        static const QRegularExpression number(QStringLiteral("^\\x{e000}(\\d+)"));
-        const auto match = number.match(shown.text);
-        const size_t index = match.captured(1).toUInt();
-        if (match.hasMatch() && index < m_texts.size())
-            m_texts[index].comment = comment;
+        static const QRegularExpression number(QStringLiteral("\\x{e000}(\\d+)"));
+        auto numbers = number.globalMatch(shown.text);
+        while (numbers.hasNext()) {
+            const size_t index = numbers.next().captured(1).toUInt();
+            if (index < m_texts.size())
+                m_texts[index].comment = comment;
+        }
     }
 
     std::vector<TranslatableText> take() { return std::move(m_texts); }
@@ -58,7 +60,16 @@ QString commentOf(const HVEntryBlock &block)
         return QStringLiteral("Label of the link to %1").arg(block.locator);
     case HVEntryBlock::Kind::Image:
         return QStringLiteral("Description of the picture %1").arg(block.resource);
+    case HVEntryBlock::Kind::Heading:
+        return QStringLiteral("Heading");
+    case HVEntryBlock::Kind::Part:
+        return QStringLiteral("Part of a list or a table");
+    case HVEntryBlock::Kind::Note:
+        return QStringLiteral("Note");
+    case HVEntryBlock::Kind::Warning:
+        return QStringLiteral("Warning");
     case HVEntryBlock::Kind::Paragraph:
+    case HVEntryBlock::Kind::Code:
     case HVEntryBlock::Kind::Clip:
         break;
     }
@@ -126,6 +137,8 @@ const std::vector<TranslatableText> &userInterfaceTexts()
             { "Play again", "Button of a clip that has ended" },
             { "Position in the clip", "Name of the progress bar, for screen readers" },
             { "Scroll", "Name of the scroll bar, for screen readers" },
+            { "Note", "Label of a note" },
+            { "Warning", "Label of a warning" },
         };
         std::vector<TranslatableText> made;
         for (const auto &[source, comment] : all)

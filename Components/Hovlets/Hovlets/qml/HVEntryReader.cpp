@@ -82,14 +82,26 @@ QVariantMap toVariant(const HVEntryBlock &block)
     const auto set = [&map](const char *name, const QVariant &value) {
         map.insert(QLatin1String(name), value);
     };
+    static constexpr std::array<const char *, 3> Formats { "plain", "styled", "rich" };
+    set("format", QLatin1String(Formats[size_t(block.text.format)]));
+    set("muted", block.isMuted);
     switch (block.kind) {
-    case HVEntryBlock::Kind::Paragraph: {
-        static constexpr std::array<const char *, 3> Formats { "plain", "styled", "rich" };
+    case HVEntryBlock::Kind::Paragraph:
+    case HVEntryBlock::Kind::Part:
         set("kind", QStringLiteral("paragraph"));
-        set("format", QLatin1String(Formats[size_t(block.text.format)]));
-        set("muted", block.isMuted);
         break;
-    }
+    case HVEntryBlock::Kind::Heading:
+        set("kind", QStringLiteral("heading"));
+        break;
+    case HVEntryBlock::Kind::Code:
+        set("kind", QStringLiteral("code"));
+        break;
+    case HVEntryBlock::Kind::Note:
+        set("kind", QStringLiteral("note"));
+        break;
+    case HVEntryBlock::Kind::Warning:
+        set("kind", QStringLiteral("warning"));
+        break;
     case HVEntryBlock::Kind::Link:
         set("kind", QStringLiteral("link"));
         set("locator", block.locator);

@@ -31,8 +31,8 @@ public:
      * ones are looked for. If \a entry is null, all texts are empty.
      *
      * The result has "key", "title", "shortcut" and "blocks", a list of objects with a "kind":
-     * "paragraph" (text, format, muted), "link" (text, locator), "image" (source, text) or "clip"
-     * (name). All have "spoken", plain text.
+     * "paragraph", "heading", "note" or "warning" (text, format, muted), "code" (text), "link"
+     * (text, locator), "image" (source, text) or "clip" (name). All have "spoken", plain text.
      */
     Q_INVOKABLE QVariantMap read(Hovlets::HVXmlElement *entry, bool topics);
 

@@ -1,10 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVEntryContent.h"
 
+#include "HVEntryTexts.h"
 #include "HVMarkup.h"
 #include "HVMarkupTags.h"
+#include "HVRichTextParts.h"
 #include "HVXmlElement.h"
 
+#include <algorithm>
+#include <array>
+#include <utility>
 #include <vector>
 
 namespace Hovlets {
@@ -30,6 +35,20 @@ bool isWord(const HVXmlElement &element)
     return tag && marksWords(*tag) && isTag(element, markupTagName(*tag).data());
 }
 
+bool isList(const HVXmlElement &element)
+{
+    return isTag(element, "ul") || isTag(element, "ol");
+}
+
+/// Whether an element is shown below the text that contains it, and not as a part of it.
+bool isBlock(const HVXmlElement &element)
+{
+    static constexpr std::array<const char *, 8> Tags { "img",  "link",    "table", "pre",
+                                                        "note", "warning", "h2",    "h3" };
+    return std::any_of(Tags.begin(), Tags.end(),
+                       [&element](const char *tag) { return isTag(element, tag); });
+}
+
 class EntryReader
 {
 public:
@@ -37,23 +56,21 @@ public:
                 const HVLimits &limits)
         : m_entry(entry)
         , m_services(services)
-        , m_key(attribute(entry, "key"))
-        , m_longestText(HVDisplayBudget::mostWritten(limits))
-        , m_budget(limits)
+        , m_texts(attribute(entry, "key"), services, topics, limits)
+        , m_budget(m_texts.budget())
+        , m_topics(topics)
     {
-        m_rules.topics = topics;
-        m_rules.fill = [&services](const QString &text) { return services.interpolate(text); };
     }
 
     HVEntryContent read()
     {
-        m_content.key = m_key;
-        m_content.title = plain(title());
-        m_content.shortcut = plain(attribute(m_entry, "shortcut"));
+        m_content.key = attribute(m_entry, "key");
+        m_content.title = m_texts.plain(title());
+        m_content.shortcut = m_texts.plain(attribute(m_entry, "shortcut"));
         addClip(attribute(m_entry, "clip"));
         if (!m_budget.isSpent())
-            addParagraph(simplified(m_entry.content()));
-        forEachChild(m_entry, [this](const HVXmlElement &child) {
+            addParagraph(m_texts.simplified(m_entry.content()));
+        m_texts.forEachChild(m_entry, [this](const HVXmlElement &child) {
             if (!isTag(child, "title"))
                 addElement(child);
         });
@@ -64,89 +81,32 @@ public:
     }
 
 private:
-    /// Calls \a visit for the direct children until the budget is spent.
-    template <typename Visit> void forEachChild(const HVXmlElement &element, Visit visit)
-    {
-        const QObjectList &children = element.children();
-        for (const QObject *child : children) {
-            const auto *childElement = qobject_cast<const HVXmlElement *>(child);
-            if (!childElement)
-                continue;
-            if (!m_budget.takeElement())
-                return;
-            visit(*childElement);
-        }
-    }
-
-    QString simplified(const QString &text) const { return simplifiedText(text, m_longestText); }
-
-    /// The text of an element and its descendants, with white space simplified.
-    QString allText(const HVXmlElement &element)
-    {
-        QString text;
-        appendAllText(text, element);
-        return simplified(text);
-    }
-
-    void appendAllText(QString &text, const HVXmlElement &element)
-    {
-        appendSimplified(text, element.content(), m_longestText);
-        forEachChild(element, [&](const HVXmlElement &child) {
-            appendSimplified(text, QStringLiteral(" "), m_longestText);
-            appendAllText(text, child);
-        });
-    }
+    using Kind = HVEntryBlock::Kind;
+    using Elements = std::vector<const HVXmlElement *>;
 
     QString title()
     {
-        const QString title = simplified(attribute(m_entry, "title"));
+        const QString title = m_texts.simplified(attribute(m_entry, "title"));
         if (!title.isEmpty())
             return title;
         const QObjectList &children = m_entry.children();
         for (const QObject *child : children) {
             const auto *element = qobject_cast<const HVXmlElement *>(child);
             const QString text =
-                    element && isTag(*element, "title") ? allText(*element) : QString();
+                    element && isTag(*element, "title") ? m_texts.allText(*element) : QString();
             if (!text.isEmpty())
                 return text;
         }
         return {};
     }
 
-    /// The part of a text, or of its translation, that the budget contains. A text too long to be
-    /// shown whole is not translated.
-    QString taken(const QString &source)
-    {
-        if (source.size() <= m_longestText && m_budget.hasWritten()) {
-            const QString translation = m_services.translate(source, m_key);
-            const QString text = simplified(m_budget.takeWritten(translation));
-            if (!text.isEmpty())
-                return text;
-        }
-        return m_budget.takeWritten(source);
-    }
-
-    HVShownText plain(const QString &text)
-    {
-        const QString source = simplified(text);
-        if (source.isEmpty())
-            return {};
-        return shownPlainText(m_services.interpolate(taken(source)), m_budget);
-    }
-
-    HVShownText formatted(const QString &source)
-    {
-        const QString text = taken(source);
-        return isMarkup(text) ? shownMarkup(text, m_rules, m_budget)
-                              : shownPlainText(m_services.interpolate(text), m_budget);
-    }
-
-    void addParagraph(const QString &source, bool isMuted = false)
+    void addParagraph(const QString &source, Kind kind = Kind::Paragraph, bool isMuted = false)
     {
         if (source.isEmpty())
             return;
         HVEntryBlock block;
-        block.text = formatted(source);
+        block.kind = kind;
+        block.text = m_texts.formatted(source);
         block.isMuted = isMuted;
         m_content.blocks.append(block);
     }
@@ -156,7 +116,7 @@ private:
         if (path.isEmpty() || m_services.resource(path).isEmpty())
             return;
         HVEntryBlock block;
-        block.kind = HVEntryBlock::Kind::Clip;
+        block.kind = Kind::Clip;
         block.resource = path;
         m_content.blocks.append(block);
     }
@@ -164,25 +124,25 @@ private:
     void addImage(const QString &path, const QString &description)
     {
         HVEntryBlock block;
-        block.kind = HVEntryBlock::Kind::Image;
+        block.kind = Kind::Image;
         block.resource = path.isEmpty() ? QString() : m_services.resource(path);
         // Counted first, because finding that a file contains no picture takes time, too.
         const bool isShown = !block.resource.isEmpty() && m_budget.takePicture()
                 && m_services.canShowPicture(block.resource);
         if (!isShown)
-            return addParagraph(simplified(description), true);
-        block.text = plain(description);
+            return addParagraph(m_texts.simplified(description), Kind::Paragraph, true);
+        block.text = m_texts.plain(description);
         m_content.blocks.append(block);
     }
 
     void addLink(const QString &locator, const QString &label)
     {
-        if (isTopic(locator) && !m_rules.topics)
+        if (isTopic(locator) && !m_topics)
             return;
         HVEntryBlock block;
-        block.kind = HVEntryBlock::Kind::Link;
+        block.kind = Kind::Link;
         block.locator = locator;
-        block.text = plain(label);
+        block.text = m_texts.plain(label);
         if (block.text.text.isEmpty())
             block.text = shownPlainText(locator, m_budget);
         m_content.blocks.append(block);
@@ -194,29 +154,133 @@ private:
             return;
         const QString locator = attribute(element, "href");
         if (isTag(element, "link") && !locator.isEmpty())
-            addLink(locator, allText(element));
+            addLink(locator, m_texts.allText(element));
         else if (isTag(element, "img"))
             addImage(attribute(element, "src"), attribute(element, "alt"));
+        else if (isList(element))
+            addList(element);
+        else if (isTag(element, "table"))
+            addTable(element);
+        else if (isTag(element, "pre"))
+            addCode(element);
         else
-            addText(element);
+            addText(element, kindOf(element));
+    }
+
+    static Kind kindOf(const HVXmlElement &element)
+    {
+        if (isTag(element, "h2") || isTag(element, "h3"))
+            return Kind::Heading;
+        if (isTag(element, "note"))
+            return Kind::Note;
+        return isTag(element, "warning") ? Kind::Warning : Kind::Paragraph;
+    }
+
+    void addList(const HVXmlElement &list)
+    {
+        HVRichTextParts parts;
+        Elements below;
+        appendList(parts, list, below, 1);
+        addParts(parts, below);
+    }
+
+    void appendList(HVRichTextParts &parts, const HVXmlElement &list, Elements &below, int level)
+    {
+        constexpr int DeepestList = 8; // as in markup
+        const char *tag = isTag(list, "ol") ? "ol" : "ul";
+        parts.begin(tag);
+        m_texts.forEachChild(list, [&](const HVXmlElement &item) {
+            Elements lists;
+            parts.begin("li");
+            parts.separate("\n");
+            parts.append(m_texts.formatted(
+                    itemText(item, below, level < DeepestList ? &lists : nullptr)));
+            for (const HVXmlElement *inner : lists)
+                appendList(parts, *inner, below, level + 1);
+            parts.end("li");
+        });
+        parts.end(tag);
+    }
+
+    void addTable(const HVXmlElement &table)
+    {
+        HVRichTextParts parts;
+        Elements below;
+        parts.begin("table");
+        m_texts.forEachChild(table, [&](const HVXmlElement &row) {
+            parts.begin("tr");
+            parts.separate("\n");
+            bool isFirst = true;
+            m_texts.forEachChild(row, [&](const HVXmlElement &cell) {
+                const char *tag = isTag(cell, "th") ? "th" : "td";
+                parts.begin(tag);
+                parts.separate(std::exchange(isFirst, false) ? "" : ", ");
+                parts.append(m_texts.formatted(itemText(cell, below, nullptr)));
+                parts.end(tag);
+            });
+            parts.end("tr");
+        });
+        parts.end("table");
+        addParts(parts, below);
+    }
+
+    /// The text of a list item or a table cell. Adds the elements in it that are shown below the
+    /// list to \a below, and lists in it to \a lists unless that is null.
+    QString itemText(const HVXmlElement &item, Elements &below, Elements *lists)
+    {
+        QString text;
+        m_texts.append(text, item.content());
+        m_texts.forEachChild(item, [&](const HVXmlElement &child) {
+            if (lists && isList(child)) {
+                lists->push_back(&child);
+            } else if (isBlock(child)) {
+                below.push_back(&child);
+            } else {
+                m_texts.append(text, QStringLiteral(" "));
+                m_texts.appendAllText(text, child);
+            }
+        });
+        return m_texts.simplified(text);
+    }
+
+    void addParts(HVRichTextParts &parts, const Elements &below)
+    {
+        HVEntryBlock block;
+        block.kind = Kind::Part;
+        block.text = parts.take();
+        if (!block.text.spoken.isEmpty())
+            m_content.blocks.append(block);
+        for (const HVXmlElement *element : below)
+            addElement(*element);
+    }
+
+    /// Code is not translated, and keeps its spaces and lines.
+    void addCode(const HVXmlElement &element)
+    {
+        HVEntryBlock block;
+        block.kind = Kind::Code;
+        block.text = m_texts.code(element.content());
+        if (!block.text.text.isEmpty())
+            m_content.blocks.append(block);
+        m_texts.forEachChild(element, [this](const HVXmlElement &child) { addElement(child); });
     }
 
     /// Elements in a paragraph do not act as markup, because their place in the text is unknown
     /// here. Words follow the text; anything larger becomes a block of its own.
-    void addText(const HVXmlElement &element)
+    void addText(const HVXmlElement &element, Kind kind)
     {
         QString text;
-        appendSimplified(text, element.content(), m_longestText);
-        std::vector<const HVXmlElement *> blocks;
-        forEachChild(element, [&](const HVXmlElement &child) {
+        m_texts.append(text, element.content());
+        Elements blocks;
+        m_texts.forEachChild(element, [&](const HVXmlElement &child) {
             if (!isWord(child)) {
                 blocks.push_back(&child);
                 return;
             }
-            appendSimplified(text, QStringLiteral(" "), m_longestText);
-            appendAllText(text, child);
+            m_texts.append(text, QStringLiteral(" "));
+            m_texts.appendAllText(text, child);
         });
-        addParagraph(simplified(text));
+        addParagraph(m_texts.simplified(text), kind);
         for (const HVXmlElement *block : blocks)
             addElement(*block);
     }
@@ -238,10 +302,9 @@ private:
 
     const HVXmlElement &m_entry;
     HVEntryServices &m_services;
-    const QString m_key;
-    const int m_longestText;
-    HVMarkupRules m_rules;
-    HVDisplayBudget m_budget;
+    HVEntryTexts m_texts;
+    HVDisplayBudget &m_budget;
+    const bool m_topics;
     HVEntryContent m_content;
 };
 

@@ -14,7 +14,17 @@ class HVXmlElement;
 /// One of the blocks that a popup shows below each other.
 struct HVEntryBlock
 {
-    enum class Kind { Paragraph, Link, Image, Clip };
+    enum class Kind {
+        Paragraph,
+        Link,
+        Image,
+        Clip,
+        Heading,
+        Part, ///< a list or a table
+        Code, ///< lines of plain text
+        Note,
+        Warning
+    };
 
     Kind kind = Kind::Paragraph;
     HVShownText text; ///< Of an image: its description. Empty for a clip.

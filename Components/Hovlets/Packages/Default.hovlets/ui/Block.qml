@@ -34,6 +34,10 @@ Item {
             case "link": return link;
             case "image": return image;
             case "clip": return clip;
+            case "heading": return heading;
+            case "code": return code;
+            case "note":
+            case "warning": return note;
             default: return paragraph;
             }
         }
@@ -48,6 +52,34 @@ Item {
             spoken: block.content.spoken
             format: block.content.format
             color: block.content.muted ? theme.secondary : theme.text
+            onLinkFollowed: function(locator) { block.linkFollowed(locator); }
+        }
+    }
+    Component {
+        id: heading
+        Paragraph {
+            objectName: "heading"
+            theme: block.theme
+            font: block.theme.headingFont
+            source: block.content.text
+            spoken: block.content.spoken
+            format: block.content.format
+            Accessible.role: Accessible.Heading
+            onLinkFollowed: function(locator) { block.linkFollowed(locator); }
+        }
+    }
+    Component {
+        id: code
+        CodeLines {
+            theme: block.theme
+            source: block.content.text
+        }
+    }
+    Component {
+        id: note
+        Note {
+            theme: block.theme
+            content: block.content
             onLinkFollowed: function(locator) { block.linkFollowed(locator); }
         }
     }

@@ -8,6 +8,9 @@
  *   title, shortcut, key   plain text
  *   blocks                 in order, each an object with a "kind":
  *       paragraph          text, format ("plain", "styled" or "rich"), muted
+ *       heading, note,     as a paragraph
+ *       warning
+ *       code               text
  *       link               text, locator
  *       image              source (path), text (its description)
  *       clip               name (in the package's resources)

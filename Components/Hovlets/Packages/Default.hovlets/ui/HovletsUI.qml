@@ -25,6 +25,11 @@ import "Content.js" as Content
  *                 popup's width; the text "alt" replaces a missing picture
  *   <link>        a link to an address, a file (it contains "/") or a documentation topic, which is
  *                 omitted while no documentation is available; the label defaults to the address
+ *   <h2>, <h3>    a heading
+ *   <ul>, <ol>    a list of <li>, which may contain further lists
+ *   <table>       rows <tr> of cells <th> and <td>
+ *   <pre>         code: keeps its lines and spaces, and is not translated
+ *   <note>, <warning>   a paragraph with a mark and a label
  *   others        a paragraph with their text, then their own children
  *
  * Paragraphs are plain text unless they contain one of the tags a, b, big, br, code, em, font, i, kbd,
@@ -39,7 +44,7 @@ import "Content.js" as Content
  * placeholders "%(name)s" are filled with plain text.
  *
  * The texts of the user interface itself have the context "HovletsUI": "Keep open", "Close", "Play",
- * "Pause", "Play again", "Position in the clip", "Scroll". Screen readers read them; they are not shown.
+ * "Pause", "Play again", "Position in the clip", "Scroll", which only screen readers read, "Note" and "Warning".
  *
  * If the host sets the global property "reducedMotion" to true, a clip shows its first frame until
  * it is clicked. Nothing else in the popup moves by itself.

@@ -18,6 +18,8 @@ Text {
     readonly property string style:
         "<style>a { color: " + theme.link + "; text-decoration: underline; }"
         + " code, kbd, samp, tt { font-family: monospace; }"
+        + " th, td { padding: " + Math.round(theme.smallGap / 2) + "px " + theme.smallGap + "px; }"
+        + " th { text-align: left; }"
         + " p { margin-top: 0px; margin-bottom: " + theme.smallGap + "px; }"
         + " ul, ol { margin-top: " + theme.smallGap + "px; margin-bottom: 0px;"
         + " -qt-list-indent: 0; margin-left: " + 2 * theme.em + "px; }</style>"

@@ -18,6 +18,8 @@ QtObject {
 
     readonly property font bodyFont: hovletTheme.font
     property font titleFont
+    property font headingFont
+    property font codeFont
     property font linkFont
     property font keyFont
 
@@ -44,6 +46,10 @@ QtObject {
         // Modified copies keep the exact size, and properties that QML does not know.
         titleFont = bodyFont;
         titleFont.weight = Font.Bold;
+        headingFont = bodyFont;
+        headingFont.weight = Font.DemiBold;
+        codeFont = bodyFont;
+        codeFont.family = "monospace";
         linkFont = bodyFont;
         linkFont.underline = true;
         keyFont = Qt.font({
