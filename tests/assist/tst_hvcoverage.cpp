@@ -243,6 +243,40 @@ private Q_SLOTS:
                  QStringList({ text("a"), text("later"), text("nobody") })); // once
     }
 
+    void shouldCountAControlOnceWhateverTheTitleOfItsWindow_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::newRow("window with a name") << text("Main");
+        QTest::newRow("window without a name") << QString();
+    }
+
+    void shouldCountAControlOnceWhateverTheTitleOfItsWindow()
+    {
+        QFETCH(QString, name);
+        CoverageScene scene;
+        scene.window.setObjectName(name);
+        scene.window.show();
+        QCOMPARE(total(scene.report(), "controls"), 2);
+        scene.window.setWindowTitle(text("Another document"));
+        const QJsonObject report = scene.report();
+        QCOMPARE(controlKeys(report), QStringList({ text("a"), text("nobody") }));
+        QCOMPARE(control(report, "a")[text("window")].toString(), text("Another document"));
+    }
+
+    void shouldDistinguishDialogsWithoutNames()
+    {
+        CoverageScene scene;
+        scene.window.show();
+        for (const char *label : { "Overwrite", "Skip" }) {
+            QDialog dialog(&scene.window);
+            auto *button = new QPushButton(text(label), &dialog);
+            dialog.show();
+            scene.coverage->walk();
+            button->hide(); // before the report
+        }
+        QCOMPARE(total(scene.report(), "controls"), 4);
+    }
+
     void shouldWalkAutomaticallyWhenSomethingIsShown()
     {
         CoverageScene scene;

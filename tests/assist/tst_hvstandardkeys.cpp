@@ -213,6 +213,18 @@ private Q_SLOTS:
         QCOMPARE(keys, QStringList({ text("dockHistory"), text("dockLayers") }));
     }
 
+    void shouldDistinguishDocksWithTheSameTitle()
+    {
+        KeysScene scene;
+        scene.window.history->setWindowTitle(scene.window.layers->windowTitle());
+        const auto *bar = scene.window.findChild<QTabBar *>(QString(), Qt::FindDirectChildrenOnly);
+        QTRY_VERIFY(bar && bar->count() == 2 && bar->tabText(0) == bar->tabText(1));
+        const auto keyOf = [&](int tab) {
+            return scene.find(const_cast<QTabBar *>(bar), bar->tabRect(tab).center()).key;
+        };
+        QVERIFY(keyOf(0) != keyOf(1));
+    }
+
     void shouldQualifyNamesInDialogs()
     {
         QDialog dialog;

@@ -2,6 +2,7 @@
 #include "HVCoverageRecord.h"
 
 #include <QtCore/QJsonArray>
+#include <QtCore/QRegularExpression>
 
 #include <algorithm>
 
@@ -9,10 +10,23 @@ namespace Hovlets {
 
 namespace {
 
+/// Whether the control's window has neither an object name nor a class of the host.
+bool isInUnknownWindow(const HVControlState &control)
+{
+    static const QRegularExpression ofQt(QStringLiteral("^Q[A-Z][A-Za-z0-9]*\\[\\d+\\]$"));
+    return ofQt.match(control.parents.value(0, control.name)).hasMatch();
+}
+
+/*!
+ * Equal for the same control at different times. The title of its window is no part of it, because
+ * titles change with the document. Labels are part of it only where nothing else tells controls
+ * apart, such as the buttons of message boxes that are shown one after the other.
+ */
 QString identityOf(const HVControlState &control)
 {
-    const QStringList path =
-            control.parents + QStringList { control.name, control.className, control.window };
+    QStringList path = control.parents + QStringList { control.name, control.className };
+    if (control.objectName.isEmpty() && isInUnknownWindow(control))
+        path += control.label;
     return path.join(QChar(0));
 }
 

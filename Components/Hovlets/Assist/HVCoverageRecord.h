@@ -28,7 +28,9 @@ struct HVControlState
 /*!
  * \brief All controls seen so far, including those of closed windows, and all keys asked for.
  *
- * Adding a control with the path and class of an earlier one updates that one.
+ * Adding a control with the path and class of an earlier one updates that one, whatever the title
+ * of its window. The labels of controls without a name must be equal, too, in windows that have
+ * neither a name nor a class of the host.
  */
 class HVCoverageRecord
 {
@@ -42,7 +44,7 @@ public:
 
 private:
     QVector<HVControlState> m_controls; // in the order of discovery
-    QHash<QString, int> m_places; // by path and class, the index in m_controls
+    QHash<QString, int> m_places; // by identity, the index in m_controls
     QSet<QString> m_asked;
 };
 

@@ -18,6 +18,8 @@
 // QtWidgets in Qt 5, QtGui in Qt 6.
 #include <QAction>
 
+#include <algorithm>
+
 namespace Hovlets {
 
 namespace {
@@ -76,12 +78,17 @@ const QDockWidget *dockOfTab(const QTabBar *bar, int tab)
 {
     const auto *window = qobject_cast<const QMainWindow *>(bar->parentWidget());
     const auto docks = window ? window->findChildren<QDockWidget *>() : QList<QDockWidget *>();
-    for (const QDockWidget *dock : docks) {
-        if (bar->tabData(tab).toULongLong() == quintptr(dock)
-            || plainText(dock->windowTitle()) == plainText(bar->tabText(tab)))
-            return dock;
-    }
-    return nullptr;
+    const auto find = [&](auto isOfTab) {
+        const auto dock = std::find_if(docks.begin(), docks.end(), isOfTab);
+        return dock == docks.end() ? nullptr : *dock;
+    };
+    // Several docks may have the same title.
+    const quintptr address = bar->tabData(tab).toULongLong();
+    if (const QDockWidget *dock =
+                find([&](const QDockWidget *each) { return quintptr(each) == address; }))
+        return dock;
+    const QString title = plainText(bar->tabText(tab));
+    return find([&](const QDockWidget *each) { return plainText(each->windowTitle()) == title; });
 }
 
 Part tabAt(const QTabBar *bar, const QPoint &point)
