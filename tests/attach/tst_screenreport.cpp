@@ -73,6 +73,7 @@ private Q_SLOTS:
 
         QVERIFY(host.show(text("spin"), QPoint(10, 10), window.spin));
         QTRY_COMPARE(reportIn(path).value(text("shown")).toString(), text("spin"));
+        QCOMPARE(reportIn(path).value(text("title")).toString(), text("Title of spin"));
         window.hide();
         QTRY_VERIFY(keysIn(path).isEmpty());
     }

@@ -117,6 +117,20 @@ QJsonArray controlsOnScreen(AttachedHost &host)
     return controls;
 }
 
+/// The title as the popup shows it; empty without a popup.
+QString titleOf(const HVPopup &popup)
+{
+    const HVXmlElement *entry = popup.content();
+    if (!entry)
+        return {};
+    QString title = entry->attribute(QStringLiteral("title"));
+    const HVXmlElement *child = entry->childElement(QStringLiteral("title"));
+    if (title.isEmpty() && child)
+        title = child->content().simplified();
+    const QString shown = popup.shownText(title, entry->attribute(QStringLiteral("key")));
+    return shown.isEmpty() ? title : shown;
+}
+
 } // namespace
 
 ScreenReport::ScreenReport(AttachedHost &host, const QString &file)
@@ -135,6 +149,7 @@ void ScreenReport::writeIfChanged()
     const QJsonObject report { { QStringLiteral("format"), QStringLiteral("hovlets-screen") },
                                { QStringLiteral("version"), 1 },
                                { QStringLiteral("shown"), shown },
+                               { QStringLiteral("title"), titleOf(popup) },
                                { QStringLiteral("controls"), controlsOnScreen(m_host) } };
     const QByteArray bytes = QJsonDocument(report).toJson();
     if (bytes == m_written)
