@@ -57,6 +57,31 @@ constexpr Text Texts[] = {
       [](int size) { return cdata(times(size, "<img src=\"/dev/zero\">x")); } },
     { "links as elements",
       [](int size) { return times(size, "<link href=\"http://x\">y</link>"); } },
+    { "list elements",
+      [](int size) { return times(size / 40, "<ul><li>x") + times(size / 40, "</li></ul>"); } },
+    { "items", [](int size) { return "<ol>" + times(size, "<li>x</li>") + "</ol>"; } },
+    { "rows",
+      [](int size) { return "<table>" + times(size, "<tr><td>x</td></tr>") + "</table>"; } },
+    { "columns",
+      [](int size) {
+          return "<table><tr>" + times(size, "<td>long words</td>") + "</tr></table>";
+      } },
+    { "words in cells",
+      [](int size) {
+          return "<table>"
+                  + times(15,
+                          "<tr>" + times(15, "<td>" + times(size / 2, "w ") + "</td>") + "</tr>")
+                  + "</table>";
+      } },
+    { "tables in items",
+      [](int size) {
+          return times(size,
+                       "<ul><li>x<table><tr><td>x<ul><li>x</li></ul></td></tr></table></li></ul>");
+      } },
+    { "lines of code", [](int size) { return "<pre>" + times(size, "x\n") + "</pre>"; } },
+    { "tabs in code", [](int size) { return "<pre>" + times(size, "\tx") + "</pre>"; } },
+    { "notes", [](int size) { return times(size, "<note>x</note>"); } },
+    { "headings", [](int size) { return times(size, "<h2>x</h2>"); } },
     { "clips", [](int size) { return times(size, "<video src=\"x.mp4\"/>"); } },
     { "accents", [](int size) { return "<p>" + times(size, "\xcc\x81") + "</p>"; } },
     { "directions",

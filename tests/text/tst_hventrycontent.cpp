@@ -161,7 +161,7 @@ private Q_SLOTS:
 
     void shouldKeepTheLinesOfCode()
     {
-        Element(m_root.get()).add("pre", text("\n    if (a <  b)\n\n        c();\n  "));
+        Element(m_root.get()).add("pre", text("\n    if (a <  b)\n\n    \tc();\n  "));
         const HVEntryContent content = read();
         QCOMPARE(textsOf(content), QStringList(text("if (a <  b)\n\n    c();")));
         QCOMPARE(content.blocks.at(0).kind, HVEntryBlock::Kind::Code);

@@ -215,7 +215,10 @@ private:
                 const char *tag = isTag(cell, "th") ? "th" : "td";
                 parts.begin(tag);
                 parts.separate(std::exchange(isFirst, false) ? "" : ", ");
-                parts.append(m_texts.formatted(itemText(cell, below, nullptr)));
+                const HVShownText text = m_texts.formatted(itemText(cell, below, nullptr));
+                parts.append(text);
+                // Counts twice: a table is laid out for its columns first, and then again.
+                m_budget.takeCharacters(static_cast<int>(text.spoken.size()));
                 parts.end(tag);
             });
             parts.end("tr");

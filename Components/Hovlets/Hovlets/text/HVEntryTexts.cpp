@@ -105,7 +105,8 @@ HVShownText HVEntryTexts::code(const QString &text)
             withoutIndentation(m_services.interpolate(m_budget.takeWritten(text)));
     HVShownTextWriter writer(m_budget, false);
     bool isFirst = true;
-    for (const QString &line : lines) {
+    for (QString line : lines) {
+        line.replace(QLatin1Char('\t'), QStringLiteral("    ")); // laying out tabs takes long
         if (!std::exchange(isFirst, false) && !(m_budget.takeElement() && writer.write(u"\n"))) {
             writer.cut();
             break;
