@@ -4,6 +4,7 @@
 #include "MarkupReading.h"
 #include "TestMain.h"
 #include "Text.h"
+#include "ThreadTime.h"
 
 #include <QtCore/QRandomGenerator>
 #include <QtCore/QRegularExpression>
@@ -303,6 +304,23 @@ private Q_SLOTS:
     {
         QFETCH(QString, tip);
         QTEST(tipParagraphs(tip, Qt::mightBeRichText(tip)), "paragraphs");
+    }
+
+    void shouldReadTipsInLinearTime_data()
+    {
+        QTest::addColumn<QString>("piece");
+        for (const char *piece : { "<x", "<b", "<!--", "<style>", "</", "&", "<p>" })
+            QTest::newRow(piece) << QString::fromLatin1(piece);
+    }
+
+    void shouldReadTipsInLinearTime()
+    {
+        QFETCH(QString, piece);
+        const QString tip = piece.repeated(1000000);
+        const ThreadTime time;
+        QVERIFY(tipParagraphs(tip, true).size() <= 1);
+        QVERIFY(tipParagraphs(tip, false).size() <= 1);
+        QVERIFY2(time.elapsed() < 5000, qPrintable(QString::number(time.elapsed())));
     }
 
     void shouldTakeOneShortLineAsTheTitleOfATip()

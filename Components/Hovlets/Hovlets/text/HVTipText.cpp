@@ -42,9 +42,14 @@ OtherTag readOtherTag(QStringView text, qsizetype at)
     qsizetype end = name;
     while (end < text.size() && isTagCharacter(text[end]))
         ++end;
-    const qsizetype close = end > name ? text.indexOf(QLatin1Char('>'), end) : -1;
     tag.name = text.mid(name, end - name);
-    tag.end = close < 0 ? 0 : close + 1;
+    // Stops at the next "<": looking further for each of them would take quadratic time.
+    qsizetype close = end;
+    while (close < text.size() && text[close] != QLatin1Char('<')
+           && text[close] != QLatin1Char('>'))
+        ++close;
+    const bool isClosed = close < text.size() && text[close] == QLatin1Char('>');
+    tag.end = isClosed && end > name ? close + 1 : 0;
     return tag;
 }
 
