@@ -109,6 +109,18 @@ private Q_SLOTS:
         QCOMPARE(scene.find(bar, title.center()).area, areaOf(bar, title));
     }
 
+    void shouldNotShowTheEntryOfAMenuForItsEntries()
+    {
+        KeysScene scene({ text("menuRecent") });
+        scene.window.file->popup(QPoint(300, 100));
+        scene.window.recent->popup(QPoint(300, 300));
+        QTRY_VERIFY(scene.window.recent->isVisible());
+        const HVKeyedControl clear = scene.entry(scene.window.recent, 0);
+        QCOMPARE(clear.key, text("File/Open Recent/Clear List"));
+        QVERIFY(!clear.hasEntry);
+        QVERIFY(scene.entry(scene.window.file, 2).hasEntry);
+    }
+
     void shouldNameTabs()
     {
         KeysScene scene;

@@ -67,6 +67,7 @@ private Q_SLOTS:
     void shouldLeaveOutEntriesThatTheLocaleHas();
     void shouldKeepTranslationsAndMarkObsoleteOnes();
     void shouldRemoveObsoleteTranslationsOnRequest();
+    void shouldUpdateFilesForLanguages();
     void shouldReleaseUnfinishedTranslationsOnRequest();
     void shouldCountWhatIsTranslated();
     void shouldMissLocalesThatAreWanted();
@@ -239,6 +240,17 @@ void tst_ToolTranslate::shouldRemoveObsoleteTranslationsOnRequest()
                                    "<hovlets><hovlet key=\"key\" title=\"Pen\"/></hovlets>");
     QCOMPARE(run({ text("update"), text("--no-obsolete") }).status, 0);
     QVERIFY(!readText(file("Hovlets_de_DE.ts")).contains(text("Mehr")));
+}
+
+void tst_ToolTranslate::shouldUpdateFilesForLanguages()
+{
+    QCOMPARE(extractGerman().status, 0);
+    for (const char *name : { "Hovlets_fr.ts", "Hovlets_xx.ts", "Hovlets.ts" })
+        QVERIFY(QFile::copy(file("Hovlets_de_DE.ts"), file(name)));
+    const ToolRun updated = run({ text("update") });
+    QCOMPARE(updated.error, QByteArray());
+    QCOMPARE(updated.output.count('\n'), 2);
+    QVERIFY2(updated.output.contains("Hovlets_fr.ts: "), updated.output.constData());
 }
 
 void tst_ToolTranslate::shouldReleaseUnfinishedTranslationsOnRequest()

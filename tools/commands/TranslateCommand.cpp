@@ -64,7 +64,7 @@ ExitStatus extract(const TranslateCommandOptions &options)
         const QLocale locale(QString::fromStdString(name));
         const QMap<QString, Texts> texts = textsFor(content, locale);
         for (auto each = texts.begin(); each != texts.end(); ++each) {
-            const TranslationFile file(each.key(), nameOf(options), locale);
+            const TranslationFile file(each.key(), nameOf(options), locale.name());
             file.update(*each, content.source(), true);
             printCount(file.path(), *each);
         }
@@ -72,7 +72,7 @@ ExitStatus extract(const TranslateCommandOptions &options)
     return ExitStatus::Clean;
 }
 
-using Visit = std::function<void(const TranslationFile &, const QLocale &, const Texts &)>;
+using Visit = std::function<void(const TranslationFile &, const QString &locale, const Texts &)>;
 
 /// Calls \a visit with each existing file for translators, and with the texts that it should have.
 /// Returns whether there is one.
@@ -87,7 +87,7 @@ bool forEachFile(const TranslateCommandOptions &options, const ContentTexts &con
         for (const QString &locale : locales) {
             if (!byLocale.contains(locale))
                 byLocale.insert(locale, content.textsFor(QLocale(locale)));
-            visit({ folder, nameOf(options), QLocale(locale) }, QLocale(locale),
+            visit({ folder, nameOf(options), locale }, locale,
                   byLocale.value(locale).value(folder));
             isAny = true;
         }
@@ -107,7 +107,7 @@ ExitStatus update(const TranslateCommandOptions &options)
     const ContentTexts content = contentOf(options);
     const bool isAny =
             forEachFile(options, content,
-                        [&](const TranslationFile &file, const QLocale &, const Texts &texts) {
+                        [&](const TranslationFile &file, const QString &, const Texts &texts) {
                             file.update(texts, content.source(), !options.noObsolete);
                             printCount(file.path(), texts);
                         });
@@ -120,7 +120,7 @@ ExitStatus release(const TranslateCommandOptions &options)
 {
     const ContentTexts content = contentOf(options);
     const bool isAny = forEachFile(
-            options, content, [&](const TranslationFile &file, const QLocale &, const Texts &) {
+            options, content, [&](const TranslationFile &file, const QString &, const Texts &) {
                 file.release(options.unfinished);
                 printText(file.releasedPath() + QLatin1Char('\n'));
             });
@@ -143,7 +143,7 @@ void addMissing(const TranslateCommandOptions &options, const ContentTexts &cont
         const QLocale locale(QString::fromStdString(name));
         const QMap<QString, Texts> texts = content.textsFor(locale);
         for (auto each = texts.begin(); each != texts.end(); ++each) {
-            const TranslationFile file(each.key(), nameOf(options), locale);
+            const TranslationFile file(each.key(), nameOf(options), locale.name());
             if (!file.exists())
                 all.push_back({ file.path(),
                                 locale.name(),
@@ -181,8 +181,8 @@ ExitStatus status(const TranslateCommandOptions &options)
     addMissing(options, content, all);
     const bool isAny = forEachFile(
             options, content,
-            [&](const TranslationFile &file, const QLocale &locale, const Texts &texts) {
-                all.push_back({ file.path(), locale.name(), file.status(texts) });
+            [&](const TranslationFile &file, const QString &locale, const Texts &texts) {
+                all.push_back({ file.path(), locale, file.status(texts) });
             });
     if (!isAny && all.empty())
         throw noFiles(options);
@@ -205,7 +205,7 @@ ExitStatus pseudo(const TranslateCommandOptions &options)
     const QLocale locale(QString::fromStdString(options.pseudoLocale));
     const QMap<QString, Texts> texts = textsFor(content, locale);
     for (auto each = texts.begin(); each != texts.end(); ++each) {
-        const TranslationFile file(each.key(), nameOf(options), locale);
+        const TranslationFile file(each.key(), nameOf(options), locale.name());
         if (file.exists())
             throw ToolError(QStringLiteral("%1 is a real translation; choose another --locale")
                                     .arg(file.path()));

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "TranslationFile.h"
 
+#include "KnownLocale.h"
 #include "LinguistFile.h"
 #include "LinguistProgram.h"
 #include "PseudoText.h"
@@ -83,9 +84,9 @@ QString filePath(const QTemporaryDir &folder, const char *name)
 
 } // namespace
 
-TranslationFile::TranslationFile(const QDir &folder, const QString &name, const QLocale &locale)
+TranslationFile::TranslationFile(const QDir &folder, const QString &name, const QString &locale)
     : m_locale(locale)
-    , m_base(folder.filePath(QStringLiteral("%1_%2").arg(name, locale.name())))
+    , m_base(folder.filePath(QStringLiteral("%1_%2").arg(name, locale)))
 {
 }
 
@@ -96,7 +97,10 @@ QStringList TranslationFile::localesIn(const QDir &folder, const QString &name)
     const QStringList files = folder.entryList({ prefix + QStringLiteral("*.ts") }, QDir::Files);
     for (const QString &file : files) {
         const QString locale = QFileInfo(file).completeBaseName().mid(prefix.size());
-        if (QLocale(locale).name() == locale) // otherwise the library would not find it
+        const QString known = QLocale(locale).name();
+        // The library finds no other names.
+        if (locale == known
+            || (locale == known.section(QLatin1Char('_'), 0, 0) && isKnownLocale(locale)))
             locales += locale;
     }
     return locales;
@@ -120,7 +124,7 @@ void TranslationFile::update(const std::vector<TranslatableText> &texts, const Q
     QStringList arguments { QStringLiteral("-silent"), QStringLiteral("-locations"),
                             QStringLiteral("none") };
     arguments += { QStringLiteral("-source-language"), source.name() };
-    arguments += { QStringLiteral("-target-language"), m_locale.name() };
+    arguments += { QStringLiteral("-target-language"), m_locale };
     if (!keepsObsolete)
         arguments += QStringLiteral("-no-obsolete");
     lupdate.run(arguments + QStringList { code, QStringLiteral("-ts"), path() });
@@ -143,7 +147,7 @@ void TranslationFile::releasePseudo(const std::vector<TranslatableText> &texts, 
         throw ToolError(QStringLiteral("the folder %1 cannot be created").arg(folder));
     const QTemporaryDir scratch;
     const QString file = filePath(scratch, "pseudo.ts");
-    write(file, pseudoFile(texts, m_locale.name(), expansion));
+    write(file, pseudoFile(texts, m_locale, expansion));
     lrelease.run({ QStringLiteral("-silent"), file, QStringLiteral("-qm"), releasedPath() });
 }
 

@@ -32,9 +32,11 @@ class TranslationFile
 {
 public:
     /// \param name the first part of the file's name, as the setting HVKeyTranslationName
-    TranslationFile(const QDir &folder, const QString &name, const QLocale &locale);
+    /// \param locale the last part, such as "de_DE"
+    TranslationFile(const QDir &folder, const QString &name, const QString &locale);
 
-    /// The locales for which translators edit files in \a folder.
+    /// The locales in the names of the files that translators edit in \a folder. A language alone,
+    /// such as "fr", is the name of a file that the library uses with HVKeyLanguageFallback.
     [[nodiscard]] static QStringList localesIn(const QDir &folder, const QString &name);
 
     [[nodiscard]] QString path() const { return m_base + QStringLiteral(".ts"); }
@@ -57,7 +59,7 @@ public:
     [[nodiscard]] TranslationStatus status(const std::vector<TranslatableText> &texts) const;
 
 private:
-    QLocale m_locale;
+    QString m_locale;
     QString m_base; // the path without suffix
 };
 

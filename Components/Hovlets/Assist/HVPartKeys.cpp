@@ -29,6 +29,7 @@ struct Part
 {
     HVControlKeys keys;
     bool hasToolTip = false; // of its own
+    bool isOfWhole = true; // whether the entry of the whole describes it, too
 };
 
 /// The path of the part for rules.
@@ -192,6 +193,7 @@ Part partAt(const QWidget *widget, const QPoint &position, int role)
         Part part = entryAt(menu, point, windowOf(menu));
         const QAction *action = menu->toolTipsVisible() ? menu->actionAt(point) : nullptr;
         part.hasToolTip = action && action->toolTip() != action->iconText();
+        part.isOfWhole = part.keys.candidates.isEmpty();
         return part;
     }
     if (const auto *bar = qobject_cast<const QMenuBar *>(widget))
@@ -219,8 +221,9 @@ HVControlKeys keysAt(QObject *object, const QPoint &position,
     if (part.keys.path.isEmpty())
         part.keys.path = whole.path;
     part.keys.isFixed = part.keys.candidates.isEmpty() && whole.isFixed;
-    // A tooltip of the part itself says more about it than the entry of the whole.
-    if (!part.hasToolTip)
+    // A tooltip of the part itself says more about it than the entry of the whole. An entry of a
+    // menu has little in common with the title of the menu.
+    if (!part.hasToolTip && part.isOfWhole)
         part.keys.add(whole);
     return part.keys;
 }
