@@ -52,7 +52,7 @@ QByteArray ClipFolder::pictures(const QString &path)
 {
     return run({ QStringLiteral("-i"), QLatin1String("file:") + path, QStringLiteral("-f"),
                  QStringLiteral("rawvideo"), QStringLiteral("-pix_fmt"), QStringLiteral("bgra"),
-                 QStringLiteral("-vsync"), QStringLiteral("passthrough"),
+                 QStringLiteral("-fps_mode"), QStringLiteral("passthrough"),
                  QStringLiteral("-sws_flags"), QStringLiteral("bicubic"), QStringLiteral("-") });
 }
 

@@ -77,7 +77,7 @@ void tst_HVClip::shouldDecodeTheSameFramesAsTheProgram_data()
     add("2 a second", "slow.mp4", "64x48", "-vf fps=2 -c:v libx264 -pix_fmt yuv420p", 0);
     add("60 a second", "fast.mp4", "64x48", "-vf fps=60 -c:v libx264 -pix_fmt yuv420p", 24);
     add("variable rate", "vfr.mkv", "64x48",
-        "-vf select=not(mod(n\\,3))+lt(n\\,5) -vsync vfr -c:v libx264 -pix_fmt yuv420p", 0);
+        "-vf select=not(mod(n\\,3))+lt(n\\,5) -fps_mode vfr -c:v libx264 -pix_fmt yuv420p", 0);
     add("one picture", "one.mp4", "64x48", "-frames:v 1 -c:v libx264 -pix_fmt yuv420p", 1);
     add("one picture, still", "one.png", "64x48", "-frames:v 1", 1);
     add("alpha, YUV", "alpha.mkv", "65x47", "-vf format=yuva420p,geq=lum=p(X\\,Y):a=X*4 -c:v ffv1");

@@ -120,7 +120,7 @@ void tst_HVClipOpening::shouldAverageAnAbsurdRate()
     // Two bursts of frames, a second apart: r_frame_rate is the tick rate of their clock.
     const QString path = m_clips.clip(
             QStringLiteral("burst.mov"), QStringLiteral("64x48"),
-            QStringLiteral("-vf settb=1/1000,setpts=N*2+gt(N\\,5)*1000 -vsync passthrough "
+            QStringLiteral("-vf settb=1/1000,setpts=N*2+gt(N\\,5)*1000 -fps_mode passthrough "
                            "-enc_time_base 1/1000 -c:v mjpeg -video_track_timescale 1000"));
     const auto clip = newClip();
     QCOMPARE(clip->open(path), nullptr);
