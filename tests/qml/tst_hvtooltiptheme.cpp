@@ -25,6 +25,7 @@ private Q_SLOTS:
 
     void cleanup()
     {
+        qApp->setStyleSheet(QString());
         QToolTip::setPalette(m_toolTips);
         QApplication::setPalette(m_application);
         QApplication::setFont(m_font);
@@ -72,6 +73,27 @@ private Q_SLOTS:
         QToolTip::setPalette(changedPalette);
         theme.refresh();
         QCOMPARE(changed.count(), 1);
+    }
+
+    void shouldFollowTheStyleSheetOfTheApplication()
+    {
+        QToolTip::setPalette(palette());
+        HVToolTipTheme theme(nullptr);
+        QVERIFY(!theme.isExact());
+        qApp->setStyleSheet(QStringLiteral("QToolTip { background-color: #202428; color: #f0f1f2; "
+                                           "font-size: 21px; border-radius: 6px; }"));
+        theme.refresh();
+        QCOMPARE(theme.base(), QColor(0x202428));
+        QCOMPARE(theme.text(), QColor(0xf0f1f2));
+        QCOMPARE(theme.link(), QColor(Qt::cyan));
+        QCOMPARE(theme.font().pixelSize(), 21);
+        QVERIFY(theme.isExact());
+
+        qApp->setStyleSheet(QStringLiteral("QLabel { color: red; } QToolTip { padding: 2px; }"));
+        theme.refresh();
+        QCOMPARE(theme.base(), QColor(Qt::darkBlue));
+        QCOMPARE(theme.font(), QApplication::font());
+        QVERIFY(!theme.isExact());
     }
 
     void shouldReachQml()

@@ -59,6 +59,27 @@ private Q_SLOTS:
             QCOMPARE(other.size(), 2 * usual.size());
     }
 
+    void shouldNotCutTallPopups_data()
+    {
+        QTest::addColumn<QString>("scale");
+        for (const char *scale : { "1", "2", "3" })
+            QTest::newRow(scale) << text(scale);
+    }
+
+    /// Each line makes the picture taller, at any scale.
+    void shouldNotCutTallPopups()
+    {
+        QFETCH(QString, scale);
+        const QStringList options { text("--scale"), scale };
+        const auto withLines = [&](int count) {
+            write("Pen", QByteArray("<p>Line</p>").repeated(count));
+            return render(options).height();
+        };
+        const int step = withLines(12) - withLines(2);
+        QVERIFY(step > 150 * scale.toInt());
+        QVERIFY(qAbs(withLines(22) - withLines(12) - step) <= 2 * scale.toInt()); // rounding
+    }
+
     void shouldPutAllKeysOnASheet()
     {
         const QImage one = render({});
@@ -186,14 +207,14 @@ private Q_SLOTS:
     }
 
 private:
-    void write(const QByteArray &title)
+    void write(const QByteArray &title, const QByteArray &children = {})
     {
         m_folder->addControlFile(
                 text("Draw"), text("Draw"),
                 "<hovlets locale=\"en_US\" search=\"Default\">"
                 "<hovlet key=\"pen\" title=\""
-                        + title
-                        + "\"><p>Draws with %(n)s.</p><p>More.</p></hovlet>"
+                        + title + "\"><p>Draws with %(n)s.</p><p>More.</p>" + children
+                        + "</hovlet>"
                           "<hovlet key=\"eraser/soft\" title=\"Eraser\"/></hovlets>");
     }
 

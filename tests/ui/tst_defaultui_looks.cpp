@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "DefaultUiTest.h"
 #include "TestMain.h"
+#include "Text.h"
 
 #include <QtGui/QScreen>
 #include <QtWidgets/QApplication>
@@ -45,7 +46,8 @@ private Q_SLOTS:
         setColours(base, text, Qt::blue);
         // Only large letters have pixels in the full colour.
         setPixelSize(40);
-        showEntry("title=\"HHH\" shortcut=\"HHH\"", "<p>HHH</p><img alt=\"HHH\" src=\"-\"/>");
+        make("title=\"HHH\" shortcut=\"HHH\"", "<p>HHH</p><img alt=\"HHH\" src=\"-\"/>");
+        m_bench->context().set(HVKeyExactToolTipColors, true);
         QVERIFY(m_bench->show());
         const QImage image = m_bench->grab();
         QCOMPARE(image.pixelColor(image.width() / 2, 3), base);
@@ -60,6 +62,84 @@ private Q_SLOTS:
         QVERIFY(readable(paragraphs.at(0), base));
         QVERIFY(readable(paragraphs.at(1), base));
         QVERIFY(readable(m_bench->item("pin"), base));
+    }
+
+    void shouldReplacePaleYellowUnlessTheHostWantsIt_data()
+    {
+        QTest::addColumn<QColor>("base");
+        QTest::addColumn<QColor>("windowBase");
+        QTest::addColumn<QColor>("windowText");
+        QTest::addColumn<bool>("exact");
+        QTest::addColumn<QColor>("shown");
+        const QColor yellow(0xffffdc);
+        const QColor other(0xd0e8ff);
+        const QColor dark(0x232323);
+        const QColor pale(0xf0f0f0);
+        QTest::newRow("light") << yellow << QColor(Qt::white) << QColor(Qt::black) << false
+                               << QColor(Qt::white);
+        QTest::newRow("dark") << yellow << dark << pale << false << dark;
+        QTest::newRow("exact") << yellow << QColor(Qt::white) << QColor(Qt::black) << true
+                               << yellow;
+        QTest::newRow("unreadable") << yellow << pale << QColor(Qt::white) << false << yellow;
+        QTest::newRow("chosen colour")
+                << other << QColor(Qt::white) << QColor(Qt::black) << false << other;
+    }
+
+    void shouldReplacePaleYellowUnlessTheHostWantsIt()
+    {
+        QFETCH(QColor, base);
+        QFETCH(QColor, windowBase);
+        QFETCH(QColor, windowText);
+        QFETCH(bool, exact);
+        setColours(base, Qt::black, Qt::blue);
+        const QPalette before = QApplication::palette();
+        QPalette application = before;
+        application.setColor(QPalette::Base, windowBase);
+        application.setColor(QPalette::Text, windowText);
+        QApplication::setPalette(application);
+        setPixelSize(40);
+        make("title=\"HHH\"", "<link href=\"a/b\">HHH</link>");
+        m_bench->context().set(HVKeyExactToolTipColors, exact);
+        QVERIFY(m_bench->show());
+        const QImage image = m_bench->grab();
+        const QColor shown = image.pixelColor(image.width() / 2, 3);
+        const bool isReadable =
+                readable(m_bench->item("title"), shown) && readable(m_bench->item("link"), shown);
+        QApplication::setPalette(before);
+        QTEST(shown, "shown");
+        QVERIFY(isReadable);
+    }
+
+    void shouldShowEachKeyOfAShortcut_data()
+    {
+        QTest::addColumn<QString>("shortcut");
+        QTest::addColumn<QStringList>("keys");
+        const auto row = [](const char *shortcut, const QStringList &keys) {
+            QTest::newRow(shortcut) << QString::fromUtf8(shortcut) << keys;
+        };
+        row("P", { text("P") });
+        row("Ctrl+Shift+S", { text("Ctrl"), text("Shift"), text("S") });
+        row("Ctrl+K, Ctrl+S", { text("Ctrl"), text("K"), text("Ctrl"), text("S") });
+        row("Ctrl++", { text("Ctrl"), text("+") });
+        row("Ctrl+,", { text("Ctrl"), text(",") });
+        row("+", { text("+") });
+        row("\u21e7\u2318S",
+            { QString::fromUtf8("\u21e7"), QString::fromUtf8("\u2318"), text("S") });
+        row("Press and hold the mouse", { text("Press and hold the mouse") });
+    }
+
+    void shouldShowEachKeyOfAShortcut()
+    {
+        QFETCH(QString, shortcut);
+        showEntry("title=\"Title\" shortcut=\"" + shortcut.toUtf8() + '"');
+        QTEST(m_bench->texts("key"), "keys");
+        QCOMPARE(m_bench->texts("shortcut"), QStringList(shortcut));
+        qreal end = 0;
+        const QList<QQuickItem *> keys = m_bench->items(text("key"));
+        for (const QQuickItem *key : keys) {
+            QVERIFY(m_bench->place(key).left() > end);
+            end = m_bench->place(key).right();
+        }
     }
 
     void shouldHaveOneLineAlongEachEdgeOfThePopup_data()
@@ -127,7 +207,10 @@ private Q_SLOTS:
         m_bench->settle();
         const QQuickItem *line = m_bench->item("link");
         QCOMPARE(strongestOn(line, Qt::white), shown);
-        QVERIFY(line->property("font").value<QFont>().underline());
+        const auto isUnderlined = [&] { return line->property("font").value<QFont>().underline(); };
+        QCOMPARE(isUnderlined(), shown != link); // where the colour does not show that it is a link
+        QTest::mouseMove(m_bench->view(), m_bench->place(line).center().toPoint());
+        QTRY_VERIFY(isUnderlined());
         const QList<QQuickItem *> paragraphs = m_bench->items(QStringLiteral("paragraph"));
         QCOMPARE(paragraphs.size(), 2);
         for (const QQuickItem *paragraph : paragraphs)
@@ -164,10 +247,11 @@ private Q_SLOTS:
         const auto pixelSize = [&](const char *name) {
             return QFontInfo(m_bench->item(name)->property("font").value<QFont>()).pixelSize();
         };
-        QCOMPARE(pixelSize("title"), QFontInfo(font).pixelSize());
+        QCOMPARE(pixelSize("title"), qRound(1.15 * QFontInfo(font).pixelSize()));
         QCOMPARE(pixelSize("paragraph"), QFontInfo(font).pixelSize());
-        QCOMPARE(pixelSize("shortcut"), qRound(0.9 * QFontInfo(font).pixelSize()));
-        QVERIFY(m_bench->item("title")->property("font").value<QFont>().bold());
+        QCOMPARE(pixelSize("shortcut"), qRound(0.85 * QFontInfo(font).pixelSize()));
+        QVERIFY(m_bench->item("title")->property("font").value<QFont>().weight()
+                >= QFont::DemiBold);
     }
 
     void shouldMirrorRightToLeftLayouts_data()
@@ -373,7 +457,8 @@ private:
             places.append(place);
         }
         const QQuickItem *flickable = m_bench->item("flickable");
-        QVERIFY(places.last().bottom() < flickable->property("contentHeight").toReal());
+        QVERIFY(places.last().bottom()
+                < flickable->y() + flickable->property("contentHeight").toReal());
     }
 
     QPalette m_palette;

@@ -80,6 +80,38 @@ private Q_SLOTS:
         QVERIFY(!bar.intersects(m_bench->place(m_bench->item("body"))));
     }
 
+    void shouldKeepTheTitleInView()
+    {
+        m_bench = std::make_unique<DefaultUiBench>(longEntry("key"));
+        QVERIFY(m_bench->show());
+        m_bench->settle();
+        const QRectF title = m_bench->place(m_bench->item("title"));
+        const QRect pixels = title.toAlignedRect();
+        const QImage before = m_bench->grab().copy(pixels);
+        QQuickItem *flickable = m_bench->item("flickable");
+        QVERIFY(m_bench->place(flickable).top() >= title.bottom());
+        flickable->setProperty("contentY", 57.5); // in the middle of a line
+        m_bench->settle();
+        QCOMPARE(m_bench->place(m_bench->item("title")), title);
+        QCOMPARE(m_bench->grab().copy(pixels), before);
+    }
+
+    void shouldScrollATitleThatFillsThePopup()
+    {
+        m_bench = std::make_unique<DefaultUiBench>(
+                DefaultUiBench::entry("title=\"" + QByteArray("word ").repeated(600) + '"'));
+        QVERIFY(m_bench->show());
+        QQuickItem *flickable = m_bench->item("flickable");
+        const qreal end = flickable->property("contentHeight").toReal() - flickable->height();
+        QVERIFY(end > 100);
+        flickable->setProperty("contentY", end);
+        m_bench->settle();
+        const QRectF title = m_bench->place(m_bench->item("title"));
+        QVERIFY(title.top() < 0);
+        QVERIFY(title.bottom() < m_bench->root()->height());
+        QVERIFY(title.bottom() > m_bench->root()->height() - 60);
+    }
+
     void shouldNotScrollContentThatFits()
     {
         m_bench = std::make_unique<DefaultUiBench>(

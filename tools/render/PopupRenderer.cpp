@@ -45,6 +45,15 @@ bool isLoaded(const QQuickItem *item)
     return std::all_of(children.begin(), children.end(), &isLoaded);
 }
 
+/// Gives the popup the room of a usual screen. Qt's screen without a display is small, the more so
+/// the larger the scale.
+void giveRoom(QObject &ui)
+{
+    constexpr QSizeF Usual(1920, 1080); // in device-independent pixels
+    if (ui.property("screenSize").isValid())
+        ui.setProperty("screenSize", Usual);
+}
+
 /// Clips and pictures appear some time after the popup. A clip that cannot be opened never appears.
 void waitForMedia(const HVView &view)
 {
@@ -120,6 +129,7 @@ QImage PopupRenderer::render(const QString &key)
     view->statusHasChanged(view->status()); // sends the errors of the user interface to the host
     if (!view->rootObject())
         throw ToolError(QStringLiteral("the popup for \"%1\" has no user interface").arg(key));
+    giveRoom(*view->rootObject());
     waitForMedia(*view);
     return pictureAtRest(*view);
 }

@@ -129,7 +129,10 @@ enum contextKey {
     HVKeyShowOwnTips = 1150,
     /// bool, false: a pinned popup is an ordinary window with an entry in the taskbar, instead of a
     /// tool window that stays above the window of its control. A host's container is unaffected.
-    HVKeyPinnedInTaskbar = 1180
+    HVKeyPinnedInTaskbar = 1180,
+    /// bool, false: the default user interface uses the tooltip colours of the palette even where
+    /// they are the pale yellow that many desktops have by default.
+    HVKeyExactToolTipColors = 1220
 };
 
 } // namespace Hovlets

@@ -40,7 +40,7 @@ const QMap<QString, int> &settingsByName()
         HV_NAMED(HVKeySafePathDwell),     HV_NAMED(HVKeyShowDelay),
         HV_NAMED(HVKeyExpandDelay),       HV_NAMED(HVKeyDismissOnKey),
         HV_NAMED(HVKeyClipReleaseDelay),  HV_NAMED(HVKeyShowOwnTips),
-        HV_NAMED(HVKeyPinnedInTaskbar),
+        HV_NAMED(HVKeyPinnedInTaskbar),   HV_NAMED(HVKeyExactToolTipColors),
     };
     return names;
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVToolTipTheme.h"
 
+#include "HVToolTipSample.h"
+
 #include <QtGui/QPalette>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QToolTip>
@@ -15,16 +17,27 @@ HVToolTipTheme::HVToolTipTheme(QObject *parent)
     refresh();
 }
 
-void HVToolTipTheme::refresh()
+void HVToolTipTheme::refresh(bool isExact)
 {
-    const QPalette palette = QToolTip::palette();
-    const auto before = std::make_tuple(m_base, m_text, m_link, m_font);
-    m_base = palette.color(QPalette::Active, QPalette::ToolTipBase);
-    m_text = palette.color(QPalette::Active, QPalette::ToolTipText);
-    m_link = palette.color(QPalette::Active, QPalette::Link);
-    m_font = QApplication::font();
-    if (before != std::make_tuple(m_base, m_text, m_link, m_font))
-        Q_EMIT changed();
+    const QPalette application = QApplication::palette();
+    const HVToolTipSample sample = toolTipSample();
+    Values values;
+    values.base = sample.palette.color(QPalette::Active, QPalette::ToolTipBase);
+    values.text = sample.palette.color(QPalette::Active, QPalette::ToolTipText);
+    values.link = sample.palette.color(QPalette::Active, QPalette::Link);
+    values.font = sample.font;
+    values.windowBase = application.color(QPalette::Active, QPalette::Base);
+    values.windowText = application.color(QPalette::Active, QPalette::Text);
+    values.accent = application.color(QPalette::Active, QPalette::Highlight);
+    values.isExact = isExact || sample.hasStyledColors;
+    const auto all = [](const Values &v) {
+        return std::tie(v.base, v.text, v.link, v.font, v.windowBase, v.windowText, v.accent,
+                        v.isExact);
+    };
+    if (all(values) == all(m_values))
+        return;
+    m_values = values;
+    Q_EMIT changed();
 }
 
 } // namespace Hovlets

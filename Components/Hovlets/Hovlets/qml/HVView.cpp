@@ -330,7 +330,8 @@ void HVView::deleteWhenIdle()
 
 void HVView::refreshTheme()
 {
-    d->context.refreshTheme();
+    d->context.refreshTheme(d->services
+                            && d->services->settings().get(HVKeyExactToolTipColors).toBool());
 }
 
 void HVView::statusHasChanged(DECLARATIVEVIEW_STATUS s)

@@ -42,9 +42,9 @@ void HVViewContext::setContent(const QString &rootPath)
     context->setContextProperties(properties);
 }
 
-void HVViewContext::refreshTheme()
+void HVViewContext::refreshTheme(bool isExact)
 {
-    m_theme->refresh();
+    m_theme->refresh(isExact);
 }
 
 } // namespace Hovlets

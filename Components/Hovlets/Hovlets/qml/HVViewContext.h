@@ -24,8 +24,9 @@ public:
     /// Passes the content of the view to QML. \a rootPath is its package folder.
     void setContent(const QString &rootPath);
 
-    /// Re-reads the desktop's tooltip colours and the application's font.
-    void refreshTheme();
+    /// Re-reads the desktop's tooltip colours and the application's font. \a isExact is the setting
+    /// HVKeyExactToolTipColors.
+    void refreshTheme(bool isExact);
 
 private:
     HVView &m_view;

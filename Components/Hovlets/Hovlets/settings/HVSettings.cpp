@@ -159,6 +159,10 @@ QList<HVSetting> makeSettings()
                    "true: a pinned popup is an ordinary window with an entry in the taskbar, false: a "
                    "tool window that stays above the window of its control. A container that the host "
                    "supplies stays as it is"),
+        HV_SETTING(HVKeyExactToolTipColors, "bool", false, "",
+                   "at each show",
+                   "false: where the palette's tooltips are pale yellow, the default user interface has the "
+                   "colours of lists and text fields; true: the palette's, see [theming](theming.md)"),
     };
     // clang-format on
 }

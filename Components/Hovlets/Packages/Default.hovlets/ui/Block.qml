@@ -15,6 +15,10 @@ Item {
     readonly property real widest: Math.max(previous ? previous.widest : 0,
                                             loader.item ? loader.item.naturalWidth : 0)
 
+    // Space below the last line of a text, which the end of the body does not need.
+    readonly property real leading: height > 0 && (content.kind === "paragraph" || content.kind === "link")
+                                    ? theme.leading : 0
+
     signal linkFollowed(string locator)
 
     // Not a Column: positioners lay out in the next frame, after the popup has got its size.
@@ -23,7 +27,7 @@ Item {
 
     function distance() {
         var linksOnly = content.kind === "link" && previous.content.kind === "link";
-        return linksOnly ? theme.smallGap : theme.gap;
+        return linksOnly ? 0 : theme.gap;
     }
 
     Loader {

@@ -15,7 +15,7 @@ Item {
     readonly property Item last: repeater.model && repeater.count > 0
                                  ? repeater.itemAt(repeater.count - 1) : null
 
-    implicitHeight: last ? last.lowerEdge : 0
+    implicitHeight: last ? Math.max(0, last.lowerEdge - last.leading) : 0
 
     Repeater {
         id: repeater

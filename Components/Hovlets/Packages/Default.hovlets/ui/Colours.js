@@ -4,6 +4,9 @@
 // The lowest contrast at which text of normal size is easy to read.
 var READABLE = 4.5;
 
+// The lowest contrast at which marks and lines that carry a meaning are easy to see.
+var VISIBLE = 3;
+
 function channel(value) {
     return value <= 0.03928 ? value / 12.92 : Math.pow((value + 0.055) / 1.055, 2.4);
 }
@@ -47,4 +50,19 @@ function surface(base, text, share) {
             return colour;
     }
     return opaque(base);
+}
+
+/// Whether a background is the pale yellow that tooltips once had on every desktop.
+function isPaleYellow(colour) {
+    return Math.min(colour.r, colour.g) > 0.9 && Math.abs(colour.r - colour.g) < 0.06
+        && Math.min(colour.r, colour.g) - colour.b > 0.05;
+}
+
+/// The first of \a colours that reaches a contrast of \a least to \a base; the last if none does.
+function firstSeen(colours, base, least) {
+    for (var i = 0; i < colours.length - 1; ++i) {
+        if (contrast(colours[i], base) >= least)
+            return opaque(colours[i]);
+    }
+    return opaque(colours[colours.length - 1]);
 }

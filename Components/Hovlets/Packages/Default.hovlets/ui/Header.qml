@@ -8,13 +8,13 @@ Item {
     required property Theme theme
     property alias title: titleText.source
     property alias titleColor: titleText.color
-    property alias shortcut: badge.text
+    property alias shortcut: keys.source
     // The height of a button next to it.
     property real minimumHeight: 0
 
     readonly property bool isEmpty: !title && !shortcut
     readonly property real naturalWidth: titleText.naturalWidth + between
-                                         + (shortcut ? badge.naturalWidth : 0)
+                                         + (shortcut ? keys.naturalWidth : 0)
     readonly property real between: title && shortcut ? theme.gap : 0
     readonly property bool beside: naturalWidth <= width
     readonly property real firstLine: Math.max(minimumHeight, shortcut ? badge.height : 0,
@@ -41,18 +41,26 @@ Item {
         y: Math.max(0, Math.round((header.firstLine - titleMetrics.height) / 2))
         width: Math.min(header.width, naturalWidth)
         font: theme.titleFont
+        lineHeight: 1.1
     }
 
-    KeyCap {
+    Item {
         id: badge
         objectName: "badge"
-        theme: header.theme
-        visible: text !== ""
-        maximumWidth: header.width
+        visible: keys.source !== ""
+        width: keys.width
+        height: keys.height
         anchors.left: header.left
         anchors.leftMargin: header.beside ? titleText.width + header.between : 0
         y: header.beside || !header.title
            ? Math.round((header.firstLine - height) / 2)
            : titleText.y + titleText.height + header.theme.smallGap
+
+        ShortcutKeys {
+            id: keys
+            objectName: "shortcut"
+            theme: header.theme
+            maximumWidth: header.width
+        }
     }
 }

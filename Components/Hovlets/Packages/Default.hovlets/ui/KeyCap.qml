@@ -1,17 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 import QtQuick 2.15
 
-// A shortcut that looks like a key: a face with a rim that is one pixel thicker at the bottom.
+// A key: a face with a rim that is one pixel thicker at the bottom.
 Rectangle {
     id: cap
 
     required property Theme theme
     property alias text: label.source
     property real maximumWidth: naturalWidth
-    readonly property real naturalWidth: Math.max(label.naturalWidth + 2 * inset,
-                                                  Math.round(1.6 * theme.em))
-    readonly property int inset: Math.round(0.45 * theme.em)
-    readonly property int rise: Math.round(0.12 * theme.em)
+    readonly property real naturalWidth: Math.max(label.naturalWidth + 2 * theme.unit,
+                                                  Math.round(1.5 * theme.em))
+    readonly property int rise: Math.round(0.15 * theme.em)
 
     width: Math.min(maximumWidth, naturalWidth)
     height: label.height + 2 * rise + 1
@@ -26,11 +25,13 @@ Rectangle {
 
     Paragraph {
         id: label
-        objectName: "shortcut"
+        objectName: "key"
         theme: cap.theme
-        anchors { left: cap.left; right: cap.right; leftMargin: cap.inset; rightMargin: cap.inset }
+        anchors { left: cap.left; right: cap.right; leftMargin: cap.theme.unit; rightMargin: cap.theme.unit }
         y: cap.rise
         font: cap.theme.keyFont
+        lineHeight: 1
         horizontalAlignment: Text.AlignHCenter
+        Accessible.ignored: true
     }
 }

@@ -19,7 +19,9 @@ Item {
         theme: line.theme
         anchors.left: line.left
         width: Math.min(line.width, naturalWidth)
-        font: line.theme.linkFont
+        // Where links have the colour of the text, only the line distinguishes them.
+        font: area.containsMouse || Qt.colorEqual(color, line.theme.text) ? line.theme.linkFont
+                                                                         : line.theme.bodyFont
         color: line.theme.link
 
         Accessible.role: Accessible.Link
@@ -28,7 +30,9 @@ Item {
     }
 
     MouseArea {
+        id: area
         anchors.fill: label
+        hoverEnabled: true
         cursorShape: Qt.PointingHandCursor
         onClicked: line.clicked()
     }

@@ -17,6 +17,7 @@ Text {
 
     readonly property string style:
         "<style>a { color: " + theme.link + "; text-decoration: underline; }"
+        + " div, p, li { line-height: " + Math.round(100 * theme.lineHeight) + "%; }"
         + " code, kbd, samp, tt { font-family: monospace; }"
         + " th, td { padding: " + Math.round(theme.smallGap / 2) + "px " + theme.smallGap + "px; }"
         + " th { text-align: left; }"
@@ -24,12 +25,13 @@ Text {
         + " ul, ol { margin-top: " + theme.smallGap + "px; margin-bottom: 0px;"
         + " -qt-list-indent: 0; margin-left: " + 2 * theme.em + "px; }</style>"
 
-    text: format === "rich" ? style + source : source
+    text: format === "rich" ? style + "<div>" + source + "</div>" : source
     textFormat: format === "rich" ? Text.RichText
               : format === "styled" ? Text.StyledText : Text.PlainText
     font: theme.bodyFont
     color: theme.text
     linkColor: theme.link
+    lineHeight: format === "rich" ? 1 : theme.lineHeight // the style sets it for rich text
     wrapMode: Text.Wrap
     // Set explicitly: mirrored layouts do not mirror the default.
     horizontalAlignment: Text.AlignLeft

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 import QtQuick 2.15
 import QtQuick.Window 2.15
-import com.zandor.hovlets.qml 1.0
 import "Content.js" as Content
 
-// A popup that looks like the desktop's tooltips, as large as its content within limits. Taller
-// content scrolls. All sizes are final once the content is set, because they determine the popup's
-// position before the first frame.
+// A popup that is as large as its content within limits. Taller content scrolls below the header. All
+// sizes are final once the content is set, because they determine the popup's position before the
+// first frame.
 Rectangle {
     id: frame
 
@@ -26,28 +25,32 @@ Rectangle {
     readonly property int buttonMargin: Math.round(theme.padding - theme.smallGap / 2)
     readonly property int headerButtonSpace: hasHeader ? buttonSpace : 0
 
-    // The button has a column of its own if the text scrolls or there is no title.
+    // The button has a column of its own if the text scrolls or there is no title. The scroll bar is
+    // in the padding.
     readonly property bool scrolls: fullHeight > maximumHeight
     readonly property int gutter: Math.max(pinnable && (scrolls || !hasHeader) ? buttonSpace : 0,
-                                           scrolls ? scrollBar.width + theme.smallGap : 0)
+                                           scrolls ? theme.smallGap : 0)
 
     readonly property int margins: 2 * theme.padding
-    readonly property int maximumHeight: {
-        var available = Math.min(Screen.height, Screen.desktopAvailableHeight);
-        return available > 0 ? Math.max(margins + theme.buttonSize, Math.round(0.6 * available))
-                             : 100 * theme.em;
-    }
-    readonly property int maximumWidth: {
-        var available = Math.min(Screen.width, Screen.desktopAvailableWidth);
-        return available > 0 ? Math.min(26 * theme.em, Math.round(0.9 * available) - buttonSpace)
-                             : 26 * theme.em;
-    }
+    // Whoever draws popups without a screen sets it.
+    property size screenSize: Qt.size(Math.min(Screen.width, Screen.desktopAvailableWidth),
+                                      Math.min(Screen.height, Screen.desktopAvailableHeight))
+    readonly property int maximumHeight: screenSize.height > 0
+        ? Math.max(margins + theme.buttonSize, Math.round(0.6 * screenSize.height)) : 100 * theme.em
+    readonly property int maximumWidth: screenSize.width > 0
+        ? Math.min(26 * theme.em, Math.round(0.9 * screenSize.width) - buttonSpace) : 26 * theme.em
     readonly property int contentWidth:
         Math.max(Math.min(7 * theme.em, maximumWidth - margins),
                  Math.min(Math.ceil(Math.max(header.naturalWidth + headerButtonSpace,
                                              body.naturalWidth)),
                           maximumWidth - margins))
-    readonly property int fullHeight: Math.ceil(column.height) + margins
+    readonly property int betweenHeaderAndBody: header.height > 0 && body.implicitHeight > 0
+                                                ? Math.round(1.5 * theme.unit) : 0
+    readonly property int headerHeight: Math.ceil(header.height) + betweenHeaderAndBody
+    readonly property int fullHeight: headerHeight + Math.ceil(body.implicitHeight) + margins
+    // The header stays in view unless it would take most of the popup.
+    readonly property bool headerStays: headerHeight + theme.padding < 0.4 * maximumHeight
+    readonly property int upperEdge: headerStays ? theme.padding + headerHeight : 1
 
     LayoutMirroring.enabled: Qt.application.layoutDirection === Qt.RightToLeft
     LayoutMirroring.childrenInherit: true
@@ -60,19 +63,6 @@ Rectangle {
                      maximumHeight)
     color: theme.base
 
-    // The desktop's own tooltip. Its black outline would be invisible on a dark background, so it
-    // lies just outside, and an outline in the theme's colour is drawn on top.
-    HVStyledRectangle {
-        objectName: "background"
-        readonly property color base: frame.theme.base
-
-        x: -1
-        y: -1
-        width: frame.width + 1
-        height: frame.height + 1
-        toolTipStyle: true
-        onBaseChanged: update()
-    }
     // The popup is one pixel larger than the root item. Its right and bottom lines are there.
     Rectangle {
         objectName: "border"
@@ -85,47 +75,71 @@ Rectangle {
     Flickable {
         id: flickable
         objectName: "flickable"
-        anchors { fill: frame; margins: 1 }
+        anchors { left: frame.left; right: frame.right; leftMargin: 1; rightMargin: 1 }
+        y: frame.upperEdge
+        height: frame.height - 1 - y
         contentWidth: width
-        contentHeight: frame.fullHeight - 2
+        contentHeight: frame.fullHeight - 1 - frame.upperEdge
         boundsBehavior: Flickable.StopAtBounds
         interactive: frame.scrolls
         clip: frame.scrolls
 
-        Item {
-            id: column
+        Body {
+            id: body
+            objectName: "body"
+            theme: frame.theme
+            blocks: frame.blocks
             anchors { left: parent.left; leftMargin: frame.theme.padding - 1 }
-            y: frame.theme.padding - 1
+            y: frame.theme.padding + frame.headerHeight - frame.upperEdge
             width: frame.contentWidth
-            height: body.y + body.height
-
-            Header {
-                id: header
-                objectName: "header"
-                theme: frame.theme
-                anchors.left: column.left
-                width: column.width - frame.headerButtonSpace
-                height: implicitHeight
-                minimumHeight: frame.pinnable ? frame.theme.buttonSize - frame.theme.smallGap : 0
-                title: frame.content.title || (frame.showsKey ? frame.content.key : "")
-                titleColor: frame.showsKey ? theme.secondary : theme.text
-                shortcut: frame.content.shortcut
+            height: implicitHeight
+            onLinkFollowed: function(locator) {
+                if (hovletView)
+                    hovletView.openExternalResource(locator);
             }
+        }
+    }
 
-            Body {
-                id: body
-                objectName: "body"
-                theme: frame.theme
-                blocks: frame.blocks
-                anchors.left: column.left
-                y: header.height > 0 && implicitHeight > 0 ? header.height + frame.theme.smallGap
-                                                           : header.height
-                width: column.width
-                height: implicitHeight
-                onLinkFollowed: function(locator) {
-                    if (hovletView)
-                        hovletView.openExternalResource(locator);
-                }
+    Item {
+        objectName: "headerArea"
+        anchors { left: frame.left; right: frame.right; leftMargin: 1; rightMargin: 1 }
+        y: 1
+        height: (frame.headerStays ? frame.upperEdge : frame.height - 1) - y
+        clip: frame.scrolls && !frame.headerStays
+
+        Header {
+            id: header
+            objectName: "header"
+            theme: frame.theme
+            anchors { left: parent.left; leftMargin: frame.theme.padding - 1 }
+            y: frame.theme.padding - 1 - (frame.headerStays ? 0 : flickable.contentY)
+            width: frame.contentWidth - frame.headerButtonSpace
+            height: implicitHeight
+            minimumHeight: frame.pinnable ? frame.theme.buttonSize - frame.theme.smallGap : 0
+            title: frame.content.title || (frame.showsKey ? frame.content.key : "")
+            titleColor: frame.showsKey ? theme.secondary : theme.text
+            shortcut: frame.content.shortcut
+        }
+    }
+
+    // Shows that there is more above and below.
+    Repeater {
+        model: frame.scrolls ? 2 : 0
+
+        Rectangle {
+            required property int index
+            readonly property bool isUpper: index === 0
+            readonly property color opaqueBase: frame.theme.base
+            readonly property color clearBase: Qt.rgba(opaqueBase.r, opaqueBase.g, opaqueBase.b, 0)
+
+            anchors { left: frame.left; leftMargin: 1 }
+            y: isUpper ? frame.upperEdge : frame.height - 1 - height
+            width: frame.width - 1 - scrollBar.width
+            height: 2 * frame.theme.unit
+            visible: isUpper ? !flickable.atYBeginning : !flickable.atYEnd
+            gradient: Gradient {
+                GradientStop { position: 0; color: isUpper ? opaqueBase : clearBase }
+                GradientStop { position: 1; color: isUpper ? clearBase : opaqueBase }
             }
         }
     }
@@ -133,14 +147,12 @@ Rectangle {
     PopupScrollBar {
         id: scrollBar
         objectName: "scrollBar"
-        readonly property int upperEdge: frame.pinnable ? buttonLoader.y + buttonLoader.height : 1
-
+        theme: frame.theme
         flickable: flickable
-        line: 1.5 * frame.theme.em
         visible: frame.scrolls
         anchors { right: frame.right; rightMargin: 1 }
-        y: upperEdge
-        height: frame.height - 1 - upperEdge
+        y: Math.max(flickable.y, buttonLoader.active ? buttonLoader.y + buttonLoader.height : 0)
+        height: frame.height - 1 - y - theme.smallGap
     }
 
     Loader {

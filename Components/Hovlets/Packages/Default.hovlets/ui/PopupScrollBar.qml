@@ -1,60 +1,64 @@
 // SPDX-License-Identifier: Apache-2.0
 import QtQuick 2.15
-import com.zandor.hovlets.qml 1.0
 import "Content.js" as Content
 
-// The desktop's scroll bar for a Flickable, synchronised with it and as wide as usual.
-HVScrollBar {
+// A slim scroll bar for a Flickable. Its handle grows under the mouse. A click beside the handle scrolls
+// by a page.
+Item {
     id: bar
 
     required property Flickable flickable
-    // The distance that a click on an arrow scrolls.
-    property real line: 20
-
-    // Set while one side takes its position from the other. Positions are truncated to hundredths,
-    // so the value that comes back differs and must not be applied.
-    property bool inStep: false
+    required property Theme theme
+    readonly property real end: Math.max(0, flickable.contentHeight - flickable.height)
+    readonly property real position: flickable.contentY
+    readonly property real pageStep: flickable.height
 
     Accessible.role: Accessible.ScrollBar
     Accessible.name: Content.translated(hovletView, "Scroll")
 
-    start: 0
-    end: Math.max(0, flickable.contentHeight - flickable.height)
-    pageStep: flickable.height
-    singleStep: line
-    width: scrollBarWidth
+    width: Math.max(8, theme.padding)
 
-    onWidthChanged: resize()
-    onHeightChanged: resize()
-    onEndChanged: follow()
-    onPositionChanged: {
-        if (inStep)
-            return;
-        inStep = true;
-        flickable.contentY = position;
-        inStep = false;
-    }
-    Component.onCompleted: {
-        resize();
-        follow();
+    function scrollTo(y) {
+        flickable.contentY = Math.max(0, Math.min(end, y));
     }
 
-    // Waits until the item has the bar's width; resizing earlier would lose it.
-    function resize() {
-        if (width > 0 && height > 0)
-            updateDimensions();
+    Rectangle {
+        id: handle
+        objectName: "scrollHandle"
+
+        readonly property real room: bar.height - height
+        readonly property bool grown: area.containsMouse || area.pressed
+
+        anchors { right: parent.right; rightMargin: Math.round((bar.width - width) / 2) }
+        y: bar.end > 0 ? room * bar.position / bar.end : 0
+        width: grown ? Math.max(6, bar.theme.gap) : Math.max(3, bar.theme.unit)
+        height: Math.max(2 * bar.theme.em, bar.height * bar.pageStep
+                                           / Math.max(1, bar.flickable.contentHeight))
+        radius: width / 2
+        color: grown ? bar.theme.text : bar.theme.secondary
+        opacity: grown ? 0.8 : 0.7
     }
 
-    function follow() {
-        if (inStep)
-            return;
-        inStep = true;
-        setPositionExternal(flickable.contentY);
-        inStep = false;
-    }
+    MouseArea {
+        id: area
+        anchors.fill: bar
+        hoverEnabled: true
+        preventStealing: true
 
-    Connections {
-        target: bar.flickable
-        function onContentYChanged() { bar.follow(); }
+        // Where the handle was grabbed; negative while it is not.
+        property real grabbedAt: -1
+
+        onPressed: function(mouse) {
+            var inside = mouse.y - handle.y;
+            grabbedAt = inside >= 0 && inside <= handle.height ? inside : -1;
+            if (grabbedAt < 0)
+                bar.scrollTo(bar.position + (inside < 0 ? -1 : 1) * bar.pageStep);
+        }
+        onPositionChanged: function(mouse) {
+            if (grabbedAt >= 0 && handle.room > 0)
+                bar.scrollTo((mouse.y - grabbedAt) / handle.room * bar.end);
+        }
+        onReleased: grabbedAt = -1
+        onCanceled: grabbedAt = -1
     }
 }

@@ -7,15 +7,26 @@ import "Colours.js" as Colours
 QtObject {
     id: theme
 
-    readonly property color base: Colours.opaque(hovletTheme.base)
-    readonly property color text: Colours.opaque(hovletTheme.text)
-    readonly property color secondary: Colours.paled(text, base, 0.4)
-    readonly property color link: Colours.contrast(hovletTheme.link, base) >= Colours.READABLE
-                                  ? Colours.opaque(hovletTheme.link) : text
-    readonly property color border: Colours.blend(base, text, 0.3)
-    readonly property color surface: Colours.surface(base, text, 0.07)
-    readonly property color hoveredSurface: Colours.surface(base, text, 0.15)
+    // Pale yellow is the default of many desktops rather than a choice. There, the popup has the
+    // colours of the application's lists and text fields, unless the host wants the exact ones.
+    readonly property bool neutral: !hovletTheme.exact && Colours.isPaleYellow(hovletTheme.base)
+        && Colours.contrast(hovletTheme.windowText, hovletTheme.windowBase) >= Colours.READABLE
+    readonly property bool dark: Colours.luminance(base) < 0.2
 
+    readonly property color base: Colours.opaque(neutral ? hovletTheme.windowBase : hovletTheme.base)
+    readonly property color text: Colours.opaque(neutral ? hovletTheme.windowText : hovletTheme.text)
+    readonly property color secondary: Colours.paled(text, base, 0.4)
+    // Pure blue is the palette's default, like the yellow.
+    readonly property color plainLink: neutral && Qt.colorEqual(hovletTheme.link, "#0000ff")
+                                       ? (dark ? "#6cb4ff" : "#0a5fbf") : hovletTheme.link
+    readonly property color link: Colours.firstSeen([plainLink, text], base, Colours.READABLE)
+    readonly property color accent: Colours.firstSeen([hovletTheme.accent, link, text], base,
+                                                      Colours.VISIBLE)
+    readonly property color border: Colours.blend(base, text, dark ? 0.28 : 0.22)
+    readonly property color surface: Colours.surface(base, text, 0.07)
+    readonly property color hoveredSurface: Colours.surface(base, text, 0.12)
+
+    // Three sizes: the body's, a larger one for titles and a smaller one for keys and notes.
     readonly property font bodyFont: hovletTheme.font
     property font titleFont
     property font headingFont
@@ -25,10 +36,16 @@ QtObject {
 
     // In pixels, even if the font's size is in points.
     property int em: 1
-    readonly property int padding: Math.round(0.75 * em)
-    readonly property int gap: Math.round(0.6 * em)
-    readonly property int smallGap: Math.round(0.35 * em)
-    readonly property int buttonSize: Math.round(1.7 * em)
+    // How much lines are higher than the font needs.
+    property real lineHeight: 1
+    // What the last line leaves free below.
+    property int leading: 0
+    // All distances are multiples of this one.
+    readonly property int unit: Math.max(1, Math.round(em / 3))
+    readonly property int padding: 3 * unit
+    readonly property int gap: 2 * unit
+    readonly property int smallGap: unit
+    readonly property int buttonSize: Math.round(1.8 * em)
 
     // Has a size once it has text.
     readonly property Text ruler: Text {
@@ -42,19 +59,25 @@ QtObject {
         // Assigned here: a binding would not work, because the font has no change signal.
         ruler.font = bodyFont;
         em = Math.max(1, ruler.fontInfo.pixelSize);
+        lineHeight = Math.max(1, 1.4 * em / Math.max(1, ruler.implicitHeight));
+        leading = Math.max(0, Math.floor((lineHeight - 1) * ruler.implicitHeight));
 
+        titleFont = sized(1.15);
+        titleFont.weight = Font.DemiBold;
+        keyFont = sized(0.85);
         // Modified copies keep the exact size, and properties that QML does not know.
-        titleFont = bodyFont;
-        titleFont.weight = Font.Bold;
         headingFont = bodyFont;
         headingFont.weight = Font.DemiBold;
         codeFont = bodyFont;
         codeFont.family = "monospace";
         linkFont = bodyFont;
         linkFont.underline = true;
-        keyFont = Qt.font({
+    }
+
+    function sized(factor) {
+        return Qt.font({
             family: bodyFont.family,
-            pixelSize: Math.max(1, Math.round(0.9 * em)),
+            pixelSize: Math.max(1, Math.round(factor * em)),
             weight: bodyFont.weight,
             italic: bodyFont.italic
         });
