@@ -113,6 +113,9 @@ private Q_SLOTS:
         QTRY_COMPARE(video()->state(), HVVideoComponent::playingState);
         QTRY_COMPARE(video()->progress(), 1.0);
         QTRY_COMPARE(video()->state(), HVVideoComponent::pausedState);
+        m_bench->settle();
+        QVERIFY(!m_bench->item("playMark")); // nothing covers the result
+        QTest::mouseMove(m_bench->view(), m_bench->place(picture()).center().toPoint());
         QTRY_VERIFY(m_bench->item("playMark"));
 
         m_bench->click(picture());
@@ -153,7 +156,7 @@ private Q_SLOTS:
         QCOMPARE(video()->state(), HVVideoComponent::pausedState);
     }
 
-    void shouldStayOnTheFirstPictureWithReducedMotion_data()
+    void shouldStayOnTheLastPictureWithReducedMotion_data()
     {
         QTest::addColumn<QVariant>("value");
         QTest::addColumn<bool>("still");
@@ -163,7 +166,7 @@ private Q_SLOTS:
         QTest::newRow("0") << QVariant(0) << false;
     }
 
-    void shouldStayOnTheFirstPictureWithReducedMotion()
+    void shouldStayOnTheLastPictureWithReducedMotion()
     {
         QFETCH(QVariant, value);
         QFETCH(bool, still);
@@ -175,12 +178,47 @@ private Q_SLOTS:
         }
         QTRY_VERIFY(m_bench->item("playMark"));
         QTRY_COMPARE(video()->loadProgress(), 1.0);
+        QTRY_VERIFY(video()->progress() > 0.98);
         Q_EMIT video()->loadProgressChanged();
         m_bench->settle();
         QCOMPARE(video()->state(), HVVideoComponent::pausedState);
-        QCOMPARE(video()->position(), 0);
         m_bench->click(picture());
         QTRY_VERIFY(video()->position() > 3);
+        QVERIFY(video()->progress() < 0.9); // from the beginning
+    }
+
+    void shouldPlayAgainAndAgainIfTheEntryAsksForIt()
+    {
+        showClip(QString::fromLatin1(ShortClip), {}, "loop=\"true\"");
+        QTRY_VERIFY(video());
+        QTRY_COMPARE(video()->loadProgress(), 1.0);
+        QVector<double> turns; // where it jumped back
+        connect(video(), &HVVideoComponent::progressChanged, this, [&, last = 0.0]() mutable {
+            if (video()->progress() < last)
+                turns.append(last);
+            last = video()->progress();
+        });
+        QTRY_VERIFY(turns.size() >= 2);
+        QCOMPARE(turns.constLast(), 1.0);
+        m_bench->click(picture());
+        QCOMPARE(video()->state(), HVVideoComponent::pausedState);
+    }
+
+    void shouldStepThroughTheFramesByKeys()
+    {
+        showClip(LongClip);
+        QTRY_VERIFY(video());
+        QTRY_VERIFY(video()->position() > 3);
+        m_bench->click(picture());
+        QCOMPARE(video()->state(), HVVideoComponent::pausedState);
+        const qlonglong paused = video()->position();
+        QTest::keyClick(m_bench->view(), Qt::Key_Right);
+        QTRY_COMPARE(video()->position(), paused + 1);
+        QTest::keyClick(m_bench->view(), Qt::Key_Left);
+        QTest::keyClick(m_bench->view(), Qt::Key_Left);
+        QTRY_COMPARE(video()->position(), paused - 1);
+        QTest::keyClick(m_bench->view(), Qt::Key_Space);
+        QCOMPARE(video()->state(), HVVideoComponent::playingState);
     }
 
     void shouldShowMovingPictures()
@@ -325,10 +363,11 @@ private:
 
     using Property = QPair<QString, QVariant>; // a property of the host
 
-    void showClip(const QString &options, const Property &property = {})
+    void showClip(const QString &options, const Property &property = {},
+                  const QByteArray &attributes = {})
     {
-        m_bench = std::make_unique<DefaultUiBench>(
-                DefaultUiBench::entry("title=\"Clip\" clip=\"clip.mp4\"", "<p>Text</p>"));
+        m_bench = std::make_unique<DefaultUiBench>(DefaultUiBench::entry(
+                "title=\"Clip\" clip=\"clip.mp4\" " + attributes, "<p>Text</p>"));
         const QString made = m_clips.make(
                 QStringLiteral("%1.mp4").arg(qHash(options)),
                 QStringLiteral("-f lavfi -i testsrc2 -pix_fmt yuv420p %1").arg(options));

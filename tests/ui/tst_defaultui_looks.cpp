@@ -314,7 +314,7 @@ private Q_SLOTS:
         showEntry("title=\"Undo\"");
         const qreal narrow = m_bench->root()->width();
         m_bench.reset();
-        showEntry("title=\"Undo\"", "<p>" + QByteArray("word ").repeated(100) + "</p>");
+        showEntry("title=\"Undo\"", "<p>" + QByteArray("word ").repeated(60) + "</p>");
         const qreal em = QFontInfo(QApplication::font()).pixelSize();
         QVERIFY(m_bench->root()->width() > 2 * narrow);
         QVERIFY(m_bench->root()->width() <= 27 * em);

@@ -38,6 +38,10 @@ bool isLoaded(const QQuickItem *item)
     const auto *video = qobject_cast<const HVVideoComponent *>(item);
     if (video && !video->source().isEmpty() && video->loadProgress() != 1)
         return false;
+    // The default user interface turns to the last frame once the whole clip is decoded.
+    const QQuickItem *clip = video ? video->parentItem() : nullptr;
+    if (clip && clip->property("waits").toBool() && video->progress() < 0.9)
+        return false;
     const auto *picture = qobject_cast<const HVPictureComponent *>(item);
     if (picture && picture->isLoading())
         return false;
@@ -73,16 +77,30 @@ QImage withRim(const QImage &picture, const QColor &color)
     return whole;
 }
 
-/// The first picture of the popup that does not change any more.
+/// Whether the popup shows a clip.
+bool hasClip(const QQuickItem *item)
+{
+    const auto *video = qobject_cast<const HVVideoComponent *>(item);
+    const QList<QQuickItem *> children = item->childItems();
+    return (video && !video->source().isEmpty())
+            || std::any_of(children.begin(), children.end(), &hasClip);
+}
+
+/// The first picture of the popup that does not change any more. A clip turns to the frame that its
+/// user interface wants some time after it is loaded.
 QImage pictureAtRest(HVView &view)
 {
     constexpr int Patience = 2000; // ms
+    const int rest = hasClip(view.rootObject()) ? 100 : 0; // ms
     QImage picture;
+    QDeadlineTimer steady;
     waitFor(
             [&] {
                 const QImage last = picture;
                 picture = view.grabFramebuffer();
-                return picture == last;
+                if (picture != last)
+                    steady = QDeadlineTimer(rest);
+                return picture == last && steady.hasExpired();
             },
             Patience);
     return withRim(picture, view.rimColor()).convertToFormat(QImage::Format_RGB32);

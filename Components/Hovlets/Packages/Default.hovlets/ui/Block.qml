@@ -27,7 +27,7 @@ Item {
 
     function distance() {
         var linksOnly = content.kind === "link" && previous.content.kind === "link";
-        return linksOnly ? 0 : theme.gap;
+        return linksOnly ? Math.ceil(theme.smallGap / 2) : theme.gap;
     }
 
     Loader {

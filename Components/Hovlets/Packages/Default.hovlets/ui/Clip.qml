@@ -4,10 +4,10 @@ import QtQuick.Window 2.15
 import com.zandor.hovlets.qml 1.0
 import "Content.js" as Content
 
-// The entry's clip. It shows the first frame, then plays once. A click pauses it, resumes it or
-// plays it again; the bar below shows the position and can be dragged. The clip pauses while the
-// popup is hidden. It has its natural size, or is scaled down to the available width. A clip that
-// cannot be opened takes up no space.
+// The entry's clip. It plays once, or again and again if the entry has the attribute "loop". A click
+// pauses it, resumes it or plays it again; the bar below shows the position and can be dragged. The
+// arrow keys step through its frames. The clip pauses while the popup is hidden. It has its natural
+// size, or is scaled down to the available width. A clip that cannot be opened takes up no space.
 Item {
     id: clip
 
@@ -27,6 +27,9 @@ Item {
         var value = hovletView ? hovletView.interpolate("%(reducedMotion)s") : "";
         return value === "true" || value === "1";
     }
+    readonly property bool loops: hovlet ? hovlet.attribute("loop") === "true" : false
+    // Whether the clip shows its result for users who want no motion, until they click.
+    property bool waits: still
     // Whether the clip should play, by default or by the user's last choice.
     property bool wanted: !still
     // Whether the user has clicked the clip, or has to in order to play it.
@@ -57,6 +60,8 @@ Item {
         fitted = size === "pending";
         loaded = size !== "none";
     }
+    // The position and the state become known one after the other.
+    onEndedChanged: Qt.callLater(repeat)
     onShownChanged: {
         if (shown && playsWhenShown) {
             play();
@@ -72,9 +77,32 @@ Item {
             video.play();
     }
 
+    function repeat() {
+        if (loops && wanted && ended && !playing)
+            play();
+    }
+
+    // The last frame shows what the clip is about; many clips begin with an empty picture.
+    function showResult() {
+        video.scrubbing = true;
+        video.progress = 0.9999;
+        video.scrubbing = false;
+    }
+
+    function step(frames) {
+        touched = true;
+        waits = false;
+        wanted = false;
+        video.pause();
+        video.position = Math.max(0, video.position + frames);
+    }
+
     function toggle() {
         touched = true;
         wanted = !playing;
+        if (waits)
+            video.rewindToStart();
+        waits = false;
         if (wanted)
             video.play();
         else
@@ -101,9 +129,14 @@ Item {
         // The controller does not wait for the decoder, and pauses when all frames are decoded.
         // Therefore the clip starts when loading is complete.
         onLoadProgressChanged: {
-            if (clip.wanted && loadProgress === 1)
+            if (loadProgress !== 1)
+                return;
+            if (clip.wanted)
                 clip.play();
+            else if (clip.waits)
+                clip.showResult();
         }
+        onStateChanged: Qt.callLater(clip.repeat)
     }
 
     MouseArea {
@@ -114,20 +147,38 @@ Item {
         width: clip.shownWidth
         height: clip.shownHeight
         hoverEnabled: true
-        onClicked: clip.toggle()
+        onClicked: {
+            clip.forceActiveFocus();
+            clip.toggle();
+        }
 
         Accessible.role: Accessible.Button
         Accessible.name: Content.translated(hovletView, clip.playing ? "Pause"
                                                         : clip.ended ? "Play again" : "Play")
         Accessible.onPressAction: clip.toggle()
 
+        // At the edge, where it covers little. Nothing covers the result of a clip unless the mouse is
+        // over it.
         PlayMark {
             objectName: "playMark"
-            anchors.centerIn: parent
-            width: 2.6 * clip.theme.em
-            visible: !clip.playing && (clip.touched || clip.ended)
+            anchors { left: parent.left; bottom: parent.bottom; margins: clip.theme.unit }
+            width: 2 * clip.theme.em
+            visible: !clip.playing && (clip.ended ? picture.containsMouse : clip.touched)
         }
     }
+
+    // Sets the clip off from a background of the same colour.
+    Rectangle {
+        anchors { fill: picture; margins: -1; bottomMargin: 0 }
+        color: "transparent"
+        border.color: clip.theme.border
+        z: -1
+    }
+
+    Keys.onLeftPressed: step(-1)
+    Keys.onRightPressed: step(1)
+    Keys.onSpacePressed: toggle()
+    activeFocusOnTab: true
 
     ProgressBar {
         id: bar
@@ -136,13 +187,14 @@ Item {
         x: picture.x
         y: picture.y + picture.height
         width: picture.width
-        value: Math.min(1, video.progress)
+        value: clip.waits ? 0 : Math.min(1, video.progress)
 
         property bool goesOn: false
 
         onGrabbed: {
             goesOn = clip.playing;
             clip.touched = true;
+            clip.waits = false;
             clip.wanted = false;
             video.scrubbing = true;
             video.pause();

@@ -18,6 +18,7 @@ import "Content.js" as Content
  *   shortcut   the keyboard shortcut, shown as a key beside the title
  *   clip       a clip in the package's resources, in any format that FFmpeg opens; shown at the
  *              top, paused while the popup is hidden
+ *   loop       "true" plays the clip again and again instead of once
  *
  * Child elements, shown in order
  *   <p>, <text>   a paragraph
@@ -46,7 +47,7 @@ import "Content.js" as Content
  * The texts of the user interface itself have the context "HovletsUI": "Keep open", "Close", "Play",
  * "Pause", "Play again", "Position in the clip", "Scroll", which only screen readers read, "Note" and "Warning".
  *
- * If the host sets the global property "reducedMotion" to true, a clip shows its first frame until
+ * If the host sets the global property "reducedMotion" to true, a clip shows its last frame until
  * it is clicked. Nothing else in the popup moves by itself.
  */
 PopupFrame {

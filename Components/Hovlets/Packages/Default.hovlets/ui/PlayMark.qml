@@ -7,8 +7,7 @@ Rectangle {
 
     height: width
     radius: width / 2
-    color: "#b0000000"
-    border { width: 1; color: "#80ffffff" }
+    color: "#a0000000"
 
     // The right half of a square that is rotated by 45 degrees.
     Item {

@@ -17,17 +17,17 @@ Item {
     Accessible.name: Content.translated(hovletView, "Position in the clip")
     Accessible.description: Math.round(100 * value) + " %"
 
-    height: Math.max(4, theme.smallGap)
+    height: Math.max(3, theme.smallGap)
 
     Rectangle {
         anchors.fill: bar
-        color: bar.theme.hoveredSurface
+        color: bar.theme.border
     }
     Rectangle {
         objectName: "progressValue"
         width: Math.round(bar.width * bar.value)
         height: bar.height
-        color: bar.theme.link
+        color: bar.theme.accent
     }
 
     MouseArea {
