@@ -276,6 +276,18 @@ private Q_SLOTS:
         QTRY_VERIFY(popup.isNull());
     }
 
+    void shouldCloseByEscapeOncePinned()
+    {
+        showEntry("title=\"Save\"");
+        QPointer<HVWidget> popup = m_bench->host.popup();
+        QTest::keyClick(m_bench->view(), Qt::Key_Escape);
+        QVERIFY(popup->isVisible());
+        m_bench->click(m_bench->item("pin"));
+        QTRY_VERIFY(popup->windowType() == Qt::Tool);
+        QTest::keyClick(popup->view(), Qt::Key_Escape);
+        QTRY_VERIFY(popup.isNull());
+    }
+
     void shouldFollowContentThatIsReplacedWhileShown()
     {
         m_bench = std::make_unique<DefaultUiBench>(

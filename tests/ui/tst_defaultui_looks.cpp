@@ -37,6 +37,27 @@ private Q_SLOTS:
         QTest::newRow("dark") << QColor(0x2a2e32) << QColor(0xfcfcfc);
         QTest::newRow("yellow") << QColor(0xffffdc) << QColor(Qt::black);
         QTest::newRow("low contrast") << QColor(0xffffff) << QColor(0x707070);
+        QTest::newRow("high contrast") << QColor(Qt::black) << QColor(Qt::white);
+        QTest::newRow("high contrast, yellow") << QColor(Qt::black) << QColor(Qt::yellow);
+        QTest::newRow("high contrast, light") << QColor(Qt::white) << QColor(Qt::black);
+    }
+
+    void shouldShowMarksInTheColoursOfToolTips_data()
+    {
+        shouldBeReadableInTheColoursOfToolTips_data();
+    }
+
+    /// The handle of the scroll bar, on a background of any brightness.
+    void shouldShowMarksInTheColoursOfToolTips()
+    {
+        QFETCH(QColor, base);
+        QFETCH(QColor, text);
+        setColours(base, text, Qt::blue);
+        make("title=\"A\"", "<p>" + QByteArray("word ").repeated(2000) + "</p>");
+        m_bench->context().set(HVKeyExactToolTipColors, true);
+        QVERIFY(m_bench->show());
+        const QColor handle = strongestOn(m_bench->item("scrollHandle"), base);
+        QVERIFY(DefaultUiBench::contrast(handle, base) >= 3);
     }
 
     void shouldBeReadableInTheColoursOfToolTips()

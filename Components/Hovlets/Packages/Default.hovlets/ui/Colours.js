@@ -32,11 +32,12 @@ function blend(from, to, share) {
                    from.b + (to.b - from.b) * share, 1);
 }
 
-/// Fades \a text towards \a base by at most \a share, as long as it stays readable on \a base.
-function paled(text, base, share) {
+/// Fades \a text towards \a base by at most \a share, as long as its contrast to \a base is at least
+/// \a least.
+function paled(text, base, share, least) {
     for (var step = share; step > 0; step -= 0.05) {
         var colour = blend(text, base, step);
-        if (contrast(colour, base) >= READABLE)
+        if (contrast(colour, base) >= least)
             return colour;
     }
     return opaque(text);

@@ -165,6 +165,13 @@ Rectangle {
         }
     }
 
+    focus: true
+    Keys.onEscapePressed: function(event) {
+        event.accepted = hovletView ? hovletView.reserved : false;
+        if (event.accepted)
+            hovletView.close();
+    }
+
     // Every show starts at the top.
     onContentChanged: flickable.contentY = 0
 }

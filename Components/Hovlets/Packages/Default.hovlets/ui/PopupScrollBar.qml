@@ -35,8 +35,7 @@ Item {
         height: Math.max(2 * bar.theme.em, bar.height * bar.pageStep
                                            / Math.max(1, bar.flickable.contentHeight))
         radius: width / 2
-        color: grown ? bar.theme.text : bar.theme.secondary
-        opacity: grown ? 0.8 : 0.7
+        color: grown ? bar.theme.secondary : bar.theme.mark
     }
 
     MouseArea {

@@ -21,7 +21,7 @@ Item {
 
     Rectangle {
         anchors.fill: bar
-        color: bar.theme.border
+        color: bar.theme.hoveredSurface
     }
     Rectangle {
         objectName: "progressValue"

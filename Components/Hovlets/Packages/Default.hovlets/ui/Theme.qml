@@ -15,13 +15,16 @@ QtObject {
 
     readonly property color base: Colours.opaque(neutral ? hovletTheme.windowBase : hovletTheme.base)
     readonly property color text: Colours.opaque(neutral ? hovletTheme.windowText : hovletTheme.text)
-    readonly property color secondary: Colours.paled(text, base, 0.4)
+    readonly property color secondary: Colours.paled(text, base, 0.4, Colours.READABLE)
+    // For handles and other marks without a colour of their own.
+    readonly property color mark: Colours.paled(text, base, 0.6, Colours.VISIBLE)
     // Pure blue is the palette's default, like the yellow.
     readonly property color plainLink: neutral && Qt.colorEqual(hovletTheme.link, "#0000ff")
                                        ? (dark ? "#6cb4ff" : "#0a5fbf") : hovletTheme.link
     readonly property color link: Colours.firstSeen([plainLink, text], base, Colours.READABLE)
-    readonly property color accent: Colours.firstSeen([hovletTheme.accent, link, text], base,
-                                                      Colours.VISIBLE)
+    // On a surface, which has less contrast than the background.
+    readonly property color accent: Colours.firstSeen([hovletTheme.accent, link, text],
+                                                      hoveredSurface, Colours.VISIBLE)
     readonly property color border: Colours.blend(base, text, dark ? 0.28 : 0.22)
     readonly property color surface: Colours.surface(base, text, 0.07)
     readonly property color hoveredSurface: Colours.surface(base, text, 0.12)
