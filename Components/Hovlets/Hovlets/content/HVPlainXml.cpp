@@ -48,7 +48,7 @@ constexpr Table OrdinaryBytes = [] {
     Table bytes {};
     for (size_t c = ' '; c < 0x7f; ++c)
         bytes[c] = c != '<' && c != '&' && c != '"' && c != '\'' && c != ']';
-    for (const size_t c : { '\t', '\r', '\n' })
+    for (const uchar c : { '\t', '\r', '\n' })
         bytes[c] = true;
     return bytes;
 }();
