@@ -6,6 +6,7 @@
 #include "HVInterface.h"
 #include "HVManager.h"
 #include "HVView.h"
+#include "HVWarmUp.h"
 #include "HVWidget.h"
 #include "HVXmlElement.h"
 #include "Suites.h"
@@ -115,7 +116,11 @@ public:
                 && take(*m_manager->widget()->view());
     }
 
+    void hide() { m_manager->widget()->hide(); }
+
 protected:
+    Hovlets::HVManager &manager() { return *m_manager; }
+
     QWidget *control = nullptr; // what the popup is for
 
 private:
@@ -136,8 +141,9 @@ private:
 class RecommendedLibrary : public Library
 {
 public:
-    explicit RecommendedLibrary(const Package &package)
-        : Library(package, Hovlets::useRecommendedSettings)
+    explicit RecommendedLibrary(const Package &package,
+                                void (*configure)(HVContext &) = Hovlets::useRecommendedSettings)
+        : Library(package, configure)
     {
         m_control.setGeometry(Position.x(), Position.y(), 40, 30);
         m_control.show();
@@ -146,6 +152,24 @@ public:
 
 private:
     QWidget m_control;
+};
+
+/// The library with an entry that it has prepared.
+class WarmedLibrary : public RecommendedLibrary
+{
+public:
+    explicit WarmedLibrary(const Package &package)
+        : RecommendedLibrary(package, [](HVContext &settings) {
+            Hovlets::useRecommendedSettings(settings);
+            settings.set(Hovlets::HVKeyWarmUp, Package::key(0));
+        })
+    {
+        auto *warmUp = manager().findChild<Hovlets::HVWarmUp *>();
+        for (int step = 0; step < 100 && warmUp->isRunning(); ++step) {
+            QCoreApplication::processEvents();
+            warmUp->takeStep();
+        }
+    }
 };
 
 /// A bare tooltip for the same package. Its content is parsed before the measurement starts.
@@ -214,6 +238,23 @@ void showWarm(benchmark::State &state, const Package &package, TakePicture take)
     }
 }
 
+/// From a look-up to the first rendered frame of a popup that was shown before and is hidden.
+void showAgain(benchmark::State &state, const Package &package, TakePicture take)
+{
+    RecommendedLibrary popup(package);
+    int entry = 0;
+    popup.show(entry, waitForFrame);
+    for (auto _ : state) {
+        popup.hide();
+        entry = 1 - entry;
+        const Clock::time_point start = Clock::now();
+        const bool shown = popup.show(entry, take);
+        state.SetIterationTime(secondsSince(start));
+        if (!shown)
+            state.SkipWithError("no picture");
+    }
+}
+
 using Measure = void (*)(benchmark::State &, const Package &, TakePicture);
 
 void registerPair(Comparisons &comparisons, const std::string &prefix, Measure library,
@@ -252,6 +293,22 @@ void registerRecommended(Comparisons &comparisons, const std::shared_ptr<Package
         const std::string ours = add(std::string(name) + "/Hovlets", measures.first);
         comparisons.add(ours, { add(std::string(name) + "/defaults", measures.second) }, 1.1);
     }
+}
+
+/// Compares the first hover after a warm-up with a later one.
+void registerWarmUp(Comparisons &comparisons, const std::shared_ptr<Package> &package)
+{
+    const auto add = [&](const char *name, Measure measure) {
+        benchmark::RegisterBenchmark(name,
+                                     [measure, package](benchmark::State &state) {
+                                         measure(state, *package, drawAtOnce);
+                                     })
+                ->Unit(benchmark::kMillisecond)
+                ->UseManualTime();
+        return std::string(name);
+    };
+    const std::string first = add("show after a warm-up/first", showCold<WarmedLibrary>);
+    comparisons.add(first, { add("show after a warm-up/later", showAgain) }, 1.5);
 }
 
 void registerFor(Comparisons &comparisons, const std::string &name,
@@ -308,4 +365,5 @@ void registerShowBenchmarks(Comparisons &comparisons)
     registerFor(comparisons, "small QML", std::make_shared<Package>(SmallUserInterface));
     registerFor(comparisons, "default QML", std::make_shared<Package>());
     registerRecommended(comparisons, std::make_shared<Package>());
+    registerWarmUp(comparisons, std::make_shared<Package>());
 }

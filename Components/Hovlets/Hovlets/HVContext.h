@@ -130,6 +130,9 @@ enum contextKey {
     /// bool, false: a pinned popup is an ordinary window with an entry in the taskbar, instead of a
     /// tool window that stays above the window of its control. A host's container is unaffected.
     HVKeyPinnedInTaskbar = 1180,
+    /// string, key, empty: the entry with which the library prepares the first popup, while the
+    /// application is idle after its start. Empty: nothing is prepared. Read once.
+    HVKeyWarmUp = 1181,
     /// bool, false: the default user interface uses the tooltip colours of the palette even where
     /// they are the pale yellow that many desktops have by default.
     HVKeyExactToolTipColors = 1220
@@ -142,7 +145,7 @@ enum contextKey {
  *
  * The host fills one context and passes it to its Hovlets::HVInterface, which copies it. Later
  * changes go through HVInterface::context(). The library reads a setting each time it uses it, so a
- * change takes effect at the next use; only the two keys marked "Read once" are exceptions.
+ * change takes effect at the next use; only the three keys marked "Read once" are exceptions.
  *
  * Do not use it as a general store: nothing can be removed, and nothing is saved. The class is
  * outside the namespace, and hosts rely on that.

@@ -17,6 +17,7 @@
 #include "HVStandIn.h"
 #include "HVTextServices.h"
 #include "HVView.h"
+#include "HVWarmUp.h"
 #include "HVWidget.h"
 #include "HVXmlElement.h"
 
@@ -90,6 +91,9 @@ HVManager::HVManager(HVInterface *interface, HVContext &context, const QStringLi
         QCoreApplication::instance()->installEventFilter(this);
         d->eventFilterInstalled = true;
     }
+    const QString warmUpKey = d->context.get(HVKeyWarmUp).toString();
+    if (!warmUpKey.isEmpty())
+        new HVWarmUp(*this, d->popup, warmUpKey);
 }
 
 HVManager::~HVManager()

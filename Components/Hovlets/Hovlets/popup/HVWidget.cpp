@@ -137,6 +137,18 @@ void HVWidget::showWithContent(QObject *reference, const QPoint &pos, HVXmlEleme
     showAnimated();
 }
 
+void HVWidget::prepare(HVXmlElement *content, const QString &rootPath)
+{
+    const HVShowScope showing;
+    if (d->view && !isVisible())
+        load(content, rootPath);
+}
+
+void HVWidget::createWindow()
+{
+    create();
+}
+
 void HVWidget::setHoverPosition(const QPoint &position)
 {
     d->hovered->setPointer(position);

@@ -64,6 +64,12 @@ public:
     /// reference widget with the pointer at \a position. Forgotten with the next content.
     void setHover(const QString &key, const QPoint &position);
 
+    /// Loads \a content, which the view has already, into a hidden popup.
+    void prepare(HVXmlElement *content, const QString &rootPath);
+
+    /// Creates the native window of a hidden popup, and what its view needs to render.
+    void createWindow();
+
     /// Whether the popup is where it would be shown for \a control, which may be null.
     bool isPlacedFor(const QWidget *control) const;
 

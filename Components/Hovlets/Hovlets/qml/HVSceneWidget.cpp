@@ -62,6 +62,22 @@ void HVSceneWidget::settle()
         resize(sizeHint()); // which renders as well
 }
 
+void HVSceneWidget::renderUnseen()
+{
+    if (isVisible())
+        return;
+    resize(sizeHint());
+    if (isRenderedBySoftware(*quickWindow())) {
+        QResizeEvent event(size(), size());
+        QQuickWidget::resizeEvent(&event);
+        return;
+    }
+    QShowEvent shown;
+    QQuickWidget::showEvent(&shown);
+    QHideEvent hidden;
+    QQuickWidget::hideEvent(&hidden);
+}
+
 /// Renders immediately. The base class's handlers of these two events do so, each with one of the
 /// two kinds of scene graph.
 void HVSceneWidget::render()

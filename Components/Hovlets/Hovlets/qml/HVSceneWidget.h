@@ -22,6 +22,10 @@ class HVSceneWidget : public QQuickWidget
 public:
     explicit HVSceneWidget(QWidget *parent);
 
+    /// Renders a hidden scene, to have its shaders and fonts loaded when it is shown. The native
+    /// window must exist.
+    void renderUnseen();
+
 protected:
     /// Runs a file, which may be in Qt's resources, unless it is already running.
     void runFile(const QString &path);

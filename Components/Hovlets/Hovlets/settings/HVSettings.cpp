@@ -159,6 +159,11 @@ QList<HVSetting> makeSettings()
                    "true: a pinned popup is an ordinary window with an entry in the taskbar, false: a "
                    "tool window that stays above the window of its control. A container that the host "
                    "supplies stays as it is"),
+        HV_SETTING(HVKeyWarmUp, "string, key", QString(), "nothing is prepared",
+                   "once, by the constructor",
+                   "a typical entry. The library loads and renders it without showing it while the "
+                   "application is idle after its start, so the first popup appears as fast as later "
+                   "ones"),
         HV_SETTING(HVKeyExactToolTipColors, "bool", false, "",
                    "at each show",
                    "false: where the palette's tooltips are pale yellow, the default user interface has the "
