@@ -97,7 +97,7 @@ class Library
 {
 public:
     explicit Library(
-            const Package &package, void (*configure)(HVContext &) = [](HVContext &) {})
+            const Package &package, void (*configure)(HVContext &) = [](HVContext &) { /* none */ })
         : m_host(m_context, {})
         , m_manager(std::make_unique<Hovlets::HVManager>(&m_host, settings(package, configure),
                                                          package.dataPaths(), nullptr))

@@ -19,7 +19,7 @@ void addTo(const QString &path, const QString &key)
     entry.setAttribute(QStringLiteral("name"), QStringLiteral("n"));
     entry.setAttribute(QStringLiteral("key"), key);
     entry.setContent(QStringLiteral("text"));
-    HVControlFileReader([](const QString &) {}).addKeyData(key, path, entry);
+    HVControlFileReader([](const QString &) { /* ignored */ }).addKeyData(key, path, entry);
     if (entry.attribute(QStringLiteral("name")) != QLatin1String("n")
         || entry.content() != QLatin1String("text") || !entry.children().isEmpty())
         std::abort();

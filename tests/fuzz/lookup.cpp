@@ -43,7 +43,7 @@ void lookUp(const QByteArray &file, const QString &key)
     HVEntryKeys keys(file);
     require(keys.mayHold(scan) || !mayHold, "The keys in memory lack", file, key);
 
-    HVControlFileReader reader([](const QString &) {});
+    HVControlFileReader reader([](const QString &) { /* ignored */ });
     const auto found = reader.entry(key, scan, QStringLiteral("file"), file, keys);
     require(description(found.get()) == description(whole.entry() ? whole.root() : nullptr),
             "The entry without others differs for", file, key);

@@ -350,7 +350,7 @@ private:
 
     HVWidget *pin()
     {
-        return pin([](HVXmlElement *) {});
+        return pin([](HVXmlElement *) { /* as it is */ });
     }
 
     /// Calls the function behind "hovletView.close()" in QML.

@@ -64,8 +64,8 @@ QList<QQuickItem *> DefaultUiBench::itemsOf(QQuickItem *root, const QString &nam
     QList<QQuickItem *> found;
     if (!root)
         return found;
-    collect(
-            root, [&](QQuickItem *item) { return item->objectName() == name; }, found);
+    const auto isNamed = [&](QQuickItem *item) { return item->objectName() == name; };
+    collect(root, isNamed, found);
     return found;
 }
 
@@ -86,8 +86,8 @@ QStringList DefaultUiBench::texts(const char *name)
 QList<QQuickItem *> DefaultUiBench::textItems()
 {
     QList<QQuickItem *> found;
-    collect(
-            root(), [](QQuickItem *item) { return item->inherits("QQuickText"); }, found);
+    const auto isText = [](QQuickItem *item) { return item->inherits("QQuickText"); };
+    collect(root(), isText, found);
     return found;
 }
 

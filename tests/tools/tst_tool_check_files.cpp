@@ -109,8 +109,8 @@ void tst_ToolCheckFiles::shouldReportTheTagThatIsTakenForTheRoot_data()
                                 << "HV118 A.xml:3:3";
     QTest::newRow("entity") << QByteArray("<!DOCTYPE hovlets [\n<!ENTITY e '<em>x</em>'>]>\n")
                             << "HV118 A.xml:2:13";
-    QTest::newRow("line too long") << QByteArray("<!--") + QByteArray(1013, 'x') + "-->"
-                                   << "HV114 A.xml:1:1021";
+    const QByteArray longLine = "<!--" + QByteArray(1013, 'x') + "-->";
+    QTest::newRow("line too long") << longLine << "HV114 A.xml:1:1021";
 }
 
 void tst_ToolCheckFiles::shouldReportTheTagThatIsTakenForTheRoot()

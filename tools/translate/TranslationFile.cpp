@@ -155,7 +155,7 @@ TranslationStatus TranslationFile::status(const std::vector<TranslatableText> &t
 {
     TranslationStatus status;
     const LinguistFile file(path());
-    Hovlets::HVContentTranslator released(nullptr, [](const QString &) {});
+    Hovlets::HVContentTranslator released(nullptr, [](const QString &) { /* ignored */ });
     for (const TranslatableText &text : texts) {
         const auto translation = file.find({ text.source, { { text.context, {} } } });
         if (translation.state != LinguistFile::State::Finished) {

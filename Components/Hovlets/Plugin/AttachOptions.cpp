@@ -14,10 +14,10 @@ namespace Hovlets {
 
 namespace {
 
-#define HV_NAMED(key) \
-    { \
-        QStringLiteral(#key), key \
-    }
+// Versions of clang-format differ here.
+// clang-format off
+#define HV_NAMED(key) { QStringLiteral(#key), key }
+// clang-format on
 
 /// The settings that a file can name. Those that only code can use are missing.
 const QMap<QString, int> &settingsByName()
