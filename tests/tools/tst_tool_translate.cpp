@@ -9,6 +9,8 @@
 #include <QtCore/QRegularExpression>
 #include <QtTest/QtTest>
 
+#include <sys/stat.h>
+
 #include <memory>
 
 using namespace Hovlets;
@@ -75,6 +77,13 @@ private Q_SLOTS:
     void shouldKeepMarkupInAPseudoTranslation();
     void shouldWriteWhereTheEntryLooksForTranslations();
     void shouldKnowTheTextsOfTheUserInterface();
+    void shouldKeepTranslationsForAWrongFallbackLocale();
+    void shouldNotReplaceARealTranslation();
+    void shouldReplaceItsPseudoTranslation();
+    void shouldRefuseSpecialFiles_data();
+    void shouldRefuseSpecialFiles();
+    void shouldWriteOnlyIntoThePackage_data();
+    void shouldWriteOnlyIntoThePackage();
     void shouldExplainWhatIsMissing_data();
     void shouldExplainWhatIsMissing();
 
@@ -385,6 +394,128 @@ void tst_ToolTranslate::shouldKnowTheTextsOfTheUserInterface()
         }
     }
     QVERIFY(count >= UserInterfaceTexts);
+}
+
+void tst_ToolTranslate::shouldKeepTranslationsForAWrongFallbackLocale()
+{
+    m_bench->folder.addControlFile(text("Test"), text("content"),
+                                   "<hovlets locale=\"en_GB\"><hovlet key=\"key\" title=\"Pen\"/>"
+                                   "</hovlets>");
+    QCOMPARE(run({ text("extract"), text("--fallback-locale"), text("en_GB"), text("--locale"),
+                   text("de_DE") })
+                     .status,
+             0);
+    translateAndRelease(text("Pen"), text("Stift"));
+    const QString translated = readText(file("Hovlets_de_DE.ts"));
+    for (const char *command : { "update", "status" }) {
+        const ToolRun refused = run({ text(command) });
+        QVERIFY2(refused.error.contains("does --fallback-locale name the locale of the texts?"),
+                 refused.error.constData());
+        QCOMPARE(refused.status, 2);
+    }
+    QCOMPARE(readText(file("Hovlets_de_DE.ts")), translated);
+    QCOMPARE(run({ text("update"), text("--fallback-locale"), text("en_GB") }).status, 0);
+    QVERIFY(readText(file("Hovlets_de_DE.ts")).contains(text("<translation>Stift</translation>")));
+}
+
+void tst_ToolTranslate::shouldNotReplaceARealTranslation()
+{
+    QCOMPARE(extractGerman().status, 0);
+    translateAndRelease(text("Close"), text("Zu"));
+    QVERIFY(QFile::remove(file("Hovlets_de_DE.ts")));
+    const QByteArray released = readText(file("Hovlets_de_DE.qm")).toLatin1();
+    const ToolRun refused = run({ text("pseudo"), text("--locale"), text("de_DE") });
+    QCOMPARE(QString::fromUtf8(refused.error),
+             QStringLiteral("hovlets: %1 is a real translation; choose another --locale\n")
+                     .arg(file("Hovlets_de_DE.qm")));
+    QCOMPARE(refused.status, 2);
+    QCOMPARE(readText(file("Hovlets_de_DE.qm")).toLatin1(), released);
+}
+
+void tst_ToolTranslate::shouldReplaceItsPseudoTranslation()
+{
+    QCOMPARE(run({ text("pseudo"), text("--expansion"), text("0") }).status, 0);
+    const ToolRun again = run({ text("pseudo"), text("--expansion"), text("100") });
+    QCOMPARE(again.error, QByteArray());
+    showIn("en_ZW");
+    QCOMPARE(m_bench->texts("title"), QStringList { QString::fromUtf8("[Þéñ ~~~]") });
+}
+
+void tst_ToolTranslate::shouldRefuseSpecialFiles_data()
+{
+    QTest::addColumn<QString>("suffix");
+    QTest::addColumn<bool>("isLink");
+    QTest::addColumn<QStringList>("arguments");
+    const QStringList extracting { text("extract"), text("--locale"), text("de_DE") };
+    const QStringList imitating { text("pseudo"), text("--locale"), text("de_DE") };
+    QTest::newRow("pipe to extract to") << text(".ts") << false << extracting;
+    QTest::newRow("link to extract to") << text(".ts") << true << extracting;
+    QTest::newRow("link to update") << text(".ts") << true << QStringList { text("update") };
+    QTest::newRow("link to count") << text(".ts") << true << QStringList { text("status") };
+    QTest::newRow("pipe to release to") << text(".qm") << false << QStringList { text("release") };
+    QTest::newRow("link to release to") << text(".qm") << true << QStringList { text("release") };
+    QTest::newRow("pipe for a pseudo-locale") << text(".qm") << false << imitating;
+    QTest::newRow("link for a pseudo-locale") << text(".qm") << true << imitating;
+}
+
+void tst_ToolTranslate::shouldRefuseSpecialFiles()
+{
+    QFETCH(QString, suffix);
+    QFETCH(bool, isLink);
+    QFETCH(QStringList, arguments);
+    QCOMPARE(extractGerman().status, 0);
+    const QString real = file("Hovlets_de_DE.ts");
+    const QString special = file("Hovlets_de_DE") + suffix;
+    const QString target = m_bench->folder.add(text("other.ts"), readText(real).toUtf8());
+    if (special == real || arguments.first() == text("pseudo"))
+        QVERIFY(QFile::remove(real));
+    if (isLink)
+        QVERIFY(QFile::link(target, special));
+    else
+        QCOMPARE(::mkfifo(QFile::encodeName(special).constData(), S_IRUSR | S_IWUSR), 0);
+    const QString before = readText(target);
+    const ToolRun refused = run(arguments);
+    QCOMPARE(QString::fromUtf8(refused.error),
+             QStringLiteral("hovlets: %1 is not a regular file; remove it\n").arg(special));
+    QCOMPARE(refused.status, 2);
+    QCOMPARE(readText(target), before);
+}
+
+void tst_ToolTranslate::shouldWriteOnlyIntoThePackage_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("linkTarget"); // of l10n; empty for no link
+    QTest::newRow("parent folder") << text("../outside") << QString();
+    QTest::newRow("absolute path") << text("%1/outside") << QString();
+    QTest::newRow("link") << text("l10n") << text("%1/outside");
+    QTest::newRow("folder in a link") << text("l10n/new") << text("%1/outside");
+    QTest::newRow("broken link") << text("l10n") << text("%1/outside/none");
+}
+
+void tst_ToolTranslate::shouldWriteOnlyIntoThePackage()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, linkTarget);
+    m_bench->folder.add(text("outside/note.txt"), "x");
+    const QString filled = name.contains(text("%1")) ? name.arg(path()) : name;
+    const QString controlFile = m_bench->folder.addControlFile(
+            text("Test"), text("content"),
+            "<hovlets l10n_name=\"" + filled.toUtf8()
+                    + "\"><hovlet key=\"key\" title=\"Pen\"/></hovlets>");
+    if (!linkTarget.isEmpty())
+        QVERIFY(QFile::link(linkTarget.arg(path()), path() + text("/Test.hovlets/l10n")));
+    for (const QStringList &arguments :
+         { QStringList { text("extract"), text("--locale"), text("de_DE") },
+           QStringList { text("pseudo") }, QStringList { text("release") } }) {
+        const ToolRun refused = run(arguments);
+        const QString expected =
+                QStringLiteral("hovlets: %1: translations belong into the package, but the folder ")
+                        .arg(controlFile);
+        QVERIFY2(refused.error.startsWith(expected.toUtf8()), refused.error.constData());
+        QCOMPARE(refused.status, 2);
+    }
+    QCOMPARE(QDir(path() + text("/outside")).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+             QStringList { text("note.txt") });
 }
 
 void tst_ToolTranslate::shouldExplainWhatIsMissing_data()

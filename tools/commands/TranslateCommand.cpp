@@ -74,10 +74,14 @@ ExitStatus extract(const TranslateCommandOptions &options)
 
 using Visit = std::function<void(const TranslationFile &, const QString &locale, const Texts &)>;
 
+/// Looks up the texts for a locale: textsFor(), or ContentTexts::textsFor() where no text is
+/// needed.
+using LookUp = std::function<QMap<QString, Texts>(const ContentTexts &, const QLocale &)>;
+
 /// Calls \a visit with each existing file for translators, and with the texts that it should have.
 /// Returns whether there is one.
 bool forEachFile(const TranslateCommandOptions &options, const ContentTexts &content,
-                 const Visit &visit)
+                 const LookUp &lookUp, const Visit &visit)
 {
     bool isAny = false;
     QMap<QString, QMap<QString, Texts>> byLocale;
@@ -86,7 +90,7 @@ bool forEachFile(const TranslateCommandOptions &options, const ContentTexts &con
         const QStringList locales = TranslationFile::localesIn(folder, nameOf(options));
         for (const QString &locale : locales) {
             if (!byLocale.contains(locale))
-                byLocale.insert(locale, content.textsFor(QLocale(locale)));
+                byLocale.insert(locale, lookUp(content, QLocale(locale)));
             visit({ folder, nameOf(options), locale }, locale,
                   byLocale.value(locale).value(folder));
             isAny = true;
@@ -106,7 +110,7 @@ ExitStatus update(const TranslateCommandOptions &options)
 {
     const ContentTexts content = contentOf(options);
     const bool isAny =
-            forEachFile(options, content,
+            forEachFile(options, content, textsFor,
                         [&](const TranslationFile &file, const QString &, const Texts &texts) {
                             file.update(texts, content.source(), !options.noObsolete);
                             printCount(file.path(), texts);
@@ -119,11 +123,12 @@ ExitStatus update(const TranslateCommandOptions &options)
 ExitStatus release(const TranslateCommandOptions &options)
 {
     const ContentTexts content = contentOf(options);
-    const bool isAny = forEachFile(
-            options, content, [&](const TranslationFile &file, const QString &, const Texts &) {
-                file.release(options.unfinished);
-                printText(file.releasedPath() + QLatin1Char('\n'));
-            });
+    const bool isAny =
+            forEachFile(options, content, &ContentTexts::textsFor,
+                        [&](const TranslationFile &file, const QString &, const Texts &) {
+                            file.release(options.unfinished);
+                            printText(file.releasedPath() + QLatin1Char('\n'));
+                        });
     if (!isAny)
         throw noFiles(options);
     return ExitStatus::Clean;
@@ -180,7 +185,7 @@ ExitStatus status(const TranslateCommandOptions &options)
     std::vector<FileStatus> all;
     addMissing(options, content, all);
     const bool isAny = forEachFile(
-            options, content,
+            options, content, textsFor,
             [&](const TranslationFile &file, const QString &locale, const Texts &texts) {
                 all.push_back({ file.path(), locale, file.status(texts) });
             });
@@ -204,11 +209,13 @@ ExitStatus pseudo(const TranslateCommandOptions &options)
     const ContentTexts content = contentOf(options);
     const QLocale locale(QString::fromStdString(options.pseudoLocale));
     const QMap<QString, Texts> texts = textsFor(content, locale);
+    const auto fileIn = [&](const QString &folder) {
+        return TranslationFile(folder, nameOf(options), locale.name());
+    };
+    for (auto each = texts.begin(); each != texts.end(); ++each)
+        fileIn(each.key()).refuseRealTranslation();
     for (auto each = texts.begin(); each != texts.end(); ++each) {
-        const TranslationFile file(each.key(), nameOf(options), locale.name());
-        if (file.exists())
-            throw ToolError(QStringLiteral("%1 is a real translation; choose another --locale")
-                                    .arg(file.path()));
+        const TranslationFile file = fileIn(each.key());
         file.releasePseudo(*each, options.expansion);
         printText(file.releasedPath() + QLatin1Char('\n'));
     }

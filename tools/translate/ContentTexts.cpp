@@ -2,11 +2,13 @@
 #include "ContentTexts.h"
 
 #include "ContentIndex.h"
+#include "ToolError.h"
 
 #include <HVContentTree.h>
 #include <HVXmlElement.h>
 
 #include <QtCore/QDir>
+#include <QtCore/QFileInfo>
 
 namespace HovletsTool {
 
@@ -32,6 +34,27 @@ HVContentTree retrieve(HVIndex &index, const QString &key, const QLocale &locale
     return HVContentTree(entry, root);
 }
 
+/// Whether \a path is in \a folder once links are followed. The last parts of the path may not
+/// exist.
+bool isInside(const QString &path, const QString &folder)
+{
+    QFileInfo info(path);
+    while (!info.exists() && !info.isSymLink() && !info.isRoot())
+        info = QFileInfo(info.path());
+    const QString actual = info.canonicalFilePath(); // empty for a broken link
+    const QString wanted = QFileInfo(folder).canonicalFilePath();
+    return actual == wanted || actual.startsWith(wanted + QLatin1Char('/'));
+}
+
+/// Throws a ToolError unless \a folder is in \a package, because content may come from strangers.
+void refuseOutside(const QString &folder, const QString &package, const QString &controlFile)
+{
+    if (!isInside(folder, package))
+        throw ToolError(QStringLiteral("%1: translations belong into the package, but the folder "
+                                       "%2 is outside of it")
+                                .arg(controlFile, folder));
+}
+
 /// The first folder in which the library looks for translations of the entry.
 QString translationFolder(const HVIndex &index, const HVContentTree &tree)
 {
@@ -41,7 +64,11 @@ QString translationFolder(const HVIndex &index, const HVContentTree &tree)
         name = tree.root()->attribute(attribute);
     if (name.isEmpty())
         name = QStringLiteral("l10n");
-    return QDir::cleanPath(index.componentPathsForElement(tree.entry(), name).value(0));
+    const QString folder =
+            QDir::cleanPath(index.componentPathsForElement(tree.entry(), name).value(0));
+    refuseOutside(folder, index.componentPathsForElement(tree.entry(), {}).value(0),
+                  tree.entry()->attribute(QStringLiteral("HVLocation")));
+    return folder;
 }
 
 } // namespace
@@ -59,8 +86,11 @@ QStringList ContentTexts::folders() const
 {
     QStringList folders;
     const QList<QFileInfo> packages = m_content->packages();
-    for (const QFileInfo &package : packages)
-        folders += package.canonicalFilePath() + QStringLiteral("/l10n");
+    for (const QFileInfo &package : packages) {
+        const QString folder = package.canonicalFilePath() + QStringLiteral("/l10n");
+        if (isInside(folder, package.filePath()))
+            folders += folder;
+    }
     folders += textsFor(QLocale::c()).keys();
     folders.removeDuplicates();
     return folders;

@@ -40,7 +40,8 @@ public:
     [[nodiscard]] QStringList folders() const;
 
     /// The texts that readers in \a target would see in another language. Entries for that locale
-    /// need no translation. By folder; a folder without such texts is missing.
+    /// need no translation. By folder; a folder without such texts is missing. Throws a ToolError
+    /// if content names a folder outside its package.
     [[nodiscard]] QMap<QString, std::vector<TranslatableText>>
     textsFor(const QLocale &target) const;
 

@@ -12,6 +12,8 @@ namespace HovletsTool {
 
 namespace {
 
+constexpr int MillisecondsPerMinute = 60 * 1000;
+constexpr int LongestRun = 5 * MillisecondsPerMinute; // even large content takes seconds
 constexpr char FolderVariable[] = "HOVLETS_LINGUIST_PATH";
 constexpr const char *DebianPackage =
         QT_VERSION_MAJOR >= 6 ? "qt6-l10n-tools" : "qttools5-dev-tools";
@@ -50,10 +52,16 @@ void LinguistProgram::run(const QStringList &arguments) const
     QProcess process;
     process.setProcessChannelMode(QProcess::MergedChannels);
     process.start(m_path, arguments);
-    const bool isFinished = process.waitForStarted(-1) && process.waitForFinished(-1);
-    if (!isFinished)
+    if (!process.waitForStarted(-1))
         throw ToolError(
                 QStringLiteral("%1 could not be started: %2").arg(m_path, process.errorString()));
+    if (!process.waitForFinished(LongestRun) && process.state() != QProcess::NotRunning) {
+        process.kill();
+        process.waitForFinished(-1);
+        throw ToolError(QStringLiteral("%1 did not end within %2 minutes")
+                                .arg(m_path)
+                                .arg(LongestRun / MillisecondsPerMinute));
+    }
     if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0)
         throw ToolError(
                 QStringLiteral("%1 failed: %2")

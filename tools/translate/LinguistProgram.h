@@ -14,7 +14,8 @@ public:
     /// \param name such as "lupdate"
     explicit LinguistProgram(const QString &name);
 
-    /// Runs the program until it ends. Throws a ToolError with its messages if it fails.
+    /// Runs the program until it ends. Throws a ToolError with its messages if it fails, and ends
+    /// it if it takes minutes.
     void run(const QStringList &arguments) const;
 
 private:

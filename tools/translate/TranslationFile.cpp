@@ -48,7 +48,7 @@ QByteArray sourceCode(const std::vector<TranslatableText> &texts)
 void write(const QString &path, const QByteArray &bytes)
 {
     QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush())
         throw ToolError(QStringLiteral("%1 cannot be written: %2").arg(path, file.errorString()));
 }
 
@@ -72,6 +72,20 @@ QByteArray pseudoFile(const std::vector<TranslatableText> &texts, const QString 
     }
     xml.writeEndDocument();
     return bytes;
+}
+
+/// Whether releasePseudo() wrote the file, which always has the texts of the user interface.
+bool isPseudoFile(const QString &path)
+{
+    Hovlets::HVContentTranslator translator(nullptr, [](const QString &) { /* ignored */ });
+    bool isAny = false;
+    for (const TranslatableText &text : userInterfaceTexts()) {
+        const QString found = translator.find(path, text.source, text.context).value_or(QString());
+        if (!found.isEmpty() && !found.startsWith(QLatin1Char('[')))
+            return false;
+        isAny = isAny || !found.isEmpty();
+    }
+    return isAny;
 }
 
 QString filePath(const QTemporaryDir &folder, const char *name)
@@ -111,9 +125,19 @@ bool TranslationFile::exists() const
     return QFileInfo(path()).isFile();
 }
 
+void TranslationFile::refuseSpecialFiles() const
+{
+    for (const QString &each : { path(), releasedPath() }) {
+        const QFileInfo info(each);
+        if (info.isSymLink() || (info.exists() && !info.isFile()))
+            throw ToolError(QStringLiteral("%1 is not a regular file; remove it").arg(each));
+    }
+}
+
 void TranslationFile::update(const std::vector<TranslatableText> &texts, const QLocale &source,
                              bool keepsObsolete) const
 {
+    refuseSpecialFiles();
     const LinguistProgram lupdate(QStringLiteral("lupdate"));
     const QString folder = QFileInfo(m_base).path();
     if (!QDir().mkpath(folder))
@@ -132,6 +156,7 @@ void TranslationFile::update(const std::vector<TranslatableText> &texts, const Q
 
 void TranslationFile::release(bool withUnfinished) const
 {
+    refuseSpecialFiles();
     QStringList arguments { QStringLiteral("-silent") };
     if (!withUnfinished)
         arguments += QStringLiteral("-nounfinished");
@@ -139,8 +164,18 @@ void TranslationFile::release(bool withUnfinished) const
     LinguistProgram(QStringLiteral("lrelease")).run(arguments);
 }
 
+void TranslationFile::refuseRealTranslation() const
+{
+    refuseSpecialFiles();
+    const QString file = exists() ? path() : releasedPath();
+    if (QFileInfo::exists(file) && !isPseudoFile(file))
+        throw ToolError(
+                QStringLiteral("%1 is a real translation; choose another --locale").arg(file));
+}
+
 void TranslationFile::releasePseudo(const std::vector<TranslatableText> &texts, int expansion) const
 {
+    refuseSpecialFiles();
     const LinguistProgram lrelease(QStringLiteral("lrelease"));
     const QString folder = QFileInfo(m_base).path();
     if (!QDir().mkpath(folder))
@@ -153,6 +188,7 @@ void TranslationFile::releasePseudo(const std::vector<TranslatableText> &texts, 
 
 TranslationStatus TranslationFile::status(const std::vector<TranslatableText> &texts) const
 {
+    refuseSpecialFiles();
     TranslationStatus status;
     const LinguistFile file(path());
     Hovlets::HVContentTranslator released(nullptr, [](const QString &) { /* ignored */ });

@@ -26,7 +26,8 @@ struct TranslationStatus
  * \brief The translation of a package's texts into one language: the file that translators edit
  * (".ts"), and the one that the library reads (".qm").
  *
- * Qt's programs write both. Functions throw a ToolError if a file cannot be read or written.
+ * Qt's programs write both. Functions throw a ToolError if a file cannot be read or written, or is
+ * a link or a special file, because those programs would write to its target or wait for ever.
  */
 class TranslationFile
 {
@@ -53,12 +54,17 @@ public:
     /// Writes the file that the library reads.
     void release(bool withUnfinished) const;
 
+    /// Throws a ToolError if one of the files exists and is not from releasePseudo().
+    void refuseRealTranslation() const;
+
     /// Writes the file that the library reads, with translations made from the texts.
     void releasePseudo(const std::vector<TranslatableText> &texts, int expansion) const;
 
     [[nodiscard]] TranslationStatus status(const std::vector<TranslatableText> &texts) const;
 
 private:
+    void refuseSpecialFiles() const;
+
     QString m_locale;
     QString m_base; // the path without suffix
 };
