@@ -15,7 +15,8 @@
 include(CMakePackageConfigHelpers)
 
 set(HOVLETS_PACKAGES_DIR "${CMAKE_INSTALL_DATADIR}/hovlets/packages")
-string(TOLOWER "${CMAKE_INSTALL_LIBDIR}/${HOVLETS_QT}/qml" HOVLETS_QML_DIR)
+string(TOLOWER "${HOVLETS_QT}" _qt)
+set(HOVLETS_QML_DIR "${CMAKE_INSTALL_LIBDIR}/${_qt}/qml")
 set(_config_dir "${CMAKE_INSTALL_LIBDIR}/cmake")
 set(_library "Hovlets${HOVLETS_QT}")
 
