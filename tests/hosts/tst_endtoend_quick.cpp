@@ -290,7 +290,7 @@ void tst_EndToEndQuick::shouldHideOverItemsWithoutContent()
 void tst_EndToEndQuick::shouldLeaveTheWayToThePopupFree()
 {
     m_host->manager()->context().set(HVKeySafePath, true);
-    m_host->manager()->context().set(HVKeySafePathDwell, 1000);
+    m_host->manager()->context().set(HVKeySafePathDwell, 3000);
     QVERIFY(hover(QStringLiteral("first"), QStringLiteral("a")));
     // The popup is below "first", and the way to its right end leads over "second".
     const QRect second = placeOf(QStringLiteral("second"));
