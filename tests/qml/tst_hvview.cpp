@@ -26,6 +26,16 @@ public:
     }
 };
 
+/// The number of connections to the destruction of a view.
+class Watchers : public HVView
+{
+public:
+    static int of(const HVView &view)
+    {
+        return (view.*&Watchers::receivers)(SIGNAL(destroyed(QObject *)));
+    }
+};
+
 } // namespace
 
 class tst_HVView : public QObject
@@ -57,6 +67,16 @@ private Q_SLOTS:
         QVERIFY(bench.view->property("reserved").toBool());
         bench.view->setReserved(false);
         QCOMPARE(changed.count(), 2);
+    }
+
+    void shouldNotGatherConnectionsWithEachShow()
+    {
+        PopupBench bench;
+        bench.view->showContent(bench.content(QStringLiteral("a")), QString());
+        const int watchers = Watchers::of(*bench.view);
+        for (int i = 0; i < 5; ++i)
+            bench.view->showContent(bench.content(QStringLiteral("b")), QString());
+        QCOMPARE(Watchers::of(*bench.view), watchers);
     }
 
     void shouldStoreContentSilently()

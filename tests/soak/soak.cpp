@@ -78,6 +78,7 @@ Holdings showAndReport(DefaultUiBench &bench, int tenth, int shows)
         if (i % 50 == 49)
             bench.host.popup()->hide();
     }
+    bench.host.forgetMessages();
     const Holdings now = holdings();
     std::printf("%8d %12.1f %8d %8d\n", tenth * shows, now.megabytes, now.handles, now.threads);
     std::fflush(stdout);

@@ -33,12 +33,19 @@ void HVViewContext::setContent(const QString &rootPath)
         { QStringLiteral("dataLocation"), rootPath },
         { QStringLiteral("hovletView"), QVariant::fromValue<QObject *>(&m_view) },
     };
+    // Qt 6 connects the view to the context each time, and keeps all connections while the view
+    // lives.
+    const auto forgetView = [this, context] {
+        QObject::disconnect(&m_view, &QObject::destroyed, context, nullptr);
+    };
     // Setting each property runs its bindings. All three are set before the first binding runs, so
     // none combines the new content with the old folder.
     {
         const QSignalBlocker silent(context);
+        forgetView();
         context->setContextProperties(properties);
     }
+    forgetView();
     context->setContextProperties(properties);
 }
 
