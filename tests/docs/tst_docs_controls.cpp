@@ -138,6 +138,7 @@ private Q_SLOTS:
     void shouldShowOwnTips();
     void shouldNotShowOwnTipsUnlessAsked();
     void shouldMoveToAnotherControlWithTheSameTip();
+    void shouldHideTheTipOfAnItemOverOneWithoutATip();
     void shouldLeaveTipsToQtWithoutThePackageThatDrawsThem();
 
 private:
@@ -386,6 +387,17 @@ void tst_DocsControls::shouldMoveToAnotherControlWithTheSameTip()
     QCOMPARE(HVPopup::current().widget()->pos(), first);
     restOn(m_window->tipped, { 5, 5 });
     QVERIFY(HVPopup::current().widget()->pos() != first);
+}
+
+void tst_DocsControls::shouldHideTheTipOfAnItemOverOneWithoutATip()
+{
+    const auto interface = host<>("other", withOwnTips());
+    m_window->model.item(1)->setToolTip(QStringLiteral("Tip"));
+    QWidget *viewport = m_window->list.viewport();
+    restOn(*viewport, m_window->item(1));
+    QCOMPARE(shownTexts(), QStringLiteral("[Tip][]"));
+    restOn(*viewport, m_window->item(0));
+    QTRY_COMPARE(shownTexts(), QString());
 }
 
 void tst_DocsControls::shouldLeaveTipsToQtWithoutThePackageThatDrawsThem()

@@ -79,6 +79,7 @@ Holdings showAndReport(DefaultUiBench &bench, int tenth, int shows)
             bench.host.popup()->hide();
     }
     bench.host.forgetMessages();
+    bench.host.shortcutsAskedFor = {};
     const Holdings now = holdings();
     std::printf("%8d %12.1f %8d %8d\n", tenth * shows, now.megabytes, now.handles, now.threads);
     std::fflush(stdout);

@@ -159,6 +159,17 @@ private Q_SLOTS:
         QCOMPARE(content.blocks.at(0).text.spoken, text("a, b\n<c"));
     }
 
+    void shouldShowTextBesideItemsAndRows()
+    {
+        Element list = Element(m_root.get()).add("ul", text("a"));
+        list.add("li", text("b")).add("ol", text("c")).add("li", text("d"));
+        Element table = Element(m_root.get()).add("table", text("e"));
+        table.add("tbody").add("tr").add("td", text("f"));
+        QCOMPARE(textsOf(read()),
+                 QStringList({ text("a"), text("<ul><li>bc<ol><li>d</li></ol></li></ul>"),
+                               text("e"), text("<table><tr><td>f</td></tr></table>") }));
+    }
+
     void shouldKeepTheLinesOfCode()
     {
         Element(m_root.get()).add("pre", text("\n    if (a <  b)\n\n    \tc();\n  "));

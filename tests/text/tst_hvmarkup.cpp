@@ -293,7 +293,10 @@ private Q_SLOTS:
         row("table", "<table><tr><td>a</td><td>b</td></tr><tr><th>c</th></tr></table>",
             list({ "a  b", "c" }));
         row("list", "<ul><li><p>a</p></li><li>b</li></ul>",
-            list({ "<ul><li>a</li><li>b</li></ul>" }));
+            list({ "<ul><li>a </li><li>b</li></ul>" }));
+        row("paragraphs in an item", "<ul><li><p>a</p><p>b</p></li></ul>",
+            list({ "<ul><li>a b </li></ul>" }));
+        row("entity of HTML", "<qt>2 &times; 3</qt>", list({ "2 &times; 3<span></span>" }));
         row("picture", "<b>a</b><img src=\"/etc/passwd\"/>", list({ "<b>a</b>" }));
         row("script", "<b>a</b><script>alert('<b>')", list({ "<b>a</b>" }));
         row("no tag", "<p>1 < 2</p>", list({ "1 &lt; 2" }));

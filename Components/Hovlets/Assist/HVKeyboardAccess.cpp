@@ -52,8 +52,8 @@ Target entryOf(HVInterface &host, QMenu *menu)
 QString keyOf(HVInterface &host, QWidget *widget)
 {
     QObject *control = HVScene::controlOf(widget);
-    if (!control)
-        return host.keyForObject(widget);
+    if (!control) // the whole scene is no control
+        return widget->inherits("Hovlets::HVStandIn") ? QString() : host.keyForObject(widget);
     return widget->objectName().isEmpty() ? host.keyForObject(control) : widget->objectName();
 }
 

@@ -118,7 +118,7 @@ public:
      * with a capital "C" is deliberate: overrides in hosts rely on it.
      *
      * \param key the key of the control, even if the fallback content is shown
-     * \param object the control; null if show() was called without one
+     * \param object the control; null if show() was called without one, or for a whole HVScene
      * \param shortcut the shortcut in the content, or an empty string
      * \return the shortcut; an empty string leaves that of the content
      */

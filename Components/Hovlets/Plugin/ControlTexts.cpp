@@ -51,11 +51,8 @@ QString labelOf(const QWidget &widget)
     const QString text =
             qobject_cast<const QAbstractButton *>(&widget) ? property("text") : property("title");
     const QString title = qobject_cast<const QDockWidget *>(&widget) ? widget.windowTitle() : text;
-    for (const QString &label : { title, property("accessibleName"), textOfBuddy(widget) }) {
-        if (!label.isEmpty())
-            return label;
-    }
-    return {};
+    const QString label = title.isEmpty() ? property("accessibleName") : title;
+    return label.isEmpty() ? textOfBuddy(widget) : label;
 }
 
 ControlTexts textsOf(const QWidget &widget)

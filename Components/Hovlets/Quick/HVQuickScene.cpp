@@ -79,7 +79,8 @@ HVQuickScene *HVQuickScene::in(QQuickWindow *window)
 {
     if (!window)
         return nullptr;
-    auto *scene = qobject_cast<HVQuickScene *>(HVScene::of(window));
+    // The host may have a scene of its own in the window.
+    auto *scene = window->findChild<HVQuickScene *>(QString(), Qt::FindDirectChildrenOnly);
     return scene ? scene : new HVQuickScene(window);
 }
 

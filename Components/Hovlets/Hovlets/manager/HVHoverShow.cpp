@@ -48,15 +48,16 @@ bool HVHoverShow::hasContent(const QString &key, QWidget &widget, const QPoint &
 bool HVHoverShow::show(const QString &key, const QPoint &position, QObject *object)
 {
     const HVShowScope showing;
-    const Hover hover { key, position, object, qobject_cast<QWidget *>(object) };
+    Hover hover { key, position, object, qobject_cast<QWidget *>(object) };
     if (m_popup.isShowing(key))
         return stay(hover);
 
     HVFoundContent found = find(key);
     if (!found.tree.entry()) {
         found = findOwnTip(hover.widget, position);
-        if (found.tree.entry()
-            && m_popup.isShowing(found.tree.entry()->attribute(QStringLiteral("key"))))
+        if (found.tree.entry())
+            hover.partKey = found.tree.entry()->attribute(QStringLiteral("key"));
+        if (found.tree.entry() && m_popup.isShowing(hover.partKey))
             return stay(hover);
     }
     if (!found.tree.entry()) {
@@ -87,7 +88,7 @@ bool HVHoverShow::stay(const Hover &hover)
         popup->placeFor(hover.widget, m_manager.tooltipPosition(hover.position, hover.widget));
     }
     if (hover.widget == popup->referenceWidget())
-        popup->setHover(hover.key, hover.position);
+        popup->setHover(hover.partKey, hover.position);
     return m_popup.keep();
 }
 
@@ -139,7 +140,7 @@ bool HVHoverShow::present(const Hover &hover, HVXmlElement *entry, HVFoundConten
     popup->showWithContent(hover.control, corner, entry, found.packageRoot);
     if (!popup || popup != m_popup.widget())
         return m_popup.isShowing(hover.key); // QML called the host, which showed something else
-    popup->setHover(hover.key, hover.position);
+    popup->setHover(hover.partKey, hover.position);
     popup->raise();
     return true;
 }

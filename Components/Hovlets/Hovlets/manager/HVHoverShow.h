@@ -45,6 +45,7 @@ private:
         QPoint position; // global, in pixels
         QPointer<QObject> control;
         QPointer<QWidget> widget; // the control, if it is one
+        QString partKey = key; // differs between parts of the control with different content
     };
 
     bool stay(const Hover &hover);

@@ -54,7 +54,8 @@ HVFoundContent ownTipContent(const QWidget &widget, const QPoint &position)
     if (!tip.shortcut.isEmpty())
         entry->setAttribute(QStringLiteral("shortcut"), tip.shortcut);
 
-    const bool isTitle = !Qt::mightBeRichText(tip.toolTip) && isTipTitle(tip.toolTip);
+    const bool isTitle = !Qt::mightBeRichText(tip.toolTip) && isTipTitle(tip.toolTip)
+            && !tip.toolTip.contains(QLatin1String("%(")); // no placeholder of content
     if (isTitle)
         entry->setAttribute(QStringLiteral("title"), tip.toolTip.trimmed());
     else

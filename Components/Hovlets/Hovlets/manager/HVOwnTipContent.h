@@ -10,7 +10,7 @@ namespace Hovlets {
 
 /*!
  * \brief An entry with the own tooltip, status tip and What's This of \a widget or of its part at
- * the global \a position; empty if Qt would show no tooltip of theirs.
+ * the global \a position; empty if they have none.
  *
  * Its key identifies the control, the part and the texts, and is that of no entry in the content.
  * The user interface of the package "Default" draws it. Asks the host's model if there is one,

@@ -79,11 +79,15 @@ void HVWarmUp::loadContent()
 
 void HVWarmUp::createWindow()
 {
+    if (!m_popup.widget()) // the host has deleted it
+        return m_timer.stop();
     m_popup.widget()->createWindow();
 }
 
 void HVWarmUp::render()
 {
+    if (!m_popup.view())
+        return m_timer.stop();
     m_popup.view()->renderUnseen();
 }
 

@@ -2,6 +2,7 @@
 #include "HVOwnTip.h"
 
 #include <QtCore/QAbstractItemModel>
+#include <QtCore/QPointer>
 #include <QtGui/QKeySequence>
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QAbstractItemView>
@@ -121,10 +122,13 @@ HVOwnTip partTipAt(const QWidget &widget, const QPoint &point)
 
 HVOwnTip ownTipAt(const QWidget &widget, const QPoint &position)
 {
+    const QPointer<const QWidget> alive(&widget);
     const HVControlPart::Id part = controlPartAt(widget, position).id;
+    if (!alive)
+        return {};
     HVOwnTip tip = partTipAt(widget, widget.mapFromGlobal(position));
     if (tip.isEmpty())
-        return tipOf(widget);
+        return alive ? tipOf(widget) : HVOwnTip();
     tip.part = part;
     return tip;
 }

@@ -44,7 +44,7 @@ HVScene::Private::Private(HVScene &scene, QWindow &window)
 HVScene::Private::~Private()
 {
     HVStandIn *root = std::exchange(m_root, nullptr); // a popup that hides must not find it
-    if (QCoreApplication::instance()) // it has deleted its widgets otherwise
+    if (QCoreApplication::instance()) // widgets cannot be deleted without one
         delete root;
 }
 
@@ -149,9 +149,10 @@ HVStandIn *HVScene::Private::standInOf(const QObject *control) const
 
 HVStandIn *HVScene::Private::standInFor(QObject *control, QWidget *around)
 {
-    QPointer<HVStandIn> &standIn = m_standIns[control];
+    QPointer<HVStandIn> standIn = m_standIns.value(control);
     if (!standIn) {
         standIn = new HVStandIn(m_scene, around, control);
+        m_standIns.insert(control, standIn);
         connect(control, &QObject::destroyed, &m_scene, [this, control] {
             delete m_standIns.take(control).data(); // hides the popup
         });

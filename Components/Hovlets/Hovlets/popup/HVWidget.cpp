@@ -14,13 +14,14 @@
 
 #include <QtCore/QEvent>
 #include <QtCore/QPointer>
-#include <QtCore/QScopedValueRollback>
 #include <QtCore/QTimer>
 #include <QtGui/QCursor>
 #include <QtGui/QPaintEvent>
 #include <QtGui/QPainter>
 #include <QtGui/QWindow>
 #include <QtWidgets/QToolTip>
+
+#include <utility>
 
 namespace Hovlets {
 
@@ -123,8 +124,8 @@ void HVWidget::showWithContent(QObject *reference, const QPoint &pos, HVXmlEleme
     if (!content || !d->view)
         return;
     const HVShowScope showing;
-    turnTo(reference && reference->isWidgetType() ? static_cast<QWidget *>(reference) : nullptr);
-    if (!load(content, rootPath))
+    const bool isWidget = reference && reference->isWidgetType();
+    if (!turnTo(isWidget ? static_cast<QWidget *>(reference) : nullptr) || !load(content, rootPath))
         return;
     if (d->pinned)
         return showAnimated(); // its QML has pinned it meanwhile
@@ -167,21 +168,28 @@ bool HVWidget::load(HVXmlElement *content, const QString &rootPath)
     return !d->retired && d->view && d->view->content() == content;
 }
 
-/// Makes \a control, which may be null, the one that the next content describes.
-void HVWidget::turnTo(QWidget *control)
+/// Makes \a control, which may be null, the one that the next content describes. Returns false if
+/// the host's code has closed or deleted the popup.
+bool HVWidget::turnTo(QWidget *control)
 {
     d->hovered->set(control);
     d->geometry.setControl(control);
-    useScreenAt({});
+    return useScreenAt({});
 }
 
 /// Lets the user interface see the screen of the control, or that at \a position, on which its next
-/// content appears.
-void HVWidget::useScreenAt(const std::optional<QPoint> &position)
+/// content appears. Returns false if the user interface, in response, has had the host close or
+/// delete the popup.
+bool HVWidget::useScreenAt(const std::optional<QPoint> &position)
 {
+    const QPointer<HVWidget> self(this);
     // The content on screen keeps its size until it is replaced.
-    const QScopedValueRollback<bool> changing(d->isChanging, true);
+    const bool wasChanging = std::exchange(d->isChanging, true);
     d->geometry.useScreen(*d->view, position);
+    if (!self)
+        return false;
+    d->isChanging = wasChanging;
+    return !d->retired && d->view;
 }
 
 /// Moves the popup to \a pos or beside its control, as the settings ask.
@@ -199,8 +207,7 @@ void HVWidget::showPinned(const QPoint &position, QWidget *window, HVXmlElement 
     d->hovered->release(window);
     d->geometry.setControl(window);
     d->geometry.leaveToUser();
-    useScreenAt(position);
-    if (!load(content, rootPath))
+    if (!useScreenAt(position) || !load(content, rootPath))
         return;
     d->geometry.placeAt(position, d->view->size());
     d->view->setReserved(true);
@@ -226,7 +233,8 @@ void HVWidget::placeFor(QWidget *control, const QPoint &pos)
 {
     if (!d->view)
         return;
-    turnTo(control);
+    if (!turnTo(control))
+        return;
     place(pos);
     d->hideTimer->stop();
     d->hovered->startWatching();

@@ -139,8 +139,8 @@ protected:
 
 private:
     bool load(HVXmlElement *content, const QString &rootPath);
-    void turnTo(QWidget *control);
-    void useScreenAt(const std::optional<QPoint> &position);
+    [[nodiscard]] bool turnTo(QWidget *control);
+    [[nodiscard]] bool useScreenAt(const std::optional<QPoint> &position);
     void place(const QPoint &pos);
     void endFadeOut();
 

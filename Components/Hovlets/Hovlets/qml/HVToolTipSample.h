@@ -24,7 +24,7 @@ HVToolTipSample toolTipSample();
  * \brief A widget to which style sheets apply their rules for QToolTip. It is never shown.
  *
  * Qt applies these rules to objects whose class has exactly this name, that of its own tooltip
- * window. Qt does not export that class, so the two do not meet.
+ * window. A shared Qt does not export that class, so the two do not meet.
  */
 class QTipLabel : public QWidget
 {

@@ -277,10 +277,9 @@ QString HVView::translate(const QString &string, const QString &context)
 
 QString HVView::translatedByPackage(const QString &text, const QString &context)
 {
-    const QPointer<HVView> self(this);
-    const QStringList files =
-            d->finder().translations(); // the host, if warned, may delete the view
-    return self && d->services ? d->translator.translate(files, text, context) : text;
+    const HVViewActivity::Scope running(d->activity); // the host, if warned, may delete the view
+    const QStringList files = d->finder().translations();
+    return d->services ? d->translator.translate(files, text, context) : text;
 }
 
 QString HVView::findResource(const QString &relativePath)

@@ -178,6 +178,7 @@ private:
 
     void addList(const HVXmlElement &list)
     {
+        addParagraph(m_texts.simplified(list.content()));
         HVRichTextParts parts;
         Elements below;
         appendList(parts, list, below, 1);
@@ -195,8 +196,10 @@ private:
             parts.separate("\n");
             parts.append(m_texts.formatted(
                     itemText(item, below, level < DeepestList ? &lists : nullptr)));
-            for (const HVXmlElement *inner : lists)
+            for (const HVXmlElement *inner : lists) {
+                parts.append(m_texts.formatted(m_texts.simplified(inner->content())));
                 appendList(parts, *inner, below, level + 1);
+            }
             parts.end("li");
         });
         parts.end(tag);
@@ -204,27 +207,40 @@ private:
 
     void addTable(const HVXmlElement &table)
     {
+        addParagraph(m_texts.simplified(table.content()));
         HVRichTextParts parts;
         Elements below;
         parts.begin("table");
-        m_texts.forEachChild(table, [&](const HVXmlElement &row) {
-            parts.begin("tr");
-            parts.separate("\n");
-            bool isFirst = true;
-            m_texts.forEachChild(row, [&](const HVXmlElement &cell) {
-                const char *tag = isTag(cell, "th") ? "th" : "td";
-                parts.begin(tag);
-                parts.separate(std::exchange(isFirst, false) ? "" : ", ");
-                const HVShownText text = m_texts.formatted(itemText(cell, below, nullptr));
-                parts.append(text);
-                // Counts twice: a table is laid out for its columns first, and then again.
-                m_budget.takeCharacters(static_cast<int>(text.spoken.size()));
-                parts.end(tag);
-            });
-            parts.end("tr");
-        });
+        appendRows(parts, table, below);
         parts.end("table");
         addParts(parts, below);
+    }
+
+    void appendRows(HVRichTextParts &parts, const HVXmlElement &table, Elements &below)
+    {
+        m_texts.forEachChild(table, [&](const HVXmlElement &row) {
+            if (isTag(row, "thead") || isTag(row, "tbody") || isTag(row, "tfoot"))
+                return appendRows(parts, row, below);
+            parts.begin("tr");
+            parts.separate("\n");
+            appendCells(parts, row, below);
+            parts.end("tr");
+        });
+    }
+
+    void appendCells(HVRichTextParts &parts, const HVXmlElement &row, Elements &below)
+    {
+        bool isFirst = true;
+        m_texts.forEachChild(row, [&](const HVXmlElement &cell) {
+            const char *tag = isTag(cell, "th") ? "th" : "td";
+            parts.begin(tag);
+            parts.separate(std::exchange(isFirst, false) ? "" : ", ");
+            const HVShownText text = m_texts.formatted(itemText(cell, below, nullptr));
+            parts.append(text);
+            // Counts twice: a table is laid out for its columns first, and then again.
+            m_budget.takeCharacters(static_cast<int>(text.spoken.size()));
+            parts.end(tag);
+        });
     }
 
     /// The text of a list item or a table cell. Adds the elements in it that are shown below the

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVTipText.h"
 
+#include "HVMarkup.h"
 #include "HVMarkupTokens.h"
 
 #include <algorithm>
@@ -141,10 +142,16 @@ private:
     /// A list stays in one paragraph.
     void endParagraph()
     {
-        if (m_lists > 0 && m_at < m_text.size())
+        if (m_lists > 0 && m_at < m_text.size()) {
+            const QChar last = m_paragraph.back();
+            if (last != QLatin1Char('>') && !last.isSpace())
+                m_paragraph += QLatin1Char(' ');
             return;
+        }
+        // Entities that only HTML knows are not yet a reason to read a text as markup.
+        const bool isPlain = !isMarkup(m_paragraph) && m_paragraph.contains(QLatin1Char('&'));
         if (m_hasText)
-            m_paragraphs += m_paragraph.trimmed();
+            m_paragraphs += m_paragraph.trimmed() + QLatin1String(isPlain ? "<span></span>" : "");
         m_paragraph.clear();
         m_hasText = false;
     }

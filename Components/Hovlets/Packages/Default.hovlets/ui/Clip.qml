@@ -90,6 +90,8 @@ Item {
     }
 
     function step(frames) {
+        if (frames > 0 && ended)
+            return;
         touched = true;
         waits = false;
         wanted = false;
@@ -163,7 +165,7 @@ Item {
             objectName: "playMark"
             anchors { left: parent.left; bottom: parent.bottom; margins: clip.theme.unit }
             width: 2 * clip.theme.em
-            visible: !clip.playing && (clip.ended ? picture.containsMouse : clip.touched)
+            visible: !clip.playing && (clip.ended || clip.waits ? picture.containsMouse : clip.touched)
         }
     }
 

@@ -7,6 +7,8 @@ var MAC_SYMBOLS = { "Ctrl": "\u2318", "Alt": "\u2325", "Shift": "\u21e7", "Meta"
 
 // Longer words are descriptions, not keys.
 var LONGEST_KEY = 12;
+// So are more words than these.
+var MOST_KEYS = 16;
 
 function keysOf(chord, onMac) {
     // "Ctrl++" ends with the key "+".
@@ -34,7 +36,7 @@ function caps(shortcut, onMac) {
     for (var i = 0; i < chords.length; ++i) {
         var keys = keysOf(chords[i], onMac);
         for (var k = 0; k < keys.length; ++k) {
-            if (!keys[k] || keys[k].length > LONGEST_KEY)
+            if (!keys[k] || keys[k].length > LONGEST_KEY || caps.length === MOST_KEYS)
                 return [{ text: shortcut, begins: false }];
             caps.push({ text: keys[k], begins: i > 0 && k === 0 });
         }

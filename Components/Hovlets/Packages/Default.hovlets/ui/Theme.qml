@@ -29,7 +29,7 @@ QtObject {
     readonly property color surface: Colours.surface(base, text, 0.07)
     readonly property color hoveredSurface: Colours.surface(base, text, 0.12)
 
-    // Three sizes: the body's, a larger one for titles and a smaller one for keys and notes.
+    // Three sizes: the body's, a larger one for titles and a smaller one for keys.
     readonly property font bodyFont: hovletTheme.font
     property font titleFont
     property font headingFont
@@ -43,7 +43,7 @@ QtObject {
     property real lineHeight: 1
     // What the last line leaves free below.
     property int leading: 0
-    // All distances are multiples of this one.
+    // Distances are multiples of this one, or of its half.
     readonly property int unit: Math.max(1, Math.round(em / 3))
     readonly property int padding: 3 * unit
     readonly property int gap: 2 * unit
