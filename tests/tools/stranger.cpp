@@ -51,6 +51,8 @@ void addMenus(QMainWindow &window)
     QPixmap icon(16, 16);
     icon.fill(Qt::red);
     save->setIcon(icon);
+    constexpr int LongerThanAnyFileName = 300;
+    addAction(*file, "Long", QByteArray(LongerThanAnyFileName, 'x').constData())->setIcon(icon);
     file->addSeparator();
     QMenu *recent = file->addMenu(QStringLiteral("Open &Recent"));
     addAction(*recent, "&Clear List");

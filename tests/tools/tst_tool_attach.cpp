@@ -142,6 +142,11 @@ private Q_SLOTS:
         const QString file = readText(package + text("/Control/Strange.xml"));
         QVERIFY(file.contains(text("shortcut=\"Ctrl+S\"")));
         QVERIFY(file.contains(text("<img src=\"icons/actionSave.png\" alt=\"Save\"/>")));
+        QCOMPARE(texts(QByteArray(300, 'x').constData()),
+                 (QStringList { text("Long"), QString() }));
+        const QString shortened =
+                QStringLiteral("/Resources/icons/%1.png").arg(QString(100, QLatin1Char('x')));
+        QVERIFY(QFile::exists(package + shortened));
         QVERIFY(!file.contains(text("typed")));
         QVERIFY(!file.contains(text("Only words")));
         QCOMPARE(QImage(package + text("/Resources/icons/actionSave.png")).pixelColor(4, 4),
@@ -162,6 +167,9 @@ private Q_SLOTS:
                 << QStringList { text("--"), text("true") } << QByteArray("names no Qt; use --qt");
         QTest::newRow("translations") << QStringList { text("--ts"), text("a.ts") } + stranger()
                                       << QByteArray("--ts and --report are for forms");
+        for (const char *option : { "--unfinished", "--qualified" })
+            QTest::newRow(option) << QStringList { text(option) } + stranger()
+                                  << QByteArray("--unfinished and --qualified are for forms");
     }
 
     void shouldRefuseToImport()

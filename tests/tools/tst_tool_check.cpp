@@ -97,7 +97,11 @@ void tst_ToolCheck::shouldFindOneMistakeInAControlFile_data()
         "HV404 File.xml:3");
     row("misspelt attribute of an entry", control("<hovlet key='a'\n titel='A'/>"),
         "HV404 File.xml:3");
+    row("misspelt long attribute of an entry", control("<hovlet key='a'\n shrotcutt='A'/>"),
+        "HV404 File.xml:3");
     row("attribute of the host", control("<hovlet key='a' category='A'/>"), "");
+    for (const char *name : { "single", "uid", "loop" })
+        row(name, control(QByteArray("<hovlet key='a' ") + name + "='A'/>"), "");
     row("misspelt attribute of a link",
         control("<hovlet key='a'><link href='A' herf='B'/></hovlet>"), "HV404 File.xml:2");
     row("unknown element for another user interface",

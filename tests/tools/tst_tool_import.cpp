@@ -121,6 +121,24 @@ private Q_SLOTS:
         QCOMPARE(textsOf(m_package, text("save"), m_english), QStringList { text("Saves.") });
     }
 
+    void shouldRefuseOptionsForRunningPrograms_data()
+    {
+        QTest::addColumn<QStringList>("options");
+        QTest::newRow("rules") << QStringList { text("--rules"), m_form };
+        QTest::newRow("Qt") << QStringList { text("--qt"), text("6") };
+    }
+
+    void shouldRefuseOptionsForRunningPrograms()
+    {
+        QFETCH(QStringList, options);
+        const ToolRun run(QStringList { text("import"), m_form, text("-o"), m_package } + options);
+        QCOMPARE(run.error,
+                 QByteArray("hovlets: --rules and --qt are for running programs; remove them, or "
+                            "add --from-running\n"));
+        QCOMPARE(run.status, 2);
+        QVERIFY(!QFile::exists(m_package));
+    }
+
     void shouldChooseATitle_data()
     {
         QTest::addColumn<QByteArray>("label");

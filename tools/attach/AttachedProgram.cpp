@@ -90,6 +90,9 @@ AttachedProgram::AttachedProgram(const QString &name, int qtMajor)
 int AttachedProgram::run(const QStringList &arguments, const QJsonObject &plan) const
 {
     const QTemporaryDir folder;
+    if (!folder.isValid())
+        throw ToolError(
+                QStringLiteral("no temporary folder can be created: %1").arg(folder.errorString()));
     const QString planFile = folder.filePath(QStringLiteral("attach.json"));
     QFile target(planFile);
     const QByteArray bytes = QJsonDocument(plan).toJson();

@@ -33,9 +33,9 @@ const QStringList &elementNames()
 QStringList attributeNames(const QString &element)
 {
     if (element == QLatin1String("hovlet"))
-        return { QStringLiteral("key"),   QStringLiteral("title"), QStringLiteral("shortcut"),
-                 QStringLiteral("clip"),  QStringLiteral("ui"),    QStringLiteral("simple"),
-                 QStringLiteral("search") };
+        return { QStringLiteral("key"),  QStringLiteral("title"), QStringLiteral("shortcut"),
+                 QStringLiteral("clip"), QStringLiteral("ui"),    QStringLiteral("simple"),
+                 QStringLiteral("loop"), QStringLiteral("search") };
     if (element == QLatin1String("img"))
         return { QStringLiteral("src"), QStringLiteral("alt") };
     return element == QLatin1String("link") ? QStringList(QStringLiteral("href")) : QStringList();
@@ -89,9 +89,11 @@ int distance(const QString &from, const QString &to)
 QString meant(const QString &name, const QStringList &known)
 {
     constexpr int Longest = 20; // characters
+    constexpr int Short = 2; // too few letters to tell a misspelling from another name
+    constexpr int Long = 8; // other names rarely differ in two letters only
     for (const QString &candidate : known) {
-        const int most = candidate.size() > 5 ? 2 : 1;
-        if (candidate.size() > 1 && name.size() <= Longest
+        const int most = candidate.size() >= Long ? 2 : 1;
+        if (candidate.size() > Short && name.size() <= Longest
             && distance(name.toLower(), candidate) <= most)
             return candidate;
     }

@@ -175,6 +175,9 @@ ExitStatus importFromRunning(const ImportCommandOptions &options)
     if (!options.translations.empty() || !options.report.empty())
         throw ToolError(QStringLiteral("--ts and --report are for forms; `hovlets translate` "
                                        "translates what --from-running has made"));
+    if (options.unfinished || options.qualified)
+        throw ToolError(QStringLiteral("--unfinished and --qualified are for forms; remove them, "
+                                       "or import without --from-running"));
     const QDir package(QString::fromLocal8Bit(options.package.c_str()));
     refuseBadName(package);
     const AttachedProgram program(QString::fromLocal8Bit(options.forms.front().c_str()),
@@ -194,9 +197,10 @@ ExitStatus importFromRunning(const ImportCommandOptions &options)
     }();
     const ImportedControls imported(controls.objects, {}, false);
     const QString base = makePackage(package);
-    writeResources(package, controls.icons);
+    // The control file first: without icons, it still has the texts.
     writeControlFile(base + QStringLiteral(".xml"), imported.entries(),
                      QString::fromStdString(options.locale));
+    writeResources(package, controls.icons);
     printText(QStringLiteral("%1: %2 entries\n").arg(package.path()).arg(imported.all().size()));
     return ExitStatus::Clean;
 }
@@ -205,6 +209,9 @@ ExitStatus run(const ImportCommandOptions &options)
 {
     if (options.fromRunning)
         return importFromRunning(options);
+    if (!options.rules.empty() || options.qtMajor != 0)
+        throw ToolError(QStringLiteral("--rules and --qt are for running programs; remove them, or "
+                                       "add --from-running"));
     const auto forms = readForms(options.forms);
     const auto translations = readTranslations(options.translations);
     const ImportedControls controls(forms.content, translations.content, options.qualified);

@@ -98,9 +98,12 @@ void writeResources(const QDir &package, const QMap<QString, QByteArray> &files)
 {
     const QDir folder(package.filePath(QStringLiteral("Resources")));
     for (auto each = files.begin(); each != files.end(); ++each) {
-        QSaveFile file(folder.filePath(each.key()));
-        if (!folder.mkpath(QFileInfo(each.key()).path()) || !file.open(QIODevice::WriteOnly)
-            || file.write(*each) != each->size() || !file.commit())
+        const QString path = folder.filePath(each.key());
+        QSaveFile file(path);
+        if (!folder.mkpath(QFileInfo(each.key()).path()))
+            throw ToolError(
+                    QStringLiteral("the folder %1 cannot be created").arg(QFileInfo(path).path()));
+        if (!file.open(QIODevice::WriteOnly) || file.write(*each) != each->size() || !file.commit())
             throw ToolError(cannotBeWritten(file));
     }
 }

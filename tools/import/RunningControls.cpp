@@ -6,10 +6,12 @@
 #include "ToolError.h"
 
 #include <QtCore/QFileInfo>
+#include <QtCore/QHash>
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
 #include <QtCore/QRegularExpression>
+#include <QtCore/QSet>
 
 namespace HovletsTool {
 
@@ -17,17 +19,28 @@ namespace {
 
 constexpr qint64 MaxInventory = qint64 { 256 } * 1024 * 1024; // bytes, far more than any has
 
-/// A new path for the icon of a control.
-QString iconPath(const QString &key, const QMap<QString, QByteArray> &known)
+/// Makes paths for the icons of controls.
+class IconPaths
 {
-    static const QRegularExpression unusual(QStringLiteral("[^-\\w]+"));
-    const QString base =
-            QStringLiteral("icons/") + QString(key).replace(unusual, QStringLiteral("_"));
-    QString path = base + QStringLiteral(".png");
-    for (int number = 2; known.contains(path); ++number)
-        path = QStringLiteral("%1-%2.png").arg(base).arg(number);
-    return path;
-}
+public:
+    /// A path that no other icon has.
+    QString pathFor(const QString &key)
+    {
+        constexpr int Longest = 100; // characters; file systems allow 255 bytes
+        static const QRegularExpression unusual(QStringLiteral("[^-\\w]+"));
+        const QString base = QStringLiteral("icons/")
+                + QString(key).replace(unusual, QStringLiteral("_")).left(Longest);
+        QString path = base + QStringLiteral(".png");
+        for (int &number = m_numbers[base]; m_paths.contains(path); ++number)
+            path = QStringLiteral("%1-%2.png").arg(base).arg(number + 2);
+        m_paths.insert(path);
+        return path;
+    }
+
+private:
+    QSet<QString> m_paths;
+    QHash<QString, int> m_numbers; // how many paths with a number were tried, by path without it
+};
 
 bool hasTip(const FormObject &object)
 {
@@ -64,6 +77,7 @@ RunningControls readRunningControls(const QString &path)
     const QJsonObject inventory = QJsonDocument::fromJson(readFile(path, MaxInventory)).object();
     const QJsonArray all = inventory.value(QLatin1String("controls")).toArray();
     RunningControls controls;
+    IconPaths paths;
     for (const auto &each : all) {
         const QJsonObject control = each.toObject();
         FormObject object = objectOf(control);
@@ -72,7 +86,7 @@ RunningControls readRunningControls(const QString &path)
         const QByteArray icon =
                 QByteArray::fromBase64(control.value(QLatin1String("icon")).toString().toLatin1());
         if (!icon.isEmpty()) {
-            object.icon = iconPath(object.name, controls.icons);
+            object.icon = paths.pathFor(object.name);
             controls.icons.insert(object.icon, icon);
         }
         controls.objects.push_back(object);
