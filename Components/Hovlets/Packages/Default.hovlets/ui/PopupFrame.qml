@@ -122,26 +122,21 @@ Rectangle {
         }
     }
 
-    // Shows that there is more above and below.
-    Repeater {
-        model: frame.scrolls ? 2 : 0
-
-        Rectangle {
-            required property int index
-            readonly property bool isUpper: index === 0
-            readonly property color opaqueBase: frame.theme.base
-            readonly property color clearBase: Qt.rgba(opaqueBase.r, opaqueBase.g, opaqueBase.b, 0)
-
-            anchors { left: frame.left; leftMargin: 1 }
-            y: isUpper ? frame.upperEdge : frame.height - 1 - height
-            width: frame.width - 1 - scrollBar.width
-            height: 2 * frame.theme.unit
-            visible: isUpper ? !flickable.atYBeginning : !flickable.atYEnd
-            gradient: Gradient {
-                GradientStop { position: 0; color: isUpper ? opaqueBase : clearBase }
-                GradientStop { position: 1; color: isUpper ? clearBase : opaqueBase }
-            }
-        }
+    ScrollFade {
+        theme: frame.theme
+        isUpper: true
+        anchors { left: frame.left; leftMargin: 1 }
+        y: frame.upperEdge
+        width: frame.width - 1 - scrollBar.width
+        visible: frame.scrolls && !flickable.atYBeginning
+    }
+    ScrollFade {
+        theme: frame.theme
+        isUpper: false
+        anchors { left: frame.left; leftMargin: 1 }
+        y: frame.height - 1 - height
+        width: frame.width - 1 - scrollBar.width
+        visible: frame.scrolls && !flickable.atYEnd
     }
 
     PopupScrollBar {
