@@ -70,7 +70,8 @@ private Q_SLOTS:
     void shouldNotCutTallPopups()
     {
         QFETCH(QString, scale);
-        const QStringList options { text("--scale"), scale };
+        // With large letters, even the room of a screen is too small.
+        const QStringList options { text("--scale"), scale, text("--font-size"), text("9") };
         const auto withLines = [&](int count) {
             write("Pen", QByteArray("<p>Line</p>").repeated(count));
             return render(options).height();

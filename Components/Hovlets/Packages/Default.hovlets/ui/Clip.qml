@@ -171,7 +171,8 @@ Item {
 
     // Sets the clip off from a background of the same colour.
     Rectangle {
-        anchors { fill: picture; margins: -1; bottomMargin: 0 }
+        // Outside: a scaled frame may cover its last row only in part.
+        anchors { fill: picture; margins: -1 }
         color: "transparent"
         border.color: clip.theme.border
         z: -1
