@@ -76,9 +76,9 @@ private Q_SLOTS:
             write("Pen", QByteArray("<p>Line</p>").repeated(count));
             return render(options).height();
         };
-        const int step = withLines(12) - withLines(2);
+        const int step = withLines(10) - withLines(2);
         QVERIFY(step > 150 * scale.toInt());
-        QVERIFY(qAbs(withLines(22) - withLines(12) - step) <= 2 * scale.toInt()); // rounding
+        QVERIFY(qAbs(withLines(18) - withLines(10) - step) <= 2 * scale.toInt()); // rounding
     }
 
     void shouldPutAllKeysOnASheet()
