@@ -118,7 +118,10 @@ void tst_ToolOptions::shouldAcceptOptionsAnywhere_data()
     QTest::addColumn<QString>("value");
     const auto all = optionsOfCommands();
     for (const auto &[command, option] : all) {
-        if (!option.kind.isEmpty())
+        // Some options are for running programs, which end the list of arguments.
+        const bool isForPrograms = command == text("import")
+                && (option.longName() == text("--rules") || option.longName() == text("--qt"));
+        if (!option.kind.isEmpty() && !isForPrograms)
             QTest::newRow(qPrintable(command + option.longName()))
                     << command << option.longName() << valueOf(option);
     }
