@@ -52,7 +52,7 @@ Target entryOf(HVInterface &host, QMenu *menu)
 QString keyOf(HVInterface &host, QWidget *widget)
 {
     QObject *control = HVScene::controlOf(widget);
-    if (!control) // the whole scene is no control
+    if (!control) // a scene as a whole is not a control
         return widget->inherits("Hovlets::HVStandIn") ? QString() : host.keyForObject(widget);
     return widget->objectName().isEmpty() ? host.keyForObject(control) : widget->objectName();
 }

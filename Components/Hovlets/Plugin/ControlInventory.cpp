@@ -50,7 +50,7 @@ QJsonObject toJson(const HVKeyedControl &control, const ControlPlace &place)
     return object;
 }
 
-/// Windows that are no part of the program.
+/// Windows that do not belong to the program.
 bool isForeign(const QWidget &window)
 {
     return !HVPopup(&window).isNull() || window.inherits("QTipLabel")

@@ -31,7 +31,7 @@ QString shortcutOf(const QWidget &widget)
         return nativeText(tool->defaultAction()->shortcut());
     const auto *button = qobject_cast<const QAbstractButton *>(&widget);
     const QKeySequence sequence = button ? button->shortcut() : QKeySequence();
-    // The underlined letter of the button's text is no news.
+    // The mnemonic is already underlined in the button's text.
     const bool isMnemonic = button && sequence == QKeySequence::mnemonic(button->text());
     return isMnemonic ? QString() : nativeText(sequence);
 }

@@ -47,7 +47,7 @@ public:
      */
     QString translate(const QString &file, const QString &text, const QString &context);
 
-    /// As translate(), but no value if there is no usable file.
+    /// Like translate(), but without a usable file returns no value.
     std::optional<QString> find(const QString &file, const QString &text, const QString &context);
 
 private:
