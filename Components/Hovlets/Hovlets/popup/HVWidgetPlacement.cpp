@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HVWidgetPrivate.h"
+
+#include <utility>
+
+// Where the popup is: the screen, the place beside the control, and the size.
+
+namespace Hovlets {
+
+/// Makes \a control, which may be null, the one that the next content describes. Returns false if
+/// the host's code has closed or deleted the popup.
+bool HVWidget::turnTo(QWidget *control)
+{
+    d->hovered->set(control);
+    d->geometry.setControl(control);
+    return useScreenAt({});
+}
+
+/// Lets the user interface see the screen of the control, or that at \a position, on which its next
+/// content appears. Returns false if the user interface, in response, has had the host close or
+/// delete the popup.
+bool HVWidget::useScreenAt(const std::optional<QPoint> &position)
+{
+    const QPointer<HVWidget> self(this);
+    // The content on screen keeps its size until it is replaced.
+    const bool wasChanging = std::exchange(d->isChanging, true);
+    d->geometry.useScreen(*d->view, position);
+    if (!self)
+        return false;
+    d->isChanging = wasChanging;
+    return !d->retired && d->view;
+}
+
+/// Moves the popup to \a pos or beside its control, as the settings ask.
+void HVWidget::place(const QPoint &pos)
+{
+    d->geometry.request(pos, d->hovered->beside());
+    d->geometry.place(d->view->size());
+}
+
+QPoint HVWidget::placeOfWindow() const
+{
+    const QWidget *own = d->geometry.window();
+    return own ? own->pos() : mapToGlobal(QPoint());
+}
+
+bool HVWidget::isPlacedFor(const QWidget *control) const
+{
+    return d->geometry.isRightFor(control);
+}
+
+void HVWidget::placeFor(QWidget *control, const QPoint &pos)
+{
+    if (!d->view)
+        return;
+    if (!turnTo(control))
+        return;
+    place(pos);
+    d->hideTimer->stop();
+    d->hovered->startWatching();
+    raise();
+}
+
+QRect HVWidget::findVisibleGeometry(QRect geometry, bool *move) const
+{
+    return d->geometry.visible(geometry, move);
+}
+
+void HVWidget::reposition()
+{
+    d->geometry.moveOntoScreen();
+}
+
+void HVWidget::contentResized()
+{
+    if (d->view && !d->isChanging)
+        d->geometry.resize(d->view->size());
+}
+
+} // namespace Hovlets
