@@ -217,6 +217,16 @@ private Q_SLOTS:
         QCOMPARE(content.limitMet, text("3 elements"));
     }
 
+    void shouldShowFewColumnsOfAVeryWideTable()
+    {
+        Element row = Element(m_root.get()).add("table").add("tr");
+        for (int i = 0; i < m_limits.shownElements; ++i)
+            row.add("td", text("x"));
+        const HVEntryContent content = read();
+        QVERIFY(textsOf(content).constFirst().count(text("<td>")) < 100);
+        QCOMPARE(content.limitMet, text("300 elements"));
+    }
+
     void shouldShowTheDescriptionOfAFileThatIsNotAPicture()
     {
         Element entry(m_root.get());

@@ -86,8 +86,8 @@ struct HOVLETS_EXPORT HVLimits
     // font has are shown for the first time. If content is cut, the popup ends with "…", and the
     // host gets one warning.
 
-    /// Elements, and tags in texts: paragraphs, links, pictures, emphasised words. Further ones are
-    /// omitted.
+    /// Elements, and tags in texts: paragraphs, links, pictures, emphasised words. Cells after the
+    /// first 20 of a row count four times. Further ones are omitted.
     int shownElements = 300;
 
     /*!

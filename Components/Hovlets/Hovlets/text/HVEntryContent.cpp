@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <array>
-#include <utility>
 #include <vector>
 
 namespace Hovlets {
@@ -230,11 +229,16 @@ private:
 
     void appendCells(HVRichTextParts &parts, const HVXmlElement &row, Elements &below)
     {
-        bool isFirst = true;
+        // A table this wide breaks its words into letters, which takes long to lay out.
+        constexpr int WidestRow = 20;
+        constexpr int CostBeyond = 4;
+        int cells = 0;
         m_texts.forEachChild(row, [&](const HVXmlElement &cell) {
+            for (int i = 1; cells >= WidestRow && i < CostBeyond; ++i)
+                m_budget.takeElement();
             const char *tag = isTag(cell, "th") ? "th" : "td";
             parts.begin(tag);
-            parts.separate(std::exchange(isFirst, false) ? "" : ", ");
+            parts.separate(cells++ == 0 ? "" : ", ");
             const HVShownText text = m_texts.formatted(itemText(cell, below, nullptr));
             parts.append(text);
             // Counts twice: a table is laid out for its columns first, and then again.
