@@ -207,17 +207,24 @@ private:
     std::unique_ptr<ToolTipPeer> m_popup;
 };
 
+/// Sets the time from a look-up to the first rendered frame.
+template <typename Popup>
+void timeShow(benchmark::State &state, Popup &popup, int entry, TakePicture take)
+{
+    const Clock::time_point start = Clock::now();
+    const bool shown = popup.show(entry, take);
+    state.SetIterationTime(secondsSince(start));
+    if (!shown)
+        state.SkipWithError("no picture");
+}
+
 /// From a look-up to the first rendered frame, starting with nothing but the index.
 template <typename Popup>
 void showCold(benchmark::State &state, const Package &package, TakePicture take)
 {
     for (auto _ : state) {
         Popup popup(package);
-        const Clock::time_point start = Clock::now();
-        const bool shown = popup.show(0, take);
-        state.SetIterationTime(secondsSince(start));
-        if (!shown)
-            state.SkipWithError("no picture");
+        timeShow(state, popup, 0, take);
     }
 }
 
@@ -230,11 +237,7 @@ void showWarm(benchmark::State &state, const Package &package, TakePicture take)
     popup.show(entry, waitForFrame);
     for (auto _ : state) {
         entry = 1 - entry;
-        const Clock::time_point start = Clock::now();
-        const bool shown = popup.show(entry, take);
-        state.SetIterationTime(secondsSince(start));
-        if (!shown)
-            state.SkipWithError("no picture");
+        timeShow(state, popup, entry, take);
     }
 }
 
@@ -247,11 +250,7 @@ void showAgain(benchmark::State &state, const Package &package, TakePicture take
     for (auto _ : state) {
         popup.hide();
         entry = 1 - entry;
-        const Clock::time_point start = Clock::now();
-        const bool shown = popup.show(entry, take);
-        state.SetIterationTime(secondsSince(start));
-        if (!shown)
-            state.SkipWithError("no picture");
+        timeShow(state, popup, entry, take);
     }
 }
 

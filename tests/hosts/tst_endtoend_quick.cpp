@@ -4,6 +4,7 @@
 #include "HVWidget.h"
 #include "HVXmlElement.h"
 #include "HovletsQuickTypes.h"
+#include "ImpatientStyle.h"
 #include "PackageFolder.h"
 #include "Pointer.h"
 #include "RecordingHost.h"
@@ -18,26 +19,10 @@
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickWindow>
 #include <QtWidgets/QApplication>
-#include <QtWidgets/QProxyStyle>
 
 using namespace Hovlets;
 
 namespace {
-
-/// Makes tooltips due sooner; the delay does not matter to these tests.
-class ImpatientStyle : public QProxyStyle
-{
-public:
-    int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
-                  QStyleHintReturn *data) const override
-    {
-        if (hint == SH_ToolTip_WakeUpDelay)
-            return 100;
-        return hint == SH_ToolTip_FallAsleepDelay
-                ? 0
-                : QProxyStyle::styleHint(hint, option, widget, data);
-    }
-};
 
 /// "first" and "second" are beside each other, "inner" is in "outer", and a mouse area hides half
 /// of "covered". "named" has only an object name, "plain" is no control.

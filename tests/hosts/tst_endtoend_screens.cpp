@@ -121,6 +121,13 @@ private:
     QList<int> m_heights;
 };
 
+void addPlacements()
+{
+    QTest::addColumn<int>("placement");
+    QTest::newRow("at the cursor") << int(HVPlaceAtCursor);
+    QTest::newRow("beside the control") << int(HVPlaceBesideControl);
+}
+
 } // namespace
 
 /// Tests screens that change, and two screens of one desktop, with a real pointer.
@@ -129,12 +136,7 @@ class tst_EndToEndScreens : public HoverTest
     Q_OBJECT
 
 private Q_SLOTS:
-    void shouldFetchThePopupOntoASmallerScreen_data()
-    {
-        QTest::addColumn<int>("placement");
-        QTest::newRow("at the cursor") << int(HVPlaceAtCursor);
-        QTest::newRow("beside the control") << int(HVPlaceBesideControl);
-    }
+    void shouldFetchThePopupOntoASmallerScreen_data() { addPlacements(); }
 
     void shouldFetchThePopupOntoASmallerScreen()
     {
@@ -169,12 +171,7 @@ private Q_SLOTS:
         }));
     }
 
-    void shouldStayOnTheScreenOfItsControl_data()
-    {
-        QTest::addColumn<int>("placement");
-        QTest::newRow("at the cursor") << int(HVPlaceAtCursor);
-        QTest::newRow("beside the control") << int(HVPlaceBesideControl);
-    }
+    void shouldStayOnTheScreenOfItsControl_data() { addPlacements(); }
 
     void shouldStayOnTheScreenOfItsControl()
     {
@@ -219,12 +216,7 @@ private Q_SLOTS:
         QCOMPARE(heights.take(), 1);
     }
 
-    void shouldFollowItsWindowToAnotherScreen_data()
-    {
-        QTest::addColumn<int>("placement");
-        QTest::newRow("at the cursor") << int(HVPlaceAtCursor);
-        QTest::newRow("beside the control") << int(HVPlaceBesideControl);
-    }
+    void shouldFollowItsWindowToAnotherScreen_data() { addPlacements(); }
 
     void shouldFollowItsWindowToAnotherScreen()
     {

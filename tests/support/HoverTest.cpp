@@ -2,35 +2,16 @@
 #include "HoverTest.h"
 
 #include "HVXmlElement.h"
+#include "ImpatientStyle.h"
 
 #include <QtQuick/QQuickItem>
 #include <QtGui/QScreen>
 #include <QtWidgets/QApplication>
-#include <QtWidgets/QProxyStyle>
 #include <QtWidgets/QToolTip>
 
 using namespace Hovlets;
 
 namespace {
-
-/// Makes the toolkit ask for tooltips sooner; its delay does not matter to these tests.
-class ImpatientStyle : public QProxyStyle
-{
-public:
-    int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
-                  QStyleHintReturn *data) const override
-    {
-        if (hint == SH_ToolTip_WakeUpDelay)
-            return delay;
-        if (hint == SH_ToolTip_FallAsleepDelay)
-            return 0; // until then, the style would ask for the next one at once
-        return QProxyStyle::styleHint(hint, option, widget, data);
-    }
-
-    static int delay; // ms
-};
-
-int ImpatientStyle::delay = 150;
 
 constexpr auto UserInterface = R"(import QtQuick 2.15
 Rectangle {
@@ -96,7 +77,7 @@ HoverTest::HoverTest()
 
 void HoverTest::init()
 {
-    ImpatientStyle::delay = 150;
+    ImpatientStyle::delay = ImpatientStyle::DefaultDelay;
     Pointer::moveAway();
     HVContext settings;
     settings.set(HVKeyTrackHover, true);
