@@ -30,6 +30,19 @@ QStringList keysIn(const QString &path)
     return keys;
 }
 
+/// The kinds of the controls with a key.
+QStringList kindsIn(const QString &path, const char *key)
+{
+    QStringList kinds;
+    const QJsonArray controls = reportIn(path).value(text("controls")).toArray();
+    for (const auto &each : controls) {
+        const QJsonObject control = each.toObject();
+        if (control.value(text("key")).toString() == text(key))
+            kinds += control.value(text("kind")).toString();
+    }
+    return kinds;
+}
+
 QStringList placesIn(const QString &path)
 {
     QStringList places;
@@ -66,6 +79,12 @@ private Q_SLOTS:
         for (const char *key : { "actionOpen", "File", "pageGeneral", "table/Size", "list/Security",
                                  "spin", "combo", "group/Apply all" })
             QVERIFY2(keys.contains(text(key)), key);
+        QCOMPARE(kindsIn(path, "actionOpen"), QStringList { text("action") });
+        QCOMPARE(kindsIn(path, "File"), QStringList { text("menu title") });
+        QCOMPARE(kindsIn(path, "tabs/Network"), QStringList { text("tab") });
+        QVERIFY(kindsIn(path, "table/Size").contains(text("header section")));
+        QCOMPARE(kindsIn(path, "list/Security"), QStringList { text("item") });
+        QCOMPARE(kindsIn(path, "spin"), QStringList { text("widget") });
         QVERIFY(!keys.contains(text("File/Open Recent/Clear List"))); // its menu is closed
         QStringList places = placesIn(path);
         QVERIFY(!places.isEmpty());

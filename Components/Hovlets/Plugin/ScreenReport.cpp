@@ -15,6 +15,7 @@
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QTabBar>
+#include <QtWidgets/QToolButton>
 #include <QtWidgets/QWidget>
 // QtWidgets in Qt 5, QtGui in Qt 6.
 #include <QAction>
@@ -81,6 +82,22 @@ QVector<QPoint> centersOf(const QWidget &widget)
     return points;
 }
 
+QString kindOf(const QWidget &widget)
+{
+    const auto *view = qobject_cast<const QAbstractItemView *>(widget.parentWidget());
+    const auto *button = qobject_cast<const QToolButton *>(&widget);
+    if (qobject_cast<const QMenu *>(&widget))
+        return QStringLiteral("menu entry");
+    if (qobject_cast<const QMenuBar *>(&widget))
+        return QStringLiteral("menu title");
+    if (qobject_cast<const QTabBar *>(&widget))
+        return QStringLiteral("tab");
+    if (view && view->viewport() == &widget)
+        return qobject_cast<const QHeaderView *>(view) ? QStringLiteral("header section")
+                                                       : QStringLiteral("item");
+    return button && button->defaultAction() ? QStringLiteral("action") : QStringLiteral("widget");
+}
+
 /// Controls under points that no other widget covers.
 QJsonArray controlsIn(AttachedHost &host, QWidget *widget)
 {
@@ -95,6 +112,7 @@ QJsonArray controlsIn(AttachedHost &host, QWidget *widget)
             continue;
         controls.append(QJsonObject {
                 { QStringLiteral("key"), found.key },
+                { QStringLiteral("kind"), kindOf(*widget) },
                 { QStringLiteral("path"), found.path },
                 { QStringLiteral("class"), QLatin1String(widget->metaObject()->className()) },
                 { QStringLiteral("x"), position.x() },
