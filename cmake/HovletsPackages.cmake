@@ -28,14 +28,15 @@ if(TARGET hovlets AND QT_VERSION_MAJOR EQUAL 6)
     list(APPEND CPACK_COMPONENTS_ALL Tools)
 endif()
 
-# hovlets_deb(COMPONENT NAME SECTION SUMMARY [ALL] [DEPENDS package, package])
+# hovlets_deb(COMPONENT NAME SECTION SUMMARY [ALL] [DEPENDS "package, …"] [RECOMMENDS "package, …"])
 macro(hovlets_deb component name section summary)
-    cmake_parse_arguments(_deb "ALL" "DEPENDS" "" ${ARGN})
+    cmake_parse_arguments(_deb "ALL" "DEPENDS;RECOMMENDS" "" ${ARGN})
     string(TOUPPER ${component} _upper)
     set(CPACK_DEBIAN_${_upper}_PACKAGE_NAME ${name})
     set(CPACK_DEBIAN_${_upper}_PACKAGE_SECTION ${section})
     set(CPACK_COMPONENT_${_upper}_DESCRIPTION "${PROJECT_DESCRIPTION}: ${summary}")
     set(CPACK_DEBIAN_${_upper}_PACKAGE_DEPENDS "${_deb_DEPENDS}")
+    set(CPACK_DEBIAN_${_upper}_PACKAGE_RECOMMENDS "${_deb_RECOMMENDS}")
     install(FILES LICENSE RENAME copyright
         DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/${name}" COMPONENT ${component})
     if(_deb_ALL)
@@ -69,7 +70,8 @@ if("Quick" IN_LIST CPACK_COMPONENTS_ALL)
 endif()
 if("Tools" IN_LIST CPACK_COMPONENTS_ALL)
     hovlets_deb(Tools hovlets-tools devel "the program for content authors"
-        DEPENDS "hovlets-data ${_same}, ${_qml}")
+        DEPENDS "hovlets-data ${_same}, ${_qml}"
+        RECOMMENDS "qt6-l10n-tools") # for `hovlets translate`
 endif()
 
 include(CPack)

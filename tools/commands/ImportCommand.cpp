@@ -238,10 +238,10 @@ void addImportCommand(Program &program)
             "Create a package from the tooltips, status tips and What's This texts of Qt Designer "
             "forms; the keys are the object names. Files that cannot be read are reported and "
             "skipped; the exit status is then 1. With --from-running, create it from the controls "
-            "of "
-            "a program.",
-            "mainwindow.ui --ts app_de.ts -o MyApp.hovlets", [options] { return run(*options); },
-            [options] { return options->fromRunning; });
+            "of a program.",
+            "mainwindow.ui --ts app_de.ts -o MyApp.hovlets\n"
+            "  hovlets import --from-running -o MyApp.hovlets -- myapp",
+            [options] { return run(*options); }, [options] { return options->fromRunning; });
     command.add_option("FILE.ui", options->forms,
                        "Qt Designer forms; with --from-running, a program and its arguments, after "
                        "\"--\"")
