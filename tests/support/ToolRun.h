@@ -16,10 +16,13 @@ class ToolRun
 {
 public:
     /// \param command the program, after the words of the command that starts it, if any
+    /// \param folder the working directory; empty for that of the test
     explicit ToolRun(const QStringList &arguments, const QMap<QString, QString> &variables = {},
-                     const QStringList &command = { QStringLiteral(HOVLETS_PROGRAM) })
+                     const QStringList &command = { QStringLiteral(HOVLETS_PROGRAM) },
+                     const QString &folder = {})
     {
         QProcess process;
+        process.setWorkingDirectory(folder);
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         for (const char *name :
              { "DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "QT_QUICK_BACKEND" })

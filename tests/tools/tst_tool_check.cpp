@@ -16,6 +16,7 @@ class tst_ToolCheck : public QObject
 private Q_SLOTS:
     void shouldFindOneMistakeInAControlFile_data();
     void shouldFindOneMistakeInAControlFile();
+    void shouldPermitAttributesOfTheHost();
     void shouldReportWhyAFileIsNotIndexed_data();
     void shouldReportWhyAFileIsNotIndexed();
     void shouldReportAFolderWithoutPackages();
@@ -130,6 +131,17 @@ void tst_ToolCheck::shouldFindOneMistakeInAControlFile()
     folder.add(QStringLiteral("Package.hovlets/Resources/broken.png"), "no picture");
     folder.add(QStringLiteral("Package.hovlets/ui/Own.qml"), "import QtQuick 2.15\nItem {}");
     QCOMPARE(found({}, folder.path()), expected);
+}
+
+void tst_ToolCheck::shouldPermitAttributesOfTheHost()
+{
+    PackageFolder folder;
+    folder.addControlFile(QStringLiteral("P"), QStringLiteral("P"),
+                          control("<hovlet key='a' sample='B' tilte='C'/>"));
+    const QStringList both { QStringLiteral("HV404 P.xml:2"), QStringLiteral("HV404 P.xml:2") };
+    QCOMPARE(found({}, folder.path()), both);
+    QCOMPARE(found({ QStringLiteral("--host-attribute"), QStringLiteral("sample") }, folder.path()),
+             both.mid(1));
 }
 
 void tst_ToolCheck::shouldReportWhyAFileIsNotIndexed_data()

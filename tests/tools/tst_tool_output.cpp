@@ -3,6 +3,7 @@
 #include "TestMain.h"
 #include "ToolRun.h"
 
+#include <QtCore/QDir>
 #include <QtTest/QtTest>
 
 namespace {
@@ -30,7 +31,7 @@ struct Shell
 
 } // namespace
 
-/// Tests where the output goes, and what happens when it cannot be written.
+/// Tests where the output goes, how it shows paths, and what happens when it cannot be written.
 class tst_ToolOutput : public QObject
 {
     Q_OBJECT
@@ -41,6 +42,8 @@ private Q_SLOTS:
     void shouldReportLostOutput();
     void shouldBeQuietWhenTheReaderHasSeenEnough_data();
     void shouldBeQuietWhenTheReaderHasSeenEnough();
+    void shouldShowPathsAsTheyWereGiven_data();
+    void shouldShowPathsAsTheyWereGiven();
 
 private:
     const PackageFolder m_folder;
@@ -91,6 +94,51 @@ void tst_ToolOutput::shouldBeQuietWhenTheReaderHasSeenEnough()
                        m_folder.path());
     QCOMPARE(closed.error, QByteArray());
     QTEST(closed.status, "status");
+}
+
+void tst_ToolOutput::shouldShowPathsAsTheyWereGiven_data()
+{
+    QTest::addColumn<QString>("given");
+    QTest::addColumn<QString>("shown"); // the data path
+    QTest::newRow("current folder") << QStringLiteral(".") << QString();
+    QTest::newRow("folder") << QStringLiteral("content/") << QStringLiteral("content/");
+    QTest::newRow("beside") << QStringLiteral("../%1/content") << QStringLiteral("../%1/content/");
+    QTest::newRow("package") << QStringLiteral("content/Pen.hovlets") << QStringLiteral("content/");
+    QTest::newRow("link") << QStringLiteral("link") << QStringLiteral("link/");
+    QTest::newRow("absolute") << QStringLiteral("%2/content") << QStringLiteral("%2/content/");
+}
+
+void tst_ToolOutput::shouldShowPathsAsTheyWereGiven()
+{
+    QFETCH(QString, given);
+    QFETCH(QString, shown);
+    const PackageFolder scratch;
+    const QString parent = scratch.path();
+    const QString content = parent + QStringLiteral("/content");
+    scratch.add(QStringLiteral("content/Pen.hovlets/Control/Pen.xml"),
+                "<hovlets >\n<hovlet key='pen'/></hovlets>");
+    QVERIFY(QFile::link(content, parent + QStringLiteral("/link")));
+    const auto filled = [&](const QString &path) {
+        QString result = path;
+        return result.replace(QLatin1String("%1"), QDir(parent).dirName())
+                .replace(QLatin1String("%2"), parent);
+    };
+    const QString folder = given == QLatin1String(".") ? content : parent;
+    const QString file = filled(shown) + QStringLiteral("Pen.hovlets/Control/Pen.xml:");
+    const auto outputOf = [&](const QStringList &arguments) {
+        const ToolRun run(arguments + QStringList { filled(given) }, {},
+                          { QStringLiteral(HOVLETS_PROGRAM) }, folder);
+        return QString::fromUtf8(run.error + run.output);
+    };
+    QCOMPARE(outputOf({ QStringLiteral("list") }),
+             QStringLiteral("Pen\tany\tpen\t") + file + QStringLiteral("2\n"));
+    const QString findings = outputOf({ QStringLiteral("check") });
+    QVERIFY2(findings.startsWith(file), qPrintable(findings));
+    const QString entry = outputOf({ QStringLiteral("show"), QStringLiteral("pen") });
+    QVERIFY2(entry.startsWith(file), qPrintable(entry));
+    const QString json = outputOf(
+            { QStringLiteral("list"), QStringLiteral("--format"), QStringLiteral("json") });
+    QVERIFY2(json.contains(content + QStringLiteral("/Pen.hovlets/")), qPrintable(json));
 }
 
 HOVLETS_TEST_MAIN(tst_ToolOutput)

@@ -3,6 +3,7 @@
 #include "TestMain.h"
 #include "Text.h"
 #include "ToolRun.h"
+#include "TranslationFile.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
@@ -24,6 +25,8 @@ private Q_SLOTS:
         m_folder->addControlFile(text("Draw"), text("Draw.de"),
                                  "<hovlets locale=\"de_DE\" search=\"Default\">"
                                  "<hovlet key=\"pen\" title=\"Ein breiterer Stift\"/></hovlets>");
+        m_folder->add(text("Draw.hovlets/l10n/Hovlets_fr_FR.qm"),
+                      translationFile("pen", "Pen", text("Un stylo plus large")));
     }
 
     void shouldTakeAPictureOfAPopup()
@@ -43,6 +46,7 @@ private Q_SLOTS:
         QTest::newRow("large font") << QStringList { text("--font-size"), text("20") };
         QTest::newRow("simple") << QStringList { text("--simple") };
         QTest::newRow("German") << QStringList { text("--locale"), text("de_DE") };
+        QTest::newRow("translated") << QStringList { text("--locale"), text("fr_FR") };
         QTest::newRow("placeholder") << QStringList { text("--property"), text("n=A long name") };
     }
 

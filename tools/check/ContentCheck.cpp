@@ -96,6 +96,14 @@ private:
     QSet<QString> m_folders;
 };
 
+QStringList asStrings(const std::vector<std::string> &arguments)
+{
+    QStringList strings;
+    for (const std::string &argument : arguments)
+        strings += QString::fromLocal8Bit(argument.c_str());
+    return strings;
+}
+
 class Check
 {
 public:
@@ -105,7 +113,7 @@ public:
         , m_content(options.paths, contextFor(options))
         , m_known(m_content)
         , m_given(m_content)
-        , m_media(m_content, options.limits, m_findings)
+        , m_media(m_content, options.limits, asStrings(options.hostAttributes), m_findings)
         , m_progress(options.showsProgress)
     {
     }
@@ -119,9 +127,7 @@ public:
             if (!package.isNull())
                 checkFile(path, package);
         }
-        QStringList required;
-        for (const std::string &locale : m_options.locales)
-            required += QString::fromStdString(locale);
+        const QStringList required = asStrings(m_options.locales);
         checkLocales(m_entries, QString::fromStdString(m_options.fallbackLocale), required,
                      m_findings);
         if (!m_keyData.isEmpty())

@@ -17,6 +17,7 @@ struct CheckOptions
     std::string keyData; // the host's key-data file
     std::string fallbackLocale = "en_US";
     std::string extraPath; // the host's extra component folder
+    std::vector<std::string> hostAttributes; // that it reads of entries
     MediaLimits limits;
     bool showsProgress = false; // on a terminal
 };

@@ -2,6 +2,7 @@
 #include "FindingFormats.h"
 
 #include "Findings.h"
+#include "GivenPaths.h"
 #include "Output.h"
 
 #include <QtCore/QJsonArray>
@@ -28,7 +29,7 @@ bool isColourWanted()
 #endif
 }
 
-void printAsText(const FindingList &findings)
+void printAsText(const FindingList &findings, const GivenPaths &paths)
 {
     const bool colour = isColourWanted();
     const QList<Finding> all = findings.sorted();
@@ -39,7 +40,7 @@ void printAsText(const FindingList &findings)
             level = QStringLiteral("\x1b[1;%1m%2\x1b[0m").arg(number).arg(level);
         }
         printText(QStringLiteral("%1:%2:%3: ")
-                          .arg(finding.file, QString::number(finding.position.line),
+                          .arg(paths.shown(finding.file), QString::number(finding.position.line),
                                QString::number(finding.position.column))
                   + level + QStringLiteral(": ") + finding.text() + QStringLiteral(" [")
                   + finding.code + QStringLiteral("]\n"));
@@ -157,7 +158,7 @@ const std::vector<std::string> &findingFormats()
     return names;
 }
 
-void printFindings(const FindingList &findings, const std::string &format)
+void printFindings(const FindingList &findings, const std::string &format, const GivenPaths &paths)
 {
     if (format == "json")
         printAsJson(findings);
@@ -166,7 +167,7 @@ void printFindings(const FindingList &findings, const std::string &format)
     else if (format == "junit")
         printAsJunit(findings);
     else
-        printAsText(findings);
+        printAsText(findings, paths);
 }
 
 void printRules(const std::string &format)

@@ -70,7 +70,8 @@ const std::vector<Rule> &rules()
           "use an address with its scheme, a path with \"/\" or a topic" },
         { "HV403", Level::Warning, "more content than a popup shows", "divide or shorten it" },
         { "HV404", Level::Warning, "unknown element or attribute",
-          "use one that the user interface shows" },
+          "use one that the user interface shows, or permit an attribute of the host with "
+          "--host-attribute" },
         { "HV405", Level::Warning, "markup outside a text",
           "write it in CDATA, or with &lt; and &gt;" },
         { "HV406", Level::Warning, "unsupported tag in a text", "use a tag that texts may have" },

@@ -112,9 +112,11 @@ bool isMarkup(const QString &name)
 
 } // namespace
 
-FormatCheck::FormatCheck(const QString &path, const XmlDocument &document, FindingList &findings)
+FormatCheck::FormatCheck(const QString &path, const XmlDocument &document,
+                         const QStringList &hostAttributes, FindingList &findings)
     : m_path(path)
     , m_document(document)
+    , m_hostAttributes(hostAttributes)
     , m_findings(findings)
 {
 }
@@ -143,12 +145,13 @@ void FormatCheck::checkName(const XmlDocument::Element &element)
                 .arg(element.name, suggestion(meant(element.name, elementNames()))));
 }
 
-/// Hosts and key data add attributes of their own, so only misspelt ones are mistakes.
+/// Hosts may read any attribute, so only those that look misspelt are reported.
 void FormatCheck::checkAttributes(const XmlDocument::Element &element)
 {
     const QStringList known = attributeNames(element.name);
     for (const auto &[name, value] : element.attributes) {
-        const QString likely = known.contains(name) ? QString() : meant(name, known);
+        const bool isRead = known.contains(name) || m_hostAttributes.contains(name);
+        const QString likely = isRead ? QString() : meant(name, known);
         if (!likely.isNull())
             add("HV404", element, name,
                 QStringLiteral("the attribute \"%1\" is not shown%2")

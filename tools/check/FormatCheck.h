@@ -4,6 +4,7 @@
 #include "XmlDocument.h"
 
 #include <QtCore/QSet>
+#include <QtCore/QStringList>
 
 namespace HovletsTool {
 
@@ -17,7 +18,9 @@ class FindingList;
 class FormatCheck
 {
 public:
-    FormatCheck(const QString &path, const XmlDocument &document, FindingList &findings);
+    /// \param hostAttributes attributes that the host reads, although they resemble others
+    FormatCheck(const QString &path, const XmlDocument &document, const QStringList &hostAttributes,
+                FindingList &findings);
 
     void check(const XmlDocument::Branch &entry);
 
@@ -31,6 +34,7 @@ private:
 
     const QString &m_path;
     const XmlDocument &m_document;
+    const QStringList &m_hostAttributes;
     FindingList &m_findings;
     QSet<QString> m_reported; // one place for each mistake in a file
 };

@@ -38,9 +38,11 @@ QString usefulNames(const QString &search, const QSet<QString> &packages)
 class MediaCheck::Private
 {
 public:
-    Private(ContentIndex &content, const MediaLimits &limits, FindingList &findings)
+    Private(ContentIndex &content, const MediaLimits &limits, const QStringList &hostAttributes,
+            FindingList &findings)
         : m_manager(content.manager())
         , m_limits(limits)
+        , m_hostAttributes(hostAttributes)
         , m_findings(findings)
         , m_files(limits.seconds)
         , m_view(&m_manager, nullptr)
@@ -60,6 +62,7 @@ private:
 
     HVManager &m_manager;
     MediaLimits m_limits;
+    QStringList m_hostAttributes;
     FindingList &m_findings;
     MediaFiles m_files;
     HVView m_view;
@@ -78,7 +81,7 @@ void MediaCheck::Private::check(const ControlFile &file, const QSet<QString> &pa
     const QString search = QStringLiteral("search");
     root->setAttribute(search, usefulNames(root->attribute(search), packages));
     const QString package = m_manager.index()->packageNameForLocation(file.path());
-    FormatCheck format(file.path(), file.document(), m_findings);
+    FormatCheck format(file.path(), file.document(), m_hostAttributes, m_findings);
     file.document().forEachBranch([&](const XmlDocument::Branch &branch) {
         if (!isEntry(branch))
             return;
@@ -167,8 +170,9 @@ void MediaCheck::Private::checkResource(const XmlDocument::Element &element,
         add(problem.code, problem.message);
 }
 
-MediaCheck::MediaCheck(ContentIndex &content, const MediaLimits &limits, FindingList &findings)
-    : d(std::make_unique<Private>(content, limits, findings))
+MediaCheck::MediaCheck(ContentIndex &content, const MediaLimits &limits,
+                       const QStringList &hostAttributes, FindingList &findings)
+    : d(std::make_unique<Private>(content, limits, hostAttributes, findings))
 {
 }
 

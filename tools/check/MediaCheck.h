@@ -3,6 +3,7 @@
 
 #include <QtCore/QSet>
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 
 #include <memory>
 
@@ -27,7 +28,9 @@ struct MediaLimits
 class MediaCheck
 {
 public:
-    MediaCheck(ContentIndex &content, const MediaLimits &limits, FindingList &findings);
+    /// \param hostAttributes attributes of entries that the host reads
+    MediaCheck(ContentIndex &content, const MediaLimits &limits, const QStringList &hostAttributes,
+               FindingList &findings);
     ~MediaCheck();
 
     /// Checks the entries that the library serves. Steps \a progress once for each entry.

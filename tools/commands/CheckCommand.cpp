@@ -3,6 +3,7 @@
 #include "Commands.h"
 #include "ContentCheck.h"
 #include "FindingFormats.h"
+#include "GivenPaths.h"
 #include "Program.h"
 #include "ToolError.h"
 #include "Validators.h"
@@ -31,7 +32,9 @@ ExitStatus run(const CheckCommandOptions &options)
     CheckOptions check = options.check;
     check.showsProgress = true;
     const FindingList findings = checkContent(check);
-    printFindings(findings, options.format);
+    std::vector<std::string> given = check.paths;
+    given.push_back(check.keyData);
+    printFindings(findings, options.format, GivenPaths(given));
     return findings.isEmpty() ? ExitStatus::Clean : ExitStatus::Findings;
 }
 
@@ -50,6 +53,8 @@ void addCheckCommand(Program &program)
     command.add_flag("--list-codes", options->listCodes, "List all finding codes and exit");
     command.add_option("--key-data", check.keyData, "Key-data file of the host");
     command.add_option("--extra-path", check.extraPath, "Extra component folder of the host");
+    addRepeatable(command, "--host-attribute", check.hostAttributes,
+                  "Attribute that the host reads, although it resembles another; may be repeated");
     command.add_option("--fallback-locale", check.fallbackLocale,
                        "Locale that is used when another one has no entry")
             ->check(knownLocale())

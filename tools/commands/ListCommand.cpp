@@ -3,6 +3,7 @@
 #include "Commands.h"
 #include "ContentIndex.h"
 #include "Entries.h"
+#include "GivenPaths.h"
 #include "Output.h"
 #include "Program.h"
 
@@ -23,6 +24,7 @@ struct ListCommandOptions
 ExitStatus run(const ListCommandOptions &options)
 {
     const ContentIndex content(options.paths);
+    const GivenPaths paths(options.paths);
     QJsonArray rows;
     for (const Entry &entry : entriesOf(content)) {
         if (options.format == "json") {
@@ -35,7 +37,7 @@ ExitStatus run(const ListCommandOptions &options)
         }
         const QString locale = entry.locale.isEmpty() ? QStringLiteral("any") : entry.locale;
         printText(QStringLiteral("%1\t%2\t%3\t%4:%5\n")
-                          .arg(entry.package, locale, entry.key, entry.file,
+                          .arg(entry.package, locale, entry.key, paths.shown(entry.file),
                                QString::number(entry.line)));
     }
     if (options.format == "json")

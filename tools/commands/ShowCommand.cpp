@@ -2,6 +2,7 @@
 #include "CommandOptions.h"
 #include "Commands.h"
 #include "ContentIndex.h"
+#include "GivenPaths.h"
 #include "HostPaths.h"
 #include "Output.h"
 #include "Program.h"
@@ -147,10 +148,11 @@ ExitStatus run(const ShowCommandOptions &options)
                     { QStringLiteral("xml"), xml } });
         return ExitStatus::Clean;
     }
-    printText(
-            QStringLiteral("%1:%2\nanswered by: %3\n").arg(file, QString::number(line), answer.by));
+    const GivenPaths given(options.paths);
+    printText(QStringLiteral("%1:%2\nanswered by: %3\n")
+                      .arg(given.shown(file), QString::number(line), answer.by));
     for (const QString &path : paths)
-        printText(QStringLiteral("component path: %1\n").arg(path));
+        printText(QStringLiteral("component path: %1\n").arg(given.shown(path)));
     printText(xml.trimmed() + QLatin1Char('\n'));
     return ExitStatus::Clean;
 }
@@ -161,7 +163,7 @@ void addShowCommand(Program &program)
 {
     const auto options = std::make_shared<ShowCommandOptions>();
     CLI::App &command = program.add("show", "Show the entry that a host gets for a key.",
-                                    "--locale de_DE tool.pen examples/drawing/packages",
+                                    "--locale de_DE pen examples/drawing/packages",
                                     [options] { return run(*options); });
     command.add_option("KEY", options->key, "Key to look up")->required();
     addPaths(command, options->paths);

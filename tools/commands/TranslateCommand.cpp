@@ -2,6 +2,7 @@
 #include "CommandOptions.h"
 #include "Commands.h"
 #include "ContentTexts.h"
+#include "GivenPaths.h"
 #include "HostPaths.h"
 #include "Output.h"
 #include "Program.h"
@@ -30,24 +31,25 @@ struct TranslateCommandOptions
     bool unfinished = false;
 };
 
-ContentTexts contentOf(const TranslateCommandOptions &options)
-{
-    return { options.paths, QString::fromStdString(options.fallbackLocale),
-             keyDataFile(options.keyData) };
-}
-
 QString nameOf(const TranslateCommandOptions &options)
 {
     return QString::fromLocal8Bit(options.name.c_str());
 }
 
-void printCount(const QString &path, const Texts &texts)
+void printPath(const QString &path, const TranslateCommandOptions &options)
 {
-    printText(QStringLiteral("%1: %2 texts\n").arg(path).arg(texts.size()));
+    printText(GivenPaths(options.paths).shown(path) + QLatin1Char('\n'));
+}
+
+void printCount(const QString &path, const Texts &texts, const TranslateCommandOptions &options)
+{
+    printText(QStringLiteral("%1: %2 texts\n")
+                      .arg(GivenPaths(options.paths).shown(path))
+                      .arg(texts.size()));
 }
 
 /// The texts by folder. Throws a ToolError if there are none.
-QMap<QString, Texts> textsFor(const ContentTexts &content, const QLocale &locale)
+QMap<QString, Texts> textsFor(ContentTexts &content, const QLocale &locale)
 {
     QMap<QString, Texts> texts = content.textsFor(locale);
     if (texts.isEmpty())
@@ -57,16 +59,15 @@ QMap<QString, Texts> textsFor(const ContentTexts &content, const QLocale &locale
     return texts;
 }
 
-ExitStatus extract(const TranslateCommandOptions &options)
+ExitStatus extract(const TranslateCommandOptions &options, ContentTexts &content)
 {
-    const ContentTexts content = contentOf(options);
     for (const std::string &name : options.locales) {
         const QLocale locale(QString::fromStdString(name));
         const QMap<QString, Texts> texts = textsFor(content, locale);
         for (auto each = texts.begin(); each != texts.end(); ++each) {
             const TranslationFile file(each.key(), nameOf(options), locale.name());
             file.update(*each, content.source(), true);
-            printCount(file.path(), *each);
+            printCount(file.path(), *each, options);
         }
     }
     return ExitStatus::Clean;
@@ -76,11 +77,11 @@ using Visit = std::function<void(const TranslationFile &, const QString &locale,
 
 /// Looks up the texts for a locale: textsFor(), or ContentTexts::textsFor() where no text is
 /// needed.
-using LookUp = std::function<QMap<QString, Texts>(const ContentTexts &, const QLocale &)>;
+using LookUp = std::function<QMap<QString, Texts>(ContentTexts &, const QLocale &)>;
 
 /// Calls \a visit with each existing file for translators, and with the texts that it should have.
 /// Returns whether there is one.
-bool forEachFile(const TranslateCommandOptions &options, const ContentTexts &content,
+bool forEachFile(const TranslateCommandOptions &options, ContentTexts &content,
                  const LookUp &lookUp, const Visit &visit)
 {
     bool isAny = false;
@@ -106,28 +107,26 @@ ToolError noFiles(const TranslateCommandOptions &options)
                              .arg(nameOf(options)));
 }
 
-ExitStatus update(const TranslateCommandOptions &options)
+ExitStatus update(const TranslateCommandOptions &options, ContentTexts &content)
 {
-    const ContentTexts content = contentOf(options);
     const bool isAny =
             forEachFile(options, content, textsFor,
                         [&](const TranslationFile &file, const QString &, const Texts &texts) {
                             file.update(texts, content.source(), !options.noObsolete);
-                            printCount(file.path(), texts);
+                            printCount(file.path(), texts, options);
                         });
     if (!isAny)
         throw noFiles(options);
     return ExitStatus::Clean;
 }
 
-ExitStatus release(const TranslateCommandOptions &options)
+ExitStatus release(const TranslateCommandOptions &options, ContentTexts &content)
 {
-    const ContentTexts content = contentOf(options);
     const bool isAny =
             forEachFile(options, content, &ContentTexts::textsFor,
                         [&](const TranslationFile &file, const QString &, const Texts &) {
                             file.release(options.unfinished);
-                            printText(file.releasedPath() + QLatin1Char('\n'));
+                            printPath(file.releasedPath(), options);
                         });
     if (!isAny)
         throw noFiles(options);
@@ -141,7 +140,7 @@ struct FileStatus
 };
 
 /// Adds the folders that lack a file for one of the locales that the caller wants.
-void addMissing(const TranslateCommandOptions &options, const ContentTexts &content,
+void addMissing(const TranslateCommandOptions &options, ContentTexts &content,
                 std::vector<FileStatus> &all)
 {
     for (const std::string &name : options.locales) {
@@ -157,7 +156,7 @@ void addMissing(const TranslateCommandOptions &options, const ContentTexts &cont
     }
 }
 
-void printStatus(const FileStatus &file)
+void printStatus(const FileStatus &file, const TranslateCommandOptions &options)
 {
     const auto &[done, unfinished, stale, isReleased] = file.status;
     printText(QStringLiteral("%1\t%2 done\t%3 unfinished\t%4 stale\t%5\t%6\n")
@@ -166,7 +165,7 @@ void printStatus(const FileStatus &file)
                       .arg(unfinished)
                       .arg(stale)
                       .arg(isReleased ? QStringLiteral("released") : QStringLiteral("not released"),
-                           file.path));
+                           GivenPaths(options.paths).shown(file.path)));
 }
 
 QJsonObject jsonOf(const FileStatus &file)
@@ -179,9 +178,8 @@ QJsonObject jsonOf(const FileStatus &file)
              { QStringLiteral("released"), file.status.isReleased } };
 }
 
-ExitStatus status(const TranslateCommandOptions &options)
+ExitStatus status(const TranslateCommandOptions &options, ContentTexts &content)
 {
-    const ContentTexts content = contentOf(options);
     std::vector<FileStatus> all;
     addMissing(options, content, all);
     const bool isAny = forEachFile(
@@ -197,16 +195,15 @@ ExitStatus status(const TranslateCommandOptions &options)
         isComplete = isComplete && file.status.isComplete();
         files += jsonOf(file);
         if (options.format == "text")
-            printStatus(file);
+            printStatus(file, options);
     }
     if (options.format == "json")
         printJson({ { QStringLiteral("files"), files } });
     return isComplete ? ExitStatus::Clean : ExitStatus::Findings;
 }
 
-ExitStatus pseudo(const TranslateCommandOptions &options)
+ExitStatus pseudo(const TranslateCommandOptions &options, ContentTexts &content)
 {
-    const ContentTexts content = contentOf(options);
     const QLocale locale(QString::fromStdString(options.pseudoLocale));
     const QMap<QString, Texts> texts = textsFor(content, locale);
     const auto fileIn = [&](const QString &folder) {
@@ -217,12 +214,25 @@ ExitStatus pseudo(const TranslateCommandOptions &options)
     for (auto each = texts.begin(); each != texts.end(); ++each) {
         const TranslationFile file = fileIn(each.key());
         file.releasePseudo(*each, options.expansion);
-        printText(file.releasedPath() + QLatin1Char('\n'));
+        printPath(file.releasedPath(), options);
     }
     return ExitStatus::Clean;
 }
 
-using Action = ExitStatus (*)(const TranslateCommandOptions &);
+using Action = ExitStatus (*)(const TranslateCommandOptions &, ContentTexts &);
+
+/// Entries that have to be left out are findings.
+ExitStatus run(const TranslateCommandOptions &options, Action action)
+{
+    ContentTexts content(options.paths, QString::fromStdString(options.fallbackLocale),
+                         keyDataFile(options.keyData),
+                         [&](const QString &controlFile, const QString &problem) {
+                             printError(GivenPaths(options.paths).shown(controlFile)
+                                        + QStringLiteral(": ") + problem);
+                         });
+    const ExitStatus status = action(options, content);
+    return content.hasProblems() && status == ExitStatus::Clean ? ExitStatus::Findings : status;
+}
 
 /// Adds a command with the options that all of them have.
 CLI::App &add(Program &program, const std::shared_ptr<TranslateCommandOptions> &options,
@@ -230,7 +240,7 @@ CLI::App &add(Program &program, const std::shared_ptr<TranslateCommandOptions> &
               Action action)
 {
     CLI::App &command = program.add("translate " + name, description, example,
-                                    [options, action] { return action(*options); });
+                                    [options, action] { return run(*options, action); });
     addPaths(command, options->paths);
     command.add_option("--fallback-locale", options->fallbackLocale,
                        "Locale of the texts to translate")

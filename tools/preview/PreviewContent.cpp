@@ -54,6 +54,7 @@ void PreviewContent::load(const CheckOptions &options, const PopupLook &look)
         context.set(HVKeyTrackHover, false); // the controls here have no hovlets
         m_host = std::make_unique<PopupHost>(context);
         m_content = std::make_unique<ContentIndex>(options.paths, context, m_host.get());
+        m_host->setManager(m_content->manager());
         m_entries = entriesOf(*m_content);
         for (const Entry &entry : m_entries)
             m_packagesByKey[entry.key] += entry.package;

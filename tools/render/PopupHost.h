@@ -2,6 +2,7 @@
 #pragma once
 
 #include <HVInterface.h>
+#include <HVManager.h>
 
 #include <QtCore/QStringList>
 
@@ -14,6 +15,15 @@ public:
     explicit PopupHost(HVContext &context)
         : HVInterface(context, {})
     {
+    }
+
+    /// \param manager the manager of the popups, whose packages translate their texts. That of the
+    /// base class has no content
+    void setManager(Hovlets::HVManager &manager) { m_manager = &manager; }
+
+    QString translateString(const QString &text, const QString &context) override
+    {
+        return m_manager ? m_manager->translateString(text, context) : text;
     }
 
     void handleMessage(Hovlets::HVMessageType type, const QString &message) override
@@ -29,6 +39,7 @@ public:
     void clearComplaints() { m_complaints.clear(); }
 
 private:
+    Hovlets::HVManager *m_manager = nullptr;
     QStringList m_complaints;
 };
 

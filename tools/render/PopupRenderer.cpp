@@ -114,6 +114,7 @@ PopupRenderer::PopupRenderer(const std::vector<std::string> &paths, const PopupL
     HVContext context = contextFor(look);
     m_host = std::make_unique<PopupHost>(context);
     m_content = std::make_unique<ContentIndex>(paths, context, m_host.get());
+    m_host->setManager(m_content->manager());
     m_content->manager().setGlobalProperty(QStringLiteral("reducedMotion"), true);
 }
 

@@ -2,13 +2,15 @@
 #include "ContentTexts.h"
 
 #include "ContentIndex.h"
-#include "ToolError.h"
 
+#include <HVComponentSearch.h>
 #include <HVContentTree.h>
 #include <HVXmlElement.h>
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
+
+#include <utility>
 
 namespace HovletsTool {
 
@@ -46,43 +48,54 @@ bool isInside(const QString &path, const QString &folder)
     return actual == wanted || actual.startsWith(wanted + QLatin1Char('/'));
 }
 
-/// Throws a ToolError unless \a folder is in \a package, because content may come from strangers.
-void refuseOutside(const QString &folder, const QString &package, const QString &controlFile)
+/// The attribute of the entry, or else of the root; the setting if it is empty.
+QString valueOf(const HVContentTree &tree, const char *name, contextKey setting)
 {
-    if (!isInside(folder, package))
-        throw ToolError(QStringLiteral("%1: translations belong into the package, but the folder "
-                                       "%2 is outside of it")
-                                .arg(controlFile, folder));
+    const QString attribute = QLatin1String(name);
+    QString value = tree.entry()->attribute(attribute);
+    if (!tree.entry()->hasAttribute(attribute) && tree.root())
+        value = tree.root()->attribute(attribute);
+    return value.isEmpty() ? HVContext().get(setting).toString() : value;
 }
 
-/// The first folder in which the library looks for translations of the entry.
-QString translationFolder(const HVIndex &index, const HVContentTree &tree)
+/// The packages with the user interfaces of the entry. Those elsewhere are the host's.
+QStringList userInterfacePackages(const HVIndex &index, const HVContentTree &tree)
 {
-    const QString attribute = QStringLiteral("l10n_name");
-    QString name = tree.entry()->attribute(attribute);
-    if (!tree.entry()->hasAttribute(attribute) && tree.root())
-        name = tree.root()->attribute(attribute);
-    if (name.isEmpty())
-        name = QStringLiteral("l10n");
-    const QString folder =
-            QDir::cleanPath(index.componentPathsForElement(tree.entry(), name).value(0));
-    refuseOutside(folder, index.componentPathsForElement(tree.entry(), {}).value(0),
-                  tree.entry()->attribute(QStringLiteral("HVLocation")));
-    return folder;
+    HVComponentSearch search(index, tree.entry());
+    search.confine({});
+    const QStringList packages = index.componentPathsForElement(tree.entry(), {});
+    QStringList found;
+    for (const QString &name :
+         { valueOf(tree, "ui", HVKeyRichUiFile), valueOf(tree, "simple", HVKeySimpleUiFile) }) {
+        const QString file = search.find(name, {});
+        if (!QDir::isAbsolutePath(file)) // missing
+            continue;
+        for (const QString &package : packages) {
+            if (isInside(file, package) && !found.contains(package))
+                found += package;
+        }
+    }
+    return found;
+}
+
+void append(std::vector<TranslatableText> &texts, const std::vector<TranslatableText> &more)
+{
+    texts.insert(texts.end(), more.begin(), more.end());
 }
 
 } // namespace
 
 ContentTexts::ContentTexts(const std::vector<std::string> &paths, const QString &source,
-                           const QString &keyData)
+                           const QString &keyData, Report report)
     : m_source(source)
+    , m_report(std::move(report))
     , m_content(std::make_unique<ContentIndex>(paths, contextOf(source, keyData)))
 {
 }
 
 ContentTexts::~ContentTexts() = default;
 
-QStringList ContentTexts::folders() const
+QStringList ContentTexts::folders()
 {
     QStringList folders;
     const QList<QFileInfo> packages = m_content->packages();
@@ -96,12 +109,35 @@ QStringList ContentTexts::folders() const
     return folders;
 }
 
-QMap<QString, std::vector<TranslatableText>> ContentTexts::textsFor(const QLocale &target) const
+QString ContentTexts::translationFolder(const HVContentTree &tree)
+{
+    const HVIndex &index = *m_content->manager().index();
+    const QString package = index.componentPathsForElement(tree.entry(), {}).value(0);
+    const QString name = valueOf(tree, "l10n_name", HVKeyTranslationFolder);
+    const QString folder =
+            QDir::cleanPath(index.componentPathsForElement(tree.entry(), name).value(0));
+    if (isInside(folder, package))
+        return folder;
+    const QString file = tree.entry()->attribute(QStringLiteral("HVLocation"));
+    const QString mark = file + QLatin1Char('\n') + folder;
+    if (!m_reported.contains(mark)) {
+        m_reported += mark;
+        m_report(
+                file,
+                QStringLiteral("translations belong into the package, but the folder %1 is outside "
+                               "of it; the entries that name it are left out")
+                        .arg(folder));
+    }
+    return {};
+}
+
+QMap<QString, std::vector<TranslatableText>> ContentTexts::textsFor(const QLocale &target)
 {
     HVIndex &index = *m_content->manager().index();
     QStringList keys = m_content->manager().keys();
     keys.removeDuplicates();
     QMap<QString, std::vector<TranslatableText>> found;
+    QMap<QString, QStringList> userInterfaces; // packages by folder
     for (const QString &key : keys) {
         HVContentTree tree = retrieve(index, key, target);
         if (!tree.entry())
@@ -111,13 +147,17 @@ QMap<QString, std::vector<TranslatableText>> ContentTexts::textsFor(const QLocal
         const QString locale = tree.root()->attribute(QStringLiteral("locale"));
         if (!locale.isEmpty() && QLocale(locale) == target)
             continue;
-        std::vector<TranslatableText> &texts = found[translationFolder(index, tree)];
-        const std::vector<TranslatableText> more = textsOf(*tree.entry());
-        texts.insert(texts.end(), more.begin(), more.end());
+        const QString folder = translationFolder(tree);
+        if (folder.isNull())
+            continue;
+        append(found[folder], textsOf(*tree.entry()));
+        userInterfaces[folder] += userInterfacePackages(index, tree);
+        userInterfaces[folder].removeDuplicates();
     }
-    for (std::vector<TranslatableText> &texts : found) {
-        const std::vector<TranslatableText> &more = userInterfaceTexts();
-        texts.insert(texts.end(), more.begin(), more.end());
+    for (auto each = found.begin(); each != found.end(); ++each) {
+        append(*each, userInterfaceTexts());
+        for (const QString &package : std::as_const(userInterfaces[each.key()]))
+            append(*each, m_qml.in(package));
     }
     return found;
 }

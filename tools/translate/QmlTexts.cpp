@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "QmlTexts.h"
+
+#include "LinguistProgram.h"
+#include "ToolError.h"
+
+#include <QtCore/QDirIterator>
+#include <QtCore/QFile>
+#include <QtCore/QStringList>
+#include <QtCore/QTemporaryDir>
+#include <QtCore/QXmlStreamReader>
+
+#include <algorithm>
+
+namespace HovletsTool {
+
+namespace {
+
+constexpr qint64 LargestFile = qint64 { 4 } * 1024 * 1024; // bytes, far more than anybody writes
+
+/// Whether the file may mark texts. Most user interfaces mark none, and then need no lupdate.
+bool mayMarkTexts(const QString &path)
+{
+    QFile file(path);
+    if (file.size() > LargestFile || !file.open(QIODevice::ReadOnly))
+        return false;
+    const QByteArray code = file.read(LargestFile);
+    const QByteArrayList marks { "qsTr", "QT_TR_NOOP", "QT_TRANSLATE_NOOP" };
+    return std::any_of(marks.begin(), marks.end(),
+                       [&](const QByteArray &mark) { return code.contains(mark); });
+}
+
+QStringList markedFiles(const QString &package)
+{
+    QStringList files;
+    QDirIterator each(package, { QStringLiteral("*.qml"), QStringLiteral("*.js") },
+                      QDir::Files | QDir::NoSymLinks, QDirIterator::Subdirectories);
+    while (each.hasNext()) {
+        const QString file = each.next();
+        if (each.fileInfo().isFile() && mayMarkTexts(file)) // pipes and devices are not
+            files += file;
+    }
+    files.sort();
+    return files;
+}
+
+/// The texts in a file that lupdate wrote.
+std::vector<TranslatableText> readTexts(const QString &path)
+{
+    QFile file(path);
+    std::vector<TranslatableText> texts;
+    if (!file.open(QIODevice::ReadOnly))
+        return texts; // lupdate writes none if there are no texts
+    QXmlStreamReader reader(&file);
+    QString context;
+    while (!reader.atEnd()) {
+        if (reader.readNext() != QXmlStreamReader::StartElement)
+            continue;
+        const auto name = reader.name();
+        if (name == QLatin1String("name"))
+            context = reader.readElementText();
+        else if (name == QLatin1String("message"))
+            texts.push_back({ context, {}, QStringLiteral("Text of the user interface") });
+        else if (texts.empty())
+            continue;
+        else if (name == QLatin1String("source"))
+            texts.back().source = reader.readElementText(QXmlStreamReader::IncludeChildElements);
+        else if (name == QLatin1String("extracomment"))
+            texts.back().comment = reader.readElementText();
+    }
+    return texts;
+}
+
+std::vector<TranslatableText> textsIn(const QStringList &files)
+{
+    if (files.isEmpty())
+        return {};
+    const QTemporaryDir scratch;
+    const QString list = scratch.filePath(QStringLiteral("files.txt"));
+    const QString texts = scratch.filePath(QStringLiteral("texts.ts"));
+    QFile listFile(list);
+    const QByteArray lines = files.join(QLatin1Char('\n')).toLocal8Bit() + '\n';
+    if (!listFile.open(QIODevice::WriteOnly) || listFile.write(lines) != lines.size()
+        || !listFile.flush())
+        throw ToolError(
+                QStringLiteral("%1 cannot be written: %2").arg(list, listFile.errorString()));
+    LinguistProgram(QStringLiteral("lupdate"))
+            .run({ QStringLiteral("-silent"), QStringLiteral("-locations"), QStringLiteral("none"),
+                   QLatin1Char('@') + list, QStringLiteral("-ts"), texts });
+    return readTexts(texts);
+}
+
+} // namespace
+
+const std::vector<TranslatableText> &QmlTexts::in(const QString &package)
+{
+    const auto known = m_known.constFind(package);
+    return known == m_known.cend() ? *m_known.insert(package, textsIn(markedFiles(package)))
+                                   : *known;
+}
+
+} // namespace HovletsTool
