@@ -7,17 +7,26 @@ import signal
 import subprocess
 import sys
 import time
+from pathlib import Path
 
 PATIENCE = 60  # seconds until the application shows its window
+GREETINGS = {"QMessageBox": "Escape", "QG_DlgInitial": "Return"}  # windows at the start, and what closes them
 
 
 def pointer(*arguments):
     subprocess.run(["xdotool", *map(str, arguments)], check=True)
 
 
+def read_plan(name):
+    """The lines of a file beside this one, in columns."""
+    lines = (Path(__file__).parent / name).read_text(encoding="utf-8").splitlines()
+    return [line.split("\t") for line in lines if line and not line.startswith("#")]
+
+
 class Application:
-    def __init__(self, hovlets, folder, options, command, environment=None):
+    def __init__(self, hovlets, folder, plan, options, command, environment=None):
         """Starts the command, and writes its output to log.txt in the folder."""
+        self.first = [line[1:] for line in plan if line[0] == "click"]
         self.report = folder / "screen.json"
         self.report.unlink(missing_ok=True)
         with (folder / "log.txt").open("a", encoding="utf-8") as log:
@@ -47,10 +56,18 @@ class Application:
         sys.exit("field: the application showed no controls")
 
     def start(self):
-        """The controls of the main window, once messages about missing devices are closed."""
+        """The controls of the main window, once greetings are closed and the plan's clicks are done."""
         controls = self.controls()
-        if any(control["path"].startswith("QMessageBox") for control in controls):
-            pointer("key", "Escape")
+        for window, key in GREETINGS.items():
+            if any(control["path"].startswith(window) for control in controls):
+                pointer("key", key)
+                controls = self.controls()
+        while self.first:
+            kind, key = self.first.pop(0)
+            control = next((each for each in controls if each["kind"] == kind and each["key"] == key), None)
+            if not control:
+                sys.exit(f"field: there is no {kind} {key} to click")
+            pointer("mousemove", control["x"], control["y"], "click", 1)
             controls = self.controls()
         return controls
 
@@ -74,6 +91,21 @@ class Application:
         with contextlib.suppress(ProcessLookupError):
             os.killpg(self.process.pid, signal.SIGKILL)  # its own session; applications may ask before they quit
         self.process.wait()
+
+
+def print_table(rows):
+    """Rows of columns, the first of which says whether the entry showed."""
+    widths = [max((len(row[column]) for row in rows), default=0) for column in range(1, len(rows[0]) if rows else 1)]
+    for shown, *columns in rows:
+        cells = [f"{cell:{width}}" for cell, width in zip(columns, widths)]
+        print("  ".join(["yes" if shown else "NO ", *cells]).rstrip())
+
+
+def counts(rows):
+    """How many entries showed of each kind of control, the kind being the second column."""
+    kinds = dict.fromkeys(row[1] for row in rows)
+    return ", ".join(f"{kind} {sum(1 for row in rows if row[1] == kind and row[0])}"
+                     f"/{sum(1 for row in rows if row[1] == kind)}" for kind in kinds)
 
 
 def picture(path):
