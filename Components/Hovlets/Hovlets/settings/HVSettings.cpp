@@ -196,6 +196,7 @@ const QMap<HVContextKey, QVariant> &recommendedSettings()
     static const QMap<HVContextKey, QVariant> settings {
         { HVKeyTrackHover, true },
         { HVKeyConfineContent, true },
+        { HVKeyLanguageFallback, true },
         { HVKeyPlacement, int(HVPlaceBesideControl) },
         { HVKeySafePath, true },
         { HVKeyDismissOnKey, HVDismissOnEscape | HVDismissOnWheel },
