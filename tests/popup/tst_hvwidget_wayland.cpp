@@ -15,7 +15,10 @@
 #include <QtQuick/QQuickItem>
 
 #include <algorithm>
+#include <functional>
+#include <initializer_list>
 #include <memory>
+#include <utility>
 
 using namespace Hovlets;
 
@@ -49,6 +52,28 @@ private:
 
 int PlatformComplaints::count = 0;
 QtMessageHandler PlatformComplaints::s_next = nullptr;
+
+/// Runs code of a host when a widget hides the next time.
+class AtNextHide : public QObject
+{
+public:
+    AtNextHide(QWidget &widget, std::function<void()> code)
+        : m_code(std::move(code))
+    {
+        widget.installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::Hide && m_code)
+            std::exchange(m_code, nullptr)();
+        return false;
+    }
+
+private:
+    std::function<void()> m_code;
+};
 
 bool fillsAnOutput(const QWidget &window)
 {
@@ -127,6 +152,50 @@ private Q_SLOTS:
         QVERIFY(appearsWithSize(PopupSize));
         m_popup->view()->rootObject()->setSize({ 400, 300 });
         QVERIFY(appearsWithSize({ 400, 300 }));
+    }
+
+    void shouldStayHiddenIfTheHostHidesItWhileItMoves_data()
+    {
+        QTest::addColumn<bool>("fades");
+        QTest::newRow("at once") << false;
+        QTest::newRow("with a fade") << true;
+    }
+
+    void shouldStayHiddenIfTheHostHidesItWhileItMoves()
+    {
+        QFETCH(bool, fades);
+        m_host->manager()->context().set(HVKeyHideDelay, 60000);
+        const auto hide = [&] { fades ? m_popup->hideAnimated() : m_popup->hide(); };
+        showWindow(0);
+        const QPoint origin = m_window->mapToGlobal(QPoint());
+        for (const auto &move : std::initializer_list<std::function<void()>> {
+                     [&] { m_popup->placeFor(m_window.get(), origin + QPoint(50, 60)); },
+                     [&] {
+                         m_popup->view()->rootObject()->setSize({ 300, 150 });
+                     },
+                     [&] { show(origin + QPoint(90, 60)); } }) {
+            show(origin + QPoint(10, 10));
+            m_popup->view()->rootObject()->setSize(PopupSize);
+            QVERIFY(appearsAt({ 10, 10 }));
+            m_popup->setTimer();
+            const AtNextHide next(*m_popup, hide);
+            move();
+            QTRY_VERIFY(!m_popup->isVisible());
+            QVERIFY(colorAppears(PopupColor, [](const QRect &place) { return place.isNull(); }));
+            QVERIFY(!m_popup->findChild<QTimer *>(QString(), Qt::FindDirectChildrenOnly)
+                             ->isActive());
+        }
+    }
+
+    void shouldAppearWhereTheHostShowsItWhileItMoves()
+    {
+        showWindow(0);
+        const QPoint origin = m_window->mapToGlobal(QPoint());
+        show(origin + QPoint(10, 10));
+        QVERIFY(appearsAt({ 10, 10 }));
+        const AtNextHide next(*m_popup, [&] { show(origin + QPoint(120, 90)); });
+        m_popup->placeFor(m_window.get(), origin + QPoint(50, 60));
+        QVERIFY(appearsAt({ 120, 90 }));
     }
 
     void shouldNotFade()

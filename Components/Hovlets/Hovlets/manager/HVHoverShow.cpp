@@ -82,11 +82,13 @@ bool HVHoverShow::show(const QString &key, const QPoint &position, QObject *obje
 /// longer right for the control.
 bool HVHoverShow::stay(const Hover &hover)
 {
-    HVWidget *popup = m_popup.widget();
+    const QPointer<HVWidget> popup(m_popup.widget());
     if (!popup->isPlacedFor(hover.widget)) {
         popup->setHoverPosition(hover.position);
         popup->placeFor(hover.widget, m_manager.tooltipPosition(hover.position, hover.widget));
     }
+    if (!popup || popup != m_popup.widget() || popup->isHidden())
+        return m_popup.isShowing(hover.key); // the host's code has hidden it while it moved
     if (hover.widget == popup->referenceWidget())
         popup->setHover(hover.partKey, hover.position);
     return m_popup.keep();
@@ -140,6 +142,8 @@ bool HVHoverShow::present(const Hover &hover, HVXmlElement *entry, HVFoundConten
     popup->showWithContent(hover.control, corner, entry, found.packageRoot);
     if (!popup || popup != m_popup.widget())
         return m_popup.isShowing(hover.key); // QML called the host, which showed something else
+    if (popup->isHidden())
+        return false; // by code of the host
     popup->setHover(hover.partKey, hover.position);
     popup->raise();
     return true;

@@ -138,6 +138,11 @@ bool HVPopupGeometry::isAppearingAgain() const
     return m_isAppearingAgain;
 }
 
+void HVPopupGeometry::stopAppearingAgain()
+{
+    m_isAppearingAgain = false;
+}
+
 bool HVPopupGeometry::isRightFor(const QWidget *control) const
 {
     return !control || m_controlPlace.isRightFor(*control);
@@ -247,16 +252,17 @@ bool HVPopupGeometry::mustAppearAgain(const QWidget &window, const QRect &geomet
     return grows || window.pos() != geometry.topLeft();
 }
 
+/// The popup's own setVisible() is for others, who stop this.
 void HVPopupGeometry::appearAt(const QRect &geometry)
 {
     const QPointer<QWidget> popup(&m_popup); // hiding and showing run code of the host
     m_isAppearingAgain = true;
-    popup->hide();
-    if (!popup)
+    popup->QWidget::setVisible(false);
+    if (!popup || !m_isAppearingAgain)
         return;
     setFixedGeometry(*popup, geometry);
     attach();
-    popup->show();
+    popup->QWidget::setVisible(true);
     if (popup)
         m_isAppearingAgain = false;
 }

@@ -62,6 +62,9 @@ public:
     /// Whether the popup disappears and appears now only to get its new place.
     [[nodiscard]] bool isAppearingAgain() const;
 
+    /// Leaves the popup hidden, or where it is, because somebody hid or showed it meanwhile.
+    void stopAppearingAgain();
+
     /// Requests a place for new content: \a position or, if it is set, the place \a beside the
     /// control.
     void request(const QPoint &position, std::optional<HVBesideControl> beside);

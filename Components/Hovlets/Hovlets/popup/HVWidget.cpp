@@ -82,7 +82,8 @@ void HVWidget::showWithContent(QObject *reference, const QPoint &pos, HVXmlEleme
         return;
     if (d->pinned)
         return showAnimated(); // its QML has pinned it meanwhile
-    place(pos);
+    if (!place(pos))
+        return;
     paintNow(*this); // the next turn of the event loop would show the old content in the new place
     // A countdown that started meanwhile must not hide the popup of this control.
     if (isVisible() && isSafe(QCursor::pos())) // no hover is set, so the host is not asked

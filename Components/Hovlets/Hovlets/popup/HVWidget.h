@@ -91,6 +91,8 @@ public:
     /// Deletes the popup later, when its QML is no longer running. It does not show again.
     void retire();
 
+    void setVisible(bool visible) override;
+
 public Q_SLOTS:
     /*!
      * Shows \a content with the popup's top-left corner at \a pos, shifted onto the screen if
@@ -141,7 +143,8 @@ private:
     bool load(HVXmlElement *content, const QString &rootPath);
     [[nodiscard]] bool turnTo(QWidget *control);
     [[nodiscard]] bool useScreenAt(const std::optional<QPoint> &position);
-    void place(const QPoint &pos);
+    [[nodiscard]] bool place(const QPoint &pos);
+    void endShow();
     void endFadeOut();
 
     class Private;

@@ -31,6 +31,8 @@ void HVWidget::showAnimated()
 
 void HVWidget::hideAnimated()
 {
+    if (d->geometry.isAppearingAgain())
+        return hide();
     if (!isVisible() || d->fade->isRunning())
         return;
     d->hovered->finish();
@@ -61,6 +63,17 @@ void HVWidget::endFadeOut()
     checkMousePosition(QCursor::pos());
 }
 
+/// Whoever hides or shows a popup that is appearing in another place decides.
+void HVWidget::setVisible(bool visible)
+{
+    if (d->geometry.isAppearingAgain()) {
+        d->geometry.stopAppearingAgain();
+        if (!visible && !isVisible())
+            endShow(); // its hide event did not
+    }
+    QWidget::setVisible(visible);
+}
+
 void HVWidget::showEvent(QShowEvent *event)
 {
     QWidget::showEvent(event);
@@ -74,9 +87,13 @@ void HVWidget::showEvent(QShowEvent *event)
 void HVWidget::hideEvent(QHideEvent *event)
 {
     QWidget::hideEvent(event);
-    if (d->geometry.isAppearingAgain())
-        return;
-    // Fades and countdowns of this show must not affect the next one.
+    if (!d->geometry.isAppearingAgain())
+        endShow();
+}
+
+/// Fades and countdowns of a show must not affect the next one.
+void HVWidget::endShow()
+{
     d->fade->stop();
     d->hideTimer->stop();
     d->hovered->stopWatching();

@@ -31,11 +31,15 @@ bool HVWidget::useScreenAt(const std::optional<QPoint> &position)
     return !d->retired && d->view;
 }
 
-/// Moves the popup to \a pos or beside its control, as the settings ask.
-void HVWidget::place(const QPoint &pos)
+/// Moves the popup to \a pos or beside its control, as the settings ask. Returns false if the
+/// host's code has hidden or deleted the popup meanwhile.
+bool HVWidget::place(const QPoint &pos)
 {
+    const QPointer<HVWidget> self(this);
+    const bool wasHidden = isHidden();
     d->geometry.request(pos, d->hovered->beside());
     d->geometry.place(d->view->size());
+    return self && d->view && (wasHidden || !isHidden());
 }
 
 QPoint HVWidget::placeOfWindow() const
@@ -53,9 +57,8 @@ void HVWidget::placeFor(QWidget *control, const QPoint &pos)
 {
     if (!d->view)
         return;
-    if (!turnTo(control))
+    if (!turnTo(control) || !place(pos))
         return;
-    place(pos);
     d->hideTimer->stop();
     d->hovered->startWatching();
     raise();
