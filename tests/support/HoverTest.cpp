@@ -121,7 +121,7 @@ bool HoverTest::isToolTipShown(const QString &text)
 
 bool HoverTest::hover(const char *name)
 {
-    return rest(m_window->centerOf(name), [&] { return isShowing(name); });
+    return restAt([&] { return m_window->centerOf(name); }, [&] { return isShowing(name); });
 }
 
 bool HoverTest::restOn(const char *name, const QPoint &offset)

@@ -64,8 +64,16 @@ protected:
      */
     template <typename Condition> static bool rest(const QPoint &position, Condition happened)
     {
+        return restAt([&] { return position; }, happened);
+    }
+
+    /// The same at the position that \a position returns each time. A window manager may move the
+    /// content of a new window when it adds a frame.
+    template <typename Position, typename Condition>
+    static bool restAt(Position position, Condition happened)
+    {
         for (int i = 0; i < 25; ++i) {
-            Pointer::moveTo(position + QPoint(i % 2, 0));
+            Pointer::moveTo(position() + QPoint(i % 2, 0));
             if (QTest::qWaitFor(happened, 400))
                 return true;
         }
