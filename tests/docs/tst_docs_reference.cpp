@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "HVClipComponent.h"
 #include "HVPictureComponent.h"
 #include "HVScrollBarComponent.h"
 #include "HVStyledRectangleComponent.h"
@@ -61,6 +62,7 @@ void tst_DocsReference::shouldDocumentEverythingThatQmlSees_data()
     QTest::newRow("view") << &HVView::staticMetaObject;
     QTest::newRow("entry") << &HVXmlElement::staticMetaObject;
     QTest::newRow("clip") << &HVVideoComponent::staticMetaObject;
+    QTest::newRow("clip with a time") << &HVClipComponent::staticMetaObject;
     QTest::newRow("rectangle") << &HVStyledRectangleComponent::staticMetaObject;
     QTest::newRow("scroll bar") << &HVScrollBarComponent::staticMetaObject;
     QTest::newRow("picture") << &HVPictureComponent::staticMetaObject;

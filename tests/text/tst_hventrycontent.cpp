@@ -33,6 +33,9 @@ public:
         return path.endsWith(QLatin1String(".png"));
     }
 
+    QByteArray captionFile(const QString &) override { return captions; }
+
+    QByteArray captions;
     QString translation; // of each text
     QStringList translated;
     qint64 interpolated = 0; // characters
@@ -113,6 +116,39 @@ private Q_SLOTS:
             QCOMPARE(content.blocks.at(i).kind, kinds.at(i));
         QVERIFY(content.limitMet.isEmpty());
         QVERIFY(m_services.translated.contains(text("k/The title")));
+    }
+
+    void shouldShowButtonsThatTheHostCanServe()
+    {
+        Element entry(m_root.get());
+        entry.add("button", text(" Reset  it ")).set("href", text("app:reset"));
+        entry.add("button", text("topic")).set("href", text("Topic"));
+        entry.add("button", text("without a link"));
+        const HVEntryContent content = read();
+        QCOMPARE(textsOf(content), QStringList({ text("Reset it"), text("without a link") }));
+        QCOMPARE(content.blocks.at(0).kind, HVEntryBlock::Kind::Button);
+        QCOMPARE(content.blocks.at(0).locator, text("app:reset"));
+        QCOMPARE(content.blocks.at(1).kind, HVEntryBlock::Kind::Paragraph);
+    }
+
+    void shouldReadCaptionsLast()
+    {
+        Element entry(m_root.get());
+        entry.set("clip", text("a.mp4")).set("captions", text("a.vtt"));
+        entry.add("p", QString(40, QLatin1Char('x')));
+        m_services.captions = "WEBVTT\n\n00:00.000 --> 00:01.000\none\n\n"
+                              "00:01.000 --> 00:02.000\ntwo\n";
+        HVEntryContent content = read();
+        QCOMPARE(content.blocks.first().captions.size(), 2);
+        QCOMPARE(content.blocks.first().captions.at(1).text, text("two"));
+        QCOMPARE(content.blocks.first().text.spoken, text("one\ntwo"));
+        QVERIFY(m_services.translated.contains(text("k/two")));
+
+        m_limits.shownCharacters = 44; // the texts, and one caption
+        content = read();
+        QCOMPARE(content.blocks.at(1).text.text.size(), 40);
+        QCOMPARE(content.blocks.first().captions.size(), 1);
+        QCOMPARE(content.limitMet, text("44 characters"));
     }
 
     void shouldShowListsWithTheirItems()

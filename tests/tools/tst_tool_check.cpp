@@ -4,9 +4,11 @@
 #include "TestMain.h"
 #include "ToolFindings.h"
 
+#include <QtCore/QBuffer>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QXmlStreamReader>
+#include <QtGui/QImage>
 #include <QtTest/QtTest>
 
 class tst_ToolCheck : public QObject
@@ -26,6 +28,9 @@ private Q_SLOTS:
     void shouldFindLocalesWithoutEntries();
     void shouldFindMediaBeyondTheLimits();
     void shouldFindClipsThatCannotBeOpened();
+    void shouldCheckVariantsOfPictures();
+    void shouldCheckCaptions_data();
+    void shouldCheckCaptions();
     void shouldFindKeyDataWithoutAnEntry();
     void shouldFindNothingWrongWithShippedContent_data();
     void shouldFindNothingWrongWithShippedContent();
@@ -92,6 +97,13 @@ void tst_ToolCheck::shouldFindOneMistakeInAControlFile_data()
     row("link in a text",
         control("<hovlet key='a'><p><![CDATA[<a href='C:\\x'>x</a>]]></p></hovlet>"),
         "HV402 File.xml:2");
+    row("button that opens nothing", control("<hovlet key='a'><button>a</button></hovlet>"),
+        "HV402 File.xml:2");
+    row("misspelt attribute of a picture",
+        control("<hovlet key='a'><img src='a.png' captoin='B'/></hovlet>"),
+        "HV301 File.xml:2,HV404 File.xml:2");
+    row("missing captions", control("<hovlet key='a' captions='a.vtt'\n clip='a.mp4'/>"),
+        "HV301 File.xml:3");
     row("misspelt element", control("<hovlet key='a'>\n<titel>A</titel></hovlet>"),
         "HV404 File.xml:3");
     row("element of HTML", control("<hovlet key='a'>\n<h5>A</h5>\n<h5>B</h5></hovlet>"),
@@ -108,7 +120,8 @@ void tst_ToolCheck::shouldFindOneMistakeInAControlFile_data()
     row("unknown element for another user interface",
         control("<hovlet key='a'><titel>A</titel></hovlet>", "ui='ui/Own.qml'"), "");
     row("structure",
-        control("<hovlet key='a'><h2>A</h2><ul><li>B</li></ul><pre>C</pre><note>D</note>"
+        control("<hovlet key='a'><button "
+                "href='app:run'>G</button><h2>A</h2><ul><li>B</li></ul><pre>C</pre><note>D</note>"
                 "<table><tr><th>E</th><td>F</td></tr></table></hovlet>"),
         "");
     row("markup as an element", control("<hovlet key='a'><p>Draw <b>free</b> lines</p></hovlet>"),
@@ -267,6 +280,62 @@ void tst_ToolCheck::shouldFindClipsThatCannotBeOpened()
     QCOMPARE(found({}, folder.path()), QStringList { QStringLiteral("HV303 A.xml:2") });
 }
 
+void tst_ToolCheck::shouldCheckVariantsOfPictures()
+{
+    PackageFolder folder;
+    folder.addControlFile(QStringLiteral("P"), QStringLiteral("A"),
+                          control("<hovlet key='a'><img src='a.png'/></hovlet>"));
+    const auto add = [&](const char *name, int width) {
+        QImage image(width, 10 * width, QImage::Format_RGB32);
+        image.fill(Qt::red);
+        QBuffer file;
+        image.save(&file, "PNG");
+        folder.add(QStringLiteral("P.hovlets/Resources/") + QLatin1String(name), file.data());
+    };
+    add("a.png", 4);
+    add("a@2x.png", 8);
+    add("a-dark.png", 4);
+    add("a-dark@2x.png", 8);
+    QCOMPARE(found({}, folder.path()), QStringList());
+    add("a@2x.png", 7);
+    add("a-dark.png", 8);
+    folder.add(QStringLiteral("P.hovlets/Resources/a-dark@2x.png"), "no picture");
+    QCOMPARE(found({}, folder.path()),
+             (QStringList { QStringLiteral("HV302 A.xml:2"), QStringLiteral("HV311 A.xml:2"),
+                            QStringLiteral("HV311 A.xml:2"), QStringLiteral("HV311 A.xml:2") }));
+}
+
+void tst_ToolCheck::shouldCheckCaptions_data()
+{
+    QTest::addColumn<QByteArray>("attribute");
+    QTest::addColumn<QString>("name");
+    QTest::newRow("beside the clip") << QByteArray() << QStringLiteral("a.vtt");
+    QTest::newRow("named") << QByteArray("captions='b.vtt'") << QStringLiteral("b.vtt");
+}
+
+void tst_ToolCheck::shouldCheckCaptions()
+{
+    QFETCH(QByteArray, attribute);
+    QFETCH(QString, name);
+    const ClipFolder clips;
+    const QString clip = clips.clip(QStringLiteral("a.mp4"), QStringLiteral("64x48"),
+                                    QStringLiteral("-t 0.2 -pix_fmt yuv420p"));
+    PackageFolder folder;
+    folder.addControlFile(QStringLiteral("P"), QStringLiteral("A"),
+                          control("<hovlet key='a' clip='a.mp4' " + attribute + "/>"));
+    folder.add(QStringLiteral("P.hovlets/Resources/a.mp4"), ClipFolder::read(clip));
+    const QString captions = QStringLiteral("P.hovlets/Resources/") + name;
+    folder.add(captions, "WEBVTT\n\n00:00.000 --> 00:01.000\nA\n");
+    QCOMPARE(found({}, folder.path()), QStringList());
+    const QStringList unreadable { QStringLiteral("HV310 A.xml:2") };
+    for (const QByteArray &content :
+         { QByteArray("WEBVTT"), QByteArray("1\n"), QByteArray("WEBVTT\n\n0 --> 1\nA"),
+           QByteArray("WEBVTT\n") + QByteArray(70000, '\n') }) {
+        folder.add(captions, content);
+        QCOMPARE(found({}, folder.path()), unreadable);
+    }
+}
+
 void tst_ToolCheck::shouldFindKeyDataWithoutAnEntry()
 {
     PackageFolder folder;
@@ -292,7 +361,8 @@ void tst_ToolCheck::shouldFindNothingWrongWithShippedContent_data()
 {
     QTest::addColumn<QString>("path");
     for (const char *path :
-         { "Components/Hovlets/Packages", "examples/minimal/content", "examples/drawing/packages" })
+         { "Components/Hovlets/Packages", "examples/minimal/content", "examples/drawing/packages",
+           "docs/images" })
         QTest::newRow(path) << QStringLiteral(HOVLETS_SOURCE_DIR "/") + QLatin1String(path);
 }
 

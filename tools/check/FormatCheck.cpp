@@ -19,12 +19,12 @@ namespace {
 const QStringList &elementNames()
 {
     static const QStringList names {
-        QStringLiteral("title"), QStringLiteral("p"),      QStringLiteral("text"),
-        QStringLiteral("img"),   QStringLiteral("link"),   QStringLiteral("h2"),
-        QStringLiteral("h3"),    QStringLiteral("ul"),     QStringLiteral("ol"),
-        QStringLiteral("li"),    QStringLiteral("table"),  QStringLiteral("tr"),
-        QStringLiteral("th"),    QStringLiteral("td"),     QStringLiteral("pre"),
-        QStringLiteral("note"),  QStringLiteral("warning")
+        QStringLiteral("title"), QStringLiteral("p"),       QStringLiteral("text"),
+        QStringLiteral("img"),   QStringLiteral("link"),    QStringLiteral("h2"),
+        QStringLiteral("h3"),    QStringLiteral("ul"),      QStringLiteral("ol"),
+        QStringLiteral("li"),    QStringLiteral("table"),   QStringLiteral("tr"),
+        QStringLiteral("th"),    QStringLiteral("td"),      QStringLiteral("pre"),
+        QStringLiteral("note"),  QStringLiteral("warning"), QStringLiteral("button")
     };
     return names;
 }
@@ -33,12 +33,13 @@ const QStringList &elementNames()
 QStringList attributeNames(const QString &element)
 {
     if (element == QLatin1String("hovlet"))
-        return { QStringLiteral("key"),  QStringLiteral("title"), QStringLiteral("shortcut"),
-                 QStringLiteral("clip"), QStringLiteral("ui"),    QStringLiteral("simple"),
-                 QStringLiteral("loop"), QStringLiteral("search") };
+        return { QStringLiteral("key"),  QStringLiteral("title"),  QStringLiteral("shortcut"),
+                 QStringLiteral("clip"), QStringLiteral("ui"),     QStringLiteral("simple"),
+                 QStringLiteral("loop"), QStringLiteral("search"), QStringLiteral("captions") };
     if (element == QLatin1String("img"))
-        return { QStringLiteral("src"), QStringLiteral("alt") };
-    return element == QLatin1String("link") ? QStringList(QStringLiteral("href")) : QStringList();
+        return { QStringLiteral("src"), QStringLiteral("alt"), QStringLiteral("caption") };
+    const bool opens = element == QLatin1String("link") || element == QLatin1String("button");
+    return opens ? QStringList(QStringLiteral("href")) : QStringList();
 }
 
 /// Tags of HTML that authors may expect in texts. Other words in angle brackets, such as "<file>",

@@ -40,7 +40,7 @@ void checkLinks(const QString &path, const XmlDocument &document,
                          QStringLiteral("\"%1\" is not an address, a path or a topic").arg(link));
     };
     const QString href = QStringLiteral("href");
-    if (element.name == QLatin1String("link"))
+    if (element.name == QLatin1String("link") || element.name == QLatin1String("button"))
         check(element.value(href), href);
     static const QRegularExpression anchor(
             QStringLiteral("<a\\s[^<>]*href\\s*=\\s*(?:\"([^\"]*)\"|'([^']*)')"));

@@ -9,10 +9,13 @@
 #include "MediaFiles.h"
 #include "Progress.h"
 
+#include <HVEntryMedia.h>
 #include <HVView.h>
 #include <HVXmlElement.h>
 
 #include <QtCore/QSet>
+
+#include <utility>
 
 namespace HovletsTool {
 
@@ -57,8 +60,12 @@ private:
     void check(const XmlDocument::Branch &entry);
     [[nodiscard]] bool usesDefaultInterface() const;
     void checkUserInterface(const XmlDocument::Element &entry, const QString &attribute);
-    void checkResource(const XmlDocument::Element &element, const QString &attribute,
-                       CheckFile check);
+    void checkPicture(const XmlDocument::Element &element);
+    void checkClip(const XmlDocument::Element &entry);
+    QString checkResource(const XmlDocument::Element &element, const QString &attribute,
+                          CheckFile check);
+    void report(const XmlDocument::Element &element, const QString &attribute,
+                const MediaProblem &problem);
 
     HVManager &m_manager;
     MediaLimits m_limits;
@@ -108,10 +115,45 @@ void MediaCheck::Private::check(const XmlDocument::Branch &entry)
         checkUserInterface(entry.top(), simple);
         m_manager.context().set(HVKeySimpleMode, false);
     }
-    checkResource(entry.top(), QStringLiteral("clip"), &MediaFiles::checkClip);
+    checkClip(entry.top());
     for (auto element = entry.elements.begin() + 1; element != entry.elements.end(); ++element) {
         if (element->name == QLatin1String("img"))
-            checkResource(*element, QStringLiteral("src"), &MediaFiles::checkPicture);
+            checkPicture(*element);
+    }
+}
+
+void MediaCheck::Private::checkPicture(const XmlDocument::Element &element)
+{
+    const QString attribute = QStringLiteral("src");
+    const QString path = checkResource(element, attribute, &MediaFiles::checkPicture);
+    if (path.isEmpty())
+        return;
+    const std::pair<const char *, int> variants[] = { { DenseVariant, 2 },
+                                                      { DarkVariant, 1 },
+                                                      { DarkDenseVariant, 2 } };
+    for (const auto &[suffix, factor] : variants) {
+        const QString variant = variantName(path, suffix);
+        if (!QFileInfo(variant).isFile())
+            continue;
+        report(element, attribute, m_files.checkPicture(variant));
+        report(element, attribute, MediaFiles::checkVariant(path, variant, factor));
+    }
+}
+
+void MediaCheck::Private::checkClip(const XmlDocument::Element &entry)
+{
+    const QString attribute = QStringLiteral("clip");
+    const QString path = checkResource(entry, attribute, &MediaFiles::checkClip);
+    if (path.isEmpty())
+        return;
+    const QString dense = variantName(path, DenseVariant);
+    if (QFileInfo(dense).isFile())
+        report(entry, attribute, m_files.checkClip(dense));
+    const QString captions = QStringLiteral("captions");
+    if (!entry.value(captions).isEmpty()) {
+        checkResource(entry, captions, &MediaFiles::checkCaptions);
+    } else if (QFileInfo(captionsName(path)).isFile()) {
+        report(entry, attribute, m_files.checkCaptions(captionsName(path)));
     }
 }
 
@@ -145,29 +187,37 @@ void MediaCheck::Private::checkUserInterface(const XmlDocument::Element &entry,
                        QStringLiteral("%1 cannot be read").arg(path));
 }
 
-void MediaCheck::Private::checkResource(const XmlDocument::Element &element,
-                                        const QString &attribute, CheckFile check)
+/// Returns the path of the file, or an empty string if it is missing or cannot be read.
+QString MediaCheck::Private::checkResource(const XmlDocument::Element &element,
+                                           const QString &attribute, CheckFile check)
 {
     const QString name = element.value(attribute);
     if (!element.has(attribute) || (name.isEmpty() && attribute == QLatin1String("clip")))
-        return;
-    const auto add = [&](const char *code, const QString &message) {
-        m_findings.add(code, m_file->path(), m_file->document().position(element, attribute),
-                       message);
+        return {};
+    const auto refuse = [&](const char *code, const QString &message) {
+        report(element, attribute, { code, message });
+        return QString();
     };
     const QFileInfo info(name.isEmpty() ? QString() : m_view.findResource(name));
     if (!info.isAbsolute() || !info.exists() || info.isDir())
-        return add("HV301", QStringLiteral("\"%1\" is not in the resources").arg(name));
+        return refuse("HV301", QStringLiteral("\"%1\" is not in the resources").arg(name));
     if (!info.isFile())
-        return add("HV301", QStringLiteral("\"%1\" is not a regular file").arg(name));
+        return refuse("HV301", QStringLiteral("\"%1\" is not a regular file").arg(name));
     if (!info.isReadable())
-        return add("HV116", QStringLiteral("%1 cannot be read").arg(info.filePath()));
+        return refuse("HV116", QStringLiteral("%1 cannot be read").arg(info.filePath()));
     const double megabytes = static_cast<double>(info.size()) / 1e6;
     if (megabytes > m_limits.megabytes)
-        add("HV305", QStringLiteral("\"%1\" is %2 MB large").arg(name).arg(megabytes));
-    const MediaProblem &problem = (m_files.*check)(info.filePath());
+        refuse("HV305", QStringLiteral("\"%1\" is %2 MB large").arg(name).arg(megabytes));
+    report(element, attribute, (m_files.*check)(info.filePath()));
+    return info.filePath();
+}
+
+void MediaCheck::Private::report(const XmlDocument::Element &element, const QString &attribute,
+                                 const MediaProblem &problem)
+{
     if (*problem.code)
-        add(problem.code, problem.message);
+        m_findings.add(problem.code, m_file->path(),
+                       m_file->document().position(element, attribute), problem.message);
 }
 
 MediaCheck::MediaCheck(ContentIndex &content, const MediaLimits &limits,

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "MediaFiles.h"
 
+#include <HVCaptions.h>
 #include <HVClip.h>
 #include <HVLimits.h>
 #include <HVPictureFile.h>
 
+#include <QtCore/QFile>
 #include <QtGui/QImage>
 
 #include <algorithm>
@@ -45,6 +47,24 @@ MediaProblem openPicture(const QString &path)
     return {};
 }
 
+/// Reads captions as the library does, to find mistakes.
+MediaProblem openCaptions(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly) || file.size() > Hovlets::MostCaptionBytes)
+        return { "HV310",
+                 QStringLiteral("\"%1\" cannot be read, or it has more than %2 bytes")
+                         .arg(path)
+                         .arg(Hovlets::MostCaptionBytes) };
+    QString problem;
+    const auto captions = Hovlets::readCaptions(file.readAll(), &problem);
+    if (problem.isEmpty() && captions.isEmpty())
+        problem = QStringLiteral("it has no captions");
+    if (problem.isEmpty())
+        return {};
+    return { "HV310", QStringLiteral("\"%1\": %2").arg(path, problem) };
+}
+
 } // namespace
 
 const MediaProblem &MediaFiles::checkClip(const QString &path)
@@ -57,6 +77,28 @@ const MediaProblem &MediaFiles::checkPicture(const QString &path)
 {
     const auto known = m_pictures.constFind(path);
     return known == m_pictures.cend() ? *m_pictures.insert(path, openPicture(path)) : *known;
+}
+
+const MediaProblem &MediaFiles::checkCaptions(const QString &path)
+{
+    const auto known = m_captions.constFind(path);
+    return known == m_captions.cend() ? *m_captions.insert(path, openCaptions(path)) : *known;
+}
+
+MediaProblem MediaFiles::checkVariant(const QString &path, const QString &variant, int factor)
+{
+    const Hovlets::HVPictureHeader usual = Hovlets::HVPictureFile(path).header();
+    const QSize size = Hovlets::HVPictureFile(variant).header().size;
+    const QSize expected = factor * usual.size;
+    if (usual.format == "svg" || usual.size.isEmpty() || size == expected)
+        return {};
+    return { "HV311",
+             QStringLiteral("\"%1\" has %2 × %3 pixels instead of %4 × %5")
+                     .arg(variant)
+                     .arg(size.width())
+                     .arg(size.height())
+                     .arg(expected.width())
+                     .arg(expected.height()) };
 }
 
 MediaProblem MediaFiles::openClip(const QString &path) const

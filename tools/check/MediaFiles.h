@@ -15,7 +15,7 @@ struct MediaProblem
     QString message;
 };
 
-/// Opens clips and pictures, each file only once.
+/// Opens clips, pictures and captions, each file only once.
 class MediaFiles
 {
 public:
@@ -27,12 +27,19 @@ public:
     const MediaProblem &checkClip(const QString &path);
     const MediaProblem &checkPicture(const QString &path);
 
+    const MediaProblem &checkCaptions(const QString &path);
+
+    /// Checks that \a variant has \a factor times as many pixels in each direction as \a path.
+    [[nodiscard]] static MediaProblem checkVariant(const QString &path, const QString &variant,
+                                                   int factor);
+
 private:
     [[nodiscard]] MediaProblem openClip(const QString &path) const;
 
     double m_longestClip; // in seconds
     QHash<QString, MediaProblem> m_clips;
     QHash<QString, MediaProblem> m_pictures;
+    QHash<QString, MediaProblem> m_captions;
 };
 
 } // namespace HovletsTool

@@ -58,6 +58,8 @@ QString commentOf(const HVEntryBlock &block)
     switch (block.kind) {
     case HVEntryBlock::Kind::Link:
         return QStringLiteral("Label of the link to %1").arg(block.locator);
+    case HVEntryBlock::Kind::Button:
+        return QStringLiteral("Label of the button for %1").arg(block.locator);
     case HVEntryBlock::Kind::Image:
         return QStringLiteral("Description of the picture %1").arg(block.resource);
     case HVEntryBlock::Kind::Heading:
@@ -116,8 +118,11 @@ std::vector<TranslatableText> textsOf(const HVXmlElement &entry)
     const HVEntryContent content = readEntry(entry, popup, HasTopics, HVLimits::current());
     popup.describe(content.title, QStringLiteral("Title"));
     popup.describe(content.shortcut, QStringLiteral("Shortcut"));
-    for (const HVEntryBlock &block : content.blocks)
+    for (const HVEntryBlock &block : content.blocks) {
         popup.describe(block.text, commentOf(block));
+        popup.describe(block.caption,
+                       QStringLiteral("Caption of the picture %1").arg(block.resource));
+    }
     std::vector<TranslatableText> texts = popup.take();
     tidy(texts);
     return texts;

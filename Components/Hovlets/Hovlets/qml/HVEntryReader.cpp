@@ -6,10 +6,15 @@
 #include "HVLimits.h"
 #include "HVLookUpMemory.h"
 #include "HVPictureFile.h"
+#include "HVRegularFile.h"
 #include "HVVideoComponent.h"
 #include "HVView.h"
 
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 #include <QtCore/QPointer>
+#include <QtCore/QStringList>
 
 #include <array>
 #include <optional>
@@ -43,24 +48,34 @@ public:
         return m_view ? m_view->interpolate(text) : text;
     }
 
-    /// The look-up returns the folder's name if the file is missing. It looks in all folders of the
-    /// entry, which takes long if there are thousands.
+    /// The look-up looks in all folders of the entry, which takes long if there are thousands.
     QString resource(const QString &relativePath) override
     {
         if (m_missing >= MostMissing) {
             m_isLimitMet = true;
             return {};
         }
-        const auto nameOf = [](const QString &path) {
-            return path.mid(path.lastIndexOf(QLatin1Char('/')) + 1);
-        };
-        const QString name = nameOf(relativePath);
-        const QString found =
-                name.isEmpty() || !m_view ? QString() : m_view->findResource(relativePath);
-        const bool isFound = nameOf(found) == name && !name.isEmpty();
-        m_missing += isFound ? 0 : 1;
-        return isFound ? found : QString();
+        const QString found = find(relativePath);
+        m_missing += found.isEmpty() ? 1 : 0;
+        return found;
     }
+
+    QString optionalResource(const QString &relativePath, const QString &neighbour) override
+    {
+        const QFileInfo beside(QFileInfo(neighbour).dir(), nameOf(relativePath));
+        return beside.isFile() ? find(relativePath) : QString();
+    }
+
+    QByteArray captionFile(const QString &path) override
+    {
+        QFile file(path); // a path in Qt's resources has no other kind of file
+        const bool isOpen = path.startsWith(QLatin1Char(':')) ? file.open(QIODevice::ReadOnly)
+                                                              : openRegularFile(file, path);
+        return isOpen && file.size() <= MostCaptionBytes ? file.read(MostCaptionBytes)
+                                                         : QByteArray();
+    }
+
+    qreal pixelRatio() override { return m_view ? m_view->devicePixelRatioF() : 1; }
 
     bool canShowPicture(const QString &path) override
     {
@@ -70,10 +85,41 @@ public:
 private:
     static constexpr int MostMissing = 20;
 
+    static QString nameOf(const QString &path)
+    {
+        return path.mid(path.lastIndexOf(QLatin1Char('/')) + 1);
+    }
+
+    /// The look-up returns the folder's name if the file is missing.
+    QString find(const QString &relativePath)
+    {
+        const QString name = nameOf(relativePath);
+        const QString found =
+                name.isEmpty() || !m_view ? QString() : m_view->findResource(relativePath);
+        return !name.isEmpty() && nameOf(found) == name ? found : QString();
+    }
+
     QPointer<HVView> m_view;
     int m_missing = 0;
     bool m_isLimitMet = false;
 };
+
+/// The texts that are not empty, in lines.
+QString joined(QStringList texts)
+{
+    texts.removeAll(QString());
+    return texts.join(QLatin1Char('\n'));
+}
+
+QVariantList toVariant(const QVector<HVCaption> &captions)
+{
+    QVariantList list;
+    for (const HVCaption &caption : captions)
+        list.append(QVariantMap { { QStringLiteral("begin"), caption.begin },
+                                  { QStringLiteral("end"), caption.end },
+                                  { QStringLiteral("text"), caption.text } });
+    return list;
+}
 
 QVariantMap toVariant(const HVEntryBlock &block)
 {
@@ -108,11 +154,23 @@ QVariantMap toVariant(const HVEntryBlock &block)
         break;
     case HVEntryBlock::Kind::Image:
         set("kind", QStringLiteral("image"));
-        set("source", block.resource);
+        set("source", block.picture.path);
+        set("density", block.picture.density);
+        set("darkSource", block.darkPicture.path);
+        set("darkDensity", block.darkPicture.density);
+        set("caption", block.caption.text);
+        if (!block.caption.spoken.isEmpty())
+            set("spoken", joined({ block.text.spoken, block.caption.spoken }));
         break;
     case HVEntryBlock::Kind::Clip:
         set("kind", QStringLiteral("clip"));
         set("name", block.resource);
+        set("density", block.picture.density);
+        set("captions", toVariant(block.captions));
+        break;
+    case HVEntryBlock::Kind::Button:
+        set("kind", QStringLiteral("button"));
+        set("locator", block.locator);
         break;
     }
     return map;

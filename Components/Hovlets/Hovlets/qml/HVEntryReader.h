@@ -31,15 +31,18 @@ public:
      * ones are looked for. If \a entry is null, all texts are empty.
      *
      * The result has "key", "title", "shortcut" and "blocks", a list of objects with a "kind":
-     * "paragraph", "heading", "note" or "warning" (text, format, muted), "code" (text), "link"
-     * (text, locator), "image" (source, text) or "clip" (name). All have "spoken", plain text.
+     * "paragraph", "heading", "note" or "warning" (text, format, muted), "code" (text), "link" or
+     * "button" (text, locator), "image" (source, density, darkSource, darkDensity, text, caption)
+     * or "clip" (name, density, captions). All have "spoken", plain text. A density is the number
+     * of pixels of the file for one unit of length. Each caption has "begin", "end" (in s) and
+     * "text".
      */
     Q_INVOKABLE QVariantMap read(Hovlets::HVXmlElement *entry, bool topics);
 
     /*!
      * The state of the size of \a clip, an HVVideoComponent, for popups that need their final size
      * before their first frame: "known", "pending", or "none" if there is no clip or it cannot be
-     * opened. Waits up to 60 ms until the file is open.
+     * opened. Waits up to 60 ms until the file is open and its first frame can be shown.
      */
     Q_INVOKABLE QString awaitClipSize(QObject *clip);
 

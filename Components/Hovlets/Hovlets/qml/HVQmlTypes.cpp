@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVQmlTypes.h"
 
+#include "HVClipComponent.h"
 #include "HVPictureComponent.h"
 #include "HVScrollBarComponent.h"
 #include "HVStyledRectangleComponent.h"
@@ -31,6 +32,7 @@ void registerQmlTypes()
     registerType<HVStyledRectangleComponent>("HVStyledRectangle");
     registerType<HVScrollBarComponent>("HVScrollBar");
     registerType<HVPictureComponent>("HVPicture");
+    registerType<HVClipComponent>("HVClip");
 }
 
 } // namespace Hovlets

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVVideoComponent.h"
 
+#include "HVClipOpening.h"
 #include "HVFrameRelease.h"
+#include "HVIdleWait.h"
 #include "HVImageNode.h"
 #include "HVThreadKeeper.h"
-#include "HVClipOpening.h"
 #include "HVVideoController.h"
 #include "HVVideoSourceFFMPEG.h"
 #include "HVView.h"
@@ -19,7 +20,7 @@ namespace Hovlets {
 
 namespace {
 
-constexpr int LongestWait = 60; // ms; opening takes about 10, and users notice more than 100
+constexpr int LongestWait = 60; // ms; it usually takes about 15, and users notice more than 100
 
 /*!
  * The frame itself, or every second or third of its pixels and rows if it is larger than screens.
@@ -53,6 +54,7 @@ HVVideoComponent::HVVideoComponent(QQuickItem *parent)
     : QQuickItem(parent)
     , m_source(new HVVideoSourceFFMPEG(this))
     , m_controller(new HVVideoController(m_source, this))
+    , m_frameWait(std::make_shared<HVIdleWait>())
 {
     setFlag(QQuickItem::ItemHasContents);
     connect(m_controller, &HVVideoController::displayFrame, this, &HVVideoComponent::frameReady);
@@ -66,6 +68,7 @@ HVVideoComponent::HVVideoComponent(QQuickItem *parent)
             &HVVideoComponent::contentWidthChanged);
     connect(m_controller, &HVVideoController::loadProgressChanged, this,
             &HVVideoComponent::loadProgressChanged);
+    m_source->addFrameWaiter(m_frameWait);
     new HVFrameRelease(this, m_controller);
     m_controller->start(QThread::InheritPriority);
     m_source->start(QThread::InheritPriority);
@@ -105,17 +108,30 @@ HVVideoComponent::SizeState HVVideoComponent::awaitSize()
 {
     if (m_requested.isEmpty())
         return SizeState::None;
+    const auto end = std::chrono::system_clock::now() + std::chrono::milliseconds(LongestWait);
     switch (m_source->opening().wait(m_requested, LongestWait)) {
     case HVClipOpening::State::Pending:
         return SizeState::Pending;
     case HVClipOpening::State::Failed:
         return SizeState::None;
     case HVClipOpening::State::Opened:
+        awaitFirstFrame(end);
         break;
     }
     Q_EMIT contentWidthChanged();
     Q_EMIT contentHeightChanged();
     return SizeState::Known;
+}
+
+void HVVideoComponent::awaitFirstFrame(std::chrono::system_clock::time_point end)
+{
+    while (!m_source->isFrameAvailable(0)) {
+        m_source->awaitsFrame(0); // it may have been freed
+        if (std::chrono::system_clock::now() >= end)
+            return;
+        m_frameWait->sleepUntil(end);
+    }
+    setFrame(m_source->getFrame(0));
 }
 
 HVClipOpening &HVVideoComponent::opening()
@@ -260,6 +276,7 @@ void HVVideoComponent::setFrame(const HVVideoFrame &frame)
     m_frame = frame;
     m_frameIsNew = true;
     update();
+    frameChanged();
 }
 
 QSGNode *HVVideoComponent::updatePaintNode(QSGNode *node, UpdatePaintNodeData *data)

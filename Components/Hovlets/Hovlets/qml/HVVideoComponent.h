@@ -8,10 +8,13 @@
 #include <QtCore/QUrl>
 #include <QtQuick/QQuickItem>
 
+#include <chrono>
+#include <memory>
+
 namespace Hovlets {
 
 class HVClipOpening;
-
+class HVIdleWait;
 class HVVideoController;
 class HVVideoSourceFFMPEG;
 
@@ -87,8 +90,9 @@ public:
      * Returns the SizeState of the clip, for popups that need their final size before their first
      * frame.
      *
-     * Waits up to 60 ms until the decoding thread has opened the file. Emits contentWidthChanged()
-     * and contentHeightChanged() if the size is known.
+     * Waits up to 60 ms until the decoding thread has opened the file and decoded its first frame,
+     * and shows that frame. Emits contentWidthChanged() and contentHeightChanged() if the size is
+     * known.
      */
     SizeState awaitSize();
 
@@ -128,8 +132,15 @@ protected:
     QSGNode *updatePaintNode(QSGNode *node, UpdatePaintNodeData *data) override;
     void itemChange(ItemChange change, const ItemChangeData &value) override;
 
+    /// Called when another frame is shown, or none.
+    virtual void frameChanged() { }
+
+    [[nodiscard]] const HVVideoFrame &frame() const { return m_frame; }
+    [[nodiscard]] HVVideoSourceFFMPEG *videoSource() const { return m_source; }
+
 private:
     void setFrame(const HVVideoFrame &frame);
+    void awaitFirstFrame(std::chrono::system_clock::time_point end);
 
     HVVideoSourceFFMPEG *m_source; // child
     QPointer<HVVideoController> m_controller; // child
@@ -140,6 +151,7 @@ private:
     QString m_searchPath;
     QString m_sourceName;
     QUrl m_requested; // the file of the clip; empty without one
+    std::shared_ptr<HVIdleWait> m_frameWait; // woken by each new frame
 };
 
 } // namespace Hovlets

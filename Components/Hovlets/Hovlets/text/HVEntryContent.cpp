@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVEntryContent.h"
 
+#include "HVEntryMedia.h"
 #include "HVEntryTexts.h"
 #include "HVMarkup.h"
 #include "HVMarkupTags.h"
@@ -42,8 +43,8 @@ bool isList(const HVXmlElement &element)
 /// Whether an element is shown below the text that contains it, and not as a part of it.
 bool isBlock(const HVXmlElement &element)
 {
-    static constexpr std::array<const char *, 8> Tags { "img",  "link",    "table", "pre",
-                                                        "note", "warning", "h2",    "h3" };
+    static constexpr std::array<const char *, 9> Tags { "img",     "link", "table", "pre",   "note",
+                                                        "warning", "h2",   "h3",    "button" };
     return std::any_of(Tags.begin(), Tags.end(),
                        [&element](const char *tag) { return isTag(element, tag); });
 }
@@ -54,9 +55,9 @@ public:
     EntryReader(const HVXmlElement &entry, HVEntryServices &services, bool topics,
                 const HVLimits &limits)
         : m_entry(entry)
-        , m_services(services)
         , m_texts(attribute(entry, "key"), services, topics, limits)
         , m_budget(m_texts.budget())
+        , m_media(services, m_texts)
         , m_topics(topics)
     {
     }
@@ -66,13 +67,16 @@ public:
         m_content.key = attribute(m_entry, "key");
         m_content.title = m_texts.plain(title());
         m_content.shortcut = m_texts.plain(attribute(m_entry, "shortcut"));
-        addClip(attribute(m_entry, "clip"));
+        const bool hasClip = addClip(attribute(m_entry, "clip"));
         if (!m_budget.isSpent())
             addParagraph(m_texts.simplified(m_entry.content()));
         m_texts.forEachChild(m_entry, [this](const HVXmlElement &child) {
             if (!isTag(child, "title"))
                 addElement(child);
         });
+        // Last, because they may be long, and the texts matter more.
+        if (hasClip && !m_budget.isSpent())
+            m_media.addCaptions(m_entry, m_content.blocks.first());
         if (m_budget.isSpent())
             markTheEnd();
         m_content.limitMet = m_budget.limitMet();
@@ -110,36 +114,37 @@ private:
         m_content.blocks.append(block);
     }
 
-    void addClip(const QString &path)
+    bool addClip(const QString &path)
     {
-        if (path.isEmpty() || m_services.resource(path).isEmpty())
-            return;
         HVEntryBlock block;
         block.kind = Kind::Clip;
-        block.resource = path;
-        m_content.blocks.append(block);
+        const bool isFound = m_media.findClip(path, block);
+        if (isFound)
+            m_content.blocks.append(block);
+        return isFound;
     }
 
-    void addImage(const QString &path, const QString &description)
+    void addImage(const HVXmlElement &image)
     {
+        const QString description = attribute(image, "alt");
+        const QString caption = attribute(image, "caption");
         HVEntryBlock block;
         block.kind = Kind::Image;
-        block.resource = path.isEmpty() ? QString() : m_services.resource(path);
-        // Counted first, because finding that a file contains no picture takes time, too.
-        const bool isShown = !block.resource.isEmpty() && m_budget.takePicture()
-                && m_services.canShowPicture(block.resource);
-        if (!isShown)
-            return addParagraph(m_texts.simplified(description), Kind::Paragraph, true);
+        if (!m_media.findPicture(attribute(image, "src"), block))
+            return addParagraph(m_texts.simplified(description.isEmpty() ? caption : description),
+                                Kind::Paragraph, true);
         block.text = m_texts.plain(description);
+        if (!m_budget.isSpent())
+            block.caption = m_texts.plain(caption);
         m_content.blocks.append(block);
     }
 
-    void addLink(const QString &locator, const QString &label)
+    void addLink(const QString &locator, const QString &label, Kind kind)
     {
         if (isTopic(locator) && !m_topics)
             return;
         HVEntryBlock block;
-        block.kind = Kind::Link;
+        block.kind = kind;
         block.locator = locator;
         block.text = m_texts.plain(label);
         if (block.text.text.isEmpty())
@@ -153,9 +158,11 @@ private:
             return;
         const QString locator = attribute(element, "href");
         if (isTag(element, "link") && !locator.isEmpty())
-            addLink(locator, m_texts.allText(element));
+            addLink(locator, m_texts.allText(element), Kind::Link);
+        else if (isTag(element, "button") && !locator.isEmpty())
+            addLink(locator, m_texts.allText(element), Kind::Button);
         else if (isTag(element, "img"))
-            addImage(attribute(element, "src"), attribute(element, "alt"));
+            addImage(element);
         else if (isList(element))
             addList(element);
         else if (isTag(element, "table"))
@@ -312,7 +319,9 @@ private:
     void markTheEnd()
     {
         const bool isMarked = m_content.title.isCut || m_content.shortcut.isCut
-                || (!m_content.blocks.isEmpty() && m_content.blocks.constLast().text.isCut);
+                || (!m_content.blocks.isEmpty()
+                    && (m_content.blocks.constLast().text.isCut
+                        || m_content.blocks.constLast().caption.isCut));
         if (isMarked)
             return;
         HVEntryBlock block;
@@ -324,9 +333,9 @@ private:
     }
 
     const HVXmlElement &m_entry;
-    HVEntryServices &m_services;
     HVEntryTexts m_texts;
     HVDisplayBudget &m_budget;
+    HVEntryMedia m_media;
     const bool m_topics;
     HVEntryContent m_content;
 };

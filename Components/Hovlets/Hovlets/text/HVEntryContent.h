@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "HVCaptions.h"
 #include "HVLimits.h"
 #include "HVShownText.h"
 
@@ -10,6 +11,13 @@
 namespace Hovlets {
 
 class HVXmlElement;
+
+/// A file with a picture, or with one of its variants.
+struct HVEntryPicture
+{
+    QString path; ///< Empty if there is none.
+    int density = 1; ///< The pixels that cover one device-independent pixel, in each direction.
+};
 
 /// One of the blocks that a popup shows below each other.
 struct HVEntryBlock
@@ -23,13 +31,18 @@ struct HVEntryBlock
         Part, ///< a list or a table
         Code, ///< lines of plain text
         Note,
-        Warning
+        Warning,
+        Button ///< asks the host to do something
     };
 
     Kind kind = Kind::Paragraph;
-    HVShownText text; ///< Of an image: its description. Empty for a clip.
-    QString locator; ///< Only of a link.
+    HVShownText text; ///< Of an image: its description. Of a clip: only its captions, spoken.
+    HVShownText caption; ///< Only of an image.
+    QString locator; ///< Only of a link or a button.
     QString resource; ///< Of an image: the path of its file. Of a clip: its name in the resources.
+    HVEntryPicture picture; ///< Of an image: what to show. Of a clip: only its density.
+    HVEntryPicture darkPicture; ///< Only of an image: its variant for dark backgrounds.
+    QVector<HVCaption> captions; ///< Only of a clip.
     bool isMuted = false; ///< Whether the paragraph only replaces missing content.
 };
 
@@ -62,6 +75,25 @@ public:
 
     /// Whether the file contains a picture that can be shown.
     virtual bool canShowPicture(const QString &path) = 0;
+
+    /// The path of a file in the package's resources, if it is also beside the file \a neighbour;
+    /// otherwise empty. Unlike resource(), for files that most entries do without.
+    virtual QString optionalResource(const QString &relativePath, const QString &neighbour)
+    {
+        Q_UNUSED(relativePath)
+        Q_UNUSED(neighbour)
+        return {};
+    }
+
+    /// The content of a file with captions; empty if it cannot be read or is too large.
+    virtual QByteArray captionFile(const QString &path)
+    {
+        Q_UNUSED(path)
+        return {};
+    }
+
+    /// Pixels of the screen per device-independent pixel.
+    virtual qreal pixelRatio() { return 1; }
 };
 
 /*!

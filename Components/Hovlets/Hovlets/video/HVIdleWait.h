@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <chrono>
 #include <condition_variable>
 #include <mutex>
 
@@ -20,6 +21,15 @@ public:
     {
         std::unique_lock<std::mutex> lock(m_mutex);
         m_condition.wait(lock, [this] { return m_awake; });
+        m_awake = false;
+    }
+
+    /// Sleeps until woken, or until \a end.
+    void sleepUntil(std::chrono::system_clock::time_point end)
+    {
+        // The thread sanitizer does not intercept a wait on the steady clock.
+        std::unique_lock<std::mutex> lock(m_mutex);
+        m_condition.wait_until(lock, end, [this] { return m_awake; });
         m_awake = false;
     }
 

@@ -36,6 +36,7 @@ Item {
         sourceComponent: {
             switch (block.content.kind) {
             case "link": return link;
+            case "button": return button;
             case "image": return image;
             case "clip": return clip;
             case "heading": return heading;
@@ -96,18 +97,25 @@ Item {
         }
     }
     Component {
+        id: button
+        ActionButton {
+            theme: block.theme
+            source: block.content.text
+            onClicked: block.linkFollowed(block.content.locator)
+        }
+    }
+    Component {
         id: image
         Picture {
             theme: block.theme
-            source: block.content.source
-            description: block.content.text
+            content: block.content
         }
     }
     Component {
         id: clip
         Clip {
             theme: block.theme
-            name: block.content.name
+            content: block.content
         }
     }
 }

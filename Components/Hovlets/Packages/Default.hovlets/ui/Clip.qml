@@ -5,18 +5,22 @@ import com.zandor.hovlets.qml 1.0
 import "Content.js" as Content
 
 // The entry's clip. It plays once, or again and again if the entry has the attribute "loop". A click
-// pauses it, resumes it or plays it again; the bar below shows the position and can be dragged. The
-// arrow keys step through its frames. The clip pauses while the popup is hidden. It has its natural
-// size, or is scaled down to the available width. A clip that cannot be opened takes up no space.
+// pauses it, resumes it or plays it again. While the mouse is over it or it has the focus, it shows the
+// position and the time, in a bar that can be dragged. The arrow keys step through its frames. The clip
+// pauses while the popup is hidden. It has its natural size, or is scaled down to the available width.
+// A clip that cannot be opened takes up no space.
 Item {
     id: clip
 
     required property Theme theme
-    property string name
-    readonly property real naturalWidth: !loaded ? 0 : fitted ? space.width : video.contentWidth
+    // The content to show; see Content.js.
+    required property var content
+    readonly property real naturalWidth: !loaded ? 0 : fitted ? space.width : fullWidth
+    // Pixels of the clip for each unit of length.
+    readonly property real fullWidth: video.contentWidth / content.density
 
     // The window's view resolves the name, so it must exist first.
-    readonly property string availableName: Window.window ? name : ""
+    readonly property string availableName: Window.window ? content.name : ""
     property bool loaded: false
     // The popup has its final size before its first frame. If the clip's size is still unknown by
     // then, the clip is fitted into this space.
@@ -32,8 +36,6 @@ Item {
     property bool waits: still
     // Whether the clip should play, by default or by the user's last choice.
     property bool wanted: !still
-    // Whether the user has clicked the clip, or has to in order to play it.
-    property bool touched: still
     readonly property bool shown: Window.visibility !== Window.Hidden
     // Starts when the popup is visible.
     property bool playsWhenShown: false
@@ -41,17 +43,19 @@ Item {
     readonly property int playingState: 2
     readonly property bool playing: video.state === playingState
     readonly property bool ended: video.progress >= 1
+    readonly property bool inUse: picture.containsMouse || activeFocus || controls.pressed
+    // The size of a pixel.
     readonly property real factor: {
         if (!loaded)
             return 1;
-        var scale = Math.min(1, width / video.contentWidth);
+        var scale = Math.min(1 / content.density, width / video.contentWidth);
         return fitted ? Math.min(scale, space.width / video.contentWidth,
                                  space.height / video.contentHeight) : scale;
     }
     readonly property int shownWidth: Math.round(video.contentWidth * factor)
     readonly property int shownHeight: Math.round(video.contentHeight * factor)
 
-    implicitHeight: !loaded ? 0 : (fitted ? space.height : picture.height) + bar.height
+    implicitHeight: !loaded ? 0 : (fitted ? space.height : picture.height)
     visible: loaded
 
     onAvailableNameChanged: {
@@ -92,7 +96,6 @@ Item {
     function step(frames) {
         if (frames > 0 && ended)
             return;
-        touched = true;
         waits = false;
         wanted = false;
         video.pause();
@@ -100,7 +103,6 @@ Item {
     }
 
     function toggle() {
-        touched = true;
         wanted = !playing;
         if (waits)
             video.rewindToStart();
@@ -111,6 +113,15 @@ Item {
             video.pause();
     }
 
+    function captionAt(time) {
+        var captions = content.captions;
+        for (var i = 0; i < captions.length; ++i) {
+            if (captions[i].begin <= time && time < captions[i].end)
+                return captions[i].text;
+        }
+        return "";
+    }
+
     Connections {
         target: hovletReader
         function onClipFailed(failed) {
@@ -119,7 +130,7 @@ Item {
         }
     }
 
-    HVVideoComponent {
+    HVClip {
         id: video
         objectName: "video"
         x: picture.x
@@ -159,22 +170,58 @@ Item {
                                                         : clip.ended ? "Play again" : "Play")
         Accessible.onPressAction: clip.toggle()
 
-        // At the edge, where it covers little. Nothing covers the result of a clip unless the mouse is
-        // over it.
-        PlayMark {
-            objectName: "playMark"
-            anchors { left: parent.left; bottom: parent.bottom; margins: clip.theme.unit }
-            width: 2 * clip.theme.em
-            visible: !clip.playing && (clip.ended || clip.waits ? picture.containsMouse : clip.touched)
+        ClipCaption {
+            theme: clip.theme
+            text: clip.content.captions.length > 0 ? clip.captionAt(video.time) : ""
+            maximumWidth: picture.width - 2 * theme.unit
+            x: Math.round((picture.width - width) / 2)
+            y: (controls.visible ? controls.y : picture.height) - height - theme.unit
+        }
+
+        ClipControls {
+            id: controls
+            objectName: "clipControls"
+            theme: clip.theme
+            visible: clip.inUse
+            x: theme.unit
+            y: picture.height - height - theme.unit
+            width: picture.width - 2 * theme.unit
+            height: implicitHeight
+            playing: clip.playing
+            // Nothing changes while nobody sees it.
+            value: !visible || clip.waits ? 0 : Math.min(1, video.progress)
+            time: !visible || clip.waits ? 0 : video.time
+            duration: video.duration
+
+            property bool goesOn: false
+
+            onGrabbed: {
+                goesOn = clip.playing;
+                clip.waits = false;
+                clip.wanted = false;
+                video.scrubbing = true;
+                video.pause();
+            }
+            // Just before the end, where there is still a frame.
+            onDragged: function(value) { video.progress = Math.min(value, 0.9999); }
+            onReleased: {
+                video.scrubbing = false;
+                clip.wanted = goesOn;
+                if (goesOn)
+                    clip.play();
+            }
         }
     }
 
     // Sets the clip off from a background of the same colour.
     Rectangle {
+        objectName: "clipFrame"
+        readonly property int thickness: clip.activeFocus ? 2 : 1
         // Outside: a scaled frame may cover its last row only in part.
-        anchors { fill: picture; margins: -1 }
-        color: "transparent"
-        border.color: clip.theme.border
+        anchors { fill: picture; margins: -thickness }
+        // Until the first frame is decoded, this is all there is.
+        color: video.hasFrame ? "transparent" : clip.theme.surface
+        border { width: thickness; color: clip.activeFocus ? clip.theme.accent : clip.theme.border }
         z: -1
     }
 
@@ -182,33 +229,4 @@ Item {
     Keys.onRightPressed: step(1)
     Keys.onSpacePressed: toggle()
     activeFocusOnTab: true
-
-    ProgressBar {
-        id: bar
-        objectName: "progressBar"
-        theme: clip.theme
-        x: picture.x
-        y: picture.y + picture.height
-        width: picture.width
-        value: clip.waits ? 0 : Math.min(1, video.progress)
-
-        property bool goesOn: false
-
-        onGrabbed: {
-            goesOn = clip.playing;
-            clip.touched = true;
-            clip.waits = false;
-            clip.wanted = false;
-            video.scrubbing = true;
-            video.pause();
-        }
-        // Just before the end, where there is still a frame.
-        onDragged: function(value) { video.progress = Math.min(value, 0.9999); }
-        onReleased: {
-            video.scrubbing = false;
-            clip.wanted = goesOn;
-            if (goesOn)
-                clip.play();
-        }
-    }
 }

@@ -11,9 +11,11 @@
  *       heading, note,     as a paragraph
  *       warning
  *       code               text
- *       link               text, locator
- *       image              source (path), text (its description)
- *       clip               name (in the package's resources)
+ *       link, button       text, locator
+ *       image              source (path), density, darkSource and darkDensity (for a dark
+ *                          background; the source may be empty), text (its description), caption
+ *       clip               name (in the package's resources), density, captions (each with begin
+ *                          and end in seconds, and text)
  * The reader passes only markup that is harmless and quick to lay out. "spoken" is the plain text of
  * a block.
  */

@@ -19,13 +19,17 @@ import "Content.js" as Content
  *   clip       a clip in the package's resources, in any format that FFmpeg opens; shown at the
  *              top, paused while the popup is hidden
  *   loop       "true" plays the clip again and again instead of once
+ *   captions   a file with the clip's captions; by default the one beside the clip that has its name
+ *              and the extension "vtt"
  *
  * Child elements, shown in order
  *   <p>, <text>   a paragraph
  *   <img>         a picture from the package's resources, at its natural size or scaled down to the
- *                 popup's width; the text "alt" replaces a missing picture
+ *                 popup's width; the text "alt" replaces a missing picture;
+ *                 "caption" is shown below it
  *   <link>        a link to an address, a file (it contains "/") or a documentation topic, which is
  *                 omitted while no documentation is available; the label defaults to the address
+ *   <button>      a button with the attribute "href", which it opens like a link
  *   <h2>, <h3>    a heading
  *   <ul>, <ol>    a list of <li>, which may contain further lists
  *   <table>       rows <tr> of cells <th> and <td>

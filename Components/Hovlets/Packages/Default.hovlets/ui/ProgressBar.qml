@@ -2,12 +2,15 @@
 import QtQuick 2.15
 import "Content.js" as Content
 
-// A thin bar that shows a value from 0 to 1. Dragging changes the value.
+// A thin bar, on a dark ground, that shows a value from 0 to 1. Dragging changes the value.
 Item {
     id: bar
 
     required property Theme theme
     property real value: 0
+    // For screen readers.
+    property string spokenValue
+    readonly property alias pressed: area.pressed
 
     signal grabbed()
     signal dragged(real value)
@@ -15,23 +18,26 @@ Item {
 
     Accessible.role: Accessible.ProgressBar
     Accessible.name: Content.translated(hovletView, "Position in the clip")
-    Accessible.description: Math.round(100 * value) + " %"
+    Accessible.description: spokenValue
 
-    height: Math.max(3, theme.smallGap)
+    height: Math.max(3, theme.unit)
 
     Rectangle {
         anchors.fill: bar
-        color: bar.theme.hoveredSurface
+        radius: height / 2
+        color: "#70ffffff"
     }
     Rectangle {
         objectName: "progressValue"
         width: Math.round(bar.width * bar.value)
         height: bar.height
-        color: bar.theme.accent
+        radius: height / 2
+        color: "white"
     }
 
     MouseArea {
-        anchors { fill: bar; topMargin: -bar.theme.smallGap; bottomMargin: -bar.theme.smallGap }
+        id: area
+        anchors { fill: bar; topMargin: -bar.theme.gap; bottomMargin: -bar.theme.gap }
         preventStealing: true
         onPressed: function(mouse) {
             bar.grabbed();
