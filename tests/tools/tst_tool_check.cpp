@@ -360,9 +360,8 @@ void tst_ToolCheck::shouldFindKeyDataWithoutAnEntry()
 void tst_ToolCheck::shouldFindNothingWrongWithShippedContent_data()
 {
     QTest::addColumn<QString>("path");
-    for (const char *path :
-         { "Components/Hovlets/Packages", "examples/minimal/content", "examples/drawing/packages",
-           "docs/images" })
+    for (const char *path : { "Components/Hovlets/Packages", "examples/minimal/content",
+                              "examples/drawing/packages", "docs/images" })
         QTest::newRow(path) << QStringLiteral(HOVLETS_SOURCE_DIR "/") + QLatin1String(path);
 }
 
