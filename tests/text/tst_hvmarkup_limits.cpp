@@ -134,6 +134,66 @@ private Q_SLOTS:
         QVERIFY(!shownPlainText(QString(100, QChar(0x200f)), budget).isCut);
     }
 
+    void shouldCountChangesOfScriptAndDirectionEightTimes_data()
+    {
+        QTest::addColumn<QString>("piece");
+        QTest::addColumn<int>("cost"); // of a piece
+        const auto row = [](const char *name, const char *piece, int cost) {
+            QTest::newRow(name) << QString::fromUtf8(piece) << cost;
+        };
+        row("Latin", "w, ", 3);
+        row("numbers", "w1 ", 3);
+        row("Hebrew", "\u05d0\u05b0 ", 3);
+        row("symbols", "w\u2603\U0001f600", 4);
+        row("directions", "w\u05d0", 16);
+        row("directions with a space", "w \u05d0 ", 18);
+        row("marks of direction", "w\u200f", 16);
+        row("scripts", "w\u0430\u03b1", 24);
+        row("numbers in Hebrew", "\u05d01", 16);
+        row("numbers after Hebrew", "\u05d0 1", 17);
+        row("beyond 16 bits", "\U00010400\U00010280", 18);
+    }
+
+    /// Each of them makes Qt start another run of text, too.
+    void shouldCountChangesOfScriptAndDirectionEightTimes()
+    {
+        QFETCH(QString, piece);
+        QFETCH(int, cost);
+        constexpr int Pieces = 10;
+        constexpr int FirstRun = 7; // does not count
+        HVLimits limits;
+        for (const int missing : { 0, 1 }) {
+            limits.shownCharacters = Pieces * cost - missing - (cost > piece.size() ? FirstRun : 0);
+            HVDisplayBudget budget(limits);
+            QCOMPARE(shownPlainText(piece.repeated(Pieces), budget).isCut, missing == 1);
+        }
+    }
+
+    void shouldLetLinesBreakInUnusualWords_data()
+    {
+        QTest::addColumn<QString>("piece");
+        QTest::newRow("joined letters") << QString::fromUtf8("w\u200d");
+        QTest::newRow("joined ideographs") << QString::fromUtf8("\u6587\u200d");
+        QTest::newRow("word joiners") << QString::fromUtf8("\u6587\u2060");
+        QTest::newRow("no-break spaces") << QString::fromUtf8("\u6587\u00a0");
+        QTest::newRow("small kana") << QString::fromUtf8("\u3063");
+        QTest::newRow("katakana") << QString::fromUtf8("\u30e7");
+        QTest::newRow("punctuation") << QString::fromUtf8("\u3001");
+        QTest::newRow("punctuated") << QString::fromUtf8("\u6587\u201d\u3001");
+    }
+
+    void shouldLetLinesBreakInUnusualWords()
+    {
+        QFETCH(QString, piece);
+        HVDisplayBudget budget({});
+        const QString shown = shownPlainText(piece.repeated(3000), budget).text;
+        int longest = 0;
+        const QStringList words = shown.split(QChar(0x200b));
+        for (const QString &word : words)
+            longest = qMax(longest, int(word.size()));
+        QVERIFY2(longest <= 250, qPrintable(QString::number(longest)));
+    }
+
     void shouldCountHangulSyllablesTwice()
     {
         HVLimits limits;

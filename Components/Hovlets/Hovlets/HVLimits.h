@@ -87,13 +87,14 @@ struct HOVLETS_EXPORT HVLimits
     // host gets one warning.
 
     /// Elements, and tags in texts: paragraphs, links, pictures, emphasised words. Cells after the
-    /// first 20 of a row count four times. Further ones are omitted.
+    /// first 20 of a row count four times, notes and warnings twice. Further ones are omitted.
     int shownElements = 300;
 
     /*!
      * Characters of text. The text is cut off there. A directional control, such as U+202B, counts
-     * ten times, a Hangul syllable twice, and a character whose style sets a size above 24 points
-     * or pixels four times. A letter keeps only its first 30 combining marks.
+     * ten times, a letter in another script or direction than the one before eight times, a Hangul
+     * syllable twice, and a character whose style sets a size above 24 points or pixels four times.
+     * A letter keeps only its first 30 combining marks.
      *
      * Four times as many characters are read, in all texts and translations of the entry together:
      * those of the text, its markup and its placeholders. The text is also cut off there, and a

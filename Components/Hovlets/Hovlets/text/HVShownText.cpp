@@ -10,6 +10,9 @@ namespace {
 /// Number of letters without a line break opportunity; several lines of them in any popup.
 constexpr int LongWord = 200;
 
+/// Number of characters that may be drawn as one. Emoji sequences have up to ten.
+constexpr int LongestJoined = 40;
+
 /// Number of marks on one letter. Fonts need more than linear time to order and place them. No
 /// writing system comes close; Unicode's stream-safe text has the same limit.
 constexpr int MostMarks = 30;
@@ -37,23 +40,42 @@ bool isNoBreakSpace(QChar c)
     return c == QChar::Nbsp || c.unicode() == 0x2007 || c.unicode() == 0x202f;
 }
 
-/// Scripts in which lines may break between any two letters.
+/// Letters that belong to the syllable before, in whose scripts no line begins with one.
+bool isSmallKana(ushort code)
+{
+    const ushort hiragana = code >= 0x30a1 && code <= 0x30f6 ? code - 0x60 : code;
+    return hiragana == 0x3041 || hiragana == 0x3043 || hiragana == 0x3045 || hiragana == 0x3047
+            || hiragana == 0x3049 || hiragana == 0x3063 || hiragana == 0x3083 || hiragana == 0x3085
+            || hiragana == 0x3087 || hiragana == 0x308e || hiragana == 0x3095 || hiragana == 0x3096;
+}
+
+/// Letters of scripts in which lines may break between any two of them.
 bool breaksAnywhere(QChar c)
 {
     const ushort code = c.unicode();
+    if (c.category() != QChar::Letter_Other || isSmallKana(code))
+        return false;
     return (code >= 0x2e80 && code < 0xa000) || (code >= 0xac00 && code < 0xd7b0)
             || (code >= 0xf900 && code < 0xfb00);
 }
 
-/// The number of code units that a character takes from the budget.
-int costOf(QStringView character)
+uint codePoint(QStringView character)
 {
+    return character.size() > 1 ? QChar::surrogateToUcs4(character[0], character[1])
+                                : character[0].unicode();
+}
+
+/// The number of code units that a character takes from the budget.
+int costOf(QStringView character, bool beginsRun)
+{
+    constexpr int Run = 7; // in addition; see HVTextRuns
     constexpr int Control = 10; // Qt lays out the text up to the next one on its own
     constexpr int Hangul = 2; // without a font, time grows with the square of their number
     const ushort code = character.front().unicode();
     if ((code >= 0x202a && code <= 0x202e) || (code >= 0x2066 && code <= 0x2069))
         return Control;
-    return code >= 0xac00 && code < 0xd7b0 ? Hangul : int(character.size());
+    const int size = code >= 0xac00 && code < 0xd7b0 ? Hangul : int(character.size());
+    return size + (beginsRun ? Run : 0);
 }
 
 } // namespace
@@ -80,7 +102,8 @@ bool HVShownTextWriter::writeCharacter(QStringView character)
 {
     if (isCut())
         return false;
-    if (!m_budget.takeCharacters(m_cost * costOf(character))) {
+    if (!m_budget.takeCharacters(m_cost
+                                 * costOf(character, m_runs.beginsAt(codePoint(character))))) {
         cut();
         return false;
     }
@@ -96,8 +119,7 @@ bool HVShownTextWriter::writeCharacter(QStringView character)
 
 bool HVShownTextWriter::isMarkTooMany(QStringView character)
 {
-    const uint code = character.size() > 1 ? QChar::surrogateToUcs4(character[0], character[1])
-                                           : character[0].unicode();
+    const uint code = codePoint(character);
     if (QChar::isMark(code))
         return ++m_marks > MostMarks;
     if (QChar::category(code) != QChar::Other_Format) // joiners, for example
@@ -120,14 +142,15 @@ void HVShownTextWriter::append(QChar c)
 
 void HVShownTextWriter::breakLongWord(QChar next)
 {
-    if ((next.isSpace() && !isNoBreakSpace(next)) || breaksAnywhere(next)) {
+    const QChar last = m_shown.spoken.isEmpty() ? QChar() : m_shown.spoken.back();
+    if ((next.isSpace() && !isNoBreakSpace(next))
+        || (breaksAnywhere(next) && breaksAnywhere(last))) {
         m_wordLength = 0;
         return;
     }
     // Does not split what is drawn as one character.
-    const bool isJoined =
-            next.isMark() || next == ZeroWidthJoiner || m_shown.spoken.endsWith(ZeroWidthJoiner);
-    if (++m_wordLength <= LongWord || isJoined)
+    const bool isJoined = next.isMark() || next == ZeroWidthJoiner || last == ZeroWidthJoiner;
+    if (++m_wordLength <= (isJoined ? LongWord + LongestJoined : LongWord))
         return;
     m_shown.text += ZeroWidthSpace;
     m_wordLength = 1;
@@ -145,6 +168,7 @@ void HVShownTextWriter::writeEntity(QStringView name)
 void HVShownTextWriter::endWord()
 {
     m_wordLength = 0;
+    m_runs.endParagraph();
     m_shown.spoken += QLatin1Char(' ');
 }
 

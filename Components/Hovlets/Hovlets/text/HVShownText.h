@@ -2,6 +2,7 @@
 #pragma once
 
 #include "HVDisplayBudget.h"
+#include "HVTextRuns.h"
 
 #include <QtCore/QString>
 
@@ -27,6 +28,7 @@ struct HVShownText
  *   U+FFFD.
  * - A word of hundreds of letters gets zero-width spaces where it may break, because Qt measures
  *   the whole rest of a word for each of its lines.
+ * - A letter in another script or direction than the one before counts as eight.
  * - A letter keeps its first 30 marks, such as accents.
  * - Where the budget ends, the text ends with "…", and nothing more is written.
  */
@@ -72,6 +74,7 @@ private:
     int m_cost = 1;
     int m_wordLength = 0;
     int m_marks = 0; // on the current letter
+    HVTextRuns m_runs;
 };
 
 /// Converts \a text to plain text within \a budget.
