@@ -90,6 +90,28 @@ constexpr Text Texts[] = {
       [](int size) { return "<p>\xd8\xa8" + times(size, "\xd9\x8b") + "</p>"; } },
     { "embedded directions",
       [](int size) { return "<p>" + times(size, "\xe2\x80\xab\xd7\x90 x") + "</p>"; } },
+    { "scripts", [](int size) { return "<p>" + times(size, "w\xd0\xb0\xce\xb1") + "</p>"; } },
+    { "directions of letters", [](int size) { return cdata("<b>" + times(size, "w\xd8\xb4")); } },
+    { "numbers in Hebrew", [](int size) { return "<p>" + times(size, "\xd7\x90 1") + "</p>"; } },
+    { "joined letters",
+      [](int size) { return "<title>" + times(size, "w\xe2\x80\x8d") + "</title>"; } },
+    { "small kana", [](int size) { return "<title>" + times(size, "\xe3\x81\xa3") + "</title>"; } },
+    { "full stops", [](int size) { return cdata("<b>" + times(size, "\xe3\x80\x81")); } },
+    { "notes of words",
+      [](int size) {
+          return times(size,
+                       "<note>many words in each of these notes, which wrap, and again</note>");
+      } },
+    { "paragraphs of words",
+      [](int size) {
+          return times(size,
+                       "<p>many words in each of these paragraphs, which wrap, and again</p>");
+      } },
+    { "blocks of code",
+      [](int size) {
+          return times(size,
+                       "<pre>many words in each of these lines, which wrap, and once again</pre>");
+      } },
     { "end tags", [](int size) { return cdata(times(size, "</b>")).repeated(10); } },
     { "styles",
       [](int size) {

@@ -253,6 +253,17 @@ private Q_SLOTS:
         QCOMPARE(content.limitMet, text("3 elements"));
     }
 
+    /// Each has a label, which is laid out, too.
+    void shouldCountNotesAndWarningsTwice()
+    {
+        Element entry(m_root.get());
+        for (int i = 0; i < m_limits.shownElements; ++i)
+            entry.add(i % 2 ? "note" : "warning", text("x"));
+        const HVEntryContent content = read();
+        QCOMPARE(int(content.blocks.size()), m_limits.shownElements / 2 + 1); // and an ellipsis
+        QCOMPARE(content.limitMet, text("300 elements"));
+    }
+
     void shouldShowFewColumnsOfAVeryWideTable()
     {
         Element row = Element(m_root.get()).add("table").add("tr");

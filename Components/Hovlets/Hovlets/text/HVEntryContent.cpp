@@ -299,6 +299,9 @@ private:
     /// here. Words follow the text; anything larger becomes a block of its own.
     void addText(const HVXmlElement &element, Kind kind)
     {
+        // Counts twice: the label is laid out, too.
+        if (kind == Kind::Note || kind == Kind::Warning)
+            m_budget.takeElement();
         QString text;
         m_texts.append(text, element.content());
         Elements blocks;
