@@ -187,6 +187,18 @@ private:
         Pointer::click();
         QTRY_COMPARE(m_pinned->windowType(), type);
         QVERIFY(QTest::qWaitForWindowExposed(m_pinned));
+        if (QGuiApplication::platformName() == QLatin1String("xcb"))
+            moveBelowTheWindow();
+    }
+
+    /// The title of the popup may be tall enough to cover controls.
+    void moveBelowTheWindow()
+    {
+        const int bottom = m_window->geometry().bottom();
+        m_pinned->move(m_window->geometry().left(), bottom + 50);
+        QVERIFY(colorAppears(PopupColor, [&](const QRect &found) {
+            return found.top() > bottom && found.size() == QSize(200, 100);
+        }));
     }
 
     /// Window managers differ in whether they activate a new tool window. All activate one that is
@@ -200,22 +212,23 @@ private:
             return;
         Pointer::moveTo(m_place.center());
         Pointer::click();
-        // A tool window counts as active while the window that it belongs to is.
         QTRY_COMPARE(QGuiApplication::focusWindow(), m_pinned->windowHandle());
-        QVERIFY(!m_window->isActiveWindow());
     }
 
-    /// Clicks the host's window like a user, until it becomes active.
+    /// Clicks the host's window like a user, until it has the focus. A window counts as active
+    /// while another that belongs to it has the focus.
     void activateWindow()
     {
         Pointer::moveTo(m_window->mapToGlobal(m_window->rect().bottomRight() - QPoint(5, 5)));
-        const auto isActive = [this] { return m_window->isActiveWindow(); };
-        bool active = false;
-        for (int clicks = 0; clicks < 20 && !active; ++clicks) {
+        const auto hasFocus = [this] {
+            return QGuiApplication::focusWindow() == m_window->windowHandle();
+        };
+        bool focused = false;
+        for (int clicks = 0; clicks < 20 && !focused; ++clicks) {
             Pointer::click();
-            active = QTest::qWaitFor(isActive, 2000);
+            focused = QTest::qWaitFor(hasFocus, 2000);
         }
-        QVERIFY(active);
+        QVERIFY(focused);
     }
 
     QPointer<HVWidget> m_pinned;
