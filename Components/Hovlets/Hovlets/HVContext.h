@@ -212,10 +212,10 @@ private:
 namespace Hovlets {
 
 /*!
- * Writes the settings that suit most applications: the library watches the mouse, control files can
- * name only files in packages, popups show beside their control, controls on the way to a popup do
- * not hide it, Escape and the wheel do, and hidden popups free the frames of their clips after half
- * a minute. docs/settings.md lists the settings.
+ * Writes the settings that suit most applications: the library watches the mouse, control files
+ * name only files in packages, content falls back to the user's language, popups show beside their
+ * control, controls on the way to a popup do not hide it, Escape and the wheel do, and hidden
+ * popups free the frames of their clips after half a minute. docs/settings.md lists the settings.
  *
  * They differ from the defaults, which change nothing that hosts and content rely on. Call this
  * function first, on the context that you pass to HVInterface, then overwrite settings as you like.
