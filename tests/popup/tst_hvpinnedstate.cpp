@@ -55,6 +55,35 @@ private Q_SLOTS:
         QCOMPARE(*decoded, popups);
     }
 
+    void shouldReturnTheSizesThatUsersGaveToPopups()
+    {
+        QVector<HVPinnedState> popups = somePopups();
+        const QByteArray withoutSizes = encodePinnedStates(popups);
+        popups[1].size = { 400, 300 };
+        const QByteArray bytes = encodePinnedStates(popups);
+        QCOMPARE(bytes.size(), withoutSizes.size() + popups.size() * 8);
+        const auto decoded = decodePinnedStates(bytes);
+        QVERIFY(decoded.has_value());
+        QCOMPARE(*decoded, popups);
+        for (int length = 0; length < bytes.size(); ++length)
+            QVERIFY(!decodePinnedStates(bytes.left(length)));
+    }
+
+    void shouldRefuseImpossibleSizes_data()
+    {
+        QTest::addColumn<QSize>("size");
+        QTest::newRow("too wide") << QSize(40000, 300);
+        QTest::newRow("too high") << QSize(300, 40000);
+    }
+
+    void shouldRefuseImpossibleSizes()
+    {
+        QFETCH(QSize, size);
+        QVector<HVPinnedState> popups = somePopups();
+        popups[0].size = size;
+        QVERIFY(!decodePinnedStates(encodePinnedStates(popups)));
+    }
+
     void shouldReadTheBytesOfTheFirstVersion()
     {
         // Hosts have saved states like this one, so it must never change.

@@ -135,7 +135,13 @@ enum contextKey {
     HVKeyWarmUp = 1181,
     /// bool, false: the default user interface uses the tooltip colours of the palette even where
     /// they are the pale yellow that many desktops have by default.
-    HVKeyExactToolTipColors = 1220
+    HVKeyExactToolTipColors = 1220,
+    /// bool, false: popups may have rounded corners, and have a shadow and, beside their control,
+    /// an arrow, where the window system blends windows.
+    HVKeySurface = 1230,
+    /// bool, false: a pinned popup has a title bar of its user interface instead of the desktop's,
+    /// and can be resized.
+    HVKeyOwnTitleBar = 1231
 };
 
 } // namespace Hovlets
@@ -214,8 +220,9 @@ namespace Hovlets {
 /*!
  * Writes the settings that suit most applications: the library watches the mouse, control files
  * name only files in packages, content falls back to the user's language, popups show beside their
- * control, controls on the way to a popup do not hide it, Escape and the wheel do, and hidden
- * popups free the frames of their clips after half a minute. docs/settings.md lists the settings.
+ * control with a shadow and rounded corners, controls on the way to a popup do not hide it, Escape
+ * and the wheel do, pinned popups have a slim title bar, and hidden popups free the frames of their
+ * clips after half a minute. docs/settings.md lists the settings.
  *
  * They differ from the defaults, which change nothing that hosts and content rely on. Call this
  * function first, on the context that you pass to HVInterface, then overwrite settings as you like.

@@ -196,7 +196,8 @@ public:
 
     /*!
      * Encodes the pinned popups that are open, for restoreState() in a later run: their keys,
-     * locales, positions and whether they stay on top. The bytes carry a version of their format.
+     * locales, positions, sizes that the user gave them, and whether they stay on top. The bytes
+     * carry a version of their format.
      */
     [[nodiscard]] QByteArray saveState() const;
 

@@ -41,7 +41,8 @@ const QMap<QString, int> &settingsByName()
         HV_NAMED(HVKeyExpandDelay),        HV_NAMED(HVKeyDismissOnKey),
         HV_NAMED(HVKeyClipReleaseDelay),   HV_NAMED(HVKeyShowOwnTips),
         HV_NAMED(HVKeyPinnedInTaskbar),    HV_NAMED(HVKeyWarmUp),
-        HV_NAMED(HVKeyExactToolTipColors),
+        HV_NAMED(HVKeyExactToolTipColors), HV_NAMED(HVKeySurface),
+        HV_NAMED(HVKeyOwnTitleBar),
     };
     return names;
 }

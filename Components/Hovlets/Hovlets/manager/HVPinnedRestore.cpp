@@ -8,6 +8,7 @@
 #include "HVPinnedState.h"
 #include "HVShowScope.h"
 #include "HVView.h"
+#include "HVViewWindow.h"
 #include "HVWidget.h"
 
 #include <QtWidgets/QApplication>
@@ -58,6 +59,8 @@ void restore(HVManager &manager, HVHoverPopup &popup, const HVPinnedState &state
     popup.prepareForContent(&manager);
     popup.view()->setContentTree(std::move(found.tree));
     const QPointer<HVWidget> widget(popup.widget());
+    if (manager.context().get(HVKeyOwnTitleBar).toBool())
+        popup.view()->viewWindow().setUserSize(state.size);
     widget->showPinned(state.position, hostWindow(), entry, found.packageRoot);
     if (!widget || !state.stayOnTop || !widget->isWindow() || !widget->view()->reserved())
         return;

@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVWindowSystem.h"
 
+#include "HVX11.h"
+
+#include <QtGui/QCursor>
 #include <QtGui/QGuiApplication>
+#include <QtGui/QWindow>
 
 namespace Hovlets {
 
@@ -11,6 +15,11 @@ namespace {
 bool isWayland()
 {
     return QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+}
+
+bool isX11()
+{
+    return QGuiApplication::platformName() == QLatin1String("xcb");
 }
 
 } // namespace
@@ -23,6 +32,20 @@ bool programsPlaceWindows()
 bool windowsHaveOpacity()
 {
     return !isWayland();
+}
+
+bool windowsAreBlended()
+{
+    return !isX11() || isX11Composited();
+}
+
+bool passInputThrough(QWindow &window)
+{
+    window.setFlag(Qt::WindowTransparentForInput);
+    if (!isX11())
+        return true;
+    QCursor::pos(); // waits until the server has the window
+    return passX11InputThrough(window.winId());
 }
 
 } // namespace Hovlets

@@ -5,6 +5,8 @@
 // private headers, so these functions use the documented name of the platform. Call them once the
 // application exists. GUI thread only.
 
+class QWindow;
+
 namespace Hovlets {
 
 /*!
@@ -17,5 +19,12 @@ bool programsPlaceWindows();
 
 /// Whether a window as a whole can be translucent. If not, Qt prints a message for each attempt.
 bool windowsHaveOpacity();
+
+/// Whether translucent pixels of a window show what is behind it. On X11, this changes when a
+/// compositor starts or ends; without one, such pixels are black.
+bool windowsAreBlended();
+
+/// Lets clicks and the pointer through a window that has a native one. Returns false if that fails.
+bool passInputThrough(QWindow &window);
 
 } // namespace Hovlets

@@ -68,4 +68,12 @@ QPoint HVBesideControl::cornerFor(const QSize &popup)
     return m_request.current->geometry.topLeft();
 }
 
+std::optional<HVArrow> HVBesideControl::arrow(int corner) const
+{
+    if (!m_request.current)
+        return std::nullopt;
+    const QRect visible = m_request.control.intersected(m_request.area);
+    return arrowTowards(visible, *m_request.current, corner);
+}
+
 } // namespace Hovlets

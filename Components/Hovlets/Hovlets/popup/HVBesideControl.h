@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "HVArrow.h"
 #include "HVControlPart.h"
 #include "HVPlacement.h"
 
 #include <QtGui/QRegion>
+
+#include <optional>
 
 class QWidget;
 
@@ -27,6 +30,9 @@ public:
     /// The top-left corner for a popup of this size. If the popup already has a place, its edge
     /// that faces the control does not move.
     QPoint cornerFor(const QSize &popup);
+
+    /// The arrow of the popup at its place, which keeps the distance \a corner to its corners.
+    [[nodiscard]] std::optional<HVArrow> arrow(int corner) const;
 
 private:
     HVPlacementRequest m_request;

@@ -2,6 +2,7 @@
 #include "HVHoveredControl.h"
 
 #include "HVControlWatch.h"
+#include "HVDisabledReason.h"
 #include "HVDismissalWatch.h"
 #include "HVExpansion.h"
 #include "HVPathWatch.h"
@@ -22,6 +23,7 @@ HVHoveredControl::HVHoveredControl(QWidget &popup, HVPopupServices *services, QW
     , m_widget(reference)
     , m_described(popup)
     , m_control(new HVControlWatch(popup))
+    , m_reason(new HVDisabledReason(&popup))
     , m_dismissal(new HVDismissalWatch(popup))
     , m_path(new HVPathWatch(popup))
     , m_expansion(new HVExpansion(&popup))
@@ -33,6 +35,7 @@ HVHoveredControl::HVHoveredControl(QWidget &popup, HVPopupServices *services, QW
     });
     connect(m_control, &HVControlWatch::activeWindowCovered, this, &HVHoveredControl::inTheWay);
     connect(m_dismissal, &HVDismissalWatch::dismissed, this, &HVHoveredControl::ended);
+    connect(m_reason, &HVDisabledReason::changed, this, &HVHoveredControl::disabledReasonChanged);
     connect(m_path, &HVPathWatch::pointerIsAt, this, &HVHoveredControl::pointerIsAt);
     connect(m_expansion, &HVExpansion::due, this, &HVHoveredControl::expansionDue);
 }
@@ -52,7 +55,13 @@ void HVHoveredControl::set(QWidget *control)
     m_widget = control;
     m_pointer = std::exchange(m_nextPointer, {}).value_or(QCursor::pos());
     m_control->watch(control);
+    m_reason->watch(control, m_pointer);
     m_described.reset();
+}
+
+QString HVHoveredControl::disabledReason() const
+{
+    return m_reason->text();
 }
 
 std::optional<HVBesideControl> HVHoveredControl::beside() const

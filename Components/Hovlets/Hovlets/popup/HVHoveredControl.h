@@ -7,6 +7,7 @@
 
 #include <QtCore/QObject>
 #include <QtCore/QPointer>
+#include <QtCore/QString>
 #include <QtCore/QVariant>
 
 #include <optional>
@@ -14,6 +15,7 @@
 namespace Hovlets {
 
 class HVControlWatch;
+class HVDisabledReason;
 class HVDismissalWatch;
 class HVExpansion;
 class HVPathWatch;
@@ -41,6 +43,9 @@ public:
 
     /// The popup describes \a control, which may be null.
     void set(QWidget *control);
+
+    /// Why the control is disabled, if the host says so; see HVDisabledReason.
+    [[nodiscard]] QString disabledReason() const;
 
     /// The place beside the control, if the settings ask for it and there is a control.
     [[nodiscard]] std::optional<HVBesideControl> beside() const;
@@ -80,6 +85,9 @@ Q_SIGNALS:
     /// The simple popup becomes the full one.
     void expansionDue();
 
+    /// disabledReason() may have changed.
+    void disabledReasonChanged();
+
 private:
     QVariant setting(contextKey key) const;
 
@@ -92,6 +100,7 @@ private:
 
     // Children of the popup
     HVControlWatch *m_control;
+    HVDisabledReason *m_reason;
     HVDismissalWatch *m_dismissal; // runs while the popup is up
     HVPathWatch *m_path; // runs while the popup is up
     HVExpansion *m_expansion; // runs while a simple popup is up

@@ -2,6 +2,7 @@
 #include "HVPinnedPopups.h"
 
 #include "HVView.h"
+#include "HVViewWindow.h"
 #include "HVWidget.h"
 #include "HVXmlElement.h"
 
@@ -56,7 +57,7 @@ QVector<HVPinnedState> HVPinnedPopups::states() const
             continue;
         const bool stayOnTop = popup->windowFlags().testFlag(Qt::WindowStaysOnTopHint);
         states.append({ content->attribute(QStringLiteral("key")), locale, popup->placeOfWindow(),
-                        stayOnTop });
+                        stayOnTop, popup->view()->viewWindow().userSize() });
     }
     return states;
 }

@@ -11,7 +11,9 @@ namespace Hovlets {
 namespace {
 
 constexpr quint32 Mark = 0x48565050; // "HVPP"
-constexpr quint16 Version = 1;
+constexpr quint16 FirstVersion = 1;
+constexpr quint16 VersionWithSizes = 2;
+constexpr qint32 LargestSize = 32767; // px; of windows on X11
 constexpr int ChecksumSize = sizeof(quint32);
 
 /// FNV-1a. It detects accidental damage only: whoever can write the host's settings can also forge
@@ -48,7 +50,20 @@ bool readText(QDataStream &stream, QString &text)
     return stream.status() == QDataStream::Ok;
 }
 
-bool readPopup(QDataStream &stream, HVPinnedState &popup)
+/// Sizes are empty, or those that a window can have.
+bool readSize(QDataStream &stream, QSize &size)
+{
+    qint32 width = 0;
+    qint32 height = 0;
+    stream >> width >> height;
+    size = { width, height };
+    const bool isNone = width == 0 && height == 0;
+    const bool isPossible =
+            width > 0 && width <= LargestSize && height > 0 && height <= LargestSize;
+    return stream.status() == QDataStream::Ok && (isNone || isPossible);
+}
+
+bool readPopup(QDataStream &stream, quint16 version, HVPinnedState &popup)
 {
     qint32 x = 0;
     qint32 y = 0;
@@ -58,7 +73,14 @@ bool readPopup(QDataStream &stream, HVPinnedState &popup)
     stream >> x >> y >> stayOnTop;
     popup.position = { x, y };
     popup.stayOnTop = stayOnTop != 0;
-    return stream.status() == QDataStream::Ok && stayOnTop <= 1;
+    if (stream.status() != QDataStream::Ok || stayOnTop > 1)
+        return false;
+    return version == FirstVersion || readSize(stream, popup.size);
+}
+
+bool hasSize(const HVPinnedState &popup)
+{
+    return !popup.size.isEmpty();
 }
 
 bool isTooLong(const HVPinnedState &popup)
@@ -72,7 +94,7 @@ bool isTooLong(const HVPinnedState &popup)
 bool HVPinnedState::operator==(const HVPinnedState &other) const
 {
     return key == other.key && locale == other.locale && position == other.position
-            && stayOnTop == other.stayOnTop;
+            && stayOnTop == other.stayOnTop && size == other.size;
 }
 
 QByteArray encodePinnedStates(const QVector<HVPinnedState> &popups)
@@ -84,12 +106,16 @@ QByteArray encodePinnedStates(const QVector<HVPinnedState> &popups)
     QByteArray bytes;
     QDataStream stream(&bytes, QIODevice::WriteOnly);
     stream.setVersion(QDataStream::Qt_5_15);
-    stream << Mark << Version << static_cast<quint16>(kept.size());
+    const bool haveSizes = std::any_of(kept.cbegin(), kept.cend(), hasSize);
+    stream << Mark << (haveSizes ? VersionWithSizes : FirstVersion)
+           << static_cast<quint16>(kept.size());
     for (const HVPinnedState &popup : std::as_const(kept)) {
         writeText(stream, popup.key);
         writeText(stream, popup.locale);
         stream << qint32(popup.position.x()) << qint32(popup.position.y())
                << quint8(popup.stayOnTop);
+        if (haveSizes)
+            stream << qint32(popup.size.width()) << qint32(popup.size.height());
     }
     stream << checksum(bytes.constData(), static_cast<int>(bytes.size()));
     return bytes;
@@ -103,14 +129,14 @@ std::optional<QVector<HVPinnedState>> decodePinnedStates(const QByteArray &bytes
     quint16 version = 0;
     quint16 count = 0;
     stream >> mark >> version >> count;
-    if (stream.status() != QDataStream::Ok || mark != Mark || version != Version
-        || count > MaximumPinnedStates)
+    if (stream.status() != QDataStream::Ok || mark != Mark || version < FirstVersion
+        || version > VersionWithSizes || count > MaximumPinnedStates)
         return std::nullopt;
 
     QVector<HVPinnedState> popups;
     for (int i = 0; i < count; ++i) {
         HVPinnedState popup;
-        if (!readPopup(stream, popup))
+        if (!readPopup(stream, version, popup))
             return std::nullopt;
         popups.append(popup);
     }
@@ -119,6 +145,9 @@ std::optional<QVector<HVPinnedState>> decodePinnedStates(const QByteArray &bytes
     stream >> sum;
     const bool isWhole = stream.status() == QDataStream::Ok && end + ChecksumSize == bytes.size()
             && sum == checksum(bytes.constData(), static_cast<int>(end));
+    // One state has one encoding.
+    if (version == VersionWithSizes && std::none_of(popups.cbegin(), popups.cend(), hasSize))
+        return std::nullopt;
     return isWhole ? std::make_optional(popups) : std::nullopt;
 }
 

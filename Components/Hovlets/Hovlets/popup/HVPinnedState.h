@@ -3,6 +3,7 @@
 
 #include <QtCore/QByteArray>
 #include <QtCore/QPoint>
+#include <QtCore/QSize>
 #include <QtCore/QString>
 #include <QtCore/QVector>
 
@@ -22,6 +23,8 @@ struct HVPinnedState
     /// Top-left corner of the window's frame: global, in pixels.
     QPoint position;
     bool stayOnTop = false;
+    /// Size that the user gave the popup's view; empty if its content determines it.
+    QSize size { 0, 0 };
 
     [[nodiscard]] bool operator==(const HVPinnedState &other) const;
 };
@@ -35,7 +38,8 @@ constexpr int MaximumPinnedStateText = 4096;
 /*!
  * \brief Encodes \a popups in their order.
  *
- * The bytes begin with a mark and the format's version, and end with a checksum.
+ * The bytes begin with a mark and the format's version, and end with a checksum. Without sizes,
+ * they are those of the first version, which all releases can decode.
  */
 QByteArray encodePinnedStates(const QVector<HVPinnedState> &popups);
 

@@ -3,6 +3,7 @@
 
 #include "HVPinnedCompanions.h"
 #include "HVView.h"
+#include "HVViewWindow.h"
 #include "HVWidget.h"
 #include "HVXmlElement.h"
 
@@ -17,6 +18,14 @@ namespace {
 
 constexpr Qt::WindowFlags PinnedHints =
         Qt::WindowTitleHint | Qt::CustomizeWindowHint | Qt::WindowCloseButtonHint;
+
+/// A popup that draws its title bar has no frame of the desktop.
+Qt::WindowFlags hintsFor(const HVWidget &popup)
+{
+    const HVView *view = popup.view();
+    const bool isOwn = view && view->viewWindow().titleBar() == HVViewWindow::TitleBar::Own;
+    return isOwn ? Qt::FramelessWindowHint : PinnedHints;
+}
 
 /// The content of the popup, whose view may be gone by the time the popup moves.
 const HVXmlElement *contentOf(const HVWidget &popup)
@@ -95,7 +104,7 @@ void showAsWindow(HVWidget &popup, const QPoint &position, Qt::WindowType type)
     popup.setAttribute(Qt::WA_DeleteOnClose);
     const QWidget *reference = popup.referenceWidget();
     QWidget *window = reference ? reference->window() : nullptr;
-    popup.setParent(parentInside(window, popup), type | PinnedHints);
+    popup.setParent(parentInside(window, popup), type | hintsFor(popup));
     if (window)
         HVPinnedCompanions::add(popup, *window);
     popup.setWindowModality(Qt::NonModal);

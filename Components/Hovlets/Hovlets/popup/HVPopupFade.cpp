@@ -23,6 +23,7 @@ HVPopupFade::HVPopupFade(QWidget &popup)
         if (qFuzzyIsNull(m_animation->endValue().toReal()))
             Q_EMIT fadedOut();
     });
+    connect(m_animation, &QPropertyAnimation::valueChanged, this, &HVPopupFade::opacityChanged);
 }
 
 bool HVPopupFade::isRunning() const
@@ -59,6 +60,7 @@ void HVPopupFade::makeOpaque()
 {
     stop();
     m_popup.setWindowOpacity(Opaque);
+    Q_EMIT opacityChanged();
 }
 
 void HVPopupFade::run(qreal from, qreal to, int duration)

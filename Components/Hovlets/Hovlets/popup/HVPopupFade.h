@@ -44,6 +44,9 @@ Q_SIGNALS:
     /// Emitted when a fade-out has ended and was not stopped.
     void fadedOut();
 
+    /// Emitted when the fade has changed the opacity of the popup.
+    void opacityChanged();
+
 private:
     void run(qreal from, qreal to, int duration);
 

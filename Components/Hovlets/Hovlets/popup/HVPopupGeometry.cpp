@@ -209,6 +209,14 @@ QRect HVPopupGeometry::visible(const QRect &geometry, bool *shifted) const
     return shiftedInto(geometry, area.isNull() ? geometry : area, shifted);
 }
 
+std::optional<HVArrow> HVPopupGeometry::arrow(int corner) const
+{
+    const QWidget *const window = this->window();
+    if (!m_beside || !window || window->pos() != m_placed)
+        return std::nullopt;
+    return m_beside->arrow(corner);
+}
+
 /// The screen at \a position, or that of the control if there is none.
 QScreen *HVPopupGeometry::screenAt(const QPoint &position) const
 {

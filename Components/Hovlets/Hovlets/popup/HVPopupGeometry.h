@@ -93,6 +93,10 @@ public:
     /// shiftedInto().
     [[nodiscard]] QRect visible(const QRect &geometry, bool *shifted = nullptr) const;
 
+    /// The arrow of a popup that is beside its control, at the distance \a corner or more from its
+    /// corners.
+    [[nodiscard]] std::optional<HVArrow> arrow(int corner) const;
+
 private:
     [[nodiscard]] QScreen *screenAt(const QPoint &position) const;
     void takeSize(QWidget *window, const QSize &view);

@@ -4,6 +4,7 @@
 #include "HVPaintNow.h"
 #include "HVPinning.h"
 #include "HVShowScope.h"
+#include "HVViewWindow.h"
 
 #include <QtCore/QEvent>
 #include <QtGui/QCursor>
@@ -13,6 +14,18 @@
 
 namespace Hovlets {
 
+namespace {
+
+/// A user interface with square corners draws its own outline.
+HVFrameLook lookOf(const HVView &view)
+{
+    const qreal radius = view.cornerRadius();
+    return radius > 0 ? HVFrameLook { radius, view.fillColor(), view.rimColor(), {} }
+                      : HVFrameLook();
+}
+
+} // namespace
+
 HVWidget::HVWidget(HVManager *manager, QWidget *parent, QWidget *referenceWidget)
     : QWidget(parent)
     , d(std::make_unique<Private>(*this, popupServicesOf(manager), referenceWidget))
@@ -20,10 +33,17 @@ HVWidget::HVWidget(HVManager *manager, QWidget *parent, QWidget *referenceWidget
     setAttribute(Qt::WA_ShowWithoutActivating);
     if (!d->setting(HVKeyPopupIsWindow).toBool())
         setWindowFlags(Qt::ToolTip);
+    if (d->setting(HVKeySurface).toBool() && windowType() == Qt::ToolTip)
+        d->surface->enable();
+    connect(d->fade, &HVPopupFade::opacityChanged, d->surface, &HVSurface::updateOpacity);
     connect(d->fade, &HVPopupFade::fadedOut, this, &HVWidget::hideAnimationFinished);
     connect(d->hideTimer, &QTimer::timeout, this, &HVWidget::hideAnimated);
     connect(d->hovered, &HVHoveredControl::ended, this, &HVWidget::hide);
     connect(d->hovered, &HVHoveredControl::pointerIsAt, this, &HVWidget::checkMousePosition);
+    connect(d->hovered, &HVHoveredControl::disabledReasonChanged, this, [this] {
+        if (d->view)
+            d->view->setDisabledReason(d->hovered->disabledReason());
+    });
     connect(d->hovered, &HVHoveredControl::expansionDue, this, [this] {
         if (d->view)
             d->view->expand();
@@ -115,10 +135,15 @@ bool HVWidget::load(HVXmlElement *content, const QString &rootPath)
 {
     const QPointer<HVWidget> self(this);
     d->isChanging = true;
+    d->surface->refresh();
+    d->view->setSurface(d->surface->isRounded(), d->surface->isFramed());
+    d->view->setDisabledReason(d->hovered->disabledReason());
     d->view->showContent(content, rootPath);
     if (!self)
         return false;
     d->isChanging = false;
+    if (d->view)
+        d->surface->setLook(lookOf(*d->view));
     return !d->retired && d->view && d->view->content() == content;
 }
 
@@ -158,10 +183,33 @@ void HVWidget::retire()
 /// windows have another colour.
 void HVWidget::paintEvent(QPaintEvent *event)
 {
+    if (d->surface->isRounded() && d->view && d->view->cornerRadius() > 0)
+        return paintRoundedRim();
     QColor color = d->view ? d->view->rimColor() : QColor();
     if (!color.isValid())
         color = QToolTip::palette().color(QPalette::Active, QPalette::ToolTipBase);
     QPainter(this).fillRect(event->rect(), color);
+}
+
+/// Continues the rounded rectangle that the user interface draws in the view, whose last pixels are
+/// in the rim.
+void HVWidget::paintRoundedRim()
+{
+    QPainter painter(this);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    painter.fillRect(rect(), Qt::transparent);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+    painter.setPen(Qt::NoPen);
+    const qreal radius = d->view->cornerRadius();
+    if (!d->surface->isFramed()) {
+        painter.setBrush(d->view->rimColor());
+        painter.drawRoundedRect(QRectF(rect()), radius, radius);
+    }
+    const qreal line = d->surface->isFramed() ? 0 : 1;
+    painter.setBrush(d->view->fillColor());
+    painter.drawRoundedRect(QRectF(rect()).adjusted(line, line, -line, -line), radius - line,
+                            radius - line);
 }
 
 void HVWidget::contentReservedChanged()
@@ -175,11 +223,30 @@ void HVWidget::contentReservedChanged()
     d->hovered->release(d->hovered->widget());
     d->geometry.leaveToUser();
     d->hideTimer->stop();
+    decideOnTitleBar(container);
     const auto type = d->setting(HVKeyPinnedInTaskbar).toBool() ? Qt::Window : Qt::Tool;
     if (container)
         dockPopup(*this, *container, type);
     else
         makeWindow(*this, type);
+}
+
+/// Decides who draws the title bar of a popup that goes into \a container, or, if that is null,
+/// becomes a window.
+void HVWidget::decideOnTitleBar(const QWidget *container)
+{
+    using TitleBar = HVViewWindow::TitleBar;
+    const bool isWanted = d->setting(HVKeyOwnTitleBar).toBool();
+    const bool isOwn = isWanted && !container && d->view->drawsTitleBar();
+    const bool isDesktops = isWanted && !isOwn && (!container || container->isWindow());
+    d->surface->leave(!isOwn);
+    d->view->setSurface(d->surface->isRounded(), d->surface->isFramed());
+    HVViewWindow &window = d->view->viewWindow();
+    if (!isOwn)
+        window.setUserSize({});
+    window.setTitleBar(isOwn ? TitleBar::Own : isDesktops ? TitleBar::Desktop : TitleBar::None);
+    if (isOwn)
+        contentResized();
 }
 
 /// Makes hovletView.close() close the window around the view. Closing only the view would leave an

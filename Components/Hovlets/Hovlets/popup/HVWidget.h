@@ -137,6 +137,7 @@ protected:
     void showEvent(QShowEvent *event) override;
     void hideEvent(QHideEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
     bool eventFilter(QObject *object, QEvent *event) override;
 
 private:
@@ -145,6 +146,9 @@ private:
     [[nodiscard]] bool useScreenAt(const std::optional<QPoint> &position);
     [[nodiscard]] bool place(const QPoint &pos);
     void endShow();
+    void paintRoundedRim();
+    void decideOnTitleBar(const QWidget *container);
+    [[nodiscard]] bool isResizable() const;
     void endFadeOut();
 
     class Private;

@@ -1,11 +1,22 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVWidgetPrivate.h"
 
+#include "HVViewWindow.h"
+
+#include <QtGui/QResizeEvent>
+
 #include <utility>
 
 // Where the popup is: the screen, the place beside the control, and the size.
 
 namespace Hovlets {
+
+namespace {
+
+constexpr QSize SmallestPinned(160, 80); // px
+constexpr QSize RimOfPinned(1, 1); // as that of other popups
+
+} // namespace
 
 /// Makes \a control, which may be null, the one that the next content describes. Returns false if
 /// the host's code has closed or deleted the popup.
@@ -57,7 +68,10 @@ void HVWidget::placeFor(QWidget *control, const QPoint &pos)
 {
     if (!d->view)
         return;
-    if (!turnTo(control) || !place(pos))
+    if (!turnTo(control))
+        return;
+    d->view->setDisabledReason(d->hovered->disabledReason());
+    if (!place(pos))
         return;
     d->hideTimer->stop();
     d->hovered->startWatching();
@@ -76,8 +90,33 @@ void HVWidget::reposition()
 
 void HVWidget::contentResized()
 {
-    if (d->view && !d->isChanging)
-        d->geometry.resize(d->view->size());
+    if (!d->view || d->isChanging)
+        return;
+    if (!isResizable())
+        return d->geometry.resize(d->view->size());
+    const QSize size = d->view->size() + RimOfPinned;
+    setMinimumSize(SmallestPinned.boundedTo(size));
+    setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+    resize(size);
+}
+
+/// Whether the user can resize the popup, because it draws its own frame.
+bool HVWidget::isResizable() const
+{
+    return d->pinned && isWindow() && d->view
+            && d->view->viewWindow().titleBar() == HVViewWindow::TitleBar::Own;
+}
+
+/// The user interface takes the size that the user or the desktop gives the window.
+void HVWidget::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    const QSize view = event->size() - RimOfPinned;
+    // Other changes of the size follow the content.
+    if (!event->spontaneous() || !isResizable() || view == d->view->size())
+        return;
+    d->view->viewWindow().setUserSize(view);
+    d->view->resize(view);
 }
 
 } // namespace Hovlets

@@ -5,6 +5,7 @@
 #include "HVPopupFade.h"
 #include "HVPopupGeometry.h"
 #include "HVPopupServices.h"
+#include "HVSurface.h"
 #include "HVView.h"
 #include "HVWidget.h"
 #include "HVWindowSystem.h"
@@ -24,6 +25,7 @@ public:
         , hideTimer(new QTimer(&popup))
         , hovered(new HVHoveredControl(popup, services, reference))
         , geometry(popup)
+        , surface(new HVSurface(popup, geometry))
     {
         geometry.setControl(reference);
         hideTimer->setSingleShot(true);
@@ -45,6 +47,7 @@ public:
     HVHoveredControl *hovered;
 
     HVPopupGeometry geometry;
+    HVSurface *surface; // child of the popup
     bool isChanging = false; // the view loads content, whose size is final when it returns
     bool pinned = false;
     bool retired = false;

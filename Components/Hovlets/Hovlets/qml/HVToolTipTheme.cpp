@@ -17,6 +17,15 @@ HVToolTipTheme::HVToolTipTheme(QObject *parent)
     refresh();
 }
 
+void HVToolTipTheme::setSurface(bool isRounded, bool isFramed)
+{
+    if (isRounded == m_isRounded && isFramed == m_isFramed)
+        return;
+    m_isRounded = isRounded;
+    m_isFramed = isFramed;
+    Q_EMIT surfaceChanged();
+}
+
 void HVToolTipTheme::refresh(bool isExact)
 {
     const QPalette application = QApplication::palette();

@@ -27,6 +27,8 @@ class HVToolTipTheme : public QObject
     Q_PROPERTY(QColor windowText READ windowText NOTIFY changed)
     Q_PROPERTY(QColor accent READ accent NOTIFY changed)
     Q_PROPERTY(bool exact READ isExact NOTIFY changed)
+    Q_PROPERTY(bool rounded READ isRounded NOTIFY surfaceChanged)
+    Q_PROPERTY(bool framed READ isFramed NOTIFY surfaceChanged)
 
 public:
     explicit HVToolTipTheme(QObject *parent);
@@ -56,12 +58,22 @@ public:
     /// host asks for it, or its style sheet sets them.
     [[nodiscard]] bool isExact() const { return m_values.isExact; }
 
+    /// Whether the corners of the popup may be transparent.
+    [[nodiscard]] bool isRounded() const { return m_isRounded; }
+
+    /// Whether the library draws the outline of a popup with transparent corners.
+    [[nodiscard]] bool isFramed() const { return m_isFramed; }
+
+    /// Sets both, and emits surfaceChanged() if either differs.
+    void setSurface(bool isRounded, bool isFramed);
+
     /// Re-reads the desktop's values and emits changed() if any differs. \a isExact is the host's
     /// wish.
     void refresh(bool isExact = false);
 
 Q_SIGNALS:
     void changed();
+    void surfaceChanged();
 
 private:
     struct Values
@@ -77,6 +89,8 @@ private:
     };
 
     Values m_values;
+    bool m_isRounded = false;
+    bool m_isFramed = false;
 };
 
 } // namespace Hovlets

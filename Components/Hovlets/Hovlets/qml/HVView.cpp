@@ -48,6 +48,7 @@ public:
     HVTranslationChain translator;
     HVLookUpMemory lookUps;
     QString packageRoot;
+    QString disabledReason;
     bool stayOpen = false;
     bool reserved = false;
     bool isExpanded = false;
@@ -87,6 +88,38 @@ HVView::~HVView()
 QColor HVView::rimColor() const
 {
     return rootObject() ? rootObject()->property("rimColor").value<QColor>() : QColor();
+}
+
+QColor HVView::fillColor() const
+{
+    return rootObject() ? rootObject()->property("fillColor").value<QColor>() : QColor();
+}
+
+qreal HVView::cornerRadius() const
+{
+    return rootObject() ? rootObject()->property("cornerRadius").toReal() : 0;
+}
+
+bool HVView::drawsTitleBar() const
+{
+    return rootObject() && rootObject()->property("drawsTitleBar").toBool();
+}
+
+HVViewWindow &HVView::viewWindow() const
+{
+    return d->context.window();
+}
+
+void HVView::setSurface(bool isRounded, bool isFramed)
+{
+    d->context.setSurface(isRounded, isFramed);
+    clearBehindCorners();
+}
+
+/// Other user interfaces may rely on the white ground that a view has by default.
+void HVView::clearBehindCorners()
+{
+    setClearColor(cornerRadius() > 0 ? Qt::transparent : Qt::white);
 }
 
 HVXmlElement *HVView::content()
@@ -131,6 +164,7 @@ void HVView::showContent(HVXmlElement *content, const QString &rootPath)
     loadQML(ui.absoluteFilePath());
     if (!self)
         return;
+    clearBehindCorners();
     settle();
 }
 
@@ -147,8 +181,10 @@ void HVView::expand()
         if (!self || content != d->content.entry())
             return;
         loadQML(ui.absoluteFilePath());
-        if (self)
-            resize(sizeHint());
+        if (!self)
+            return;
+        clearBehindCorners();
+        resize(sizeHint());
     });
 }
 
@@ -196,6 +232,19 @@ void HVView::writeReserved(bool value)
     const HVViewActivity::Scope running(d->activity);
     const QScopedValueRollback<bool> writing(d->reservedByQml, true);
     setReserved(value);
+}
+
+QString HVView::disabledReason() const
+{
+    return d->disabledReason;
+}
+
+void HVView::setDisabledReason(const QString &reason)
+{
+    if (reason == d->disabledReason)
+        return;
+    d->disabledReason = reason;
+    Q_EMIT disabledReasonChanged();
 }
 
 int HVView::clipReleaseDelay() const

@@ -20,6 +20,7 @@ namespace Hovlets {
 class HVContentTree;
 class HVLookUpMemory;
 class HVManager;
+class HVViewWindow;
 
 /// The type in which the slot statusHasChanged() has always been declared.
 typedef QQuickWidget::Status DECLARATIVEVIEW_STATUS;
@@ -42,6 +43,7 @@ class HVView : public HVSceneWidget
     Q_PROPERTY(bool documentationAvailable READ documentationAvailable NOTIFY
                        documentationAvailableChanged)
     Q_PROPERTY(QString resourceDirectory READ resourceDirectoryPath)
+    Q_PROPERTY(QString disabledReason READ disabledReason NOTIFY disabledReasonChanged)
 
 public:
     HVView(HVManager *manager, QWidget *parent);
@@ -52,6 +54,24 @@ public:
     /// The colour of the popup's pixels to the right of and below the view: the property "rimColor"
     /// of the root item. Invalid if there is none.
     QColor rimColor() const;
+
+    /// The background of the popup: the property "fillColor" of the root item. Invalid if there is
+    /// none.
+    QColor fillColor() const;
+
+    /// The radius of the corners that the user interface leaves transparent: the property
+    /// "cornerRadius" of the root item, or 0.
+    qreal cornerRadius() const;
+
+    /// Whether the user interface can draw the title bar of a pinned popup: the property
+    /// "drawsTitleBar" of the root item.
+    bool drawsTitleBar() const;
+
+    /// The popup's window as QML sees it.
+    HVViewWindow &viewWindow() const;
+
+    /// What the popup's window permits: see HVToolTipTheme::isRounded() and isFramed().
+    void setSurface(bool isRounded, bool isFramed);
 
     /// The entry; null before the first show, or if it was deleted.
     HVXmlElement *content();
@@ -95,6 +115,10 @@ public:
 
     /// Whether QML is setting the flag: its items must outlive the handler that sets it.
     bool isReservedByQml() const;
+
+    /// Why the control is disabled, in plain text; empty if it is not, or if the host does not say.
+    QString disabledReason() const;
+    void setDisabledReason(const QString &reason);
 
     /// The setting HVKeyClipReleaseDelay, in ms.
     int clipReleaseDelay() const;
@@ -208,12 +232,15 @@ Q_SIGNALS:
     /// Never emitted.
     void resourceDirectoryChanged();
 
+    void disabledReasonChanged();
+
 protected:
     void resizeEvent(QResizeEvent *event) override;
     void changeEvent(QEvent *event) override;
 
 private:
     void writeReserved(bool value);
+    void clearBehindCorners();
 
     class Private;
     std::unique_ptr<Private> d;

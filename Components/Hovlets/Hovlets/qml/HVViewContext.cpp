@@ -5,6 +5,7 @@
 #include "HVToolTipTheme.h"
 #include "HVView.h"
 #include "HVViewMessages.h"
+#include "HVViewWindow.h"
 
 #include <QtCore/QSignalBlocker>
 #include <QtCore/QVector>
@@ -16,6 +17,7 @@ namespace Hovlets {
 HVViewContext::HVViewContext(HVView &view, const HVViewMessages &messages)
     : m_view(view)
     , m_theme(new HVToolTipTheme(&view))
+    , m_window(new HVViewWindow(view))
 {
     auto *reader = new HVEntryReader(&view);
     QObject::connect(reader, &HVEntryReader::warned, &view,
@@ -23,6 +25,7 @@ HVViewContext::HVViewContext(HVView &view, const HVViewMessages &messages)
     QQmlContext *context = view.engine()->rootContext();
     context->setContextProperty(QStringLiteral("hovletTheme"), m_theme);
     context->setContextProperty(QStringLiteral("hovletReader"), reader);
+    context->setContextProperty(QStringLiteral("hovletWindow"), m_window);
 }
 
 void HVViewContext::setContent(const QString &rootPath)
@@ -52,6 +55,11 @@ void HVViewContext::setContent(const QString &rootPath)
 void HVViewContext::refreshTheme(bool isExact)
 {
     m_theme->refresh(isExact);
+}
+
+void HVViewContext::setSurface(bool isRounded, bool isFramed)
+{
+    m_theme->setSurface(isRounded, isFramed);
 }
 
 } // namespace Hovlets

@@ -7,11 +7,12 @@ namespace Hovlets {
 
 class HVToolTipTheme;
 class HVView;
+class HVViewWindow;
 class HVViewMessages;
 
 /*!
  * \brief What the user interface of a view finds by name: "hovlet", "hovletView", "dataLocation",
- * "hovletReader" and "hovletTheme".
+ * "hovletReader", "hovletTheme" and "hovletWindow".
  *
  * GUI thread only.
  */
@@ -28,9 +29,15 @@ public:
     /// HVKeyExactToolTipColors.
     void refreshTheme(bool isExact);
 
+    [[nodiscard]] HVViewWindow &window() const { return *m_window; }
+
+    /// See HVToolTipTheme::setSurface().
+    void setSurface(bool isRounded, bool isFramed);
+
 private:
     HVView &m_view;
     HVToolTipTheme *m_theme; // child of the view
+    HVViewWindow *m_window; // child of the view
 };
 
 } // namespace Hovlets

@@ -168,6 +168,14 @@ QList<HVSetting> makeSettings()
                    "at each show",
                    "false: where the palette's tooltips are pale yellow, the default user interface has the "
                    "colours of lists and text fields; true: the palette's, see [theming](theming.md)"),
+        HV_SETTING(HVKeySurface, "bool", false, "",
+                   "when a popup is created: at the first show, and after one is pinned",
+                   "true: popups have a shadow, rounded corners and, beside their control, an arrow, where "
+                   "the window system blends windows, see [theming](theming.md#corners-shadow-and-arrow)"),
+        HV_SETTING(HVKeyOwnTitleBar, "bool", false, "",
+                   "when a popup is pinned",
+                   "true: a pinned popup has a slim title bar of its user interface instead of the desktop's, "
+                   "and can be resized, see [pinned popups](hosts.md#pinned-popups)"),
     };
     // clang-format on
 }
@@ -201,6 +209,8 @@ const QMap<HVContextKey, QVariant> &recommendedSettings()
         { HVKeySafePath, true },
         { HVKeyDismissOnKey, HVDismissOnEscape | HVDismissOnWheel },
         { HVKeyClipReleaseDelay, 30000 },
+        { HVKeySurface, true },
+        { HVKeyOwnTitleBar, true },
     };
     return settings;
 }

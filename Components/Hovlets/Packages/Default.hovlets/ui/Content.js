@@ -33,8 +33,9 @@ function firstParagraph(blocks) {
     return blocks.filter(function(block) { return block.kind === "paragraph"; }).slice(0, 1);
 }
 
-/// The description of \a content for screen readers, without the title, when \a blocks are shown.
-function spokenContent(content, blocks) {
-    var texts = [content.shortcut].concat(blocks.map(function(block) { return block.spoken; }));
+/// The description of \a content for screen readers, without the title, when \a blocks are shown
+/// below \a reason.
+function spokenContent(content, reason, blocks) {
+    var texts = [content.shortcut, reason].concat(blocks.map(function(block) { return block.spoken; }));
     return texts.filter(function(text) { return text; }).join("\n");
 }

@@ -49,7 +49,8 @@ import "Content.js" as Content
  * placeholders "%(name)s" are filled with plain text.
  *
  * The texts of the user interface itself have the context "HovletsUI": "Keep open", "Close", "Play",
- * "Pause", "Play again", "Position in the clip", "Scroll", which only screen readers read, "Note" and "Warning".
+ * "Pause", "Play again", "Position in the clip", "Scroll" and "Pinned", which only screen readers read,
+ * "Note" and "Warning".
  *
  * If the host sets the global property "reducedMotion" to true, a clip shows its last frame until
  * it is clicked. Nothing else in the popup moves by itself.

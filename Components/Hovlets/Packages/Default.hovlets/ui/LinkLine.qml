@@ -12,6 +12,20 @@ Item {
     signal clicked()
 
     implicitHeight: label.height
+    activeFocusOnTab: true
+    Keys.onSpacePressed: clicked()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
+
+    Rectangle {
+        objectName: "focusRing"
+        anchors { fill: label; leftMargin: -3; rightMargin: -3; topMargin: -1; bottomMargin: -1 }
+        visible: line.activeFocus
+        radius: 3
+        color: "transparent"
+        border.width: 2
+        border.color: line.theme.accent
+    }
 
     Paragraph {
         id: label
@@ -20,12 +34,14 @@ Item {
         anchors.left: line.left
         width: Math.min(line.width, naturalWidth)
         // Where links have the colour of the text, only the line distinguishes them.
-        font: area.containsMouse || Qt.colorEqual(color, line.theme.text) ? line.theme.linkFont
+        font: area.containsMouse || line.activeFocus || Qt.colorEqual(color, line.theme.text) ? line.theme.linkFont
                                                                          : line.theme.bodyFont
         color: line.theme.link
 
         Accessible.role: Accessible.Link
         Accessible.name: source
+        Accessible.focusable: true
+        Accessible.focused: line.activeFocus
         Accessible.onPressAction: line.clicked()
     }
 

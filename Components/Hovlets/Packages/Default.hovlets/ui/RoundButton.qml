@@ -7,6 +7,8 @@ Rectangle {
 
     required property Theme theme
     property string description
+    // The colour while nothing happens.
+    property color base: theme.base
     readonly property color iconColor: area.containsMouse ? theme.text : theme.secondary
 
     signal clicked()
@@ -14,10 +16,17 @@ Rectangle {
     width: theme.buttonSize
     height: theme.buttonSize
     radius: Math.round(0.3 * theme.em)
-    color: area.pressed ? theme.border : area.containsMouse ? theme.hoveredSurface : theme.base
+    color: area.pressed ? theme.border : area.containsMouse ? theme.hoveredSurface : base
+    border.width: activeFocus ? 2 : 0
+    border.color: theme.accent
+    activeFocusOnTab: true
+    Keys.onSpacePressed: clicked()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
 
     Accessible.role: Accessible.Button
     Accessible.name: description
+    Accessible.focusable: true
     Accessible.onPressAction: button.clicked()
 
     MouseArea {

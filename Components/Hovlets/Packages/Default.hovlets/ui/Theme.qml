@@ -49,6 +49,8 @@ QtObject {
     readonly property int gap: 2 * unit
     readonly property int smallGap: unit
     readonly property int buttonSize: Math.round(1.8 * em)
+    // At most the padding, so that no text is in a corner.
+    readonly property int cornerRadius: 2 * unit
 
     // Has a size once it has text.
     readonly property Text ruler: Text {

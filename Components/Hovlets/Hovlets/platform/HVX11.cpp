@@ -1,0 +1,136 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "HVX11.h"
+
+#include <QtCore/QByteArray>
+#include <QtCore/QLibrary>
+
+#include <cstdint>
+#include <cstdlib>
+#include <memory>
+
+namespace Hovlets {
+
+namespace {
+
+// The part of libxcb's stable interface that is needed here. Qt's plug-in for X11 has loaded both
+// libraries, so the build does not depend on X11.
+struct XcbConnection;
+
+struct XcbCookie
+{
+    unsigned int sequence;
+};
+
+/// The replies to both requests: the answer follows a header of eight bytes.
+struct XcbReply
+{
+    uint8_t header[8];
+    uint32_t answer; // an atom or a window
+};
+
+struct Free
+{
+    void operator()(void *reply) const { std::free(reply); }
+};
+
+using Reply = std::unique_ptr<XcbReply, Free>;
+
+class Xcb
+{
+public:
+    Xcb()
+        : m_library(QStringLiteral("xcb"), 1)
+        , m_shapes(QStringLiteral("xcb-shape"), 0)
+    {
+        m_isComplete = resolve(m_library, connect, "xcb_connect")
+                && resolve(m_library, hasError, "xcb_connection_has_error")
+                && resolve(m_library, disconnect, "xcb_disconnect")
+                && resolve(m_library, internAtom, "xcb_intern_atom")
+                && resolve(m_library, internAtomReply, "xcb_intern_atom_reply")
+                && resolve(m_library, getSelectionOwner, "xcb_get_selection_owner")
+                && resolve(m_library, getSelectionOwnerReply, "xcb_get_selection_owner_reply")
+                && resolve(m_library, requestCheck, "xcb_request_check")
+                && resolve(m_shapes, shapeRectangles, "xcb_shape_rectangles_checked");
+    }
+
+    bool isComplete() const { return m_isComplete; }
+
+    XcbConnection *(*connect)(const char *display, int *screen) = nullptr;
+    int (*hasError)(XcbConnection *) = nullptr;
+    void (*disconnect)(XcbConnection *) = nullptr;
+    XcbCookie (*internAtom)(XcbConnection *, uint8_t onlyIfExists, uint16_t length,
+                            const char *name) = nullptr;
+    XcbReply *(*internAtomReply)(XcbConnection *, XcbCookie, void **error) = nullptr;
+    XcbCookie (*getSelectionOwner)(XcbConnection *, uint32_t selection) = nullptr;
+    XcbReply *(*getSelectionOwnerReply)(XcbConnection *, XcbCookie, void **error) = nullptr;
+    void *(*requestCheck)(XcbConnection *, XcbCookie) = nullptr;
+    XcbCookie (*shapeRectangles)(XcbConnection *, uint8_t operation, uint8_t kind, uint8_t ordering,
+                                 uint32_t window, int16_t x, int16_t y, uint32_t count,
+                                 const void *rectangles) = nullptr;
+
+private:
+    template <typename Function>
+    static bool resolve(QLibrary &library, Function &function, const char *name)
+    {
+        function = reinterpret_cast<Function>(library.resolve(name));
+        return function != nullptr;
+    }
+
+    QLibrary m_library; // both stay loaded
+    QLibrary m_shapes;
+    bool m_isComplete = false;
+};
+
+/// A compositor owns the selection _NET_WM_CM_Sn of the screen n.
+bool hasCompositor(const Xcb &xcb, XcbConnection *connection, int screen)
+{
+    const QByteArray name = "_NET_WM_CM_S" + QByteArray::number(screen);
+    const XcbCookie named =
+            xcb.internAtom(connection, 1, static_cast<uint16_t>(name.size()), name.constData());
+    const Reply atom(xcb.internAtomReply(connection, named, nullptr));
+    if (!atom || atom->answer == 0)
+        return false;
+    const XcbCookie asked = xcb.getSelectionOwner(connection, atom->answer);
+    const Reply owner(xcb.getSelectionOwnerReply(connection, asked, nullptr));
+    return owner && owner->answer != 0;
+}
+
+/// Calls \a action with a connection to the server, if there is one.
+template <typename Action> void withConnection(const Action &action)
+{
+    static const Xcb xcb;
+    if (!xcb.isComplete())
+        return;
+    int screen = 0;
+    XcbConnection *connection = xcb.connect(nullptr, &screen); // never null
+    if (!xcb.hasError(connection))
+        action(xcb, connection, screen);
+    xcb.disconnect(connection);
+}
+
+} // namespace
+
+bool isX11Composited()
+{
+    bool isComposited = false;
+    withConnection([&](const Xcb &xcb, XcbConnection *connection, int screen) {
+        isComposited = hasCompositor(xcb, connection, screen);
+    });
+    return isComposited;
+}
+
+bool passX11InputThrough(WId window)
+{
+    constexpr uint8_t Set = 0;
+    constexpr uint8_t InputShape = 2;
+    bool isDone = false;
+    withConnection([&](const Xcb &xcb, XcbConnection *connection, int) {
+        const XcbCookie shaped = xcb.shapeRectangles(
+                connection, Set, InputShape, 0, static_cast<uint32_t>(window), 0, 0, 0, nullptr);
+        const std::unique_ptr<void, Free> error(xcb.requestCheck(connection, shaped));
+        isDone = !error;
+    });
+    return isDone;
+}
+
+} // namespace Hovlets

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "HVFramePainting.h"
+
+#include <QtGui/QBackingStore>
+#include <QtGui/QWindow>
+
+namespace Hovlets {
+
+/*!
+ * \brief The window below a popup that shows its shadow, outline and arrow.
+ *
+ * The popup's own window keeps the size of its content, by which it is placed and by which the
+ * mouse finds it. This window is larger, takes no input, and paints in the same turn of the event
+ * loop in which it changes. GUI thread only.
+ */
+class HVFrameWindow : public QWindow
+{
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(HVFrameWindow)
+
+public:
+    HVFrameWindow();
+
+    /// Surrounds \a popup, in global pixels, with \a look.
+    void surround(const QRect &popup, const HVFrameLook &look);
+
+    /// Shows the window if clicks and the pointer can go through it.
+    void appear();
+
+protected:
+    void exposeEvent(QExposeEvent *event) override;
+
+private:
+    void paint();
+
+    QBackingStore m_store;
+    QSize m_popup;
+    HVFrameLook m_look;
+    bool m_isPainted = false;
+};
+
+} // namespace Hovlets

@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: Apache-2.0
+import QtQuick 2.15
+import "Content.js" as Content
+
+// The title bar of a pinned popup whose window has none: a mark that it is pinned, the title, and a
+// button that closes it. The user moves the window by it.
+Item {
+    id: bar
+
+    required property Theme theme
+    property alias title: label.text
+    property int cornerRadius: 0
+    readonly property real naturalWidth: label.x + Math.ceil(label.implicitWidth) + theme.gap + close.width
+                                         + theme.smallGap
+    readonly property int iconSize: Math.round(0.8 * theme.em)
+
+    signal closed()
+
+    implicitHeight: theme.buttonSize + 2
+
+    Accessible.role: Accessible.TitleBar
+    Accessible.name: title
+    Accessible.description: Content.translated(hovletView, "Pinned")
+
+    Rectangle {
+        id: surface
+        width: bar.width
+        height: bar.height
+        radius: bar.cornerRadius
+        color: bar.theme.surface
+    }
+    // The corners below are square.
+    Rectangle {
+        y: bar.height - height
+        width: bar.width
+        height: bar.cornerRadius
+        color: bar.theme.surface
+    }
+
+    MouseArea {
+        objectName: "titleBarArea"
+        anchors.fill: parent
+        onPressed: hovletWindow.startMove()
+    }
+
+    PinIcon {
+        objectName: "pinned"
+        anchors.left: parent.left
+        anchors.leftMargin: bar.theme.padding - 1
+        y: Math.round((bar.height - height) / 2)
+        width: bar.iconSize
+        height: bar.iconSize
+        color: bar.theme.accent
+    }
+    Text {
+        id: label
+        objectName: "barTitle"
+        x: bar.LayoutMirroring.enabled ? close.width + bar.theme.smallGap + bar.theme.gap
+                                       : bar.theme.padding - 1 + bar.iconSize + bar.theme.smallGap
+        y: Math.round((bar.height - height) / 2)
+        width: Math.max(0, bar.width - bar.iconSize - bar.theme.padding - bar.theme.gap
+                        - 2 * bar.theme.smallGap - close.width)
+        textFormat: Text.PlainText
+        font: bar.theme.headingFont
+        color: bar.theme.text
+        elide: Text.ElideRight
+        maximumLineCount: 1
+        horizontalAlignment: bar.LayoutMirroring.enabled ? Text.AlignRight : Text.AlignLeft
+        LayoutMirroring.enabled: false
+        renderType: Text.NativeRendering
+        Accessible.ignored: true // the bar has this name
+    }
+
+    RoundButton {
+        id: close
+        objectName: "close"
+        theme: bar.theme
+        anchors { right: parent.right; rightMargin: 1 }
+        y: 1
+        base: bar.theme.surface
+        description: Content.translated(hovletView, "Close")
+        onClicked: bar.closed()
+
+        CloseIcon {
+            anchors.centerIn: parent
+            width: bar.iconSize
+            height: bar.iconSize
+            color: close.iconColor
+        }
+    }
+}

@@ -1,0 +1,172 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Compositor.h"
+#include "HVContext.h"
+#include "HVView.h"
+#include "HVWidget.h"
+#include "PackageFolder.h"
+#include "Pointer.h"
+#include "RecordingHost.h"
+#include "TestMain.h"
+
+#include <QtQuick/QQuickItem>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QPushButton>
+
+using namespace Hovlets;
+
+namespace {
+
+/// The background of the host's window, which the popup lies on.
+const QColor Backdrop(0x30, 0xc0, 0x60);
+
+/// Whether the pixel at \a position has the colour of the backdrop, apart from the shadow.
+bool showsBackdrop(const QPoint &position)
+{
+    const QColor color = pixelOnScreen(position);
+    return color.green() > color.red() + 50 && color.green() > color.blue() + 30;
+}
+
+} // namespace
+
+/// Tests the corners, the shadow and the arrow of popups on the screen, with and without a
+/// compositor.
+class tst_EndToEndSurface : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m_folder = std::make_unique<PackageFolder>();
+        m_folder->addControlFile(QStringLiteral("Test"), QStringLiteral("content"), R"(
+<hovlets search="Default">
+<hovlet key="pen" title="Pen"><p>Draws a free line in the current colour.</p></hovlet>
+<hovlet key="fill" title="Fill"><p>Fills an area.</p></hovlet>
+</hovlets>)");
+        Pointer::moveAway();
+        m_window = std::make_unique<QWidget>();
+        QPalette palette = m_window->palette();
+        palette.setColor(QPalette::Window, Backdrop);
+        m_window->setPalette(palette);
+        m_window->setGeometry(200, 150, 700, 450);
+        m_button = new QPushButton(QStringLiteral("Pen"), m_window.get());
+        m_button->setGeometry(200, 100, 100, 30);
+        m_window->show();
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+        HVContext settings;
+        useRecommendedSettings(settings);
+        settings.set(HVKeyHideDelay, 0);
+        settings.set(HVKeyHideFadeDuration, 0);
+        m_host = std::make_unique<RecordingHost>(
+                settings, QStringList { m_folder->path(), QStringLiteral(HOVLETS_PACKAGES) });
+    }
+
+    void cleanup()
+    {
+        m_host.reset();
+        m_window.reset();
+        QVERIFY(m_compositor.stop());
+    }
+
+    void shouldHaveTransparentCornersAndAShadowWithACompositor()
+    {
+        QVERIFY(m_compositor.start());
+        QVERIFY(show("pen"));
+        const QRect popup = m_host->popup()->geometry();
+        for (const QPoint &corner :
+             { popup.topLeft(), popup.topRight(), popup.bottomLeft(), popup.bottomRight() })
+            QTRY_VERIFY(showsBackdrop(corner));
+        const QPoint middle = popup.center();
+        const QColor base = m_host->view()->fillColor().rgb(); // as pixels have it
+        QTRY_COMPARE(pixelOnScreen({ middle.x(), popup.bottom() }), base);
+        QCOMPARE(pixelOnScreen({ popup.right(), middle.y() }), base);
+        QCOMPARE(pixelOnScreen({ popup.right() + 1, middle.y() }),
+                 QColor(m_host->view()->rimColor().rgb()));
+        const QPoint below(middle.x(), popup.bottom() + 4);
+        QVERIFY(showsBackdrop(below));
+        QVERIFY(pixelOnScreen(below).green() < Backdrop.green() - 5);
+
+        const QRect button(m_button->mapToGlobal(QPoint()), m_button->size());
+        QCOMPARE(popup.top(), button.bottom() + 7);
+        QCOMPARE(pixelOnScreen({ button.center().x() + 1, popup.top() - 2 }), base);
+    }
+
+    void shouldBePlainRectanglesWithoutACompositor()
+    {
+        QVERIFY(show("pen"));
+        const QRect popup = m_host->popup()->geometry();
+        const QColor line = m_host->view()->rimColor().rgb();
+        for (const QPoint &corner :
+             { popup.topLeft(), popup.topRight(), popup.bottomLeft(), popup.bottomRight() })
+            QTRY_COMPARE(pixelOnScreen(corner), line);
+        QCOMPARE(pixelOnScreen({ popup.center().x(), popup.bottom() + 4 }), Backdrop);
+        QCOMPARE(pixelOnScreen(
+                         { m_button->mapToGlobal(m_button->rect().center()).x(), popup.top() - 2 }),
+                 Backdrop);
+    }
+
+    void shouldFollowTheCompositorAtTheNextShow()
+    {
+        QVERIFY(show("pen"));
+        QTRY_COMPARE(pixelOnScreen(corner()), QColor(m_host->view()->rimColor().rgb()));
+        QVERIFY(m_compositor.start());
+        QVERIFY(show("fill"));
+        QTRY_VERIFY(showsBackdrop(corner()));
+        QVERIFY(m_compositor.stop());
+        QVERIFY(show("pen"));
+        QTRY_COMPARE(pixelOnScreen(corner()), QColor(m_host->view()->rimColor().rgb()));
+        m_host->popup()->hide();
+        QTRY_COMPARE(pixelOnScreen(corner()), Backdrop);
+    }
+
+    /// The window of the shadow is above that of the host.
+    void shouldLetThePointerThroughTheShadow()
+    {
+        QVERIFY(m_compositor.start());
+        QVERIFY(show("pen"));
+        const QPoint below = m_host->popup()->geometry().bottomLeft() + QPoint(60, 5);
+        Pointer::moveTo(below);
+        QTRY_COMPARE(QCursor::pos(), below);
+        QCOMPARE(QApplication::widgetAt(below), m_window.get());
+        // The lower edge of the control is below the shadow as well.
+        const QPoint edge = m_button->mapToGlobal(QPoint(50, m_button->height() - 2));
+        QCOMPARE(QApplication::widgetAt(edge), m_button);
+        Pointer::click();
+        QTRY_VERIFY(!m_host->popup()->isVisible());
+        QVERIFY(m_window->isActiveWindow());
+    }
+
+    void shouldBeAPlainWindowInAFrameOfTheDesktop()
+    {
+        m_host->manager()->context().set(HVKeyOwnTitleBar, false);
+        QVERIFY(m_compositor.start());
+        QVERIFY(show("pen"));
+        QTRY_VERIFY(showsBackdrop(corner()));
+        const std::unique_ptr<HVWidget> pinned(m_host->popup());
+        m_host->view()->setReserved(true);
+        QVERIFY(QTest::qWaitForWindowExposed(pinned.get()));
+        const QColor line = pinned->view()->rimColor().rgb();
+        QTRY_COMPARE(pixelOnScreen(pinned->mapToGlobal(pinned->rect().bottomLeft())), line);
+        QTRY_COMPARE(pixelOnScreen(pinned->mapToGlobal(pinned->rect().bottomRight())), line);
+    }
+
+private:
+    bool show(const char *key)
+    {
+        const QPoint position = m_button->mapToGlobal(m_button->rect().center());
+        return m_host->manager()->show(QLatin1String(key), position, m_button)
+                && QTest::qWaitForWindowExposed(m_host->popup());
+    }
+
+    /// The first pixel of the popup.
+    QPoint corner() const { return m_host->popup()->geometry().topLeft(); }
+
+    Compositor m_compositor;
+    std::unique_ptr<PackageFolder> m_folder;
+    std::unique_ptr<QWidget> m_window;
+    QPushButton *m_button = nullptr;
+    std::unique_ptr<RecordingHost> m_host;
+};
+
+HOVLETS_TEST_MAIN(tst_EndToEndSurface)
+#include "tst_endtoend_surface.moc"
