@@ -42,6 +42,44 @@ private Q_SLOTS:
         QCOMPARE(popup->text(QAccessible::Description), text("One"));
     }
 
+    void shouldSayWhyTheControlIsDisabled()
+    {
+        QWidget window;
+        window.setGeometry(100, 100, 200, 100);
+        window.setEnabled(false);
+        window.setProperty("hovletDisabledReason", text("Open a document first."));
+        make("title=\"Save\"", "<p>One</p>");
+        QVERIFY(m_bench->host.manager()->show(text("key"), { 110, 110 }, &window));
+        const int height = m_bench->view()->height();
+        QCOMPARE(m_bench->texts("disabledReason"), QStringList(text("Open a document first.")));
+        QVERIFY(m_bench->place(m_bench->item("disabledReason")).bottom()
+                < m_bench->place(m_bench->item("paragraph")).top());
+        const QAccessibleInterface *popup = interfaceOf(m_bench->root());
+        QCOMPARE(popup->text(QAccessible::Description), text("Open a document first.\nOne"));
+
+        window.setEnabled(true);
+        QCOMPARE(m_bench->texts("disabledReason"), QStringList());
+        QTRY_VERIFY(m_bench->view()->height() < height);
+        QCOMPARE(popup->text(QAccessible::Description), text("One"));
+    }
+
+    void shouldShowWhichLinkHasTheFocus()
+    {
+        showEntry("title=\"Save\"", "<link href=\"http://a.example/\">More</link>");
+        QVERIFY(!m_bench->item("focusRing"));
+        QQuickItem *line = m_bench->item("link")->parentItem();
+        QVERIFY(line->activeFocusOnTab());
+        m_bench->view()->window()->activateWindow();
+        QTRY_VERIFY(m_bench->view()->window()->isActiveWindow());
+        m_bench->view()->setFocus();
+        line->forceActiveFocus();
+        QTRY_VERIFY(line->hasActiveFocus());
+        QVERIFY(m_bench->item("focusRing"));
+        QTest::keyClick(m_bench->view(), Qt::Key_Return);
+        QCOMPARE(m_bench->host.opened.size(), 1);
+        QVERIFY(interfaceOf(m_bench->item("link"))->state().focusable);
+    }
+
     void shouldBeReachedFromTheWindow()
     {
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)

@@ -138,6 +138,8 @@ bool HVWidget::load(HVXmlElement *content, const QString &rootPath)
     d->surface->refresh();
     d->view->setSurface(d->surface->isRounded(), d->surface->isFramed());
     d->view->setDisabledReason(d->hovered->disabledReason());
+    if (!self || !d->view)
+        return false; // the user interface has responded
     d->view->showContent(content, rootPath);
     if (!self)
         return false;
