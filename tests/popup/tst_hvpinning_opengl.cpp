@@ -19,7 +19,7 @@ class HostPainting : public QWidget
 public:
     HostPainting()
     {
-        setGeometry(200, 150, 600, 450);
+        setGeometry(500, 300, 600, 450); // away from the shadows of other windows
         show();
     }
 
