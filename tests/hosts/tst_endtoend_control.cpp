@@ -152,7 +152,7 @@ private Q_SLOTS:
 
     void shouldPlaceTheNextPopupForItsOwnSize()
     {
-        showWindow({ 400, 560 });
+        showWindow({ 400, 540 });
         QVERIFY(hover("disabled"));
         QCOMPARE(popup()->height(), 501);
         QVERIFY(hover("b"));
