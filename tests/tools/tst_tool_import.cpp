@@ -4,6 +4,8 @@
 
 #include <QtCore/QFile>
 
+#include <sys/stat.h>
+
 using namespace Hovlets;
 
 namespace {
@@ -13,6 +15,14 @@ QByteArray tip(const char *name, const QByteArray &xml)
 {
     return QByteArray("<ui><class>MainWindow</class><widget class=\"QPushButton\" name=\"") + name
             + "\"><property name=\"toolTip\"><string>" + xml + "</string></property></widget></ui>";
+}
+
+QByteArray attributes(int count)
+{
+    QByteArray all;
+    for (int i = 0; i < count; ++i)
+        all += " a" + QByteArray::number(i) + "=''";
+    return all;
 }
 
 } // namespace
@@ -62,6 +72,9 @@ private Q_SLOTS:
         const QByteArray form(PaintForm);
         QTest::newRow("no form") << QByteArray("<x/>") << text("P.hovlets")
                                  << QByteArray("bad.ui is not a Qt Designer form");
+        QTest::newRow("many attributes")
+                << "<ui" + attributes(100000) + "/>" << text("P.hovlets")
+                << QByteArray("bad.ui: an element has more than 1000 attributes");
         QTest::newRow("not well-formed")
                 << form.left(300) << text("P.hovlets") << QByteArray("bad.ui:");
         QTest::newRow("more than a form")
@@ -98,6 +111,44 @@ private Q_SLOTS:
         QVERIFY(QFile::exists(old));
         QCOMPARE(QDir(m_folder->path()).entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot),
                  QStringList { text("Old.hovlets") });
+    }
+
+    void shouldNotReadTheFilesThatATipNames()
+    {
+        const QString pipe = m_folder->path() + text("/pipe");
+        QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+        const QByteArray head = "&lt;html&gt;&lt;head&gt;&lt;link rel=\"stylesheet\" "
+                                "type=\"text/css\" href=\"file://"
+                + QFile::encodeName(pipe) + "\"/&gt;&lt;/head&gt;&lt;body&gt;Saves.";
+        const QString form = m_folder->add(text("bad.ui"), tip("save", head));
+        const ToolRun run({ text("import"), form, text("-o"), m_package });
+        QCOMPARE(run.status, 0);
+        QCOMPARE(textsOf(m_package, text("save"), m_english), QStringList { text("Saves.") });
+    }
+
+    void shouldReadTheStartOfHugeTips_data()
+    {
+        QTest::addColumn<QByteArray>("huge");
+        QTest::newRow("nested tags") << QByteArray("&lt;b&gt;&lt;i&gt;x").repeated(40000);
+        QTest::newRow("nested lists") << QByteArray("&lt;ul&gt;&lt;li&gt;x").repeated(20000);
+        QTest::newRow("nested tables")
+                << QByteArray("&lt;table&gt;&lt;tr&gt;&lt;td&gt;x").repeated(20000);
+        QTest::newRow("wide cells") << "&lt;table&gt;&lt;tr&gt;"
+                        + QByteArray("&lt;td title=\"&gt;\" colspan=\"20000\" ROWSPAN = "
+                                     "\"20000\"&gt;x")
+                                  .repeated(100);
+    }
+
+    void shouldReadTheStartOfHugeTips()
+    {
+        QFETCH(QByteArray, huge);
+        const QString form =
+                m_folder->add(text("huge.ui"), tip("save", "Saves.&lt;br/&gt;" + huge));
+        const ToolRun run({ text("import"), form, text("-o"), m_package });
+        QCOMPARE(run.status, 0);
+        const QStringList texts = textsOf(m_package, text("save"), m_english);
+        QVERIFY2(texts.join(QLatin1Char(' ')).contains(text("Saves.")),
+                 qPrintable(texts.join(QLatin1Char('\n')).left(200)));
     }
 
     void shouldOmitTextsWithNothingToRead()

@@ -159,6 +159,23 @@ private Q_SLOTS:
         QVERIFY(QFile::exists(m_package + text("/Control/Paint.xml")));
     }
 
+    /// Reading them level by level would exhaust the stack.
+    void shouldReadTextsWithDeeplyNestedElements()
+    {
+        constexpr int Levels = 200000;
+        const QString nested = m_folder->add(
+                text("nested.ts"),
+                "<TS language=\"de_DE\"><context><name>MainWindow</name><message><source>Sav"
+                        + QByteArray("<a>").repeated(Levels) + "es."
+                        + QByteArray("</a>").repeated(Levels)
+                        + "</source><translation>Speichert.</translation></message></context></"
+                          "TS>");
+        const ToolRun run({ text("import"), m_form, text("--ts"), nested, text("-o"), m_package });
+        QCOMPARE(run.status, 0);
+        QCOMPARE(textsOf(m_package, text("save"), QLocale(text("de_DE"))),
+                 QStringList { text("Speichert.") });
+    }
+
     void shouldSkipATranslationWithoutALanguage()
     {
         const QString bad = m_folder->add(text("program.ts"), "<TS><context/></TS>");

@@ -53,8 +53,10 @@ class FormReading
 public:
     explicit FormReading(const QString &path)
         : m_path(path)
-        , m_reader(readFile(path, MaxSize))
     {
+        const QByteArray bytes = readFile(path, MaxSize);
+        refuseLargeTags(bytes, path);
+        m_reader.addData(bytes);
     }
 
     std::vector<FormObject> read()

@@ -2,6 +2,7 @@
 #include "ImportedEntries.h"
 
 #include <QtCore/QHash>
+#include <QtCore/QSet>
 
 #include <algorithm>
 
@@ -61,13 +62,13 @@ QString qualifiedKey(const FormObject &object)
 ImportedEntry entryOf(const QString &key, const FormObject &object)
 {
     ImportedEntry entry { key, {}, object.shortcut.text, {}, object.icon };
+    QSet<QString> known;
     for (FormText FormObject::*tip : Tips) {
         for (const TipParagraph &paragraph : paragraphsOf((object.*tip).text)) {
-            const bool isKnown =
-                    std::any_of(entry.body.begin(), entry.body.end(),
-                                [&](const auto &other) { return other.plain == paragraph.plain; });
-            if (!isKnown)
-                entry.body.push_back(paragraph);
+            if (known.contains(paragraph.plain))
+                continue;
+            known.insert(paragraph.plain);
+            entry.body.push_back(paragraph);
         }
     }
     if (entry.body.empty())

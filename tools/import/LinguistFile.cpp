@@ -72,7 +72,9 @@ LinguistFile::LinguistFile(const QString &path)
 
 void LinguistFile::read(const QString &path)
 {
-    QXmlStreamReader reader(readFile(path, MaxLinguistSize));
+    const QByteArray bytes = readFile(path, MaxLinguistSize);
+    refuseLargeTags(bytes, path);
+    QXmlStreamReader reader(bytes);
     bool isTranslation = false;
     QString language;
     Source source;
@@ -90,12 +92,12 @@ void LinguistFile::read(const QString &path)
             source.text.clear();
             source.comment.clear();
         } else if (name == QLatin1String("source")) {
-            source.text = reader.readElementText(QXmlStreamReader::IncludeChildElements);
+            source.text = allTextOf(reader);
         } else if (name == QLatin1String("comment")) {
-            source.comment = reader.readElementText(QXmlStreamReader::IncludeChildElements);
+            source.comment = allTextOf(reader);
         } else if (name == QLatin1String("translation")) {
             const State state = stateOf(reader.attributes());
-            const QString text = reader.readElementText(QXmlStreamReader::IncludeChildElements);
+            const QString text = allTextOf(reader);
             if (!text.isEmpty())
                 add(source, { state, text });
         }

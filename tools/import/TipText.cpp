@@ -11,9 +11,37 @@
 #include <QtGui/QTextFragment>
 #include <QtGui/QTextList>
 
+#include <algorithm>
+
 namespace HovletsTool {
 
 namespace {
+
+/// A document that reads no files. Rich text may name style sheets.
+class ClosedDocument : public QTextDocument
+{
+protected:
+    QVariant loadResource(int, const QUrl &) override { return {}; }
+};
+
+/// The start of rich text that is read, without the widths of table cells. Qt needs time that grows
+/// with the square of the nested tags, and with the width of cells.
+QString readPart(const QString &richText)
+{
+    constexpr int MostTags = 1000;
+    constexpr int MostCharacters = 65536;
+    QString part = richText.left(MostCharacters);
+    int tags = 0;
+    const auto end = std::find_if(part.cbegin(), part.cend(), [&tags](QChar c) {
+        return c == QLatin1Char('<') && ++tags > MostTags;
+    });
+    part.truncate(static_cast<int>(end - part.cbegin()));
+    static const QRegularExpression cell(QStringLiteral("<t[dh]\\b"),
+                                         QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression span(QStringLiteral("\\b(col|row)(?=span\\s*=)"),
+                                         QRegularExpression::CaseInsensitiveOption);
+    return part.contains(cell) ? part.replace(span, QStringLiteral("no")) : part;
+}
 
 QString withoutPictures(QString text)
 {
@@ -116,8 +144,8 @@ std::vector<TipParagraph> paragraphsOf(const QString &text)
 {
     if (!Qt::mightBeRichText(text))
         return paragraphsOfPlainText(text);
-    QTextDocument document;
-    document.setHtml(text);
+    ClosedDocument document;
+    document.setHtml(readPart(text));
     Paragraphs paragraphs;
     for (QTextBlock block = document.begin(); block.isValid(); block = block.next())
         paragraphs.add(block);
@@ -126,9 +154,10 @@ std::vector<TipParagraph> paragraphsOf(const QString &text)
 
 QString plainText(const QString &text)
 {
-    return withoutPictures(Qt::mightBeRichText(text)
-                                   ? QTextDocumentFragment::fromHtml(text).toPlainText()
-                                   : text)
+    if (!Qt::mightBeRichText(text))
+        return withoutPictures(text).simplified();
+    const ClosedDocument closed;
+    return withoutPictures(QTextDocumentFragment::fromHtml(readPart(text), &closed).toPlainText())
             .simplified();
 }
 

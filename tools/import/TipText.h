@@ -15,7 +15,8 @@ struct TipParagraph
 };
 
 /// The paragraphs of plain or rich text that have visible text. Keeps bold and italic words, links,
-/// line breaks and lists, whose items are one paragraph.
+/// line breaks and lists, whose items are one paragraph. Reads at most 1,000 tags and 65,536
+/// characters of rich text, and no files.
 [[nodiscard]] std::vector<TipParagraph> paragraphsOf(const QString &text);
 
 /// The text without markup and pictures, with white space reduced to single spaces.
