@@ -142,6 +142,7 @@ const std::vector<TranslatableText> &userInterfaceTexts()
             { "Play again", "Button of a clip that has ended" },
             { "Position in the clip", "Name of the progress bar, for screen readers" },
             { "Scroll", "Name of the scroll bar, for screen readers" },
+            { "Pinned", "Description of a pinned popup's title bar, for screen readers" },
             { "Note", "Label of a note" },
             { "Warning", "Label of a warning" },
         };
