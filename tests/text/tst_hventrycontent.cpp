@@ -4,6 +4,7 @@
 #include "TestMain.h"
 #include "Text.h"
 
+#include <array>
 #include <memory>
 
 using namespace Hovlets;
@@ -253,12 +254,13 @@ private Q_SLOTS:
         QCOMPARE(content.limitMet, text("3 elements"));
     }
 
-    /// Each has a label, which is laid out, too.
-    void shouldCountNotesAndWarningsTwice()
+    /// Each consists of more items than a paragraph.
+    void shouldCountNotesWarningsAndCodeTwice()
     {
+        const std::array<const char *, 3> tags { "note", "warning", "pre" };
         Element entry(m_root.get());
         for (int i = 0; i < m_limits.shownElements; ++i)
-            entry.add(i % 2 ? "note" : "warning", text("x"));
+            entry.add(tags[i % tags.size()], text("x"));
         const HVEntryContent content = read();
         QCOMPARE(int(content.blocks.size()), m_limits.shownElements / 2 + 1); // and an ellipsis
         QCOMPARE(content.limitMet, text("300 elements"));

@@ -87,7 +87,8 @@ struct HOVLETS_EXPORT HVLimits
     // host gets one warning.
 
     /// Elements, and tags in texts: paragraphs, links, pictures, emphasised words. Cells after the
-    /// first 20 of a row count four times, notes and warnings twice. Further ones are omitted.
+    /// first 20 of a row count four times; notes, warnings and code twice. Further ones are
+    /// omitted.
     int shownElements = 300;
 
     /*!

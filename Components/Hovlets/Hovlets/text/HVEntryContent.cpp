@@ -287,6 +287,7 @@ private:
     /// Code is not translated, and keeps its spaces and lines.
     void addCode(const HVXmlElement &element)
     {
+        m_budget.takeElement(); // counts twice: its lines are measured and laid out
         HVEntryBlock block;
         block.kind = Kind::Code;
         block.text = m_texts.code(element.content());
