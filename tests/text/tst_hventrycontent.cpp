@@ -34,6 +34,11 @@ public:
         return path.endsWith(QLatin1String(".png"));
     }
 
+    QString optionalResource(const QString &relativePath, const QString &) override
+    {
+        return relativePath.endsWith(QLatin1String(".vtt")) ? relativePath : QString();
+    }
+
     QByteArray captionFile(const QString &) override { return captions; }
 
     QByteArray captions;
@@ -152,6 +157,17 @@ private Q_SLOTS:
         QCOMPARE(content.limitMet, text("44 characters"));
     }
 
+    void shouldShowTheCaptionsAfterAnEmptyOne()
+    {
+        Element(m_root.get()).set("clip", text("a.mp4"));
+        m_services.captions = "WEBVTT\n\n00:00.000 --> 00:01.000\n%(empty)s\n\n"
+                              "00:01.000 --> 00:02.000\ntwo\n";
+        const HVEntryContent content = read();
+        QCOMPARE(content.blocks.first().captions.size(), 1);
+        QCOMPARE(content.blocks.first().captions.first().text, text("two"));
+        QCOMPARE(content.blocks.first().text.spoken, text("two"));
+    }
+
     void shouldShowListsWithTheirItems()
     {
         Element list = Element(m_root.get()).add("ol");
@@ -219,11 +235,11 @@ private Q_SLOTS:
 
     void shouldCountEachLineOfCodeAsAnElement()
     {
-        m_limits.shownElements = 3;
+        m_limits.shownElements = 4; // the block, twice, and two further lines
         Element(m_root.get()).add("pre", text("a\nb\nc\nd\n"));
         const HVEntryContent content = read();
         QCOMPARE(textsOf(content), QStringList(text("a\nb\nc") + QChar(0x2026)));
-        QCOMPARE(content.limitMet, text("3 elements"));
+        QCOMPARE(content.limitMet, text("4 elements"));
     }
 
     void shouldShowHeadingsNotesAndWarnings()

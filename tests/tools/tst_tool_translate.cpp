@@ -15,6 +15,11 @@ private Q_SLOTS:
     void init() { reset(); }
     void shouldShowTheTranslationInThePopup();
     void shouldDescribeEachTextToTheTranslator();
+    void shouldExtractCaptionsAndButtons_data();
+    void shouldExtractCaptionsAndButtons();
+    void shouldExtractTextsOfSeveralLines_data();
+    void shouldExtractTextsOfSeveralLines();
+    void shouldSkipTextsThatOnlyHaveAnId();
     void shouldLeaveOutEntriesThatTheLocaleHas();
     void shouldKeepTranslationsAndMarkObsoleteOnes();
     void shouldRemoveObsoleteTranslationsOnRequest();
@@ -86,6 +91,81 @@ void tst_ToolTranslate::shouldDescribeEachTextToTheTranslator()
              (QStringList { text("Title. Keep %(application)s unchanged."), text("Shortcut."),
                             text("Paragraph."), text("Description of the picture pen.png."),
                             text("Label of the link to https://example.org.") }));
+}
+
+void tst_ToolTranslate::shouldExtractCaptionsAndButtons_data()
+{
+    QTest::addColumn<QByteArray>("attribute");
+    QTest::addColumn<QString>("captions");
+    QTest::newRow("beside the clip") << QByteArray() << text("clips/pen.vtt");
+    QTest::newRow("named") << QByteArray("captions=\"words.vtt\"") << text("words.vtt");
+}
+
+void tst_ToolTranslate::shouldExtractCaptionsAndButtons()
+{
+    QFETCH(QByteArray, attribute);
+    QFETCH(QString, captions);
+    make(DefaultUiBench::entry("title=\"Pen\" clip=\"clips/pen.mp4\" " + attribute,
+                               "<button href=\"app:reset\">Reset</button>"));
+    const QString resources = text("Test.hovlets/Resources/");
+    m_bench->folder.add(resources + text("clips/pen.mp4"), "a clip");
+    m_bench->folder.add(resources + captions,
+                        "WEBVTT\n\n00:01.000 --> 00:02.000\nPress here\n\n"
+                        "01:01:05.500 --> 01:01:06.000\nDone\n");
+    QCOMPARE(extractGerman().status, 0);
+    const QString german = readText(file("Hovlets_de_DE.ts"));
+    for (const char *comment :
+         { "Caption of the clip clips/pen.mp4 at 0:01.",
+           "Caption of the clip clips/pen.mp4 at 1:01:05.", "Label of the button for app:reset." })
+        QVERIFY2(german.contains(QStringLiteral("<extracomment>%1<").arg(text(comment))),
+                 qPrintable(german));
+    translateAndRelease(text("Press here"), text("Hier klicken"));
+    QCOMPARE(run({ text("update") }).status, 0);
+    const QString updated = readText(file("Hovlets_de_DE.ts"));
+    QVERIFY2(updated.contains(text("<translation>Hier klicken</translation>")),
+             qPrintable(updated));
+}
+
+void tst_ToolTranslate::shouldExtractTextsOfSeveralLines_data()
+{
+    QTest::addColumn<QByteArray>("literal"); // of JavaScript
+    QTest::addColumn<QString>("source"); // in the file
+    QTest::newRow("line feed") << QByteArray("First\\nSecond") << text("First\nSecond");
+    QTest::newRow("carriage return")
+            << QByteArray("First\\rSecond") << text("First<byte value=\"xd\"/>Second");
+    QTest::newRow("tab") << QByteArray("First\\tSecond") << text("First\tSecond");
+}
+
+void tst_ToolTranslate::shouldExtractTextsOfSeveralLines()
+{
+    QFETCH(QByteArray, literal);
+    QFETCH(QString, source);
+    m_bench->folder.add(text("Test.hovlets/ui/Own.qml"),
+                        "import QtQuick 2.15\nText { text: qsTr(\"" + literal + "\") }\n");
+    write("<hovlets ui=\"ui/Own.qml\"><hovlet key=\"key\" title=\"Pen\"/></hovlets>");
+    const ToolRun extracted = extractGerman();
+    const int reported = 2 + UserInterfaceTexts;
+    QVERIFY2(extracted.output.endsWith(": " + QByteArray::number(reported) + " texts\n"),
+             extracted.output.constData());
+    const QString german = readText(file("Hovlets_de_DE.ts"));
+    QCOMPARE(german.count(text("<message>")), reported);
+    QVERIFY2(german.contains(QStringLiteral("<source>%1</source>").arg(source)),
+             qPrintable(german));
+    const QByteArray status = run({ text("status") }).output;
+    QVERIFY2(status.startsWith("de_DE\t0 done\t" + QByteArray::number(reported) + " unfinished"),
+             status.constData());
+}
+
+void tst_ToolTranslate::shouldSkipTextsThatOnlyHaveAnId()
+{
+    m_bench->folder.add(text("Test.hovlets/ui/Own.qml"),
+                        "import QtQuick 2.15\n"
+                        "Text { text: qsTrId(\"own-id\") + qsTr(\"Draw\") }\n");
+    write("<hovlets ui=\"ui/Own.qml\"><hovlet key=\"key\" title=\"Pen\"/></hovlets>");
+    const ToolRun extracted = extractGerman();
+    QVERIFY2(extracted.output.endsWith(": " + QByteArray::number(2 + UserInterfaceTexts)
+                                       + " texts\n"),
+             extracted.output.constData());
 }
 
 void tst_ToolTranslate::shouldLeaveOutEntriesThatTheLocaleHas()

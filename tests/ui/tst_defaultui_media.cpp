@@ -9,6 +9,9 @@
 #include <QtGui/QAccessible>
 #include <QtWidgets/QToolTip>
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 using namespace Hovlets;
 
 /// Tests the variants and captions of pictures and clips, and buttons, in the default user
@@ -168,14 +171,47 @@ private Q_SLOTS:
         QCOMPARE(popup->text(QAccessible::Description), text("First\nLast one\nText"));
     }
 
+    void shouldShowCaptionsBesideManyMissingPictures_data()
+    {
+        QTest::addColumn<QByteArray>("attribute");
+        QTest::newRow("beside the clip") << QByteArray();
+        QTest::newRow("named") << QByteArray("captions=\"clip.vtt\"");
+        QTest::newRow("named, missing") << QByteArray("captions=\"missing.vtt\"");
+    }
+
+    void shouldShowCaptionsBesideManyMissingPictures()
+    {
+        QFETCH(QByteArray, attribute);
+        make("title=\"T\" clip=\"clip.mp4\" " + attribute,
+             QByteArray("<img src=\"none.png\" alt=\"A\"/>").repeated(20));
+        addClip(text("clip.mp4"), text("-s 160x90 -t 0.2"));
+        m_bench->folder.add(text("Test.hovlets/Resources/clip.vtt"), Captions);
+        QVERIFY(m_bench->show());
+        const bool isMissing = attribute.contains("missing");
+        QCOMPARE(description().startsWith(text("First\nA")), !isMissing);
+        QCOMPARE(m_bench->complaints(), QStringList());
+    }
+
     void shouldReadOnlyRegularFilesAsCaptions()
     {
-        make("title=\"T\" clip=\"clip.mp4\" captions=\"sub\"", "<p>Text</p>");
-        addClip(text("clip.mp4"), text("-s 160x90 -t 0.2"));
-        m_bench->folder.add(text("Test.hovlets/Resources/sub/a.vtt"), "WEBVTT");
-        QVERIFY(m_bench->show());
-        QVERIFY(m_bench->item("video"));
-        QCOMPARE(caption(), QString());
+        const auto showCaptions = [this](bool isPipe) {
+            make("title=\"T\" clip=\"clip.mp4\" captions=\"a.vtt\"", "<p>Text</p>");
+            addClip(text("clip.mp4"), text("-s 160x90 -t 0.2"));
+            const QString file =
+                    m_bench->folder.add(text("Test.hovlets/Resources/a.vtt"), Captions);
+            if (isPipe) {
+                QVERIFY(QFile::remove(file));
+                QCOMPARE(::mkfifo(QFile::encodeName(file).constData(), S_IRUSR | S_IWUSR), 0);
+            }
+            QVERIFY(m_bench->show());
+            QVERIFY(m_bench->item("video"));
+            QCOMPARE(description(), text(isPipe ? "Text" : "First\nText"));
+        };
+        constexpr unsigned Limit = 60; // seconds; reading the pipe would wait for ever
+        ::alarm(Limit);
+        showCaptions(false);
+        showCaptions(true);
+        ::alarm(0);
     }
 
     void shouldAskTheHostWhenAButtonIsPressed_data()
@@ -229,6 +265,15 @@ private Q_SLOTS:
     }
 
 private:
+    static constexpr auto Captions = "WEBVTT\n\n00:00.000 --> 00:00.500\nFirst\n";
+
+    /// What screen readers say of the popup.
+    QString description() const
+    {
+        return QAccessible::queryAccessibleInterface(m_bench->root())
+                ->text(QAccessible::Description);
+    }
+
     bool isDense() { return m_bench->view()->devicePixelRatioF() > 1; }
 
     QString caption()

@@ -78,6 +78,19 @@ QStringList userInterfacePackages(const HVIndex &index, const HVContentTree &tre
     return found;
 }
 
+/// Finds files in the resources of the entry. Those outside of packages are the host's.
+FindResource resourcesOf(const HVIndex &index, const HVContentTree &tree)
+{
+    auto search = std::make_shared<HVComponentSearch>(index, tree.entry());
+    search->confine({});
+    const QString folder = valueOf(tree, "resources", HVKeyResourceFolder);
+    return [search, folder](const QString &name) {
+        const QString file = search->find(folder, name);
+        const bool isFound = QDir::isAbsolutePath(file) && QFileInfo(file).isFile();
+        return isFound ? file : QString();
+    };
+}
+
 void append(std::vector<TranslatableText> &texts, const std::vector<TranslatableText> &more)
 {
     texts.insert(texts.end(), more.begin(), more.end());
@@ -150,7 +163,7 @@ QMap<QString, std::vector<TranslatableText>> ContentTexts::textsFor(const QLocal
         const QString folder = translationFolder(tree);
         if (folder.isNull())
             continue;
-        append(found[folder], textsOf(*tree.entry()));
+        append(found[folder], textsOf(*tree.entry(), resourcesOf(index, tree)));
         userInterfaces[folder] += userInterfacePackages(index, tree);
         userInterfaces[folder].removeDuplicates();
     }

@@ -5,10 +5,13 @@
 #include <HVLimits.h>
 #include <HVXmlElement.h>
 
+#include <QtCore/QDir>
+#include <QtCore/QFileInfo>
 #include <QtCore/QRegularExpression>
 #include <QtCore/QStringList>
 
 #include <algorithm>
+#include <utility>
 
 namespace HovletsTool {
 
@@ -25,6 +28,11 @@ constexpr QChar Mark(0xe000); // a private character
 class NumberingPopup : public HVEntryServices
 {
 public:
+    explicit NumberingPopup(FindResource find)
+        : m_find(std::move(find))
+    {
+    }
+
     QString translate(const QString &text, const QString &context) override
     {
         m_texts.push_back({ context, text, {} });
@@ -35,11 +43,22 @@ public:
     QString resource(const QString &relativePath) override { return relativePath; }
     bool canShowPicture(const QString &) override { return true; }
 
+    QString optionalResource(const QString &relativePath, const QString &neighbour) override
+    {
+        const QFileInfo found(m_find(relativePath));
+        const QString actual = neighbour.isEmpty() ? QString() : m_find(neighbour);
+        const bool isHere =
+                actual.isEmpty() || QFileInfo(QFileInfo(actual).dir(), found.fileName()).isFile();
+        return isHere ? found.filePath() : QString();
+    }
+
+    QByteArray captionFile(const QString &path) override { return readCaptionFile(path); }
+
     /// Describes the texts in \a shown that were translated.
-    void describe(const HVShownText &shown, const QString &comment)
+    void describe(const QString &shown, const QString &comment)
     {
         static const QRegularExpression number(QStringLiteral("\\x{e000}(\\d+)"));
-        auto numbers = number.globalMatch(shown.text);
+        auto numbers = number.globalMatch(shown);
         while (numbers.hasNext()) {
             const size_t index = numbers.next().captured(1).toUInt();
             if (index < m_texts.size())
@@ -50,6 +69,7 @@ public:
     std::vector<TranslatableText> take() { return std::move(m_texts); }
 
 private:
+    FindResource m_find;
     std::vector<TranslatableText> m_texts;
 };
 
@@ -76,6 +96,19 @@ QString commentOf(const HVEntryBlock &block)
         break;
     }
     return QStringLiteral("Paragraph");
+}
+
+/// Such as "1:05".
+QString clockTime(double seconds)
+{
+    const int whole = static_cast<int>(seconds);
+    const auto twoDigits = [](int number) {
+        return QStringLiteral("%1").arg(number, 2, 10, QLatin1Char('0'));
+    };
+    const QString minutesAndSeconds =
+            twoDigits(whole / 60 % 60) + QLatin1Char(':') + twoDigits(whole % 60);
+    return whole < 3600 ? minutesAndSeconds.mid(whole < 600 ? 1 : 0)
+                        : QStringLiteral("%1:%2").arg(whole / 3600).arg(minutesAndSeconds);
 }
 
 /// The placeholders in a text, such as "%(application)s".
@@ -111,17 +144,21 @@ void tidy(std::vector<TranslatableText> &texts)
 
 } // namespace
 
-std::vector<TranslatableText> textsOf(const HVXmlElement &entry)
+std::vector<TranslatableText> textsOf(const HVXmlElement &entry, const FindResource &find)
 {
-    NumberingPopup popup;
+    NumberingPopup popup(find);
     constexpr bool HasTopics = true;
     const HVEntryContent content = readEntry(entry, popup, HasTopics, HVLimits::current());
-    popup.describe(content.title, QStringLiteral("Title"));
-    popup.describe(content.shortcut, QStringLiteral("Shortcut"));
+    popup.describe(content.title.text, QStringLiteral("Title"));
+    popup.describe(content.shortcut.text, QStringLiteral("Shortcut"));
     for (const HVEntryBlock &block : content.blocks) {
-        popup.describe(block.text, commentOf(block));
-        popup.describe(block.caption,
+        popup.describe(block.text.text, commentOf(block));
+        popup.describe(block.caption.text,
                        QStringLiteral("Caption of the picture %1").arg(block.resource));
+        for (const HVCaption &caption : block.captions)
+            popup.describe(caption.text,
+                           QStringLiteral("Caption of the clip %1 at %2")
+                                   .arg(block.resource, clockTime(caption.begin)));
     }
     std::vector<TranslatableText> texts = popup.take();
     tidy(texts);

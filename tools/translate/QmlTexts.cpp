@@ -44,7 +44,26 @@ QStringList markedFiles(const QString &package)
     return files;
 }
 
-/// The texts in a file that lupdate wrote.
+/// The text of the element that begins, in which lupdate writes control characters as elements.
+QString readText(QXmlStreamReader &reader)
+{
+    QString text;
+    while (reader.readNext() == QXmlStreamReader::Characters || reader.isStartElement()
+           || (reader.isEndElement() && reader.name() == QLatin1String("byte"))) {
+        if (reader.isStartElement())
+            text += QChar(reader.attributes()
+                                  .value(QLatin1String("value"))
+                                  .toString()
+                                  .mid(1)
+                                  .toUShort(nullptr, 16));
+        else
+            text += reader.text();
+    }
+    return text;
+}
+
+/// The texts in a file that lupdate wrote. Those that qsTrId() marks have an identifier instead of
+/// a source text, and are not translated.
 std::vector<TranslatableText> readTexts(const QString &path)
 {
     QFile file(path);
@@ -64,10 +83,13 @@ std::vector<TranslatableText> readTexts(const QString &path)
         else if (texts.empty())
             continue;
         else if (name == QLatin1String("source"))
-            texts.back().source = reader.readElementText(QXmlStreamReader::IncludeChildElements);
+            texts.back().source = readText(reader);
         else if (name == QLatin1String("extracomment"))
             texts.back().comment = reader.readElementText();
     }
+    texts.erase(std::remove_if(texts.begin(), texts.end(),
+                               [](const auto &text) { return text.source.isEmpty(); }),
+                texts.end());
     return texts;
 }
 

@@ -25,6 +25,7 @@ QByteArray literal(const QString &text)
 {
     QByteArray bytes = text.toUtf8();
     bytes.replace('\\', "\\\\").replace('"', "\\\"");
+    bytes.replace('\n', "\\n").replace('\r', "\\r");
     return '"' + bytes + '"';
 }
 

@@ -6,12 +6,10 @@
 #include "HVLimits.h"
 #include "HVLookUpMemory.h"
 #include "HVPictureFile.h"
-#include "HVRegularFile.h"
 #include "HVVideoComponent.h"
 #include "HVView.h"
 
 #include <QtCore/QDir>
-#include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QPointer>
 #include <QtCore/QStringList>
@@ -63,17 +61,10 @@ public:
     QString optionalResource(const QString &relativePath, const QString &neighbour) override
     {
         const QFileInfo beside(QFileInfo(neighbour).dir(), nameOf(relativePath));
-        return beside.isFile() ? find(relativePath) : QString();
+        return neighbour.isEmpty() || beside.isFile() ? find(relativePath) : QString();
     }
 
-    QByteArray captionFile(const QString &path) override
-    {
-        QFile file(path); // a path in Qt's resources has no other kind of file
-        const bool isOpen = path.startsWith(QLatin1Char(':')) ? file.open(QIODevice::ReadOnly)
-                                                              : openRegularFile(file, path);
-        return isOpen && file.size() <= MostCaptionBytes ? file.read(MostCaptionBytes)
-                                                         : QByteArray();
-    }
+    QByteArray captionFile(const QString &path) override { return readCaptionFile(path); }
 
     qreal pixelRatio() override { return m_view ? m_view->devicePixelRatioF() : 1; }
 

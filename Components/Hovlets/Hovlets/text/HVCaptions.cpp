@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVCaptions.h"
 
+#include "HVRegularFile.h"
+
+#include <QtCore/QFile>
 #include <QtCore/QRegularExpression>
 #include <QtCore/QStringList>
 
@@ -117,6 +120,14 @@ private:
 };
 
 } // namespace
+
+QByteArray readCaptionFile(const QString &path)
+{
+    QFile file(path); // a path in Qt's resources has no other kind of file
+    const bool isOpen = path.startsWith(QLatin1Char(':')) ? file.open(QIODevice::ReadOnly)
+                                                          : openRegularFile(file, path);
+    return isOpen && file.size() <= MostCaptionBytes ? file.read(MostCaptionBytes) : QByteArray();
+}
 
 QVector<HVCaption> readCaptions(const QByteArray &file, QString *problem)
 {

@@ -18,6 +18,10 @@ struct HVCaption
 /// Bytes of a file with captions. A larger file is not read.
 constexpr qint64 MostCaptionBytes = 64 * 1024;
 
+/// The content of a file with captions; empty if it cannot be read, is too large or is not a
+/// regular file.
+[[nodiscard]] QByteArray readCaptionFile(const QString &path);
+
 /*!
  * \brief Reads captions in the format WebVTT.
  *

@@ -76,8 +76,8 @@ public:
     /// Whether the file contains a picture that can be shown.
     virtual bool canShowPicture(const QString &path) = 0;
 
-    /// The path of a file in the package's resources, if it is also beside the file \a neighbour;
-    /// otherwise empty. Unlike resource(), for files that most entries do without.
+    /// The path of a file in the package's resources; empty if it is missing, or if \a neighbour is
+    /// a file without such a file beside it. Unlike with resource(), the popup is complete without.
     virtual QString optionalResource(const QString &relativePath, const QString &neighbour)
     {
         Q_UNUSED(relativePath)

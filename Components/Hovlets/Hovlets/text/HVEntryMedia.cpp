@@ -69,6 +69,7 @@ bool HVEntryMedia::findClip(const QString &path, HVEntryBlock &block)
     const QString found = path.isEmpty() ? QString() : m_services.resource(path);
     if (found.isEmpty())
         return false;
+    m_clip = found;
     block.resource = path;
     const QString dense = variantName(path, DenseVariant);
     if (m_services.pixelRatio() > 1 && !m_services.optionalResource(dense, found).isEmpty()) {
@@ -81,17 +82,18 @@ bool HVEntryMedia::findClip(const QString &path, HVEntryBlock &block)
 void HVEntryMedia::addCaptions(const HVXmlElement &entry, HVEntryBlock &clip)
 {
     const QString named = entry.attribute(QStringLiteral("captions"));
-    const QString path = entry.attribute(QStringLiteral("clip"));
-    const QString file = named.isEmpty()
-            ? m_services.optionalResource(captionsName(path), m_services.resource(path))
-            : m_services.resource(named);
+    const QString file = named.isEmpty() ? m_services.optionalResource(
+                                 captionsName(entry.attribute(QStringLiteral("clip"))), m_clip)
+                                         : m_services.optionalResource(named, {});
     if (file.isEmpty())
         return;
     const QVector<HVCaption> captions = readCaptions(m_services.captionFile(file));
     for (HVCaption caption : captions) {
         const HVShownText text = m_texts.plain(caption.text);
-        if (text.text.isEmpty() || m_texts.budget().isSpent())
+        if (m_texts.budget().isSpent())
             return;
+        if (text.text.isEmpty())
+            continue;
         caption.text = text.text;
         clip.captions += caption;
         clip.text.spoken +=

@@ -37,7 +37,7 @@ public:
     /// Sets the file of a clip; false if it is missing.
     bool findClip(const QString &path, HVEntryBlock &block);
 
-    /// Adds the captions of the \a entry to its clip.
+    /// Adds the captions of the \a entry to its clip, which findClip() has found.
     void addCaptions(const HVXmlElement &entry, HVEntryBlock &clip);
 
 private:
@@ -47,6 +47,7 @@ private:
 
     HVEntryServices &m_services;
     HVEntryTexts &m_texts;
+    QString m_clip; // the path that resource() returned for it
 };
 
 } // namespace Hovlets
