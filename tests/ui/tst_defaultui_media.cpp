@@ -244,6 +244,37 @@ private Q_SLOTS:
         QCOMPARE(m_bench->host.opened.first().second, text("app:reset"));
     }
 
+    void shouldPressOnceWhileAKeyIsHeld_data()
+    {
+        QTest::addColumn<QByteArray>("child");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<int>("key");
+        const QByteArray button = "<button href=\"app:reset\">Reset</button>";
+        const QByteArray link = "<link href=\"app:reset\">Reset</link>";
+        QTest::newRow("button, space") << button << text("buttonFace") << int(Qt::Key_Space);
+        QTest::newRow("button, return") << button << text("buttonFace") << int(Qt::Key_Return);
+        QTest::newRow("link, space") << link << text("link") << int(Qt::Key_Space);
+        QTest::newRow("link, enter") << link << text("link") << int(Qt::Key_Enter);
+    }
+
+    void shouldPressOnceWhileAKeyIsHeld()
+    {
+        QFETCH(QByteArray, child);
+        QFETCH(QString, name);
+        QFETCH(int, key);
+        showEntry("title=\"T\"", child);
+        m_bench->view()->window()->activateWindow();
+        QTRY_VERIFY(m_bench->view()->window()->isActiveWindow());
+        m_bench->view()->setFocus();
+        QTest::keyClick(m_bench->view(), Qt::Key_Tab);
+        QTRY_VERIFY(m_bench->item(qPrintable(name))->parentItem()->hasActiveFocus());
+        for (const bool isRepeated : { false, true, true }) {
+            QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, {}, isRepeated);
+            QCoreApplication::sendEvent(m_bench->view(), &event);
+        }
+        QCOMPARE(m_bench->host.opened.size(), 1);
+    }
+
     void shouldDescribeButtonsToScreenReaders()
     {
         showEntry("title=\"T\"", "<button href=\"app:reset\">Reset the tools</button>");

@@ -6,7 +6,7 @@
 namespace Hovlets {
 
 /*!
- * \brief Finds where a text item begins to shape a text anew.
+ * \brief Finds where a text item begins to reshape a text.
  *
  * A text item splits a text into runs of one script and one direction, and shapes and places each
  * of them separately. That takes as long as dozens of letters.

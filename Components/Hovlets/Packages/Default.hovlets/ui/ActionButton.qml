@@ -14,9 +14,15 @@ Item {
     objectName: "button"
     implicitHeight: face.height
     activeFocusOnTab: true
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
-    Keys.onSpacePressed: clicked()
+    Keys.onReturnPressed: event => press(event)
+    Keys.onEnterPressed: event => press(event)
+    Keys.onSpacePressed: event => press(event)
+
+    // A key that is held down presses once.
+    function press(event) {
+        if (!event.isAutoRepeat)
+            clicked();
+    }
 
     Accessible.role: Accessible.Button
     Accessible.name: source

@@ -13,9 +13,15 @@ Item {
 
     implicitHeight: label.height
     activeFocusOnTab: true
-    Keys.onSpacePressed: clicked()
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
+    Keys.onSpacePressed: event => press(event)
+    Keys.onReturnPressed: event => press(event)
+    Keys.onEnterPressed: event => press(event)
+
+    // A key that is held down opens the link once.
+    function press(event) {
+        if (!event.isAutoRepeat)
+            clicked();
+    }
 
     Rectangle {
         objectName: "focusRing"
