@@ -214,6 +214,26 @@ void addTranslations(QList<HostileInput> &inputs)
     }
 }
 
+void addCaptions(QList<HostileInput> &inputs)
+{
+    const auto add = [&](const QByteArray &name, const QByteArray &file) {
+        inputs += { "captions", name, [=](const HostilePackage &package) {
+                       package.write(QStringLiteral("Resources/x.mp4"), "x");
+                       package.write(QStringLiteral("Resources/x.vtt"), "WEBVTT\n\n" + file);
+                       package.entry("title=\"t\" clip=\"x.mp4\"", "<p>x</p>");
+                   } };
+    };
+    const QByteArray at = "00:00.000 --> 00:01.000\n";
+    constexpr int Largest = 65500; // bytes; the library reads no larger file
+    for (const char *piece : { "<", "<b>", "&lt;", "%(", "-->", "\xe0\xb8\x81\xe0\xb9\x89" })
+        add("long " + QByteArray(piece), at + times(Largest / int(strlen(piece)) - 9, piece));
+    add("200 long ones", (at + times(290, "x") + "\n\n").repeated(200));
+    add("many times", at.repeated(Largest / at.size()));
+    add("many empty ones", (at + "\n").repeated(Largest / (at.size() + 1)));
+    add("empty lines", times(Largest, "\n"));
+    add("too large", at + times(20000000, "x"));
+}
+
 /// Each file of a package becomes something else after it was indexed.
 void addSpecialFiles(QList<HostileInput> &inputs)
 {
@@ -221,6 +241,7 @@ void addSpecialFiles(QList<HostileInput> &inputs)
     const auto make = [](const HostilePackage &package) {
         package.write(QStringLiteral("Resources/x.png"), encoded(16, 16, "PNG"));
         package.write(QStringLiteral("Resources/x.mp4"), "x");
+        package.write(QStringLiteral("Resources/x.vtt"), "WEBVTT\n\n00:00.000 --> 00:01.000\nA\n");
         package.write(QStringLiteral("l10n/Hovlets_en_US.qm"),
                       translationFile("attack", "text", QStringLiteral("Wort")));
         package.write(QStringLiteral("ui/Own.qml"), PackageFolder::userInterface(10, 10));
@@ -230,8 +251,9 @@ void addSpecialFiles(QList<HostileInput> &inputs)
                       "<hovlets search=\"Default\"><hovlet key=\"attack\" clip=\"x.mp4\">"
                       "<p>text</p><img src=\"x.png\"/></hovlet></hovlets>");
     };
-    for (const char *name : { "Control/attack.xml", "Control/plain.xml", "Resources/x.png",
-                              "Resources/x.mp4", "l10n/Hovlets_en_US.qm", "ui/Own.qml" }) {
+    for (const char *name :
+         { "Control/attack.xml", "Control/plain.xml", "Resources/x.png", "Resources/x.mp4",
+           "Resources/x.vtt", "l10n/Hovlets_en_US.qm", "ui/Own.qml" }) {
         const QString file = QString::fromLatin1(name);
         const QByteArray at = " at " + QByteArray(name);
         inputs.append({ corpus, "pipe" + at, make,
@@ -259,6 +281,7 @@ QList<HostileInput> hostileFiles()
     QList<HostileInput> inputs;
     addPictures(inputs);
     addTranslations(inputs);
+    addCaptions(inputs);
     addSpecialFiles(inputs);
     return inputs;
 }

@@ -79,13 +79,31 @@ private Q_SLOTS:
         QCOMPARE(found, problem);
     }
 
+    void shouldReadALimitedNumberOfCaptions_data()
+    {
+        QTest::addColumn<int>("count");
+        QTest::addColumn<QByteArray>("end");
+        QTest::addColumn<bool>("isCutExpected");
+        QTest::newRow("as many as possible") << 200 << QByteArray() << false;
+        QTest::newRow("and a comment") << 200 << QByteArray("NOTE The end\n") << false;
+        QTest::newRow("and an empty one")
+                << 200 << QByteArray("00:02.000 --> 00:03.000\n") << false;
+        QTest::newRow("one more") << 201 << QByteArray() << true;
+        QTest::newRow("many more") << 1000 << QByteArray() << true;
+    }
+
     void shouldReadALimitedNumberOfCaptions()
     {
+        QFETCH(int, count);
+        QFETCH(QByteArray, end);
+        QFETCH(bool, isCutExpected);
         QString problem;
+        bool isCut = !isCutExpected;
         const QByteArray file =
-                "WEBVTT\n\n" + QByteArray("00:01.000 --> 00:02.000\nA\n\n").repeated(1000);
-        QCOMPARE(readCaptions(file, &problem).size(), 200);
-        QCOMPARE(problem, text("line 603: only 200 captions are shown"));
+                "WEBVTT\n\n" + QByteArray("00:01.000 --> 00:02.000\nA\n\n").repeated(count) + end;
+        QCOMPARE(readCaptions(file, &problem, &isCut).size(), 200);
+        QCOMPARE(problem, QString());
+        QCOMPARE(isCut, isCutExpected);
     }
 
     void shouldTakeLinearTime_data()

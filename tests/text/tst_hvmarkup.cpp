@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "HVLimits.h"
 #include "HVMarkup.h"
 #include "HVTipText.h"
 #include "MarkupReading.h"
@@ -324,6 +325,13 @@ private Q_SLOTS:
         QVERIFY(tipParagraphs(tip, true).size() <= 1);
         QVERIFY(tipParagraphs(tip, false).size() <= 1);
         QVERIFY2(time.elapsed() < 30000, qPrintable(QString::number(time.elapsed())));
+    }
+
+    void shouldReadNoMoreParagraphsOfATipThanAreShown()
+    {
+        const QString tip = QStringLiteral("<p>a</p>").repeated(1000);
+        // One more, by which the popup notices that it cuts the tip.
+        QCOMPARE(int(tipParagraphs(tip, true).size()), HVLimits::current().shownElements + 1);
     }
 
     void shouldTakeOneShortLineAsTheTitleOfATip()

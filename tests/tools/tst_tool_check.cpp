@@ -31,6 +31,9 @@ private Q_SLOTS:
     void shouldCheckVariantsOfPictures();
     void shouldCheckCaptions_data();
     void shouldCheckCaptions();
+    void shouldFindCaptionsBeyondTheLimits_data();
+    void shouldFindCaptionsBeyondTheLimits();
+    void shouldCheckVariantsOfClips();
     void shouldFindKeyDataWithoutAnEntry();
     void shouldFindNothingWrongWithShippedContent_data();
     void shouldFindNothingWrongWithShippedContent();
@@ -330,10 +333,61 @@ void tst_ToolCheck::shouldCheckCaptions()
     const QStringList unreadable { QStringLiteral("HV310 A.xml:2") };
     for (const QByteArray &content :
          { QByteArray("WEBVTT"), QByteArray("1\n"), QByteArray("WEBVTT\n\n0 --> 1\nA"),
-           QByteArray("WEBVTT\n") + QByteArray(70000, '\n') }) {
+           QByteArray("WEBVTT\n\n1\n2\n") }) {
         folder.add(captions, content);
         QCOMPARE(found({}, folder.path()), unreadable);
     }
+}
+
+void tst_ToolCheck::shouldFindCaptionsBeyondTheLimits_data()
+{
+    QTest::addColumn<QByteArray>("captions");
+    QTest::addColumn<QStringList>("findings");
+    const QByteArray times = "00:00.000 --> 00:01.000\n";
+    const QStringList tooMany { QStringLiteral("HV312 A.xml:2") };
+    QTest::newRow("200") << (times + "A\n\n").repeated(200) + "NOTE The end" << QStringList();
+    QTest::newRow("201") << (times + "A\n\n").repeated(201) << tooMany;
+    QTest::newRow("large file") << QByteArray(70000, '\n') << tooMany;
+    QTest::newRow("long texts") << (times + QByteArray(250, 'x') + "\n\n").repeated(100)
+                                << QStringList { QStringLiteral("HV403 A.xml:2") };
+}
+
+void tst_ToolCheck::shouldFindCaptionsBeyondTheLimits()
+{
+    QFETCH(QByteArray, captions);
+    QFETCH(QStringList, findings);
+    const ClipFolder clips;
+    const QString clip = clips.clip(QStringLiteral("a.mp4"), QStringLiteral("64x48"),
+                                    QStringLiteral("-t 0.2 -pix_fmt yuv420p"));
+    for (const QByteArray &attribute : { QByteArray(), QByteArray(" captions='a.vtt'") }) {
+        PackageFolder folder;
+        folder.addControlFile(QStringLiteral("P"), QStringLiteral("A"),
+                              control("<hovlet key='a' clip='a.mp4'" + attribute + "/>"));
+        folder.add(QStringLiteral("P.hovlets/Resources/a.mp4"), ClipFolder::read(clip));
+        folder.add(QStringLiteral("P.hovlets/Resources/a.vtt"), "WEBVTT\n\n" + captions);
+        QCOMPARE(found({}, folder.path()), findings);
+    }
+}
+
+void tst_ToolCheck::shouldCheckVariantsOfClips()
+{
+    const ClipFolder clips;
+    const auto clip = [&](const char *name, const char *size) {
+        return ClipFolder::read(clips.clip(QLatin1String(name), QLatin1String(size),
+                                           QStringLiteral("-t 0.2 -pix_fmt yuv420p")));
+    };
+    PackageFolder folder;
+    folder.addControlFile(QStringLiteral("P"), QStringLiteral("A"),
+                          control("<hovlet key='a' clip='a.mp4'/>"));
+    const QString dense = QStringLiteral("P.hovlets/Resources/a@2x.mp4");
+    folder.add(QStringLiteral("P.hovlets/Resources/a.mp4"), clip("a.mp4", "64x48"));
+    folder.add(dense, clip("double.mp4", "128x96"));
+    QCOMPARE(found({}, folder.path()), QStringList());
+    folder.add(dense, clip("wrong.mp4", "128x80"));
+    QCOMPARE(found({}, folder.path()), QStringList { QStringLiteral("HV311 A.xml:2") });
+    folder.add(dense, clip("double.mp4", "128x96") + QByteArray(2000000, '\0'));
+    QCOMPARE(found({ QStringLiteral("--max-megabytes"), QStringLiteral("1") }, folder.path()),
+             QStringList { QStringLiteral("HV305 A.xml:2") });
 }
 
 void tst_ToolCheck::shouldFindKeyDataWithoutAnEntry()

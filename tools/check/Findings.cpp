@@ -68,6 +68,8 @@ const std::vector<Rule> &rules()
         { "HV310", Level::Error, "unreadable captions", "write them as WebVTT" },
         { "HV311", Level::Warning, "variant of another size",
           "make \"@2x\" files twice as large, and \"-dark\" files as large as the usual ones" },
+        { "HV312", Level::Warning, "more captions than a clip shows",
+          "shorten or divide the clip" },
         { "HV401", Level::Error, "unterminated placeholder", "write %(name)s" },
         { "HV402", Level::Error, "invalid link",
           "use an address with its scheme, a path with \"/\" or a topic" },

@@ -8,6 +8,7 @@
 #include "FormatCheck.h"
 #include "MediaFiles.h"
 #include "Progress.h"
+#include "SizeCheck.h"
 
 #include <HVEntryMedia.h>
 #include <HVView.h>
@@ -61,9 +62,11 @@ private:
     [[nodiscard]] bool usesDefaultInterface() const;
     void checkUserInterface(const XmlDocument::Element &entry, const QString &attribute);
     void checkPicture(const XmlDocument::Element &element);
-    void checkClip(const XmlDocument::Element &entry);
+    QString checkClip(const XmlDocument::Element &entry);
     QString checkResource(const XmlDocument::Element &element, const QString &attribute,
                           CheckFile check);
+    void checkFileSize(const XmlDocument::Element &element, const QString &attribute,
+                       const QString &name, const QFileInfo &file);
     void report(const XmlDocument::Element &element, const QString &attribute,
                 const MediaProblem &problem);
 
@@ -115,7 +118,7 @@ void MediaCheck::Private::check(const XmlDocument::Branch &entry)
         checkUserInterface(entry.top(), simple);
         m_manager.context().set(HVKeySimpleMode, false);
     }
-    checkClip(entry.top());
+    checkShownSize(*m_file, entry, checkClip(entry.top()), m_findings);
     for (auto element = entry.elements.begin() + 1; element != entry.elements.end(); ++element) {
         if (element->name == QLatin1String("img"))
             checkPicture(*element);
@@ -135,26 +138,32 @@ void MediaCheck::Private::checkPicture(const XmlDocument::Element &element)
         const QString variant = variantName(path, suffix);
         if (!QFileInfo(variant).isFile())
             continue;
+        checkFileSize(element, attribute, variant, QFileInfo(variant));
         report(element, attribute, m_files.checkPicture(variant));
         report(element, attribute, MediaFiles::checkVariant(path, variant, factor));
     }
 }
 
-void MediaCheck::Private::checkClip(const XmlDocument::Element &entry)
+/// Returns the file with the captions of the clip, or an empty string if there is none.
+QString MediaCheck::Private::checkClip(const XmlDocument::Element &entry)
 {
     const QString attribute = QStringLiteral("clip");
     const QString path = checkResource(entry, attribute, &MediaFiles::checkClip);
     if (path.isEmpty())
-        return;
+        return {};
     const QString dense = variantName(path, DenseVariant);
-    if (QFileInfo(dense).isFile())
+    if (QFileInfo(dense).isFile()) {
+        checkFileSize(entry, attribute, dense, QFileInfo(dense));
         report(entry, attribute, m_files.checkClip(dense));
-    const QString captions = QStringLiteral("captions");
-    if (!entry.value(captions).isEmpty()) {
-        checkResource(entry, captions, &MediaFiles::checkCaptions);
-    } else if (QFileInfo(captionsName(path)).isFile()) {
-        report(entry, attribute, m_files.checkCaptions(captionsName(path)));
+        report(entry, attribute, m_files.checkClipVariant(path, dense));
     }
+    const QString captions = QStringLiteral("captions");
+    if (!entry.value(captions).isEmpty())
+        return checkResource(entry, captions, &MediaFiles::checkCaptions);
+    if (!QFileInfo(captionsName(path)).isFile())
+        return {};
+    report(entry, attribute, m_files.checkCaptions(captionsName(path)));
+    return captionsName(path);
 }
 
 bool MediaCheck::Private::usesDefaultInterface() const
@@ -205,11 +214,19 @@ QString MediaCheck::Private::checkResource(const XmlDocument::Element &element,
         return refuse("HV301", QStringLiteral("\"%1\" is not a regular file").arg(name));
     if (!info.isReadable())
         return refuse("HV116", QStringLiteral("%1 cannot be read").arg(info.filePath()));
-    const double megabytes = static_cast<double>(info.size()) / 1e6;
-    if (megabytes > m_limits.megabytes)
-        refuse("HV305", QStringLiteral("\"%1\" is %2 MB large").arg(name).arg(megabytes));
+    checkFileSize(element, attribute, name, info);
     report(element, attribute, (m_files.*check)(info.filePath()));
     return info.filePath();
+}
+
+void MediaCheck::Private::checkFileSize(const XmlDocument::Element &element,
+                                        const QString &attribute, const QString &name,
+                                        const QFileInfo &file)
+{
+    const double megabytes = static_cast<double>(file.size()) / 1e6;
+    if (megabytes > m_limits.megabytes)
+        report(element, attribute,
+               { "HV305", QStringLiteral("\"%1\" is %2 MB large").arg(name).arg(megabytes) });
 }
 
 void MediaCheck::Private::report(const XmlDocument::Element &element, const QString &attribute,

@@ -5,6 +5,7 @@
 #include <HVClip.h>
 #include <HVLimits.h>
 #include <HVPictureFile.h>
+#include <HVRegularFile.h>
 
 #include <QtCore/QFile>
 #include <QtGui/QImage>
@@ -51,18 +52,41 @@ MediaProblem openPicture(const QString &path)
 MediaProblem openCaptions(const QString &path)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly) || file.size() > Hovlets::MostCaptionBytes)
-        return { "HV310",
-                 QStringLiteral("\"%1\" cannot be read, or it has more than %2 bytes")
+    if (!Hovlets::openRegularFile(file, path))
+        return { "HV310", QStringLiteral("\"%1\" cannot be read").arg(path) };
+    if (file.size() > Hovlets::MostCaptionBytes)
+        return { "HV312",
+                 QStringLiteral("\"%1\" has more than %2 bytes, so its captions are not shown")
                          .arg(path)
                          .arg(Hovlets::MostCaptionBytes) };
     QString problem;
-    const auto captions = Hovlets::readCaptions(file.readAll(), &problem);
+    bool isCut = false;
+    const auto captions =
+            Hovlets::readCaptions(file.read(Hovlets::MostCaptionBytes), &problem, &isCut);
+    if (problem.isEmpty() && isCut)
+        return { "HV312",
+                 QStringLiteral("\"%1\": only the first %2 captions are shown")
+                         .arg(path)
+                         .arg(Hovlets::MostCaptions) };
     if (problem.isEmpty() && captions.isEmpty())
         problem = QStringLiteral("it has no captions");
     if (problem.isEmpty())
         return {};
     return { "HV310", QStringLiteral("\"%1\": %2").arg(path, problem) };
+}
+
+/// The problem with a variant that does not have the \a expected size.
+MediaProblem compareSizes(const QString &variant, const QSize &size, const QSize &expected)
+{
+    if (expected.isEmpty() || size == expected)
+        return {};
+    return { "HV311",
+             QStringLiteral("\"%1\" has %2 × %3 pixels instead of %4 × %5")
+                     .arg(variant)
+                     .arg(size.width())
+                     .arg(size.height())
+                     .arg(expected.width())
+                     .arg(expected.height()) };
 }
 
 } // namespace
@@ -89,23 +113,25 @@ MediaProblem MediaFiles::checkVariant(const QString &path, const QString &varian
 {
     const Hovlets::HVPictureHeader usual = Hovlets::HVPictureFile(path).header();
     const QSize size = Hovlets::HVPictureFile(variant).header().size;
-    const QSize expected = factor * usual.size;
-    if (usual.format == "svg" || usual.size.isEmpty() || size == expected)
-        return {};
-    return { "HV311",
-             QStringLiteral("\"%1\" has %2 × %3 pixels instead of %4 × %5")
-                     .arg(variant)
-                     .arg(size.width())
-                     .arg(size.height())
-                     .arg(expected.width())
-                     .arg(expected.height()) };
+    return usual.format == "svg" ? MediaProblem()
+                                 : compareSizes(variant, size, factor * usual.size);
 }
 
-MediaProblem MediaFiles::openClip(const QString &path) const
+MediaProblem MediaFiles::checkClipVariant(const QString &path, const QString &variant)
+{
+    checkClip(path);
+    checkClip(variant);
+    const QSize size = m_clipSizes.value(variant);
+    return size.isEmpty() ? MediaProblem()
+                          : compareSizes(variant, size, 2 * m_clipSizes.value(path));
+}
+
+MediaProblem MediaFiles::openClip(const QString &path)
 {
     Hovlets::HVClip clip([] { return false; });
     if (const char *reason = clip.open(path))
         return { "HV303", QString::fromUtf8(reason).arg(path) };
+    m_clipSizes.insert(path, clip.size());
     if (clip.duration() > m_longestClip)
         return { "HV304",
                  QStringLiteral("\"%1\" lasts %2 seconds").arg(path).arg(clip.duration()) };

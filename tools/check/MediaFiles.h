@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QtCore/QHash>
+#include <QtCore/QSize>
 #include <QtCore/QString>
 
 #include <optional>
@@ -33,11 +34,15 @@ public:
     [[nodiscard]] static MediaProblem checkVariant(const QString &path, const QString &variant,
                                                    int factor);
 
+    /// Checks that the clip \a variant has twice as many pixels in each direction as \a path.
+    MediaProblem checkClipVariant(const QString &path, const QString &variant);
+
 private:
-    [[nodiscard]] MediaProblem openClip(const QString &path) const;
+    [[nodiscard]] MediaProblem openClip(const QString &path);
 
     double m_longestClip; // in seconds
     QHash<QString, MediaProblem> m_clips;
+    QHash<QString, QSize> m_clipSizes; // of those that can be opened
     QHash<QString, MediaProblem> m_pictures;
     QHash<QString, MediaProblem> m_captions;
 };

@@ -9,6 +9,8 @@
 #include <HVEntryContent.h>
 #include <HVXmlElement.h>
 
+#include <utility>
+
 namespace HovletsTool {
 
 using namespace Hovlets;
@@ -19,10 +21,22 @@ namespace {
 class AnyPopup : public HVEntryServices
 {
 public:
+    explicit AnyPopup(QString captions)
+        : m_captions(std::move(captions))
+    {
+    }
+
     QString translate(const QString &, const QString &) override { return {}; }
     QString interpolate(const QString &text) override { return text; }
     QString resource(const QString &relativePath) override { return relativePath; }
     bool canShowPicture(const QString &) override { return true; }
+
+    /// The clip's captions, whatever their name. Nobody reads a variant of a picture here.
+    QString optionalResource(const QString &, const QString &) override { return m_captions; }
+    QByteArray captionFile(const QString &path) override { return readCaptionFile(path); }
+
+private:
+    QString m_captions;
 };
 
 /// Whether a popup might cut the entry. Tags in texts count as elements.
@@ -37,7 +51,6 @@ bool isLarge(const XmlDocument::Branch &entry, const HVLimits &limits)
 
 void checkSize(const ControlFile &file, const XmlDocument::Branch &entry, FindingList &findings)
 {
-    const HVLimits limits = HVLimits::current();
     const auto add = [&](const char *code, const QString &message) {
         findings.add(code, file.path(), file.document().position(entry.top().offset), message);
     };
@@ -46,16 +59,24 @@ void checkSize(const ControlFile &file, const XmlDocument::Branch &entry, Findin
                    QStringLiteral("the entry has %1 elements, but the library reads only entries "
                                   "with fewer than %2")
                            .arg(entry.size)
-                           .arg(limits.builtElements));
+                           .arg(HVLimits::current().builtElements));
     if (file.isTooLargeToParse(entry))
-        return add("HV119", parseLimitText());
-    if (!file.serves(entry) || !isLarge(entry, limits))
+        add("HV119", parseLimitText());
+}
+
+void checkShownSize(const ControlFile &file, const XmlDocument::Branch &entry,
+                    const QString &captions, FindingList &findings)
+{
+    const HVLimits limits = HVLimits::current();
+    if (isTooLarge(entry) || file.isTooLargeToParse(entry)
+        || (captions.isEmpty() && !isLarge(entry, limits)))
         return;
-    AnyPopup popup;
+    AnyPopup popup(captions);
     constexpr bool HasTopics = true;
     const HVEntryContent content = readEntry(*buildTree(entry), popup, HasTopics, limits);
     if (!content.limitMet.isEmpty())
-        add("HV403", QStringLiteral("a popup shows only %1 of the entry").arg(content.limitMet));
+        findings.add("HV403", file.path(), file.document().position(entry.top().offset),
+                     QStringLiteral("a popup shows only %1 of the entry").arg(content.limitMet));
 }
 
 } // namespace HovletsTool

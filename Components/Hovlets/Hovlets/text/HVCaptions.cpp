@@ -15,8 +15,6 @@ namespace Hovlets {
 
 namespace {
 
-constexpr int MostCaptions = 200;
-
 /// The time in the three groups of a match that begin at \a group: hours, minutes and seconds.
 double secondsOf(const QRegularExpressionMatch &match, int group)
 {
@@ -76,14 +74,13 @@ public:
             report(0, QStringLiteral("the file does not begin with \"WEBVTT\""));
             return {};
         }
-        while (m_at < m_lines.size() && m_captions.size() < MostCaptions)
+        while (m_at < m_lines.size() && !m_isCut)
             readBlock();
-        if (m_at < m_lines.size())
-            report(m_at, QStringLiteral("only %1 captions are shown").arg(MostCaptions));
         return std::exchange(m_captions, {});
     }
 
     [[nodiscard]] QString problem() const { return m_problem; }
+    [[nodiscard]] bool isCut() const { return m_isCut; }
 
 private:
     /// Reads up to the next empty line.
@@ -103,7 +100,10 @@ private:
         if (!caption)
             return; // the header, a comment, a style or a region
         caption->text = plainText(text.join(QLatin1Char('\n')));
-        if (!caption->text.isEmpty())
+        if (caption->text.isEmpty())
+            return;
+        m_isCut = m_captions.size() >= MostCaptions;
+        if (!m_isCut)
             m_captions += *caption;
     }
 
@@ -117,6 +117,7 @@ private:
     int m_at = 0;
     QVector<HVCaption> m_captions;
     QString m_problem;
+    bool m_isCut = false;
 };
 
 } // namespace
@@ -129,12 +130,14 @@ QByteArray readCaptionFile(const QString &path)
     return isOpen && file.size() <= MostCaptionBytes ? file.read(MostCaptionBytes) : QByteArray();
 }
 
-QVector<HVCaption> readCaptions(const QByteArray &file, QString *problem)
+QVector<HVCaption> readCaptions(const QByteArray &file, QString *problem, bool *isCut)
 {
     CaptionReader reader(file);
     QVector<HVCaption> captions = reader.read();
     if (problem)
         *problem = reader.problem();
+    if (isCut)
+        *isCut = reader.isCut();
     return captions;
 }
 

@@ -18,6 +18,9 @@ struct HVCaption
 /// Bytes of a file with captions. A larger file is not read.
 constexpr qint64 MostCaptionBytes = 64 * 1024;
 
+/// Captions of one file. Further ones are omitted.
+constexpr int MostCaptions = 200;
+
 /// The content of a file with captions; empty if it cannot be read, is too large or is not a
 /// regular file.
 [[nodiscard]] QByteArray readCaptionFile(const QString &path);
@@ -25,10 +28,11 @@ constexpr qint64 MostCaptionBytes = 64 * 1024;
 /*!
  * \brief Reads captions in the format WebVTT.
  *
- * Comments, styles, regions, positions and tags are skipped. Returns at most 200 captions, and none
+ * Comments, styles, regions, positions and tags are skipped. Returns at most MostCaptions, and none
  * of a file in another format. Sets \a problem to the first mistake, in English; captions without a
- * mistake are returned nevertheless.
+ * mistake are returned nevertheless. Sets \a isCut to whether the file has more captions.
  */
-[[nodiscard]] QVector<HVCaption> readCaptions(const QByteArray &file, QString *problem = nullptr);
+[[nodiscard]] QVector<HVCaption> readCaptions(const QByteArray &file, QString *problem = nullptr,
+                                              bool *isCut = nullptr);
 
 } // namespace Hovlets

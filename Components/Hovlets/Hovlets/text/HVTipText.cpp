@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVTipText.h"
 
+#include "HVLimits.h"
 #include "HVMarkup.h"
 #include "HVMarkupTokens.h"
 
@@ -65,7 +66,9 @@ public:
 
     QStringList read()
     {
-        while (m_at < m_text.size())
+        // One more than a popup shows, by which the popup notices that it cuts the tip.
+        const qint64 most = qint64 { std::max(0, HVLimits::current().shownElements) } + 1;
+        while (m_at < m_text.size() && m_paragraphs.size() < most)
             m_at = readNext();
         endParagraph();
         return m_paragraphs;

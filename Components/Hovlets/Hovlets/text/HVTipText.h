@@ -12,7 +12,8 @@ namespace Hovlets {
  *
  * Tips are written for Qt's rich text, which knows more tags than content may use. The markup of
  * content remains. Other tags are removed instead of shown: those of blocks end a paragraph, and
- * style sheets go with their text. The result is as untrusted as the tip: show it as content.
+ * style sheets go with their text. Paragraphs that no popup would show are left out. The result is
+ * as untrusted as the tip: show it as content.
  *
  * \param tip the text; of a plain one, each line end is kept
  * \param isRich whether Qt shows it as rich text
