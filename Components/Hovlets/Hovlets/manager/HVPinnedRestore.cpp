@@ -11,6 +11,7 @@
 #include "HVViewWindow.h"
 #include "HVWidget.h"
 
+#include <QtGui/QScreen>
 #include <QtWidgets/QApplication>
 
 #include <algorithm>
@@ -49,6 +50,17 @@ QWidget *hostWindow()
     return first == windows.end() ? nullptr : *first;
 }
 
+/// The size that the user gave the popup, at most that of the screen where it appears, which may be
+/// smaller than the one where it was.
+QSize onScreen(const HVPinnedState &state)
+{
+    const QScreen *screen = QGuiApplication::screenAt(state.position);
+    if (!screen)
+        screen = QGuiApplication::primaryScreen();
+    return screen && state.size.isValid() ? state.size.boundedTo(screen->availableSize())
+                                          : state.size;
+}
+
 void restore(HVManager &manager, HVHoverPopup &popup, const HVPinnedState &state)
 {
     const HVShowScope showing;
@@ -60,7 +72,7 @@ void restore(HVManager &manager, HVHoverPopup &popup, const HVPinnedState &state
     popup.view()->setContentTree(std::move(found.tree));
     const QPointer<HVWidget> widget(popup.widget());
     if (manager.context().get(HVKeyOwnTitleBar).toBool())
-        popup.view()->viewWindow().setUserSize(state.size);
+        popup.view()->viewWindow().setUserSize(onScreen(state));
     widget->showPinned(state.position, hostWindow(), entry, found.packageRoot);
     if (!widget || !state.stayOnTop || !widget->isWindow() || !widget->view()->reserved())
         return;

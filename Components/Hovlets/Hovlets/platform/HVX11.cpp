@@ -95,17 +95,52 @@ bool hasCompositor(const Xcb &xcb, XcbConnection *connection, int screen)
     return owner && owner->answer != 0;
 }
 
+/// A connection to the server. Opening one takes several messages, so it stays open.
+class Connection
+{
+    Q_DISABLE_COPY_MOVE(Connection)
+
+public:
+    explicit Connection(const Xcb &xcb)
+        : m_xcb(xcb)
+    {
+    }
+    ~Connection() { close(); }
+
+    /// The connection, which is opened again after an error; null if there is no server.
+    XcbConnection *get()
+    {
+        if (m_connection && m_xcb.hasError(m_connection))
+            close();
+        if (!m_connection)
+            m_connection = m_xcb.connect(nullptr, &m_screen); // never null
+        return m_xcb.hasError(m_connection) ? nullptr : m_connection;
+    }
+
+    int screen() const { return m_screen; }
+
+private:
+    void close()
+    {
+        if (m_connection)
+            m_xcb.disconnect(m_connection);
+        m_connection = nullptr;
+    }
+
+    const Xcb &m_xcb;
+    XcbConnection *m_connection = nullptr;
+    int m_screen = 0;
+};
+
 /// Calls \a action with a connection to the server, if there is one.
 template <typename Action> void withConnection(const Action &action)
 {
     static const Xcb xcb;
     if (!xcb.isComplete())
         return;
-    int screen = 0;
-    XcbConnection *connection = xcb.connect(nullptr, &screen); // never null
-    if (!xcb.hasError(connection))
-        action(xcb, connection, screen);
-    xcb.disconnect(connection);
+    static Connection connection(xcb);
+    if (XcbConnection *open = connection.get())
+        action(xcb, open, connection.screen());
 }
 
 } // namespace

@@ -3,8 +3,8 @@
 
 #include <QtGui/qwindowdefs.h>
 
-// What Qt tells and does on X11 only for programs that use its private headers. Each function asks
-// the server over a connection of its own, which takes well below a millisecond.
+// What Qt offers on X11 only in private headers. The functions ask the server that the environment
+// names, over a connection of their own. GUI thread only.
 
 namespace Hovlets {
 

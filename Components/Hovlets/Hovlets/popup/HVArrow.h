@@ -26,8 +26,8 @@ constexpr int ArrowHeight = 5;
 constexpr int ArrowReach = 7;
 
 /*!
- * The arrow of a popup at \a place towards \a control, which points at the middle of what they have
- * in common along the edge.
+ * The arrow of a popup at \a place towards \a control, which points at the middle of the stretch in
+ * which their edges face each other.
  *
  * None if the popup is not right beside the control, or if the arrow would come closer to a corner
  * than \a corner, in pixels.

@@ -12,8 +12,7 @@ class QWidget;
 namespace Hovlets {
 
 /*!
- * \brief Why a control is disabled, as the host says by the dynamic property
- * "hovletDisabledReason".
+ * \brief Why a control is disabled, as given in the host's dynamic property "hovletDisabledReason".
  *
  * The property may be set on the control, on its action, or on a widget around it. It counts while
  * that object is disabled. Needs no manager. GUI thread only.

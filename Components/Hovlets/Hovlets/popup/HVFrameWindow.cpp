@@ -32,14 +32,18 @@ void HVFrameWindow::surround(const QRect &popup, const HVFrameLook &look)
         paint();
 }
 
-void HVFrameWindow::appear()
+bool HVFrameWindow::appear()
 {
     if (isVisible())
-        return;
+        return true;
     show();
     // On X11, showing a window makes it take input again.
-    if (!passInputThrough(*this))
+    if (!passInputThrough(*this)) {
         hide();
+        return false;
+    }
+    raise();
+    return true;
 }
 
 void HVFrameWindow::exposeEvent(QExposeEvent *event)

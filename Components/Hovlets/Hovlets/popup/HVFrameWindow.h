@@ -12,8 +12,8 @@ namespace Hovlets {
  * \brief The window below a popup that shows its shadow, outline and arrow.
  *
  * The popup's own window keeps the size of its content, by which it is placed and by which the
- * mouse finds it. This window is larger, takes no input, and paints in the same turn of the event
- * loop in which it changes. GUI thread only.
+ * mouse finds it. This window is larger and takes no input. While it shows, it paints a change
+ * at once. GUI thread only.
  */
 class HVFrameWindow : public QWindow
 {
@@ -26,8 +26,8 @@ public:
     /// Surrounds \a popup, in global pixels, with \a look.
     void surround(const QRect &popup, const HVFrameLook &look);
 
-    /// Shows the window if clicks and the pointer can go through it.
-    void appear();
+    /// Shows the window above all others, unless it would take clicks. Returns whether it did.
+    bool appear();
 
 protected:
     void exposeEvent(QExposeEvent *event) override;

@@ -73,6 +73,8 @@ std::optional<HVBesideControl> HVHoveredControl::beside() const
 
 void HVHoveredControl::release(QWidget *reference)
 {
+    if (m_widget != reference)
+        m_reason->watch(nullptr, {});
     m_widget = reference;
     m_control->watch(nullptr);
     m_described.reset();

@@ -260,7 +260,8 @@ bool HVPopupGeometry::mustAppearAgain(const QWidget &window, const QRect &geomet
     return grows || window.pos() != geometry.topLeft();
 }
 
-/// The popup's own setVisible() is for others, who stop this.
+/// Does not call the popup's own setVisible(): with that, others keep the popup from appearing
+/// again.
 void HVPopupGeometry::appearAt(const QRect &geometry)
 {
     const QPointer<QWidget> popup(&m_popup); // hiding and showing run code of the host

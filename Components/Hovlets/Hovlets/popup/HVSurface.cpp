@@ -6,9 +6,34 @@
 #include "HVWindowSystem.h"
 
 #include <QtCore/QEvent>
-#include <QtWidgets/QWidget>
+#include <QtGui/QWindow>
+#include <QtWidgets/QApplication>
 
 namespace Hovlets {
+
+namespace {
+
+bool endIsArranged = false; // with the current application
+
+/// A host may keep popups beyond the application, but no window can be deleted then.
+void deleteFrames()
+{
+    endIsArranged = false;
+    const QWidgetList widgets = QApplication::allWidgets();
+    for (const QWidget *widget : widgets) {
+        if (auto *surface = widget->findChild<HVSurface *>({}, Qt::FindDirectChildrenOnly))
+            surface->deleteFrame();
+    }
+}
+
+void deleteFramesAtEnd()
+{
+    if (!endIsArranged)
+        qAddPostRoutine(&deleteFrames);
+    endIsArranged = true;
+}
+
+} // namespace
 
 HVSurface::HVSurface(QWidget &popup, const HVPopupGeometry &geometry)
     : QObject(&popup)
@@ -63,6 +88,19 @@ void HVSurface::leave(bool isPlain)
     m_frame.reset();
 }
 
+void HVSurface::deleteFrame()
+{
+    m_isFramed = false;
+    m_frame.reset();
+}
+
+void HVSurface::raise()
+{
+    if (m_frame && m_frame->isVisible())
+        m_frame->raise();
+    m_popup.raise();
+}
+
 void HVSurface::updateOpacity()
 {
     if (m_frame)
@@ -74,7 +112,7 @@ bool HVSurface::eventFilter(QObject *object, QEvent *event)
     if (object != &m_popup)
         return false;
     switch (event->type()) {
-    case QEvent::Show: // comes before the window, so that the frame is below it
+    case QEvent::Show: // the popup is raised once it shows
         if (m_isFramed)
             follow();
         break;
@@ -96,15 +134,19 @@ bool HVSurface::eventFilter(QObject *object, QEvent *event)
 /// Puts the frame around the popup, and shows it.
 void HVSurface::follow()
 {
-    if (!m_frame)
+    if (!m_frame) {
         m_frame = std::make_unique<HVFrameWindow>();
+        deleteFramesAtEnd();
+    }
     HVFrameLook look = m_look;
     if (look.fill.isValid())
         look.arrow = m_geometry.arrow(qRound(look.radius));
     m_frame->setTransientParent(m_popup.windowHandle());
+    if (m_popup.windowHandle())
+        m_frame->setScreen(m_popup.windowHandle()->screen()); // whose scale is that of the geometry
     m_frame->surround(m_popup.geometry(), look);
     updateOpacity();
-    m_frame->appear();
+    m_isFramed = m_frame->appear();
 }
 
 } // namespace Hovlets

@@ -55,6 +55,12 @@ public:
     /// Follows the opacity of the popup.
     void updateOpacity();
 
+    /// Raises the popup, with its frame right below it.
+    void raise();
+
+    /// Deletes the frame, which appears no more until refresh() is called.
+    void deleteFrame();
+
 protected:
     bool eventFilter(QObject *object, QEvent *event) override;
 

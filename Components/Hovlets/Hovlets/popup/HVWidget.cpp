@@ -225,7 +225,8 @@ void HVWidget::contentReservedChanged()
     d->hovered->release(d->hovered->widget());
     d->geometry.leaveToUser();
     d->hideTimer->stop();
-    decideOnTitleBar(container);
+    if (!decideOnTitleBar(container))
+        return;
     const auto type = d->setting(HVKeyPinnedInTaskbar).toBool() ? Qt::Window : Qt::Tool;
     if (container)
         dockPopup(*this, *container, type);
@@ -234,21 +235,27 @@ void HVWidget::contentReservedChanged()
 }
 
 /// Decides who draws the title bar of a popup that goes into \a container, or, if that is null,
-/// becomes a window.
-void HVWidget::decideOnTitleBar(const QWidget *container)
+/// becomes a window. Returns false if the user interface, in response, has had the host delete the
+/// popup or its view.
+bool HVWidget::decideOnTitleBar(const QWidget *container)
 {
+    const QPointer<HVWidget> self(this);
+    const QPointer<HVView> view(d->view);
     using TitleBar = HVViewWindow::TitleBar;
     const bool isWanted = d->setting(HVKeyOwnTitleBar).toBool();
-    const bool isOwn = isWanted && !container && d->view->drawsTitleBar();
+    const bool isOwn = isWanted && !container && view->drawsTitleBar();
     const bool isDesktops = isWanted && !isOwn && (!container || container->isWindow());
     d->surface->leave(!isOwn);
-    d->view->setSurface(d->surface->isRounded(), d->surface->isFramed());
-    HVViewWindow &window = d->view->viewWindow();
-    if (!isOwn)
-        window.setUserSize({});
-    window.setTitleBar(isOwn ? TitleBar::Own : isDesktops ? TitleBar::Desktop : TitleBar::None);
-    if (isOwn)
+    view->setSurface(d->surface->isRounded(), d->surface->isFramed());
+    if (view && !isOwn)
+        view->viewWindow().setUserSize({});
+    if (view)
+        view->viewWindow().setTitleBar(isOwn                ? TitleBar::Own
+                                               : isDesktops ? TitleBar::Desktop
+                                                            : TitleBar::None);
+    if (self && view && isOwn)
         contentResized();
+    return self && view;
 }
 
 /// Makes hovletView.close() close the window around the view. Closing only the view would leave an

@@ -147,7 +147,7 @@ private:
     [[nodiscard]] bool place(const QPoint &pos);
     void endShow();
     void paintRoundedRim();
-    void decideOnTitleBar(const QWidget *container);
+    bool decideOnTitleBar(const QWidget *container);
     [[nodiscard]] bool isResizable() const;
     void endFadeOut();
 

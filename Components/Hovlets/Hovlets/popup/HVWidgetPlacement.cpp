@@ -70,12 +70,13 @@ void HVWidget::placeFor(QWidget *control, const QPoint &pos)
         return;
     if (!turnTo(control))
         return;
+    const QPointer<HVWidget> self(this);
     d->view->setDisabledReason(d->hovered->disabledReason());
-    if (!place(pos))
+    if (!self || !d->view || !place(pos)) // the user interface may have had the popup deleted
         return;
     d->hideTimer->stop();
     d->hovered->startWatching();
-    raise();
+    d->surface->raise();
 }
 
 QRect HVWidget::findVisibleGeometry(QRect geometry, bool *move) const
@@ -98,6 +99,7 @@ void HVWidget::contentResized()
     setMinimumSize(SmallestPinned.boundedTo(size));
     setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
     resize(size);
+    reposition();
 }
 
 /// Whether the user can resize the popup, because it draws its own frame.
@@ -114,6 +116,9 @@ void HVWidget::resizeEvent(QResizeEvent *event)
     const QSize view = event->size() - RimOfPinned;
     // Other changes of the size follow the content.
     if (!event->spontaneous() || !isResizable() || view == d->view->size())
+        return;
+    // A window manager may report a window of one pixel before it has shown it.
+    if (event->size() != event->size().expandedTo(minimumSize()))
         return;
     d->view->viewWindow().setUserSize(view);
     d->view->resize(view);

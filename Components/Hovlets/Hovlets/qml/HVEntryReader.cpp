@@ -186,6 +186,14 @@ HVEntryReader::HVEntryReader(HVView *view)
 {
 }
 
+void HVEntryReader::setDisabledReason(const QString &reason)
+{
+    if (reason == m_disabledReason)
+        return;
+    m_disabledReason = reason;
+    Q_EMIT disabledReasonChanged();
+}
+
 QVariantMap HVEntryReader::read(HVXmlElement *entry, bool topics)
 {
     if (!entry)

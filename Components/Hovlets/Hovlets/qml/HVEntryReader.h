@@ -20,9 +20,14 @@ class HVEntryReader : public QObject
 {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(HVEntryReader)
+    Q_PROPERTY(QString disabledReason READ disabledReason NOTIFY disabledReasonChanged)
 
 public:
     explicit HVEntryReader(HVView *view);
+
+    /// Why the control is disabled, in plain text; empty if it is not, or if the host does not say.
+    [[nodiscard]] QString disabledReason() const { return m_disabledReason; }
+    void setDisabledReason(const QString &reason);
 
     /*!
      * The content of \a entry that the default user interface shows. Links to documentation topics
@@ -53,10 +58,13 @@ Q_SIGNALS:
     /// A warning for the host.
     void warned(const QString &message);
 
+    void disabledReasonChanged();
+
 private:
     void warn(const HVXmlElement &entry, const QString &limit);
 
     HVView *m_view;
+    QString m_disabledReason;
     QSet<QString> m_warned; // "file key"
 };
 

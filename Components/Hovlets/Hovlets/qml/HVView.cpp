@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVView.h"
 
+#include "HVEntryReader.h"
 #include "HVComponentFinder.h"
 #include "HVContentTree.h"
 #include "HVLookUpMemory.h"
@@ -48,7 +49,6 @@ public:
     HVTranslationChain translator;
     HVLookUpMemory lookUps;
     QString packageRoot;
-    QString disabledReason;
     bool stayOpen = false;
     bool reserved = false;
     bool isExpanded = false;
@@ -119,7 +119,7 @@ void HVView::setSurface(bool isRounded, bool isFramed)
 /// Other user interfaces may rely on the white ground that a view has by default.
 void HVView::clearBehindCorners()
 {
-    setClearColor(cornerRadius() > 0 ? Qt::transparent : Qt::white);
+    setClearColor(d->context.isRounded() && cornerRadius() > 0 ? Qt::transparent : Qt::white);
 }
 
 HVXmlElement *HVView::content()
@@ -234,17 +234,9 @@ void HVView::writeReserved(bool value)
     setReserved(value);
 }
 
-QString HVView::disabledReason() const
-{
-    return d->disabledReason;
-}
-
 void HVView::setDisabledReason(const QString &reason)
 {
-    if (reason == d->disabledReason)
-        return;
-    d->disabledReason = reason;
-    Q_EMIT disabledReasonChanged();
+    d->context.reader().setDisabledReason(reason);
 }
 
 int HVView::clipReleaseDelay() const

@@ -43,7 +43,6 @@ class HVView : public HVSceneWidget
     Q_PROPERTY(bool documentationAvailable READ documentationAvailable NOTIFY
                        documentationAvailableChanged)
     Q_PROPERTY(QString resourceDirectory READ resourceDirectoryPath)
-    Q_PROPERTY(QString disabledReason READ disabledReason NOTIFY disabledReasonChanged)
 
 public:
     HVView(HVManager *manager, QWidget *parent);
@@ -116,8 +115,7 @@ public:
     /// Whether QML is setting the flag: its items must outlive the handler that sets it.
     bool isReservedByQml() const;
 
-    /// Why the control is disabled, in plain text; empty if it is not, or if the host does not say.
-    QString disabledReason() const;
+    /// See HVEntryReader::disabledReason().
     void setDisabledReason(const QString &reason);
 
     /// The setting HVKeyClipReleaseDelay, in ms.
@@ -231,8 +229,6 @@ Q_SIGNALS:
 
     /// Never emitted.
     void resourceDirectoryChanged();
-
-    void disabledReasonChanged();
 
 protected:
     void resizeEvent(QResizeEvent *event) override;

@@ -18,13 +18,13 @@ HVViewContext::HVViewContext(HVView &view, const HVViewMessages &messages)
     : m_view(view)
     , m_theme(new HVToolTipTheme(&view))
     , m_window(new HVViewWindow(view))
+    , m_reader(new HVEntryReader(&view))
 {
-    auto *reader = new HVEntryReader(&view);
-    QObject::connect(reader, &HVEntryReader::warned, &view,
+    QObject::connect(m_reader, &HVEntryReader::warned, &view,
                      [messages](const QString &message) { messages.warn(message); });
     QQmlContext *context = view.engine()->rootContext();
     context->setContextProperty(QStringLiteral("hovletTheme"), m_theme);
-    context->setContextProperty(QStringLiteral("hovletReader"), reader);
+    context->setContextProperty(QStringLiteral("hovletReader"), m_reader);
     context->setContextProperty(QStringLiteral("hovletWindow"), m_window);
 }
 
@@ -55,6 +55,11 @@ void HVViewContext::setContent(const QString &rootPath)
 void HVViewContext::refreshTheme(bool isExact)
 {
     m_theme->refresh(isExact);
+}
+
+bool HVViewContext::isRounded() const
+{
+    return m_theme->isRounded();
 }
 
 void HVViewContext::setSurface(bool isRounded, bool isFramed)

@@ -5,6 +5,7 @@
 
 namespace Hovlets {
 
+class HVEntryReader;
 class HVToolTipTheme;
 class HVView;
 class HVViewWindow;
@@ -30,14 +31,17 @@ public:
     void refreshTheme(bool isExact);
 
     [[nodiscard]] HVViewWindow &window() const { return *m_window; }
+    [[nodiscard]] HVEntryReader &reader() const { return *m_reader; }
 
     /// See HVToolTipTheme::setSurface().
     void setSurface(bool isRounded, bool isFramed);
+    [[nodiscard]] bool isRounded() const;
 
 private:
     HVView &m_view;
     HVToolTipTheme *m_theme; // child of the view
     HVViewWindow *m_window; // child of the view
+    HVEntryReader *m_reader; // child of the view
 };
 
 } // namespace Hovlets

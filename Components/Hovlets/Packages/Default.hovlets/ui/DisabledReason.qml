@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 import QtQuick 2.15
 
-// Why the control is disabled, as the host says it: the text on a surface of its own.
+// Why the control is disabled, as given by the host: a text on a surface of its own.
 Rectangle {
     id: box
 

@@ -21,7 +21,7 @@ Rectangle {
     // The user's size of a pinned popup; empty if the content determines it.
     readonly property size userSize: hasBar ? hovletWindow.userSize : Qt.size(0, 0)
     readonly property bool isUserSized: userSize.width > 0
-    // The title bar has the button, and so has that of the desktop.
+    // Both kinds of title bars have a button.
     readonly property bool hasButton: pinnable && hovletWindow.titleBar === ""
     readonly property string title: content.title || (showsKey ? content.key : "")
 
@@ -112,7 +112,7 @@ Rectangle {
         DisabledReason {
             id: reason
             theme: frame.theme
-            source: hovletView ? hovletView.disabledReason : ""
+            source: hovletReader.disabledReason
             visible: source !== ""
             anchors { left: parent.left; leftMargin: frame.theme.padding - 1 }
             y: frame.theme.padding + frame.headerHeight - frame.upperEdge
@@ -196,6 +196,13 @@ Rectangle {
         }
     }
 
+    // The title bar leaves its edges free, apart from the button.
+    Loader {
+        active: frame.hasBar
+        anchors.fill: parent
+        sourceComponent: ResizeEdges {}
+    }
+
     TitleBar {
         id: bar
         objectName: "titleBar"
@@ -208,13 +215,6 @@ Rectangle {
         cornerRadius: Math.max(0, frame.cornerRadius - 1)
         title: frame.title
         onClosed: hovletView.close()
-    }
-
-    // Above the title bar, but not above its button.
-    Loader {
-        active: frame.hasBar
-        anchors.fill: parent
-        sourceComponent: ResizeEdges {}
     }
 
     focus: true

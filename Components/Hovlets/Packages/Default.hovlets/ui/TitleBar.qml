@@ -40,6 +40,8 @@ Item {
     MouseArea {
         objectName: "titleBarArea"
         anchors.fill: parent
+        anchors.margins: 4 // by the edges, the user resizes the window
+        anchors.bottomMargin: 0
         onPressed: hovletWindow.startMove()
     }
 
