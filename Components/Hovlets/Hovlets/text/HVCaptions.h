@@ -16,7 +16,7 @@ struct HVCaption
 };
 
 /// Bytes of a file with captions. A larger file is not read.
-constexpr qint64 MostCaptionBytes = 64 * 1024;
+constexpr qint64 MostCaptionBytes = qint64 { 64 } * 1024;
 
 /// Captions of one file. Further ones are omitted.
 constexpr int MostCaptions = 200;
