@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVContext.h"
+#include "HVPinnedState.h"
 #include "HVView.h"
 #include "HVWidget.h"
 #include "PackageFolder.h"
@@ -8,6 +9,7 @@
 #include "TestMain.h"
 
 #include <QtCore/QPointer>
+#include <QtGui/QScreen>
 #include <QtGui/QWindow>
 #include <QtQuick/QQuickItem>
 #include <QtWidgets/QApplication>
@@ -92,6 +94,21 @@ private Q_SLOTS:
         findPinned();
         QVERIFY(m_pinned);
         QTRY_COMPARE(m_pinned->size(), size);
+    }
+
+    void shouldComeBackNoLargerThanTheScreen()
+    {
+        pin();
+        auto states = decodePinnedStates(m_host->manager()->saveState());
+        QVERIFY(states && states->size() == 1);
+        states->first().size = QSize(5000, 4000);
+        delete m_pinned;
+        makeHost();
+        QVERIFY(m_host->manager()->restoreState(encodePinnedStates(*states)));
+        findPinned();
+        QVERIFY(m_pinned);
+        const QRect screen = m_pinned->screen()->availableGeometry();
+        QTRY_VERIFY(screen.contains(m_pinned->geometry()));
     }
 
     void shouldCloseByEscape()

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVContext.h"
+#include "HVEntryReader.h"
 #include "HoverScene.h"
 #include "TestMain.h"
 
@@ -95,6 +96,25 @@ private Q_SLOTS:
         QCOMPARE(pinnedPopups().size(), 1);
         QVERIFY(QGuiApplication::primaryScreen()->availableGeometry().contains(
                 pinnedPopups().constFirst()->geometry()));
+    }
+
+    void shouldNotSayWhyAnotherControlIsDisabled()
+    {
+        HoverScene scene;
+        QVERIFY(scene.show(QStringLiteral("b")));
+        scene.pin();
+        const QByteArray state = scene.manager().saveState();
+        closePinned();
+        scene.control->setProperty("hovletDisabledReason", QStringLiteral("Save first."));
+        scene.control->setEnabled(false);
+        QVERIFY(scene.show(QStringLiteral("a")));
+        const auto reasonIn = [](const HVView &view) {
+            return view.findChild<HVEntryReader *>()->disabledReason();
+        };
+        QCOMPARE(reasonIn(*scene.view()), QStringLiteral("Save first."));
+        QVERIFY(scene.manager().restoreState(state));
+        QCOMPARE(pinnedPopups().size(), 1);
+        QCOMPARE(reasonIn(*pinnedPopups().constFirst()->view()), QString());
     }
 
     void shouldLeaveOutClosedOnesAndThoseWithoutContent()

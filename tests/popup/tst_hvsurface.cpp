@@ -8,6 +8,7 @@
 #include <QtGui/QGuiApplication>
 #include <QtGui/QPainter>
 #include <QtQuick/QQuickItem>
+#include <QtQuick/QQuickWindow>
 
 using namespace Hovlets;
 
@@ -182,6 +183,14 @@ private Q_SLOTS:
         QCOMPARE(bench->popup->windowType(), Qt::ToolTip);
         QVERIFY(bench->popup->isSafe(geometry.bottomRight() + QPoint(20, 20)));
         QVERIFY(!bench->popup->isSafe(geometry.bottomRight() + QPoint(21, 21)));
+    }
+
+    void shouldKeepTheGroundOfTheViewWithoutTheSetting()
+    {
+        PopupBench bench;
+        show(bench, QByteArray(RoundedInterface).replace("hovletTheme.rounded ? 8 : 0", "8"));
+        QCOMPARE(bench.view->cornerRadius(), 8.0);
+        QCOMPARE(bench.view->quickWindow()->color(), QColor(Qt::white));
     }
 
     void shouldSurroundThePopupWithoutTakingInput()

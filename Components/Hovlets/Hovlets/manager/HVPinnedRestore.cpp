@@ -54,10 +54,11 @@ QWidget *hostWindow()
 /// smaller than the one where it was.
 QSize onScreen(const HVPinnedState &state)
 {
+    constexpr QSize Rim(1, 1); // by which popups are larger than their views
     const QScreen *screen = QGuiApplication::screenAt(state.position);
     if (!screen)
         screen = QGuiApplication::primaryScreen();
-    return screen && state.size.isValid() ? state.size.boundedTo(screen->availableSize())
+    return screen && state.size.isValid() ? state.size.boundedTo(screen->availableSize() - Rim)
                                           : state.size;
 }
 
