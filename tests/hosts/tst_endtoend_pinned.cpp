@@ -146,7 +146,7 @@ private Q_SLOTS:
     void shouldBeInTheTaskbarIfTheSettingsAskForIt()
     {
         if (QGuiApplication::platformName() != QLatin1String("xcb"))
-            QSKIP("only X11 shows programs what the taskbar lists");
+            QSKIP("on Wayland, a program cannot find out what the taskbar lists");
         pin();
         if (QTest::currentTestFailed())
             return;

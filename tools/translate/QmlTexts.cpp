@@ -69,7 +69,7 @@ std::vector<TranslatableText> readTexts(const QString &path)
     QFile file(path);
     std::vector<TranslatableText> texts;
     if (!file.open(QIODevice::ReadOnly))
-        return texts; // lupdate writes none if there are no texts
+        return texts; // without texts, lupdate writes no file
     QXmlStreamReader reader(&file);
     QString context;
     while (!reader.atEnd()) {

@@ -107,7 +107,7 @@ public:
     }
     ~Connection() { close(); }
 
-    /// The connection, which is opened again after an error; null if there is no server.
+    /// Returns the connection, reopened after an error; null if there is no server.
     XcbConnection *get()
     {
         if (m_connection && m_xcb.hasError(m_connection))

@@ -38,7 +38,7 @@ constexpr int MaximumPinnedStateText = 4096;
 /*!
  * \brief Encodes \a popups in their order.
  *
- * The bytes begin with a mark and the format's version, and end with a checksum. Without sizes,
+ * The bytes start with a signature and the format version, and end with a checksum. Without sizes,
  * they are those of the first version, which all releases can decode.
  */
 QByteArray encodePinnedStates(const QVector<HVPinnedState> &popups);

@@ -45,7 +45,7 @@ public:
     enum VideoState : int { resetState = 0, pausedState = 1, playingState = 2 };
     Q_ENUM(VideoState)
 
-    /// Whether the size of the clip is known. None: there is no clip, or it cannot be opened.
+    /// Whether the size of the clip is known. None means no clip, or one that cannot be opened.
     enum class SizeState { Pending, Known, None };
 
     explicit HVVideoComponent(QQuickItem *parent = nullptr);
