@@ -27,7 +27,7 @@ Options readOptions(const QCoreApplication &application)
             QStringLiteral("name"), Options().locale);
     const QCommandLineOption dark(QStringLiteral("dark"), QStringLiteral("Start in dark colours."));
     const QCommandLineOption simple(QStringLiteral("simple"),
-                                    QStringLiteral("Show the simple popups."));
+                                    QStringLiteral("Show the simple popups; F1 shows more."));
     const QCommandLineOption verbose(QStringLiteral("verbose"),
                                      QStringLiteral("Print every message of the library."));
     const QCommandLineOption geometry(QStringLiteral("geometry"),

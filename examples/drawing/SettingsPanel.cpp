@@ -6,6 +6,7 @@
 #include <Hovlets/HVContext.h>
 #include <HovletsAssist/HVKeyboardAccess.h>
 
+#include <QtGui/QKeySequence>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QFormLayout>
@@ -38,6 +39,7 @@ SettingsPanel::SettingsPanel(DrawingHost &host, HVKeyboardAccess &keyboard, QWid
     addDismissal(layout);
     addSwitch(layout, tr("Simple popups"), HVKeySimpleMode, false);
     addDuration(layout, tr("Full popup after"), HVKeyExpandDelay, 0);
+    addExpandKey(layout);
     addSwitch(layout, tr("Links to the guide"), HVKeyDocumentationEnabled, true);
     addSwitch(layout, tr("Links to files and the web"), HVKeyLinksEnabled, true);
     addFallback(layout);
@@ -100,6 +102,25 @@ void SettingsPanel::addDismissal(QFormLayout *layout)
     layout->addRow(tr("Hide on"), box);
 }
 
+/// Turns a simple popup into the full one and then pins it.
+void SettingsPanel::addExpandKey(QFormLayout *layout)
+{
+    auto *box = new QComboBox;
+    box->setObjectName(QStringLiteral("settingsExpandKey"));
+    box->addItem(tr("None"), QString());
+    for (const char *key : { "F1", "Ctrl+Space" }) {
+        const auto portable = QString::fromLatin1(key);
+        const QKeySequence sequence =
+                QKeySequence::fromString(portable, QKeySequence::PortableText);
+        box->addItem(sequence.toString(QKeySequence::NativeText), portable);
+    }
+    box->setToolTip(tr("Turns a simple popup into the full one, and pins the full one."));
+    box->setCurrentIndex(qMax(0, box->findData(m_host.context().get(HVKeyExpandKey))));
+    connect(box, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+            [this, box](int index) { m_host.context().set(HVKeyExpandKey, box->itemData(index)); });
+    layout->addRow(tr("Key for more"), box);
+}
+
 /// The user interface stops its clips; the fades are settings of the library.
 void SettingsPanel::addReducedMotion(QFormLayout *layout, const QList<Duration> &fades)
 {
@@ -138,10 +159,9 @@ void SettingsPanel::addFallback(QFormLayout *layout)
 void SettingsPanel::addPinned(QFormLayout *layout, QWidget *window)
 {
     auto *box = new QCheckBox(tr("Pinned popups in a window"));
-    box->setToolTip(tr("Puts them into a window of the program's instead of their own."));
+    box->setToolTip(tr("Puts them into a window of the program."));
     connect(box, &QCheckBox::toggled, this,
             [this, window](bool on) { m_host.setPinnedParent(on ? window : nullptr); });
-    box->setChecked(true);
     layout->addRow(box);
 }
 

@@ -38,6 +38,7 @@ private:
     void addReducedMotion(QFormLayout *layout, const QList<Duration> &fades);
     void addSwitch(QFormLayout *layout, const QString &label, int key, bool defaultValue);
     void addDismissal(QFormLayout *layout);
+    void addExpandKey(QFormLayout *layout);
     void addFallback(QFormLayout *layout);
     void addKeyboard(QFormLayout *layout, Hovlets::HVKeyboardAccess &keyboard);
     void addPinned(QFormLayout *layout, QWidget *window);

@@ -26,6 +26,8 @@ HVContext settingsFor(const Options &options)
     settings.set(HVKeyLocale, options.locale);
     settings.set(HVKeyFallbackLocale, QStringLiteral("en_US"));
     settings.set(HVKeySimpleMode, options.simple);
+    if (options.simple)
+        settings.set(HVKeyExpandKey, QStringLiteral("F1"));
     settings.set(HVKeyHideDelay, 1500); // ms
     settings.set(HVKeyShowFadeDuration, 120); // ms
     settings.set(HVKeyHideFadeDuration, 200); // ms

@@ -175,7 +175,7 @@ private Q_SLOTS:
                      "import QtQuick 2.15\nRectangle { width: 150; height: 40; color: 'red' }");
         HVContext &settings = m_host->manager()->context();
         settings.set(HVKeySimpleMode, true);
-        settings.set(HVKeyExpandDelay, 500);
+        settings.set(HVKeyExpandDelay, 1500); // ample to see the simple popup first
         settings.set(HVKeyCursorOffset, QSize(35, 200)); // on the screen's constant background
         QVERIFY(hover("a"));
         const QRect area(popup()->pos(), QSize(201, 101));

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "HVContext.h"
 #include "HoverTest.h"
 #include "Patience.h"
 #include "Pointer.h"
@@ -232,6 +233,62 @@ private Q_SLOTS:
             const bool isSecond = frame.second.isWhole(second) && frame.first.pixels == 0;
             QVERIFY2(isFirst || isSecond, qPrintable(frame.text()));
         }
+    }
+
+    void shouldTurnTheSimplePopupIntoTheFullOneInOneFrame_data()
+    {
+        QTest::addColumn<int>("bottom");
+        QTest::newRow("in place") << 0;
+        QTest::newRow("shifted onto the screen") << 200;
+    }
+
+    /// The field has the focus, and does not get the key.
+    void shouldTurnTheSimplePopupIntoTheFullOneInOneFrame()
+    {
+        QFETCH(int, bottom);
+        m_folder.add(QStringLiteral("Pack.hovlets/ui/SimpleTooltip.qml"),
+                     "import QtQuick 2.15\nRectangle { width: 200; height: 100; color: '#ff0000'\n"
+                     "property string title: hovlet.childElement('title').content }");
+        HVContext &settings = m_host->manager()->context();
+        settings.set(HVKeySimpleMode, true);
+        settings.set(HVKeyExpandKey, QStringLiteral("F1"));
+        showWindow({ 100, 50 });
+        const QRect screen = m_window->screen()->availableGeometry();
+        const int high = m_window->centerOf("b").y();
+        settings.set(HVKeyCursorOffset, QSize(35, bottom ? screen.bottom() - high - bottom : 200));
+        m_window->field.setFocus();
+        KeyCounter counter;
+        m_window->field.installEventFilter(&counter);
+        QVERIFY(hover("b"));
+        const QRect simple(popup()->pos(), FirstSize);
+        QTRY_VERIFY(onScreen().first.isWhole(simple));
+        stopAskingForTooltips();
+
+        QVector<Frame> frames; // each remains on the screen until the next event
+        connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
+                [&] { frames.append(onScreen()); });
+        QEventLoop loop; // unlike the waits of Qt Test, it blocks
+        QTimer poll;
+        connect(&poll, &QTimer::timeout, &loop, [&] {
+            if (popup()->height() > SecondSize.height())
+                QTimer::singleShot(300, &loop, &QEventLoop::quit); // nothing changes any more
+        });
+        poll.start(10);
+        QTimer::singleShot(Patience, &loop, &QEventLoop::quit);
+        Pointer::press(QStringLiteral("F1"));
+        Pointer::release(QStringLiteral("F1"));
+        loop.exec();
+        QAbstractEventDispatcher::instance()->disconnect(this);
+        const QRect full(popup()->pos(), SecondSize);
+        QCOMPARE(full.topLeft() == simple.topLeft(), bottom == 0);
+        QVERIFY(frames.constLast().second.isWhole(full));
+        for (const Frame &frame : std::as_const(frames)) {
+            const bool isSimple = frame.first.isWhole(simple) && frame.second.pixels == 0;
+            const bool isFull = frame.second.isWhole(full) && frame.first.pixels == 0;
+            QVERIFY2(isSimple || isFull, qPrintable(frame.text()));
+        }
+        QCOMPARE(counter.presses, 0);
+        QVERIFY(popup()->isVisible());
     }
 
     void shouldNotShowTheOldPopupInTheNewPlace()

@@ -227,6 +227,7 @@ private Q_SLOTS:
         ChangingScreen screen;
         screen.split();
         settings().set(HVKeyPlacement, placement);
+        settings().set(HVKeyHideDelay, 0); // only the window's move hides the popup
         showWindow({ 20, 300 });
         QVERIFY(hover("disabled"));
         QVERIFY(Left.contains(popup()->frameGeometry()));

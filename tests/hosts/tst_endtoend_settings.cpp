@@ -229,19 +229,6 @@ private:
         }
     };
 
-    class KeyCounter : public QObject
-    {
-    public:
-        int presses = 0;
-
-    protected:
-        bool eventFilter(QObject *, QEvent *event) override
-        {
-            presses += event->type() == QEvent::KeyPress ? 1 : 0;
-            return false;
-        }
-    };
-
     HVContext &settings() { return m_host->manager()->context(); }
 };
 

@@ -3,14 +3,19 @@
 #include "HVContext.h"
 #include "HVView.h"
 #include "HVWidget.h"
+#include "HVWindowSystem.h"
 #include "PackageFolder.h"
 #include "Pointer.h"
 #include "RecordingHost.h"
 #include "TestMain.h"
 
+#include <QtCore/QProcess>
 #include <QtQuick/QQuickItem>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QPushButton>
+
+#include <cstdio>
+#include <cstring>
 
 using namespace Hovlets;
 
@@ -25,6 +30,34 @@ bool showsBackdrop(const QPoint &position)
     const QColor color = pixelOnScreen(position);
     return color.green() > color.red() + 50 && color.green() > color.blue() + 30;
 }
+
+constexpr auto AskForCompositor = "--ask-for-compositor";
+
+/// The program that prints whether there is a compositor, and ends.
+int askForCompositor(int argc, char **argv)
+{
+    const QGuiApplication application(argc, argv);
+    std::puts(windowsAreBlended() ? "composited" : "not composited");
+    return 0;
+}
+
+/// Counts how often the pointer leaves a widget.
+class LeaveCounter : public QObject
+{
+public:
+    explicit LeaveCounter(QWidget &widget) { widget.installEventFilter(this); }
+    int count() const { return m_count; }
+
+protected:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        m_count += event->type() == QEvent::Leave;
+        return false;
+    }
+
+private:
+    int m_count = 0;
+};
 
 } // namespace
 
@@ -136,6 +169,40 @@ private Q_SLOTS:
         QVERIFY(m_window->isActiveWindow());
     }
 
+    /// A window that takes input for a moment takes the pointer from the control below it.
+    void shouldNotTakeThePointerWhileItAppears()
+    {
+        QVERIFY(m_compositor.start());
+        const QPoint edge = m_button->mapToGlobal(QPoint(50, m_button->height() - 2));
+        Pointer::moveTo(edge);
+        QTRY_VERIFY(m_button->underMouse());
+        LeaveCounter leaves(*m_button);
+        for (const char *key : { "pen", "fill", "pen" }) {
+            QVERIFY(show(key));
+            QVERIFY(!m_host->popup()->geometry().contains(edge));
+            QTRY_VERIFY(pixelOnScreen(m_host->popup()->geometry().bottomLeft() + QPoint(60, 4))
+                        != Backdrop); // the shadow is there
+            m_host->popup()->hide();
+            QTRY_COMPARE(pixelOnScreen(corner()), Backdrop);
+        }
+        QCOMPARE(leaves.count(), 0);
+    }
+
+    void shouldAskTheDisplayOfTheApplicationForACompositor()
+    {
+        QVERIFY(m_compositor.start());
+        QProcess program;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        const QString display = environment.value(QStringLiteral("DISPLAY"));
+        environment.insert(QStringLiteral("DISPLAY"), QStringLiteral(":9999")); // no server
+        program.setProcessEnvironment(environment);
+        program.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        program.start(QCoreApplication::applicationFilePath(),
+                      { QString::fromUtf8(AskForCompositor), QStringLiteral("-display"), display });
+        QVERIFY(program.waitForFinished());
+        QCOMPARE(program.readAllStandardOutput(), QByteArray("composited\n"));
+    }
+
     void shouldBeAPlainWindowInAFrameOfTheDesktop()
     {
         m_host->manager()->context().set(HVKeyOwnTitleBar, false);
@@ -168,5 +235,11 @@ private:
     std::unique_ptr<RecordingHost> m_host;
 };
 
-HOVLETS_TEST_MAIN(tst_EndToEndSurface)
+int main(int argc, char **argv)
+{
+    if (argc > 1 && std::strcmp(argv[1], AskForCompositor) == 0)
+        return askForCompositor(argc, argv);
+    return runTest(argc, argv, []() -> QObject * { return new tst_EndToEndSurface; });
+}
+
 #include "tst_endtoend_surface.moc"

@@ -9,6 +9,7 @@
 #include "TestMain.h"
 
 #include <QtCore/QPointer>
+#include <QtCore/QProcess>
 #include <QtGui/QScreen>
 #include <QtGui/QWindow>
 #include <QtQuick/QQuickItem>
@@ -96,6 +97,23 @@ private Q_SLOTS:
         QTRY_COMPARE(m_pinned->size(), size);
     }
 
+    /// Some window managers do not always tell a new window where they have put it.
+    void shouldSaveWhereItIs()
+    {
+        const QPoint position = m_button->mapToGlobal(m_button->rect().center());
+        m_host->manager()->show(QStringLiteral("pen"), position, m_button);
+        m_pinned = m_host->popup();
+        const QPoint place = m_pinned->pos();
+        m_host->view()->setReserved(true);
+        QVERIFY(QTest::qWaitForWindowExposed(m_pinned));
+        const auto saved = [&] {
+            const auto states = decodePinnedStates(m_host->manager()->saveState());
+            return states && states->size() == 1 ? states->first().position : QPoint();
+        };
+        (void)QTest::qWaitFor([&] { return m_pinned->pos() != place; }, 1000);
+        QCOMPARE(saved(), place);
+    }
+
     void shouldComeBackNoLargerThanTheScreen()
     {
         pin();
@@ -136,6 +154,36 @@ private Q_SLOTS:
         delete container;
     }
 
+    /// As when the user maximises or tiles it.
+    void shouldForgetTheSizesThatTheDesktopGivesIt()
+    {
+        pin();
+        const QSize before = m_pinned->size();
+        desktopResizes(before + QSize(80, 60));
+        QTRY_COMPARE(m_pinned->view()->size(), before + QSize(79, 59));
+        QTRY_COMPARE(rootSize(), QSizeF(before + QSize(79, 59)));
+        const auto states = decodePinnedStates(m_host->manager()->saveState());
+        QVERIFY(states && states->size() == 1);
+        QCOMPARE(states->first().size, QSize(0, 0));
+    }
+
+    void shouldKeepTheUsersSizeBesideThatOfTheDesktop()
+    {
+        pin();
+        const QSize before = m_pinned->size();
+        drag(m_pinned->geometry().bottomRight() - QPoint(2, 2),
+             [&] { return m_pinned->width() > before.width() + 60; });
+        QTRY_COMPARE(m_pinned->view()->size() + QSize(1, 1), m_pinned->size());
+        Pointer::moveTo(m_pinned->geometry().center());
+        Pointer::click();
+        const QSize users = m_pinned->view()->size();
+        desktopResizes(before + QSize(200, 150));
+        QTRY_COMPARE(m_pinned->view()->size(), before + QSize(199, 149));
+        const auto states = decodePinnedStates(m_host->manager()->saveState());
+        QVERIFY(states && states->size() == 1);
+        QCOMPARE(states->first().size, users);
+    }
+
     void shouldLeaveTheDesktopsBarWithoutTheSetting()
     {
         m_host->manager()->context().set(HVKeyOwnTitleBar, false);
@@ -146,7 +194,92 @@ private Q_SLOTS:
         QVERIFY(item("close"));
     }
 
+    // These are the last tests, because the display stays like this.
+
+    void shouldMoveByItsBarWithoutAWindowManagerThatMovesWindows()
+    {
+        if (QT_VERSION < QT_VERSION_CHECK(6, 0, 0))
+            QSKIP("With Qt 5, the window manager still moves it; tst_hvwindowdrag tests this");
+        stopMovingByTheWindowManager();
+        pin();
+        const QPoint before = m_pinned->pos();
+        const QPoint grip = onScreen("barTitle");
+        drag(grip, [&] { return m_pinned->pos() != before; });
+        QTRY_COMPARE(m_pinned->pos() - before, QCursor::pos() - grip);
+        const QPoint after = m_pinned->pos();
+        Pointer::moveTo(after + QPoint(60, 60));
+        QTRY_COMPARE(QCursor::pos(), after + QPoint(60, 60));
+        QCOMPARE(m_pinned->pos(), after);
+    }
+
+    void shouldResizeByItsEdgesWithoutAWindowManagerThatResizesWindows()
+    {
+        if (QT_VERSION < QT_VERSION_CHECK(6, 0, 0))
+            QSKIP("With Qt 5, the window manager still moves it; tst_hvwindowdrag tests this");
+        stopMovingByTheWindowManager();
+        pin();
+        const QRect before = m_pinned->geometry();
+        drag(before.bottomRight() - QPoint(2, 2),
+             [&] { return m_pinned->width() > before.width() + 60; });
+        QTRY_VERIFY(m_pinned->width() > before.width() + 60);
+        QVERIFY(m_pinned->height() > before.height());
+        QCOMPARE(m_pinned->pos(), before.topLeft());
+        QTRY_COMPARE(rootSize() + QSizeF(1, 1), QSizeF(m_pinned->size()));
+        const auto states = decodePinnedStates(m_host->manager()->saveState());
+        QVERIFY(states && states->size() == 1);
+        QCOMPARE(states->first().size, m_pinned->view()->size());
+
+        const QRect wide = m_pinned->geometry();
+        drag(wide.topLeft() + QPoint(2, 2), [&] { return m_pinned->x() > wide.x() + 60; });
+        QTRY_VERIFY(m_pinned->x() > wide.x() + 60);
+        QCOMPARE(m_pinned->geometry().bottomRight(), wide.bottomRight());
+    }
+
+    void shouldStayWhereItIsWhenItsBarOrItsEdgeIsClicked_data()
+    {
+        QTest::addColumn<bool>("edge");
+        QTest::newRow("bar") << false;
+        QTest::newRow("edge") << true;
+    }
+
+    void shouldStayWhereItIsWhenItsBarOrItsEdgeIsClicked()
+    {
+        QFETCH(bool, edge);
+        stopMovingByTheWindowManager();
+        pin();
+        const QRect before = m_pinned->geometry();
+        const QPoint grip = edge ? before.bottomRight() - QPoint(2, 2) : onScreen("barTitle");
+        Pointer::moveTo(grip);
+        Pointer::hold();
+        QTRY_VERIFY(QGuiApplication::mouseButtons() != Qt::NoButton);
+        Pointer::moveTo(grip + QPoint(1, 1)); // a hand does not keep still
+        Pointer::letGo();
+        QTRY_COMPARE(QGuiApplication::mouseButtons(), Qt::NoButton);
+        QCOMPARE(m_pinned->geometry(), before);
+        QVERIFY(m_pinned->isVisible());
+    }
+
 private:
+    /// Makes the program believe that the window manager does not let users move windows.
+    static void stopMovingByTheWindowManager()
+    {
+        QCOMPARE(QProcess::execute(QStringLiteral("xprop"),
+                                   { QStringLiteral("-root"), QStringLiteral("-f"),
+                                     QStringLiteral("_NET_SUPPORTED"), QStringLiteral("32a"),
+                                     QStringLiteral("-set"), QStringLiteral("_NET_SUPPORTED"),
+                                     QStringLiteral("_NET_WM_NAME") }),
+                 0);
+    }
+
+    void desktopResizes(const QSize &size)
+    {
+        QCOMPARE(QProcess::execute(
+                         QStringLiteral("xdotool"),
+                         { QStringLiteral("windowsize"), QString::number(m_pinned->winId()),
+                           QString::number(size.width()), QString::number(size.height()) }),
+                 0);
+    }
+
     void makeHost()
     {
         HVContext settings;
@@ -181,6 +314,7 @@ private:
     {
         Pointer::moveTo(position);
         Pointer::hold();
+        (void)QTest::qWaitFor([] { return QGuiApplication::mouseButtons() != Qt::NoButton; });
         for (int i = 1; i < 20; ++i) {
             Pointer::moveTo(position + QPoint(8, 5) * i);
             if (QTest::qWaitFor(happened, 200))

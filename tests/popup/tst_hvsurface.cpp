@@ -1,14 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "Compositor.h"
 #include "HVArrow.h"
 #include "HVFramePainting.h"
 #include "HVFrameWindow.h"
+#include "Pointer.h"
 #include "PopupBench.h"
 #include "TestMain.h"
 
-#include <QtGui/QGuiApplication>
+#include <QtCore/QScopeGuard>
 #include <QtGui/QPainter>
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickWindow>
+#include <QtWidgets/QApplication>
 
 using namespace Hovlets;
 
@@ -50,13 +53,24 @@ QImage painted(const HVFrameLook &look, const QRect &popup, qreal scale)
     return image;
 }
 
+/// The colour of the outline on the screen, at the middle of the popup's left edge.
+QColor outline()
+{
+    const QRect window = frame()->geometry();
+    return pixelOnScreen({ window.x() + FrameMargin - 1, window.y() + window.height() / 2 });
+}
+
 } // namespace
 
+/// Tests the surface of popups on an X display with a compositor. Others have no frame.
 class tst_HVSurface : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase() { QVERIFY(m_compositor.start()); }
+    void cleanupTestCase() { QVERIFY(m_compositor.stop()); }
+
     void shouldPointAtTheControl_data()
     {
         QTest::addColumn<QRect>("control");
@@ -247,6 +261,88 @@ private Q_SLOTS:
         QCOMPARE(bench.popup->grab().toImage().pixelColor(200, 100).alpha(), 255);
     }
 
+    void shouldFollowTheColoursOfTheDesktop()
+    {
+        PopupBench bench;
+        useSurface(bench);
+        show(bench, QByteArray(RoundedInterface).replace("\"#0000ff\"", "hovletTheme.accent"));
+        QTRY_COMPARE(outline(),
+                     QApplication::palette().color(QPalette::Active, QPalette::Highlight));
+        const QPalette before = QApplication::palette();
+        const auto restore = qScopeGuard([&] { QApplication::setPalette(before); });
+        QPalette other = before;
+        other.setColor(QPalette::Highlight, Qt::green);
+        QApplication::setPalette(other);
+        QTRY_COMPARE(outline(), QColor(Qt::green));
+    }
+
+    void shouldFollowTheExpandedUserInterface()
+    {
+        HoverBench bench;
+        bench.folder.add(QStringLiteral("Pack.hovlets/ui/SimpleTooltip.qml"), RoundedInterface);
+        bench.folder.add(QStringLiteral("Pack.hovlets/ui/HovletsUI.qml"),
+                         QByteArray(RoundedInterface).replace("#0000ff", "#00ff00"));
+        bench.context().set(HVKeySurface, true);
+        bench.context().set(HVKeySimpleMode, true);
+        QVERIFY(bench.show());
+        QTRY_COMPARE(outline(), QColor(Qt::blue));
+        bench.view()->expand();
+        QTRY_COMPARE(outline(), QColor(Qt::green));
+    }
+
+    void shouldLetTheUserInterfaceHaveThePopupDeleted_data()
+    {
+        QTest::addColumn<QByteArray>("handler");
+        QTest::newRow("for the surface") << QByteArray(
+                "Connections { target: hovletTheme; "
+                "function onSurfaceChanged() { hovletView.openExternalResource('x') } }");
+        QTest::newRow("for the title bar") << QByteArray(
+                "Connections { target: hovletWindow; "
+                "function onTitleBarChanged() { hovletView.openExternalResource('x') } }");
+    }
+
+    void shouldLetTheUserInterfaceHaveThePopupDeleted()
+    {
+        QFETCH(QByteArray, handler);
+        HoverBench bench;
+        bench.folder.add(QStringLiteral("Pack.hovlets/ui/HovletsUI.qml"),
+                         QByteArray(RoundedInterface)
+                                 .replace("width: 200",
+                                          "readonly property bool drawsTitleBar: true; " + handler
+                                                  + "\n width: 200"));
+        bench.context().set(HVKeySurface, true);
+        bench.context().set(HVKeyOwnTitleBar, true);
+        QVERIFY(bench.show());
+        const QPointer<HVWidget> popup = bench.popup();
+        const QPointer<HVView> view = bench.view();
+        bench.host->opening = [&] { delete popup; };
+        view->setReserved(true);
+        QTRY_VERIFY(!popup);
+        QTRY_VERIFY(!view);
+        QTRY_VERIFY(!frame() || !frame()->isVisible());
+    }
+
+    void shouldLetTheUserInterfaceHaveThePopupDeletedBeforeItShowsOtherContent()
+    {
+        HoverBench bench;
+        bench.folder.add(QStringLiteral("Pack.hovlets/ui/HovletsUI.qml"),
+                         QByteArray(RoundedInterface)
+                                 .replace("width: 200",
+                                          "Connections { target: hovletTheme; function "
+                                          "onSurfaceChanged() { "
+                                          "hovletView.openExternalResource('x') } }\n width: 200"));
+        bench.context().set(HVKeySurface, true);
+        QVERIFY(bench.show());
+        const QPointer<HVWidget> popup = bench.popup();
+        const QPointer<HVView> view = bench.view();
+        bench.host->opening = [&] { delete popup; };
+        QVERIFY(m_compositor.stop()); // popups become rectangles
+        bench.show(QStringLiteral("b"));
+        QVERIFY(m_compositor.start());
+        QVERIFY(!popup);
+        QTRY_VERIFY(!view);
+    }
+
     void shouldBecomeAPlainWindowWhenPinned()
     {
         HoverBench bench;
@@ -264,6 +360,8 @@ private Q_SLOTS:
     }
 
 private:
+    Compositor m_compositor;
+
     /// The bench's popup exists before a test can change the settings.
     static void useSurface(PopupBench &bench)
     {

@@ -8,6 +8,7 @@
 #include <QtQml/QQmlContext>
 #include <QtQml/QQmlEngine>
 #include <QtQuick/QQuickItem>
+#include <QtWidgets/QApplication>
 
 using namespace Hovlets;
 
@@ -323,6 +324,43 @@ Rectangle {
         bench.show();
         QVERIFY(QTest::qWaitForWindowExposed(bench.popup.get()));
         QVERIFY(bench.control.isActiveWindow());
+    }
+
+    void shouldStayHiddenIfTheHostHidesItWhenItShows()
+    {
+        class Hider : public QObject
+        {
+            bool eventFilter(QObject *object, QEvent *event) override
+            {
+                if (event->type() == QEvent::Show)
+                    static_cast<QWidget *>(object)->hide();
+                return false;
+            }
+        } hider;
+        PopupBench bench;
+        bench.popup->installEventFilter(&hider);
+        bench.show();
+        QVERIFY(!bench.popup->isVisible());
+        QVERIFY(!bench.popup->windowHandle()->isVisible());
+    }
+
+    /// Programs ask the offscreen platform for the widget at a position. It finds the newest
+    /// window, also where that lets clicks through.
+    void shouldNotHideControlsFromTheApplication()
+    {
+        QWidget window;
+        window.setGeometry(0, 0, 700, 500);
+        window.show();
+        PopupBench bench;
+        bench.context().set(HVKeySurface, true);
+        HVWidget popup(bench.host->manager(), nullptr, &window);
+        auto *view = new HVView(bench.host->manager(), &popup);
+        popup.setView(view);
+        popup.showWithContent(&window, { 100, 100 }, bench.content(QStringLiteral("a"), bench.ui()),
+                              bench.folder.path());
+        QVERIFY(popup.isVisible());
+        QCOMPARE(QApplication::widgetAt(popup.geometry().center()), view);
+        QCOMPARE(QApplication::widgetAt(popup.geometry().topRight() + QPoint(10, 10)), &window);
     }
 
 private:

@@ -9,6 +9,7 @@
 #include "RecordingHost.h"
 #include "TestMain.h"
 
+#include <QtCore/QEvent>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QScreen>
 #include <QtGui/QWindow>
@@ -53,12 +54,13 @@ private:
 int PlatformComplaints::count = 0;
 QtMessageHandler PlatformComplaints::s_next = nullptr;
 
-/// Runs code of a host when a widget hides the next time.
-class AtNextHide : public QObject
+/// Runs code of a host at the next event of a type that a widget gets.
+class AtNext : public QObject
 {
 public:
-    AtNextHide(QWidget &widget, std::function<void()> code)
-        : m_code(std::move(code))
+    AtNext(QEvent::Type type, QWidget &widget, std::function<void()> code)
+        : m_type(type)
+        , m_code(std::move(code))
     {
         widget.installEventFilter(this);
     }
@@ -66,12 +68,13 @@ public:
 protected:
     bool eventFilter(QObject *, QEvent *event) override
     {
-        if (event->type() == QEvent::Hide && m_code)
+        if (event->type() == m_type && m_code)
             std::exchange(m_code, nullptr)();
         return false;
     }
 
 private:
+    QEvent::Type m_type;
     std::function<void()> m_code;
 };
 
@@ -80,6 +83,13 @@ bool fillsAnOutput(const QWidget &window)
     const QList<QScreen *> screens = QGuiApplication::screens();
     return std::any_of(screens.begin(), screens.end(),
                        [&](const QScreen *screen) { return screen->size() == window.size(); });
+}
+
+bool isOnAnOutput(const QRect &place)
+{
+    const QList<QScreen *> screens = QGuiApplication::screens();
+    return std::any_of(screens.begin(), screens.end(),
+                       [&](const QScreen *screen) { return screen->geometry().contains(place); });
 }
 
 } // namespace
@@ -156,29 +166,32 @@ private Q_SLOTS:
 
     void shouldStayHiddenIfTheHostHidesItWhileItMoves_data()
     {
+        QTest::addColumn<QEvent::Type>("event");
         QTest::addColumn<bool>("fades");
-        QTest::newRow("at once") << false;
-        QTest::newRow("with a fade") << true;
+        QTest::newRow("at once") << QEvent::Hide << false;
+        QTest::newRow("with a fade") << QEvent::Hide << true;
+        QTest::newRow("when it reappears") << QEvent::Show << false;
+        QTest::newRow("when it reappears, with a fade") << QEvent::Show << true;
     }
 
     void shouldStayHiddenIfTheHostHidesItWhileItMoves()
     {
+        QFETCH(QEvent::Type, event);
         QFETCH(bool, fades);
         m_host->manager()->context().set(HVKeyHideDelay, 60000);
         const auto hide = [&] { fades ? m_popup->hideAnimated() : m_popup->hide(); };
         showWindow(0);
         const QPoint origin = m_window->mapToGlobal(QPoint());
-        for (const auto &move : std::initializer_list<std::function<void()>> {
-                     [&] { m_popup->placeFor(m_window.get(), origin + QPoint(50, 60)); },
-                     [&] {
-                         m_popup->view()->rootObject()->setSize({ 300, 150 });
-                     },
-                     [&] { show(origin + QPoint(90, 60)); } }) {
+        const auto place = [&] { m_popup->placeFor(m_window.get(), origin + QPoint(50, 60)); };
+        const auto grow = [&] { m_popup->view()->rootObject()->setSize(QSizeF(300, 150)); };
+        const auto showAgain = [&] { show(origin + QPoint(90, 60)); };
+        for (const auto &move :
+             std::initializer_list<std::function<void()>> { place, grow, showAgain }) {
             show(origin + QPoint(10, 10));
             m_popup->view()->rootObject()->setSize(PopupSize);
             QVERIFY(appearsAt({ 10, 10 }));
             m_popup->setTimer();
-            const AtNextHide next(*m_popup, hide);
+            const AtNext next(event, *m_popup, hide);
             move();
             QTRY_VERIFY(!m_popup->isVisible());
             QVERIFY(colorAppears(PopupColor, [](const QRect &place) { return place.isNull(); }));
@@ -193,7 +206,7 @@ private Q_SLOTS:
         const QPoint origin = m_window->mapToGlobal(QPoint());
         show(origin + QPoint(10, 10));
         QVERIFY(appearsAt({ 10, 10 }));
-        const AtNextHide next(*m_popup, [&] { show(origin + QPoint(120, 90)); });
+        const AtNext next(QEvent::Hide, *m_popup, [&] { show(origin + QPoint(120, 90)); });
         m_popup->placeFor(m_window.get(), origin + QPoint(50, 60));
         QVERIFY(appearsAt({ 120, 90 }));
     }
@@ -220,7 +233,9 @@ private:
 
     static bool appearsWithSize(const QSize &size)
     {
-        return colorAppears(PopupColor, [&](const QRect &place) { return place.size() == size; });
+        return colorAppears(PopupColor, [&](const QRect &place) {
+            return place.size() == size && isOnAnOutput(place);
+        });
     }
 
     /// Shows a window somewhere on an output that has almost its size.

@@ -231,6 +231,8 @@ private Q_SLOTS:
 
     void shouldHideTheBarWithTheItem()
     {
+        QQuickItem scene; // items without a parent stay hidden since Qt 6.8
+        m_item->setParentItem(&scene);
         QVERIFY(m_bar->isVisible());
         m_item->setVisible(false);
         QVERIFY(!m_bar->isVisible());

@@ -3,6 +3,7 @@
 #include "PopupBench.h"
 #include "TestMain.h"
 
+#include <QtCore/QTemporaryFile>
 #include <QtQml/QQmlContext>
 #include <QtQml/QQmlEngine>
 #include <QtQuick/QQuickItem>
@@ -73,6 +74,19 @@ private Q_SLOTS:
         QToolTip::setPalette(changedPalette);
         theme.refresh();
         QCOMPARE(changed.count(), 1);
+    }
+
+    void shouldTakeColoursFromAFileWithTheStyleSheet()
+    {
+        QTemporaryFile file;
+        QVERIFY(file.open());
+        file.write("QToolTip { background-color: #202428; color: #f0f1f2; }");
+        file.close();
+        qApp->setStyleSheet(QStringLiteral("file:///") + file.fileName());
+        HVToolTipTheme theme(nullptr);
+        QCOMPARE(theme.base(), QColor(0x202428));
+        QCOMPARE(theme.text(), QColor(0xf0f1f2));
+        QVERIFY(theme.isExact());
     }
 
     void shouldFollowTheStyleSheetOfTheApplication()

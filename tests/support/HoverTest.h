@@ -39,6 +39,20 @@ private:
     QHash<QString, QPushButton *> m_buttons;
 };
 
+/// Counts the presses of keys that reach a widget of the host.
+class KeyCounter : public QObject
+{
+public:
+    int presses = 0;
+
+protected:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        presses += event->type() == QEvent::KeyPress ? 1 : 0;
+        return false;
+    }
+};
+
 /// A test with a visible window, a host that watches the mouse, and the real pointer.
 class HoverTest : public QObject
 {

@@ -42,15 +42,22 @@ public:
         usage = line.match(help).captured(1);
         // There are two columns; an entry that is too wide for the first ends its line.
         static const QRegularExpression row(
-                QStringLiteral("^  (?=\\S)(?!hovlets )(?:(.{27}) |(.{28,})\\n {30})(\\S.*)$"),
+                QStringLiteral("^  (?=\\S)(?!hovlets )(?:(.{28,})\\n {30}|(.{27}) )(\\S.*)$"),
                 QRegularExpression::MultilineOption);
         auto rows = row.globalMatch(help);
         while (rows.hasNext()) {
             const auto match = rows.next();
             const QString left = (match.captured(1) + match.captured(2)).trimmed();
-            items.append({ left.section(QLatin1Char(' '), 0, 0), left.section(QLatin1Char(' '), 1),
-                           match.captured(3) });
+            items.append({ left.section(QLatin1Char(' '), 0, 0),
+                           withEqualsSign(left.section(QLatin1Char(' '), 1)), match.captured(3) });
         }
+    }
+
+    /// Before version 2.4, CLI11 wrote "TEXT=default"; since then, it writes "TEXT [default]".
+    static QString withEqualsSign(QString kind)
+    {
+        static const QRegularExpression bracketed(QStringLiteral(" \\[([^\\]]*)\\]$"));
+        return kind.replace(bracketed, QStringLiteral("=\\1"));
     }
 
     /// The words of a command, such as "translate status".

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "ClipFolder.h"
 #include "PackageFolder.h"
 #include "TestMain.h"
 #include "Text.h"
@@ -63,6 +64,71 @@ private Q_SLOTS:
             QCOMPARE(other.size(), 2 * usual.size());
     }
 
+    void shouldRenderCornersShadowAndArrowOnATransparentGround_data()
+    {
+        QTest::addColumn<int>("scale");
+        QTest::newRow("1") << 1;
+        QTest::newRow("2") << 2;
+    }
+
+    void shouldRenderCornersShadowAndArrowOnATransparentGround()
+    {
+        QFETCH(int, scale);
+        const QStringList scaled { text("--scale"), QString::number(scale) };
+        const QImage plain = render(scaled);
+        const QImage picture = render(scaled + QStringList { text("--surface") });
+        const int margin = (picture.width() - plain.width()) / 2;
+        QVERIFY(margin >= 20 * scale);
+        QCOMPARE(picture.size(), plain.size() + 2 * QSize(margin, margin));
+        QCOMPARE(picture.pixelColor(0, 0).alpha(), 0);
+        // The corner of the popup lets the shadow through; its middle is the popup's.
+        const auto alphaAt = [&](int x, int y) { return picture.pixelColor(x, y).alpha(); };
+        QVERIFY(alphaAt(margin, margin) < 255);
+        const QPoint middle(margin + plain.width() / 2, margin + 3 * scale);
+        QCOMPARE(picture.pixel(middle), plain.pixel(middle - QPoint(margin, margin)));
+        // Right above the popup, only the arrow is opaque.
+        int arrow = 0;
+        for (int x = 0; x < picture.width(); ++x)
+            arrow += alphaAt(x, margin - 3 * scale) == 255;
+        QVERIFY(arrow > 0 && arrow < 20 * scale);
+    }
+
+    void shouldRenderPinnedPopupsWithTheirTitleBar()
+    {
+        const QImage plain = render({});
+        const QImage pinned = render({ text("--pinned") });
+        // The bar is darker than the popup.
+        QVERIFY(pinned.pixelColor(4, 10).lightness() < plain.pixelColor(4, 10).lightness());
+        const QImage rounded = render({ text("--pinned"), text("--surface") });
+        QCOMPARE(rounded.size(), pinned.size());
+        QCOMPARE(rounded.pixelColor(0, 0).alpha(), 0);
+    }
+
+    void shouldMirrorPopupsOfLocalesThatAreWrittenFromRightToLeft()
+    {
+        const QImage usual = render({});
+        const QImage mirrored = render({ text("--locale"), text("ar_EG") });
+        QCOMPARE(mirrored.size(), usual.size());
+        QVERIFY(mirrored != usual);
+    }
+
+    void shouldShowTheLastFrameOfAClip()
+    {
+        const ClipFolder clips;
+        const QString clip =
+                clips.make(text("late.mp4"),
+                           text("-f lavfi -i color=black:s=640x480:r=25:d=3,"
+                                "drawbox=color=white:t=fill:enable=gte(n\\,74) -pix_fmt yuv420p"));
+        QVERIFY(!clip.isEmpty());
+        m_folder->add(text("Draw.hovlets/Resources/late.mp4"), ClipFolder::read(clip));
+        m_folder->addControlFile(text("Draw"), text("Draw"),
+                                 "<hovlets locale=\"en_US\" search=\"Default\">"
+                                 "<hovlet key=\"pen\" title=\"Pen\" clip=\"late.mp4\"/></hovlets>");
+        const QImage picture = render({});
+        QCOMPARE(picture.pixelColor(picture.rect().center()), QColor(Qt::white));
+        QVERIFY(picture.height() > 200);
+    }
+
     void shouldNotCutTallPopups_data()
     {
         QTest::addColumn<QString>("scale");
@@ -94,6 +160,14 @@ private Q_SLOTS:
         QCOMPARE(run.status, 0);
         const QImage sheet(file);
         QVERIFY(sheet.width() > one.width() && sheet.height() > one.height());
+
+        // At another scale, the layout is the same.
+        const QString large = m_pictures->filePath(text("large.png"));
+        const ToolRun twice({ text("render"), text("--all"), m_folder->path(), text("-o"), large,
+                              text("--scale"), text("2") });
+        QCOMPARE(twice.status, 0);
+        const QSize difference = QImage(large).size() - 2 * sheet.size();
+        QVERIFY(qAbs(difference.width()) <= 8 && qAbs(difference.height()) <= 8);
     }
 
     void shouldReportThePicturesThatChanged()

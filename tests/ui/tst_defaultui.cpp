@@ -276,6 +276,25 @@ private Q_SLOTS:
         QTRY_VERIFY(popup.isNull());
     }
 
+    void shouldPressOnceWhileAKeyIsHeld()
+    {
+        showEntry("title=\"Save\"");
+        QPointer<HVWidget> popup = m_bench->host.popup();
+        HVView *view = popup->view();
+        view->window()->activateWindow();
+        QTRY_VERIFY(view->window()->isActiveWindow());
+        view->setFocus();
+        m_bench->item("pin")->forceActiveFocus();
+        const auto press = [&](bool isRepeated) {
+            QKeyEvent event(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier, {}, isRepeated);
+            QCoreApplication::sendEvent(view, &event);
+        };
+        press(true);
+        QVERIFY(!view->reserved());
+        press(false);
+        QVERIFY(view->reserved());
+    }
+
     void shouldCloseByEscapeOncePinned()
     {
         showEntry("title=\"Save\"");

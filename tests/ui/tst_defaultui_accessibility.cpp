@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "ClipFolder.h"
 #include "DefaultUiTest.h"
 #include "TestMain.h"
 #include "Text.h"
@@ -78,6 +79,28 @@ private Q_SLOTS:
         QTest::keyClick(m_bench->view(), Qt::Key_Return);
         QCOMPARE(m_bench->host.opened.size(), 1);
         QVERIFY(interfaceOf(m_bench->item("link"))->state().focusable);
+    }
+
+    void shouldReportTheFocusOfAClip()
+    {
+        make("title=\"Save\" clip=\"clip.mp4\"");
+        const ClipFolder clips;
+        const QString clip =
+                clips.clip(text("clip.mp4"), text("160x90"), text("-t 0.4 -r 25 -pix_fmt yuv420p"));
+        QVERIFY(!clip.isEmpty());
+        m_bench->folder.add(text("Test.hovlets/Resources/clip.mp4"), ClipFolder::read(clip));
+        QVERIFY(m_bench->show());
+        m_bench->view()->window()->activateWindow();
+        QTRY_VERIFY(m_bench->view()->window()->isActiveWindow());
+        m_bench->view()->setFocus();
+        QTRY_VERIFY(m_bench->item("clipPicture"));
+        const QAccessibleInterface *button = interfaceOf(m_bench->item("clipPicture"));
+        QVERIFY(button);
+        QCOMPARE(button->role(), QAccessible::Button);
+        QVERIFY(button->state().focusable);
+        QVERIFY(!button->state().focused);
+        QTest::keyClick(m_bench->view(), Qt::Key_Tab);
+        QTRY_VERIFY(button->state().focused);
     }
 
     void shouldBeReachedFromTheWindow()

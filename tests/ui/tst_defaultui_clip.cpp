@@ -10,8 +10,47 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QPointer>
+#include <QtGui/QPaintEvent>
+#include <QtGui/QRegion>
+#include <QtQuick/QQuickWindow>
 
 using namespace Hovlets;
+
+namespace {
+
+/// What happens to a popup.
+class PopupEvents : public QObject
+{
+public:
+    explicit PopupEvents(QWidget *popup)
+        : QObject(popup)
+    {
+        popup->installEventFilter(this);
+    }
+
+    QRegion painted;
+    int changes = 0; // which its shadow would follow
+
+protected:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        switch (event->type()) {
+        case QEvent::Paint:
+            painted += static_cast<QPaintEvent *>(event)->region();
+            break;
+        case QEvent::Move:
+        case QEvent::Resize:
+        case QEvent::Show:
+            ++changes;
+            break;
+        default:
+            break;
+        }
+        return false;
+    }
+};
+
+} // namespace
 
 /// Tests an entry's clip in the default user interface.
 class tst_DefaultUiClip : public DefaultUiTest
@@ -271,6 +310,31 @@ private Q_SLOTS:
         QCOMPARE(turns.constLast(), 1.0);
         m_bench->click(picture());
         QCOMPARE(video()->state(), HVVideoComponent::pausedState);
+    }
+
+    void shouldOnlyPaintItsFramesWhileItPlays()
+    {
+        showClip(LongClip);
+        QTRY_VERIFY(video());
+        QTRY_COMPARE(video()->loadProgress(), 1.0);
+        leave();
+        QTRY_VERIFY(video()->position() > 3);
+        QTRY_VERIFY(!m_bench->item("clipControls"));
+        m_bench->settle();
+
+        PopupEvents events(m_bench->host.popup());
+        const QSignalSpy rendered(m_bench->view()->quickWindow(), &QQuickWindow::afterRendering);
+        const QSignalSpy ended(video(), SIGNAL(endedChanged()));
+        QVERIFY(ended.isValid());
+        const qlonglong first = video()->position();
+        QTRY_VERIFY(video()->position() >= first + 10);
+        const qlonglong passed = video()->position() - first;
+        QVERIFY(rendered.count() > 0);
+        QVERIFY2(rendered.count() <= passed + 1, qPrintable(QString::number(rendered.count())));
+        const QRect frame = m_bench->place(picture()).toAlignedRect().adjusted(-2, -2, 2, 2);
+        QVERIFY(frame.contains(events.painted.boundingRect()));
+        QCOMPARE(events.changes, 0);
+        QCOMPARE(ended.count(), 0);
     }
 
     void shouldStepThroughTheFramesByKeys()

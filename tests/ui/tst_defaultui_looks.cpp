@@ -196,6 +196,87 @@ private Q_SLOTS:
         }
     }
 
+    void shouldMarkNotesAndWarningsInDifferentColours_data()
+    {
+        shouldBeReadableInTheColoursOfToolTips_data();
+    }
+
+    void shouldMarkNotesAndWarningsInDifferentColours()
+    {
+        QFETCH(QColor, base);
+        QFETCH(QColor, text);
+        setColours(base, text, QColor(0x6cb4ff));
+        setPixelSize(40); // only large letters have pixels in the full colour
+        make("title=\"A\"", "<note>HHH</note><warning>HHH</warning>");
+        m_bench->context().set(HVKeyExactToolTipColors, true);
+        QVERIFY(m_bench->show());
+        QList<QColor> marks;
+        for (const char *kind : { "note", "warning" }) {
+            const QQuickItem *box = m_bench->item(kind);
+            const auto surface = box->property("color").value<QColor>();
+            QVERIFY(readable(box, surface) || DefaultUiBench::contrast(text, base) < 5);
+            const QQuickItem *mark = DefaultUiBench::itemsOf(const_cast<QQuickItem *>(box),
+                                                             QStringLiteral("noteMark"))
+                                             .value(0);
+            QVERIFY(mark);
+            marks += strongestOn(mark, surface);
+            QVERIFY(DefaultUiBench::contrast(marks.last(), surface) >= 3);
+        }
+        QVERIFY(marks.at(0) != marks.at(1));
+    }
+
+    void shouldPutAHeadingCloserToWhatItIntroduces()
+    {
+        showEntry("title=\"A\"", "<p>Before</p><h2>Heading</h2><p>After</p>");
+        const QRectF heading = m_bench->place(m_bench->item("heading"));
+        const QList<QQuickItem *> paragraphs = m_bench->items(QStringLiteral("paragraph"));
+        QCOMPARE(paragraphs.size(), 2);
+        const qreal above = heading.top() - m_bench->place(paragraphs.at(0)).bottom();
+        const qreal below = m_bench->place(paragraphs.at(1)).top() - heading.bottom();
+        QVERIFY(above >= 2 * below);
+    }
+
+    void shouldAlignTablesWithOtherTexts_data() { shouldMirrorRightToLeftLayouts_data(); }
+
+    void shouldAlignTablesWithOtherTexts()
+    {
+        QFETCH(bool, mirrored);
+        QApplication::setLayoutDirection(mirrored ? Qt::RightToLeft : Qt::LeftToRight);
+        setColours(Qt::white, Qt::black, Qt::blue);
+        setPixelSize(40);
+        showEntry("title=\"A\"",
+                  "<p>HHH</p><table><tr><td>HHH</td><td>HH</td></tr></table><ul><li>H</li></ul>");
+        const QList<QQuickItem *> texts = m_bench->items(QStringLiteral("paragraph"));
+        QCOMPARE(texts.size(), 3);
+        const int edge = inkOf(texts.at(0), mirrored);
+        QVERIFY(qAbs(inkOf(texts.at(1), mirrored) - edge) <= 1); // rounding
+        // Lists are indented, marks included.
+        const int indentation =
+                mirrored ? edge - inkOf(texts.at(2), true) : inkOf(texts.at(2), false) - edge;
+        QVERIFY(indentation > 10);
+    }
+
+    void shouldAlignCellsOfAnyScriptWithTheirColumn_data()
+    {
+        shouldMirrorRightToLeftLayouts_data();
+    }
+
+    void shouldAlignCellsOfAnyScriptWithTheirColumn()
+    {
+        QFETCH(bool, mirrored);
+        QApplication::setLayoutDirection(mirrored ? Qt::RightToLeft : Qt::LeftToRight);
+        setColours(Qt::white, Qt::black, Qt::blue);
+        setPixelSize(40);
+        showEntry("title=\"A\"",
+                  "<table><tr><td>HHHHHH</td></tr><tr><td>\u05d0</td></tr><tr><td>H</td></tr></"
+                  "table>");
+        const QQuickItem *table = m_bench->item("paragraph");
+        const int edge = inkOf(table, mirrored);
+        const int height = int(table->height()) / 3;
+        for (const int row : { 1, 2 })
+            QVERIFY(qAbs(inkOf(table, mirrored, row * height, height) - edge) <= 8); // bearing
+    }
+
     void shouldFollowAChangeOfTheColours()
     {
         setColours(Qt::white, Qt::black, Qt::blue);
@@ -449,6 +530,28 @@ private:
     QColor strongestOn(const QQuickItem *item, const QColor &base)
     {
         return m_bench->strongest(m_bench->place(item), base);
+    }
+
+    /// The outermost column in which \a item has a dark pixel, on the left or on the right.
+    int inkOf(const QQuickItem *item, bool onTheRight)
+    {
+        return inkOf(item, onTheRight, 0, int(item->height()));
+    }
+
+    /// The same for \a height rows of pixels from \a top on.
+    int inkOf(const QQuickItem *item, bool onTheRight, int top, int height)
+    {
+        const QImage image = m_bench->grab();
+        QRect place = m_bench->place(item).toRect();
+        place = QRect(place.x(), place.y() + top, place.width(), height);
+        for (int i = 0; i < place.width(); ++i) {
+            const int x = onTheRight ? place.right() - i : place.left() + i;
+            for (int y = place.top(); y <= place.bottom(); ++y) {
+                if (image.pixelColor(x, y).lightness() < 100)
+                    return x;
+            }
+        }
+        return -1;
     }
 
     bool readable(const QQuickItem *item, const QColor &base)

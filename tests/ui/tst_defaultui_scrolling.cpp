@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "DefaultUiTest.h"
+#include "HVViewWindow.h"
 #include "TestMain.h"
 
+#include <QtGui/QScreen>
 #include <QtGui/QWheelEvent>
 #include <QtGui/QWindow>
 
@@ -56,6 +58,32 @@ private Q_SLOTS:
         QCOMPARE(bar->property("position").toReal(), 0.0);
     }
 
+    void shouldScrollByKeyboard()
+    {
+        m_bench = std::make_unique<DefaultUiBench>(longEntry("key"));
+        QVERIFY(m_bench->show());
+        m_bench->view()->window()->activateWindow();
+        QTRY_VERIFY(m_bench->view()->window()->isActiveWindow());
+        m_bench->view()->setFocus();
+        const QQuickItem *flickable = m_bench->item("flickable");
+        const auto after = [&](Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+            QTest::keyClick(m_bench->view(), key, modifiers);
+            return flickable->property("contentY").toReal();
+        };
+        const qreal end = flickable->property("contentHeight").toReal() - flickable->height();
+        QCOMPARE(after(Qt::Key_Up), 0.0);
+        const qreal line = after(Qt::Key_Down);
+        QVERIFY(line > 10 && line < flickable->height() / 2);
+        const qreal page = after(Qt::Key_PageDown) - line;
+        QVERIFY(page > flickable->height() / 2 && page < flickable->height());
+        QCOMPARE(after(Qt::Key_Up), page);
+        QCOMPARE(after(Qt::Key_PageUp), 0.0);
+        QCOMPARE(after(Qt::Key_End), end);
+        QCOMPARE(after(Qt::Key_PageDown), end);
+        QCOMPARE(after(Qt::Key_Home, Qt::ControlModifier), end);
+        QCOMPARE(after(Qt::Key_Home), 0.0);
+    }
+
     void shouldNotResetThePositionToWhichItScrolled()
     {
         m_bench = std::make_unique<DefaultUiBench>(longEntry("key"));
@@ -66,6 +94,37 @@ private Q_SLOTS:
             m_bench->settle();
             QCOMPARE(flickable->property("contentY").toReal(), y);
         }
+    }
+
+    void shouldNotScrollOncePinnedWhatFitsBefore()
+    {
+        // As high as a popup can be without scrolling.
+        const qreal most = 0.6 * QGuiApplication::primaryScreen()->availableSize().height();
+        int lines = 1;
+        do {
+            m_bench = std::make_unique<DefaultUiBench>(
+                    DefaultUiBench::entry("title=\"Title\" shortcut=\"F1\"",
+                                          QByteArray("<p>Line</p>").repeated(lines++)));
+            QVERIFY(m_bench->show());
+        } while (!m_bench->item("scrollBar"));
+        m_bench = std::make_unique<DefaultUiBench>(DefaultUiBench::entry(
+                "title=\"Title\" shortcut=\"F1\"", QByteArray("<p>Line</p>").repeated(lines - 2)));
+        QVERIFY(m_bench->show());
+        QVERIFY(!m_bench->item("scrollBar"));
+        QVERIFY(m_bench->root()->height() > 0.8 * most);
+        m_bench->view()->viewWindow().setTitleBar(HVViewWindow::TitleBar::Own);
+        m_bench->settle();
+        QVERIFY(m_bench->item("titleBar"));
+        QVERIFY(!m_bench->item("scrollBar"));
+    }
+
+    void shouldNotCutWhatIsAroundTheFirstBlock()
+    {
+        m_bench = std::make_unique<DefaultUiBench>(longEntry("key"));
+        QVERIFY(m_bench->show());
+        constexpr int FocusRing = 2; // the frame of a clip is thinner
+        QVERIFY(m_bench->place(m_bench->item("body")).top()
+                >= m_bench->place(m_bench->item("flickable")).top() + FocusRing);
     }
 
     void shouldGiveTheScrollBarAColumnOfItsOwn()

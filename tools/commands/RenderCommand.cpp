@@ -230,6 +230,11 @@ void addRenderCommand(Program &program)
     command.add_option("--font-size", options->look.fontSize, "Font size in points, from 4 to 96")
             ->check(between(4, 96));
     command.add_flag("--simple", options->look.simple, "Render the simple popup");
+    command.add_flag("--surface", options->look.surface,
+                     "Render rounded corners, a shadow and an arrow on a transparent ground, as "
+                     "with HVKeySurface");
+    command.add_flag("--pinned", options->look.pinned,
+                     "Render pinned popups with their own title bar, as with HVKeyOwnTitleBar");
     addProperties(command, options->properties);
     command.add_option("--key-data", options->look.keyData, "Key-data file of the host");
     command.add_option("--extra-path", options->look.extraPath,

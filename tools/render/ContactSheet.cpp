@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ContactSheet.h"
 
+#include <QtCore/QtMath>
 #include <QtGui/QFontMetrics>
 #include <QtGui/QPainter>
 #include <QtGui/QPalette>
@@ -13,7 +14,7 @@ namespace HovletsTool {
 
 namespace {
 
-constexpr int Gap = 16; // pixels
+constexpr int Gap = 16; // device-independent pixels
 
 struct Column
 {
@@ -22,6 +23,13 @@ struct Column
     int height = Gap;
     std::vector<size_t> pictures;
 };
+
+/// In device-independent pixels.
+QSize sizeOf(const QImage &picture)
+{
+    const QSizeF size = QSizeF(picture.size()) / picture.devicePixelRatio();
+    return { qCeil(size.width()), qCeil(size.height()) };
+}
 
 /// Puts each picture into the shortest column so far, to keep the bottom of the sheet even.
 std::vector<Column> columnsOf(const std::vector<NamedPicture> &pictures, int nameHeight)
@@ -34,8 +42,9 @@ std::vector<Column> columnsOf(const std::vector<NamedPicture> &pictures, int nam
                 columns.begin(), columns.end(),
                 [](const Column &a, const Column &b) { return a.height < b.height; });
         const QImage &picture = pictures[index].picture;
-        column.width = std::max(column.width, picture.width());
-        column.height += nameHeight + picture.height() + Gap;
+        const QSize size = sizeOf(picture);
+        column.width = std::max(column.width, size.width());
+        column.height += nameHeight + size.height() + Gap;
         column.pictures.push_back(index);
     }
     int x = Gap;
@@ -58,7 +67,10 @@ QImage contactSheet(const std::vector<NamedPicture> &pictures)
             std::max_element(columns.begin(), columns.end(), [](const Column &a, const Column &b) {
                 return a.height < b.height;
             })->height;
-    QImage sheet(last.x + std::max(last.width, Gap) + Gap, height, QImage::Format_RGB32);
+    const qreal scale = pictures.empty() ? 1 : pictures.front().picture.devicePixelRatio();
+    const QSize size(last.x + std::max(last.width, Gap) + Gap, height);
+    QImage sheet(size * scale, QImage::Format_RGB32);
+    sheet.setDevicePixelRatio(scale);
     sheet.fill(QApplication::palette().color(QPalette::Window));
     QPainter painter(&sheet);
     painter.setPen(QApplication::palette().color(QPalette::WindowText));
@@ -67,10 +79,10 @@ QImage contactSheet(const std::vector<NamedPicture> &pictures)
         for (const size_t index : column.pictures) {
             const auto &[name, picture] = pictures[index];
             painter.drawText(column.x, y + metrics.ascent(),
-                             metrics.elidedText(name, Qt::ElideRight, picture.width()));
+                             metrics.elidedText(name, Qt::ElideRight, sizeOf(picture).width()));
             y += nameHeight;
             painter.drawImage(column.x, y, picture);
-            y += picture.height() + Gap;
+            y += sizeOf(picture).height() + Gap;
         }
     }
     return sheet;

@@ -14,6 +14,8 @@ struct PopupLook
     std::string fallbackLocale;
     bool dark = false;
     bool simple = false;
+    bool surface = false; // with rounded corners and a shadow, on a transparent ground
+    bool pinned = false; // with the title bar of a pinned popup
     double fontSize = 0; // in points; 0 for the desktop's
     std::string keyData; // the host's key-data file
     std::string extraPath; // the host's extra component folder

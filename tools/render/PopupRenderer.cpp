@@ -2,18 +2,21 @@
 #include "PopupRenderer.h"
 
 #include "PopupHost.h"
+#include "PopupPicture.h"
 #include "ToolError.h"
 
 #include <HVPictureComponent.h>
 #include <HVVideoComponent.h>
 #include <HVView.h>
+#include <HVViewWindow.h>
 #include <HVWidget.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDeadlineTimer>
+#include <QtCore/QLocale>
 #include <QtCore/QThread>
-#include <QtGui/QPainter>
 #include <QtQuick/QQuickItem>
+#include <QtWidgets/QApplication>
 
 #include <algorithm>
 
@@ -32,21 +35,36 @@ template <typename Condition> void waitFor(Condition isMet, int milliseconds)
     }
 }
 
-/// Whether all clips and pictures below \a item have appeared.
-bool isLoaded(const QQuickItem *item)
+/// Whether all clips and pictures below \a item have begun to appear.
+bool isOpen(const QQuickItem *item)
 {
     const auto *video = qobject_cast<const HVVideoComponent *>(item);
     if (video && !video->source().isEmpty() && video->loadProgress() != 1)
-        return false;
-    // The default user interface turns to the last frame once the whole clip is decoded.
-    const QQuickItem *clip = video ? video->parentItem() : nullptr;
-    if (clip && clip->property("waits").toBool() && video->progress() < 0.9)
         return false;
     const auto *picture = qobject_cast<const HVPictureComponent *>(item);
     if (picture && picture->isLoading())
         return false;
     const QList<QQuickItem *> children = item->childItems();
-    return std::all_of(children.begin(), children.end(), &isLoaded);
+    return std::all_of(children.begin(), children.end(), &isOpen);
+}
+
+/// Whether all open clips below \a item have all their frames, one of which may be the one to show.
+bool isDecoded(const QQuickItem *item)
+{
+    const auto *video = qobject_cast<const HVVideoComponent *>(item);
+    if (video && video->loadProgress() == 1 && !video->isDecoded())
+        return false;
+    const QList<QQuickItem *> children = item->childItems();
+    return std::all_of(children.begin(), children.end(), &isDecoded);
+}
+
+/// Shows the frames at the current positions, without waiting until the clips' threads do.
+void showDueFrames(QQuickItem *item)
+{
+    if (auto *video = qobject_cast<HVVideoComponent *>(item))
+        video->frameReady();
+    const QList<QQuickItem *> children = item->childItems();
+    std::for_each(children.begin(), children.end(), &showDueFrames);
 }
 
 /// Gives the popup the room of a usual screen. Qt's screen without a display is small, the more so
@@ -62,19 +80,11 @@ void giveRoom(QObject &ui)
 void waitForMedia(const HVView &view)
 {
     constexpr int Patience = 3000; // ms
-    waitFor([&] { return isLoaded(view.rootObject()); }, Patience);
-}
-
-/// Adds the pixels that the popup has to the right of and below its view.
-QImage withRim(const QImage &picture, const QColor &color)
-{
-    if (!color.isValid())
-        return picture;
-    QImage whole(picture.size() + QSize(1, 1) * picture.devicePixelRatio(), QImage::Format_RGB32);
-    whole.setDevicePixelRatio(picture.devicePixelRatio());
-    whole.fill(color);
-    QPainter(&whole).drawImage(0, 0, picture);
-    return whole;
+    constexpr int DecodingPatience = 60000; // ms
+    waitFor([&] { return isOpen(view.rootObject()); }, Patience);
+    waitFor([&] { return isDecoded(view.rootObject()); }, DecodingPatience);
+    QCoreApplication::processEvents(); // the user interface turns to the frame that it wants
+    showDueFrames(view.rootObject());
 }
 
 /// Whether the popup shows a clip.
@@ -103,14 +113,19 @@ QImage pictureAtRest(HVView &view)
                 return picture == last && steady.hasExpired();
             },
             Patience);
-    return withRim(picture, view.rimColor()).convertToFormat(QImage::Format_RGB32);
+    return picture;
 }
 
 } // namespace
 
 PopupRenderer::PopupRenderer(const std::vector<std::string> &paths, const PopupLook &look)
 {
+    m_look = look;
     applyLook(look);
+    if (!look.locale.empty()) {
+        const QLocale locale(QString::fromLatin1(look.locale.c_str()));
+        QApplication::setLayoutDirection(locale.textDirection());
+    }
     HVContext context = contextFor(look);
     m_host = std::make_unique<PopupHost>(context);
     m_content = std::make_unique<ContentIndex>(paths, context, m_host.get());
@@ -148,9 +163,16 @@ QImage PopupRenderer::render(const QString &key)
     view->statusHasChanged(view->status()); // sends the errors of the user interface to the host
     if (!view->rootObject())
         throw ToolError(QStringLiteral("the popup for \"%1\" has no user interface").arg(key));
+    const bool hasBar = m_look.pinned && view->drawsTitleBar();
+    view->viewWindow().setTitleBar(hasBar ? HVViewWindow::TitleBar::Own
+                                          : HVViewWindow::TitleBar::None);
+    view->setSurface(m_look.surface, m_look.surface && !hasBar); // see HVSurface
     giveRoom(*view->rootObject());
     waitForMedia(*view);
-    return pictureAtRest(*view);
+    const QImage picture = pictureAtRest(*view);
+    if (m_look.surface)
+        return hasBar ? inRoundedWindow(picture, *view) : onSurface(picture, *view);
+    return withRim(picture, *view).convertToFormat(QImage::Format_RGB32);
 }
 
 QStringList PopupRenderer::complaints() const

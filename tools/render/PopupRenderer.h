@@ -19,7 +19,10 @@ class PopupHost;
 /*!
  * \brief Renders popups to pictures, exactly as the library shows them.
  *
- * Clips stay at their first frame and nothing moves, so the same content gives the same picture.
+ * The same content gives the same picture as long as its user interface respects reduced motion:
+ * the default one then shows the last frame of clips, and nothing moves. A clip that plays
+ * regardless is at any frame.
+ *
  * Use one renderer at a time, as it sets the application's style, palette and font.
  */
 class PopupRenderer
@@ -42,6 +45,7 @@ public:
     [[nodiscard]] QStringList complaints() const;
 
 private:
+    PopupLook m_look;
     std::unique_ptr<PopupHost> m_host;
     std::unique_ptr<ContentIndex> m_content;
 };

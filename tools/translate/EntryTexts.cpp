@@ -173,6 +173,8 @@ const std::vector<TranslatableText> &userInterfaceTexts()
             const char *source, *comment;
         } all[] = {
             { "Keep open", "Button that pins the popup" },
+            { "Keep open (%1)", "Button that pins the popup; %1 is a key that does the same" },
+            { "%1 for more", "Last line of a short popup; %1 is the key that shows the rest" },
             { "Close", "Button that closes a pinned popup" },
             { "Play", "Button of a clip" },
             { "Pause", "Button of a clip" },

@@ -119,6 +119,10 @@ enum contextKey {
     HVKeyShowDelay = 1120,
     /// int, ms, 0: how long the mouse stays until the simple popup becomes the full one; 0: never.
     HVKeyExpandDelay = 1121,
+    /// string, key, empty: a key with its modifiers, such as "F1" or "Ctrl+Space", in the form of
+    /// QKeySequence::PortableText. It turns the simple popup into the full one, and pins the full
+    /// one; otherwise it reaches the host. Empty: none.
+    HVKeyExpandKey = 1122,
     /// int, HVDismissal, 0: input that hides a popup. It still reaches its receiver.
     HVKeyDismissOnKey = 1130,
     /// int, ms, 0: how long a hidden popup keeps the decoded frames of its clips; 0: until other

@@ -56,9 +56,10 @@ bool declaresUtf8(Bytes declaration)
         return true;
     if (declaration.rfind("encoding") != at)
         return false;
-    const Bytes value = declaration.substr(at);
-    return qstrnicmp(value.data(), "encoding=\"UTF-8\"", 16) == 0
-            || qstrnicmp(value.data(), "encoding='UTF-8'", 16) == 0;
+    const Bytes value = declaration.substr(at, 16);
+    const auto size = qsizetype(value.size());
+    return qstrnicmp(value.data(), size, "encoding=\"UTF-8\"") == 0
+            || qstrnicmp(value.data(), size, "encoding='UTF-8'") == 0;
 }
 
 /// Whether the file is plain UTF-8 up to its root element, without a document type declaration.

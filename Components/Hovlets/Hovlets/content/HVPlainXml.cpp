@@ -95,7 +95,7 @@ Bytes nameOf(Bytes text)
 bool beginsInstruction(Bytes text)
 {
     const Bytes name = nameOf(text);
-    const bool isReserved = name.size() >= 3 && qstrnicmp(name.data(), "xml", 3) == 0;
+    const bool isReserved = name.size() >= 3 && qstrnicmp(name.data(), 3, "xml", 3) == 0;
     return !name.empty() && !isReserved && name.size() < text.size()
             && isXmlSpace(text[name.size()]);
 }

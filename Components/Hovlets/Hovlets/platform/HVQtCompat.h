@@ -6,7 +6,9 @@
 #include <QtCore/QLibraryInfo>
 #include <QtCore/QPoint>
 #include <QtCore/QString>
+#include <QtGui/QGuiApplication>
 #include <QtGui/QHoverEvent>
+#include <QtGui/QKeySequence>
 #include <QtGui/QMouseEvent>
 
 namespace Hovlets {
@@ -43,6 +45,16 @@ inline QHoverEvent hoverEventLike(QEvent::Type type, const QHoverEvent &event)
 #endif
 }
 
+/// The first key of \a sequence, which is not empty, without its modifiers: one of Qt::Key.
+inline int keyOf(const QKeySequence &sequence)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    return sequence[0].key();
+#else
+    return sequence[0] & ~int(Qt::KeyboardModifierMask);
+#endif
+}
+
 /// The folder of Qt's own programs, such as lrelease.
 inline QString qtProgramFolder()
 {
@@ -50,6 +62,18 @@ inline QString qtProgramFolder()
     return QLibraryInfo::path(QLibraryInfo::BinariesPath);
 #else
     return QLibraryInfo::location(QLibraryInfo::BinariesPath);
+#endif
+}
+
+/// The application's connection to an X server, as a `Display *`. Null if there is none, and with
+/// Qt 5, which keeps it in private headers.
+inline void *x11Display()
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0) && QT_CONFIG(xcb)
+    const auto *x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    return x11 ? x11->display() : nullptr;
+#else
+    return nullptr;
 #endif
 }
 

@@ -5,6 +5,7 @@
 
 #include <QtGui/QCursor>
 #include <QtGui/QGuiApplication>
+#include <QtGui/QScreen>
 #include <QtGui/QWindow>
 
 namespace Hovlets {
@@ -37,6 +38,23 @@ bool windowsHaveOpacity()
 bool windowsAreBlended()
 {
     return !isX11() || isX11Composited();
+}
+
+bool windowsCanPassInputThrough()
+{
+    const QString name = QGuiApplication::platformName();
+    return isX11() || isWayland() || name == QLatin1String("windows")
+            || name == QLatin1String("cocoa");
+}
+
+QPoint positionOf(QWindow &window)
+{
+    const QScreen *const screen = window.screen();
+    if (!isX11() || !window.position().isNull() || !screen)
+        return window.position();
+    const QPoint origin = screen->geometry().topLeft(); // which Qt does not scale
+    const QPoint corner = x11Position(window.winId()).value_or(origin);
+    return origin + (corner - origin) / screen->devicePixelRatio();
 }
 
 bool passInputThrough(QWindow &window)

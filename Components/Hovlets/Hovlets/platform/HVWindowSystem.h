@@ -5,6 +5,8 @@
 // private headers, so these functions use the documented name of the platform. Call them once the
 // application exists. GUI thread only.
 
+#include <QtCore/QPoint>
+
 class QWindow;
 
 namespace Hovlets {
@@ -23,6 +25,14 @@ bool windowsHaveOpacity();
 /// Whether translucent pixels of a window show what is behind it. On X11, this changes when a
 /// compositor starts or ends; without one, such pixels are black.
 bool windowsAreBlended();
+
+/// Whether a window can let clicks and the pointer through. On platforms without a desktop, such as
+/// offscreen, QApplication::widgetAt() finds such a window instead of the one below it.
+bool windowsCanPassInputThrough();
+
+/// The global position of the content of a window that has a native one. Some window managers of
+/// X11 do not tell Qt where they have put a new window without a frame, and Qt assumes 0, 0.
+QPoint positionOf(QWindow &window);
 
 /// Lets clicks and the pointer through a window that has a native one. Returns false if that fails.
 bool passInputThrough(QWindow &window);

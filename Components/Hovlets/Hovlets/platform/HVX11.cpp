@@ -1,11 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVX11.h"
 
+#include "HVQtCompat.h"
+
 #include <QtCore/QByteArray>
+#include <QtCore/QFile>
 #include <QtCore/QLibrary>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
+#include <iterator>
 #include <memory>
 
 namespace Hovlets {
@@ -21,11 +26,13 @@ struct XcbCookie
     unsigned int sequence;
 };
 
-/// The replies to both requests: the answer follows a header of eight bytes.
+/// The replies to all requests: the answer follows a header of eight bytes.
 struct XcbReply
 {
     uint8_t header[8];
     uint32_t answer; // an atom or a window
+    int16_t x; // only where the request is for a position
+    int16_t y;
 };
 
 struct Free
@@ -49,6 +56,10 @@ public:
                 && resolve(m_library, internAtomReply, "xcb_intern_atom_reply")
                 && resolve(m_library, getSelectionOwner, "xcb_get_selection_owner")
                 && resolve(m_library, getSelectionOwnerReply, "xcb_get_selection_owner_reply")
+                && resolve(m_library, getGeometry, "xcb_get_geometry")
+                && resolve(m_library, getGeometryReply, "xcb_get_geometry_reply")
+                && resolve(m_library, translate, "xcb_translate_coordinates")
+                && resolve(m_library, translateReply, "xcb_translate_coordinates_reply")
                 && resolve(m_library, requestCheck, "xcb_request_check")
                 && resolve(m_shapes, shapeRectangles, "xcb_shape_rectangles_checked");
     }
@@ -63,6 +74,11 @@ public:
     XcbReply *(*internAtomReply)(XcbConnection *, XcbCookie, void **error) = nullptr;
     XcbCookie (*getSelectionOwner)(XcbConnection *, uint32_t selection) = nullptr;
     XcbReply *(*getSelectionOwnerReply)(XcbConnection *, XcbCookie, void **error) = nullptr;
+    XcbCookie (*getGeometry)(XcbConnection *, uint32_t window) = nullptr;
+    XcbReply *(*getGeometryReply)(XcbConnection *, XcbCookie, void **error) = nullptr;
+    XcbCookie (*translate)(XcbConnection *, uint32_t from, uint32_t to, int16_t x,
+                           int16_t y) = nullptr;
+    XcbReply *(*translateReply)(XcbConnection *, XcbCookie, void **error) = nullptr;
     void *(*requestCheck)(XcbConnection *, XcbCookie) = nullptr;
     XcbCookie (*shapeRectangles)(XcbConnection *, uint8_t operation, uint8_t kind, uint8_t ordering,
                                  uint32_t window, int16_t x, int16_t y, uint32_t count,
@@ -95,6 +111,32 @@ bool hasCompositor(const Xcb &xcb, XcbConnection *connection, int screen)
     return owner && owner->answer != 0;
 }
 
+/// The value of the program's last option "-display". Qt uses that one, and removes all from the
+/// arguments of the application.
+QByteArray displayFromCommandLine()
+{
+    QFile file(QStringLiteral("/proc/self/cmdline"));
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    const QList<QByteArray> arguments = file.readAll().split('\0');
+    const auto isOption = [](const QByteArray &argument) {
+        return argument == "-display" || argument == "--display";
+    };
+    const auto option = std::find_if(arguments.rbegin(), arguments.rend(), isOption);
+    return option == arguments.rend() || option == arguments.rbegin() ? QByteArray()
+                                                                      : *std::prev(option);
+}
+
+/// The name of the application's display; empty for that in the environment.
+QByteArray displayName()
+{
+    void *const display = x11Display();
+    QLibrary x11(QStringLiteral("X11"), 6);
+    const auto nameOf =
+            display ? reinterpret_cast<char *(*)(void *)>(x11.resolve("XDisplayString")) : nullptr;
+    return nameOf ? QByteArray(nameOf(display)) : displayFromCommandLine();
+}
+
 /// A connection to the server. Opening one takes several messages, so it stays open.
 class Connection
 {
@@ -107,13 +149,16 @@ public:
     }
     ~Connection() { close(); }
 
-    /// Returns the connection, reopened after an error; null if there is no server.
+    /// Returns the connection and reopens it after an error. Returns null if there is no server.
     XcbConnection *get()
     {
         if (m_connection && m_xcb.hasError(m_connection))
             close();
-        if (!m_connection)
-            m_connection = m_xcb.connect(nullptr, &m_screen); // never null
+        if (!m_connection) {
+            const QByteArray name = displayName();
+            m_connection = // never null
+                    m_xcb.connect(name.isEmpty() ? nullptr : name.constData(), &m_screen);
+        }
         return m_xcb.hasError(m_connection) ? nullptr : m_connection;
     }
 
@@ -166,6 +211,23 @@ bool passX11InputThrough(WId window)
         isDone = !error;
     });
     return isDone;
+}
+
+std::optional<QPoint> x11Position(WId window)
+{
+    std::optional<QPoint> position;
+    withConnection([&](const Xcb &xcb, XcbConnection *connection, int) {
+        const auto id = static_cast<uint32_t>(window);
+        const Reply geometry( // with the root window as its answer
+                xcb.getGeometryReply(connection, xcb.getGeometry(connection, id), nullptr));
+        if (!geometry)
+            return;
+        const XcbCookie asked = xcb.translate(connection, id, geometry->answer, 0, 0);
+        const Reply corner(xcb.translateReply(connection, asked, nullptr));
+        if (corner)
+            position = QPoint(corner->x, corner->y);
+    });
+    return position;
 }
 
 } // namespace Hovlets

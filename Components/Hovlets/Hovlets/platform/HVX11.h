@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QtCore/QPoint>
 #include <QtGui/qwindowdefs.h>
 
-// What Qt offers on X11 only in private headers. The functions ask the server that the environment
-// names, over a connection of their own. GUI thread only.
+#include <optional>
+
+// What Qt offers on X11 only in private headers. The functions ask the application's server, as far
+// as it is known with Qt 5, over a connection of their own. GUI thread only.
 
 namespace Hovlets {
 
@@ -18,5 +21,9 @@ bool isX11Composited();
  * Returns false on failure.
  */
 bool passX11InputThrough(WId window);
+
+/// The top-left corner of \a window on the server's screen, in physical pixels. No value on
+/// failure.
+std::optional<QPoint> x11Position(WId window);
 
 } // namespace Hovlets

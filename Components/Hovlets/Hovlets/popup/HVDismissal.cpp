@@ -3,8 +3,6 @@
 
 namespace Hovlets {
 
-namespace {
-
 bool isModifier(int key)
 {
     switch (key) {
@@ -28,8 +26,6 @@ bool isModifier(int key)
         return false;
     }
 }
-
-} // namespace
 
 bool keyDismisses(int dismissals, int key)
 {

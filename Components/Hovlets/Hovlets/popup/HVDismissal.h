@@ -5,6 +5,9 @@
 
 namespace Hovlets {
 
+/// Whether \a key, one of Qt::Key, is a modifier or a lock key.
+bool isModifier(int key);
+
 /*!
  * \brief Whether pressing \a key dismisses the popup.
  *

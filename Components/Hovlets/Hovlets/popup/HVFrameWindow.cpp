@@ -11,7 +11,10 @@ namespace Hovlets {
 HVFrameWindow::HVFrameWindow()
     : m_store(this)
 {
-    setFlags(Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowTransparentForInput
+    // On X11, tooltips get the second and third flag anyway. Without them here, Qt would make a new
+    // native window at the first show, which takes input.
+    setFlags(Qt::ToolTip | Qt::WindowStaysOnTopHint | Qt::X11BypassWindowManagerHint
+             | Qt::FramelessWindowHint | Qt::WindowTransparentForInput
              | Qt::WindowDoesNotAcceptFocus | Qt::NoDropShadowWindowHint);
     QSurfaceFormat format = requestedFormat();
     format.setAlphaBufferSize(8);
@@ -36,12 +39,11 @@ bool HVFrameWindow::appear()
 {
     if (isVisible())
         return true;
-    show();
-    // On X11, showing a window makes it take input again.
-    if (!passInputThrough(*this)) {
-        hide();
+    // A window that took input for a moment would take the pointer from the control below it.
+    create();
+    if (!passInputThrough(*this))
         return false;
-    }
+    show();
     raise();
     return true;
 }

@@ -26,7 +26,7 @@ public:
     /// Surrounds \a popup, in global pixels, with \a look.
     void surround(const QRect &popup, const HVFrameLook &look);
 
-    /// Shows the window above all others, unless it would take clicks. Returns whether it did.
+    /// Shows the window above all others, unless it would take input. Returns whether it shows.
     bool appear();
 
 protected:

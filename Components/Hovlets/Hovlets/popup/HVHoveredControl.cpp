@@ -101,6 +101,11 @@ void HVHoveredControl::startWatching()
         m_expansion->stop();
 }
 
+void HVHoveredControl::stopExpansion()
+{
+    m_expansion->stop();
+}
+
 void HVHoveredControl::stopWatching()
 {
     m_dismissal->stop();

@@ -59,6 +59,9 @@ public:
     /// Call when the popup is up, and has its place.
     void startWatching();
 
+    /// Call when the popup is the full one.
+    void stopExpansion();
+
     /// Call when the popup is hidden.
     void stopWatching();
 

@@ -57,7 +57,7 @@ QVector<HVPinnedState> HVPinnedPopups::states() const
             continue;
         const bool stayOnTop = popup->windowFlags().testFlag(Qt::WindowStaysOnTopHint);
         states.append({ content->attribute(QStringLiteral("key")), locale, popup->placeOfWindow(),
-                        stayOnTop, popup->view()->viewWindow().userSize() });
+                        stayOnTop, popup->view()->viewWindow().rememberedSize() });
     }
     return states;
 }

@@ -69,14 +69,15 @@ private:
     QPointer<QWindow> m_window;
 };
 
-/// Moves and resizes \a window, in one step where it can be seen.
-void setFixedGeometry(QWidget &window, const QRect &geometry)
+/// Moves and resizes \a window, in one step where it can be seen. Without \a keepsPicture, it shows
+/// nothing until it is painted.
+void setFixedGeometry(QWidget &window, const QRect &geometry, bool keepsPicture)
 {
     if (window.isVisible() && window.frameGeometry() == window.geometry()) {
         window.setMinimumSize(0, 0);
         window.setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
         const bool moves = window.pos() != geometry.topLeft();
-        const WithoutPicture moving(moves ? window.windowHandle() : nullptr);
+        const WithoutPicture moving(moves && !keepsPicture ? window.windowHandle() : nullptr);
         window.setGeometry(geometry);
     }
     window.setFixedSize(geometry.size());
@@ -143,6 +144,22 @@ void HVPopupGeometry::stopAppearingAgain()
     m_isAppearingAgain = false;
 }
 
+void HVPopupGeometry::setVisible(bool visible)
+{
+    if (m_isShowing) {
+        m_hidesWhenShown = !visible;
+        return;
+    }
+    const QPointer<QWidget> popup(&m_popup);
+    m_isShowing = visible;
+    popup->QWidget::setVisible(visible);
+    if (!popup)
+        return;
+    m_isShowing = false;
+    if (std::exchange(m_hidesWhenShown, false))
+        popup->QWidget::setVisible(false);
+}
+
 bool HVPopupGeometry::isRightFor(const QWidget *control) const
 {
     return !control || m_controlPlace.isRightFor(*control);
@@ -155,7 +172,7 @@ void HVPopupGeometry::place(const QSize &view)
     if (!window)
         return;
     const QSize size = sizeOf(*window, view);
-    moveToPlace(*window, size, size + frameMargins(*window));
+    moveToPlace(*window, size, size + frameMargins(*window), Picture::IsOld);
 }
 
 void HVPopupGeometry::placeAt(const QPoint &position, const QSize &view)
@@ -177,7 +194,7 @@ void HVPopupGeometry::resize(const QSize &view)
     const QSize size = sizeOf(*window, view);
     if (m_requested && window->pos() == m_placed) {
         if (window->size() != size)
-            moveToPlace(*window, size, size - Rim);
+            moveToPlace(*window, size, size - Rim, Picture::Stays);
         return;
     }
     window->setFixedSize(size);
@@ -239,15 +256,16 @@ QSize HVPopupGeometry::sizeOf(const QWidget &window, const QSize &view) const
 }
 
 /// Moves \a window to the requested place, where \a visibleSize of it is on the screen.
-void HVPopupGeometry::moveToPlace(QWidget &window, const QSize &size, const QSize &visibleSize)
+void HVPopupGeometry::moveToPlace(QWidget &window, const QSize &size, const QSize &visibleSize,
+                                  Picture picture)
 {
     m_placed = m_beside ? m_beside->cornerFor(size + frameMargins(window))
-                        : visible(QRect(*m_requested, visibleSize)).topLeft();
+                        : visible(QRect(m_requested.value_or(m_placed), visibleSize)).topLeft();
     const QRect geometry(m_placed, size);
     if (mustAppearAgain(window, geometry))
         appearAt(geometry);
     else
-        setFixedGeometry(window, geometry);
+        setFixedGeometry(window, geometry, picture == Picture::Stays);
 }
 
 /// Whether the window system would leave a popup in the place that it got for its old size and
@@ -269,9 +287,9 @@ void HVPopupGeometry::appearAt(const QRect &geometry)
     popup->QWidget::setVisible(false);
     if (!popup || !m_isAppearingAgain)
         return;
-    setFixedGeometry(*popup, geometry);
+    setFixedGeometry(*popup, geometry, false);
     attach();
-    popup->QWidget::setVisible(true);
+    setVisible(true);
     if (popup)
         m_isAppearingAgain = false;
 }

@@ -65,6 +65,10 @@ public:
     /// Leaves the popup hidden, or where it is, because somebody hid or showed it meanwhile.
     void stopAppearingAgain();
 
+    /// Shows or hides the popup. If the host hides it while it handles its Show event, the popup is
+    /// hidden after that event; otherwise Qt would still show the native window.
+    void setVisible(bool visible);
+
     /// Requests a place for new content: \a position or, if it is set, the place \a beside the
     /// control.
     void request(const QPoint &position, std::optional<HVBesideControl> beside);
@@ -101,7 +105,14 @@ private:
     [[nodiscard]] QScreen *screenAt(const QPoint &position) const;
     void takeSize(QWidget *window, const QSize &view);
     [[nodiscard]] QSize sizeOf(const QWidget &window, const QSize &view) const;
-    void moveToPlace(QWidget &window, const QSize &size, const QSize &visibleSize);
+    /// What a window shows after it has moved and before it is painted.
+    enum class Picture {
+        /// That of other content, which must not appear in the new place.
+        IsOld,
+        /// What it showed before. Content that becomes larger begins with it.
+        Stays
+    };
+    void moveToPlace(QWidget &window, const QSize &size, const QSize &visibleSize, Picture picture);
     [[nodiscard]] bool mustAppearAgain(const QWidget &window, const QRect &geometry) const;
     void appearAt(const QRect &geometry);
 
@@ -113,6 +124,8 @@ private:
     HVControlPlace m_controlPlace; // at the time of the request
     QPoint m_placed; // the resulting position
     bool m_isAppearingAgain = false;
+    bool m_isShowing = false;
+    bool m_hidesWhenShown = false;
 };
 
 } // namespace Hovlets

@@ -54,7 +54,8 @@ void HVSurface::enable()
 void HVSurface::refresh()
 {
     m_isRounded = m_isEnabled && m_popup.isWindow() && windowsAreBlended();
-    m_isFramed = m_isRounded && !m_isPinned && programsPlaceWindows();
+    m_isFramed =
+            m_isRounded && !m_isPinned && programsPlaceWindows() && windowsCanPassInputThrough();
     if (!m_isFramed && m_frame)
         m_frame->hide();
 }
@@ -72,6 +73,10 @@ bool HVSurface::isFramed() const
 void HVSurface::setLook(const HVFrameLook &look)
 {
     m_look = look;
+}
+
+void HVSurface::updateFrame()
+{
     if (m_isFramed && m_popup.isVisible())
         follow();
 }

@@ -18,8 +18,8 @@ class HVPopupGeometry;
  * \brief The look of a popup's window: transparent corners, shadow, outline and arrow.
  *
  * Without enable(), popups are plain rectangles. Where windows are not blended, they are rectangles
- * as well. Where programs do not place their windows, there are neither a shadow nor an arrow, and
- * the user interface draws the outline.
+ * as well. Where programs do not place their windows, or no window lets clicks through, there are
+ * neither a shadow nor an arrow, and the user interface draws the outline.
  *
  * The popup's window keeps its size and its place. GUI thread only.
  */
@@ -45,8 +45,12 @@ public:
     /// Whether the object draws an outline around the popup.
     [[nodiscard]] bool isFramed() const;
 
-    /// The popup's colours and the radius of its corners.
+    /// The popup's colours and the radius of its corners. The frame shows them when the popup moves
+    /// or changes its size, or with updateFrame().
     void setLook(const HVFrameLook &look);
+
+    /// Shows the current look around a visible popup.
+    void updateFrame();
 
     /// The popup becomes a window of its own, without a frame of the desktop, or, if \a isPlain,
     /// one with such a frame or part of another window. Call before it does.

@@ -7,6 +7,7 @@
 #include "HVViewWindow.h"
 
 #include <QtCore/QEvent>
+#include <QtCore/QtMath>
 #include <QtGui/QCursor>
 #include <QtGui/QPaintEvent>
 #include <QtGui/QPainter>
@@ -44,10 +45,8 @@ HVWidget::HVWidget(HVManager *manager, QWidget *parent, QWidget *referenceWidget
         if (d->view)
             d->view->setDisabledReason(d->hovered->disabledReason());
     });
-    connect(d->hovered, &HVHoveredControl::expansionDue, this, [this] {
-        if (d->view)
-            d->view->expand();
-    });
+    connect(d->hovered, &HVHoveredControl::expansionDue, this, &HVWidget::expand);
+    connect(d->levelKeyWatch, &HVLevelKeyWatch::pressed, this, &HVWidget::showNextLevel);
     connect(d->hovered, &HVHoveredControl::inTheWay, this, [this] {
         if (!d->view || !d->view->stayOpen())
             hide();
@@ -72,6 +71,7 @@ void HVWidget::setView(HVView *view)
         return;
     connect(view, &HVView::reservedChanged, this, &HVWidget::contentReservedChanged);
     connect(view, &HVView::contentSizeChanged, this, &HVWidget::contentResized);
+    connect(view, &HVView::lookChanged, this, &HVWidget::takeLook);
     view->installEventFilter(this);
     view->move(0, 0);
 }
@@ -97,7 +97,9 @@ void HVWidget::showWithContent(QObject *reference, const QPoint &pos, HVXmlEleme
     if (!content || !d->view)
         return;
     const HVShowScope showing;
+    const QPointer<HVWidget> self(this);
     const bool isWidget = reference && reference->isWidgetType();
+    d->levelKey = readLevelKey();
     if (!turnTo(isWidget ? static_cast<QWidget *>(reference) : nullptr) || !load(content, rootPath))
         return;
     if (d->pinned)
@@ -105,18 +107,24 @@ void HVWidget::showWithContent(QObject *reference, const QPoint &pos, HVXmlEleme
     if (!place(pos))
         return;
     paintNow(*this); // the next turn of the event loop would show the old content in the new place
+    if (!self || d->retired || !d->view || d->view->content() != content)
+        return;
+    if (d->pinned)
+        return showAnimated();
     // A countdown that started meanwhile must not hide the popup of this control.
     if (isVisible() && isSafe(QCursor::pos())) // no hover is set, so the host is not asked
         d->hideTimer->stop();
-    d->hovered->startWatching();
+    startWatching();
     showAnimated();
 }
 
 void HVWidget::prepare(HVXmlElement *content, const QString &rootPath)
 {
     const HVShowScope showing;
-    if (d->view && !isVisible())
-        load(content, rootPath);
+    if (!d->view || isVisible())
+        return;
+    d->levelKey = readLevelKey();
+    load(content, rootPath);
 }
 
 void HVWidget::createWindow()
@@ -137,16 +145,31 @@ bool HVWidget::load(HVXmlElement *content, const QString &rootPath)
     d->isChanging = true;
     d->surface->refresh();
     d->view->setSurface(d->surface->isRounded(), d->surface->isFramed());
-    d->view->setDisabledReason(d->hovered->disabledReason());
     if (!self || !d->view)
         return false; // the user interface has responded
+    d->view->setDisabledReason(d->hovered->disabledReason());
+    if (self && d->view)
+        d->view->viewWindow().setLevelKey(d->levelKey.name());
+    if (!self || !d->view)
+        return false;
     d->view->showContent(content, rootPath);
     if (!self)
         return false;
     d->isChanging = false;
-    if (d->view)
-        d->surface->setLook(lookOf(*d->view));
+    takeLook();
     return !d->retired && d->view && d->view->content() == content;
+}
+
+/// Draws what surrounds the view in the colours of its user interface.
+void HVWidget::takeLook()
+{
+    if (!d->view)
+        return;
+    d->surface->setLook(lookOf(*d->view));
+    if (d->isChanging)
+        return; // the frame waits for the new size
+    d->surface->updateFrame();
+    update();
 }
 
 void HVWidget::showPinned(const QPoint &position, QWidget *window, HVXmlElement *content,
@@ -157,6 +180,7 @@ void HVWidget::showPinned(const QPoint &position, QWidget *window, HVXmlElement 
     d->hovered->release(window);
     d->geometry.setControl(window);
     d->geometry.leaveToUser();
+    d->levelKey = HVLevelKey();
     if (!useScreenAt(position) || !load(content, rootPath))
         return;
     d->geometry.placeAt(position, d->view->size());
@@ -185,12 +209,28 @@ void HVWidget::retire()
 /// windows have another colour.
 void HVWidget::paintEvent(QPaintEvent *event)
 {
+    if (d->surface->isRounded() && d->view && paintInterior(event->rect()))
+        return;
     if (d->surface->isRounded() && d->view && d->view->cornerRadius() > 0)
         return paintRoundedRim();
+    d->paintedRadius = 0;
     QColor color = d->view ? d->view->rimColor() : QColor();
     if (!color.isValid())
         color = QToolTip::palette().color(QPalette::Active, QPalette::ToolTipBase);
     QPainter(this).fillRect(event->rect(), color);
+}
+
+/// Paints \a area below the view, if it is away from the rim and from the corners. While a clip
+/// plays, each frame requires it.
+bool HVWidget::paintInterior(const QRect &area)
+{
+    const int border = qCeil(d->paintedRadius);
+    if (border <= 0 || !rect().adjusted(border, border, -border, -border).contains(area))
+        return false;
+    QPainter painter(this);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    painter.fillRect(area, d->paintedFill);
+    return true;
 }
 
 /// Continues the rounded rectangle that the user interface draws in the view, whose last pixels are
@@ -204,14 +244,17 @@ void HVWidget::paintRoundedRim()
     painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
     painter.setPen(Qt::NoPen);
     const qreal radius = d->view->cornerRadius();
+    const QColor fill = d->view->fillColor();
     if (!d->surface->isFramed()) {
         painter.setBrush(d->view->rimColor());
         painter.drawRoundedRect(QRectF(rect()), radius, radius);
     }
     const qreal line = d->surface->isFramed() ? 0 : 1;
-    painter.setBrush(d->view->fillColor());
+    painter.setBrush(fill);
     painter.drawRoundedRect(QRectF(rect()).adjusted(line, line, -line, -line), radius - line,
                             radius - line);
+    d->paintedRadius = fill.alpha() == 255 ? radius : 0; // a translucent one shows the outline
+    d->paintedFill = fill;
 }
 
 void HVWidget::contentReservedChanged()
@@ -223,6 +266,7 @@ void HVWidget::contentReservedChanged()
     d->fade->makeOpaque();
     d->pinned = true;
     d->hovered->release(d->hovered->widget());
+    d->levelKeyWatch->stop();
     d->geometry.leaveToUser();
     d->hideTimer->stop();
     if (!decideOnTitleBar(container))

@@ -11,6 +11,7 @@
 
 namespace Hovlets {
 
+class HVLevelKey;
 class HVManager;
 class HVView;
 class HVXmlElement;
@@ -145,7 +146,15 @@ private:
     [[nodiscard]] bool turnTo(QWidget *control);
     [[nodiscard]] bool useScreenAt(const std::optional<QPoint> &position);
     [[nodiscard]] bool place(const QPoint &pos);
+    void startWatching();
     void endShow();
+    [[nodiscard]] bool paintInterior(const QRect &area);
+    void takeLook();
+    [[nodiscard]] HVLevelKey readLevelKey() const;
+    [[nodiscard]] bool hasNextLevel() const;
+    void showNextLevel();
+    void expand();
+    void expandNow();
     void paintRoundedRim();
     bool decideOnTitleBar(const QWidget *container);
     [[nodiscard]] bool isResizable() const;

@@ -24,7 +24,10 @@ void HVWidget::showAnimated()
         return;
     }
     d->fade->prepareToFadeIn();
+    const QPointer<HVWidget> self(this);
     show();
+    if (!self || !isVisible())
+        return; // the host hid it
     contentResized();
     d->fade->fadeIn(duration);
 }
@@ -59,7 +62,7 @@ void HVWidget::endFadeOut()
         return;
     d->fade->makeOpaque();
     if (!d->pinned)
-        d->hovered->startWatching();
+        startWatching();
     checkMousePosition(QCursor::pos());
 }
 
@@ -71,7 +74,7 @@ void HVWidget::setVisible(bool visible)
         if (!visible && !isVisible())
             endShow(); // its hide event did not
     }
-    QWidget::setVisible(visible);
+    d->geometry.setVisible(visible);
 }
 
 void HVWidget::showEvent(QShowEvent *event)
@@ -97,6 +100,7 @@ void HVWidget::endShow()
     d->fade->stop();
     d->hideTimer->stop();
     d->hovered->stopWatching();
+    d->levelKeyWatch->stop();
 }
 
 void HVWidget::setTimer()

@@ -56,6 +56,8 @@ bool HVWidget::place(const QPoint &pos)
 QPoint HVWidget::placeOfWindow() const
 {
     const QWidget *own = d->geometry.window();
+    if (own && own->windowHandle() && own->windowFlags().testFlag(Qt::FramelessWindowHint))
+        return positionOf(*own->windowHandle());
     return own ? own->pos() : mapToGlobal(QPoint());
 }
 
@@ -75,7 +77,7 @@ void HVWidget::placeFor(QWidget *control, const QPoint &pos)
     if (!self || !d->view || !place(pos)) // the user interface may have had the popup deleted
         return;
     d->hideTimer->stop();
-    d->hovered->startWatching();
+    startWatching();
     d->surface->raise();
 }
 
@@ -114,14 +116,18 @@ void HVWidget::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);
     const QSize view = event->size() - RimOfPinned;
+    if (!isResizable() || view == d->view->size())
+        return;
+    HVViewWindow &window = d->view->viewWindow();
     // Other changes of the size follow the content.
-    if (!event->spontaneous() || !isResizable() || view == d->view->size())
+    if (!event->spontaneous() && !window.isResizingItself())
         return;
     // A window manager may report a window of one pixel before it has shown it.
     if (event->size() != event->size().expandedTo(minimumSize()))
         return;
-    d->view->viewWindow().setUserSize(view);
-    d->view->resize(view);
+    window.windowResized(view);
+    if (d->view)
+        d->view->resize(view);
 }
 
 } // namespace Hovlets

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "HVHoveredControl.h"
+#include "HVLevelKeyWatch.h"
 #include "HVPopupFade.h"
 #include "HVPopupGeometry.h"
 #include "HVPopupServices.h"
@@ -26,6 +27,7 @@ public:
         , hovered(new HVHoveredControl(popup, services, reference))
         , geometry(popup)
         , surface(new HVSurface(popup, geometry))
+        , levelKeyWatch(new HVLevelKeyWatch([&popup] { return popup.hasNextLevel(); }, &popup))
     {
         geometry.setControl(reference);
         hideTimer->setSingleShot(true);
@@ -48,6 +50,13 @@ public:
 
     HVPopupGeometry geometry;
     HVSurface *surface; // child of the popup
+    HVLevelKeyWatch *levelKeyWatch; // child of the popup; runs while it is up
+    HVLevelKey levelKey; // of the current content
+    // Radius and fill of the last full repaint. Changing either causes a full repaint. The radius
+    // is 0 if every repaint draws the outline as well.
+    qreal paintedRadius = 0;
+    QColor paintedFill;
+
     bool isChanging = false; // the view loads content, whose size is final when it returns
     bool pinned = false;
     bool retired = false;

@@ -11,11 +11,9 @@ HVClipComponent::HVClipComponent(QQuickItem *parent)
     : HVVideoComponent(parent)
 {
     connect(this, &HVVideoComponent::positionChanged, this, &HVClipComponent::timeChanged);
+    connect(this, &HVVideoComponent::progressChanged, this, &HVClipComponent::checkEnd);
     connect(videoSource(), &HVVideoSource::sourceLoaded, this, &HVClipComponent::durationChanged);
-    connect(videoSource(), &HVVideoSource::streamEnded, this, [this] {
-        m_whole = videoSource()->source();
-        Q_EMIT durationChanged();
-    });
+    connect(videoSource(), &HVVideoSource::streamEnded, this, &HVClipComponent::durationChanged);
 }
 
 double HVClipComponent::time() const
@@ -27,9 +25,16 @@ double HVClipComponent::time() const
 double HVClipComponent::duration() const
 {
     const double rate = videoSource()->frameRate();
-    if (m_whole.isEmpty() || m_whole != videoSource()->source() || rate <= 0.0)
+    if (!isDecoded() || rate <= 0.0)
         return videoSource()->duration();
     return static_cast<double>(videoSource()->totalFrameCount()) / rate;
+}
+
+void HVClipComponent::checkEnd()
+{
+    const bool hadEnded = std::exchange(m_ended, progress() >= 1);
+    if (m_ended != hadEnded)
+        Q_EMIT endedChanged();
 }
 
 bool HVClipComponent::hasFrame() const

@@ -16,6 +16,7 @@ class HVClipComponent : public HVVideoComponent
     Q_DISABLE_COPY_MOVE(HVClipComponent)
     Q_PROPERTY(double time READ time NOTIFY timeChanged)
     Q_PROPERTY(double duration READ duration NOTIFY durationChanged)
+    Q_PROPERTY(bool ended READ ended NOTIFY endedChanged)
     Q_PROPERTY(bool hasFrame READ hasFrame NOTIFY hasFrameChanged)
 
 public:
@@ -28,19 +29,26 @@ public:
     /// is unknown.
     [[nodiscard]] double duration() const;
 
+    /// Whether the position is past the last frame that is decoded. A user interface that reads it
+    /// does no work while frames pass, unlike one that reads the progress.
+    [[nodiscard]] bool ended() const { return m_ended; }
+
     /// Whether a frame is shown.
     [[nodiscard]] bool hasFrame() const;
 
 Q_SIGNALS:
     void timeChanged();
     void durationChanged();
+    void endedChanged();
     void hasFrameChanged();
 
 protected:
     void frameChanged() override;
 
 private:
-    QUrl m_whole; // the clip whose frames are all decoded
+    void checkEnd();
+
+    bool m_ended = false;
     bool m_hadFrame = false;
 };
 

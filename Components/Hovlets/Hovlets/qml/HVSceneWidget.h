@@ -26,6 +26,11 @@ public:
     /// window must exist.
     void renderUnseen();
 
+Q_SIGNALS:
+    /// Emitted when the colours or the shape of the scene may have changed without new content or a
+    /// new file.
+    void lookChanged();
+
 protected:
     /// Runs a file, which may be in Qt's resources, unless it is already running.
     void runFile(const QString &path);

@@ -1,23 +1,23 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HVToolTipSample.h"
 
+#include <QtCore/QFile>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QToolTip>
-
-QTipLabel::QTipLabel(const QPalette &palette)
-{
-    setForegroundRole(QPalette::ToolTipText);
-    setBackgroundRole(QPalette::ToolTipBase);
-    setPalette(palette);
-}
 
 namespace Hovlets {
 
 namespace {
 
-QColor active(const QPalette &palette, QPalette::ColorRole role)
+/// The application's style sheet, of which Qt may know only the file.
+QByteArray styleSheet()
 {
-    return palette.color(QPalette::Active, role);
+    const QString sheet = qApp->styleSheet();
+    const QLatin1String scheme("file:///");
+    if (!sheet.startsWith(scheme))
+        return sheet.toUtf8();
+    QFile file(sheet.mid(scheme.size()));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 } // namespace
@@ -25,18 +25,21 @@ QColor active(const QPalette &palette, QPalette::ColorRole role)
 HVToolTipSample toolTipSample()
 {
     HVToolTipSample sample { QToolTip::palette(), QApplication::font() };
-    if (!qApp->styleSheet().contains(QLatin1String("QToolTip")))
+    if (!styleSheet().contains("QToolTip"))
         return sample;
-    QTipLabel styled(sample.palette);
+    QTipLabel styled;
     const QFont unstyled = QApplication::font(&styled);
     styled.ensurePolished();
-    for (const QPalette::ColorRole role : { QPalette::ToolTipBase, QPalette::ToolTipText }) {
-        const QColor color = active(styled.palette(), role);
-        if (color == active(sample.palette, role))
-            continue;
-        sample.palette.setColor(role, color);
+    // Style sheets do not override colours that a widget sets itself, so this one sets none.
+    const QPalette colors = styled.palette();
+    const auto apply = [&](QPalette::ColorRole from, QPalette::ColorRole to) {
+        if (!colors.isBrushSet(QPalette::Active, from))
+            return;
+        sample.palette.setColor(to, colors.color(QPalette::Active, from));
         sample.hasStyledColors = true;
-    }
+    };
+    apply(styled.backgroundRole(), QPalette::ToolTipBase);
+    apply(styled.foregroundRole(), QPalette::ToolTipText);
     if (styled.font() != unstyled)
         sample.font = styled.font();
     return sample;

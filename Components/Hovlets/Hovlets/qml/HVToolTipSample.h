@@ -29,7 +29,4 @@ HVToolTipSample toolTipSample();
 class QTipLabel : public QWidget
 {
     Q_OBJECT
-
-public:
-    explicit QTipLabel(const QPalette &palette);
 };

@@ -68,6 +68,7 @@ HVVideoComponent::HVVideoComponent(QQuickItem *parent)
             &HVVideoComponent::contentWidthChanged);
     connect(m_controller, &HVVideoController::loadProgressChanged, this,
             &HVVideoComponent::loadProgressChanged);
+    connect(m_source, &HVVideoSource::streamEnded, this, [this] { m_whole = m_source->source(); });
     m_source->addFrameWaiter(m_frameWait);
     new HVFrameRelease(this, m_controller);
     m_controller->start(QThread::InheritPriority);
@@ -237,6 +238,11 @@ double HVVideoComponent::contentWidth() const
 double HVVideoComponent::loadProgress() const
 {
     return m_controller->loadProgress();
+}
+
+bool HVVideoComponent::isDecoded() const
+{
+    return !m_whole.isEmpty() && m_whole == m_source->source();
 }
 
 void HVVideoComponent::frameReady()

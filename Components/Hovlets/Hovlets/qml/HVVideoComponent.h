@@ -96,6 +96,9 @@ public:
      */
     SizeState awaitSize();
 
+    /// Whether all frames of the clip are decoded.
+    [[nodiscard]] bool isDecoded() const;
+
     /// Reports whether the clip could be opened.
     HVClipOpening &opening();
 
@@ -151,6 +154,7 @@ private:
     QString m_searchPath;
     QString m_sourceName;
     QUrl m_requested; // the file of the clip; empty without one
+    QUrl m_whole; // the clip whose frames are all decoded
     std::shared_ptr<HVIdleWait> m_frameWait; // woken by each new frame
 };
 

@@ -12,6 +12,7 @@
 #include "HVViewEnd.h"
 #include "HVViewMessages.h"
 #include "HVViewServices.h"
+#include "HVViewWindow.h"
 
 #include <QtCore/QEvent>
 #include <QtCore/QFileInfo>
@@ -51,6 +52,7 @@ public:
     QString packageRoot;
     bool stayOpen = false;
     bool reserved = false;
+    bool isSimple = false; // HVKeySimpleMode at the last show
     bool isExpanded = false;
     bool reservedByQml = false;
     HVViewActivity activity;
@@ -150,7 +152,9 @@ void HVView::showContent(HVXmlElement *content, const QString &rootPath)
     const HVViewActivity::Scope running(d->activity);
     const QPointer<HVView> self(this);
     setPackageRoot(QDir(rootPath));
+    viewWindow().setExpanding(false);
     d->isExpanded = false;
+    d->isSimple = d->services && d->services->settings().get(HVKeySimpleMode).toBool();
     if (d->content.entry() != content)
         setContentTree(HVContentTree(content));
     d->translator.contentShown();
@@ -168,10 +172,32 @@ void HVView::showContent(HVXmlElement *content, const QString &rootPath)
     settle();
 }
 
+bool HVView::isSimple() const
+{
+    return d->isSimple && !d->isExpanded;
+}
+
+bool HVView::hasMore() const
+{
+    return isNotDenied("hasMore");
+}
+
+bool HVView::isPinnable() const
+{
+    return isNotDenied("pinnable");
+}
+
+/// Whether the property of the root item is missing or true.
+bool HVView::isNotDenied(const char *property) const
+{
+    const QVariant value = rootObject() ? rootObject()->property(property) : QVariant();
+    return !value.isValid() || value.toBool();
+}
+
 void HVView::expand()
 {
     whenIdle([this, content = QPointer<HVXmlElement>(d->content.entry())] {
-        if (!content || content != d->content.entry())
+        if (!content || content != d->content.entry() || !isSimple())
             return;
         d->isExpanded = true;
         const HVShowScope showing;
@@ -180,11 +206,15 @@ void HVView::expand()
         const QFileInfo ui(uiRootFilePath());
         if (!self || content != d->content.entry())
             return;
+        viewWindow().setExpanding(true);
         loadQML(ui.absoluteFilePath());
         if (!self)
             return;
+        viewWindow().setExpanding(false);
         clearBehindCorners();
-        resize(sizeHint());
+        settle();
+        if (self)
+            Q_EMIT lookChanged();
     });
 }
 
@@ -420,8 +450,12 @@ void HVView::resizeEvent(QResizeEvent *event)
 void HVView::changeEvent(QEvent *event)
 {
     HVSceneWidget::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange)
-        refreshTheme();
+    if (event->type() != QEvent::PaletteChange && event->type() != QEvent::FontChange)
+        return;
+    const QPointer<HVView> self(this);
+    refreshTheme();
+    if (self)
+        Q_EMIT lookChanged();
 }
 
 } // namespace Hovlets

@@ -92,8 +92,19 @@ public:
      */
     void showContent(HVXmlElement *content, const QString &rootPath);
 
-    /// Runs the rich user interface for the content, whatever the settings, until other content is
-    /// shown. Waits for QML that is running.
+    /// Whether the simple user interface is running because of HVKeySimpleMode.
+    bool isSimple() const;
+
+    /// Whether the full popup would show more than the simple one: the property "hasMore" of the
+    /// root item. True if there is none.
+    bool hasMore() const;
+
+    /// Whether the user may pin the popup: the property "pinnable" of the root item. True if there
+    /// is none.
+    bool isPinnable() const;
+
+    /// Runs the full user interface for the content of a simple one until other content is shown.
+    /// Waits for QML that is running.
     void expand();
 
     /// The package folder of the content.
@@ -235,6 +246,7 @@ protected:
     void changeEvent(QEvent *event) override;
 
 private:
+    bool isNotDenied(const char *property) const;
     void writeReserved(bool value);
     void clearBehindCorners();
 

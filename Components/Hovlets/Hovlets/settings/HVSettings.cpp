@@ -141,6 +141,11 @@ QList<HVSetting> makeSettings()
                    "at each show",
                    "with `HVKeySimpleMode`: the simple popup becomes the full one after the mouse has "
                    "stayed with it for this time"),
+        HV_SETTING(HVKeyExpandKey, "string, key", QString(), "none",
+                   "at each show",
+                   "a key with its modifiers, such as `F1` or `Ctrl+Space`: it turns the simple popup into "
+                   "the full one, and pins the full one. Otherwise it reaches the host, see "
+                   "[levels](delay.md#levels)"),
         HV_SETTING(HVKeyDismissOnKey, "int, `HVDismissal`", 0, "nothing",
                    "at each show",
                    "input that hides a popup while the mouse is near it, combined with \"or\": 1 Escape, "
@@ -162,8 +167,8 @@ QList<HVSetting> makeSettings()
         HV_SETTING(HVKeyWarmUp, "string, key", QString(), "nothing is prepared",
                    "once, by the constructor",
                    "a typical entry. The library loads and renders it without showing it while the "
-                   "application is idle after its start, so the first popup appears as fast as later "
-                   "ones"),
+                   "application is idle after its start, so the first popup appears almost as fast as "
+                   "later ones"),
         HV_SETTING(HVKeyExactToolTipColors, "bool", false, "",
                    "at each show",
                    "false: where the palette's tooltips are pale yellow, the default user interface has the "

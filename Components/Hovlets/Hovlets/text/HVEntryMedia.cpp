@@ -82,8 +82,8 @@ bool HVEntryMedia::findClip(const QString &path, HVEntryBlock &block)
 void HVEntryMedia::addCaptions(const HVXmlElement &entry, HVEntryBlock &clip)
 {
     const QString named = entry.attribute(QStringLiteral("captions"));
-    const QString file = named.isEmpty() ? m_services.optionalResource(
-                                 captionsName(entry.attribute(QStringLiteral("clip"))), m_clip)
+    const QString besideClip = captionsName(entry.attribute(QStringLiteral("clip")));
+    const QString file = named.isEmpty() ? m_services.optionalResource(besideClip, m_clip)
                                          : m_services.optionalResource(named, {});
     if (file.isEmpty())
         return;

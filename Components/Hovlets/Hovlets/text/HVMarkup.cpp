@@ -32,11 +32,16 @@ QString resolved(const QString &written, const HVMarkupRules &rules)
     for (qsizetype i = 0; i < value.size();) {
         std::optional<HVNamedToken> token;
         QString text;
-        if (value[i] == QLatin1Char('&') && (token = readEntity(value, i)))
-            text = entityText(token->name);
-        else if (value[i] == QLatin1Char('%') && rules.fill && (token = readPlaceholder(value, i)))
-            text = rules.fill(value.mid(i, token->end - i).toString());
-        const bool isResolved = !text.isNull();
+        if (value[i] == QLatin1Char('&')) {
+            token = readEntity(value, i);
+            if (token)
+                text = entityText(token->name);
+        } else if (value[i] == QLatin1Char('%') && rules.fill) {
+            token = readPlaceholder(value, i);
+            if (token)
+                text = rules.fill(value.mid(i, token->end - i).toString());
+        }
+        const bool isResolved = token && !text.isNull();
         result += isResolved ? text : QString(value[i]);
         i = isResolved ? token->end : i + 1;
     }

@@ -48,7 +48,7 @@ HVClip::~HVClip() = default;
 const char *HVClip::open(const QString &filePath)
 {
     m_limits = HVLimits::current();
-    m_decoderMemory.emplace(m_limits.clipDecoderMemory);
+    m_decoderMemory = std::make_unique<HVDecoderMemory>(m_limits.clipDecoderMemory);
     m_openingMemory = residentMemory();
     m_openingEnds = QDeadlineTimer(m_limits.clipProbeTime);
     const char *message = openContainer(filePath);

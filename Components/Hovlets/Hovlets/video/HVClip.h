@@ -16,6 +16,7 @@
 
 #include <functional>
 #include <future>
+#include <memory>
 #include <optional>
 
 namespace Hovlets {
@@ -96,7 +97,7 @@ private:
     HVClipFile m_file;
     HVFfmpegPtr<AVFormatContext> m_format; // reads from the file
     HVDecodingTurn m_turn; // ends when the decoder is destroyed
-    std::optional<HVDecoderMemory> m_decoderMemory; // outlives the codec and its frames
+    std::unique_ptr<HVDecoderMemory> m_decoderMemory; // outlives the codec and its frames
     HVFfmpegPtr<AVCodecContext> m_codec;
     HVFfmpegPtr<AVFrame> m_decoded;
     HVFfmpegPtr<AVPacket> m_packet;

@@ -20,6 +20,7 @@ bool isClip(const AVStream &stream)
 int findStreams(AVFormatContext *format, qint64 mostPixels)
 {
     std::vector<QSize> sizes;
+    sizes.reserve(format->nb_streams);
     for (unsigned int i = 0; i < format->nb_streams; ++i)
         sizes.emplace_back(format->streams[i]->codecpar->width,
                            format->streams[i]->codecpar->height);

@@ -25,7 +25,7 @@ struct HVFfmpegDeleter
     void operator()(AVFormatContext *context) const { avformat_close_input(&context); }
     void operator()(AVIOContext *context) const
     {
-        av_freep(&context->buffer);
+        av_freep(static_cast<void *>(&context->buffer));
         avio_context_free(&context);
     }
     void operator()(AVCodecContext *context) const { avcodec_free_context(&context); }

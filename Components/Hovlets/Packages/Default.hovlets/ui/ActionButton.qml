@@ -35,7 +35,7 @@ Item {
         anchors.left: button.left
         width: Math.min(button.width, button.naturalWidth)
         height: label.height + 2 * button.theme.unit
-        radius: Math.round(0.3 * button.theme.em)
+        radius: button.theme.innerRadius
         color: area.pressed || area.containsMouse ? button.theme.hoveredSurface
                                                   : button.theme.surface
         border {

@@ -27,24 +27,45 @@ Item {
 
     function distance() {
         var linksOnly = content.kind === "link" && previous.content.kind === "link";
-        return linksOnly ? Math.ceil(theme.smallGap / 2) : theme.gap;
+        if (linksOnly)
+            return Math.ceil(theme.smallGap / 2);
+        // A heading is closer to what it introduces than to what it follows.
+        if (previous.content.kind === "heading")
+            return Math.ceil(theme.smallGap / 2);
+        return content.kind === "heading" ? theme.gap + Math.ceil(theme.smallGap / 2) : theme.gap;
     }
 
+    // Most entries have only headings and paragraphs. The other kinds are compiled for the first block that
+    // needs them, so the first popup shows sooner.
     Loader {
         id: loader
         width: block.width
-        sourceComponent: {
+        Component.onCompleted: {
             switch (block.content.kind) {
-            case "link": return link;
-            case "button": return button;
-            case "image": return image;
-            case "clip": return clip;
-            case "heading": return heading;
-            case "code": return code;
+            case "link": return withSource("LinkLine.qml");
+            case "button": return withSource("ActionButton.qml");
+            case "code": return withSource("CodeLines.qml");
+            case "image": return withContent("Picture.qml");
+            case "clip": return withContent("Clip.qml");
             case "note":
-            case "warning": return note;
-            default: return paragraph;
+            case "warning": return withContent("Note.qml");
+            case "heading": return sourceComponent = heading;
+            default: return sourceComponent = paragraph;
             }
+        }
+        onLoaded: {
+            if (item.linkFollowed)
+                item.linkFollowed.connect(block.linkFollowed);
+            else if (item.clicked)
+                item.clicked.connect(function() { block.linkFollowed(block.content.locator); });
+        }
+
+        function withSource(file) {
+            setSource(file, { theme: block.theme, source: block.content.text });
+        }
+
+        function withContent(file) {
+            setSource(file, { theme: block.theme, content: block.content });
         }
     }
 
@@ -56,8 +77,7 @@ Item {
             source: block.content.text
             spoken: block.content.spoken
             format: block.content.format
-            color: block.content.muted ? theme.secondary : theme.text
-            onLinkFollowed: function(locator) { block.linkFollowed(locator); }
+            color: block.content.muted ? theme.secondary : theme.bodyText
         }
     }
     Component {
@@ -65,57 +85,12 @@ Item {
         Paragraph {
             objectName: "heading"
             theme: block.theme
+            color: block.theme.text
             font: block.theme.headingFont
             source: block.content.text
             spoken: block.content.spoken
             format: block.content.format
             Accessible.role: Accessible.Heading
-            onLinkFollowed: function(locator) { block.linkFollowed(locator); }
-        }
-    }
-    Component {
-        id: code
-        CodeLines {
-            theme: block.theme
-            source: block.content.text
-        }
-    }
-    Component {
-        id: note
-        Note {
-            theme: block.theme
-            content: block.content
-            onLinkFollowed: function(locator) { block.linkFollowed(locator); }
-        }
-    }
-    Component {
-        id: link
-        LinkLine {
-            theme: block.theme
-            source: block.content.text
-            onClicked: block.linkFollowed(block.content.locator)
-        }
-    }
-    Component {
-        id: button
-        ActionButton {
-            theme: block.theme
-            source: block.content.text
-            onClicked: block.linkFollowed(block.content.locator)
-        }
-    }
-    Component {
-        id: image
-        Picture {
-            theme: block.theme
-            content: block.content
-        }
-    }
-    Component {
-        id: clip
-        Clip {
-            theme: block.theme
-            content: block.content
         }
     }
 }

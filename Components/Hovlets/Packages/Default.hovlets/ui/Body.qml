@@ -7,6 +7,15 @@ Item {
 
     required property Theme theme
     property alias blocks: repeater.model
+    // The opacity of all blocks except the one that users have read in the simple popup.
+    property real newOpacity: 1
+    readonly property int firstParagraph: {
+        for (var i = 0; blocks && i < blocks.length; ++i) {
+            if (blocks[i].kind === "paragraph")
+                return i;
+        }
+        return -1;
+    }
     readonly property real naturalWidth: last ? last.widest : 0
 
     signal linkFollowed(string locator)
@@ -27,6 +36,7 @@ Item {
             width: body.width
             theme: body.theme
             content: modelData
+            opacity: index === body.firstParagraph ? 1 : body.newOpacity
             previous: index > 0 ? repeater.itemAt(index - 1) : null
             onLinkFollowed: function(locator) { body.linkFollowed(locator); }
         }

@@ -26,11 +26,7 @@ Item {
     // then, the clip is fitted into this space.
     property bool fitted: false
     readonly property size space: Qt.size(200, 150)
-    // The host sets the property for users who want no motion. Unset, it reads as its placeholder.
-    readonly property bool still: {
-        var value = hovletView ? hovletView.interpolate("%(reducedMotion)s") : "";
-        return value === "true" || value === "1";
-    }
+    readonly property bool still: Content.motionIsReduced(hovletView)
     readonly property bool loops: hovlet ? hovlet.attribute("loop") === "true" : false
     // Whether the clip shows its result for users who want no motion, until they click.
     property bool waits: still
@@ -42,7 +38,7 @@ Item {
     // QML can access only enumerators that start with a capital letter.
     readonly property int playingState: 2
     readonly property bool playing: video.state === playingState
-    readonly property bool ended: video.progress >= 1
+    readonly property alias ended: video.ended
     readonly property bool inUse: picture.containsMouse || activeFocus || controls.pressed
     // The size of a pixel.
     readonly property real factor: {
@@ -166,6 +162,8 @@ Item {
         }
 
         Accessible.role: Accessible.Button
+        Accessible.focusable: true
+        Accessible.focused: clip.activeFocus
         Accessible.name: Content.translated(hovletView, clip.playing ? "Pause"
                                                         : clip.ended ? "Play again" : "Play")
         Accessible.onPressAction: clip.toggle()

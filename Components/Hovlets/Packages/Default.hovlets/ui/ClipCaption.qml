@@ -12,7 +12,7 @@ Rectangle {
     visible: text !== ""
     width: Math.min(maximumWidth, Math.ceil(ruler.implicitWidth) + 2 * theme.gap)
     height: label.height + theme.unit
-    radius: Math.round(0.3 * theme.em)
+    radius: theme.innerRadius
     color: "#c8101010"
 
     Text {

@@ -23,7 +23,7 @@ Rectangle {
     readonly property bool showsTime: duration > 0 && width >= 12 * theme.em
 
     implicitHeight: Math.round(1.9 * theme.em)
-    radius: Math.round(0.3 * theme.em)
+    radius: theme.innerRadius
     color: "#c8101010"
 
     // Times run from left to right in every language.

@@ -16,7 +16,7 @@ Item {
             x: (icon.width - width) / 2
             y: (icon.height - height) / 2
             width: icon.width
-            height: Math.max(1, icon.width / 9)
+            height: Math.max(1, icon.width / 11)
             radius: height / 2
             rotation: modelData
             color: icon.color

@@ -43,10 +43,10 @@ function paled(text, base, share, least) {
     return opaque(text);
 }
 
-/// A surface that differs from \a base by at most \a share, with \a text readable on it.
-function surface(base, text, share) {
+/// A surface that differs from \a base by at most a \a share of \a tint, with \a text readable on it.
+function surface(base, tint, share, text) {
     for (var step = share; step > 0; step -= 0.01) {
-        var colour = blend(base, text, step);
+        var colour = blend(base, tint, step);
         if (contrast(text, colour) >= READABLE)
             return colour;
     }

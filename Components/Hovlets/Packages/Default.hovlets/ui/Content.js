@@ -28,14 +28,22 @@ function translated(view, text) {
     return view ? view.translate(text, "HovletsUI") || text : text;
 }
 
+/// Whether the host has set the global property for users who want no motion. Unset, it reads as its
+/// placeholder.
+function motionIsReduced(view) {
+    var value = view ? view.interpolate("%(reducedMotion)s") : "";
+    return value === "true" || value === "1";
+}
+
 /// A list with the first paragraph among \a blocks; empty if there is none.
 function firstParagraph(blocks) {
     return blocks.filter(function(block) { return block.kind === "paragraph"; }).slice(0, 1);
 }
 
 /// The description of \a content for screen readers, without the title, when \a blocks are shown
-/// below \a reason.
-function spokenContent(content, reason, blocks) {
-    var texts = [content.shortcut, reason].concat(blocks.map(function(block) { return block.spoken; }));
+/// between \a reason and \a hint.
+function spokenContent(content, reason, blocks, hint) {
+    var texts = [content.shortcut, reason]
+        .concat(blocks.map(function(block) { return block.spoken; }), [hint]);
     return texts.filter(function(text) { return text; }).join("\n");
 }

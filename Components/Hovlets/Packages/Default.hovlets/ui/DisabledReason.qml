@@ -10,7 +10,7 @@ Rectangle {
     readonly property real naturalWidth: words.naturalWidth + 2 * theme.gap
 
     implicitHeight: words.height - theme.leading + 2 * theme.smallGap
-    radius: theme.smallGap
+    radius: theme.innerRadius
     color: theme.surface
 
     Paragraph {

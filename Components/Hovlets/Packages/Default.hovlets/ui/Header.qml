@@ -17,6 +17,8 @@ Item {
                                          + (shortcut ? keys.naturalWidth : 0)
     readonly property real between: title && shortcut ? theme.gap : 0
     readonly property bool beside: naturalWidth <= width
+    // Whether the shortcut is below the title.
+    readonly property bool isTall: title && shortcut && !beside
     readonly property real firstLine: Math.max(minimumHeight, shortcut ? badge.height : 0,
                                                titleMetrics.height)
 

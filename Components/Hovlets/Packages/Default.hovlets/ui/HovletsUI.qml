@@ -48,12 +48,13 @@ import "Content.js" as Content
  * reduced in this way. A text that the translation file lacks is shown untranslated. Then the
  * placeholders "%(name)s" are filled with plain text.
  *
- * The texts of the user interface itself have the context "HovletsUI": "Keep open", "Close", "Play",
- * "Pause", "Play again", "Position in the clip", "Scroll" and "Pinned", which only screen readers read,
- * "Note" and "Warning".
+ * The texts of the user interface itself have the context "HovletsUI": "Keep open", "Keep open (%1)",
+ * "Close", "Play", "Pause", "Play again", "Position in the clip", "Scroll" and "Pinned", which only
+ * screen readers read, "Note", "Warning" and "%1 for more". "%1" is a key.
  *
  * If the host sets the global property "reducedMotion" to true, a clip shows its last frame until
- * it is clicked. Nothing else in the popup moves by itself.
+ * it is clicked, and a simple popup becomes the full one without a fade. Nothing else in the popup
+ * moves by itself.
  */
 PopupFrame {
     content: Content.read(hovlet, hovletReader, hovletView)

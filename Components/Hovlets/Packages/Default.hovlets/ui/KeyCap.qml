@@ -7,14 +7,14 @@ Rectangle {
 
     required property Theme theme
     property alias text: label.source
-    property real maximumWidth: naturalWidth
-    readonly property real naturalWidth: Math.max(label.naturalWidth + 2 * theme.unit,
-                                                  Math.round(1.5 * theme.em))
+    // Whether the text wraps if the key is narrower than it.
+    property bool wraps: false
+    readonly property int inset: theme.unit
     readonly property int rise: Math.round(0.15 * theme.em)
 
-    width: Math.min(maximumWidth, naturalWidth)
+    width: Math.max(Math.ceil(label.implicitWidth) + 2 * inset, Math.round(1.5 * theme.em))
     height: label.height + 2 * rise + 1
-    radius: Math.round(0.3 * theme.em)
+    radius: theme.innerRadius
     color: theme.border
 
     Rectangle {
@@ -23,15 +23,19 @@ Rectangle {
         color: cap.theme.surface
     }
 
-    Paragraph {
+    Text {
         id: label
         objectName: "key"
-        theme: cap.theme
-        anchors { left: cap.left; right: cap.right; leftMargin: cap.theme.unit; rightMargin: cap.theme.unit }
+        property string source
+        anchors { left: cap.left; right: cap.right; leftMargin: cap.inset; rightMargin: cap.inset }
         y: cap.rise
+        text: source
+        textFormat: Text.PlainText
         font: cap.theme.keyFont
-        lineHeight: 1
+        color: cap.theme.bodyText
+        wrapMode: cap.wraps ? Text.Wrap : Text.NoWrap
         horizontalAlignment: Text.AlignHCenter
+        renderType: Text.NativeRendering
         Accessible.ignored: true
     }
 }

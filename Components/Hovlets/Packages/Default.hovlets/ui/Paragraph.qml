@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 import QtQuick 2.15
+import "Links.js" as Links
+import "RichText.js" as RichText
 
 // Text that wraps at its width and reports its natural width.
 Text {
@@ -15,21 +17,14 @@ Text {
 
     signal linkFollowed(string locator)
 
-    readonly property string style:
-        "<style>a { color: " + theme.link + "; text-decoration: underline; }"
-        + " div, p, li { line-height: " + Math.round(100 * theme.lineHeight) + "%; }"
-        + " code, kbd, samp, tt { font-family: monospace; }"
-        + " th, td { padding: " + Math.round(theme.smallGap / 2) + "px " + theme.smallGap + "px; }"
-        + " th { text-align: left; }"
-        + " p { margin-top: 0px; margin-bottom: " + theme.smallGap + "px; }"
-        + " ul, ol { margin-top: " + theme.smallGap + "px; margin-bottom: 0px;"
-        + " -qt-list-indent: 0; margin-left: " + 2 * theme.em + "px; }</style>"
+    readonly property bool hasLinks: format !== "plain" && source.indexOf("<a ") >= 0
+    readonly property string marked: hasLinks ? Links.numbered(source) : source
 
-    text: format === "rich" ? style + "<div>" + source + "</div>" : source
+    text: format === "rich" ? RichText.dressed(marked, theme, linkColor, LayoutMirroring.enabled) : marked
     textFormat: format === "rich" ? Text.RichText
               : format === "styled" ? Text.StyledText : Text.PlainText
     font: theme.bodyFont
-    color: theme.text
+    color: theme.bodyText
     linkColor: theme.link
     lineHeight: format === "rich" ? 1 : theme.lineHeight // the style sets it for rich text
     wrapMode: Text.Wrap
@@ -40,10 +35,22 @@ Text {
     Accessible.role: Accessible.StaticText
     Accessible.name: spoken
 
-    onLinkActivated: function(link) { linkFollowed(link); }
+    onLinkActivated: function(link) { linkFollowed(Links.targetOf(link)); }
     onHoveredLinkChanged: {
         if (hovletView)
             hovletView.setItemCursor(paragraph, hoveredLink ? "PointingHandCursor" : "", "");
+    }
+
+    // A separate file, compiled when the first text with links needs it.
+    Loader {
+        anchors.fill: parent
+        source: paragraph.hasLinks ? "ParagraphLinks.qml" : ""
+        onLoaded: {
+            item.theme = paragraph.theme;
+            item.words = paragraph;
+            item.followed.connect(paragraph.linkFollowed);
+            item.labels = Qt.binding(function() { return Links.labels(paragraph.source); });
+        }
     }
 
     // Measures the natural width: a text's implicit width changes when it wraps, which this one

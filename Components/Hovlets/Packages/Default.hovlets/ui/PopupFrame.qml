@@ -13,6 +13,10 @@ Rectangle {
     property var content
     property var blocks: []
     property bool pinnable: false
+    // The key that shows more, which the last line names; empty if there is none.
+    property string hintKey
+    // The opacity of what a simple popup did not show.
+    property real newOpacity: 1
 
     // A pinned popup can do without the desktop's title bar.
     readonly property bool drawsTitleBar: pinnable
@@ -52,33 +56,40 @@ Rectangle {
     property size screenSize: Qt.size(Math.min(Screen.width, Screen.desktopAvailableWidth),
                                       Math.min(Screen.height, Screen.desktopAvailableHeight))
     readonly property int maximumHeight: isUserSized ? userSize.height : screenSize.height > 0
-        ? Math.max(margins + theme.buttonSize, Math.round(0.6 * screenSize.height)) : 100 * theme.em
+        ? Math.max(margins + theme.buttonSize, Math.round(share * screenSize.height)) : 100 * theme.em
+    // Of the screen's height. What fits into a popup also fits below the title bar once it is pinned.
+    readonly property real share: hasBar ? 0.75 : 0.6
     readonly property int maximumWidth: screenSize.width > 0
         ? Math.min(26 * theme.em, Math.round(0.9 * screenSize.width) - buttonSpace) : 26 * theme.em
     readonly property int contentWidth: isUserSized ? userSize.width - margins - gutter :
         Math.max(Math.min(7 * theme.em, maximumWidth - margins),
                  Math.min(Math.ceil(Math.max(header.naturalWidth + headerButtonSpace,
                                              body.naturalWidth,
-                                             hasBar ? bar.naturalWidth - margins : 0,
-                                             reason.visible ? reason.naturalWidth : 0)),
+                                             bar.item ? bar.item.naturalWidth - margins : 0,
+                                             reason.item ? reason.item.naturalWidth : 0,
+                                             hint.item ? hint.item.naturalWidth : 0)),
                           maximumWidth - margins))
     readonly property int reasonHeight:
-        !reason.visible ? 0 : Math.ceil(reason.implicitHeight) + (body.implicitHeight > 0 ? theme.gap : 0)
-    readonly property int bodyHeight: reasonHeight + Math.ceil(body.implicitHeight)
+        !reason.item ? 0 : Math.ceil(reason.implicitHeight) + (body.implicitHeight > 0 ? theme.gap : 0)
+    readonly property int textHeight: reasonHeight + Math.ceil(body.implicitHeight)
+    readonly property int aboveHint: textHeight > 0 && hintKey ? textHeight + theme.gap : textHeight
+    readonly property int bodyHeight: aboveHint + (hint.item ? Math.ceil(hint.implicitHeight) : 0)
     readonly property int betweenHeaderAndBody: header.height > 0 && bodyHeight > 0
-                                                ? Math.round(1.5 * theme.unit) : 0
+                                                ? header.isTall ? theme.gap : Math.round(1.5 * theme.unit)
+                                                : 0
     readonly property int headerHeight: Math.ceil(header.height) + betweenHeaderAndBody
     readonly property int fullHeight: barHeight + headerHeight + bodyHeight + margins
     // The header stays in view unless it would take most of the popup.
     readonly property bool headerStays: headerHeight + theme.padding < 0.4 * maximumHeight
-    // Below the title bar.
-    readonly property int upperEdge: headerStays ? theme.padding + headerHeight : 1
+    // Below the title bar. Leaves room for frames and focus rings around the first block.
+    readonly property int upperEdge: headerStays ? theme.padding + headerHeight - 2 : 1
 
     LayoutMirroring.enabled: Qt.application.layoutDirection === Qt.RightToLeft
     LayoutMirroring.childrenInherit: true
     Accessible.role: Accessible.ToolTip
     Accessible.name: title
-    Accessible.description: Content.spokenContent(content, reason.source, blocks)
+    Accessible.description: Content.spokenContent(content, hovletReader.disabledReason, blocks,
+                                                  hint.item ? hint.item.spoken : "")
 
     width: contentWidth + margins + gutter
     height: isUserSized ? userSize.height
@@ -109,15 +120,15 @@ Rectangle {
         interactive: frame.scrolls
         clip: frame.scrolls
 
-        DisabledReason {
+        LazyPart {
             id: reason
-            theme: frame.theme
-            source: hovletReader.disabledReason
-            visible: source !== ""
+            file: "DisabledReason.qml"
+            needed: hovletReader.disabledReason !== ""
+            properties: ({ theme: frame.theme })
             anchors { left: parent.left; leftMargin: frame.theme.padding - 1 }
             y: frame.theme.padding + frame.headerHeight - frame.upperEdge
             width: frame.contentWidth
-            height: implicitHeight
+            onLoaded: item.source = Qt.binding(function() { return hovletReader.disabledReason; })
         }
 
         Body {
@@ -125,6 +136,7 @@ Rectangle {
             objectName: "body"
             theme: frame.theme
             blocks: frame.blocks
+            newOpacity: frame.newOpacity
             anchors { left: parent.left; leftMargin: frame.theme.padding - 1 }
             y: frame.theme.padding + frame.headerHeight - frame.upperEdge + frame.reasonHeight
             width: frame.contentWidth
@@ -133,6 +145,17 @@ Rectangle {
                 if (hovletView)
                     hovletView.openExternalResource(locator);
             }
+        }
+
+        LazyPart {
+            id: hint
+            file: "MoreHint.qml"
+            needed: frame.hintKey !== ""
+            properties: ({ theme: frame.theme })
+            anchors { left: parent.left; leftMargin: frame.theme.padding - 1 }
+            y: frame.theme.padding + frame.headerHeight - frame.upperEdge + frame.aboveHint
+            width: frame.contentWidth
+            onLoaded: item.key = Qt.binding(function() { return frame.hintKey; })
         }
     }
 
@@ -151,44 +174,32 @@ Rectangle {
             y: frame.theme.padding - 1 - (frame.headerStays ? 0 : flickable.contentY)
             width: frame.contentWidth - frame.headerButtonSpace
             height: implicitHeight
-            minimumHeight: frame.hasButton ? frame.theme.buttonSize - frame.theme.smallGap : 0
+            // In the simple popup as well, so the title does not move when the button appears.
+            minimumHeight: frame.pinnable && !frame.hasButton
+                           ? 0 : frame.theme.buttonSize - frame.theme.smallGap
             title: hovletWindow.titleBar === "" ? frame.title : "" // which the title bar shows
             titleColor: frame.showsKey ? theme.secondary : theme.text
             shortcut: frame.content.shortcut
         }
     }
 
-    ScrollFade {
-        theme: frame.theme
-        isUpper: true
-        anchors { left: frame.left; leftMargin: 1 + frame.cornerRadius }
-        y: flickable.y
-        width: frame.width - 1 - frame.cornerRadius - scrollBar.width
-        visible: frame.scrolls && !flickable.atYBeginning
-    }
-    ScrollFade {
-        theme: frame.theme
-        isUpper: false
-        anchors { left: frame.left; leftMargin: 1 + frame.cornerRadius }
-        y: frame.height - 1 - height
-        width: frame.width - 1 - frame.cornerRadius - scrollBar.width
-        visible: frame.scrolls && !flickable.atYEnd
-    }
-
-    PopupScrollBar {
-        id: scrollBar
-        objectName: "scrollBar"
-        theme: frame.theme
-        flickable: flickable
-        visible: frame.scrolls
-        anchors { right: frame.right; rightMargin: 1 }
-        y: Math.max(flickable.y, buttonLoader.active ? buttonLoader.y + buttonLoader.height : 0)
-        height: frame.height - 1 - y - theme.smallGap
+    LazyPart {
+        file: "ScrollMarks.qml"
+        needed: frame.scrolls
+        properties: ({ theme: frame.theme, content: flickable })
+        anchors.fill: frame
+        onLoaded: {
+            item.cornerRadius = Qt.binding(function() { return frame.cornerRadius; });
+            item.upperEdge = Qt.binding(function() {
+                return buttonLoader.active ? buttonLoader.y + buttonLoader.height : 0;
+            });
+        }
     }
 
     Loader {
         id: buttonLoader
         active: frame.hasButton
+        opacity: frame.newOpacity
         anchors { right: frame.right; rightMargin: Math.round(frame.theme.padding / 2) }
         y: frame.buttonMargin
         sourceComponent: WindowButton {
@@ -197,24 +208,27 @@ Rectangle {
     }
 
     // The title bar leaves its edges free, apart from the button.
-    Loader {
-        active: frame.hasBar
+    LazyPart {
+        file: "ResizeEdges.qml"
+        needed: frame.hasBar
         anchors.fill: parent
-        sourceComponent: ResizeEdges {}
     }
 
-    TitleBar {
+    LazyPart {
         id: bar
-        objectName: "titleBar"
-        theme: frame.theme
-        visible: frame.hasBar
+        file: "TitleBar.qml"
+        needed: frame.hasBar
+        properties: ({ theme: frame.theme })
         x: 1
         y: 1
         width: frame.width - 1
         height: implicitHeight - 1
-        cornerRadius: Math.max(0, frame.cornerRadius - 1)
-        title: frame.title
-        onClosed: hovletView.close()
+        onLoaded: {
+            item.objectName = "titleBar";
+            item.cornerRadius = Qt.binding(function() { return Math.max(0, frame.cornerRadius - 1); });
+            item.title = Qt.binding(function() { return frame.title; });
+            item.closed.connect(function() { hovletView.close(); });
+        }
     }
 
     focus: true
@@ -223,7 +237,66 @@ Rectangle {
         if (event.accepted)
             hovletView.close();
     }
+    // Keys that what has the focus does not use.
+    Keys.onPressed: function(event) {
+        var isPlain = (event.modifiers & ~Qt.KeypadModifier) === Qt.NoModifier;
+        var target = scrolls && isPlain ? scrollTarget(event.key) : -1;
+        event.accepted = target >= 0;
+        if (event.accepted)
+            scrollTo(target);
+    }
+
+    // Where the key scrolls to; -1 for other keys.
+    function scrollTarget(key) {
+        var line = 3 * theme.em;
+        switch (key) {
+        case Qt.Key_Up: return Math.max(0, flickable.contentY - line);
+        case Qt.Key_Down: return flickable.contentY + line;
+        case Qt.Key_PageUp: return Math.max(0, flickable.contentY - Math.max(line, flickable.height - line));
+        case Qt.Key_PageDown: return flickable.contentY + Math.max(line, flickable.height - line);
+        case Qt.Key_Home: return 0;
+        case Qt.Key_End: return flickable.contentHeight;
+        }
+        return -1;
+    }
+
+    function scrollTo(y) {
+        flickable.contentY = Math.max(0, Math.min(y, flickable.contentHeight - flickable.height));
+    }
+
+    NumberAnimation {
+        id: appearance
+        target: frame
+        property: "newOpacity"
+        from: 0.2 // a first frame that stays for long does not look empty
+        to: 1
+        duration: 150
+    }
+
+    // What gets the focus comes into view.
+    readonly property Item focusedItem: Window.activeFocusItem
+    onFocusedItemChanged: Qt.callLater(showFocus)
+
+    function showFocus() {
+        var item = focusedItem;
+        var above = item;
+        while (above && above !== flickable.contentItem)
+            above = above.parent;
+        if (!above || !scrolls)
+            return;
+        var area = item.focusArea || Qt.rect(0, 0, item.width, item.height);
+        var top = item.mapToItem(flickable.contentItem, 0, area.y).y - theme.smallGap;
+        var bottom = top + area.height + 2 * theme.smallGap;
+        var wanted = Math.min(top, Math.max(flickable.contentY, bottom - flickable.height));
+        scrollTo(wanted);
+    }
 
     // Every show starts at the top.
     onContentChanged: flickable.contentY = 0
+
+    // Only the opacity changes over time. The popup has its final size and place.
+    Component.onCompleted: {
+        if (hovletWindow.expanding && !Content.motionIsReduced(hovletView))
+            appearance.start();
+    }
 }

@@ -14,7 +14,7 @@ Item {
                 Qt.TopEdge | Qt.LeftEdge, Qt.TopEdge | Qt.RightEdge,
                 Qt.BottomEdge | Qt.LeftEdge, Qt.BottomEdge | Qt.RightEdge]
 
-        MouseArea {
+        Grip {
             required property int modelData
             readonly property bool atTop: modelData & Qt.TopEdge
             readonly property bool atLeft: modelData & Qt.LeftEdge
@@ -31,7 +31,7 @@ Item {
             cursorShape: !vertical ? Qt.SizeHorCursor
                        : !horizontal ? Qt.SizeVerCursor
                        : atTop === atLeft ? Qt.SizeFDiagCursor : Qt.SizeBDiagCursor
-            onPressed: hovletWindow.startResize(modelData)
+            onDragStarted: hovletWindow.startResize(modelData)
         }
     }
 }

@@ -15,14 +15,20 @@ Rectangle {
 
     width: theme.buttonSize
     height: theme.buttonSize
-    radius: Math.round(0.3 * theme.em)
+    radius: theme.innerRadius
     color: area.pressed ? theme.border : area.containsMouse ? theme.hoveredSurface : base
     border.width: activeFocus ? 2 : 0
     border.color: theme.accent
     activeFocusOnTab: true
-    Keys.onSpacePressed: clicked()
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
+    Keys.onSpacePressed: event => press(event)
+    Keys.onReturnPressed: event => press(event)
+    Keys.onEnterPressed: event => press(event)
+
+    // A key that is held down presses once.
+    function press(event) {
+        if (!event.isAutoRepeat)
+            clicked();
+    }
 
     Accessible.role: Accessible.Button
     Accessible.name: description

@@ -52,11 +52,20 @@ Item {
         }
     }
 
-    KeyCap {
+    Loader {
         id: whole
-        theme: shortcut.theme
-        visible: !shortcut.fits
-        text: shortcut.fits ? "" : shortcut.source
-        maximumWidth: shortcut.maximumWidth
+        active: !shortcut.fits
+        sourceComponent: KeyCap {
+            theme: shortcut.theme
+            text: shortcut.source
+            wraps: true
+            width: Math.min(shortcut.maximumWidth,
+                            Math.ceil(metrics.advanceWidth(text)) + 2 * inset + 1)
+
+            FontMetrics {
+                id: metrics
+                font: shortcut.font
+            }
+        }
     }
 }

@@ -15,6 +15,8 @@ QtObject {
 
     readonly property color base: Colours.opaque(neutral ? hovletTheme.windowBase : hovletTheme.base)
     readonly property color text: Colours.opaque(neutral ? hovletTheme.windowText : hovletTheme.text)
+    // Black on white is harsh for more than a title.
+    readonly property color bodyText: neutral ? Colours.paled(text, base, 0.12, 7) : text
     readonly property color secondary: Colours.paled(text, base, 0.4, Colours.READABLE)
     // For handles and other marks without a colour of their own.
     readonly property color mark: Colours.paled(text, base, 0.6, Colours.VISIBLE)
@@ -26,8 +28,15 @@ QtObject {
     readonly property color accent: Colours.firstSeen([hovletTheme.accent, link, text],
                                                       hoveredSurface, Colours.VISIBLE)
     readonly property color border: Colours.blend(base, text, dark ? 0.28 : 0.22)
-    readonly property color surface: Colours.surface(base, text, 0.07)
-    readonly property color hoveredSurface: Colours.surface(base, text, 0.12)
+    readonly property color surface: Colours.surface(base, text, 0.07, text)
+    readonly property color hoveredSurface: Colours.surface(base, text, 0.12, text)
+    // Surfaces of notes and warnings, and the marks on them.
+    readonly property color noteSurface: Colours.surface(base, link, dark ? 0.14 : 0.09, text)
+    readonly property color noteMark: Colours.firstSeen([link, text], noteSurface, Colours.VISIBLE)
+    readonly property color warningSurface: Colours.surface(base, yellow, dark ? 0.12 : 0.16, text)
+    readonly property color warningMark: Colours.firstSeen([amber, text], warningSurface, Colours.VISIBLE)
+    readonly property color yellow: "#ffae00"
+    readonly property color amber: dark ? "#f0b23c" : "#b86a00"
 
     // Three sizes: the body's, a larger one for titles and a smaller one for keys.
     readonly property font bodyFont: hovletTheme.font
@@ -48,25 +57,44 @@ QtObject {
     readonly property int padding: 3 * unit
     readonly property int gap: 2 * unit
     readonly property int smallGap: unit
-    readonly property int buttonSize: Math.round(1.8 * em)
+    // Even, like the sizes of icons, so that both have the same centre.
+    readonly property int buttonSize: 2 * Math.round(0.9 * em)
     // At most the padding, so that no text is in a corner.
     readonly property int cornerRadius: 2 * unit
+    // Corners of what is inside the popup.
+    readonly property int innerRadius: Math.round(0.3 * em)
 
     // Has a size once it has text.
     readonly property Text ruler: Text {
         text: "M"
     }
 
-    onBodyFontChanged: derive()
-    Component.onCompleted: derive()
+    // Measures before the ruler does, which has no height until it is complete.
+    readonly property FontMetrics metrics: FontMetrics {}
+    property bool derived: false
 
-    function derive() {
+    onBodyFontChanged: derive()
+    Component.onCompleted: {
+        if (derived)
+            measure();
+        else
+            derive();
+    }
+
+    // Assigns the same again when the ruler is complete. Another value would lay out every text twice.
+    function measure() {
         // Assigned here: a binding would not work, because the font has no change signal.
         ruler.font = bodyFont;
+        metrics.font = bodyFont;
         em = Math.max(1, ruler.fontInfo.pixelSize);
-        lineHeight = Math.max(1, 1.4 * em / Math.max(1, ruler.implicitHeight));
-        leading = Math.max(0, Math.floor((lineHeight - 1) * ruler.implicitHeight));
+        var height = Math.max(1, ruler.implicitHeight || Math.ceil(metrics.height));
+        lineHeight = Math.max(1, 1.4 * em / height);
+        leading = Math.max(0, Math.floor((lineHeight - 1) * height));
+    }
 
+    function derive() {
+        derived = true;
+        measure();
         titleFont = sized(1.15);
         titleFont.weight = Font.DemiBold;
         keyFont = sized(0.85);

@@ -12,11 +12,11 @@ Item {
     property int cornerRadius: 0
     readonly property real naturalWidth: label.x + Math.ceil(label.implicitWidth) + theme.gap + close.width
                                          + theme.smallGap
-    readonly property int iconSize: Math.round(0.8 * theme.em)
+    readonly property int iconSize: 2 * Math.round(0.4 * theme.em)
 
     signal closed()
 
-    implicitHeight: theme.buttonSize + 2
+    implicitHeight: theme.buttonSize + 3
 
     Accessible.role: Accessible.TitleBar
     Accessible.name: title
@@ -37,12 +37,12 @@ Item {
         color: bar.theme.surface
     }
 
-    MouseArea {
+    Grip {
         objectName: "titleBarArea"
         anchors.fill: parent
         anchors.margins: 4 // by the edges, the user resizes the window
         anchors.bottomMargin: 0
-        onPressed: hovletWindow.startMove()
+        onDragStarted: hovletWindow.startMove()
     }
 
     PinIcon {
@@ -58,10 +58,10 @@ Item {
         id: label
         objectName: "barTitle"
         x: bar.LayoutMirroring.enabled ? close.width + bar.theme.smallGap + bar.theme.gap
-                                       : bar.theme.padding - 1 + bar.iconSize + bar.theme.smallGap
+                                       : bar.theme.padding - 1 + bar.iconSize + bar.theme.gap
         y: Math.round((bar.height - height) / 2)
-        width: Math.max(0, bar.width - bar.iconSize - bar.theme.padding - bar.theme.gap
-                        - 2 * bar.theme.smallGap - close.width)
+        width: Math.max(0, bar.width - bar.iconSize - bar.theme.padding - 2 * bar.theme.gap
+                        - bar.theme.smallGap - close.width)
         textFormat: Text.PlainText
         font: bar.theme.headingFont
         color: bar.theme.text
@@ -85,8 +85,8 @@ Item {
 
         CloseIcon {
             anchors.centerIn: parent
-            width: bar.iconSize
-            height: bar.iconSize
+            width: bar.iconSize + 2
+            height: width
             color: close.iconColor
         }
     }

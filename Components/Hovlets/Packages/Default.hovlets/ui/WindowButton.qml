@@ -8,7 +8,8 @@ Item {
 
     required property Theme theme
     readonly property bool pinned: hovletView ? hovletView.reserved : false
-    readonly property int iconSize: Math.round(0.85 * theme.em)
+    readonly property int iconSize: 2 * Math.round(0.42 * theme.em)
+    readonly property string key: hovletWindow.levelKey
 
     width: theme.buttonSize
     height: theme.buttonSize
@@ -18,7 +19,9 @@ Item {
         objectName: "pin"
         theme: button.theme
         visible: !button.pinned
-        description: Content.translated(hovletView, "Keep open")
+        description: button.key
+                     ? Content.translated(hovletView, "Keep open (%1)").split("%1").join(button.key)
+                     : Content.translated(hovletView, "Keep open")
         onClicked: hovletView.reserved = true
 
         PinIcon {
@@ -29,19 +32,21 @@ Item {
         }
     }
 
-    RoundButton {
-        id: close
-        objectName: "close"
-        theme: button.theme
-        visible: button.pinned
-        description: Content.translated(hovletView, "Close")
-        onClicked: hovletView.close()
+    Loader {
+        active: button.pinned
+        sourceComponent: RoundButton {
+            id: close
+            objectName: "close"
+            theme: button.theme
+            description: Content.translated(hovletView, "Close")
+            onClicked: hovletView.close()
 
-        CloseIcon {
-            anchors.centerIn: parent
-            width: button.iconSize
-            height: button.iconSize
-            color: close.iconColor
+            CloseIcon {
+                anchors.centerIn: parent
+                width: button.iconSize + 2
+                height: width
+                color: close.iconColor
+            }
         }
     }
 }
