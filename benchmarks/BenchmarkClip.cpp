@@ -8,8 +8,10 @@ QString BenchmarkClip::path()
     if (!m_path.isEmpty())
         return m_path;
     m_path = m_folder.filePath(QStringLiteral("clip.mp4"));
-    const QString picture =
-            QStringLiteral("testsrc2=size=%1x%2:rate=%3").arg(Width).arg(Height).arg(FrameRate);
+    const QString picture = QStringLiteral("testsrc2=size=%1x%2:rate=%3")
+                                    .arg(m_size.width())
+                                    .arg(m_size.height())
+                                    .arg(FrameRate);
     const int status = QProcess::execute(
             QStringLiteral("ffmpeg"),
             { QStringLiteral("-nostdin"), QStringLiteral("-v"), QStringLiteral("error"),

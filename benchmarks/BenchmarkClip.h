@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QtCore/QSize>
 #include <QtCore/QString>
 #include <QtCore/QTemporaryDir>
 
@@ -13,10 +14,16 @@ public:
     static constexpr int Frames = 300;
     static constexpr int FrameRate = 30;
 
+    explicit BenchmarkClip(QSize size = { Width, Height })
+        : m_size(size)
+    {
+    }
+
     /// Exits if ffmpeg is missing or fails.
     QString path();
 
 private:
+    QSize m_size;
     QTemporaryDir m_folder;
     QString m_path;
 };

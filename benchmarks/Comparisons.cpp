@@ -103,7 +103,7 @@ bool Comparisons::printRatios() const
         std::printf("%-34s  %-32s  %6.2f  %6.2f  ", group.substr(0, group.size() - 1).c_str(),
                     (together ? peer.substr(group.size()) : peer).c_str(), ratio,
                     best(comparison.ours) / best(peer));
-        allMet &= printVerdict(ratio, comparison.limit, "%5.1f");
+        allMet &= printVerdict(ratio, comparison.limit, "%5.2f");
     }
     return allMet;
 }

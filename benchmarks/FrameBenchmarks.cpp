@@ -2,17 +2,17 @@
 #include "BenchmarkClip.h"
 #include "Comparisons.h"
 #include "GeneratedContent.h"
+#include "HVClip.h"
 #include "HVContext.h"
 #include "HVInterface.h"
 #include "HVManager.h"
 #include "HVVideoComponent.h"
-#include "HVVideoController.h"
 #include "HVView.h"
 #include "HVWidget.h"
 #include "Suites.h"
 
 #include <QtCore/QCoreApplication>
-#include <QtCore/QDeadlineTimer>
+#include <QtCore/QEventLoop>
 #include <QtCore/QFile>
 #include <QtCore/QTimer>
 #include <QtGui/QImage>
@@ -22,15 +22,17 @@
 
 #include <ctime>
 #include <memory>
+#include <vector>
 
 using namespace Hovlets;
 
 namespace {
 
-constexpr int Steps = 60; // frames shown per iteration
-constexpr int Patience = 60000; // ms
+constexpr int Frames = 60; // shown per repetition, 2 s of the clip
+constexpr int Patience = 20000; // ms
 
-/// Processor time of the calling thread in seconds.
+/// Processor time of the calling thread in
+/// seconds.
 double threadSeconds()
 {
     timespec time = {};
@@ -38,63 +40,131 @@ double threadSeconds()
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
 }
 
-template <typename Condition> bool waitUntil(Condition isMet)
+/// Runs the event loop until the view has
+/// rendered \a count frames. Returns whether it
+/// has.
+bool runFrames(const QQuickWidget &view, int count)
 {
-    const QDeadlineTimer deadline(Patience);
-    QTimer wakeUp; // for changes on another thread, which come without an event
-    wakeUp.start(1);
-    while (!isMet() && !deadline.hasExpired())
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    return isMet();
+    QEventLoop loop;
+    QTimer::singleShot(Patience, &loop, &QEventLoop::quit);
+    QObject::connect(view.quickWindow(), &QQuickWindow::afterRendering, &loop, [&] {
+        if (--count == 0)
+            loop.quit();
+    });
+    loop.exec();
+    return count <= 0;
 }
 
-/// A popup that contains only a decoded clip.
+/// Sets the processor time that this thread
+/// spends on each frame while something plays in
+/// \a view, including its event loop.
+void timeFrames(benchmark::State &state, const QQuickWidget &view)
+{
+    for (auto _ : state) {
+        bool isShown = runFrames(view,
+                                 3); // what starting leaves to do
+        const double start = threadSeconds();
+        isShown = isShown && runFrames(view, Frames);
+        state.SetIterationTime((threadSeconds() - start) / Frames);
+        if (!isShown)
+            state.SkipWithError("the clip was not shown");
+    }
+}
+
+/// The clip at \a item or below it; null if
+/// there is none.
+HVVideoComponent *findVideo(QQuickItem *item)
+{
+    auto *video = qobject_cast<HVVideoComponent *>(item);
+    const QList<QQuickItem *> children = item ? item->childItems() : QList<QQuickItem *>();
+    for (auto child = children.begin(); child != children.end() && !video; ++child)
+        video = findVideo(*child);
+    return video;
+}
+
+/// A popup with the default user interface, or
+/// with one that shows only the clip.
 class ClipPopup
 {
 public:
-    explicit ClipPopup(const QString &clip)
+    enum UserInterface { Default, ClipAlone };
+
+    ClipPopup(const QString &clip, UserInterface userInterface)
         : m_content(1, 1000, 1)
     {
         const QString package = m_content.packageFolder(0);
-        GeneratedContent::write(package + QStringLiteral("/ui/HovletsUI.qml"),
-                                "import QtQuick 2.15\n"
-                                "import QtQuick.Window 2.15\n"
-                                "import com.zandor.hovlets.qml 1.0\n"
-                                "Item {\n"
-                                "    width: 640; height: 360\n"
-                                "    HVVideoComponent { source: Window.window ? 'clip.mp4' : '' }\n"
-                                "}\n");
-        GeneratedContent::write(package + QStringLiteral("/Resources/clip.mp4"), {});
+        GeneratedContent::write(package
+                                        + QStringLiteral("/Control/"
+                                                         "clip.xml"),
+                                "<hovlets><hovlet key=\"clip\" "
+                                "title=\"Title\" "
+                                "clip=\"clip.mp4\" "
+                                "loop=\"true\"><p>A few words "
+                                "below "
+                                "it.</p></hovlet></hovlets>");
+        if (userInterface == ClipAlone) {
+            GeneratedContent::write(package
+                                            + QStringLiteral("/ui/"
+                                                             "HovletsUI."
+                                                             "qml"),
+                                    "import QtQuick 2.15\n"
+                                    "import QtQuick.Window "
+                                    "2.15\n"
+                                    "import "
+                                    "com.zandor.hovlets.qml "
+                                    "1.0\n"
+                                    "HVVideoComponent {\n"
+                                    "    width: contentWidth; "
+                                    "height: contentHeight\n"
+                                    "    source: Window.window "
+                                    "? 'clip.mp4' : ''\n"
+                                    "    onLoadProgressChanged: "
+                                    "if (loadProgress === 1) "
+                                    "play()\n"
+                                    "}\n");
+        }
+        GeneratedContent::write(package
+                                        + QStringLiteral("/Resources/"
+                                                         "clip.mp4"),
+                                {});
         QFile::remove(package + QStringLiteral("/Resources/clip.mp4"));
-        QFile::copy(clip, package + QStringLiteral("/Resources/clip.mp4"));
+        QFile::copy(clip,
+                    package
+                            + QStringLiteral("/Resources/"
+                                             "clip.mp4"));
         HVContext context;
+        useRecommendedSettings(context);
         context.set(HVKeyHideDelay, 0);
+        context.set(HVKeyExtraComponentPath, QStringLiteral(HOVLETS_PACKAGES "/Default.hovlets"));
         m_host = std::make_unique<HVInterface>(context, QStringList());
         m_manager = std::make_unique<HVManager>(m_host.get(), context,
                                                 QStringList { m_content.path() }, nullptr);
-        m_manager->show(GeneratedContent::key(0, 0), QPoint(100, 100), nullptr);
+        m_manager->show(QStringLiteral("clip"), QPoint(100, 100), nullptr);
     }
 
-    QQuickWidget *view() { return popup()->view(); }
+    QQuickWidget &view() { return *m_manager->widget()->view(); }
 
-    /// Null if the clip did not load.
-    HVVideoComponent *video()
+    /// The size of a pixel; 0 if the clip does
+    /// not play.
+    qreal play()
     {
-        QQuickItem *root = popup()->view()->rootObject();
-        auto *video = root ? root->findChild<HVVideoComponent *>() : nullptr;
-        if (!video || !waitUntil([video] { return video->loadProgress() == 1; }))
-            return nullptr;
-        // Every position belongs to a decoded frame.
-        const bool isDecoded = waitUntil([video] {
-            video->setPosition(Steps);
-            return video->position() == Steps;
-        });
-        return isDecoded ? video : nullptr;
+        auto *video = findVideo(view().rootObject());
+        if (!video)
+            return 0;
+        QEventLoop loop;
+        QTimer::singleShot(Patience, &loop, &QEventLoop::quit);
+        const auto check = [&] {
+            if (video->loadProgress() == 1 && video->state() == HVVideoComponent::playingState)
+                loop.quit();
+        };
+        QObject::connect(video, &HVVideoComponent::stateChanged, &loop, check);
+        QObject::connect(video, &HVVideoComponent::loadProgressChanged, &loop, check);
+        QMetaObject::invokeMethod(&loop, check, Qt::QueuedConnection);
+        loop.exec();
+        return video->state() == HVVideoComponent::playingState ? video->scale() : 0;
     }
 
 private:
-    HVWidget *popup() { return m_manager->widget(); }
-
     GeneratedContent m_content;
     std::unique_ptr<HVInterface> m_host;
     std::unique_ptr<HVManager> m_manager;
@@ -119,6 +189,7 @@ protected:
         if (!node) {
             node = window()->createImageNode();
             node->setOwnsTexture(true);
+            node->setFiltering(scale() == 1 ? QSGTexture::Nearest : QSGTexture::Linear);
         }
         node->setTexture(window()->createTextureFromImage(m_image));
         node->setRect(QRectF(QPointF(), m_image.size()));
@@ -129,66 +200,97 @@ private:
     QImage m_image;
 };
 
-void showFrames(benchmark::State &state, BenchmarkClip &clip)
+std::vector<QImage> firstFrames(const QString &path)
 {
-    ClipPopup popup(clip.path());
-    HVVideoComponent *video = popup.video();
-    if (!video) {
-        state.SkipWithError("the clip was not shown");
-        return;
+    HVClip clip([] { return false; });
+    std::vector<QImage> frames;
+    if (clip.open(path))
+        return frames; // an error
+    while (frames.size() < Frames) {
+        frames.push_back(clip.nextFrame());
+        if (frames.back().isNull())
+            return {};
     }
-    // Connected after the item, which therefore has the frame by then.
-    bool isTold = false;
-    QObject::connect(video->findChild<HVVideoController *>(), &HVVideoController::displayFrame,
-                     video, [&isTold] { isTold = true; });
-    for (auto _ : state) {
-        const double start = threadSeconds();
-        for (int frame = 0; frame < Steps; ++frame) {
-            isTold = false;
-            video->setPosition(frame);
-            if (!waitUntil([&isTold] { return isTold; }))
-                state.SkipWithError("a frame was not shown");
-            popup.view()->grabFramebuffer();
-        }
-        state.SetIterationTime((threadSeconds() - start) / Steps);
-    }
+    return frames;
 }
 
-void showImages(benchmark::State &state)
+using Clip = std::shared_ptr<BenchmarkClip>;
+
+void playInPopup(benchmark::State &state, BenchmarkClip &clip,
+                 ClipPopup::UserInterface userInterface, qreal &scale)
 {
+    ClipPopup popup(clip.path(), userInterface);
+    scale = popup.play();
+    if (scale <= 0)
+        state.SkipWithError("the clip does not play");
+    else
+        timeFrames(state, popup.view());
+}
+
+/// The same frames in a bare item in a bare
+/// widget, one whenever the next is due.
+void playInItem(benchmark::State &state, BenchmarkClip &clip, const qreal &scale)
+{
+    const std::vector<QImage> frames = firstFrames(clip.path());
+    if (frames.empty() || scale <= 0) {
+        state.SkipWithError("no frames");
+        return;
+    }
     QQuickWidget widget;
-    widget.resize(BenchmarkClip::Width, BenchmarkClip::Height);
+    widget.setWindowFlags(Qt::ToolTip);
+    widget.resize(frames.front().size() * scale);
     ImageItem item;
+    item.setTransformOrigin(QQuickItem::TopLeft);
+    item.setSize(frames.front().size());
+    item.setScale(scale);
     item.setParentItem(widget.quickWindow()->contentItem());
     widget.show();
-    std::vector<QImage> images;
-    for (int index = 0; index < Steps; ++index) {
-        images.emplace_back(BenchmarkClip::Width, BenchmarkClip::Height, QImage::Format_RGB32);
-        images.back().fill(qRgb(4 * index, 128, 255 - 4 * index));
-    }
-    for (auto _ : state) {
-        const double start = threadSeconds();
-        for (const QImage &image : images) {
-            item.setImage(image);
-            QCoreApplication::processEvents();
-            widget.grabFramebuffer();
-        }
-        state.SetIterationTime((threadSeconds() - start) / Steps);
-    }
+
+    QTimer timer;
+    timer.setTimerType(Qt::PreciseTimer);
+    std::size_t next = 0;
+    QObject::connect(&timer, &QTimer::timeout, &item,
+                     [&] { item.setImage(frames[next++ % frames.size()]); });
+    timer.start(1000 / BenchmarkClip::FrameRate);
+    timeFrames(state, widget);
+}
+
+/// Compares \a userInterface with a bare item
+/// that shows the frames at the same size.
+void registerPlaying(Comparisons &comparisons, const std::string &name, const Clip &clip,
+                     ClipPopup::UserInterface userInterface, double limit)
+{
+    const auto scale = std::make_shared<qreal>(0);
+    const auto add = [&name](const char *who, const auto &run) {
+        benchmark::RegisterBenchmark((name + who).c_str(), run)
+                ->Unit(benchmark::kMillisecond)
+                ->UseManualTime()
+                ->Iterations(1);
+        return name + who;
+    };
+    const std::string ours = add("/Hovlets", [clip, userInterface, scale](benchmark::State &state) {
+        playInPopup(state, *clip, userInterface, *scale);
+    });
+    const std::string peer =
+            add("/bare item", [clip, userInterface, scale](benchmark::State &state) {
+                if (*scale <= 0) // repetitions run in
+                                 // any order
+                    *scale = ClipPopup(clip->path(), userInterface).play();
+                playInItem(state, *clip, *scale);
+            });
+    comparisons.add(ours, { peer }, limit);
 }
 
 } // namespace
 
-void registerFrameBenchmarks(Comparisons &comparisons, const std::shared_ptr<BenchmarkClip> &clip)
+void registerFrameBenchmarks(Comparisons &comparisons, const Clip &clip)
 {
-    const std::string group = "frame shown, GUI thread/";
-    const auto add = [](const std::string &name, auto run) {
-        benchmark::RegisterBenchmark(name.c_str(), run)
-                ->Unit(benchmark::kMillisecond)
-                ->UseManualTime()
-                ->Iterations(1);
-    };
-    add(group + "Hovlets", [clip](benchmark::State &state) { showFrames(state, *clip); });
-    add(group + "bare item", [](benchmark::State &state) { showImages(state); });
-    comparisons.add(group + "Hovlets", { group + "bare item" }, Comparisons::NoLimit);
+    constexpr double Target = 1.3;
+    const auto small = std::make_shared<BenchmarkClip>(QSize(256, 144));
+    registerPlaying(comparisons, "frame shown, GUI thread, small", small, ClipPopup::Default,
+                    Target);
+    registerPlaying(comparisons, "frame shown, GUI thread, scaled", clip, ClipPopup::Default,
+                    Target);
+    registerPlaying(comparisons, "frame shown, GUI thread, alone", clip, ClipPopup::ClipAlone,
+                    Target);
 }

@@ -6,7 +6,6 @@
 #include "HVInterface.h"
 #include "HVManager.h"
 #include "HVView.h"
-#include "HVWarmUp.h"
 #include "HVWidget.h"
 #include "HVXmlElement.h"
 #include "Suites.h"
@@ -19,18 +18,18 @@
 #include <QtQuick/QQuickWindow>
 #include <QtWidgets/QWidget>
 
-#include <chrono>
+#include <ctime>
 #include <memory>
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
 constexpr QPoint Position(100, 100);
 
-double secondsSince(Clock::time_point start)
+double seconds(clockid_t clock)
 {
-    return std::chrono::duration<double>(Clock::now() - start).count();
+    timespec time = {};
+    ::clock_gettime(clock, &time);
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
 }
 
 /// Runs the event loop until the view has rendered its next frame: the time that a user waits.
@@ -60,6 +59,14 @@ using TakePicture = bool (*)(QQuickWidget &view);
 class Package
 {
 public:
+    /// The user interface of the package in \a folder.
+    static std::shared_ptr<Package> with(const QString &folder)
+    {
+        auto package = std::make_shared<Package>();
+        package->m_components = folder;
+        return package;
+    }
+
     /// The default user interface.
     Package()
         : m_content(1, FileSize, 1)
@@ -116,11 +123,7 @@ public:
                 && take(*m_manager->widget()->view());
     }
 
-    void hide() { m_manager->widget()->hide(); }
-
 protected:
-    Hovlets::HVManager &manager() { return *m_manager; }
-
     QWidget *control = nullptr; // what the popup is for
 
 private:
@@ -141,9 +144,8 @@ private:
 class RecommendedLibrary : public Library
 {
 public:
-    explicit RecommendedLibrary(const Package &package,
-                                void (*configure)(HVContext &) = Hovlets::useRecommendedSettings)
-        : Library(package, configure)
+    explicit RecommendedLibrary(const Package &package)
+        : Library(package, Hovlets::useRecommendedSettings)
     {
         m_control.setGeometry(Position.x(), Position.y(), 40, 30);
         m_control.show();
@@ -152,24 +154,6 @@ public:
 
 private:
     QWidget m_control;
-};
-
-/// The library with an entry that it has prepared.
-class WarmedLibrary : public RecommendedLibrary
-{
-public:
-    explicit WarmedLibrary(const Package &package)
-        : RecommendedLibrary(package, [](HVContext &settings) {
-            Hovlets::useRecommendedSettings(settings);
-            settings.set(Hovlets::HVKeyWarmUp, Package::key(0));
-        })
-    {
-        auto *warmUp = manager().findChild<Hovlets::HVWarmUp *>();
-        for (int step = 0; step < 100 && warmUp->isRunning(); ++step) {
-            QCoreApplication::processEvents();
-            warmUp->takeStep();
-        }
-    }
 };
 
 /// A bare tooltip for the same package. Its content is parsed before the measurement starts.
@@ -207,13 +191,15 @@ private:
     std::unique_ptr<ToolTipPeer> m_popup;
 };
 
-/// Sets the time from a look-up to the first rendered frame.
+/// Sets the time from a look-up to the first rendered frame. Where nothing waits, it is the
+/// processor time of all threads, on which other programs have less effect.
 template <typename Popup>
 void timeShow(benchmark::State &state, Popup &popup, int entry, TakePicture take)
 {
-    const Clock::time_point start = Clock::now();
+    const clockid_t clock = take == drawAtOnce ? CLOCK_PROCESS_CPUTIME_ID : CLOCK_MONOTONIC;
+    const double start = seconds(clock);
     const bool shown = popup.show(entry, take);
-    state.SetIterationTime(secondsSince(start));
+    state.SetIterationTime(seconds(clock) - start);
     if (!shown)
         state.SkipWithError("no picture");
 }
@@ -236,19 +222,6 @@ void showWarm(benchmark::State &state, const Package &package, TakePicture take)
     int entry = 0;
     popup.show(entry, waitForFrame);
     for (auto _ : state) {
-        entry = 1 - entry;
-        timeShow(state, popup, entry, take);
-    }
-}
-
-/// From a look-up to the first rendered frame of a popup that was shown before and is hidden.
-void showAgain(benchmark::State &state, const Package &package, TakePicture take)
-{
-    RecommendedLibrary popup(package);
-    int entry = 0;
-    popup.show(entry, waitForFrame);
-    for (auto _ : state) {
-        popup.hide();
         entry = 1 - entry;
         timeShow(state, popup, entry, take);
     }
@@ -294,20 +267,31 @@ void registerRecommended(Comparisons &comparisons, const std::shared_ptr<Package
     }
 }
 
-/// Compares the first hover after a warm-up with a later one.
-void registerWarmUp(Comparisons &comparisons, const std::shared_ptr<Package> &package)
+/// Compares the default user interface with that of the package in \a folder.
+void registerOther(Comparisons &comparisons, const QString &folder)
 {
-    const auto add = [&](const char *name, Measure measure) {
-        benchmark::RegisterBenchmark(name,
-                                     [measure, package](benchmark::State &state) {
-                                         measure(state, *package, drawAtOnce);
-                                     })
-                ->Unit(benchmark::kMillisecond)
-                ->UseManualTime();
-        return std::string(name);
+    const std::pair<const char *, Measure> shows[] = {
+        { "cold show, default QML, ", showCold<Library> },
+        { "warm show, default QML, ", showWarm<Library> },
+        { "cold show, recommended settings, ", showCold<RecommendedLibrary> },
+        { "warm show, recommended settings, ", showWarm<RecommendedLibrary> },
     };
-    const std::string first = add("show after a warm-up/first", showCold<WarmedLibrary>);
-    comparisons.add(first, { add("show after a warm-up/later", showAgain) }, 1.5);
+    const auto ours = std::make_shared<Package>();
+    const auto other = Package::with(folder);
+    for (const auto &[name, measure] : shows) {
+        const auto add = [measure = measure](const std::string &row,
+                                             const std::shared_ptr<Package> &package) {
+            benchmark::RegisterBenchmark(row.c_str(),
+                                         [measure, package](benchmark::State &state) {
+                                             measure(state, *package, drawAtOnce);
+                                         })
+                    ->Unit(benchmark::kMillisecond)
+                    ->UseManualTime();
+            return row;
+        };
+        const std::string group = std::string(name) + "old/";
+        comparisons.add(add(group + "Hovlets", ours), { add(group + "old QML", other) }, 1.15);
+    }
 }
 
 void registerFor(Comparisons &comparisons, const std::string &name,
@@ -364,5 +348,7 @@ void registerShowBenchmarks(Comparisons &comparisons)
     registerFor(comparisons, "small QML", std::make_shared<Package>(SmallUserInterface));
     registerFor(comparisons, "default QML", std::make_shared<Package>());
     registerRecommended(comparisons, std::make_shared<Package>());
-    registerWarmUp(comparisons, std::make_shared<Package>());
+    const QString other = qEnvironmentVariable("HOVLETS_BENCH_OLD_UI");
+    if (!other.isEmpty())
+        registerOther(comparisons, other);
 }

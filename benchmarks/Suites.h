@@ -10,6 +10,7 @@ class Comparisons;
 void registerLookUpBenchmarks(Comparisons &comparisons);
 void registerStartUpBenchmarks(Comparisons &comparisons);
 void registerShowBenchmarks(Comparisons &comparisons);
+void registerWarmUpBenchmarks(Comparisons &comparisons);
 void registerPointerBenchmarks(Comparisons &comparisons);
 void registerIdleBenchmarks(Comparisons &comparisons);
 void registerVideoBenchmarks(Comparisons &comparisons);

@@ -1,11 +1,22 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ToolTipPeer.h"
 
+#include "HVEntryReader.h"
 #include "HVToolTipTheme.h"
+#include "HVViewWindow.h"
 
 #include <QtCore/QVariant>
 #include <QtQml/QQmlContext>
 #include <QtQml/QQmlEngine>
+
+namespace {
+
+QVariant object(QObject *object)
+{
+    return QVariant::fromValue(object);
+}
+
+} // namespace
 
 ToolTipServices::ToolTipServices(QObject *parent)
     : QObject(parent)
@@ -23,8 +34,13 @@ ToolTipPeer::ToolTipPeer()
     setWindowFlags(Qt::ToolTip);
     setAttribute(Qt::WA_ShowWithoutActivating);
     setResizeMode(QQuickWidget::SizeViewToRootObject);
-    engine()->rootContext()->setContextProperty(QStringLiteral("hovletTheme"),
-                                                new Hovlets::HVToolTipTheme(this));
+    auto *reader = new Hovlets::HVEntryReader(nullptr); // neither translates nor finds files
+    reader->setParent(this);
+    engine()->rootContext()->setContextProperties({
+            { QStringLiteral("hovletTheme"), object(new Hovlets::HVToolTipTheme(this)) },
+            { QStringLiteral("hovletReader"), object(reader) },
+            { QStringLiteral("hovletWindow"), object(new Hovlets::HVViewWindow(*this)) },
+    });
 }
 
 void ToolTipPeer::show(QObject *content, const QString &folder, const QUrl &qml,
@@ -32,9 +48,9 @@ void ToolTipPeer::show(QObject *content, const QString &folder, const QUrl &qml,
 {
     m_services.setContent(content);
     engine()->rootContext()->setContextProperties({
-            { QStringLiteral("hovlet"), QVariant::fromValue(content) },
+            { QStringLiteral("hovlet"), object(content) },
             { QStringLiteral("dataLocation"), folder },
-            { QStringLiteral("hovletView"), QVariant::fromValue<QObject *>(&m_services) },
+            { QStringLiteral("hovletView"), object(&m_services) },
     });
     if (source() != qml)
         setSource(qml);

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Comparisons.h"
+#include "FirstShow.h"
 #include "Suites.h"
 
 #include <QtWidgets/QApplication>
 
+#include <string_view>
 #include <vector>
 
 namespace {
@@ -30,6 +32,14 @@ int main(int argc, char **argv)
     setDefault("QT_QPA_PLATFORM", "offscreen");
     setDefault("QT_QUICK_BACKEND", "software");
 
+    constexpr std::string_view FirstShow = "--first-show=";
+    const std::string_view option = argc == 2 ? argv[1] : "";
+    if (option.substr(0, FirstShow.size()) == FirstShow) {
+        const QApplication application(argc, argv);
+        standardLog = qInstallMessageHandler(logMessage);
+        return measureFirstShow(option.substr(FirstShow.size()) == "warm");
+    }
+
     // Interleaved: other load on the machine then affects a benchmark and its peer alike.
     char repetitions[] = "--benchmark_repetitions=9";
     char interleaving[] = "--benchmark_enable_random_interleaving=true";
@@ -48,6 +58,7 @@ int main(int argc, char **argv)
     registerLookUpBenchmarks(comparisons);
     registerStartUpBenchmarks(comparisons);
     registerShowBenchmarks(comparisons);
+    registerWarmUpBenchmarks(comparisons);
     registerPointerBenchmarks(comparisons);
     registerIdleBenchmarks(comparisons);
     registerVideoBenchmarks(comparisons);
