@@ -8,6 +8,8 @@
 #
 # A server that chooses its own number can get that of one which is ending and still removes its
 # socket. Hence the script locks the number of a display as long as it runs.
+# Without -noreset, the server starts anew whenever its last client leaves, and drops a client that
+# connects meanwhile: such as a window manager while the caller asks whether it runs.
 start_x_server() {
     local folder=$1 number ready starts=0
     shift
@@ -17,7 +19,7 @@ start_x_server() {
         flock --nonblock 8 || continue
         [ ! -e "/tmp/.X11-unix/X$number" ] || continue
         starts=$((starts + 1))
-        Xvfb ":$number" -displayfd 3 "$@" -nolisten tcp 3>"$folder/number" 2>"$folder/xvfb.log" 8>&- &
+        Xvfb ":$number" -displayfd 3 "$@" -noreset -nolisten tcp 3>"$folder/number" 2>"$folder/xvfb.log" 8>&- &
         x_server=$!
         # Reads nothing if the server ends, for instance because another one took the number.
         if read -r -t 30 ready <"$folder/number" && [ "$ready" = "$number" ]; then
