@@ -31,8 +31,7 @@ namespace {
 constexpr int Frames = 60; // shown per repetition, 2 s of the clip
 constexpr int Patience = 20000; // ms
 
-/// Processor time of the calling thread in
-/// seconds.
+/// Processor time of the calling thread in seconds.
 double threadSeconds()
 {
     timespec time = {};
@@ -40,9 +39,7 @@ double threadSeconds()
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
 }
 
-/// Runs the event loop until the view has
-/// rendered \a count frames. Returns whether it
-/// has.
+/// Runs the event loop until the view has rendered \a count frames. Returns whether it has.
 bool runFrames(const QQuickWidget &view, int count)
 {
     QEventLoop loop;
@@ -55,14 +52,12 @@ bool runFrames(const QQuickWidget &view, int count)
     return count <= 0;
 }
 
-/// Sets the processor time that this thread
-/// spends on each frame while something plays in
-/// \a view, including its event loop.
+/// Sets the processor time that this thread spends on each frame while something plays in \a view,
+/// including its event loop.
 void timeFrames(benchmark::State &state, const QQuickWidget &view)
 {
     for (auto _ : state) {
-        bool isShown = runFrames(view,
-                                 3); // what starting leaves to do
+        bool isShown = runFrames(view, 3); // what starting leaves to do
         const double start = threadSeconds();
         isShown = isShown && runFrames(view, Frames);
         state.SetIterationTime((threadSeconds() - start) / Frames);
@@ -71,8 +66,7 @@ void timeFrames(benchmark::State &state, const QQuickWidget &view)
     }
 }
 
-/// The clip at \a item or below it; null if
-/// there is none.
+/// The clip at \a item or below it; null if there is none.
 HVVideoComponent *findVideo(QQuickItem *item)
 {
     auto *video = qobject_cast<HVVideoComponent *>(item);
@@ -82,8 +76,7 @@ HVVideoComponent *findVideo(QQuickItem *item)
     return video;
 }
 
-/// A popup with the default user interface, or
-/// with one that shows only the clip.
+/// A popup with the default user interface, or with one that shows only the clip.
 class ClipPopup
 {
 public:
@@ -93,45 +86,24 @@ public:
         : m_content(1, 1000, 1)
     {
         const QString package = m_content.packageFolder(0);
-        GeneratedContent::write(package
-                                        + QStringLiteral("/Control/"
-                                                         "clip.xml"),
-                                "<hovlets><hovlet key=\"clip\" "
-                                "title=\"Title\" "
-                                "clip=\"clip.mp4\" "
-                                "loop=\"true\"><p>A few words "
-                                "below "
-                                "it.</p></hovlet></hovlets>");
+        GeneratedContent::write(package + QStringLiteral("/Control/clip.xml"),
+                                "<hovlets><hovlet key=\"clip\" title=\"Title\" clip=\"clip.mp4\" "
+                                "loop=\"true\"><p>A few words below it.</p></hovlet></hovlets>");
         if (userInterface == ClipAlone) {
-            GeneratedContent::write(package
-                                            + QStringLiteral("/ui/"
-                                                             "HovletsUI."
-                                                             "qml"),
+            GeneratedContent::write(package + QStringLiteral("/ui/HovletsUI.qml"),
                                     "import QtQuick 2.15\n"
-                                    "import QtQuick.Window "
-                                    "2.15\n"
-                                    "import "
-                                    "com.zandor.hovlets.qml "
-                                    "1.0\n"
+                                    "import QtQuick.Window 2.15\n"
+                                    "import com.zandor.hovlets.qml 1.0\n"
                                     "HVVideoComponent {\n"
-                                    "    width: contentWidth; "
-                                    "height: contentHeight\n"
-                                    "    source: Window.window "
-                                    "? 'clip.mp4' : ''\n"
-                                    "    onLoadProgressChanged: "
-                                    "if (loadProgress === 1) "
-                                    "play()\n"
+                                    "    width: contentWidth; height: contentHeight\n"
+                                    "    source: Window.window ? 'clip.mp4' : ''\n"
+                                    "    onLoadProgressChanged: if (loadProgress === 1) play()\n"
                                     "}\n");
         }
-        GeneratedContent::write(package
-                                        + QStringLiteral("/Resources/"
-                                                         "clip.mp4"),
-                                {});
-        QFile::remove(package + QStringLiteral("/Resources/clip.mp4"));
-        QFile::copy(clip,
-                    package
-                            + QStringLiteral("/Resources/"
-                                             "clip.mp4"));
+        const QString copy = package + QStringLiteral("/Resources/clip.mp4");
+        GeneratedContent::write(copy, {});
+        QFile::remove(copy);
+        QFile::copy(clip, copy);
         HVContext context;
         useRecommendedSettings(context);
         context.set(HVKeyHideDelay, 0);
@@ -144,8 +116,7 @@ public:
 
     QQuickWidget &view() { return *m_manager->widget()->view(); }
 
-    /// The size of a pixel; 0 if the clip does
-    /// not play.
+    /// The size of a pixel; 0 if the clip does not play.
     qreal play()
     {
         auto *video = findVideo(view().rootObject());
@@ -227,8 +198,7 @@ void playInPopup(benchmark::State &state, BenchmarkClip &clip,
         timeFrames(state, popup.view());
 }
 
-/// The same frames in a bare item in a bare
-/// widget, one whenever the next is due.
+/// The same frames in a bare item in a bare widget, one whenever the next is due.
 void playInItem(benchmark::State &state, BenchmarkClip &clip, const qreal &scale)
 {
     const std::vector<QImage> frames = firstFrames(clip.path());
@@ -255,8 +225,7 @@ void playInItem(benchmark::State &state, BenchmarkClip &clip, const qreal &scale
     timeFrames(state, widget);
 }
 
-/// Compares \a userInterface with a bare item
-/// that shows the frames at the same size.
+/// Compares \a userInterface with a bare item that shows the frames at the same size.
 void registerPlaying(Comparisons &comparisons, const std::string &name, const Clip &clip,
                      ClipPopup::UserInterface userInterface, double limit)
 {
@@ -273,8 +242,7 @@ void registerPlaying(Comparisons &comparisons, const std::string &name, const Cl
     });
     const std::string peer =
             add("/bare item", [clip, userInterface, scale](benchmark::State &state) {
-                if (*scale <= 0) // repetitions run in
-                                 // any order
+                if (*scale <= 0) // repetitions run in any order
                     *scale = ClipPopup(clip->path(), userInterface).play();
                 playInItem(state, *clip, *scale);
             });
