@@ -1,22 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "HVView.h"
+#include "HVViewPrivate.h"
 
 #include "HVEntryReader.h"
-#include "HVComponentFinder.h"
-#include "HVContentTree.h"
-#include "HVLookUpMemory.h"
 #include "HVShowScope.h"
-#include "HVTranslationChain.h"
-#include "HVViewActivity.h"
-#include "HVViewContext.h"
 #include "HVViewEnd.h"
-#include "HVViewMessages.h"
-#include "HVViewServices.h"
-#include "HVViewWindow.h"
 
-#include <QtCore/QEvent>
 #include <QtCore/QFileInfo>
-#include <QtCore/QPointer>
 #include <QtCore/QScopedValueRollback>
 #include <QtCore/QUrl>
 #include <QtGui/QGuiApplication>
@@ -28,35 +17,6 @@
 #include <utility>
 
 namespace Hovlets {
-
-class HVView::Private
-{
-public:
-    Private(HVView &view, HVViewServices *services)
-        : services(services)
-        , messages(services)
-        , context(view, messages)
-        , translator(services ? services->owner() : nullptr,
-                     [this](const QString &message) { messages.warn(message); })
-    {
-    }
-
-    HVComponentFinder finder() const { return { services, content.entry(), lookUps }; }
-
-    QPointer<HVViewServices> services; // null after the manager is destroyed
-    HVViewMessages messages;
-    HVViewContext context;
-    HVContentTree content;
-    HVTranslationChain translator;
-    HVLookUpMemory lookUps;
-    QString packageRoot;
-    bool stayOpen = false;
-    bool reserved = false;
-    bool isSimple = false; // HVKeySimpleMode at the last show
-    bool isExpanded = false;
-    bool reservedByQml = false;
-    HVViewActivity activity;
-};
 
 namespace {
 
@@ -87,41 +47,9 @@ HVView::~HVView()
     setSource(QUrl());
 }
 
-QColor HVView::rimColor() const
-{
-    return rootObject() ? rootObject()->property("rimColor").value<QColor>() : QColor();
-}
-
-QColor HVView::fillColor() const
-{
-    return rootObject() ? rootObject()->property("fillColor").value<QColor>() : QColor();
-}
-
-qreal HVView::cornerRadius() const
-{
-    return rootObject() ? rootObject()->property("cornerRadius").toReal() : 0;
-}
-
-bool HVView::drawsTitleBar() const
-{
-    return rootObject() && rootObject()->property("drawsTitleBar").toBool();
-}
-
 HVViewWindow &HVView::viewWindow() const
 {
     return d->context.window();
-}
-
-void HVView::setSurface(bool isRounded, bool isFramed)
-{
-    d->context.setSurface(isRounded, isFramed);
-    clearBehindCorners();
-}
-
-/// Other user interfaces may rely on the white ground that a view has by default.
-void HVView::clearBehindCorners()
-{
-    setClearColor(d->context.isRounded() && cornerRadius() > 0 ? Qt::transparent : Qt::white);
 }
 
 HVXmlElement *HVView::content()
@@ -144,78 +72,6 @@ void HVView::setContent(HVXmlElement *element)
 void HVView::setContentTree(HVContentTree tree)
 {
     HVShowScope::retire(std::exchange(d->content, std::move(tree)));
-}
-
-void HVView::showContent(HVXmlElement *content, const QString &rootPath)
-{
-    const HVShowScope showing;
-    const HVViewActivity::Scope running(d->activity);
-    const QPointer<HVView> self(this);
-    setPackageRoot(QDir(rootPath));
-    viewWindow().setExpanding(false);
-    d->isExpanded = false;
-    d->isSimple = d->services && d->services->settings().get(HVKeySimpleMode).toBool();
-    if (d->content.entry() != content)
-        setContentTree(HVContentTree(content));
-    d->translator.contentShown();
-    const QFileInfo ui(uiRootFilePath());
-    if (!self || d->content.entry() != content)
-        return; // the host's code has shown something else, or has closed the popup
-    refreshTheme();
-    d->context.setContent(rootPath);
-    if (!self || d->content.entry() != content)
-        return;
-    loadQML(ui.absoluteFilePath());
-    if (!self)
-        return;
-    clearBehindCorners();
-    settle();
-}
-
-bool HVView::isSimple() const
-{
-    return d->isSimple && !d->isExpanded;
-}
-
-bool HVView::hasMore() const
-{
-    return isNotDenied("hasMore");
-}
-
-bool HVView::isPinnable() const
-{
-    return isNotDenied("pinnable");
-}
-
-/// Whether the property of the root item is missing or true.
-bool HVView::isNotDenied(const char *property) const
-{
-    const QVariant value = rootObject() ? rootObject()->property(property) : QVariant();
-    return !value.isValid() || value.toBool();
-}
-
-void HVView::expand()
-{
-    whenIdle([this, content = QPointer<HVXmlElement>(d->content.entry())] {
-        if (!content || content != d->content.entry() || !isSimple())
-            return;
-        d->isExpanded = true;
-        const HVShowScope showing;
-        const HVViewActivity::Scope running(d->activity);
-        const QPointer<HVView> self(this);
-        const QFileInfo ui(uiRootFilePath());
-        if (!self || content != d->content.entry())
-            return;
-        viewWindow().setExpanding(true);
-        loadQML(ui.absoluteFilePath());
-        if (!self)
-            return;
-        viewWindow().setExpanding(false);
-        clearBehindCorners();
-        settle();
-        if (self)
-            Q_EMIT lookChanged();
-    });
 }
 
 QDir HVView::packageRoot() const
@@ -398,12 +254,6 @@ void HVView::deleteWhenIdle()
     whenIdle([this] { deleteLater(); });
 }
 
-void HVView::refreshTheme()
-{
-    d->context.refreshTheme(d->services
-                            && d->services->settings().get(HVKeyExactToolTipColors).toBool());
-}
-
 void HVView::statusHasChanged(DECLARATIVEVIEW_STATUS s)
 {
     if (s != QQuickWidget::Error)
@@ -445,17 +295,6 @@ void HVView::resizeEvent(QResizeEvent *event)
     HVSceneWidget::resizeEvent(event);
     if (rootObject())
         Q_EMIT contentSizeChanged();
-}
-
-void HVView::changeEvent(QEvent *event)
-{
-    HVSceneWidget::changeEvent(event);
-    if (event->type() != QEvent::PaletteChange && event->type() != QEvent::FontChange)
-        return;
-    const QPointer<HVView> self(this);
-    refreshTheme();
-    if (self)
-        Q_EMIT lookChanged();
 }
 
 } // namespace Hovlets
