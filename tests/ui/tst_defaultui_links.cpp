@@ -50,6 +50,8 @@ private Q_SLOTS:
         };
         row("styled", "Text <a href=\"http://a/\">link</a> more", 1);
         row("rich", "<ul><li>Text <a href=\"http://a/\">link</a> more</li></ul>", 1);
+        row("with code", "Text <a href=\"http://a/\"><code>code</code></a> more", 1);
+        row("between code", "<code>One</code> <a href=\"http://a/\">a <tt>b</tt> c</a>", 1);
         row("one letter", "Text <a href=\"http://a/\">i</a> more", 1);
         row("at the start", "<a href=\"http://a/\">Link</a> more", 1);
         row("lines below", words + words + "<a href=\"http://a/\">link</a>", 1);

@@ -48,6 +48,7 @@ Rectangle {
         y: label.y + label.height
         width: label.width
         theme: note.theme
+        ground: note.color
         source: note.content.text
         spoken: note.content.spoken
         format: note.content.format

@@ -18,7 +18,10 @@ Text {
     signal linkFollowed(string locator)
 
     readonly property bool hasLinks: format !== "plain" && source.indexOf("<a ") >= 0
+    readonly property bool hasCode: format === "rich" && RichText.hasCode(source)
     readonly property string marked: hasLinks ? Links.numbered(source) : source
+    // The background.
+    property color ground: theme.base
 
     text: format === "rich" ? RichText.dressed(marked, theme, linkColor, LayoutMirroring.enabled) : marked
     textFormat: format === "rich" ? Text.RichText
@@ -41,7 +44,13 @@ Text {
             hovletView.setItemCursor(paragraph, hoveredLink ? "PointingHandCursor" : "", "");
     }
 
-    // A separate file, compiled when the first text with links needs it.
+    // The parts of texts with code and with links are separate files, compiled when the first such text
+    // needs them.
+    Loader {
+        z: -1
+        source: paragraph.hasCode ? "InlineCode.qml" : ""
+        onLoaded: item.words = paragraph
+    }
     Loader {
         anchors.fill: parent
         source: paragraph.hasLinks ? "ParagraphLinks.qml" : ""

@@ -14,7 +14,6 @@ function style(theme, linkColor, mirrored) {
     return "<style>a { color: " + linkColor + "; text-decoration: underline; }"
         + " div, p, li { line-height: " + Math.round(100 * theme.lineHeight) + "%; }"
         + " code, kbd, samp, tt { font-family: monospace; }"
-        + " code, kbd, samp, tt, .edge { background-color: " + theme.surface + "; }"
         + " table { border-collapse: collapse; }"
         + " th, td { padding: " + [cell, mirrored ? 0 : column, cell, mirrored ? column : 0].join(" ") + "; }"
         + " p { margin-top: 0px; margin-bottom: " + px(theme.smallGap) + "; }"
@@ -23,11 +22,20 @@ function style(theme, linkColor, mirrored) {
         + " margin-left: " + indentation + "; margin-right: " + (mirrored ? indentation : 0) + "; }</style>";
 }
 
-/// Gives code and keys within a line some room, for which rich text has no padding.
+function hasCode(text) {
+    return /<(code|kbd|samp|tt)>/.test(text);
+}
+
+/// Gives code and keys within a line some room, for which rich text has no padding. InlineCode.js finds them
+/// by it.
 function padded(text) {
     var edge = "<span class=\"edge\">&nbsp;</span>";
-    return text.replace(/<(code|kbd|samp|tt)>/g, edge + "<$1>")
-               .replace(/<\/(code|kbd|samp|tt)>/g, "</$1>" + edge);
+    var depth = 0;
+    return text.replace(/<(\/?)(?:code|kbd|samp|tt)>/g, function(tag, end) {
+        if (end)
+            return --depth === 0 ? tag + edge : tag;
+        return depth++ === 0 ? edge + tag : tag;
+    });
 }
 
 /// Aligns cells of any script with their column. Style sheets cannot: rich text mirrors their

@@ -63,6 +63,8 @@ QtObject {
     readonly property int cornerRadius: 2 * unit
     // Corners of what is inside the popup.
     readonly property int innerRadius: Math.round(0.3 * em)
+    // Corners of what is inside a line.
+    readonly property int smallRadius: Math.round(0.22 * em)
 
     // Has a size once it has text.
     readonly property Text ruler: Text {
