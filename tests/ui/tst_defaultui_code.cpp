@@ -1,34 +1,22 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "DefaultUiTest.h"
+#include "DefaultUiLooksTest.h"
 #include "TestMain.h"
 #include "Text.h"
-
-#include <QtWidgets/QApplication>
-#include <QtWidgets/QToolTip>
 
 #include <algorithm>
 
 using namespace Hovlets;
 
 /// Tests the grounds of code and keys within the texts of the default user interface.
-class tst_DefaultUiCode : public DefaultUiTest
+class tst_DefaultUiCode : public DefaultUiLooksTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void init()
     {
-        m_palette = QToolTip::palette();
-        m_font = QApplication::font();
-        setColours(Qt::white, Qt::black);
-    }
-
-    void cleanup()
-    {
-        DefaultUiTest::cleanup();
-        QToolTip::setPalette(m_palette);
-        QApplication::setFont(m_font);
-        QApplication::setLayoutDirection(Qt::LeftToRight);
+        DefaultUiLooksTest::init();
+        setColours(Qt::white, Qt::black, Qt::blue);
     }
 
     void shouldHaveRoundCorners_data()
@@ -57,7 +45,7 @@ private Q_SLOTS:
         QFETCH(QByteArray, children);
         QFETCH(QColor, base);
         QFETCH(QColor, text);
-        setColours(base, text);
+        setColours(base, text, Qt::blue);
         showEntry("title=\"A\"", children);
         const QList<QRect> grounds = places();
         QCOMPARE(grounds.size(), 1);
@@ -120,7 +108,7 @@ private Q_SLOTS:
     {
         QFETCH(QByteArray, children);
         QFETCH(int, least);
-        setColours(Qt::white, Red);
+        setColours(Qt::white, Red, Qt::blue);
         for (const auto direction : { Qt::LeftToRight, Qt::RightToLeft }) {
             QApplication::setLayoutDirection(direction);
             showEntry("", children);
@@ -154,7 +142,7 @@ private Q_SLOTS:
 
     void shouldFollowTheWidth()
     {
-        setColours(Qt::white, Red);
+        setColours(Qt::white, Red, Qt::blue);
         showEntry("title=\"A\"", paragraph(blackCode("red <code>HHH HHH HHH HHH HHH</code> red")));
         QCOMPARE(places().size(), 1);
         m_bench->item("paragraph")->parentItem()->setWidth(90);
@@ -165,12 +153,10 @@ private Q_SLOTS:
 
     void shouldFollowTheFont()
     {
-        setColours(Qt::white, Red);
+        setColours(Qt::white, Red, Qt::blue);
         showEntry("title=\"A\"", paragraph(blackCode("red <code>HHH</code> red")));
         const QRect before = places().value(0);
-        QFont font = m_font;
-        font.setPixelSize(3 * QFontInfo(m_font).pixelSize());
-        QApplication::setFont(font);
+        setPixelSize(3 * QFontInfo(m_font).pixelSize());
         QTRY_VERIFY(places().value(0).width() > 2 * before.width());
         m_bench->settle();
         checkInk(places());
@@ -199,15 +185,6 @@ private:
     {
         source.replace("<code>", "<code><span style=\"color:#000000\">");
         return source.replace("</code>", "</span></code>");
-    }
-
-    static void setColours(const QColor &base, const QColor &text)
-    {
-        QPalette palette;
-        palette.setColor(QPalette::ToolTipBase, base);
-        palette.setColor(QPalette::ToolTipText, text);
-        palette.setColor(QPalette::Link, Qt::blue);
-        QToolTip::setPalette(palette);
     }
 
     static int distance(const QColor &a, const QColor &b)
@@ -261,9 +238,6 @@ private:
         QVERIFY(isBlackOn);
         QVERIFY(isRedOff);
     }
-
-    QPalette m_palette;
-    QFont m_font;
 };
 
 HOVLETS_TEST_MAIN(tst_DefaultUiCode)
