@@ -174,6 +174,46 @@ private Q_SLOTS:
         QVERIFY(marks.at(0) != marks.at(1));
     }
 
+    void shouldShowReadableLinksInNotesAndWarnings_data()
+    {
+        QTest::addColumn<QColor>("base");
+        QTest::addColumn<QColor>("text");
+        QTest::addColumn<QColor>("link");
+        const auto row = [](const char *name, const QColor &base, const QColor &text,
+                            const QColor &link) { QTest::newRow(name) << base << text << link; };
+        row("light", QColor(0xf7f7f7), QColor(0x232629), QColor(0x2980b9));
+        row("light, barely readable", QColor(Qt::white), QColor(0x101010), QColor(0x0078d4));
+        row("dark", QColor(0x2a2e32), QColor(0xfcfcfc), QColor(0x6cb4ff));
+        row("dark, barely readable", QColor(0x2a2e32), QColor(0xfcfcfc), QColor(0x4090d8));
+        row("high contrast", QColor(Qt::black), QColor(Qt::white), QColor(0x8080ff));
+        row("high contrast, yellow", QColor(Qt::black), QColor(Qt::yellow), QColor(0x00a0a0));
+        row("high contrast, light", QColor(Qt::white), QColor(Qt::black), QColor(0x767676));
+    }
+
+    void shouldShowReadableLinksInNotesAndWarnings()
+    {
+        QFETCH(QColor, base);
+        QFETCH(QColor, text);
+        QFETCH(QColor, link);
+        setColours(base, text, link);
+        setPixelSize(40); // only large letters have pixels in the full colour
+        for (const QByteArray &source :
+             { QByteArray("<a href='a/b'>HHH</a>"), QByteArray("<tt></tt><a href='a/b'>HHH</a>"),
+               QByteArray("<a href='a/b'><code>HHH</code></a>") }) {
+            for (const char *kind : { "note", "warning" }) {
+                const QByteArray name(kind);
+                make("title=\"A\"", '<' + name + "><![CDATA[" + source + "]]></" + name + '>');
+                m_bench->context().set(HVKeyExactToolTipColors, true);
+                QVERIFY(m_bench->show());
+                const QQuickItem *ground = m_bench->item("codeGround");
+                if (!ground)
+                    ground = m_bench->item(kind);
+                QVERIFY(readable(m_bench->item("noteText"),
+                                 ground->property("color").value<QColor>()));
+            }
+        }
+    }
+
     void shouldFollowAChangeOfTheColours()
     {
         setColours(Qt::white, Qt::black, Qt::blue);

@@ -53,6 +53,16 @@ function surface(base, tint, share, text) {
     return opaque(base);
 }
 
+/// Moves \a colour towards \a text by as much as it takes to be readable on \a ground.
+function readable(colour, text, ground) {
+    for (var share = 0; share < 1; share += 0.1) {
+        var mixed = blend(colour, text, share);
+        if (contrast(mixed, ground) >= READABLE)
+            return mixed;
+    }
+    return opaque(text);
+}
+
 /// Whether a background is the pale yellow that tooltips once had on every desktop.
 function isPaleYellow(colour) {
     return Math.min(colour.r, colour.g) > 0.9 && Math.abs(colour.r - colour.g) < 0.06

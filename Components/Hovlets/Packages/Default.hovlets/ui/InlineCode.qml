@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 import QtQuick 2.15
-import "Colours.js" as Colours
 import "InlineCode.js" as InlineCode
 
 // The grounds of code within a text, because rich text draws only square ones.
@@ -9,8 +8,6 @@ Item {
 
     property Paragraph words
     readonly property Theme theme: words ? words.theme : null
-    readonly property color color: words ? Colours.surface(words.ground, theme.text, 0.07, words.color)
-                                         : "transparent"
     property var places: []
 
     function find() {
@@ -60,7 +57,7 @@ Item {
             width: modelData.width
             height: modelData.height - 2 * inset
             radius: grounds.theme.smallRadius
-            color: grounds.color
+            color: grounds.words.codeGround
         }
     }
 }

@@ -44,6 +44,7 @@ Rectangle {
     }
     Paragraph {
         id: words
+        objectName: "noteText"
         x: label.x
         y: label.y + label.height
         width: label.width

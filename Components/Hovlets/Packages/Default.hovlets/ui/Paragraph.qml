@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 import QtQuick 2.15
+import "Colours.js" as Colours
 import "Links.js" as Links
 import "RichText.js" as RichText
 
@@ -20,15 +21,16 @@ Text {
     readonly property bool hasLinks: format !== "plain" && source.indexOf("<a ") >= 0
     readonly property bool hasCode: format === "rich" && RichText.hasCode(source)
     readonly property string marked: hasLinks ? Links.numbered(source) : source
-    // The background.
+    // The background, and that of code.
     property color ground: theme.base
+    readonly property color codeGround: hasCode ? Colours.surface(ground, theme.text, 0.07, color) : ground
 
     text: format === "rich" ? RichText.dressed(marked, theme, linkColor, LayoutMirroring.enabled) : marked
     textFormat: format === "rich" ? Text.RichText
               : format === "styled" ? Text.StyledText : Text.PlainText
     font: theme.bodyFont
     color: theme.bodyText
-    linkColor: theme.link
+    linkColor: hasLinks ? Colours.readable(theme.link, theme.text, codeGround) : theme.link
     lineHeight: format === "rich" ? 1 : theme.lineHeight // the style sets it for rich text
     wrapMode: Text.Wrap
     // Set explicitly: mirrored layouts do not mirror the default.
