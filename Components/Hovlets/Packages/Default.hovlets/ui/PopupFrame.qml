@@ -179,7 +179,7 @@ Rectangle {
                            ? 0 : frame.theme.buttonSize - frame.theme.smallGap
             title: hovletWindow.titleBar === "" ? frame.title : "" // which the title bar shows
             titleColor: frame.showsKey ? theme.secondary : theme.text
-            shortcut: frame.content.shortcut
+            shortcut: bar.item && bar.item.showsShortcut ? "" : frame.content.shortcut
         }
     }
 
@@ -227,6 +227,10 @@ Rectangle {
             item.objectName = "titleBar";
             item.cornerRadius = Qt.binding(function() { return Math.max(0, frame.cornerRadius - 1); });
             item.title = Qt.binding(function() { return frame.title; });
+            item.shortcut = Qt.binding(function() { return frame.content.shortcut; });
+            item.maximumWidth = Qt.binding(function() {
+                return frame.isUserSized ? frame.userSize.width : frame.maximumWidth;
+            });
             item.closed.connect(function() { hovletView.close(); });
         }
     }

@@ -2,16 +2,25 @@
 import QtQuick 2.15
 import "Content.js" as Content
 
-// The title bar of a pinned popup whose window has none: a mark that it is pinned, the title, and a
-// button that closes it. The user moves the window by it.
+// The title bar of a pinned popup whose window has none: a mark that it is pinned, the title, the shortcut
+// if there is room for all of it, and a button that closes the popup. The user moves the window by it.
 Item {
     id: bar
 
     required property Theme theme
     property alias title: label.text
+    property string shortcut
+    // The greatest width of the popup.
+    property real maximumWidth: 0
     property int cornerRadius: 0
-    readonly property real naturalWidth: label.x + Math.ceil(label.implicitWidth) + theme.gap + close.width
-                                         + theme.smallGap
+    // Of the popup, which is a pixel wider than the bar.
+    readonly property real naturalWidth: widthOfTitle + (showsShortcut ? widthOfShortcut : 0) + 1
+    readonly property bool showsShortcut: shortcut !== "" && widthOfTitle + widthOfShortcut < maximumWidth
+    readonly property int widthOfTitle: start + Math.ceil(label.implicitWidth) + theme.gap + close.width
+                                        + theme.smallGap
+    readonly property int widthOfShortcut: keys.naturalWidth + (title ? theme.gap : 0)
+    // Where the title begins.
+    readonly property int start: theme.padding - 1 + iconSize + theme.gap
     readonly property int iconSize: 2 * Math.round(0.4 * theme.em)
 
     signal closed()
@@ -57,11 +66,10 @@ Item {
     Text {
         id: label
         objectName: "barTitle"
-        x: bar.LayoutMirroring.enabled ? close.width + bar.theme.smallGap + bar.theme.gap
-                                       : bar.theme.padding - 1 + bar.iconSize + bar.theme.gap
+        x: bar.LayoutMirroring.enabled ? bar.width - bar.start - width : bar.start
         y: Math.round((bar.height - height) / 2)
-        width: Math.max(0, bar.width - bar.iconSize - bar.theme.padding - 2 * bar.theme.gap
-                        - bar.theme.smallGap - close.width)
+        width: Math.max(0, Math.min(Math.ceil(implicitWidth),
+                                    bar.width + 1 + Math.ceil(implicitWidth) - bar.naturalWidth))
         textFormat: Text.PlainText
         font: bar.theme.headingFont
         color: bar.theme.text
@@ -71,6 +79,17 @@ Item {
         LayoutMirroring.enabled: false
         renderType: Text.NativeRendering
         Accessible.ignored: true // the bar has this name
+    }
+
+    ShortcutKeys {
+        id: keys
+        objectName: "barShortcut"
+        visible: bar.showsShortcut
+        theme: bar.theme
+        source: bar.shortcut
+        x: bar.LayoutMirroring.enabled ? label.x - bar.widthOfShortcut
+                                       : label.x + label.width + bar.widthOfShortcut - width
+        y: Math.round((bar.height - height) / 2)
     }
 
     RoundButton {
