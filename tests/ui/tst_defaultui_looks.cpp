@@ -56,6 +56,30 @@ private Q_SLOTS:
         QVERIFY(above >= 2 * below);
     }
 
+    void shouldBeAsFarFromTheBoxAboveAsFromTheOneBelow_data()
+    {
+        QTest::addColumn<QByteArray>("children");
+        QTest::newRow("paragraph") << QByteArray("<p>HHH</p>");
+        QTest::newRow("list") << QByteArray("<ul><li>HHH</li></ul>");
+        QTest::newRow("table") << QByteArray("<table><tr><td>HHH</td></tr></table>");
+    }
+
+    void shouldBeAsFarFromTheBoxAboveAsFromTheOneBelow()
+    {
+        QFETCH(QByteArray, children);
+        setColours(Qt::white, Qt::black, Qt::blue);
+        setPixelSize(40);
+        showEntry("title=\"A\"", "<pre>HHH</pre>" + children + "<pre>HHH</pre>");
+        const QList<QQuickItem *> boxes = m_bench->items(QStringLiteral("code"));
+        QCOMPARE(boxes.size(), 2);
+        const QRectF between(m_bench->place(boxes.at(0)).bottomLeft(),
+                             m_bench->place(boxes.at(1)).topRight());
+        const QRect ink = inkIn(between.toRect());
+        const int above = ink.top() - between.toRect().top();
+        const int below = between.toRect().bottom() - ink.bottom();
+        QVERIFY(qAbs(above - below) <= 5);
+    }
+
     void shouldAlignTablesWithOtherTexts_data() { shouldMirrorRightToLeftLayouts_data(); }
 
     void shouldAlignTablesWithOtherTexts()
@@ -289,6 +313,20 @@ private Q_SLOTS:
     }
 
 private:
+    /// The rectangle around the dark pixels in \a area.
+    QRect inkIn(const QRect &area)
+    {
+        const QImage image = m_bench->grab();
+        QRect ink;
+        for (int x = area.left(); x <= area.right(); ++x) {
+            for (int y = area.top(); y <= area.bottom(); ++y) {
+                if (image.pixelColor(x, y).lightness() < 100)
+                    ink |= QRect(x, y, 1, 1);
+            }
+        }
+        return ink;
+    }
+
     /// The outermost column in which \a item has a dark pixel, on the left or on the right.
     int inkOf(const QQuickItem *item, bool onTheRight)
     {

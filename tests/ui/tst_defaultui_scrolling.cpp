@@ -58,6 +58,17 @@ private Q_SLOTS:
         QCOMPARE(bar->property("position").toReal(), 0.0);
     }
 
+    void shouldUseTheSpaceBelowTheButton()
+    {
+        m_bench = std::make_unique<DefaultUiBench>(longEntry("key"));
+        QVERIFY(m_bench->show());
+        const QRectF text = m_bench->place(m_bench->item("paragraph"));
+        const QRectF button = m_bench->place(m_bench->item("pin"));
+        QVERIFY(button.bottom() <= m_bench->item("flickable")->y() + 2);
+        QVERIFY(text.right() > button.left());
+        QVERIFY(text.right() < m_bench->place(m_bench->item("scrollBar")).left() + 1);
+    }
+
     void shouldScrollByKeyboard()
     {
         m_bench = std::make_unique<DefaultUiBench>(longEntry("key"));

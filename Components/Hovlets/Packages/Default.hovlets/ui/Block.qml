@@ -10,7 +10,7 @@ Item {
     required property var content
     required property Block previous
 
-    readonly property real lowerEdge: y + height
+    readonly property real lowerEdge: y + height - cellPadding
     // The greatest natural width of this block and all previous ones.
     readonly property real widest: Math.max(previous ? previous.widest : 0,
                                             loader.item ? loader.item.naturalWidth : 0)
@@ -19,10 +19,15 @@ Item {
     readonly property real leading: height > 0 && (content.kind === "paragraph" || content.kind === "link")
                                     ? theme.leading : 0
 
+    // Between the outermost rows and the edges of a table, where there is nothing to keep apart.
+    readonly property int cellPadding: content.kind === "paragraph" && height > 0
+                                       && content.text.lastIndexOf("<table>", 0) === 0
+                                       ? Math.round(theme.smallGap / 2) : 0
+
     signal linkFollowed(string locator)
 
     // Not a Column: positioners lay out in the next frame, after the popup has got its size.
-    y: previous ? previous.lowerEdge + (height > 0 && previous.lowerEdge > 0 ? distance() : 0) : 0
+    y: (previous ? previous.lowerEdge + (height > 0 && previous.lowerEdge > 0 ? distance() : 0) : 0) - cellPadding
     height: loader.height
 
     function distance() {
@@ -32,7 +37,11 @@ Item {
         // A heading is closer to what it introduces than to what it follows.
         if (previous.content.kind === "heading")
             return Math.ceil(theme.smallGap / 2);
-        return content.kind === "heading" ? theme.gap + Math.ceil(theme.smallGap / 2) : theme.gap;
+        if (content.kind === "heading")
+            return theme.gap + Math.ceil(theme.smallGap / 2);
+        // A box is as far from the letters above as from those below.
+        var isBox = ["button", "clip", "code", "image", "note", "warning"].indexOf(content.kind) >= 0;
+        return isBox ? theme.gap - previous.leading : theme.gap;
     }
 
     // Most entries have only headings and paragraphs. The other kinds are compiled for the first block that

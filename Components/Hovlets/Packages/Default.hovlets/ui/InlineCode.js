@@ -13,7 +13,7 @@ var NEUTRAL = /[\u0000-\u0040\u005b-\u0060\u007b-\u00bf\u2000-\u2bff\u3000-\u302
 
 /*
  * Rectangles for the code in each line of \a edit, a text editor that shows \a markup. Where code wraps, its
- * ground extends beyond the letters by \a edge, the width of a no-break space.
+ * ground extends beyond the letters by half of \a edge, the width of a no-break space.
  */
 function find(edit, markup, edge) {
     var text = edit.getText(0, edit.length);
@@ -23,8 +23,8 @@ function find(edit, markup, edge) {
         for (var from = range.from; from < range.to;) {
             var line = new Line(edit, text, from, edge);
             var to = line.endOf(range.to);
-            var before = from === range.from ? 0 : edge;
-            var after = to === range.to ? 0 : edge;
+            var before = from === range.from ? 0 : edge / 2;
+            var after = to === range.to ? 0 : edge / 2;
             spansIn(line, from, to, directions).forEach(function(span) {
                 var left = Math.round(span.left - before);
                 found.push(Qt.rect(left, Math.round(line.y), Math.round(span.right + after) - left,

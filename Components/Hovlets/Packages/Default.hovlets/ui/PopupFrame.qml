@@ -43,12 +43,12 @@ Rectangle {
     readonly property int buttonMargin: Math.round(theme.padding - theme.smallGap / 2)
     readonly property int headerButtonSpace: hasHeader ? buttonSpace : 0
 
-    // The button has a column of its own if the text scrolls or there is no title. The scroll bar is
-    // in the padding.
+    // The button has a column of its own if there is no header that stays beside it. The scroll bar is in the
+    // padding.
     readonly property bool scrolls: fullHeight > maximumHeight
     // Constant in a popup whose width the user determines: the width of the text depends on it.
     readonly property int gutter: isUserSized ? theme.smallGap
-        : Math.max(hasButton && (scrolls || !hasHeader) ? buttonSpace : 0,
+        : Math.max(hasButton && !(hasHeader && (headerStays || !scrolls)) ? buttonSpace : 0,
                    scrolls ? theme.smallGap : 0)
 
     readonly property int margins: 2 * theme.padding
