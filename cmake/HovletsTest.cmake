@@ -93,3 +93,18 @@ function(hovlets_test source)
             "ASAN_OPTIONS=detect_stack_use_after_return=1;UBSAN_OPTIONS=print_stacktrace=1;LSAN_OPTIONS=suppressions=${CMAKE_CURRENT_SOURCE_DIR}/sanitizers/leak.supp:print_suppressions=0;TSAN_OPTIONS=suppressions=${CMAKE_CURRENT_SOURCE_DIR}/sanitizers/thread.supp:die_after_fork=0")
     endif()
 endfunction()
+
+# hovlets_test_twice_as_large(NAME) runs a test again, as NAME_2x, with two pixels per unit of length.
+function(hovlets_test_twice_as_large name)
+    if(NOT TEST ${name})
+        return()
+    endif()
+    add_test(NAME ${name}_2x COMMAND ${HOVLETS_BEHIND} $<TARGET_FILE:${name}> COMMAND_EXPAND_LISTS)
+    get_test_property(${name} ENVIRONMENT environment)
+    if(environment)
+        set_tests_properties(${name}_2x PROPERTIES ENVIRONMENT "${environment}")
+    endif()
+    set_tests_properties(${name}_2x PROPERTIES
+        ENVIRONMENT_MODIFICATION "QT_SCALE_FACTOR=set:2" FAIL_REGULAR_EXPRESSION "QWARN;QCRITICAL"
+        TIMEOUT 600)
+endfunction()
