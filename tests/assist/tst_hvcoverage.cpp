@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "AssistScene.h"
 #include "CoverageReport.h"
+#include "CoverageScene.h"
 #include "TestMain.h"
-
-#include <HovletsAssist/HVCoverage.h>
 
 #include <QtCore/QJsonDocument>
 #include <QtGui/QHelpEvent>
@@ -16,34 +14,6 @@
 using namespace Hovlets;
 
 namespace {
-
-/// The coverage of a window with a covered and a missing control.
-class CoverageScene : public AssistScene
-{
-public:
-    explicit CoverageScene(const HVCoverageSettings &wanted = {})
-    {
-        createHost();
-        coverage = std::make_unique<HVCoverage>(*host, wanted);
-        window.setWindowTitle(text("Window"));
-        covered = add<QPushButton>("a");
-        missing = add<QPushButton>("nobody");
-        missing->setText(text("&No one"));
-        window.resize(300, 300);
-    }
-
-    [[nodiscard]] QJsonObject report() const { return coverage->report(); }
-
-    [[nodiscard]] QColor cornerOf(const QWidget *widget)
-    {
-        const QImage image = window.grab().toImage();
-        return image.pixel(widget->geometry().topLeft() + QPoint(1, 1));
-    }
-
-    std::unique_ptr<HVCoverage> coverage;
-    QPushButton *covered;
-    QPushButton *missing;
-};
 
 /// A host that records the keys that it is asked for.
 class AskedHost : public HVInterface
@@ -59,18 +29,6 @@ public:
 
     QStringList asked;
 };
-
-HVCoverageSettings withOverlay()
-{
-    HVCoverageSettings settings;
-    settings.overlay = true;
-    return settings;
-}
-
-QWidget *overlayOf(const QWidget &window)
-{
-    return window.findChild<QWidget *>(text("qt_hovlets_coverage_overlay"));
-}
 
 using Maker = QWidget *(*)();
 
@@ -377,45 +335,6 @@ private Q_SLOTS:
         scene.coverage->walk();
         QVERIFY(scene.report().isEmpty());
         QVERIFY(!scene.coverage->writeReport(scene.packages.path() + text("/report.json")));
-    }
-
-    void shouldOutlineControlsInTheOverlay()
-    {
-        CoverageScene scene;
-        scene.window.show();
-        scene.coverage->walk();
-        QVERIFY(!overlayOf(scene.window)); // off by default
-        scene.coverage->setOverlayVisible(true);
-        const QColor green = scene.cornerOf(scene.covered), red = scene.cornerOf(scene.missing);
-        QVERIFY2(green.green() > green.red() + 50, qPrintable(green.name()));
-        QVERIFY2(red.red() > red.green() + 50, qPrintable(red.name()));
-        scene.coverage->setOverlayVisible(false);
-        QVERIFY(!overlayOf(scene.window));
-    }
-
-    void shouldLetTheMouseThroughTheOverlay()
-    {
-        CoverageScene scene(withOverlay());
-        scene.window.show();
-        QTRY_VERIFY(overlayOf(scene.window));
-        QVERIFY(overlayOf(scene.window)->geometry().contains(scene.covered->geometry()));
-        QCOMPARE(scene.window.childAt(scene.covered->geometry().center()), scene.covered);
-        QSignalSpy clicks(scene.covered, &QPushButton::clicked);
-        QTest::mouseClick(scene.window.windowHandle(), Qt::LeftButton, {},
-                          scene.covered->geometry().center());
-        QCOMPARE(clicks.count(), 1);
-        QCOMPARE(total(scene.report(), "controls"), 2); // the overlay itself does not count
-    }
-
-    void shouldMoveTheOutlinesWithTheControls()
-    {
-        CoverageScene scene(withOverlay());
-        scene.window.show();
-        QTRY_VERIFY(overlayOf(scene.window));
-        scene.window.resize(400, 500);
-        QTRY_COMPARE(overlayOf(scene.window)->size(), QSize(400, 500));
-        QTRY_VERIFY(scene.cornerOf(scene.covered).green()
-                    > scene.cornerOf(scene.covered).red() + 50);
     }
 };
 

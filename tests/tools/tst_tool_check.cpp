@@ -1,14 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "ClipFolder.h"
 #include "PackageFolder.h"
 #include "TestMain.h"
 #include "ToolFindings.h"
 
-#include <QtCore/QBuffer>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
-#include <QtCore/QXmlStreamReader>
-#include <QtGui/QImage>
 #include <QtTest/QtTest>
 
 class tst_ToolCheck : public QObject
@@ -26,21 +22,9 @@ private Q_SLOTS:
     void shouldFindEntriesThatAnotherFileHides_data();
     void shouldFindEntriesThatAnotherFileHides();
     void shouldFindLocalesWithoutEntries();
-    void shouldFindMediaBeyondTheLimits();
-    void shouldFindClipsThatCannotBeOpened();
-    void shouldCheckVariantsOfPictures();
-    void shouldCheckCaptions_data();
-    void shouldCheckCaptions();
-    void shouldFindCaptionsBeyondTheLimits_data();
-    void shouldFindCaptionsBeyondTheLimits();
-    void shouldCheckVariantsOfClips();
     void shouldFindKeyDataWithoutAnEntry();
     void shouldFindNothingWrongWithShippedContent_data();
     void shouldFindNothingWrongWithShippedContent();
-    void shouldWriteSarif();
-    void shouldWriteJunit();
-    void shouldListTheCodes();
-    void shouldColourLevelsOnATerminal();
 };
 
 void tst_ToolCheck::shouldFindOneMistakeInAControlFile_data()
@@ -258,138 +242,6 @@ void tst_ToolCheck::shouldFindLocalesWithoutEntries()
              (QStringList { QStringLiteral("HV207 A.xml:2"), QStringLiteral("HV208 B.xml:2") }));
 }
 
-void tst_ToolCheck::shouldFindMediaBeyondTheLimits()
-{
-    ClipFolder clips;
-    const QString clip = clips.clip(QStringLiteral("a.mp4"), QStringLiteral("64x48"),
-                                    QStringLiteral("-t 2 -c:v mpeg4"));
-    PackageFolder folder;
-    folder.addControlFile(QStringLiteral("P"), QStringLiteral("A"),
-                          control("<hovlet key='a' clip='a.mp4'/>"));
-    folder.add(QStringLiteral("P.hovlets/Resources/a.mp4"), ClipFolder::read(clip));
-    QCOMPARE(found({}, folder.path()), QStringList());
-    QCOMPARE(found({ QStringLiteral("--max-seconds"), QStringLiteral("0.3") }, folder.path()),
-             QStringList { QStringLiteral("HV304 A.xml:2") });
-    QCOMPARE(found({ QStringLiteral("--max-megabytes"), QStringLiteral("0.001") }, folder.path()),
-             QStringList { QStringLiteral("HV305 A.xml:2") });
-}
-
-void tst_ToolCheck::shouldFindClipsThatCannotBeOpened()
-{
-    PackageFolder folder;
-    folder.addControlFile(QStringLiteral("P"), QStringLiteral("A"),
-                          control("<hovlet key='a' clip='a.mp4'/>"));
-    folder.add(QStringLiteral("P.hovlets/Resources/a.mp4"), "no clip");
-    QCOMPARE(found({}, folder.path()), QStringList { QStringLiteral("HV303 A.xml:2") });
-}
-
-void tst_ToolCheck::shouldCheckVariantsOfPictures()
-{
-    PackageFolder folder;
-    folder.addControlFile(QStringLiteral("P"), QStringLiteral("A"),
-                          control("<hovlet key='a'><img src='a.png'/></hovlet>"));
-    const auto add = [&](const char *name, int width) {
-        QImage image(width, 10 * width, QImage::Format_RGB32);
-        image.fill(Qt::red);
-        QBuffer file;
-        image.save(&file, "PNG");
-        folder.add(QStringLiteral("P.hovlets/Resources/") + QLatin1String(name), file.data());
-    };
-    add("a.png", 4);
-    add("a@2x.png", 8);
-    add("a-dark.png", 4);
-    add("a-dark@2x.png", 8);
-    QCOMPARE(found({}, folder.path()), QStringList());
-    add("a@2x.png", 7);
-    add("a-dark.png", 8);
-    folder.add(QStringLiteral("P.hovlets/Resources/a-dark@2x.png"), "no picture");
-    QCOMPARE(found({}, folder.path()),
-             (QStringList { QStringLiteral("HV302 A.xml:2"), QStringLiteral("HV311 A.xml:2"),
-                            QStringLiteral("HV311 A.xml:2"), QStringLiteral("HV311 A.xml:2") }));
-}
-
-void tst_ToolCheck::shouldCheckCaptions_data()
-{
-    QTest::addColumn<QByteArray>("attribute");
-    QTest::addColumn<QString>("name");
-    QTest::newRow("beside the clip") << QByteArray() << QStringLiteral("a.vtt");
-    QTest::newRow("named") << QByteArray("captions='b.vtt'") << QStringLiteral("b.vtt");
-}
-
-void tst_ToolCheck::shouldCheckCaptions()
-{
-    QFETCH(QByteArray, attribute);
-    QFETCH(QString, name);
-    const ClipFolder clips;
-    const QString clip = clips.clip(QStringLiteral("a.mp4"), QStringLiteral("64x48"),
-                                    QStringLiteral("-t 0.2 -pix_fmt yuv420p"));
-    PackageFolder folder;
-    folder.addControlFile(QStringLiteral("P"), QStringLiteral("A"),
-                          control("<hovlet key='a' clip='a.mp4' " + attribute + "/>"));
-    folder.add(QStringLiteral("P.hovlets/Resources/a.mp4"), ClipFolder::read(clip));
-    const QString captions = QStringLiteral("P.hovlets/Resources/") + name;
-    folder.add(captions, "WEBVTT\n\n00:00.000 --> 00:01.000\nA\n");
-    QCOMPARE(found({}, folder.path()), QStringList());
-    const QStringList unreadable { QStringLiteral("HV310 A.xml:2") };
-    for (const QByteArray &content :
-         { QByteArray("WEBVTT"), QByteArray("1\n"), QByteArray("WEBVTT\n\n0 --> 1\nA"),
-           QByteArray("WEBVTT\n\n1\n2\n") }) {
-        folder.add(captions, content);
-        QCOMPARE(found({}, folder.path()), unreadable);
-    }
-}
-
-void tst_ToolCheck::shouldFindCaptionsBeyondTheLimits_data()
-{
-    QTest::addColumn<QByteArray>("captions");
-    QTest::addColumn<QStringList>("findings");
-    const QByteArray times = "00:00.000 --> 00:01.000\n";
-    const QStringList tooMany { QStringLiteral("HV312 A.xml:2") };
-    QTest::newRow("200") << (times + "A\n\n").repeated(200) + "NOTE The end" << QStringList();
-    QTest::newRow("201") << (times + "A\n\n").repeated(201) << tooMany;
-    QTest::newRow("large file") << QByteArray(70000, '\n') << tooMany;
-    QTest::newRow("long texts") << (times + QByteArray(250, 'x') + "\n\n").repeated(100)
-                                << QStringList { QStringLiteral("HV403 A.xml:2") };
-}
-
-void tst_ToolCheck::shouldFindCaptionsBeyondTheLimits()
-{
-    QFETCH(QByteArray, captions);
-    QFETCH(QStringList, findings);
-    const ClipFolder clips;
-    const QString clip = clips.clip(QStringLiteral("a.mp4"), QStringLiteral("64x48"),
-                                    QStringLiteral("-t 0.2 -pix_fmt yuv420p"));
-    for (const QByteArray &attribute : { QByteArray(), QByteArray(" captions='a.vtt'") }) {
-        PackageFolder folder;
-        folder.addControlFile(QStringLiteral("P"), QStringLiteral("A"),
-                              control("<hovlet key='a' clip='a.mp4'" + attribute + "/>"));
-        folder.add(QStringLiteral("P.hovlets/Resources/a.mp4"), ClipFolder::read(clip));
-        folder.add(QStringLiteral("P.hovlets/Resources/a.vtt"), "WEBVTT\n\n" + captions);
-        QCOMPARE(found({}, folder.path()), findings);
-    }
-}
-
-void tst_ToolCheck::shouldCheckVariantsOfClips()
-{
-    const ClipFolder clips;
-    const auto clip = [&](const char *name, const char *size) {
-        return ClipFolder::read(clips.clip(QLatin1String(name), QLatin1String(size),
-                                           QStringLiteral("-t 0.2 -pix_fmt yuv420p")));
-    };
-    PackageFolder folder;
-    folder.addControlFile(QStringLiteral("P"), QStringLiteral("A"),
-                          control("<hovlet key='a' clip='a.mp4'/>"));
-    const QString dense = QStringLiteral("P.hovlets/Resources/a@2x.mp4");
-    folder.add(QStringLiteral("P.hovlets/Resources/a.mp4"), clip("a.mp4", "64x48"));
-    folder.add(dense, clip("double.mp4", "128x96"));
-    QCOMPARE(found({}, folder.path()), QStringList());
-    folder.add(dense, clip("wrong.mp4", "128x80"));
-    QCOMPARE(found({}, folder.path()), QStringList { QStringLiteral("HV311 A.xml:2") });
-    folder.add(dense, clip("double.mp4", "128x96") + QByteArray(2000000, '\0'));
-    QCOMPARE(found({ QStringLiteral("--max-megabytes"), QStringLiteral("1") }, folder.path()),
-             QStringList { QStringLiteral("HV305 A.xml:2") });
-}
-
 void tst_ToolCheck::shouldFindKeyDataWithoutAnEntry()
 {
     PackageFolder folder;
@@ -426,96 +278,6 @@ void tst_ToolCheck::shouldFindNothingWrongWithShippedContent()
     if (QFile::exists(path + QStringLiteral("/keys.xml")))
         options = QStringList { QStringLiteral("--key-data"), path + QStringLiteral("/keys.xml") };
     QCOMPARE(found(options, path), QStringList());
-}
-
-void tst_ToolCheck::shouldWriteSarif()
-{
-    PackageFolder folder;
-    folder.addControlFile(QStringLiteral("P"), QStringLiteral("A"), control("<hovlet/>"));
-    const ToolRun run(checkArguments("sarif", folder.path()));
-    QCOMPARE(run.status, 1);
-    QCOMPARE(run.json().value(QLatin1String("version")).toString(), QStringLiteral("2.1.0"));
-    const QJsonObject log = run.json().value(QLatin1String("runs")).toArray().first().toObject();
-    const QJsonObject result = log.value(QLatin1String("results")).toArray().first().toObject();
-    QCOMPARE(result.value(QLatin1String("ruleId")).toString(), QStringLiteral("HV201"));
-    QCOMPARE(result.value(QLatin1String("level")).toString(), QStringLiteral("error"));
-    const QJsonObject place = result.value(QLatin1String("locations"))
-                                      .toArray()
-                                      .first()
-                                      .toObject()
-                                      .value(QLatin1String("physicalLocation"))
-                                      .toObject();
-    QCOMPARE(place.value(QLatin1String("region"))
-                     .toObject()
-                     .value(QLatin1String("startLine"))
-                     .toInt(),
-             2);
-    const QString uri = place.value(QLatin1String("artifactLocation"))
-                                .toObject()
-                                .value(QLatin1String("uri"))
-                                .toString();
-    QVERIFY2(uri.startsWith(QLatin1String("file:///")) && uri.endsWith(QLatin1String("A.xml")),
-             qPrintable(uri));
-}
-
-void tst_ToolCheck::shouldWriteJunit()
-{
-    PackageFolder folder;
-    folder.addControlFile(QStringLiteral("P"), QStringLiteral("A"), control("<hovlet/><hovlet/>"));
-    folder.addControlFile(QStringLiteral("P"), QStringLiteral("B"), control("<hovlet key='a'/>"));
-    const ToolRun run(checkArguments("junit", folder.path()));
-    QXmlStreamReader xml(run.output);
-    QStringList names;
-    while (!xml.atEnd()) {
-        if (xml.readNext() == QXmlStreamReader::StartElement)
-            names += xml.name().toString();
-    }
-    QVERIFY2(!xml.hasError(), qPrintable(xml.errorString()));
-    QCOMPARE(names.mid(0, 2),
-             (QStringList { QStringLiteral("testsuites"), QStringLiteral("testsuite") }));
-    QCOMPARE(names.count(QStringLiteral("testcase")), 2);
-    QCOMPARE(names.count(QStringLiteral("failure")), 2);
-    QVERIFY2(run.output.contains("tests=\"2\" failures=\"1\""), run.output.constData());
-    QVERIFY(run.output.contains("HV201"));
-}
-
-void tst_ToolCheck::shouldColourLevelsOnATerminal()
-{
-    const QString script = QStandardPaths::findExecutable(QStringLiteral("script"));
-    if (script.isEmpty())
-        QSKIP("no program that provides a terminal is installed");
-    PackageFolder folder;
-    folder.addControlFile(QStringLiteral("P"), QStringLiteral("A"), control("<hovlet/>"));
-    const auto output = [&](bool hasTerminal, const QString &noColour) {
-        QProcess process;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("NO_COLOR"), noColour);
-        process.setProcessEnvironment(environment);
-        const QString program = QStringLiteral(HOVLETS_PROGRAM);
-        if (hasTerminal)
-            process.start(
-                    script,
-                    { QStringLiteral("-qc"),
-                      QStringLiteral("'%1' check '%2' 2>/dev/null").arg(program, folder.path()),
-                      QStringLiteral("/dev/null") });
-        else
-            process.start(program, { QStringLiteral("check"), folder.path() });
-        process.waitForFinished();
-        return process.readAllStandardOutput();
-    };
-    const QByteArray coloured = output(true, {});
-    QVERIFY2(coloured.contains("\x1b[1;31merror\x1b[0m"), coloured.constData());
-    for (const QByteArray &plain : { output(true, QStringLiteral("1")), output(false, {}) }) {
-        QVERIFY2(plain.contains("error"), plain.constData());
-        QVERIFY2(!plain.contains('\x1b'), plain.constData());
-    }
-}
-
-void tst_ToolCheck::shouldListTheCodes()
-{
-    const ToolRun run({ QStringLiteral("check"), QStringLiteral("--list-codes") });
-    QCOMPARE(run.status, 0);
-    QVERIFY2(run.output.startsWith("HV101\terror\t"), run.output.constData());
 }
 
 HOVLETS_TEST_MAIN(tst_ToolCheck)
