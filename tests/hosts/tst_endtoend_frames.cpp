@@ -89,6 +89,29 @@ Frame onScreen()
     return { patchOf(screen, 0xffff0000U), patchOf(screen, 0xff0000ffU) };
 }
 
+/// Takes a picture of the screen whenever it remains for a while: before the event loop waits, and
+/// before a popup is painted, when its window may have its new place already.
+class FrameRecord : public QObject
+{
+public:
+    explicit FrameRecord(QWidget *popup)
+    {
+        connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
+                [this] { frames.append(onScreen()); });
+        popup->installEventFilter(this);
+    }
+
+    QVector<Frame> frames;
+
+protected:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::UpdateRequest)
+            frames.append(onScreen());
+        return false;
+    }
+};
+
 /// A colour that must not appear in an area of the screen.
 struct Forbidden
 {
@@ -264,9 +287,7 @@ private Q_SLOTS:
         QTRY_VERIFY(onScreen().first.isWhole(simple));
         stopAskingForTooltips();
 
-        QVector<Frame> frames; // each remains on the screen until the next event
-        connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
-                [&] { frames.append(onScreen()); });
+        const FrameRecord record(popup());
         QEventLoop loop; // unlike the waits of Qt Test, it blocks
         QTimer poll;
         connect(&poll, &QTimer::timeout, &loop, [&] {
@@ -278,11 +299,10 @@ private Q_SLOTS:
         Pointer::press(QStringLiteral("F1"));
         Pointer::release(QStringLiteral("F1"));
         loop.exec();
-        QAbstractEventDispatcher::instance()->disconnect(this);
         const QRect full(popup()->pos(), SecondSize);
         QCOMPARE(full.topLeft() == simple.topLeft(), bottom == 0);
-        QVERIFY(frames.constLast().second.isWhole(full));
-        for (const Frame &frame : std::as_const(frames)) {
+        QVERIFY(record.frames.constLast().second.isWhole(full));
+        for (const Frame &frame : record.frames) {
             const bool isSimple = frame.first.isWhole(simple) && frame.second.pixels == 0;
             const bool isFull = frame.second.isWhole(full) && frame.first.pixels == 0;
             QVERIFY2(isSimple || isFull, qPrintable(frame.text()));

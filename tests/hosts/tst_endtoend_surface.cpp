@@ -9,7 +9,9 @@
 #include "RecordingHost.h"
 #include "TestMain.h"
 
+#include <QtCore/QDeadlineTimer>
 #include <QtCore/QProcess>
+#include <QtGui/QScreen>
 #include <QtQuick/QQuickItem>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QPushButton>
@@ -40,6 +42,64 @@ int askForCompositor(int argc, char **argv)
     std::puts(windowsAreBlended() ? "composited" : "not composited");
     return 0;
 }
+
+/// A mark in the corner of the screen, by which to tell what a compositor has drawn.
+class Mark : public QWidget
+{
+public:
+    static constexpr int Size = 10;
+
+    Mark()
+        : QWidget(nullptr, Qt::ToolTip)
+    {
+        setGeometry(0, 0, Size, Size);
+        show();
+    }
+
+    /// The rest of the screen, once it shows all that the program has drawn. A compositor draws
+    /// changes in their order. Does not run the event loop.
+    QImage restOfScreen()
+    {
+        m_isLight = !m_isLight;
+        const QColor color(m_isLight ? 0xffee88 : 0x884400);
+        setPalette(color);
+        repaint();
+        const QDeadlineTimer deadline(Patience);
+        while (pixelOnScreen({ Size / 2, Size / 2 }) != color) {
+            if (deadline.hasExpired())
+                return {};
+            QTest::qSleep(1);
+        }
+        return screen()->grabWindow(0, Size, 0).toImage();
+    }
+
+private:
+    bool m_isLight = false;
+};
+
+/// Takes a picture of the screen when a widget is about to be painted for the first time.
+class BeforePainting : public QObject
+{
+public:
+    BeforePainting(QWidget &widget, Mark &mark)
+        : m_mark(mark)
+    {
+        widget.installEventFilter(this);
+    }
+
+    QImage picture;
+
+protected:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::UpdateRequest && picture.isNull())
+            picture = m_mark.restOfScreen();
+        return false;
+    }
+
+private:
+    Mark &m_mark;
+};
 
 /// Counts how often the pointer leaves a widget.
 class LeaveCounter : public QObject
@@ -75,6 +135,7 @@ private Q_SLOTS:
 <hovlets search="Default">
 <hovlet key="pen" title="Pen"><p>Draws a free line in the current colour.</p></hovlet>
 <hovlet key="fill" title="Fill"><p>Fills an area.</p></hovlet>
+<hovlet key="long" title="Long"><p>One.</p><p>Two.</p><p>Three.</p><p>Four.</p></hovlet>
 </hovlets>)");
         Pointer::moveAway();
         m_window = std::make_unique<QWidget>();
@@ -186,6 +247,46 @@ private Q_SLOTS:
             QTRY_COMPARE(pixelOnScreen(corner()), Backdrop);
         }
         QCOMPARE(leaves.count(), 0);
+    }
+
+    void shouldShowTheNextLevelNotBeforeItIsPainted_data()
+    {
+        QTest::addColumn<int>("top");
+        QTest::newRow("below the control") << 150;
+        QTest::newRow("above the control") << 620;
+    }
+
+    /// A compositor may draw the screen at any time, for example when the popup's window has its
+    /// new size, or when the shadow has.
+    void shouldShowTheNextLevelNotBeforeItIsPainted()
+    {
+        QFETCH(int, top);
+        HVContext &settings = m_host->manager()->context();
+        settings.set(HVKeySimpleMode, true);
+        settings.set(HVKeyExpandKey, QStringLiteral("F1"));
+        settings.set(HVKeyShowFadeDuration, 0);
+        m_window->move(200, top);
+        QTRY_COMPARE(m_window->y(), top);
+        QVERIFY(m_compositor.start());
+        QVERIFY(show("long"));
+        QWidget *const popup = m_host->popup();
+        const QRect simple = popup->geometry();
+        QTRY_VERIFY(showsBackdrop(corner()));
+        Mark mark;
+        QVERIFY(QTest::qWaitForWindowExposed(&mark));
+        const QImage before = mark.restOfScreen();
+        const BeforePainting painting(*popup, mark);
+        QTest::keyClick(m_button, Qt::Key_F1);
+        const QImage after = mark.restOfScreen();
+
+        QVERIFY(popup->height() > simple.height());
+        QCOMPARE(popup->y() == simple.y(), top == 150);
+        QVERIFY(!painting.picture.isNull());
+        QCOMPARE(painting.picture, before);
+        // The outline is that of the new size, also at the edge that is away from the control.
+        const int edge = top == 150 ? popup->geometry().bottom() + 1 : popup->y() - 1;
+        QCOMPARE(after.pixelColor(popup->geometry().center().x() - Mark::Size, edge),
+                 QColor(m_host->view()->rimColor().rgb()));
     }
 
     void shouldAskTheDisplayOfTheApplicationForACompositor()

@@ -43,6 +43,7 @@ private Q_SLOTS:
     {
         QVERIFY(!x11Position(0));
         QVERIFY(!passX11InputThrough(0));
+        QVERIFY(!keepX11PictureInPlace(0));
     }
 
     /// Qt uses the last one, too.

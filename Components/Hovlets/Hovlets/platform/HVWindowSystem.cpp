@@ -57,6 +57,12 @@ QPoint positionOf(QWindow &window)
     return origin + (corner - origin) / screen->devicePixelRatio();
 }
 
+void keepPictureInPlace(QWindow &window)
+{
+    if (isX11())
+        keepX11PictureInPlace(window.winId());
+}
+
 bool passInputThrough(QWindow &window)
 {
     window.setFlag(Qt::WindowTransparentForInput);

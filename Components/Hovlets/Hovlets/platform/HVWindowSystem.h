@@ -34,6 +34,11 @@ bool windowsCanPassInputThrough();
 /// X11 do not tell Qt where they have put a new window without a frame, and Qt assumes 0, 0.
 QPoint positionOf(QWindow &window);
 
+/// Leaves what a window shows where it is on the screen, until the window is painted, when the
+/// window is moved and resized in one step. It must have been shown. Without effect where window
+/// systems keep nothing unpainted on the screen.
+void keepPictureInPlace(QWindow &window);
+
 /// Lets clicks and the pointer through a window that has a native one. Returns false if that fails.
 bool passInputThrough(QWindow &window);
 

@@ -61,6 +61,7 @@ public:
                 && resolve(m_library, translate, "xcb_translate_coordinates")
                 && resolve(m_library, translateReply, "xcb_translate_coordinates_reply")
                 && resolve(m_library, requestCheck, "xcb_request_check")
+                && resolve(m_library, changeAttributes, "xcb_change_window_attributes_checked")
                 && resolve(m_shapes, shapeRectangles, "xcb_shape_rectangles_checked");
     }
 
@@ -80,6 +81,8 @@ public:
                            int16_t y) = nullptr;
     XcbReply *(*translateReply)(XcbConnection *, XcbCookie, void **error) = nullptr;
     void *(*requestCheck)(XcbConnection *, XcbCookie) = nullptr;
+    XcbCookie (*changeAttributes)(XcbConnection *, uint32_t window, uint32_t mask,
+                                  const void *values) = nullptr;
     XcbCookie (*shapeRectangles)(XcbConnection *, uint8_t operation, uint8_t kind, uint8_t ordering,
                                  uint32_t window, int16_t x, int16_t y, uint32_t count,
                                  const void *rectangles) = nullptr;
@@ -208,6 +211,20 @@ bool passX11InputThrough(WId window)
         const XcbCookie shaped = xcb.shapeRectangles(
                 connection, Set, InputShape, 0, static_cast<uint32_t>(window), 0, 0, 0, nullptr);
         const std::unique_ptr<void, Free> error(xcb.requestCheck(connection, shaped));
+        isDone = !error;
+    });
+    return isDone;
+}
+
+bool keepX11PictureInPlace(WId window)
+{
+    constexpr uint32_t BitGravity = 1U << 4;
+    const uint32_t isStatic = 10;
+    bool isDone = false;
+    withConnection([&](const Xcb &xcb, XcbConnection *connection, int) {
+        const XcbCookie changed = xcb.changeAttributes(connection, static_cast<uint32_t>(window),
+                                                       BitGravity, &isStatic);
+        const std::unique_ptr<void, Free> error(xcb.requestCheck(connection, changed));
         isDone = !error;
     });
     return isDone;

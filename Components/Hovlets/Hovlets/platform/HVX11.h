@@ -22,6 +22,14 @@ bool isX11Composited();
  */
 bool passX11InputThrough(WId window);
 
+/*!
+ * Leaves the picture of \a window where it is on the screen when the window is moved and resized in
+ * one step. Qt has it move along with the top-left corner.
+ *
+ * The window must exist on the server. Returns false on failure.
+ */
+bool keepX11PictureInPlace(WId window);
+
 /// The top-left corner of \a window on the server's screen, in physical pixels. No value on
 /// failure.
 std::optional<QPoint> x11Position(WId window);

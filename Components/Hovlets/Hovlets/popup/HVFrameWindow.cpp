@@ -35,6 +35,13 @@ void HVFrameWindow::surround(const QRect &popup, const HVFrameLook &look)
         paint();
 }
 
+void HVFrameWindow::setHeld(bool isHeld)
+{
+    m_isHeld = isHeld;
+    if (isExposed())
+        flush();
+}
+
 bool HVFrameWindow::appear()
 {
     if (isVisible())
@@ -43,6 +50,7 @@ bool HVFrameWindow::appear()
     create();
     if (!passInputThrough(*this))
         return false;
+    keepPictureInPlace(*this);
     show();
     raise();
     return true;
@@ -73,8 +81,17 @@ void HVFrameWindow::paint()
         paintFrame(painter, popup, m_look, scale);
     }
     m_store.endPaint();
-    m_store.flush(all);
     m_isPainted = true;
+    m_isFlushed = false;
+    flush();
+}
+
+void HVFrameWindow::flush()
+{
+    if (m_isHeld || m_isFlushed)
+        return;
+    m_isFlushed = true;
+    m_store.flush(QRect({}, size()));
 }
 
 } // namespace Hovlets

@@ -13,7 +13,7 @@ namespace Hovlets {
  *
  * The popup's own window keeps the size of its content, by which it is placed and by which the
  * mouse finds it. This window is larger and takes no input. While it shows, it paints a change
- * at once. GUI thread only.
+ * at once, unless it is held. GUI thread only.
  */
 class HVFrameWindow : public QWindow
 {
@@ -26,6 +26,9 @@ public:
     /// Surrounds \a popup, in global pixels, with \a look.
     void surround(const QRect &popup, const HVFrameLook &look);
 
+    /// Holds changes back from the screen, or shows those that were held back.
+    void setHeld(bool isHeld);
+
     /// Shows the window above all others, unless it would take input. Returns whether it shows.
     bool appear();
 
@@ -34,11 +37,14 @@ protected:
 
 private:
     void paint();
+    void flush();
 
     QBackingStore m_store;
     QSize m_popup;
     HVFrameLook m_look;
     bool m_isPainted = false;
+    bool m_isHeld = false;
+    bool m_isFlushed = true;
 };
 
 } // namespace Hovlets

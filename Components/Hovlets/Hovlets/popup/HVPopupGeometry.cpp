@@ -77,6 +77,9 @@ void setFixedGeometry(QWidget &window, const QRect &geometry, bool keepsPicture)
         window.setMinimumSize(0, 0);
         window.setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
         const bool moves = window.pos() != geometry.topLeft();
+        // Content that grows upwards would otherwise appear further up before it is painted.
+        if (moves && keepsPicture && window.windowHandle())
+            keepPictureInPlace(*window.windowHandle());
         const WithoutPicture moving(moves && !keepsPicture ? window.windowHandle() : nullptr);
         window.setGeometry(geometry);
     }

@@ -106,6 +106,12 @@ void HVSurface::raise()
     m_popup.raise();
 }
 
+void HVSurface::setHeld(bool isHeld)
+{
+    if (m_frame)
+        m_frame->setHeld(isHeld);
+}
+
 void HVSurface::updateOpacity()
 {
     if (m_frame)

@@ -59,6 +59,10 @@ public:
     /// Follows the opacity of the popup.
     void updateOpacity();
 
+    /// Holds changes of the frame back, or shows those that were held back. A popup that changes
+    /// its size while it is visible is painted in between, for both to change at the same time.
+    void setHeld(bool isHeld);
+
     /// Raises the popup, with its frame right below it.
     void raise();
 

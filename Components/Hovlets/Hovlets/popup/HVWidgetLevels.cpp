@@ -96,13 +96,16 @@ void HVWidget::expandNow()
     d->isChanging = false;
     if (!d->view || d->retired)
         return;
+    d->surface->setHeld(true);
     contentResized();
     if (self)
         takeLook();
-    if (!self || !d->view || !isVisible())
+    if (self && d->view && isVisible())
+        paintNow(*this);
+    if (!self)
         return;
-    paintNow(*this);
-    if (!self || !d->view || !d->view->rootObject())
+    d->surface->setHeld(false);
+    if (!d->view || !isVisible() || !d->view->rootObject())
         return;
     QAccessibleEvent changed(d->view->rootObject(), QAccessible::DescriptionChanged);
     QAccessible::updateAccessibility(&changed);
