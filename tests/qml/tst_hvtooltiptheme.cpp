@@ -42,6 +42,14 @@ private Q_SLOTS:
         QCOMPARE(theme.font(), QApplication::font());
     }
 
+    void shouldHaveAFontForCodeWhoseLettersHaveOneWidth()
+    {
+        const QFontInfo general(QApplication::font());
+        const QFontInfo fixed(HVToolTipTheme(nullptr).fixedFont());
+        QVERIFY(fixed.fixedPitch());
+        QVERIFY(fixed.family() != general.family());
+    }
+
     void shouldAnnounceAChangeOnce()
     {
         HVToolTipTheme theme(nullptr);

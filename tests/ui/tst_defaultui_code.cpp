@@ -3,6 +3,8 @@
 #include "TestMain.h"
 #include "Text.h"
 
+#include <QtQml/QQmlContext>
+
 #include <algorithm>
 
 using namespace Hovlets;
@@ -160,6 +162,22 @@ private Q_SLOTS:
         QTRY_VERIFY(places().value(0).width() > 2 * before.width());
         m_bench->settle();
         checkInk(places());
+    }
+
+    void shouldHaveTheFontOfTheDesktopForCode()
+    {
+        showEntry("title=\"A\"", paragraph("<code>HHH</code>") + "<pre>HHH</pre>");
+        auto *theme = m_bench->root()->property("theme").value<QObject *>();
+        auto *desktop = m_bench->view()
+                                ->rootContext()
+                                ->contextProperty(QStringLiteral("hovletTheme"))
+                                .value<QObject *>();
+        const QString family = desktop->property("fixedFont").value<QFont>().family();
+        QCOMPARE(theme->property("codeFont").value<QFont>().family(), family);
+        QVERIFY(m_bench->item("paragraph")
+                        ->property("text")
+                        .toString()
+                        .contains(QStringLiteral("font-family: \"%1\";").arg(family)));
     }
 
     void shouldLookForCodeOnlyInTextsThatHaveSome()

@@ -3,6 +3,7 @@
 
 #include "HVToolTipSample.h"
 
+#include <QtGui/QFontDatabase>
 #include <QtGui/QPalette>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QToolTip>
@@ -10,6 +11,21 @@
 #include <tuple>
 
 namespace Hovlets {
+
+namespace {
+
+/// Desktops without such a font answer with their general one.
+QFont desktopFixedFont()
+{
+    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    if (font.family() == QFontDatabase::systemFont(QFontDatabase::GeneralFont).family()) {
+        font.setFamily(QStringLiteral("monospace"));
+        font.setStyleHint(QFont::TypeWriter); // where no font has that name
+    }
+    return font;
+}
+
+} // namespace
 
 HVToolTipTheme::HVToolTipTheme(QObject *parent)
     : QObject(parent)
@@ -35,13 +51,14 @@ void HVToolTipTheme::refresh(bool isExact)
     values.text = sample.palette.color(QPalette::Active, QPalette::ToolTipText);
     values.link = sample.palette.color(QPalette::Active, QPalette::Link);
     values.font = sample.font;
+    values.fixedFont = desktopFixedFont();
     values.windowBase = application.color(QPalette::Active, QPalette::Base);
     values.windowText = application.color(QPalette::Active, QPalette::Text);
     values.accent = application.color(QPalette::Active, QPalette::Highlight);
     values.isExact = isExact || sample.hasStyledColors;
     const auto all = [](const Values &v) {
-        return std::tie(v.base, v.text, v.link, v.font, v.windowBase, v.windowText, v.accent,
-                        v.isExact);
+        return std::tie(v.base, v.text, v.link, v.font, v.fixedFont, v.windowBase, v.windowText,
+                        v.accent, v.isExact);
     };
     if (all(values) == all(m_values))
         return;

@@ -23,6 +23,7 @@ class HVToolTipTheme : public QObject
     Q_PROPERTY(QColor text READ text NOTIFY changed)
     Q_PROPERTY(QColor link READ link NOTIFY changed)
     Q_PROPERTY(QFont font READ font NOTIFY changed)
+    Q_PROPERTY(QFont fixedFont READ fixedFont NOTIFY changed)
     Q_PROPERTY(QColor windowBase READ windowBase NOTIFY changed)
     Q_PROPERTY(QColor windowText READ windowText NOTIFY changed)
     Q_PROPERTY(QColor accent READ accent NOTIFY changed)
@@ -44,6 +45,9 @@ public:
 
     /// The application's font, or that of tooltips if the style sheet sets it.
     [[nodiscard]] QFont font() const { return m_values.font; }
+
+    /// The desktop's font for code, whose letters have one width.
+    [[nodiscard]] QFont fixedFont() const { return m_values.fixedFont; }
 
     /// Background of the application's lists and text fields.
     [[nodiscard]] QColor windowBase() const { return m_values.windowBase; }
@@ -82,6 +86,7 @@ private:
         QColor text;
         QColor link;
         QFont font;
+        QFont fixedFont;
         QColor windowBase;
         QColor windowText;
         QColor accent;

@@ -13,7 +13,7 @@ function style(theme, linkColor, mirrored) {
     var indentation = px(2 * theme.em);
     return "<style>a { color: " + linkColor + "; text-decoration: underline; }"
         + " div, p, li { line-height: " + Math.round(100 * theme.lineHeight) + "%; }"
-        + " code, kbd, samp, tt { font-family: monospace; }"
+        + " code, kbd, samp, tt { font-family: \"" + theme.codeFont.family + "\"; }"
         + " table { border-collapse: collapse; }"
         + " th, td { padding: " + [cell, mirrored ? 0 : column, cell, mirrored ? column : 0].join(" ") + "; }"
         + " p { margin-top: 0px; margin-bottom: " + px(theme.smallGap) + "; }"

@@ -104,7 +104,7 @@ QtObject {
         headingFont = bodyFont;
         headingFont.weight = Font.DemiBold;
         codeFont = bodyFont;
-        codeFont.family = "monospace";
+        codeFont.family = hovletTheme.fixedFont.family;
         linkFont = bodyFont;
         linkFont.underline = true;
     }
