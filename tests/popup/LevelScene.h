@@ -12,14 +12,14 @@
 
 #include <memory>
 
-/// Counts the key events that still reach a widget: those of one key or, without it, all.
+/// Counts the key events that still reach an object: those of one key or, without it, all.
 class Receiver : public QObject
 {
 public:
-    explicit Receiver(QWidget *widget, int key = 0)
+    explicit Receiver(QObject *object, int key = 0)
         : m_key(key)
     {
-        widget->installEventFilter(this);
+        object->installEventFilter(this);
     }
 
     int overrides = 0;

@@ -4,7 +4,13 @@
 
 #include <QtCore/QTranslator>
 #include <QtGui/QKeySequence>
+#include <QtQuickWidgets/QQuickWidget>
 #include <QtTest/QtTest>
+#include <QtWidgets/QLineEdit>
+// The module of this class depends on the major version of Qt.
+#include <QAction>
+
+#include <memory>
 
 using namespace Hovlets;
 
@@ -79,6 +85,64 @@ private Q_SLOTS:
         QCOMPARE(receiver.overrides, isTaken ? 0 : 1);
         QCOMPARE(receiver.presses, isTaken ? 0 : 1);
         QCOMPARE(receiver.releases, isTaken ? 0 : 1);
+    }
+
+    void shouldTakeTheKeyFromAShortcutOfTheHost_data()
+    {
+        QTest::addColumn<QString>("focus");
+        QTest::addColumn<Qt::ShortcutContext>("context");
+        for (const char *focus : { "none", "text field", "Qt Quick" }) {
+            QTest::addRow("%s, window", focus) << text(focus) << Qt::WindowShortcut;
+            QTest::addRow("%s, application", focus) << text(focus) << Qt::ApplicationShortcut;
+        }
+    }
+
+    /// The action gets the key again as soon as the popup has no use for it.
+    void shouldTakeTheKeyFromAShortcutOfTheHost()
+    {
+        QFETCH(QString, focus);
+        QFETCH(Qt::ShortcutContext, context);
+        setInterfaces({}, "property bool pinnable: false");
+        Control &window = m_scene->window;
+        QAction action;
+        action.setShortcut(Qt::Key_F1);
+        action.setShortcutContext(context);
+        window.addAction(&action);
+        QSignalSpy triggered(&action, &QAction::triggered);
+        const std::unique_ptr<QWidget> field = focusedField(focus);
+        const Receiver others(qApp, Qt::Key_F1);
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        QCOMPARE(QApplication::focusWidget(), field.get());
+        const auto press = [&] { QTest::keyClick(window.windowHandle(), Qt::Key_F1); };
+
+        press();
+        QCOMPARE(triggered.count(), 1);
+        QVERIFY(m_scene->show(text("a")));
+        QCoreApplication::processEvents(); // the press that shows a popup is the host's
+        press();
+        QCOMPARE(shownInterface(), text("full"));
+        QCOMPARE(triggered.count(), 1);
+        press();
+        QCOMPARE(triggered.count(), 2);
+        QCOMPARE(others.presses, 0);
+    }
+
+    /// Qt offers a press that is not accepted to the parents of the widget as well.
+    void shouldTakeAPressOnlyOnce()
+    {
+        QVERIFY(m_scene->show(text("a")));
+        const QPointer<HVWidget> popup(m_scene->popup());
+        const Receiver parent(&m_scene->window);
+        for (const QEvent::Type type : { QEvent::KeyPress, QEvent::KeyRelease }) {
+            QKeyEvent event(type, Qt::Key_F1, Qt::NoModifier);
+            event.ignore(); // as one that a host passes on
+            QCoreApplication::sendEvent(m_scene->control, &event);
+            QVERIFY(!popup->view()->reserved());
+            QVERIFY(event.isAccepted());
+        }
+        QCOMPARE(shownInterface(), text("full"));
+        QCOMPARE(parent.presses + parent.releases, 0);
     }
 
     void shouldReadAKeySequenceInAnyLanguage()
@@ -207,6 +271,28 @@ private Q_SLOTS:
         QVERIFY(m_scene->show(text("b")));
         QCOMPARE(m_scene->view()->rootObject()->property("key").toString(), QString());
         QTRY_COMPARE(m_scene->host().messagesOf(HVMessageWarning).size(), 1);
+    }
+
+private:
+    /// A new child of the window that has the focus; null for "none".
+    std::unique_ptr<QWidget> focusedField(const QString &kind)
+    {
+        std::unique_ptr<QWidget> field;
+        if (kind == text("text field")) {
+            field = std::make_unique<QLineEdit>();
+        } else if (kind == text("Qt Quick")) {
+            auto view = std::make_unique<QQuickWidget>();
+            const QString file = m_scene->packages.add(
+                    text("Field.qml"), "import QtQuick 2.15\nTextInput { focus: true }");
+            view->setSource(QUrl::fromLocalFile(file));
+            field = std::move(view);
+        }
+        if (!field)
+            return nullptr;
+        field->setParent(&m_scene->window);
+        field->show();
+        field->setFocus();
+        return field;
     }
 };
 

@@ -67,31 +67,34 @@ bool HVLevelKeyWatch::takesRelease(const QKeyEvent &event)
     return true;
 }
 
+/// Consumes an event by accepting it as well: an accepted ShortcutOverride keeps the press from
+/// shortcuts, and the other events, if ignored, would continue to the parents of the widget.
 bool HVLevelKeyWatch::eventFilter(QObject *object, QEvent *event)
 {
     Q_UNUSED(object)
+    bool isTaken = false;
     switch (event->type()) {
-    case QEvent::ShortcutOverride: { // if accepted, a key press follows instead of a shortcut
-        if (!takes(static_cast<const QKeyEvent &>(*event)))
-            return false;
-        event->accept();
-        return true;
-    }
+    case QEvent::ShortcutOverride:
+        isTaken = takes(static_cast<const QKeyEvent &>(*event));
+        break;
     case QEvent::KeyPress: {
         const auto &key = static_cast<const QKeyEvent &>(*event);
-        if (!takes(key))
-            return false;
-        if (!key.isAutoRepeat()) {
+        isTaken = takes(key);
+        if (isTaken && !key.isAutoRepeat()) {
             m_held = key.key();
             Q_EMIT pressed();
         }
-        return true;
+        break;
     }
     case QEvent::KeyRelease:
-        return takesRelease(static_cast<const QKeyEvent &>(*event));
+        isTaken = takesRelease(static_cast<const QKeyEvent &>(*event));
+        break;
     default:
-        return false;
+        break;
     }
+    if (isTaken)
+        event->accept();
+    return isTaken;
 }
 
 } // namespace Hovlets
