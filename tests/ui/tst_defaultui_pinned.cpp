@@ -43,6 +43,33 @@ private Q_SLOTS:
         }
     }
 
+    void shouldEndWithTheBarIfThatShowsAll_data()
+    {
+        QTest::addColumn<QByteArray>("attributes");
+        QTest::addColumn<QByteArray>("children");
+        QTest::addColumn<bool>("isBarOnly");
+        const auto row = [](const char *name, const QByteArray &attributes,
+                            const QByteArray &children, bool isBarOnly) {
+            QTest::newRow(name) << attributes << children << isBarOnly;
+        };
+        row("title", "title=\"Redo\"", {}, true);
+        row("title and shortcut", "title=\"Redo\" shortcut=\"F4\"", {}, true);
+        row("nothing", {}, {}, true);
+        row("text", "title=\"Redo\"", "<p>Text</p>", false);
+        row("shortcut below", "title=\"" + QByteArray("Redo ").repeated(10) + "\" shortcut=\"F4\"",
+            {}, false);
+    }
+
+    void shouldEndWithTheBarIfThatShowsAll()
+    {
+        QFETCH(QByteArray, attributes);
+        QFETCH(QByteArray, children);
+        QFETCH(bool, isBarOnly);
+        pin(attributes, children);
+        QCOMPARE(place("titleBar").bottom() == m_root->height(), isBarOnly);
+        delete m_popup;
+    }
+
 private:
     void pin(const QByteArray &attributes, const QByteArray &children)
     {

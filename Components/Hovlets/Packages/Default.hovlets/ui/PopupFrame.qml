@@ -78,7 +78,9 @@ Rectangle {
                                                 ? header.isTall ? theme.gap : Math.round(1.5 * theme.unit)
                                                 : 0
     readonly property int headerHeight: Math.ceil(header.height) + betweenHeaderAndBody
-    readonly property int fullHeight: barHeight + headerHeight + bodyHeight + margins
+    // Whether the title bar has all there is to show.
+    readonly property bool isBarOnly: hasBar && !isUserSized && headerHeight + bodyHeight === 0
+    readonly property int fullHeight: barHeight + (isBarOnly ? 0 : headerHeight + bodyHeight + margins)
     // The header stays in view unless it would take most of the popup.
     readonly property bool headerStays: headerHeight + theme.padding < 0.4 * maximumHeight
     // Below the title bar. Leaves room for frames and focus rings around the first block.
@@ -113,9 +115,9 @@ Rectangle {
         objectName: "flickable"
         anchors { left: frame.left; right: frame.right; leftMargin: 1; rightMargin: 1 }
         y: frame.barHeight + frame.upperEdge
-        height: frame.height - 1 - y
+        height: Math.max(0, frame.height - 1 - y)
         contentWidth: width
-        contentHeight: frame.fullHeight - 1 - y
+        contentHeight: Math.max(0, frame.fullHeight - 1 - y)
         boundsBehavior: Flickable.StopAtBounds
         interactive: frame.scrolls
         clip: frame.scrolls
@@ -226,6 +228,7 @@ Rectangle {
         onLoaded: {
             item.objectName = "titleBar";
             item.cornerRadius = Qt.binding(function() { return Math.max(0, frame.cornerRadius - 1); });
+            item.isAlone = Qt.binding(function() { return frame.isBarOnly; });
             item.title = Qt.binding(function() { return frame.title; });
             item.shortcut = Qt.binding(function() { return frame.content.shortcut; });
             item.maximumWidth = Qt.binding(function() {

@@ -13,6 +13,8 @@ Item {
     // The greatest width of the popup.
     property real maximumWidth: 0
     property int cornerRadius: 0
+    // Whether nothing is below.
+    property bool isAlone: false
     // Of the popup, which is a pixel wider than the bar.
     readonly property real naturalWidth: widthOfTitle + (showsShortcut ? widthOfShortcut : 0) + 1
     readonly property bool showsShortcut: shortcut !== "" && widthOfTitle + widthOfShortcut < maximumWidth
@@ -38,8 +40,9 @@ Item {
         radius: bar.cornerRadius
         color: bar.theme.surface
     }
-    // The corners below are square.
+    // The corners below are square, unless they are those of the popup.
     Rectangle {
+        visible: !bar.isAlone
         y: bar.height - height
         width: bar.width
         height: bar.cornerRadius
