@@ -57,7 +57,13 @@ Item {
             width: modelData.width
             height: modelData.height - 2 * inset
             radius: grounds.theme.smallRadius
-            color: grounds.words.codeGround
+            color: grounds.words.codeGround()
         }
+    }
+
+    Loader {
+        anchors.fill: parent
+        source: grounds.words && grounds.words.hasLinks ? "ParagraphLinks.qml" : ""
+        onLoaded: item.words = grounds.words
     }
 }

@@ -21,16 +21,16 @@ Text {
     readonly property bool hasLinks: format !== "plain" && source.indexOf("<a ") >= 0
     readonly property bool hasCode: format === "rich" && RichText.hasCode(source)
     readonly property string marked: hasLinks ? Links.numbered(source) : source
-    // The background, and that of code.
-    property color ground: theme.base
-    readonly property color codeGround: hasCode ? Colours.surface(ground, theme.text, 0.07, color) : ground
+    // The background if it is not the popup's.
+    property var ground: null
 
     text: format === "rich" ? RichText.dressed(marked, theme, linkColor, LayoutMirroring.enabled) : marked
     textFormat: format === "rich" ? Text.RichText
               : format === "styled" ? Text.StyledText : Text.PlainText
     font: theme.bodyFont
     color: theme.bodyText
-    linkColor: hasLinks ? Colours.readable(theme.link, theme.text, codeGround) : theme.link
+    linkColor: hasLinks && (ground || hasCode)
+               ? Colours.readable(theme.link, theme.text, hasCode ? codeGround() : ground) : theme.link
     lineHeight: format === "rich" ? 1 : theme.lineHeight // the style sets it for rich text
     wrapMode: Text.Wrap
     // Set explicitly: mirrored layouts do not mirror the default.
@@ -46,22 +46,16 @@ Text {
             hovletView.setItemCursor(paragraph, hoveredLink ? "PointingHandCursor" : "", "");
     }
 
-    // The parts of texts with code and with links are separate files, compiled when the first such text
-    // needs them.
-    Loader {
-        z: -1
-        source: paragraph.hasCode ? "InlineCode.qml" : ""
-        onLoaded: item.words = paragraph
+    function codeGround() {
+        return Colours.surface(ground || theme.base, theme.text, 0.07, color);
     }
+
+    // Separate files, compiled when the first text with code or links needs them. Code loads its links.
     Loader {
         anchors.fill: parent
-        source: paragraph.hasLinks ? "ParagraphLinks.qml" : ""
-        onLoaded: {
-            item.theme = paragraph.theme;
-            item.words = paragraph;
-            item.followed.connect(paragraph.linkFollowed);
-            item.labels = Qt.binding(function() { return Links.labels(paragraph.source); });
-        }
+        z: -1
+        source: paragraph.hasCode ? "InlineCode.qml" : paragraph.hasLinks ? "ParagraphLinks.qml" : ""
+        onLoaded: item.words = paragraph
     }
 
     // Measures the natural width: a text's implicit width changes when it wraps, which this one

@@ -6,12 +6,10 @@ import "Links.js" as Links
 Item {
     id: links
 
-    property Theme theme
-    property Text words
+    property Paragraph words
+    readonly property Theme theme: words ? words.theme : null
     // See Links.js.
-    property var labels: []
-
-    signal followed(string locator)
+    readonly property var labels: words ? Links.labels(words.source) : []
 
     Repeater {
         model: links.labels
@@ -67,7 +65,7 @@ Item {
             function follow() {
                 var target = place().target;
                 if (target)
-                    links.followed(target);
+                    links.words.linkFollowed(target);
             }
 
             Repeater {
