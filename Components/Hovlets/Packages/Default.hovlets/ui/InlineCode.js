@@ -11,6 +11,9 @@ var RIGHT_TO_LEFT = /[\u0590-\u065f\u066a-\u06ef\u06fa-\u08ff\ufb1d-\ufdcf\ufdf0
 var DIGIT = /[0-9\u0660-\u0669\u06f0-\u06f9]/;
 var NEUTRAL = /[\u0000-\u0040\u005b-\u0060\u007b-\u00bf\u2000-\u2bff\u3000-\u3020]/;
 
+// The editor takes longer for each position the more lines there are. Nobody writes as much code in a text.
+var MOST_LINES = 100;
+
 /*
  * Rectangles for the code in each line of \a edit, a text editor that shows \a markup. Where code wraps, its
  * ground extends beyond the letters by half of \a edge, the width of a no-break space.
@@ -19,10 +22,13 @@ function find(edit, markup, edge) {
     var text = edit.getText(0, edit.length);
     var directions = RIGHT_TO_LEFT.test(text) ? directionsIn(text) : null;
     var found = [];
+    var lines = 0;
     ranges(markup, text).forEach(function(range) {
-        for (var from = range.from; from < range.to;) {
+        var length = range.to - range.from;
+        for (var from = range.from; from < range.to && lines < MOST_LINES; ++lines) {
             var line = new Line(edit, text, from, edge);
-            var to = line.endOf(range.to);
+            var to = line.endOf(range.to, length);
+            length = to - from;
             var before = from === range.from ? 0 : edge / 2;
             var after = to === range.to ? 0 : edge / 2;
             spansIn(line, from, to, directions).forEach(function(span) {
@@ -71,17 +77,24 @@ function Line(edit, text, position, edge) {
     this.contains = function(at) {
         return at >= 0 && at <= text.length && edit.positionToRectangle(at).y === place.y;
     };
-    /// Where the line ends, or \a limit if that is before.
-    this.endOf = function(limit) {
-        var last = position;
-        for (var high = limit - 1; last < high;) {
-            var middle = Math.ceil((last + high) / 2);
-            if (this.contains(middle))
-                last = middle;
+    /// Where the line ends, or \a limit if that is before. It probably has \a length more characters.
+    this.endOf = function(limit, length) {
+        var inside = position;
+        var outside = limit;
+        for (var step = 1, next = position + length; ; step *= 2) {
+            next = Math.min(next, outside - 1);
+            if (next <= inside)
+                break;
+            var isInside = this.contains(next);
+            if (isInside)
+                inside = next;
             else
-                high = middle - 1;
+                outside = next;
+            next += isInside ? step : -step;
+            if (next <= inside || next >= outside)
+                next = Math.floor((inside + outside) / 2);
         }
-        return last + 1;
+        return inside + 1;
     };
     /// The width of the character at \a at. Letters of code are as wide as their \a neighbour, if there is one.
     this.widthOf = function(at, neighbour) {
@@ -132,9 +145,8 @@ function spansIn(line, from, to, directions) {
     var first = from;
     while (line.contains(first - 1) && !END_OF_BLOCK.test(line.text.charAt(first - 1)))
         --first;
-    var last = to - 1;
-    while (line.contains(last + 1) && !END_OF_BLOCK.test(line.text.charAt(last)))
-        ++last;
+    var rest = line.text.slice(from).search(END_OF_BLOCK);
+    var last = line.endOf(rest < 0 ? line.text.length + 1 : from + rest + 1, to - from) - 1;
     var base = line.x(last) < line.x(first) ? -1 : 1;
     var isAgainst = function(position) { return directions[position] === -base; };
     var spans = [];

@@ -9,10 +9,16 @@ Item {
     property Paragraph words
     readonly property Theme theme: words ? words.theme : null
     property var places: []
+    // What the places are for.
+    property var layout: []
 
     function find() {
-        if (words && copy.width > 0)
-            places = InlineCode.find(copy, words.text, Math.max(2, Math.round(edge.implicitWidth)));
+        var current = [copy.text, copy.width, copy.contentWidth, copy.contentHeight];
+        var isKnown = current.every(function(value, i) { return value === layout[i]; });
+        if (!words || copy.width <= 0 || isKnown)
+            return;
+        layout = current;
+        places = InlineCode.find(copy, words.text, Math.max(2, Math.round(edge.implicitWidth)));
     }
 
     // Lays out the same text, because only an editor tells where its characters are.
