@@ -326,24 +326,6 @@ Rectangle {
         QVERIFY(bench.control.isActiveWindow());
     }
 
-    void shouldStayHiddenIfTheHostHidesItWhenItShows()
-    {
-        class Hider : public QObject
-        {
-            bool eventFilter(QObject *object, QEvent *event) override
-            {
-                if (event->type() == QEvent::Show)
-                    static_cast<QWidget *>(object)->hide();
-                return false;
-            }
-        } hider;
-        PopupBench bench;
-        bench.popup->installEventFilter(&hider);
-        bench.show();
-        QVERIFY(!bench.popup->isVisible());
-        QVERIFY(!bench.popup->windowHandle()->isVisible());
-    }
-
     /// Programs ask the offscreen platform for the widget at a position. It finds the newest
     /// window, also where that lets clicks through.
     void shouldNotHideControlsFromTheApplication()

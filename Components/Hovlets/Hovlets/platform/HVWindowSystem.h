@@ -35,8 +35,8 @@ bool windowsCanPassInputThrough();
 QPoint positionOf(QWindow &window);
 
 /// Leaves what a window shows where it is on the screen, until the window is painted, when the
-/// window is moved and resized in one step. It must have been shown. Without effect where window
-/// systems keep nothing unpainted on the screen.
+/// window is moved and resized in one step. Its native window must exist on the server. Without
+/// effect where window systems keep nothing unpainted on the screen.
 void keepPictureInPlace(QWindow &window);
 
 /// Lets clicks and the pointer through a window that has a native one. Returns false if that fails.

@@ -10,6 +10,7 @@ namespace Hovlets {
 void HVWidget::showAnimated()
 {
     if (isVisible()) {
+        d->geometry.setVisible(true); // withdraws a hide that waits until the popup has shown
         endFadeOut();
         return;
     }
@@ -74,7 +75,11 @@ void HVWidget::setVisible(bool visible)
         if (!visible && !isVisible())
             endShow(); // its hide event did not
     }
-    d->geometry.setVisible(visible);
+    // A popup that is pinned while it shows becomes another window, which cannot wait.
+    if (d->pinned)
+        QWidget::setVisible(visible);
+    else
+        d->geometry.setVisible(visible);
 }
 
 void HVWidget::showEvent(QShowEvent *event)
