@@ -35,7 +35,7 @@ function motionIsReduced(view) {
     return value === "true" || value === "1";
 }
 
-/// A list with the first paragraph among \a blocks; empty if there is none.
+/// A list with the first paragraph among \a blocks, which may be a list or a table; empty if there is none.
 function firstParagraph(blocks) {
     return blocks.filter(function(block) { return block.kind === "paragraph"; }).slice(0, 1);
 }
