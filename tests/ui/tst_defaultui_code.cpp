@@ -88,6 +88,7 @@ private Q_SLOTS:
         row("wraps", words + "<code>" + QByteArray("HHH H ").repeated(20) + "</code>" + words, 3);
         row("long word", words + "<code>" + QByteArray("H").repeated(90) + "</code> red", 3);
         row("list", "<ul><li>red " + code + " red</li><li>" + code + "</li></ul>", 2);
+        row("many", (code + " red ").repeated(120), 120);
         row("link", "red <a href=\"a/b\">" + code + "</a> red");
         row("in letters from right to left",
             hebrew + " " + code + " " + hebrew + " <code>HH HHHHHH</code> " + hebrew, 2);
@@ -138,6 +139,7 @@ private Q_SLOTS:
         theme->setProperty("lineHeight", 1);
         theme->setProperty("leading", 0);
         const QList<QRect> grounds = places();
+        QVERIFY(grounds.size() > 3);
         for (int i = 1; i < grounds.size(); ++i)
             QVERIFY(grounds.at(i).top() > grounds.at(i - 1).bottom() + 1);
     }

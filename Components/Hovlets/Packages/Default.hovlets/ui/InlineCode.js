@@ -11,8 +11,9 @@ var RIGHT_TO_LEFT = /[\u0590-\u065f\u066a-\u06ef\u06fa-\u08ff\ufb1d-\ufdcf\ufdf0
 var DIGIT = /[0-9\u0660-\u0669\u06f0-\u06f9]/;
 var NEUTRAL = /[\u0000-\u0040\u005b-\u0060\u007b-\u00bf\u2000-\u2bff\u3000-\u3020]/;
 
-// The editor takes longer for each position the more lines there are. Nobody writes as much code in a text.
-var MOST_LINES = 100;
+// The editor takes longer for each position the more lines there are. Code that wraps more often than this has
+// no ground at its end.
+var MOST_WRAPS = 100;
 
 /*
  * Rectangles for the code in each line of \a edit, a text editor that shows \a markup. Where code wraps, its
@@ -22,10 +23,10 @@ function find(edit, markup, edge) {
     var text = edit.getText(0, edit.length);
     var directions = RIGHT_TO_LEFT.test(text) ? directionsIn(text) : null;
     var found = [];
-    var lines = 0;
+    var wraps = 0;
     ranges(markup, text).forEach(function(range) {
         var length = range.to - range.from;
-        for (var from = range.from; from < range.to && lines < MOST_LINES; ++lines) {
+        for (var from = range.from; from < range.to && wraps < MOST_WRAPS;) {
             var line = new Line(edit, text, from, edge);
             var to = line.endOf(range.to, length);
             length = to - from;
@@ -36,6 +37,8 @@ function find(edit, markup, edge) {
                 found.push(Qt.rect(left, Math.round(line.y), Math.round(span.right + after) - left,
                                    Math.round(line.height)));
             });
+            if (to < range.to)
+                ++wraps;
             from = to;
         }
     });
