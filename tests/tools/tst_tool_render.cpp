@@ -151,6 +151,42 @@ private Q_SLOTS:
         QVERIFY(qAbs(withLines(18) - withLines(10) - step) <= 2 * scale.toInt()); // rounding
     }
 
+    void shouldNotShowRemainsOfLargerPopups_data()
+    {
+        QTest::addColumn<QString>("scale");
+        for (const char *scale : { "1.1", "1.25", "1.33", "1.75" })
+            QTest::newRow(scale) << text(scale);
+    }
+
+    /// At these scales, popups may cover only parts of the pixels at their edges.
+    void shouldNotShowRemainsOfLargerPopups()
+    {
+        QFETCH(QString, scale);
+        QByteArray entries;
+        for (int lines = 9; lines > 0; --lines) {
+            entries += "<hovlet key=\"" + QByteArray::number(9 - lines) + "\" title=\"A\">"
+                    + ("<p>" + QByteArray("Long ").repeated(9 * lines - 8) + "</p>").repeated(lines)
+                    + "</hovlet>";
+        }
+        m_folder->addControlFile(text("Sizes"), text("Sizes"),
+                                 "<hovlets locale=\"en_US\" search=\"Default\">" + entries
+                                         + "</hovlets>");
+        const QStringList options { m_folder->path(), text("--scale"), scale };
+        const QString all = m_pictures->filePath(text("all"));
+        const ToolRun together(
+                QStringList { text("render"), text("--all"), text("--output-dir"), all } + options);
+        QCOMPARE(together.error, QByteArray());
+        for (int i = 0; i < 9; ++i) {
+            const QString key = QString::number(i);
+            const QString file = m_pictures->filePath(text("alone.png"));
+            const ToolRun alone(QStringList { text("render"), key, text("-o"), file } + options);
+            QCOMPARE(alone.error, QByteArray());
+            const QImage expected(file);
+            QVERIFY(!expected.isNull());
+            QCOMPARE(QImage(all + text("/%1.png").arg(key)), expected);
+        }
+    }
+
     void shouldPutAllKeysOnASheet()
     {
         const QImage one = render({});

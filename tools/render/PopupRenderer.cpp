@@ -96,6 +96,17 @@ bool hasClip(const QQuickItem *item)
             || std::any_of(children.begin(), children.end(), &hasClip);
 }
 
+/// The popup as it is now. Qt leaves memory as it was at the edges of a scene that covers only
+/// parts of their pixels, so the scene is made larger than the popup.
+QImage currentPicture(HVView &view)
+{
+    constexpr QSize Spare(4, 4);
+    const QSize size = view.sizeHint();
+    view.resize(size + Spare); // until the next popup is shown
+    const QImage picture = view.grabFramebuffer();
+    return picture.copy(QRect(QPoint(), size * picture.devicePixelRatio()));
+}
+
 /// The first picture of the popup that does not change any more. A clip turns to the frame that its
 /// user interface wants some time after it is loaded.
 QImage pictureAtRest(HVView &view)
@@ -107,7 +118,8 @@ QImage pictureAtRest(HVView &view)
     waitFor(
             [&] {
                 const QImage last = picture;
-                picture = view.grabFramebuffer();
+                showDueFrames(view.rootObject());
+                picture = currentPicture(view);
                 if (picture != last)
                     steady = QDeadlineTimer(rest);
                 return picture == last && steady.hasExpired();
