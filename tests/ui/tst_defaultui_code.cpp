@@ -144,6 +144,44 @@ private Q_SLOTS:
             QVERIFY(grounds.at(i).top() > grounds.at(i - 1).bottom() + 1);
     }
 
+    void shouldStayWithinTheText()
+    {
+        showEntry("title=\"A\"",
+                  paragraph("<code>" + QByteArray("HHH H ").repeated(30) + "</code>"));
+        const QRectF words = m_bench->place(m_bench->item("paragraph"));
+        const QList<QRect> grounds = places();
+        QVERIFY(grounds.size() > 3);
+        for (const QRect &ground : grounds)
+            QVERIFY(words.contains(QRectF(ground)));
+    }
+
+    void shouldHaveNoGroundWithoutCode()
+    {
+        showEntry(
+                "title=\"A\"",
+                paragraph("a<code></code> b <code> </code> c <kbd><b> </b></kbd> <code>H</code>"));
+        QCOMPARE(places().size(), 1);
+    }
+
+    void shouldUnderlineOnlyTheLettersOfLinks()
+    {
+        showEntry("title=\"A\"", paragraph("See <a href=\"a/b\"><code>HHH</code></a>."));
+        const QRect ground = places().value(0);
+        QVERIFY(ground.isValid());
+        const QImage image = m_bench->grab();
+        const auto isUnderlined = [&](int x) {
+            for (int y = ground.top(); y <= ground.bottom(); ++y) {
+                const QColor pixel = image.pixelColor(x, y);
+                if (pixel.blue() - pixel.red() > 60)
+                    return true;
+            }
+            return false;
+        };
+        QVERIFY(isUnderlined(ground.center().x()));
+        for (const int x : { ground.left(), ground.left() + 1, ground.right() - 1, ground.right() })
+            QVERIFY(!isUnderlined(x));
+    }
+
     void shouldFollowTheWidth()
     {
         setColours(Qt::white, Red, Qt::blue);

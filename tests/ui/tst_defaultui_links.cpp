@@ -90,6 +90,44 @@ private Q_SLOTS:
         QVERIFY(!m_bench->item("linkRing"));
     }
 
+    void shouldDrawTheRingOfALineAroundItsLetters()
+    {
+        open("<p>Text</p><link href=\"http://a/\">Hj</link>");
+        press(Qt::Key_Tab);
+        const QRectF ring = m_bench->place(m_bench->item("focusRing"));
+        const QImage image = m_bench->grab();
+        // Whether letters or their line are in the row, between the sides of the ring.
+        const auto isBlank = [&](int y) {
+            const QColor base = image.pixelColor(qRound(ring.left()) + 3, y);
+            for (int x = qRound(ring.left()) + 3; x < qRound(ring.right()) - 3; ++x) {
+                if (image.pixelColor(x, y) != base)
+                    return false;
+            }
+            return true;
+        };
+        int above = 0;
+        for (int y = qRound(ring.top()) + 2; isBlank(y) && y < ring.bottom(); ++y)
+            ++above;
+        int below = 0;
+        for (int y = qRound(ring.bottom()) - 3; isBlank(y) && y > ring.top(); --y)
+            ++below;
+        QVERIFY2(above >= 1 && below >= 1 && qAbs(above - below) <= 2,
+                 qPrintable(QStringLiteral("%1 above, %2 below").arg(above).arg(below)));
+    }
+
+    void shouldHaveTextsOnWholePixels()
+    {
+        // Otherwise, lines run through the feet of letters.
+        open("<p>Text</p><h2>Heading</h2><note><![CDATA[<a href=\"http://a/\">a</a>]]></note>"
+             "<p>Text</p><link href=\"http://b/\">b</link><warning>Text</warning><p>Text</p>");
+        for (const char *name : { "paragraph", "heading", "noteText", "link" }) {
+            const QList<QQuickItem *> items = m_bench->items(text(name));
+            QVERIFY(!items.isEmpty());
+            for (const QQuickItem *item : items)
+                QCOMPARE(m_bench->place(item).y(), qRound(m_bench->place(item).y()) * 1.0);
+        }
+    }
+
     void shouldTellLinksWithTheSameTargetApart()
     {
         open("<p><![CDATA[<a href=\"http://a/?x=1&amp;y=2\">One</a> or "
@@ -140,6 +178,18 @@ private Q_SLOTS:
         QVERIFY(m_bench->item("linkRing"));
         const QRectF popup = m_bench->place(m_bench->root());
         QTRY_VERIFY(popup.contains(m_bench->place(m_bench->item("linkRing"))));
+    }
+
+    void shouldScrollByWholePixels()
+    {
+        const QByteArray lines = QByteArray("<p>Line</p>").repeated(100);
+        open(lines + "<link href=\"http://a/\">a</link>" + lines);
+        press(Qt::Key_Tab);
+        const auto position = [this] {
+            return m_bench->item("flickable")->property("contentY").toReal();
+        };
+        QTRY_VERIFY(position() > 0);
+        QCOMPARE(position(), qRound(position()) * 1.0);
     }
 
 private:

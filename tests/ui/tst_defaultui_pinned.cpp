@@ -43,6 +43,17 @@ private Q_SLOTS:
         }
     }
 
+    void shouldBeAsFarFromKeysBelowTheBarAsFromATallHeader()
+    {
+        pin("title=\"" + QByteArray("Save ").repeated(10) + "\" shortcut=\"Ctrl+S\"",
+            "<p>Text</p>");
+        QVERIFY(item("shortcut"));
+        const int gap = m_root->property("theme").value<QObject *>()->property("gap").toInt();
+        QVERIFY(gap > 0);
+        QVERIFY(place("paragraph").top() - place("shortcut").bottom() >= gap);
+        delete m_popup;
+    }
+
     void shouldEndWithTheBarIfThatShowsAll_data()
     {
         QTest::addColumn<QByteArray>("attributes");

@@ -26,8 +26,10 @@ Item {
 
     signal linkFollowed(string locator)
 
-    // Not a Column: positioners lay out in the next frame, after the popup has got its size.
-    y: (previous ? previous.lowerEdge + (height > 0 && previous.lowerEdge > 0 ? distance() : 0) : 0) - cellPadding
+    // Not a Column: positioners lay out in the next frame, after the popup has got its size. On a whole pixel,
+    // because lines below letters are.
+    y: Math.round(previous ? previous.lowerEdge + (height > 0 && previous.lowerEdge > 0 ? distance() : 0) : 0)
+       - cellPadding
     height: loader.height
 
     function distance() {

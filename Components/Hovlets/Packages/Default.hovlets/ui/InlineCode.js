@@ -33,9 +33,9 @@ function find(edit, markup, edge) {
             var before = from === range.from ? 0 : edge / 2;
             var after = to === range.to ? 0 : edge / 2;
             spansIn(line, from, to, directions).forEach(function(span) {
-                var left = Math.round(span.left - before);
-                found.push(Qt.rect(left, Math.round(line.y), Math.round(span.right + after) - left,
-                                   Math.round(line.height)));
+                var left = Math.max(0, Math.round(span.left - before));
+                var right = Math.min(Math.floor(edit.width), Math.round(span.right + after));
+                found.push(Qt.rect(left, Math.round(line.y), right - left, Math.round(line.height)));
             });
             if (to < range.to)
                 ++wraps;

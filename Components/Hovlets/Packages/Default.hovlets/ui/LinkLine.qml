@@ -25,7 +25,8 @@ Item {
 
     Rectangle {
         objectName: "focusRing"
-        anchors { fill: label; leftMargin: -3; rightMargin: -3; topMargin: -1; bottomMargin: -1 }
+        // As far from the letters above as below.
+        anchors { fill: label; margins: -3; bottomMargin: line.theme.leading - 3 }
         visible: line.activeFocus
         radius: 3
         color: "transparent"

@@ -46,7 +46,7 @@ Rectangle {
         id: words
         objectName: "noteText"
         x: label.x
-        y: label.y + label.height
+        y: Math.round(label.y + label.height)
         width: label.width
         theme: note.theme
         ground: note.color

@@ -75,7 +75,8 @@ Rectangle {
     readonly property int aboveHint: textHeight > 0 && hintKey ? textHeight + theme.gap : textHeight
     readonly property int bodyHeight: aboveHint + (hint.item ? Math.ceil(hint.implicitHeight) : 0)
     readonly property int betweenHeaderAndBody: header.height > 0 && bodyHeight > 0
-                                                ? header.isTall ? theme.gap : Math.round(1.5 * theme.unit)
+                                                ? header.isTall || !header.title ? theme.gap
+                                                                                  : Math.round(1.5 * theme.unit)
                                                 : 0
     readonly property int headerHeight: Math.ceil(header.height) + betweenHeaderAndBody
     // Whether the title bar has all there is to show.
@@ -84,7 +85,7 @@ Rectangle {
     // The header stays in view unless it would take most of the popup.
     readonly property bool headerStays: headerHeight + theme.padding < 0.4 * maximumHeight
     // Below the title bar. Leaves room for frames and focus rings around the first block.
-    readonly property int upperEdge: headerStays ? theme.padding + headerHeight - 2 : 1
+    readonly property int upperEdge: headerStays ? theme.padding + headerHeight - 3 : 1
 
     LayoutMirroring.enabled: Qt.application.layoutDirection === Qt.RightToLeft
     LayoutMirroring.childrenInherit: true
@@ -295,7 +296,7 @@ Rectangle {
         var top = item.mapToItem(flickable.contentItem, 0, area.y).y - theme.smallGap;
         var bottom = top + area.height + 2 * theme.smallGap;
         var wanted = Math.min(top, Math.max(flickable.contentY, bottom - flickable.height));
-        scrollTo(wanted);
+        scrollTo(Math.round(wanted));
     }
 
     // Every show starts at the top.

@@ -12,6 +12,7 @@ function style(theme, linkColor, mirrored) {
     var column = px(2 * theme.gap);
     var indentation = px(2 * theme.em);
     return "<style>a { color: " + linkColor + "; text-decoration: underline; }"
+        + " .edge { text-decoration: none; }"
         + " div, p, li { line-height: " + Math.round(100 * theme.lineHeight) + "%; }"
         + " code, kbd, samp, tt { font-family: \"" + theme.codeFont.family + "\"; }"
         + " table { border-collapse: collapse; }"
@@ -27,15 +28,26 @@ function hasCode(text) {
 }
 
 /// Gives code and keys within a line some room, for which rich text has no padding. InlineCode.js finds them
-/// by it.
+/// by it. Code without letters remains without a ground.
 function padded(text) {
     var edge = "<span class=\"edge\">&nbsp;</span>";
+    var result = "";
     var depth = 0;
-    return text.replace(/<(\/?)(?:code|kbd|samp|tt)>/g, function(tag, end) {
-        if (end)
-            return --depth === 0 ? tag + edge : tag;
-        return depth++ === 0 ? edge + tag : tag;
+    var from = 0; // of what is not in the result yet
+    text.replace(/<(\/?)(?:code|kbd|samp|tt)>/g, function(tag, end, at) {
+        if ((end ? --depth : depth++) > 0)
+            return "";
+        var to = end ? at + tag.length : at;
+        var part = text.slice(from, to);
+        result += end && !isBlank(part) ? edge + part + edge : part;
+        from = to;
+        return "";
     });
+    return result + text.slice(from);
+}
+
+function isBlank(text) {
+    return /^(?:<[^>]*>|&nbsp;|\s)*$/.test(text);
 }
 
 /// Aligns cells of any script with their column. Style sheets cannot: rich text mirrors their
