@@ -6,6 +6,8 @@
 #include <QtQml/QQmlContext>
 
 #include <algorithm>
+#include <limits>
+#include <numeric>
 
 using namespace Hovlets;
 
@@ -182,6 +184,42 @@ private Q_SLOTS:
             QVERIFY(!isUnderlined(x));
     }
 
+    void shouldReadFromLeftToRightInAnyText_data()
+    {
+        QTest::addColumn<QByteArray>("code");
+        for (const char *code :
+             { "--force", "C++", "$HOME/.x", "rm -rf *", "-64", "(a", "<b>-</b>a-" })
+            QTest::newRow(code) << QByteArray(code);
+    }
+
+    void shouldReadFromLeftToRightInAnyText()
+    {
+        QFETCH(QByteArray, code);
+        const QByteArray arabic("\u0645\u0644\u0627\u062d\u0638\u0629");
+        const auto picture = [&](const QByteArray &around) {
+            showEntry("", paragraph(around + " <code>" + code + "</code> " + around));
+            const QRect ground = places().value(0);
+            return m_bench->grab().copy(ground.adjusted(2, 0, -2, 0));
+        };
+        const QImage expected = picture("red");
+        QVERIFY(!expected.isNull());
+        for (const auto direction : { Qt::LeftToRight, Qt::RightToLeft }) {
+            QApplication::setLayoutDirection(direction);
+            QVERIFY(looksLike(picture(arabic), expected));
+        }
+    }
+
+    void shouldLeaveTheDirectionOfTheTextAsItIs()
+    {
+        // Text that begins with code without letters has the direction of its first letter.
+        const QByteArray hebrew("\u05d0\u05d1\u05d2\u05d3");
+        setColours(Qt::white, Red, Qt::blue);
+        showEntry("", paragraph(blackCode("<code>***</code> " + hebrew.repeated(3))));
+        QCOMPARE(places().size(), 1);
+        const QRectF words = m_bench->place(m_bench->item("paragraph"));
+        QVERIFY(places().first().left() > words.left() + places().first().width());
+    }
+
     void shouldFollowTheWidth()
     {
         setColours(Qt::white, Red, Qt::blue);
@@ -248,6 +286,36 @@ private:
     static int distance(const QColor &a, const QColor &b)
     {
         return qAbs(a.red() - b.red()) + qAbs(a.green() - b.green()) + qAbs(a.blue() - b.blue());
+    }
+
+    /// How much ink is in each column.
+    static QList<int> columns(const QImage &image)
+    {
+        QList<int> columns;
+        for (int x = 0; x < image.width(); ++x) {
+            columns += 0;
+            for (int y = 0; y < image.height(); ++y)
+                columns.last() += 255 - image.pixelColor(x, y).green();
+        }
+        const int ground = *std::min_element(columns.cbegin(), columns.cend());
+        for (int &column : columns)
+            column -= ground;
+        return columns;
+    }
+
+    /// Whether the letters are the same, up to a pixel to the left or to the right.
+    static bool looksLike(const QImage &image, const QImage &expected)
+    {
+        const QList<int> inks = columns(image);
+        const QList<int> wanted = columns(expected);
+        int least = std::numeric_limits<int>::max();
+        for (const int shift : { -1, 0, 1 }) {
+            int difference = 0;
+            for (int x = 0; x < wanted.size(); ++x)
+                difference += qAbs(wanted.at(x) - inks.value(x + shift));
+            least = qMin(least, difference);
+        }
+        return least < std::accumulate(wanted.cbegin(), wanted.cend(), 0) / 2;
     }
 
     static int editorsIn(const QQuickItem *item)

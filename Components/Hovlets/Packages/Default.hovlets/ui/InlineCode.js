@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 .pragma library
+.import "RichText.js" as RichText
 
 // Finds code within texts. RichText.js puts an edge on either side of it, which is a no-break space.
 
 var NO_BREAK_SPACE = "\u00a0";
 var PIECE = /<span class="edge">[^<]*|<[^>]*>|&nbsp;|\u00a0/g;
 var END_OF_BLOCK = /[\u2029\ufdd0\ufdd1]/; // of a paragraph or a cell
-var BLANK = /[\u2028\u2029\ufdd0\ufdd1 ]/;
-var RIGHT_TO_LEFT = /[\u0590-\u065f\u066a-\u06ef\u06fa-\u08ff\ufb1d-\ufdcf\ufdf0-\ufdff\ufe70-\ufefc]/;
+var BLANK = /[\u2028\u2029\ufdd0\ufdd1\u200e ]/;
 var DIGIT = /[0-9\u0660-\u0669\u06f0-\u06f9]/;
 var NEUTRAL = /[\u0000-\u0040\u005b-\u0060\u007b-\u00bf\u2000-\u2bff\u3000-\u3020]/;
 
@@ -21,7 +21,7 @@ var MOST_WRAPS = 100;
  */
 function find(edit, markup, edge) {
     var text = edit.getText(0, edit.length);
-    var directions = RIGHT_TO_LEFT.test(text) ? directionsIn(text) : null;
+    var directions = RichText.RIGHT_TO_LEFT.test(text) ? directionsIn(text) : null;
     var found = [];
     var wraps = 0;
     ranges(markup, text).forEach(function(range) {
@@ -119,8 +119,8 @@ function directionsIn(text) {
     var settled = 0; // what comes before has its direction
     for (var i = 0; i < text.length; ++i) {
         var character = text.charAt(i);
-        var direction = RIGHT_TO_LEFT.test(character) ? -1 : DIGIT.test(character) ? last
-                      : NEUTRAL.test(character) ? 0 : 1;
+        var direction = RichText.RIGHT_TO_LEFT.test(character) ? -1 : DIGIT.test(character) ? last
+                      : NEUTRAL.test(character) && character !== RichText.LEFT_TO_RIGHT_MARK ? 0 : 1;
         directions.push(direction);
         if (END_OF_BLOCK.test(character)) {
             directions[i] = last = 0;
@@ -184,6 +184,7 @@ function spanAgainst(line, from, to, run, base, isFirst) {
     var begin = line.x(from);
     if (from === run.from && !isFirst) {
         begin = line.contains(run.to) ? line.x(run.to)
+              : line.text.charAt(from) === RichText.LEFT_TO_RIGHT_MARK ? line.x(from + 1)
               : line.x(from + 1) + base * line.widthOf(from + 1, from + 2 < run.to ? from + 2 : -1);
     }
     if (to < run.to)

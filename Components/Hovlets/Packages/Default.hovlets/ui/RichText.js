@@ -3,6 +3,9 @@
 
 // Dresses texts that the reader passes as rich text, in the colours and distances of the theme.
 
+var RIGHT_TO_LEFT = /[\u0590-\u065f\u066a-\u06ef\u06fa-\u08ff\ufb1d-\ufdcf\ufdf0-\ufdff\ufe70-\ufefc]/;
+var LEFT_TO_RIGHT_MARK = "\u200e";
+
 function px(length) {
     return Math.round(length) + "px";
 }
@@ -31,6 +34,7 @@ function hasCode(text) {
 /// by it. Code without letters remains without a ground.
 function padded(text) {
     var edge = "<span class=\"edge\">&nbsp;</span>";
+    var isMixed = RIGHT_TO_LEFT.test(text);
     var result = "";
     var depth = 0;
     var from = 0; // of what is not in the result yet
@@ -39,11 +43,28 @@ function padded(text) {
             return "";
         var to = end ? at + tag.length : at;
         var part = text.slice(from, to);
-        result += end && !isBlank(part) ? edge + part + edge : part;
+        result += end && !isBlank(part) ? edge + (isMixed ? directed(part, result) : part) + edge : part;
         from = to;
         return "";
     });
     return result + text.slice(from);
+}
+
+/// \a code with marks at its ends, which keep punctuation at its place among letters from right to left. A mark
+/// that comes \a before all letters would turn the text around.
+function directed(code, before) {
+    if (RIGHT_TO_LEFT.test(code) || !(hasLetters(code) || hasLetters(before)))
+        return code;
+    var from = code.indexOf(">") + 1;
+    var to = code.lastIndexOf("<");
+    return code.slice(0, from) + LEFT_TO_RIGHT_MARK + code.slice(from, to) + LEFT_TO_RIGHT_MARK + code.slice(to);
+}
+
+/// Whether the last block in \a text has letters so far.
+function hasLetters(text) {
+    var starts = ["<p>", "<li>", "<td", "<th"].map(function(tag) { return text.lastIndexOf(tag); });
+    var letters = text.slice(Math.max(0, Math.max.apply(null, starts))).replace(/<[^>]*>|&\w+;/g, "");
+    return RIGHT_TO_LEFT.test(letters) || /[A-Za-z]/.test(letters);
 }
 
 function isBlank(text) {
