@@ -43,32 +43,41 @@ Rectangle {
     readonly property int buttonMargin: Math.round(theme.padding - theme.smallGap / 2)
     readonly property int headerButtonSpace: hasHeader ? buttonSpace : 0
 
+    // So many units of length are a whole number of pixels. A popup that covers only parts of the pixels
+    // at its edges loses lines on its way to the screen. 1 where no small number will do.
+    readonly property int step: [1, 2, 3, 4].find(function(units) {
+        var pixels = units * Screen.devicePixelRatio;
+        return Math.abs(pixels - Math.round(pixels)) < 0.001;
+    }) || 1
+
     // The button has a column of its own if there is no header that stays beside it. The scroll bar is in the
     // padding.
     readonly property bool scrolls: fullHeight > maximumHeight
     // Constant in a popup whose width the user determines: the width of the text depends on it.
     readonly property int gutter: isUserSized ? theme.smallGap
-        : Math.max(hasButton && !(hasHeader && (headerStays || !scrolls)) ? buttonSpace : 0,
-                   scrolls ? theme.smallGap : 0)
+        : wholeAbove(Math.max(hasButton && !(hasHeader && (headerStays || !scrolls)) ? buttonSpace : 0,
+                              scrolls ? theme.smallGap : 0))
 
     readonly property int margins: 2 * theme.padding
     // Whoever draws popups without a screen sets it.
     property size screenSize: Qt.size(Math.min(Screen.width, Screen.desktopAvailableWidth),
                                       Math.min(Screen.height, Screen.desktopAvailableHeight))
     readonly property int maximumHeight: isUserSized ? userSize.height : screenSize.height > 0
-        ? Math.max(margins + theme.buttonSize, Math.round(share * screenSize.height)) : 100 * theme.em
+        ? wholeAbove(Math.max(margins + theme.buttonSize, wholeBelow(share * screenSize.height)))
+        : wholeBelow(100 * theme.em)
     // Of the screen's height. What fits into a popup also fits below the title bar once it is pinned.
     readonly property real share: hasBar ? 0.75 : 0.6
     readonly property int maximumWidth: screenSize.width > 0
         ? Math.min(26 * theme.em, Math.round(0.9 * screenSize.width) - buttonSpace) : 26 * theme.em
-    readonly property int contentWidth: isUserSized ? userSize.width - margins - gutter :
-        Math.max(Math.min(7 * theme.em, maximumWidth - margins),
-                 Math.min(Math.ceil(Math.max(header.naturalWidth + headerButtonSpace,
-                                             body.naturalWidth,
-                                             bar.item ? bar.item.naturalWidth - margins : 0,
-                                             reason.item ? reason.item.naturalWidth : 0,
-                                             hint.item ? hint.item.naturalWidth : 0)),
-                          maximumWidth - margins))
+    readonly property int naturalWidth: margins
+        + Math.ceil(Math.max(7 * theme.em,
+                             header.naturalWidth + headerButtonSpace,
+                             body.naturalWidth,
+                             bar.item ? bar.item.naturalWidth - margins : 0,
+                             reason.item ? reason.item.naturalWidth : 0,
+                             hint.item ? hint.item.naturalWidth : 0))
+    readonly property int contentWidth: isUserSized ? userSize.width - margins - gutter
+        : Math.min(wholeAbove(naturalWidth), wholeBelow(maximumWidth)) - margins
     readonly property int reasonHeight:
         !reason.item ? 0 : Math.ceil(reason.implicitHeight) + (body.implicitHeight > 0 ? theme.gap : 0)
     readonly property int textHeight: reasonHeight + Math.ceil(body.implicitHeight)
@@ -96,7 +105,7 @@ Rectangle {
 
     width: contentWidth + margins + gutter
     height: isUserSized ? userSize.height
-        : Math.min(Math.max(fullHeight, hasButton ? theme.buttonSize + 2 * buttonMargin : 0),
+        : Math.min(wholeAbove(Math.max(fullHeight, hasButton ? theme.buttonSize + 2 * buttonMargin : 0)),
                    maximumHeight)
     color: cornerRadius > 0 ? "transparent" : theme.base
 
@@ -252,6 +261,15 @@ Rectangle {
         event.accepted = target >= 0;
         if (event.accepted)
             scrollTo(target);
+    }
+
+    // The next length that is a whole number of pixels.
+    function wholeAbove(length) {
+        return Math.ceil(length / step) * step;
+    }
+
+    function wholeBelow(length) {
+        return step > 1 ? Math.floor(length / step) * step : Math.round(length);
     }
 
     // Where the key scrolls to; -1 for other keys.
