@@ -141,7 +141,7 @@ private Q_SLOTS:
     {
         showClip(QString::fromLatin1(ShortClip), {}, "loop=\"true\"");
         QTRY_VERIFY(video());
-        QTRY_COMPARE(video()->loadProgress(), 1.0);
+        QTRY_VERIFY(video()->isDecoded()); // until then, it may jump back before its end
         QVector<double> turns; // where it jumped back
         const QObject receiver; // not the test: the clip plays on until it is deleted
         connect(video(), &HVVideoComponent::progressChanged, &receiver, [&, last = 0.0]() mutable {
@@ -192,7 +192,7 @@ private Q_SLOTS:
     {
         showClip(LongClip);
         QTRY_VERIFY(video());
-        QTRY_COMPARE(video()->loadProgress(), 1.0);
+        QTRY_VERIFY(video()->isDecoded()); // the progress is a share of the decoded frames
         QTRY_VERIFY(video()->position() > 2);
         hover();
         QTRY_VERIFY(m_bench->item("progressBar"));
