@@ -206,7 +206,7 @@ private Q_SLOTS:
         QVERIFY(qAbs(video()->progress() - 0.5) < 0.05);
         drag(at(0.8));
         QTRY_VERIFY(qAbs(video()->progress() - 0.8) < 0.05);
-        // There is no frame past the end.
+        // A drag past the end stops at the last frame.
         drag(at(1.5));
         QTRY_VERIFY(video()->progress() > 0.9);
         QVERIFY(video()->progress() < 1.0);

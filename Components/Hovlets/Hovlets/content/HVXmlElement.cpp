@@ -129,4 +129,4 @@ void HVXmlElement::setAttribute(const QString &name, const QString &value)
 } // namespace Hovlets
 
 // Qt generates this code, which needs the complete type QXmlAttributes. Only this file has it.
-#include "moc_HVXmlElement.cpp" // NOLINT(bugprone-suspicious-include)
+#include "moc_HVXmlElement.cpp" // NOLINT(bugprone-suspicious-include): generated

@@ -152,7 +152,7 @@ public:
     }
     ~Connection() { close(); }
 
-    /// Returns the connection and reopens it after an error. Returns null if there is no server.
+    /// The connection, opened again after an error; null if there is no server.
     XcbConnection *get()
     {
         if (m_connection && m_xcb.hasError(m_connection))

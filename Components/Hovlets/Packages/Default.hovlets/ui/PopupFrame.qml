@@ -50,8 +50,7 @@ Rectangle {
         return Math.abs(pixels - Math.round(pixels)) < 0.001;
     }) || 1
 
-    // The button has a column of its own if there is no header that stays beside it. The scroll bar is in the
-    // padding.
+    // Unless a header stays beside the button, it has a column of its own. The scroll bar lies in the padding.
     readonly property bool scrolls: fullHeight > maximumHeight
     // Constant in a popup whose width the user determines: the width of the text depends on it.
     readonly property int gutter: isUserSized ? theme.smallGap
