@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "Forest.h"
 #include "HoverScene.h"
 #include "TestMain.h"
 #include "Text.h"
@@ -21,33 +22,7 @@ QString keyInQml(HVView *view)
     return element ? element->attribute(text("key")) : QString();
 }
 
-/// Hands out trees and counts the deleted elements.
-class Forest
-{
-public:
-    enum Shape { EntryBelowRoot, EntryBesideRoot, EntryBelowAnother };
-
-    HVXmlElement *make(const QString &key, Shape shape, HVXmlElement *&root)
-    {
-        root = new HVXmlElement;
-        HVXmlElement *parent = shape == EntryBesideRoot ? nullptr : root;
-        if (shape == EntryBelowAnother)
-            parent = new HVXmlElement(root);
-        HVXmlElement *entry = MadeUpIndex::entry(key, parent);
-        for (HVXmlElement *element : { entry, root }) {
-            alive += element;
-            QObject::connect(element, &QObject::destroyed, element, [this] { ++deleted; });
-        }
-        return entry;
-    }
-
-    int deleted = 0;
-    QList<QPointer<HVXmlElement>> alive;
-};
-
 } // namespace
-
-Q_DECLARE_METATYPE(Forest::Shape)
 
 /// Tests which content is shown, and who deletes it when.
 class tst_HVManagerContent : public QObject
