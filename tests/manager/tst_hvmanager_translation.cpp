@@ -23,7 +23,7 @@ private Q_SLOTS:
         scene.context().set(HVKeyLocale, text("en_US"));
         QCOMPARE(translate(scene), text("Open"));
         QVERIFY(!scene.show(text("unknown")));
-        QCOMPARE(translate(scene), text("Open")); // there is no content to translate
+        QCOMPARE(translate(scene), text("Open")); // no content translates it
         QVERIFY(scene.show(text("a")));
         QCOMPARE(translate(scene), text("x"));
     }
